@@ -1,0 +1,20 @@
+#include "app/journal_app.h"
+
+#include "ui/work_area.h"
+
+JournalApp::JournalApp() : m_mainWindow(nullptr, nullptr) { Open(kRegistryPath); }
+
+// The database goes first, then the main window, then the settings.
+JournalApp::~JournalApp() { m_mainWindow.reset(); }
+
+JournalApp& App()
+{
+    static JournalApp app;
+    return app;
+}
+
+void ShowHourglass() { SetCursor(LoadCursorW(nullptr, IDC_WAIT)); }
+void RemoveHourglass() { SetCursor(nullptr); }
+
+int WorkAreaRight() { return WorkArea().right; }
+int WorkAreaBottom() { return WorkArea().bottom; }

@@ -1,0 +1,50 @@
+// JournalApp: the one application object. It is the settings store and holds the journal database, the main window
+// and the filter.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+
+#include "app/registry_store.h"
+#include "list/filter_state.h"
+#include "mervane/db_journal.h"
+
+class MainWindow;
+
+constexpr const wchar_t* kRegistryPath = L"Software\\Quillmarsh\\Journal";
+
+class JournalApp : public RegistryStore {
+  public:
+    // Opens the settings and constructs the journal database, which the main window opens.
+    JournalApp();
+    ~JournalApp() override;
+
+    // 1 to run, 0 to end the process.
+    int InitInstance(HINSTANCE instance, int showCommand);
+    // The message loop; the wParam of the final WM_QUIT.
+    int Run();
+
+    HINSTANCE Instance() const { return m_instance; }
+    HWND MainWindowHandle() const;
+    DbJournal& Journal() { return m_journal; }
+    FilterState& Filter() { return m_filter; }
+
+  private:
+    DbJournal m_journal;
+    // The deleter is a pointer so that this header, which every room includes, need not know the main window.
+    std::unique_ptr<MainWindow, void (*)(MainWindow*)> m_mainWindow;
+    HINSTANCE m_instance = nullptr;
+    FilterState m_filter;
+};
+
+// The application object.
+JournalApp& App();
+
+// Around long work: the hourglass, and no cursor.
+void ShowHourglass();
+void RemoveHourglass();
+
+// The work area's right and bottom edges in pixels (SPI_GETWORKAREA).
+int WorkAreaRight();
+int WorkAreaBottom();

@@ -1,0 +1,3 @@
+#include "app/registry_store.h"
+
+RegistryStore::~RegistryStore() = default;

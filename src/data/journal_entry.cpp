@@ -1,0 +1,1 @@
+#include "data/journal_entry.h"

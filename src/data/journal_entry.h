@@ -1,0 +1,98 @@
+// The journal entry record: property identifiers, field names, value words, and the way from a record's property
+// array to a JournalEntry and back.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "mervane/ce_types.h"
+#include "mervane/z_stack.h"
+#include "util/time_count.h"
+
+constexpr CEPROPID kPropDate = 0x00650040; // also the start of the activity; local wall-clock time
+constexpr CEPROPID kPropSubject = 0x0066001F;
+constexpr CEPROPID kPropBody = 0x0067001F; // lines separated by CR LF
+constexpr CEPROPID kPropCategories = 0x00680041;
+constexpr CEPROPID kPropType = 0x0069001F;
+constexpr CEPROPID kPropKind = 0x006A0012; // always written as 3
+constexpr CEPROPID kPropPriority = 0x006B0002;
+constexpr CEPROPID kPropSensitivity = 0x006C0002;
+constexpr CEPROPID kPropEndTime = 0x006D0040;
+constexpr CEPROPID kPropDuration = 0x006E0040; // a span: the count of the length itself
+constexpr CEPROPID kPropContacts = 0x006F0041;
+
+constexpr WORD kFirstProperty = 101;
+constexpr WORD kLastProperty = 111;
+constexpr int kPropertyCount = 11;
+
+constexpr USHORT kEntryKind = 3;
+constexpr wchar_t kCategorySeparator = L',';
+constexpr wchar_t kContactSeparator = L';';
+constexpr int kTypeTextSize = 60; // with the terminator
+
+// Shown in empty controls and never stored. A text is a placeholder only as a whole.
+constexpr const wchar_t* kBodyPlaceholder = L"<Entry Body>";
+constexpr const wchar_t* kSubjectPlaceholder = L"<Entry Subject>";
+bool IsPlaceholder(const std::wstring& text, const wchar_t* placeholder);
+
+// The order in which the fields are named to the user: string ids 61300 to 61310.
+enum class FieldId { Date, Subject, Type, Body, Categories, StartTime, EndTime, Duration, Contacts, Sensitivity, Priority };
+constexpr int kFieldCount = 11;
+// The field of a property number; none for 106 and for numbers outside 101 to 111.
+std::optional<FieldId> FieldOfProperty(WORD property);
+
+constexpr short kPriorityLow = 0, kPriorityNormal = 1, kPriorityHigh = 2;
+constexpr short kSensitivityNormal = 0, kSensitivityPersonal = 1, kSensitivityPrivate = 2, kSensitivityConfidential = 3;
+const wchar_t* PriorityWord(int priority);       // any other value: "Normal"
+const wchar_t* SensitivityWord(int sensitivity); // any other value: "Normal"
+
+// The mask that the editor keeps of the properties it has loaded. Numbers OR-ed together, not single bits: the
+// overlap is deliberate.
+constexpr DWORD kLoadedSubject = 1;
+constexpr DWORD kLoadedType = 2;
+constexpr DWORD kLoadedCategories = 3;
+constexpr DWORD kLoadedContacts = 4;
+constexpr DWORD kLoadedBody = 5;
+constexpr DWORD kLoadedPriority = 6;
+constexpr DWORD kLoadedSensitivity = 7;
+constexpr DWORD kMaskDeletesCategories = 0x3;
+constexpr DWORD kMaskDeletesContacts = 0x4;
+
+// The in-memory form of one record. A member without a value: the record lacks the property.
+struct JournalEntry {
+    CEOID id = 0; // 0: not yet written
+    std::optional<TimeCount> date;
+    std::optional<TimeCount> endTime;
+    std::optional<TimeCount> duration;
+    std::optional<short> priority;
+    std::optional<short> sensitivity;
+    std::optional<std::wstring> subject;
+    std::optional<std::wstring> body;
+    std::optional<std::wstring> type;
+    std::optional<USHORT> kind;
+    std::optional<std::vector<BYTE>> categories; // the blob as stored
+    std::optional<std::vector<BYTE>> contacts;
+};
+
+// Fills an entry from a property array in whatever order; unknown identifiers, properties flagged
+// CEDB_PROPNOTFOUND and null texts are passed over. id is left alone.
+void ReadEntry(const CEPROPVAL* properties, WORD count, JournalEntry* entry);
+
+// The property array of a save, in its fixed order, with the texts and blobs it points into.
+struct EntryToWrite {
+    TimeCount date;
+    TimeCount endTime;
+    TimeCount duration;
+    short priority = kPriorityNormal;
+    short sensitivity = kSensitivityNormal;
+    std::wstring type;
+    std::wstring body;    // the placeholder: the property is deleted
+    std::wstring subject; // likewise
+    CEBLOB categories{};  // borrowed; dwCount 0: none assigned
+    CEBLOB contacts{};    // borrowed; dwCount 0: none assigned
+    bool exists = false;  // the record has been written before
+    DWORD loadedMask = 0;
+};
+// The array points into entry, which must outlive it unchanged.
+std::vector<CEPROPVAL> PropertiesToWrite(EntryToWrite& entry);

@@ -1,0 +1,1 @@
+#include "editor/entry_editor.h"

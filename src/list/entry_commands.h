@@ -1,0 +1,12 @@
+// The commands that act on whole entries. owner is the main window.
+#pragma once
+
+#include <windows.h>
+
+class EntryList;
+
+void NewEntry(HWND owner, EntryList& list);
+void EditEntry(HWND owner, EntryList& list);
+void DeleteEntries(EntryList& list); // Cut is the same
+void CopyEntries(EntryList& list);
+void PasteEntries(EntryList& list);

@@ -1,0 +1,1 @@
+#include "list/entry_list.h"

@@ -1,0 +1,1 @@
+#include "mervane/ce_dbase.h"

@@ -1,0 +1,129 @@
+// CeDBase: one database (journal, categories or contacts) of the device's store, as the program sees it: records
+// with an identifier, walked in the database's current sort order.
+//
+// All objects of a process share one connection to one SQLite file (see docs/store.md), so opening a second
+// database while a first is open costs nothing. Everything runs on the thread that opened it.
+//
+// Operations return 1 for success and 0 for failure. A write either is on disk when it returns or has returned 0
+// and left the record as it was. Identifiers are never reused.
+#pragma once
+
+#include "mervane/ce_types.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace mervane {
+class Store;
+class Cursor;
+enum class TableId { Journal, Categories, Contacts };
+} // namespace mervane
+
+// Database keys: the name property of the two shared databases.
+constexpr CEPROPID kCategoriesKey = 0x4001001F;
+constexpr CEPROPID kContactsKey = 0x4013001F;
+
+// Posted to the owner window of an open database when another process or connection has changed it; wParam is
+// one of the codes below. The program's own writes are not announced: it refreshes its list itself.
+constexpr UINT kMsgDatabaseChange = WM_USER + 101;
+constexpr WPARAM kChangeWorkBegins = 1; // bulk work begins
+constexpr WPARAM kChangeCreated = 2;    // lParam: the record's identifier
+constexpr WPARAM kChangeModified = 6;
+constexpr WPARAM kChangeDeleted = 8;
+constexpr WPARAM kChangeWorkEnded = 15; // bulk work ended; lParam 0: rebuild
+
+class CeDBase {
+  public:
+    virtual ~CeDBase();
+    CeDBase(const CeDBase&) = delete;
+    CeDBase& operator=(const CeDBase&) = delete;
+
+    virtual int Close();
+
+    // flag is always 1 here. Records that lack the property come last in either direction, equal ones by
+    // identifier; texts sort by the user's locale without regard to case. A property that this database does not
+    // have leaves the order as it is.
+    virtual void SetSort(const SORTORDERSPEC& sort, int flag);
+    virtual void GetSort(SORTORDERSPEC* sort) const;
+
+    // The identifier found, which is now the current record; 0 when the record is gone.
+    [[nodiscard]] virtual CEOID SeekRecord(CEOID id);
+    // Walks, in the current sort order. Non-zero when there is such a record, which is now the current one.
+    // A record deleted during a walk is passed over; the walk goes on behind it.
+    [[nodiscard]] virtual int SeekFirstRecord();
+    [[nodiscard]] virtual int SeekNextRecord();
+    virtual int DeleteRecord(CEOID id);
+    // At most 65,535: the count saturates and never wraps.
+    virtual DWORD RecordCount();
+
+    // Reads the current record. *count: how many properties are wanted, 0 = all that it has; wanted: their
+    // identifiers (may be null when *count is 0). Returns the identifier of the record read, 0 on failure. On
+    // success *properties is one LocalAlloc block, which the caller frees with one LocalFree and which holds the
+    // texts and blobs too, and *count is the number of properties in it. With *count 0 they come in ascending
+    // property number; otherwise in the order asked for, those that the record lacks flagged CEDB_PROPNOTFOUND.
+    // On failure *properties is null and *count 0. A stored value of an unexpected type reads as absent.
+    virtual CEOID ReadRecord(WORD* count, const CEPROPID* wanted, CEPROPVAL** properties);
+
+    // Writes to the record id, or creates one when id is 0. Changes only the properties sent; those flagged
+    // CEDB_PROPDELETE are removed. Returns the identifier written; 0 on failure (no such record, an unknown
+    // property, the disk is full, the store is read-only or locked past the busy time-out).
+    [[nodiscard]] virtual CEOID WriteRecord(CEOID id, WORD count, const CEPROPVAL* properties);
+
+    // Rows of the current order, from 0. SeekRow makes the record of a row the current one and returns its
+    // identifier, 0 when there is no such row. RowOf returns -1 for a record that is not there. Both cost no
+    // walk, whatever the position.
+    [[nodiscard]] CEOID SeekRow(uint32_t row);
+    [[nodiscard]] CEOID IdOfRow(uint32_t row);
+    [[nodiscard]] int RowOf(CEOID id);
+
+    // A text property of a record, cut to size - 1 characters and terminated; returns its length, 0 (and an empty
+    // text) when there is none.
+    int GetStr(CEOID id, wchar_t* text, int size, CEPROPID property);
+
+    // The names of a blob's records, in the order of the names, joined with the separator, as one LocalAlloc
+    // block that the caller frees; returns its length. Records that no longer exist are not named. With no names
+    // *text is null and the result 0. A blob of a wrong shape names what it validly holds.
+    int SetStrFromBlob(const CEBLOB& blob, wchar_t separator, wchar_t** text);
+
+    // Holds one read transaction while it lives, so that a page or a full pass asks the system for its locks once
+    // and sees one state of the store. They nest. A write inside a scope is possible: it renews the scope's view.
+    class ReadScope {
+      public:
+        explicit ReadScope(CeDBase& database);
+        ~ReadScope();
+        ReadScope(const ReadScope&) = delete;
+        ReadScope& operator=(const ReadScope&) = delete;
+
+      private:
+        std::shared_ptr<mervane::Store> m_store;
+    };
+
+    // Bulk work: one transaction for all writes of its life, announced to other processes with the codes 1 and
+    // 15. Commit returns 1 when everything is on disk; without it, or when it fails, nothing was changed.
+    class BulkScope {
+      public:
+        explicit BulkScope(CeDBase& database);
+        ~BulkScope();
+        BulkScope(const BulkScope&) = delete;
+        BulkScope& operator=(const BulkScope&) = delete;
+
+        [[nodiscard]] int Commit();
+
+      private:
+        std::shared_ptr<mervane::Store> m_store;
+    };
+
+    bool IsOpen() const;
+
+  protected:
+    explicit CeDBase(mervane::TableId table);
+
+    // Opens the store if this process has not yet, and this database in it. owner, which may be null, gets the
+    // change notifications until Close.
+    [[nodiscard]] int OpenTable(HWND owner);
+
+  private:
+    mervane::TableId m_table;
+    std::shared_ptr<mervane::Store> m_store;     // null while closed
+    std::unique_ptr<mervane::Cursor> m_cursor;   // sort order and current record
+};

@@ -1,0 +1,45 @@
+// The handheld's command bands and command bars over the desktop's rebar and tool bar, under the same names and
+// with the same results.
+#pragma once
+
+#include <windows.h>
+#include <commctrl.h>
+
+// Adornments.
+constexpr DWORD kAdornHelp = 0x0001;  // "?" button: sends WM_HELP
+constexpr DWORD kAdornOk = 0x0002;    // not used here
+constexpr DWORD kAdornClose = 0x0008; // with the close button: sends WM_CLOSE
+constexpr DWORD kAdornments = 11;     // "?" and close on the desktop
+
+struct COMMANDBANDSRESTOREINFO {
+    UINT cbSize;
+    UINT wID;
+    UINT fStyle;
+    UINT cxRestored;
+    BOOL fMaximized;
+};
+
+// The bands' window, a child of parent with the control identifier id. images, which the caller keeps owning
+// until the bands are destroyed, are the bands' image list. Null on failure.
+HWND CommandBands_Create(HINSTANCE instance, HWND parent, UINT id, DWORD style, HIMAGELIST images);
+// Adds bands, each holding a command bar of its own; uses fMask RBBIM_STYLE | RBBIM_ID | RBBIM_SIZE.
+bool CommandBands_AddBands(HWND bands, HINSTANCE instance, UINT count, const REBARBANDINFOW* info);
+// The command bar of a band by its index; null when there is none.
+HWND CommandBands_GetCommandBar(HWND bands, UINT band);
+// Adds a band at the right edge with the "?" and close buttons.
+bool CommandBands_AddAdornments(HWND bands, HINSTANCE instance, DWORD flags);
+// Of the band with an index. False when there is no such band.
+bool CommandBands_GetRestoreInformation(HWND bands, UINT band, COMMANDBANDSRESTOREINFO* info);
+int CommandBands_Height(HWND bands);
+
+// Puts a menu bar into a command bar: it is worked with the mouse, Alt and mnemonics, F10 and the arrow keys. The
+// bar owns the menu. Commands and WM_INITMENUPOPUP go to the bands' parent.
+bool CommandBar_InsertMenubar(HWND bar, HINSTANCE instance, int menuId);
+HMENU CommandBar_GetMenu(HWND bar);
+// Appends images to the bar; returns the index of the first one, -1 on failure. bitmapId in the instance, or
+// IDB_STD_SMALL_COLOR with HINST_COMMCTRL.
+int CommandBar_AddBitmap(HWND bar, HINSTANCE instance, int bitmapId, int imageCount);
+
+// For the message loop, before anything else: handles the keys that open and work the menu bar (Alt, F10, Alt with
+// a mnemonic) for messages of the bar's top-level window. True when the message was used up.
+bool CommandBands_TranslateMenuKey(HWND bar, const MSG& message);

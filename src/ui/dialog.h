@@ -1,0 +1,54 @@
+// Dialog: the base of the program's dialogs, with its operations in their fixed order.
+#pragma once
+
+#include <windows.h>
+
+class Dialog {
+  public:
+    Dialog() = default;
+    Dialog(const Dialog&) = delete;
+    Dialog& operator=(const Dialog&) = delete;
+
+    virtual void OnOK();     // ends the dialog with 1
+    virtual void OnCancel(); // ends the dialog with 0
+    virtual void EnableItem(int id, bool enable);
+    virtual void ScreenToClientRect(RECT* rect) const;
+    virtual void ClientToScreenRect(RECT* rect) const;
+    // The client rectangle of the dialog, or of a control when one is given.
+    virtual void GetClientRectangle(RECT* rect, HWND control = nullptr) const;
+    virtual HWND GetItem(int id) const;
+    virtual HWND GetWindow() const;
+    virtual void SetWindow(HWND window);
+    // The dialog itself, or a control when one is given.
+    virtual void MoveWindow(int x, int y, int cx, int cy, bool repaint, HWND control = nullptr);
+    virtual void SetWindowPosition(int x, int y, int cx, int cy, HWND control, UINT flags, HWND insertAfter);
+    virtual void CenterOnWorkArea();
+    virtual void CheckButton(int id, bool checked);
+    virtual bool IsItemVisible(int id) const;
+    virtual void HideWindow(HWND control);
+    virtual void HideItem(int id);
+    virtual void ShowWindow(HWND control);
+    virtual void ShowItem(int id);
+    virtual void OnSettingsChanged();
+    virtual bool IsButtonChecked(int id) const;
+    // The handheld's input panel: a hook without effect on a desktop.
+    virtual void ShowInputPanel(bool show);
+    virtual ~Dialog();
+
+    // Runs the dialog of a template modally; returns the value it ended with, or -1 when it could not be made.
+    INT_PTR DoModal(HINSTANCE instance, int templateId, HWND owner);
+
+  protected:
+    // Called for every message but WM_INITDIALOG. True with *result set when the message was handled. WM_COMMAND
+    // 1 and 2 reach OnOK and OnCancel when this returns false.
+    virtual bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
+    // WM_INITDIALOG; false when the focus was set here.
+    virtual bool OnInitDialog();
+
+    void End(INT_PTR result);
+
+  private:
+    static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+    HWND m_window = nullptr;
+};

@@ -1,0 +1,1 @@
+#include "util/date_text.h"

@@ -1,0 +1,1 @@
+#include "util/duration_text.h"

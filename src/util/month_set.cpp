@@ -1,0 +1,1 @@
+#include "util/month_set.h"

@@ -1,0 +1,64 @@
+#include "support/test_store.h"
+
+#include <shlwapi.h>
+
+#include "util/owners.h"
+
+namespace {
+
+void DeleteStoreFiles(const std::wstring& path)
+{
+    for (const wchar_t* suffix : {L"", L"-wal", L"-shm", L"-journal"})
+        DeleteFileW((path + suffix).c_str());
+}
+
+UniqueKernelHandle OpenTestFile(const std::wstring& path, DWORD access, DWORD disposition)
+{
+    HANDLE file = CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                              disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    return UniqueKernelHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
+}
+
+} // namespace
+
+TestStore::TestStore()
+{
+    static unsigned s_count = 0;
+    wchar_t folder[MAX_PATH];
+    GetTempPathW(MAX_PATH, folder);
+    m_path = std::wstring(folder) + L"journal-test-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
+             std::to_wstring(++s_count) + L".db";
+    DeleteStoreFiles(m_path);
+    SetEnvironmentVariableW(L"MERVANE_STORE", m_path.c_str());
+}
+
+TestStore::~TestStore()
+{
+    SetEnvironmentVariableW(L"MERVANE_STORE", nullptr);
+    DeleteStoreFiles(m_path);
+}
+
+TestRegistry::TestRegistry() { SHDeleteKeyW(HKEY_CURRENT_USER, L"Software\\Quillmarsh"); }
+TestRegistry::~TestRegistry() { SHDeleteKeyW(HKEY_CURRENT_USER, L"Software\\Quillmarsh"); }
+
+std::string ReadFileBytes(const std::wstring& path)
+{
+    const UniqueKernelHandle file = OpenTestFile(path, GENERIC_READ, OPEN_EXISTING);
+    LARGE_INTEGER size{};
+    if (!file || !GetFileSizeEx(file.get(), &size))
+        return {};
+    std::string bytes(static_cast<size_t>(size.QuadPart), '\0');
+    DWORD read = 0;
+    if (!ReadFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr))
+        return {};
+    bytes.resize(read);
+    return bytes;
+}
+
+bool WriteFileBytes(const std::wstring& path, const std::string& bytes)
+{
+    const UniqueKernelHandle file = OpenTestFile(path, GENERIC_WRITE, CREATE_ALWAYS);
+    DWORD written = 0;
+    return file && WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
+           written == bytes.size();
+}

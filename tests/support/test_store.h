@@ -1,0 +1,34 @@
+// A store file and settings of a test's own.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+// A path in the temporary folder that no other test has; the file and its companions (-wal, -shm) are deleted
+// before and after. MERVANE_STORE names it while this lives.
+class TestStore {
+  public:
+    TestStore();
+    ~TestStore();
+    TestStore(const TestStore&) = delete;
+    TestStore& operator=(const TestStore&) = delete;
+
+    const std::wstring& Path() const { return m_path; }
+
+  private:
+    std::wstring m_path;
+};
+
+// Deletes the program's registry key before and after, so that every test starts from the defaults.
+class TestRegistry {
+  public:
+    TestRegistry();
+    ~TestRegistry();
+    TestRegistry(const TestRegistry&) = delete;
+    TestRegistry& operator=(const TestRegistry&) = delete;
+};
+
+// The bytes of a file; empty when it cannot be read.
+std::string ReadFileBytes(const std::wstring& path);
+bool WriteFileBytes(const std::wstring& path, const std::string& bytes);

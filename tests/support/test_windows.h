@@ -1,0 +1,82 @@
+// Helpers for tests with real windows in their own process.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+constexpr DWORD kWaitLimit = 10'000; // milliseconds
+
+// Dispatches what waits in the queue.
+void PumpMessages();
+// Pumps until the condition holds; false when the limit passes first.
+bool PumpUntil(const std::function<bool()>& condition, DWORD limit = kWaitLimit);
+
+std::wstring WindowText(HWND window);
+
+// A plain window to be the parent of controls; shown, destroyed at the end.
+class TestParent {
+  public:
+    // onMessage may be null; it returns true when it has set *result.
+    using Handler = std::function<bool(HWND, UINT, WPARAM, LPARAM, LRESULT* result)>;
+    explicit TestParent(Handler onMessage = nullptr, int width = 640, int height = 480);
+    ~TestParent();
+    TestParent(const TestParent&) = delete;
+    TestParent& operator=(const TestParent&) = delete;
+
+    HWND Handle() const { return m_window; }
+
+  private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+    Handler m_onMessage;
+    HWND m_window = nullptr;
+};
+
+// Answers message boxes that this thread opens while it lives, and keeps what they said. Answers are taken in order;
+// the last one serves for all further boxes.
+class MessageBoxAnswerer {
+  public:
+    struct Box {
+        std::wstring text;
+        std::wstring caption;
+    };
+    explicit MessageBoxAnswerer(std::vector<int> answers = {IDOK});
+    ~MessageBoxAnswerer();
+    MessageBoxAnswerer(const MessageBoxAnswerer&) = delete;
+    MessageBoxAnswerer& operator=(const MessageBoxAnswerer&) = delete;
+
+    const std::vector<Box>& Boxes() const { return m_boxes; }
+
+  private:
+    static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam);
+    void Answer(HWND box);
+
+    std::vector<int> m_answers;
+    std::vector<Box> m_boxes;
+    HHOOK m_hook = nullptr;
+};
+
+// Runs an action once the next dialog of this thread (any modal dialog, not a message box) is up and idle, so that a
+// modal call can be worked from inside. The action gets the dialog's window and must end it.
+class ModalDriver {
+  public:
+    explicit ModalDriver(std::function<void(HWND dialog)> action);
+    ~ModalDriver();
+    ModalDriver(const ModalDriver&) = delete;
+    ModalDriver& operator=(const ModalDriver&) = delete;
+
+    bool Ran() const { return m_ran; }
+
+  private:
+    static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam);
+    static void CALLBACK OnTimer(HWND window, UINT message, UINT_PTR id, DWORD time);
+
+    std::function<void(HWND)> m_action;
+    HHOOK m_hook = nullptr;
+    HWND m_dialog = nullptr;
+    UINT_PTR m_timer = 0;
+    bool m_ran = false;
+};
