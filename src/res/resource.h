@@ -2,4 +2,111 @@
 #ifndef RES_RESOURCE_H
 #define RES_RESOURCE_H
 
+/* Resources */
+#define IDR_MAIN_MENU 101
+#define IDR_ACCELERATORS 101
+#define IDI_JOURNAL 101
+#define IDD_ABOUT 104
+#define IDD_ENTRY_EDITOR 139
+#define IDB_EDITOR_BAR 201   /* 12 px wide images */
+#define IDB_LIST_IMAGES 210  /* 12 px: priority low, normal, high, blank */
+#define IDB_HEADER_IMAGES 211 /* 12 px: none, ascending, descending, priority, priority sorted */
+#define IDB_BANDS 212        /* 16 px */
+#define IDB_FILTER 213       /* 16 px: button image 2 */
+#define IDB_NEW_ENTRY 214    /* 16 px: button image 0 */
+#define IDB_EDIT_ENTRY 215   /* 16 px: button image 1 */
+
+/* Strings */
+#define IDS_BODY_LIMIT 61218
+#define IDS_SUBJECTS_LIMIT 61219
+#define IDS_FIELD_DATE 61300
+#define IDS_FIELD_SUBJECT 61301
+#define IDS_FIELD_TYPE 61302
+#define IDS_FIELD_BODY 61303
+#define IDS_FIELD_CATEGORIES 61304
+#define IDS_FIELD_START_TIME 61305
+#define IDS_FIELD_END_TIME 61306
+#define IDS_FIELD_DURATION 61307
+#define IDS_FIELD_CONTACTS 61308
+#define IDS_FIELD_SENSITIVITY 61309
+#define IDS_FIELD_PRIORITY 61310
+
+/* Main window: controls */
+#define IDC_BANDS 102
+#define IDC_MENU_BAND 103
+#define IDC_BUTTON_BAND 104
+#define IDC_ENTRY_LIST 105 /* free choice; notifications are told apart by window */
+#define IDC_SECOND_LIST 112
+
+/* Main window: commands */
+#define CMD_NEW_ENTRY 100
+#define CMD_EDIT_ENTRY 101
+#define CMD_DELETE_ENTRY 102
+#define CMD_CATEGORIES_LIST 103
+#define CMD_SUBJECTS_LIST 104
+#define CMD_CLEAR_CATEGORIES 105
+#define CMD_CALENDAR 110
+#define CMD_CONTACTS 111
+#define CMD_INBOX 112
+#define CMD_TASKS 113
+#define CMD_FIND 115
+#define CMD_OPTIONS 117
+#define CMD_FILTER_CATEGORIES 118
+#define CMD_FILTER_MONTHS 120
+#define CMD_CLEAR_FILTER 121
+#define CMD_EXPORT 122
+#define CMD_NOTHING 123
+#define CMD_CUSTOMIZE_COLUMNS 124
+#define CMD_MY_HANDHELD 125
+#define CMD_HELP_CONTENTS 127
+#define CMD_QUIT 140
+#define CMD_CUT 141
+#define CMD_PASTE 142
+#define CMD_COPY 143
+#define CMD_ABOUT 160
+#define CMD_FIRST 100
+#define CMD_LAST 160
+
+/* Entry editor (template 139): controls */
+#define IDC_START_DATE 1000
+#define IDC_START_TIME 1001
+#define IDC_SUBJECT 1002
+#define IDC_TYPE 1003
+#define IDC_DURATION 1004
+#define IDC_EDITOR_BAR 1005
+#define IDC_BODY 1006
+#define IDC_CATEGORIES_LINE 1023
+#define IDC_CATEGORIES_LABEL 1024 /* also the Save command: a static sends none of its own */
+#define IDC_CATEGORY_LIST 111
+#define IDC_CONTACT_LIST 112
+
+/* Entry editor: commands */
+#define CMD_PRIORITY 1020
+#define CMD_PRIORITY_LOW 1021
+#define CMD_PRIORITY_HIGH 1022
+#define CMD_PRIORITY_NORMAL 1023
+#define CMD_SAVE 1024
+#define CMD_SENSITIVITY 1030
+#define CMD_SENSITIVITY_NORMAL 1031
+#define CMD_SENSITIVITY_PERSONAL 1032
+#define CMD_SENSITIVITY_PRIVATE 1033
+#define CMD_SENSITIVITY_CONFIDENTIAL 1034
+#define CMD_ZOOM 1040
+#define CMD_ZOOM_50 1041
+#define CMD_ZOOM_100 1042
+#define CMD_ZOOM_150 1043
+#define CMD_ZOOM_200 1044
+#define CMD_TIME_STAMP 1050
+#define CMD_ASSIGN_CATEGORIES 1051
+#define CMD_EDIT_ENTRY_VIEW 1052
+#define CMD_EDIT_CATEGORIES 1053
+#define CMD_TIMER 1054
+#define CMD_ASSIGN_CONTACTS 1055
+
+/* Edit commands of the accelerator table: deliberate no-ops in the main window */
+#define CMD_EDIT_COPY 57634
+#define CMD_EDIT_CUT 57635
+#define CMD_EDIT_PASTE 57637
+#define CMD_EDIT_UNDO 57643
+
 #endif
