@@ -109,4 +109,10 @@
 #define CMD_EDIT_PASTE 57637
 #define CMD_EDIT_UNDO 57643
 
+/* About (template 104): controls */
+#define IDC_ABOUT_PRODUCT 1100
+#define IDC_ABOUT_PLATFORM 1101
+#define IDC_ABOUT_BUILD 1102 /* empty in the template: the program writes the build text */
+#define IDC_ABOUT_NOTICE 1103
+
 #endif
