@@ -1,12 +1,88 @@
 #include "app/journal_app.h"
+
+#include <commctrl.h>
+
 #include "app/main_window.h"
+#include "res/resource.h"
+#include "ui/scale.h"
 
-HWND JournalApp::MainWindowHandle() const { return m_mainWindow ? m_mainWindow->Handle() : nullptr; }
+namespace {
 
-int JournalApp::InitInstance(HINSTANCE instance, int)
+// A running copy's window, brought forward; false when there is none.
+bool BringRunningCopyForward()
 {
-    m_instance = instance;
-    return 0;
+    HWND running = FindWindowW(kMainWindowClass, nullptr);
+    if (!IsWindow(running))
+        return false;
+    ShowWindow(running, SW_SHOWNORMAL);
+    SetForegroundWindow(running);
+    UpdateWindow(running);
+    return true;
 }
 
-int JournalApp::Run() { return 0; }
+bool InitControls()
+{
+    const INITCOMMONCONTROLSEX controls{sizeof controls,
+                                        ICC_LISTVIEW_CLASSES | ICC_DATE_CLASSES | ICC_COOL_CLASSES};
+    return InitCommonControlsEx(&controls) != FALSE;
+}
+
+// The failed creation has posted the quit message, with which in the queue a message box would close by
+// itself.
+void ShowCreationError()
+{
+    MSG message;
+    while (PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
+    }
+    MessageBoxW(nullptr, L"Internal Main Window Creation Error", L"Journal", MB_OK);
+}
+
+// The icon, which the system shares and frees with the program.
+void SetIconIfMissing(HWND window, HINSTANCE instance, WPARAM which, int size)
+{
+    if (SendMessageW(window, WM_GETICON, which, 0))
+        return;
+    HANDLE icon = LoadImageW(instance, MAKEINTRESOURCEW(IDI_JOURNAL), IMAGE_ICON, size, size, LR_SHARED);
+    SendMessageW(window, WM_SETICON, which, reinterpret_cast<LPARAM>(icon));
+}
+
+} // namespace
+
+HWND JournalApp::MainWindowHandle() const
+{
+    return m_mainWindow ? m_mainWindow->Handle() : nullptr;
+}
+
+int JournalApp::InitInstance(HINSTANCE instance, int showCommand)
+{
+    m_instance = instance;
+    if (BringRunningCopyForward())
+        return 0;
+    if (!MainWindow::RegisterWindowClass(instance) || !InitControls())
+        return 0;
+    m_mainWindow = {new MainWindow, [](MainWindow* window) { delete window; }};
+    if (!m_mainWindow->Create(instance)) {
+        ShowCreationError();
+        return 0;
+    }
+    SetIconIfMissing(MainWindowHandle(), instance, ICON_SMALL, Scale(16));
+    SetIconIfMissing(MainWindowHandle(), instance, ICON_BIG, Scale(32));
+    m_mainWindow->ShowFirst(showCommand);
+    UpdateWindow(MainWindowHandle());
+    return 1;
+}
+
+int JournalApp::Run()
+{
+    HACCEL accelerators = LoadAcceleratorsW(m_instance, MAKEINTRESOURCEW(IDR_ACCELERATORS));
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (m_mainWindow->TranslateMenuKey(message))
+            continue;
+        if (!TranslateAcceleratorW(MainWindowHandle(), accelerators, &message)) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+    return static_cast<int>(message.wParam);
+}

@@ -2,10 +2,17 @@
 
 #include "ui/work_area.h"
 
-JournalApp::JournalApp() : m_mainWindow(nullptr, nullptr) { Open(kRegistryPath); }
+JournalApp::JournalApp() : m_mainWindow(nullptr, nullptr)
+{
+    Open(kRegistryPath);
+}
 
 // The database goes first, then the main window, then the settings.
-JournalApp::~JournalApp() { m_mainWindow.reset(); }
+JournalApp::~JournalApp()
+{
+    m_journal.Close();
+    m_mainWindow.reset();
+}
 
 JournalApp& App()
 {
@@ -13,8 +20,20 @@ JournalApp& App()
     return app;
 }
 
-void ShowHourglass() { SetCursor(LoadCursorW(nullptr, IDC_WAIT)); }
-void RemoveHourglass() { SetCursor(nullptr); }
+void ShowHourglass()
+{
+    SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+}
+void RemoveHourglass()
+{
+    SetCursor(nullptr);
+}
 
-int WorkAreaRight() { return WorkArea().right; }
-int WorkAreaBottom() { return WorkArea().bottom; }
+int WorkAreaRight()
+{
+    return WorkArea().right;
+}
+int WorkAreaBottom()
+{
+    return WorkArea().bottom;
+}

@@ -1,5 +1,5 @@
-// JournalApp: the one application object. It is the settings store and holds the journal database, the main window
-// and the filter.
+// JournalApp: the one application object. It is the settings store and holds the journal database, the main
+// window and the filter.
 #pragma once
 
 #include <windows.h>

@@ -1,1 +1,220 @@
 #include "app/main_window.h"
+
+#include "app/about_dialog.h"
+#include "app/command_table.h"
+#include "app/journal_app.h"
+#include "app/window_placement.h"
+#include "res/resource.h"
+#include "ui/command_bands.h"
+#include "ui/launch.h"
+#include "ui/scale.h"
+#include "ui/work_area.h"
+
+namespace {
+
+constexpr int kMinWidth = 320;
+constexpr int kMinHeight = 160;
+constexpr UINT kFromAccelerator = 1; // the high word of an accelerator's WM_COMMAND
+
+} // namespace
+
+bool MainWindow::RegisterWindowClass(HINSTANCE instance)
+{
+    WNDCLASSW windowClass{};
+    windowClass.style = CS_HREDRAW | CS_VREDRAW;
+    windowClass.lpfnWndProc = Procedure;
+    windowClass.hInstance = instance;
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
+    windowClass.lpszClassName = kMainWindowClass;
+    return RegisterClassW(&windowClass) != 0;
+}
+
+HWND MainWindow::Create(HINSTANCE instance)
+{
+    m_instance = instance;
+    CreateWindowExW(0, kMainWindowClass, kMainWindowTitle, WS_VISIBLE, CW_USEDEFAULT, CW_USEDEFAULT,
+                    CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, instance, this);
+    if (m_window)
+        AddDesktopFrame(m_window);
+    return m_window;
+}
+
+void MainWindow::ShowFirst(int showCommand)
+{
+    ShowPlaced(m_window, showCommand, App());
+}
+
+bool MainWindow::TranslateMenuKey(const MSG& message) const
+{
+    return CommandBands_TranslateMenuKey(m_bands.MenuBar(), message);
+}
+
+LRESULT CALLBACK MainWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_NCCREATE) {
+        auto* created = static_cast<MainWindow*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
+        created->m_window = window;
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
+    }
+    auto* self = reinterpret_cast<MainWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (!self)
+        return DefWindowProcW(window, message, wParam, lParam);
+    const LRESULT result = self->OnMessage(message, wParam, lParam);
+    if (message == WM_NCDESTROY) {
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        self->m_window = nullptr;
+    }
+    return result;
+}
+
+LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_CREATE: return OnCreate();
+    case WM_DESTROY: return OnDestroy();
+    case kMsgCloseRequest:
+    case WM_CLOSE: Close(); return 0;
+    case WM_SIZE: return OnSize();
+    case WM_SETFOCUS: SetFocus(m_list.Handle()); return 0;
+    case WM_GETMINMAXINFO: return OnGetMinMaxInfo(reinterpret_cast<MINMAXINFO*>(lParam));
+    case WM_SETTINGCHANGE: m_list.Refresh(); return 0;
+    case WM_NOTIFY: return OnNotify(reinterpret_cast<NMHDR*>(lParam));
+    case WM_HELP: ShowHelp(kHelpMain, m_window); return 1;
+    case WM_COMMAND: return OnCommand(LOWORD(wParam), HIWORD(wParam) == kFromAccelerator && !lParam);
+    case kMsgDatabaseChange: return OnDatabaseChange(wParam, lParam);
+    case kMsgSelectionChanged: return OnSelectionChanged(static_cast<int>(wParam));
+    default: return DefWindowProcW(m_window, message, wParam, lParam);
+    }
+}
+
+LRESULT MainWindow::OnCreate()
+{
+    if (BuildContents()) {
+        m_loaded = true;
+        return 0;
+    }
+    DestroyWindow(m_window);
+    return -1;
+}
+
+bool MainWindow::BuildContents()
+{
+    JournalApp& app = App();
+    const CEPROPID sort = app.GetNumber(kOptions, kSortValue, kSortDefault);
+    if (!app.Journal().Open(m_window, {sort, 0}))
+        return false;
+    if (!m_bands.Create(m_instance, m_window, app))
+        return false;
+    OnSelectionChanged(0);
+    GreyMissingCommands(m_bands);
+    return m_list.Create(m_window, &m_columns, LVS_REPORT | LVS_SHOWSELALWAYS, m_bands.Height()) != nullptr;
+}
+
+LRESULT MainWindow::OnDestroy()
+{
+    if (m_loaded) {
+        SavePlacement(m_window, App());
+        SaveBandLayout(m_bands.Handle(), BandLayoutParts::All, App());
+        m_list.Destroy();
+        m_loaded = false;
+    }
+    PostQuitMessage(0);
+    return 0;
+}
+
+void MainWindow::Close()
+{
+    JournalApp& app = App();
+    SORTORDERSPEC sort{};
+    app.Journal().GetSort(&sort);
+    app.SetNumber(kOptions, kSortValue, sort.propid);
+    app.Journal().Close();
+    DestroyWindow(m_window);
+}
+
+LRESULT MainWindow::OnSize()
+{
+    if (m_loaded) {
+        m_bands.Resize();
+        RefitList();
+    }
+    return 0;
+}
+
+void MainWindow::RefitList()
+{
+    m_list.Place(m_bands.Height());
+}
+
+LRESULT MainWindow::OnGetMinMaxInfo(MINMAXINFO* info)
+{
+    info->ptMinTrackSize = {Scale(kMinWidth), Scale(kMinHeight)};
+    return 0;
+}
+
+LRESULT MainWindow::OnNotify(NMHDR* notification)
+{
+    HWND list = m_list.Handle();
+    if (list && (notification->hwndFrom == list || notification->hwndFrom == ListView_GetHeader(list)))
+        return m_list.OnNotify(notification);
+    if (notification->code == TBN_GETINFOTIPW)
+        m_bands.OnGetInfoTip(reinterpret_cast<NMTBGETINFOTIPW*>(notification));
+    if (notification->idFrom == IDC_BANDS)
+        return OnBandsNotify(*notification);
+    return 0;
+}
+
+// Only style and width: the maximised flag is stored when the window closes. While the bands are being built
+// they are not yet what was stored.
+LRESULT MainWindow::OnBandsNotify(const NMHDR& notification)
+{
+    if (!m_loaded)
+        return 0;
+    if (notification.code == RBN_HEIGHTCHANGE || notification.code == RBN_LAYOUTCHANGED) {
+        RefitList();
+        SaveBandLayout(m_bands.Handle(), BandLayoutParts::StyleAndWidth, App());
+    }
+    return 0;
+}
+
+LRESULT MainWindow::OnCommand(UINT id, bool fromKeyboard)
+{
+    const Command* command = FindCommand(id);
+    if (!command || !command->run)
+        return 0;
+    // What is grey does nothing from the keyboard either.
+    if (fromKeyboard && !m_bands.IsMenuCommandEnabled(id))
+        return 0;
+    command->run(*this, id);
+    return 0;
+}
+
+LRESULT MainWindow::OnDatabaseChange(WPARAM code, LPARAM lParam)
+{
+    switch (code) {
+    case kChangeWorkBegins: ShowHourglass(); return 0;
+    case kChangeWorkEnded:
+        if (lParam != 0)
+            return 0;
+        [[fallthrough]];
+    case kChangeCreated:
+    case kChangeModified:
+    case kChangeDeleted:
+        RemoveHourglass();
+        m_list.Refresh();
+        return 0;
+    default: return 0;
+    }
+}
+
+LRESULT MainWindow::OnSelectionChanged(int flag)
+{
+    EnableEntryCommands(m_bands, {!m_list.Selection().IsEmpty(), m_list.CurrentEntry() != 0, flag != 0});
+    return 0;
+}
+
+void MainWindow::ShowAbout()
+{
+    ShowAboutDialog(m_instance, m_window);
+}

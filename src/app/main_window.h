@@ -1,12 +1,66 @@
-// MainWindow: the command bands at the top and the entry list below them.
+// MainWindow: the command bands at the top and the entry list below them; routes what the window gets.
 #pragma once
 
 #include <windows.h>
 
+#include "app/band_layout.h"
+#include "app/main_bands.h"
+#include "list/column_set.h"
+#include "list/entry_list.h"
+
+constexpr const wchar_t* kMainWindowClass = L"Journal";
+constexpr const wchar_t* kMainWindowTitle = L"Kelvra Journal";
+constexpr UINT kMsgCloseRequest = 1023; // the same as WM_CLOSE
+
+// The property that the list is sorted by, stored at close.
+constexpr const wchar_t* kSortValue = L"sort"; // in Options
+constexpr DWORD kSortDefault = kPropDate;
+
 class MainWindow {
   public:
+    MainWindow() = default;
+    MainWindow(const MainWindow&) = delete;
+    MainWindow& operator=(const MainWindow&) = delete;
+
+    static bool RegisterWindowClass(HINSTANCE instance);
+    // Creates the window with everything in it. Null when the journal cannot be opened or the bands or the
+    // list cannot be built; then no setting has been written.
+    HWND Create(HINSTANCE instance);
+    // Shows the window the first time: the show command counts, and where it leaves it open the window comes
+    // back as it was left.
+    void ShowFirst(int showCommand);
+
     HWND Handle() const { return m_window; }
+    EntryList& List() { return m_list; }
+    // For the message loop: keys that open and work the menu.
+    bool TranslateMenuKey(const MSG& message) const;
+
+    // What the command table's handlers do in this window.
+    void Close();
+    void ShowAbout();
 
   private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+
+    LRESULT OnCreate();
+    LRESULT OnDestroy();
+    LRESULT OnSize();
+    LRESULT OnGetMinMaxInfo(MINMAXINFO* info);
+    LRESULT OnNotify(NMHDR* notification);
+    LRESULT OnBandsNotify(const NMHDR& notification);
+    LRESULT OnCommand(UINT command, bool fromKeyboard);
+    LRESULT OnDatabaseChange(WPARAM code, LPARAM lParam);
+    LRESULT OnSelectionChanged(int flag);
+
+    bool BuildContents();
+    void RefitList();
+
     HWND m_window = nullptr;
+    HINSTANCE m_instance = nullptr;
+    MainBands m_bands;
+    ColumnSet m_columns;
+    EntryList m_list;
+    // Set once everything stored has been loaded: from then on it may be stored again.
+    bool m_loaded = false;
 };

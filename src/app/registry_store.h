@@ -1,5 +1,5 @@
-// RegistryStore: the program's settings under one key of HKEY_CURRENT_USER, read where they are used, each time,
-// with that reader's default. Nothing is cached.
+// RegistryStore: the program's settings under one key of HKEY_CURRENT_USER, read where they are used, each
+// time, with that reader's default. Nothing is cached.
 #pragma once
 
 #include <windows.h>
@@ -8,7 +8,8 @@
 
 #include "util/owners.h"
 
-constexpr int kSettingTextSize = 156; // characters with the terminator; a longer stored text reads as the default
+constexpr int kSettingTextSize =
+    156; // characters with the terminator; a longer stored text reads as the default
 
 // Subkeys.
 constexpr const wchar_t* kOptions = L"Options";
@@ -29,14 +30,15 @@ class RegistryStore {
     // without regard to case. Reads never create a subkey and never report a missing one.
     DWORD GetNumber(const wchar_t* subkey, const wchar_t* name, DWORD defaultValue) const;
     // text has room for kSettingTextSize characters.
-    void GetString(const wchar_t* subkey, const wchar_t* name, const wchar_t* defaultText, wchar_t* text) const;
+    void GetString(const wchar_t* subkey, const wchar_t* name, const wchar_t* defaultText,
+                   wchar_t* text) const;
     // Always 1; a failure is reported.
     int SetNumber(const wchar_t* subkey, const wchar_t* name, DWORD value);
     int SetString(const wchar_t* subkey, const wchar_t* name, const wchar_t* text);
     // 1 when deleted or when there was nothing to delete, 0 when the deletion failed.
     int RemoveValue(const wchar_t* subkey, const wchar_t* name);
-    // The 1-based index of the first of the values prefix0, prefix1, ... that equals the text (case matters), or 0.
-    // The list ends at its first empty or missing value, at the latest after count values.
+    // The 1-based index of the first of the values prefix0, prefix1, ... that equals the text (case matters),
+    // or 0. The list ends at its first empty or missing value, at the latest after count values.
     int FindListString(const wchar_t* subkey, const wchar_t* prefix, const wchar_t* text, int count) const;
 
     // Shows the system's text for an error code in a box titled "Error".

@@ -1,0 +1,105 @@
+#include "app/command_table.h"
+
+#include <initializer_list>
+
+#include "app/companions.h"
+#include "app/main_bands.h"
+#include "app/main_window.h"
+#include "list/entry_commands.h"
+#include "res/resource.h"
+#include "ui/launch.h"
+
+namespace {
+
+void RunNew(MainWindow& window, UINT)
+{
+    NewEntry(window.Handle(), window.List());
+}
+void RunEdit(MainWindow& window, UINT)
+{
+    EditEntry(window.Handle(), window.List());
+}
+void RunDelete(MainWindow& window, UINT)
+{
+    DeleteEntries(window.List());
+}
+void RunCopy(MainWindow& window, UINT)
+{
+    CopyEntries(window.List());
+}
+void RunPaste(MainWindow& window, UINT)
+{
+    PasteEntries(window.List());
+}
+void RunCompanion(MainWindow& window, UINT command)
+{
+    LaunchCompanionOf(command, window.Handle());
+}
+void RunHelp(MainWindow& window, UINT)
+{
+    ShowHelp(kHelpMain, window.Handle());
+}
+void RunQuit(MainWindow& window, UINT)
+{
+    window.Close();
+}
+void RunAbout(MainWindow& window, UINT)
+{
+    window.ShowAbout();
+}
+void RunNothing(MainWindow&, UINT) {}
+
+constexpr Command kCommands[] = {
+    {CMD_NEW_ENTRY, RunNew},
+    {CMD_EDIT_ENTRY, RunEdit},
+    {CMD_DELETE_ENTRY, RunDelete},
+    {CMD_CATEGORIES_LIST, nullptr},
+    {CMD_SUBJECTS_LIST, nullptr},
+    {CMD_CLEAR_CATEGORIES, nullptr},
+    {CMD_CALENDAR, RunCompanion},
+    {CMD_CONTACTS, RunCompanion},
+    {CMD_INBOX, RunCompanion},
+    {CMD_TASKS, RunCompanion},
+    {CMD_FIND, nullptr},
+    {CMD_OPTIONS, nullptr},
+    {CMD_FILTER_CATEGORIES, nullptr},
+    {CMD_FILTER_MONTHS, nullptr},
+    {CMD_CLEAR_FILTER, nullptr},
+    {CMD_EXPORT, nullptr},
+    {CMD_NOTHING, RunNothing},
+    {CMD_CUSTOMIZE_COLUMNS, nullptr},
+    {CMD_MY_HANDHELD, RunCompanion},
+    {CMD_HELP_CONTENTS, RunHelp},
+    {CMD_QUIT, RunQuit},
+    {CMD_CUT, RunDelete}, // Cut deletes and copies nothing
+    {CMD_PASTE, RunPaste},
+    {CMD_COPY, RunCopy},
+    {CMD_ABOUT, RunAbout},
+};
+
+} // namespace
+
+const Command* FindCommand(UINT id)
+{
+    for (const Command& command : kCommands)
+        if (command.id == id)
+            return &command;
+    return nullptr;
+}
+
+void GreyMissingCommands(MainBands& bands)
+{
+    for (const Command& command : kCommands)
+        if (!command.run)
+            bands.EnableCommand(command.id, false);
+}
+
+void EnableEntryCommands(MainBands& bands, const SelectionState& state)
+{
+    for (const UINT command :
+         std::initializer_list<UINT>{CMD_DELETE_ENTRY, CMD_COPY, CMD_CUT, CMD_EDIT_ENTRY})
+        bands.EnableCommand(command, state.hasSelection);
+    const bool canPaste = state.hasCurrentEntry && state.flag;
+    bands.EnableButton(CMD_PASTE, canPaste);
+    bands.EnableMenuCommand(CMD_PASTE, canPaste && state.hasSelection);
+}

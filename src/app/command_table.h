@@ -1,0 +1,26 @@
+// The one place where a command of the main window is born: its handler and when it is enabled. Menu, buttons
+// and accelerators refer to its identifier alone.
+#pragma once
+
+#include <windows.h>
+
+class MainWindow;
+
+struct Command {
+    UINT id;
+    void (*run)(MainWindow& window, UINT command); // null: not there yet, grey
+};
+
+// Null for an identifier that is no command.
+const Command* FindCommand(UINT id);
+
+// Greys what has no handler, in the menu and on the button bar.
+class MainBands;
+void GreyMissingCommands(MainBands& bands);
+// The rules for Delete, Copy, Cut, Edit and Paste.
+struct SelectionState {
+    bool hasSelection;    // at least one entry is selected
+    bool hasCurrentEntry; // there is an entry that the editor would open
+    bool flag;            // the selection flag
+};
+void EnableEntryCommands(MainBands& bands, const SelectionState& state);

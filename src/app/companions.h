@@ -1,0 +1,7 @@
+// The programs that the Go and Help menus start.
+#pragma once
+
+#include <windows.h>
+
+// Starts the companion of a command (CMD_CALENDAR and the like); nothing for any other command.
+void LaunchCompanionOf(UINT command, HWND owner);

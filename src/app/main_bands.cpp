@@ -1,0 +1,146 @@
+#include "app/main_bands.h"
+
+#include <strsafe.h>
+
+#include "app/band_layout.h"
+#include "res/resource.h"
+#include "ui/command_bands.h"
+#include "ui/image_list.h"
+#include "ui/scale.h"
+
+namespace {
+
+constexpr int kMenuBand = 0;
+constexpr int kButtonBand = 1;
+constexpr int kBandImageWidth = 16;
+constexpr int kFilterButtonWidth = 110;
+constexpr int kStandardImageCount = 15;
+
+// Images: 0 to 2 are our own, the system's standard images follow from 3.
+constexpr int kStandardImages = 3;
+
+struct Button {
+    int image;
+    UINT command; // 0: a separator
+    BYTE style;
+    const wchar_t* tooltip;
+};
+
+constexpr Button kButtons[] = {
+    {0, CMD_NEW_ENTRY, BTNS_BUTTON, L"New"},
+    {1, CMD_EDIT_ENTRY, BTNS_BUTTON, L"Edit"},
+    {kStandardImages + STD_DELETE, CMD_DELETE_ENTRY, BTNS_BUTTON, L"Delete"},
+    {0, 0, BTNS_SEP, nullptr},
+    {kStandardImages + STD_CUT, CMD_CUT, BTNS_BUTTON, L"Cut"},
+    {kStandardImages + STD_COPY, CMD_COPY, BTNS_BUTTON, L"Copy"},
+    {kStandardImages + STD_PASTE, CMD_PASTE, BTNS_BUTTON, L"Paste"},
+    {0, 0, BTNS_SEP, nullptr},
+    {kStandardImages + STD_FIND, CMD_FIND, BTNS_BUTTON, L"Find"},
+    {2, CMD_CONTACTS, BTNS_DROPDOWN, nullptr},
+    {0, 0, BTNS_SEP, nullptr},
+};
+constexpr int kButtonCount = static_cast<int>(sizeof kButtons / sizeof kButtons[0]);
+
+} // namespace
+
+bool MainBands::Create(HINSTANCE instance, HWND parent, const RegistryStore& settings)
+{
+    if (!CreateBands(instance, parent, settings) || !CreateMenu(instance) || !CreateButtons(instance))
+        return false;
+    if (!CommandBands_AddAdornments(m_bands, instance, kAdornments))
+        return false;
+    AddRunTimeMenuItems();
+    for (int band : {kMenuBand, kButtonBand})
+        if (IsBandStoredMaximized(band, settings))
+            SendMessageW(m_bands, RB_MAXIMIZEBAND, static_cast<WPARAM>(band), FALSE);
+    return true;
+}
+
+bool MainBands::CreateBands(HINSTANCE instance, HWND parent, const RegistryStore& settings)
+{
+    const REBARBANDINFOW bands[kBandCount] = {LoadBand(kMenuBand, settings), LoadBand(kButtonBand, settings)};
+    m_images = LoadImageStrip(instance, IDB_BANDS, kBandImageWidth, CLR_NONE);
+    m_bands = CommandBands_Create(instance, parent, IDC_BANDS, RBS_BANDBORDERS, m_images.get());
+    return m_bands && CommandBands_AddBands(m_bands, instance, kBandCount, bands);
+}
+
+bool MainBands::CreateMenu(HINSTANCE instance)
+{
+    m_menuBar = CommandBands_GetCommandBar(m_bands, kMenuBand);
+    m_buttonBar = CommandBands_GetCommandBar(m_bands, kButtonBand);
+    return m_menuBar && m_buttonBar && CommandBar_InsertMenubar(m_menuBar, instance, IDR_MAIN_MENU);
+}
+
+bool MainBands::CreateButtons(HINSTANCE instance)
+{
+    for (int bitmap : {IDB_NEW_ENTRY, IDB_EDIT_ENTRY, IDB_FILTER})
+        if (CommandBar_AddBitmap(m_buttonBar, instance, bitmap, 1) < 0)
+            return false;
+    if (CommandBar_AddBitmap(m_buttonBar, HINST_COMMCTRL, IDB_STD_SMALL_COLOR, kStandardImageCount) < 0)
+        return false;
+    TBBUTTON buttons[kButtonCount]{};
+    for (int i = 0; i < kButtonCount; ++i) {
+        buttons[i].iBitmap = kButtons[i].image;
+        buttons[i].idCommand = static_cast<int>(kButtons[i].command);
+        buttons[i].fsState = TBSTATE_ENABLED;
+        buttons[i].fsStyle = kButtons[i].style;
+    }
+    if (!SendMessageW(m_buttonBar, TB_ADDBUTTONSW, kButtonCount, reinterpret_cast<LPARAM>(buttons)))
+        return false;
+    wchar_t text[] = L"None";
+    TBBUTTONINFOW info{};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_TEXT | TBIF_SIZE;
+    info.pszText = text;
+    info.cx = static_cast<WORD>(Scale(kFilterButtonWidth));
+    return SendMessageW(m_buttonBar, TB_SETBUTTONINFOW, CMD_CONTACTS, reinterpret_cast<LPARAM>(&info)) != 0;
+}
+
+void MainBands::AddRunTimeMenuItems()
+{
+    HMENU menu = CommandBar_GetMenu(m_menuBar);
+    HMENU file = GetSubMenu(menu, 0);
+    AppendMenuW(file, MF_SEPARATOR, 0, nullptr);
+    AppendMenuW(file, MF_STRING, CMD_QUIT, L"&Quit");
+    InsertMenuW(GetSubMenu(menu, 2), 2, MF_BYPOSITION | MF_STRING, CMD_MY_HANDHELD, L"&My Handheld PC");
+}
+
+int MainBands::Height() const
+{
+    return CommandBands_Height(m_bands);
+}
+
+void MainBands::Resize()
+{
+    SendMessageW(m_bands, WM_SIZE, 0, 0);
+}
+
+void MainBands::EnableCommand(UINT command, bool enable)
+{
+    EnableButton(command, enable);
+    EnableMenuCommand(command, enable);
+}
+
+void MainBands::EnableButton(UINT command, bool enable)
+{
+    SendMessageW(m_buttonBar, TB_ENABLEBUTTON, command, MAKELPARAM(enable, 0));
+}
+
+void MainBands::EnableMenuCommand(UINT command, bool enable)
+{
+    EnableMenuItem(CommandBar_GetMenu(m_menuBar), command,
+                   static_cast<UINT>(MF_BYCOMMAND | (enable ? MF_ENABLED : MF_GRAYED)));
+}
+
+bool MainBands::IsMenuCommandEnabled(UINT command) const
+{
+    const UINT state = GetMenuState(CommandBar_GetMenu(m_menuBar), command, MF_BYCOMMAND);
+    return state == static_cast<UINT>(-1) || !(state & (MF_GRAYED | MF_DISABLED));
+}
+
+void MainBands::OnGetInfoTip(NMTBGETINFOTIPW* tip) const
+{
+    for (const Button& button : kButtons)
+        if (button.tooltip && button.command == static_cast<UINT>(tip->iItem))
+            StringCchCopyW(tip->pszText, static_cast<size_t>(tip->cchTextMax), button.tooltip);
+}
