@@ -1,7 +1,5 @@
 #include "support/test_store.h"
 
-#include <shlwapi.h>
-
 #include "util/owners.h"
 
 namespace {
@@ -17,6 +15,16 @@ UniqueKernelHandle OpenTestFile(const std::wstring& path, DWORD access, DWORD di
     HANDLE file = CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                               disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
     return UniqueKernelHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
+}
+
+// The key itself stays: the application object of the test's process may hold it open.
+void EmptyJournalKey()
+{
+    HKEY key = nullptr;
+    if (RegCreateKeyW(HKEY_CURRENT_USER, L"Software\\Quillmarsh\\Journal", &key) != ERROR_SUCCESS)
+        return;
+    const UniqueKey owner(key);
+    RegDeleteTreeW(key, nullptr);
 }
 
 } // namespace
@@ -38,8 +46,8 @@ TestStore::~TestStore()
     DeleteStoreFiles(m_path);
 }
 
-TestRegistry::TestRegistry() { SHDeleteKeyW(HKEY_CURRENT_USER, L"Software\\Quillmarsh"); }
-TestRegistry::~TestRegistry() { SHDeleteKeyW(HKEY_CURRENT_USER, L"Software\\Quillmarsh"); }
+TestRegistry::TestRegistry() { EmptyJournalKey(); }
+TestRegistry::~TestRegistry() { EmptyJournalKey(); }
 
 std::string ReadFileBytes(const std::wstring& path)
 {
