@@ -1,11 +1,11 @@
-// CeDBase: one database (journal, categories or contacts) of the device's store, as the program sees it: records
-// with an identifier, walked in the database's current sort order.
+// CeDBase: one database (journal, categories or contacts) of the device's store, as the program sees it:
+// records with an identifier, walked in the database's current sort order.
 //
 // All objects of a process share one connection to one SQLite file (see docs/store.md), so opening a second
 // database while a first is open costs nothing. Everything runs on the thread that opened it.
 //
-// Operations return 1 for success and 0 for failure. A write either is on disk when it returns or has returned 0
-// and left the record as it was. Identifiers are never reused.
+// Operations return 1 for success and 0 for failure. A write either is on disk when it returns or has
+// returned 0 and left the record as it was. Identifiers are never reused.
 #pragma once
 
 #include "mervane/ce_types.h"
@@ -41,8 +41,8 @@ class CeDBase {
     virtual int Close();
 
     // flag is always 1 here. Records that lack the property come last in either direction, equal ones by
-    // identifier; texts sort by the user's locale without regard to case. A property that this database does not
-    // have leaves the order as it is.
+    // identifier; texts sort by the user's locale without regard to case. A property that this database does
+    // not have leaves the order as it is.
     virtual void SetSort(const SORTORDERSPEC& sort, int flag);
     virtual void GetSort(SORTORDERSPEC* sort) const;
 
@@ -58,10 +58,11 @@ class CeDBase {
 
     // Reads the current record. *count: how many properties are wanted, 0 = all that it has; wanted: their
     // identifiers (may be null when *count is 0). Returns the identifier of the record read, 0 on failure. On
-    // success *properties is one LocalAlloc block, which the caller frees with one LocalFree and which holds the
-    // texts and blobs too, and *count is the number of properties in it. With *count 0 they come in ascending
-    // property number; otherwise in the order asked for, those that the record lacks flagged CEDB_PROPNOTFOUND.
-    // On failure *properties is null and *count 0. A stored value of an unexpected type reads as absent.
+    // success *properties is one LocalAlloc block, which the caller frees with one LocalFree and which holds
+    // the texts and blobs too, and *count is the number of properties in it. With *count 0 they come in
+    // ascending property number; otherwise in the order asked for, those that the record lacks flagged
+    // CEDB_PROPNOTFOUND. On failure *properties is null and *count 0. A stored value of an unexpected type
+    // reads as absent.
     virtual CEOID ReadRecord(WORD* count, const CEPROPID* wanted, CEPROPVAL** properties);
 
     // Writes to the record id, or creates one when id is 0. Changes only the properties sent; those flagged
@@ -76,17 +77,22 @@ class CeDBase {
     [[nodiscard]] CEOID IdOfRow(uint32_t row);
     [[nodiscard]] int RowOf(CEOID id);
 
-    // A text property of a record, cut to size - 1 characters and terminated; returns its length, 0 (and an empty
-    // text) when there is none.
+    // A text property of a record, cut to size - 1 characters and terminated; returns its length, 0 (and an
+    // empty text) when there is none.
     int GetStr(CEOID id, wchar_t* text, int size, CEPROPID property);
 
+    // The place of a category or contact in the order of the names, whatever the sort; one that is not there
+    // or has no name comes behind all others.
+    uint32_t NameRank(CEOID id);
+
     // The names of a blob's records, in the order of the names, joined with the separator, as one LocalAlloc
-    // block that the caller frees; returns its length. Records that no longer exist are not named. With no names
-    // *text is null and the result 0. A blob of a wrong shape names what it validly holds.
+    // block that the caller frees; returns its length. Records that no longer exist are not named. With no
+    // names *text is null and the result 0. A blob of a wrong shape names what it validly holds.
     int SetStrFromBlob(const CEBLOB& blob, wchar_t separator, wchar_t** text);
 
-    // Holds one read transaction while it lives, so that a page or a full pass asks the system for its locks once
-    // and sees one state of the store. They nest. A write inside a scope is possible: it renews the scope's view.
+    // Holds one read transaction while it lives, so that a page or a full pass asks the system for its locks
+    // once and sees one state of the store. They nest. A write inside a scope is possible: it renews the
+    // scope's view.
     class ReadScope {
       public:
         explicit ReadScope(CeDBase& database);
@@ -98,7 +104,8 @@ class CeDBase {
         std::shared_ptr<mervane::Store> m_store;
     };
 
-    // Bulk work: one transaction for all writes of its life, announced to other processes with the codes 1 and
+    // Bulk work: one transaction for all writes of its life, announced to other processes with the codes 1
+    // and
     // 15. Commit returns 1 when everything is on disk; without it, or when it fails, nothing was changed.
     class BulkScope {
       public:
@@ -118,12 +125,14 @@ class CeDBase {
   protected:
     explicit CeDBase(mervane::TableId table);
 
-    // Opens the store if this process has not yet, and this database in it. owner, which may be null, gets the
-    // change notifications until Close.
+    // Opens the store if this process has not yet, and this database in it. owner, which may be null, gets
+    // the change notifications until Close.
     [[nodiscard]] int OpenTable(HWND owner);
+    // null while closed
+    const std::shared_ptr<mervane::Store>& SharedStore() const { return m_store; }
 
   private:
     mervane::TableId m_table;
-    std::shared_ptr<mervane::Store> m_store;     // null while closed
-    std::unique_ptr<mervane::Cursor> m_cursor;   // sort order and current record
+    std::shared_ptr<mervane::Store> m_store;   // null while closed
+    std::unique_ptr<mervane::Cursor> m_cursor; // sort order and current record
 };

@@ -43,6 +43,15 @@ struct SORTORDERSPEC {
     DWORD dwFlags;
 };
 
-constexpr WORD PropertyType(CEPROPID id) { return static_cast<WORD>(id & 0xFFFF); }
-constexpr WORD PropertyNumber(CEPROPID id) { return static_cast<WORD>(id >> 16); }
-constexpr CEPROPID MakePropertyId(WORD number, WORD type) { return (CEPROPID{number} << 16) | type; }
+constexpr WORD PropertyType(CEPROPID id)
+{
+    return static_cast<WORD>(id & 0xFFFF);
+}
+constexpr WORD PropertyNumber(CEPROPID id)
+{
+    return static_cast<WORD>(id >> 16);
+}
+constexpr CEPROPID MakePropertyId(WORD number, WORD type)
+{
+    return (CEPROPID{number} << 16) | type;
+}

@@ -25,10 +25,10 @@ class DbCategories : public CeDBase {
     // Sets all use counts to 0.
     int Reset();
 
-    // Makes the stack's blob: a count and the identifiers, 32 bits each, little-endian. blob->lpb is a LocalAlloc
-    // block that the caller frees. An empty stack gives {0, null}.
+    // Makes the stack's blob: a count and the identifiers, 32 bits each, little-endian. blob->lpb is a
+    // LocalAlloc block that the caller frees. An empty stack gives {0, null}.
     int SetBlobFromStack(const ZStack& stack, CEBLOB* blob);
-    // Empties the stack and fills it with the blob's categories, each carrying the low 16 bits of flags. 0 for a
-    // blob of a wrong shape, whose valid leading identifiers are taken all the same.
+    // Empties the stack and fills it with the blob's categories, each carrying the low 16 bits of flags. 0
+    // for a blob of a wrong shape, whose valid leading identifiers are taken all the same.
     int SetStackFromBlob(ZStack* stack, const CEBLOB& blob, DWORD flags);
 };

@@ -18,7 +18,8 @@ class ZStack {
     void Push(ZCategory category) { m_items.push_back(category); }
     // 0 when the stack is empty; otherwise the last item leaves it.
     int Pop(ZCategory* category);
-    // The item of a category, owned by the stack and valid until the stack changes; null when it is not there.
+    // The item of a category, owned by the stack and valid until the stack changes; null when it is not
+    // there.
     ZCategory* Find(CEOID id);
     const ZCategory* Find(CEOID id) const;
     int Remove(CEOID id); // 0 when it is not there

@@ -1,0 +1,22 @@
+// A row of a table as the one LocalAlloc block that a record read hands out.
+#pragma once
+
+#include <span>
+
+#include "mervane/property_map.h"
+#include "mervane/sql_database.h"
+
+namespace mervane {
+
+// One property of the answer.
+struct WantedColumn {
+    CEPROPID id;
+    const Property* property; // null: the table has none of this identifier
+    int column;               // its place in the row
+};
+
+// Packs the wanted columns of the statement's current row. Those that the row lacks are flagged, or left out
+// when skipMissing is set; *count is the number of properties in the block. Null when there is no memory.
+CEPROPVAL* PackRow(const Statement& row, std::span<const WantedColumn> wanted, bool skipMissing, WORD* count);
+
+} // namespace mervane

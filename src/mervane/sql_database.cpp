@@ -1,0 +1,188 @@
+#include "mervane/sql_database.h"
+
+#include <sqlite3.h>
+
+#include <utility>
+
+#include "mervane/text_codec.h"
+
+namespace mervane {
+
+namespace {
+
+// How long a statement waits for another process's lock.
+constexpr int kBusyTimeout = 2500; // milliseconds
+
+int OpenFlags(Database::Mode mode)
+{
+    switch (mode) {
+    case Database::Mode::ReadOnly: return SQLITE_OPEN_READONLY;
+    case Database::Mode::ReadWrite: return SQLITE_OPEN_READWRITE;
+    case Database::Mode::Create: return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    }
+    return SQLITE_OPEN_READONLY;
+}
+
+} // namespace
+
+bool Database::Open(const std::wstring& path, Mode mode)
+{
+    Close();
+    const std::string name = EncodeText(path);
+    if (sqlite3_open_v2(name.c_str(), &m_handle, OpenFlags(mode), nullptr) != SQLITE_OK) {
+        Close();
+        return false;
+    }
+    sqlite3_busy_timeout(m_handle, kBusyTimeout);
+    return true;
+}
+
+void Database::Close()
+{
+    sqlite3_close_v2(std::exchange(m_handle, nullptr));
+}
+
+bool Database::IsReadOnly() const
+{
+    return sqlite3_db_readonly(m_handle, "main") != 0;
+}
+
+void Database::KeepLog()
+{
+    sqlite3_db_config(m_handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+}
+
+bool Database::Execute(const char* sql)
+{
+    return sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+std::optional<int64_t> Database::QueryInteger(const char* sql)
+{
+    Statement statement(*this, sql);
+    if (statement.Step() != Statement::Result::Row)
+        return std::nullopt;
+    return statement.Integer(0);
+}
+
+bool Database::InTransaction() const
+{
+    return m_handle && !sqlite3_get_autocommit(m_handle);
+}
+int64_t Database::LastInsertId() const
+{
+    return sqlite3_last_insert_rowid(m_handle);
+}
+int Database::Changes() const
+{
+    return sqlite3_changes(m_handle);
+}
+
+Statement::Statement(Database& database, std::string_view sql)
+{
+    if (database.IsOpen())
+        sqlite3_prepare_v3(database.Handle(), sql.data(), static_cast<int>(sql.size()),
+                           SQLITE_PREPARE_PERSISTENT, &m_statement, nullptr);
+}
+
+Statement::~Statement()
+{
+    sqlite3_finalize(m_statement);
+}
+
+Statement::Statement(Statement&& other) noexcept : m_statement(std::exchange(other.m_statement, nullptr)) {}
+
+Statement& Statement::operator=(Statement&& other) noexcept
+{
+    std::swap(m_statement, other.m_statement);
+    return *this;
+}
+
+void Statement::BindInteger(int parameter, int64_t value)
+{
+    if (m_statement)
+        sqlite3_bind_int64(m_statement, parameter, value);
+}
+
+void Statement::BindText(int parameter, std::string_view text)
+{
+    // An empty view may have no address, which would bind NULL.
+    if (m_statement)
+        sqlite3_bind_text64(m_statement, parameter, text.empty() ? "" : text.data(), text.size(),
+                            SQLITE_STATIC, SQLITE_UTF8);
+}
+
+void Statement::BindBlob(int parameter, std::span<const BYTE> bytes)
+{
+    if (m_statement && bytes.empty())
+        sqlite3_bind_zeroblob(m_statement, parameter, 0);
+    else if (m_statement)
+        sqlite3_bind_blob64(m_statement, parameter, bytes.data(), bytes.size(), SQLITE_STATIC);
+}
+
+void Statement::BindNull(int parameter)
+{
+    if (m_statement)
+        sqlite3_bind_null(m_statement, parameter);
+}
+
+Statement::Result Statement::Step()
+{
+    if (!m_statement)
+        return Result::Failed;
+    switch (sqlite3_step(m_statement)) {
+    case SQLITE_ROW: return Result::Row;
+    case SQLITE_DONE: return Result::Done;
+    default: return Result::Failed;
+    }
+}
+
+void Statement::Reset()
+{
+    if (m_statement)
+        sqlite3_reset(m_statement);
+}
+
+std::optional<int64_t> Statement::Integer(int column) const
+{
+    if (sqlite3_column_type(m_statement, column) != SQLITE_INTEGER)
+        return std::nullopt;
+    return sqlite3_column_int64(m_statement, column);
+}
+
+std::optional<std::string_view> Statement::Text(int column) const
+{
+    if (sqlite3_column_type(m_statement, column) != SQLITE_TEXT)
+        return std::nullopt;
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
+    const int length = sqlite3_column_bytes(m_statement, column);
+    return text ? std::string_view(text, static_cast<size_t>(length)) : std::string_view();
+}
+
+std::optional<std::span<const BYTE>> Statement::Blob(int column) const
+{
+    if (sqlite3_column_type(m_statement, column) != SQLITE_BLOB)
+        return std::nullopt;
+    const auto* bytes = static_cast<const BYTE*>(sqlite3_column_blob(m_statement, column));
+    return std::span(bytes, bytes ? static_cast<size_t>(sqlite3_column_bytes(m_statement, column)) : 0);
+}
+
+Transaction::Transaction(Database& database)
+    : m_database(database), m_open(!database.InTransaction() && database.Execute("BEGIN IMMEDIATE"))
+{}
+
+Transaction::~Transaction()
+{
+    if (m_open)
+        (void)m_database.Execute("ROLLBACK");
+}
+
+bool Transaction::Commit()
+{
+    if (!m_open || !m_database.InTransaction() || !m_database.Execute("COMMIT"))
+        return false;
+    m_open = false;
+    return true;
+}
+
+} // namespace mervane

@@ -1,0 +1,113 @@
+// A thin layer over SQLite without exceptions: a connection, a prepared statement. sqlite3.h shows in no
+// header.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace mervane {
+
+// One connection; closed at the end.
+class Database {
+  public:
+    enum class Mode { ReadOnly, ReadWrite, Create };
+
+    Database() = default;
+    ~Database() { Close(); }
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    [[nodiscard]] bool Open(const std::wstring& path, Mode mode);
+    // Every statement of the connection must be gone.
+    void Close();
+    bool IsOpen() const { return m_handle != nullptr; }
+    bool IsReadOnly() const;
+    // Closing leaves the write-ahead log as it is.
+    void KeepLog();
+
+    // Runs statements that give no rows that matter.
+    [[nodiscard]] bool Execute(const char* sql);
+    // The first column of the first row, when it is an integer.
+    std::optional<int64_t> QueryInteger(const char* sql);
+
+    bool InTransaction() const;
+    int64_t LastInsertId() const;
+    int Changes() const; // rows that the last statement changed
+    sqlite3* Handle() const { return m_handle; }
+
+  private:
+    sqlite3* m_handle = nullptr;
+};
+
+// A prepared statement. One that failed to compile is inert: binding does nothing, Step fails.
+class Statement {
+  public:
+    enum class Result { Row, Done, Failed };
+
+    Statement() = default;
+    Statement(Database& database, std::string_view sql);
+    ~Statement();
+    Statement(Statement&& other) noexcept;
+    Statement& operator=(Statement&& other) noexcept;
+
+    bool IsValid() const { return m_statement != nullptr; }
+
+    // Parameters from 1. Texts and blobs are borrowed until Reset.
+    void BindInteger(int parameter, int64_t value);
+    void BindText(int parameter, std::string_view text);
+    void BindBlob(int parameter, std::span<const BYTE> bytes);
+    void BindNull(int parameter);
+
+    [[nodiscard]] Result Step();
+    // Steps a statement that gives no rows.
+    [[nodiscard]] bool Run() { return Step() == Result::Done; }
+    // Ends the execution and gives back the locks it holds.
+    void Reset();
+
+    // Columns from 0 of the current row; none when the value is of another type. What is returned is borrowed
+    // until the next Step or Reset.
+    std::optional<int64_t> Integer(int column) const;
+    std::optional<std::string_view> Text(int column) const;
+    std::optional<std::span<const BYTE>> Blob(int column) const;
+
+  private:
+    sqlite3_stmt* m_statement = nullptr;
+};
+
+// Resets a statement at the end of its use.
+class ScopedReset {
+  public:
+    explicit ScopedReset(Statement& statement) : m_statement(statement) {}
+    ~ScopedReset() { m_statement.Reset(); }
+    ScopedReset(const ScopedReset&) = delete;
+    ScopedReset& operator=(const ScopedReset&) = delete;
+
+  private:
+    Statement& m_statement;
+};
+
+// A write transaction, rolled back unless committed. Failing to begin makes Commit fail too.
+class Transaction {
+  public:
+    explicit Transaction(Database& database);
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+    bool IsOpen() const { return m_open; }
+    [[nodiscard]] bool Commit();
+
+  private:
+    Database& m_database;
+    bool m_open;
+};
+
+} // namespace mervane

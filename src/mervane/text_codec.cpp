@@ -1,0 +1,126 @@
+#include "mervane/text_codec.h"
+
+#include <cstdint>
+#include <cstring>
+
+namespace mervane {
+
+namespace {
+
+constexpr wchar_t kReplacement = 0xFFFD;
+
+bool IsHighSurrogate(char32_t unit)
+{
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+bool IsLowSurrogate(char32_t unit)
+{
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+void AppendTail(std::string& out, char32_t code, int shift)
+{
+    for (; shift >= 0; shift -= 6)
+        out += static_cast<char>(0x80 | ((code >> shift) & 0x3F));
+}
+
+void AppendCode(std::string& out, char32_t code)
+{
+    if (code < 0x80) {
+        out += static_cast<char>(code);
+    } else if (code < 0x800) {
+        out += static_cast<char>(0xC0 | (code >> 6));
+        AppendTail(out, code, 0);
+    } else if (code < 0x10000) {
+        out += static_cast<char>(0xE0 | (code >> 12));
+        AppendTail(out, code, 6);
+    } else {
+        out += static_cast<char>(0xF0 | (code >> 18));
+        AppendTail(out, code, 12);
+    }
+}
+
+struct Decoded {
+    char32_t code;
+    size_t length; // bytes taken; 0: no valid sequence
+};
+
+int TailLength(unsigned char lead)
+{
+    if (lead >= 0xC2 && lead <= 0xDF)
+        return 1;
+    if (lead >= 0xE0 && lead <= 0xEF)
+        return 2;
+    if (lead >= 0xF0 && lead <= 0xF4)
+        return 3;
+    return 0;
+}
+
+// A sequence of two to four bytes. Overlong forms and what lies past U+10FFFF are none.
+Decoded DecodeSequence(const unsigned char* bytes, size_t available)
+{
+    constexpr char32_t kSmallest[] = {0, 0x80, 0x800, 0x10000};
+    const int tail = TailLength(bytes[0]);
+    if (tail == 0 || available <= static_cast<size_t>(tail))
+        return {0, 0};
+    char32_t code = bytes[0] & (0x3Fu >> tail);
+    for (int i = 1; i <= tail; ++i) {
+        if ((bytes[i] & 0xC0) != 0x80)
+            return {0, 0};
+        code = code << 6 | (bytes[i] & 0x3Fu);
+    }
+    if (code < kSmallest[tail] || code > 0x10FFFF)
+        return {0, 0};
+    return {code, static_cast<size_t>(tail) + 1};
+}
+
+wchar_t* PutCode(wchar_t* out, char32_t code)
+{
+    if (code < 0x10000) {
+        *out++ = static_cast<wchar_t>(code);
+        return out;
+    }
+    *out++ = static_cast<wchar_t>(0xD800 + ((code - 0x10000) >> 10));
+    *out++ = static_cast<wchar_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
+    return out;
+}
+
+} // namespace
+
+std::string EncodeText(std::wstring_view text)
+{
+    std::string out;
+    out.reserve(text.size() + text.size() / 8);
+    for (size_t i = 0; i < text.size(); ++i) {
+        char32_t code = text[i];
+        if (IsHighSurrogate(code) && i + 1 < text.size() && IsLowSurrogate(text[i + 1]))
+            code = 0x10000 + ((code - 0xD800) << 10) + (char32_t{text[++i]} - 0xDC00);
+        AppendCode(out, code);
+    }
+    return out;
+}
+
+size_t DecodeText(std::string_view text, wchar_t* out)
+{
+    const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+    wchar_t* const start = out;
+    for (size_t i = 0; i < text.size() && bytes[i];) {
+        if (bytes[i] < 0x80) {
+            *out++ = bytes[i++];
+            continue;
+        }
+        const Decoded decoded = DecodeSequence(bytes + i, text.size() - i);
+        out = PutCode(out, decoded.length ? decoded.code : char32_t{kReplacement});
+        i += decoded.length ? decoded.length : 1;
+    }
+    return static_cast<size_t>(out - start);
+}
+
+std::wstring DecodeText(std::string_view text)
+{
+    std::wstring out(text.size(), L'\0');
+    out.resize(DecodeText(text, out.data()));
+    return out;
+}
+
+} // namespace mervane

@@ -1,0 +1,18 @@
+// UTF-16 to the store's UTF-8 and back, without loss: an unpaired surrogate, which strict UTF-8 has no place
+// for, is written as the three bytes of its own value.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace mervane {
+
+std::string EncodeText(std::wstring_view text);
+
+// Decodes up to the first NUL into out, which has room for text.size() units; returns the units written.
+// Bytes that are no such encoding become U+FFFD, one each.
+size_t DecodeText(std::string_view text, wchar_t* out);
+std::wstring DecodeText(std::string_view text);
+
+} // namespace mervane
