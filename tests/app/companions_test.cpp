@@ -1,0 +1,71 @@
+#include "app/companions.h"
+
+#include <gtest/gtest.h>
+
+#include "support/test_windows.h"
+#include "ui/launch.h"
+
+namespace {
+
+struct Failure {
+    UINT command;
+    const wchar_t* text;
+    const wchar_t* title;
+};
+
+class Companions : public testing::TestWithParam<Failure> {};
+
+TEST_P(Companions, AMissingProgramIsToldInABox)
+{
+    const MessageBoxAnswerer answerer({IDCANCEL});
+    const TestParent owner;
+    LaunchCompanionOf(GetParam().command, owner.Handle());
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].text, GetParam().text);
+    EXPECT_EQ(answerer.Boxes()[0].caption, GetParam().title);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Companions,
+                         testing::Values(Failure{110, L"Error starting Calendar", L"Calendar not found"},
+                                         Failure{111, L"Error starting Address Book", L"Addrbook not found"},
+                                         Failure{112, L"Error starting Inbox", L"Pmail.exe not found"},
+                                         Failure{113, L"Error starting Tasks", L"Tasks.exe not found"},
+                                         Failure{125, L"Error starting explorer",
+                                                 L"iexplorm.exe not found"}));
+
+TEST(Launch, AMissingHelpViewerIsToldInABox)
+{
+    const MessageBoxAnswerer answerer({IDOK});
+    const TestParent owner;
+    ShowHelp(kHelpMain, owner.Handle());
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].text, L"Error starting help");
+    EXPECT_EQ(answerer.Boxes()[0].caption, L"PegHelp.exe not found");
+}
+
+TEST(Launch, HelpTopicsAreTheGivenCommandLines)
+{
+    EXPECT_STREQ(kHelpMain, L"pellwyn.htm#Main_Contents");
+    EXPECT_STREQ(kHelpFound, L"pellwyn.htm#Found_Window");
+    EXPECT_STREQ(kHelpEntry, L"pellwyn.htp#Entry_Window");
+}
+
+TEST(Launch, OtherCommandsStartNothing)
+{
+    const MessageBoxAnswerer answerer;
+    LaunchCompanionOf(123, nullptr);
+    EXPECT_TRUE(answerer.Boxes().empty());
+}
+
+TEST(Launch, AProgramBesideThisOneIsFoundFirst)
+{
+    wchar_t own[MAX_PATH];
+    GetModuleFileNameW(nullptr, own, MAX_PATH);
+    const std::wstring path = own;
+    const std::wstring name = path.substr(path.find_last_of(L'\\') + 1);
+    EXPECT_EQ(FindProgram(name.c_str()), path);
+    EXPECT_NE(FindProgram(L"cmd.exe").find(L"\\cmd.exe"), std::wstring::npos);
+    EXPECT_EQ(FindProgram(L"no-such-program.exe"), L"");
+}
+
+} // namespace

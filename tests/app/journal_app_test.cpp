@@ -1,0 +1,36 @@
+#include "app/journal_app.h"
+
+#include <gtest/gtest.h>
+
+#include "support/test_store.h"
+
+namespace {
+
+TEST(JournalApp, SettingsLieUnderItsKey)
+{
+    const TestRegistry registry;
+    App().SetNumber(L"Options", L"sort", 5);
+    DWORD value = 0, size = sizeof value;
+    ASSERT_EQ(RegGetValueW(HKEY_CURRENT_USER, L"Software\\Quillmarsh\\Journal\\Options", L"sort",
+                           RRF_RT_REG_DWORD, nullptr, &value, &size),
+              ERROR_SUCCESS);
+    EXPECT_EQ(value, 5u);
+}
+
+TEST(JournalApp, WorkAreaEdgesAreTheSystems)
+{
+    RECT area{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    EXPECT_EQ(WorkAreaRight(), area.right);
+    EXPECT_EQ(WorkAreaBottom(), area.bottom);
+}
+
+TEST(JournalApp, TheHourglassIsTheSystemsAndGoes)
+{
+    ShowHourglass();
+    EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_WAIT));
+    RemoveHourglass();
+    EXPECT_EQ(GetCursor(), nullptr);
+}
+
+} // namespace
