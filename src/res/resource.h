@@ -115,4 +115,15 @@
 #define IDC_ABOUT_BUILD 1102 /* empty in the template: the program writes the build text */
 #define IDC_ABOUT_NOTICE 1103
 
+/* The bitmaps at double size, for 144 dpi and more: the number of the bitmap plus 1000, images in the same order,
+   24 px for 12 and 32 px for 16, the same mask colour. */
+#define IDB_DOUBLE_SIZE 1000
+#define IDB_EDITOR_BAR_2X 1201
+#define IDB_LIST_IMAGES_2X 1210
+#define IDB_HEADER_IMAGES_2X 1211
+#define IDB_BANDS_2X 1212
+#define IDB_FILTER_2X 1213
+#define IDB_NEW_ENTRY_2X 1214
+#define IDB_EDIT_ENTRY_2X 1215
+
 #endif
