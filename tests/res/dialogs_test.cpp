@@ -157,8 +157,11 @@ TEST_F(DialogTemplateTest, AboutFitsTheHandheldsScreen)
     ASSERT_TRUE(Make(104));
     RECT place;
     GetWindowRect(m_dialog, &place);
-    EXPECT_LE(place.right - place.left, 640);
-    EXPECT_LE(place.bottom - place.top, 240);
+    HDC screen = GetDC(nullptr);
+    const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
+    ReleaseDC(nullptr, screen);
+    EXPECT_LE(place.right - place.left, MulDiv(640, dpi, 96));
+    EXPECT_LE(place.bottom - place.top, MulDiv(240, dpi, 96));
 }
 
 TEST(DialogTemplates, UseTheSystemsFont)

@@ -52,7 +52,8 @@ class Canvas:
         """outline: points of a closed line. paint: (red, green, blue), or a function of the height."""
         top = max(0, math.floor(min(y for _, y in outline)))
         bottom = min(self.size, math.ceil(max(y for _, y in outline)))
-        edges = [(a, b) if a[1] < b[1] else (b, a) for a, b in zip(outline, outline[1:] + outline[:1]) if a[1] != b[1]]
+        sides = zip(outline, outline[1:] + outline[:1])
+        edges = [(a, b) if a[1] < b[1] else (b, a) for a, b in sides if a[1] != b[1]]
         for y in range(top, bottom):
             near = [edge for edge in edges if edge[0][1] < y + 1 and edge[1][1] > y]
             cover = [0.0] * self.size

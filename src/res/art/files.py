@@ -5,19 +5,14 @@ import zlib
 
 
 def bmp(rows, palette):
-    """A bitmap of sixteen colours: tool bars map the mask colour through the colour table, which needs one."""
-    letters = list(palette)
+    """A bitmap of 24 bits a pixel: an image list keeps the depth of its bitmap, and only so all colours."""
     width, height = len(rows[0]), len(rows)
-    lines = []
-    for row in reversed(rows):
-        indexes = [letters.index(letter) for letter in row] + [0] * (-width % 8)
-        lines.append(bytes(high << 4 | low for high, low in zip(indexes[::2], indexes[1::2])))
-    table = b"".join(bytes((blue, green, red, 0)) for red, green, blue in palette.values())
-    table += bytes(4 * (16 - len(palette)))
-    pixels = b"".join(lines)
-    header = struct.pack("<IiiHHIIiiII", 40, width, height, 1, 4, 0, len(pixels), 3780, 3780, 16, 0)
-    offset = 14 + len(header) + len(table)
-    return struct.pack("<2sIHHI", b"BM", offset + len(pixels), 0, 0, offset) + header + table + pixels
+    padding = bytes(-3 * width % 4)
+    lines = (b"".join(bytes(reversed(palette[letter])) for letter in row) for row in reversed(rows))
+    pixels = b"".join(line + padding for line in lines)
+    header = struct.pack("<IiiHHIIiiII", 40, width, height, 1, 24, 0, len(pixels), 3780, 3780, 0, 0)
+    offset = 14 + len(header)
+    return struct.pack("<2sIHHI", b"BM", offset + len(pixels), 0, 0, offset) + header + pixels
 
 
 def png(pixels):
@@ -35,16 +30,17 @@ def png(pixels):
 def icon_bitmap(pixels):
     """One picture of an icon file, as a bitmap with alpha and the mask that older programs look at."""
     size = len(pixels)
-    colours = b"".join(bytes((blue, green, red, alpha)) for row in reversed(pixels) for red, green, blue, alpha in row)
-    mask = b""
+    colours = mask = b""
     for row in reversed(pixels):
+        colours += b"".join(bytes((blue, green, red, alpha)) for red, green, blue, alpha in row)
         bits = "".join("1" if pixel[3] < 128 else "0" for pixel in row).ljust(-(-size // 32) * 32, "0")
         mask += int(bits, 2).to_bytes(len(bits) // 8, "big")
-    return struct.pack("<IiiHHIIiiII", 40, size, 2 * size, 1, 32, 0, len(colours) + len(mask), 0, 0, 0, 0) + colours + mask
+    header = struct.pack("<IiiHHIIiiII", 40, size, 2 * size, 1, 32, 0, len(colours) + len(mask), 0, 0, 0, 0)
+    return header + colours + mask
 
 
 def ico(pictures):
-    """pictures: square pixel arrays, one for each size; the largest size is kept as PNG, as the system expects it."""
+    """pictures: square pixel arrays, one a size. The largest is kept as PNG, as the system expects it."""
     blobs = [png(pixels) if len(pixels) >= 256 else icon_bitmap(pixels) for pixels in pictures]
     offset = 6 + 16 * len(blobs)
     entries = b""

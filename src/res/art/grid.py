@@ -57,6 +57,6 @@ def doubled(rows):
 
 
 def strip(names, size):
-    """The named images side by side. One that is not drawn at this size is made from the drawing of half the size."""
+    """The named images side by side; one that is not drawn at this size is made from the one half as large."""
     grids = [read_grid(name, size) or doubled(read_grid(name, size // 2)) for name in names]
     return ["".join(parts) for parts in zip(*grids)]
