@@ -1,1 +1,59 @@
 #include "util/date_text.h"
+
+namespace {
+
+constexpr int kPartSize = 60;
+constexpr int kLocaleSettingSize = 30;
+
+std::wstring LocaleSetting(LCTYPE type)
+{
+    wchar_t text[kLocaleSettingSize];
+    return GetLocaleInfoW(LOCALE_USER_DEFAULT, type, text, kLocaleSettingSize) ? text : L"";
+}
+
+// A setting that is missing counts as one that is not "0".
+bool IsOn(const std::wstring& setting)
+{
+    return setting.empty() || setting.front() != L'0';
+}
+
+const wchar_t* HourPart(bool clock24, bool leadingZero)
+{
+    if (clock24)
+        return leadingZero ? L"HH" : L"H";
+    return leadingZero ? L"hh" : L"h";
+}
+
+} // namespace
+
+wchar_t* DateTimeText(TimeCount instant, wchar_t* text)
+{
+    SYSTEMTIME time;
+    wchar_t date[kPartSize];
+    wchar_t clock[kPartSize];
+    *text = L'\0';
+    if (instant.ToSystemTime(&time) &&
+        GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &time, nullptr, date, kPartSize) &&
+        GetTimeFormatW(LOCALE_USER_DEFAULT, TIME_NOSECONDS, &time, nullptr, clock, kPartSize))
+        wsprintfW(text, L"%s %s", date, clock);
+    return text;
+}
+
+std::wstring WeekdayName(const SYSTEMTIME& date)
+{
+    wchar_t name[kWeekdayTextSize];
+    return GetDateFormatW(LOCALE_USER_DEFAULT, 0, &date, L"dddd", name, kWeekdayTextSize) ? name : L"";
+}
+
+TimePickerLocale ReadTimePickerLocale()
+{
+    return {LocaleSetting(LOCALE_ITIME), LocaleSetting(LOCALE_ITIMEMARKPOSN), LocaleSetting(LOCALE_ITLZERO),
+            LocaleSetting(LOCALE_STIME)};
+}
+
+std::wstring TimePickerFormat(const TimePickerLocale& locale)
+{
+    const std::wstring time =
+        HourPart(IsOn(locale.clock24), IsOn(locale.leadingZero)) + locale.separator + L"mm";
+    return IsOn(locale.markerPosition) ? L"tt " + time : time + L" tt";
+}

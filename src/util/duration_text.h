@@ -5,11 +5,14 @@
 
 constexpr int kDurationTextSize = 64; // wide characters with the terminator; longer than every phrase
 
-// Writes the phrase for a duration, for example "1 hour 30 min", to text (at least kDurationTextSize characters)
-// and returns its length. Seconds are dropped. Days come from the day of the month, so the phrase wraps at
-// 31 days. A count that is no date reads "0 minutes".
+// Writes the phrase for a duration, for example "1 hour 30 min", to text (at least kDurationTextSize
+// characters) and returns its length. Seconds are dropped. Days come from the day of the month, so the phrase
+// wraps at 31 days. A count that is no date reads "0 minutes".
 int FormatDuration(TimeCount duration, wchar_t* text);
 
-// Adds what the user typed to duration, which the caller has zeroed. Converts text to upper case in place from
-// its first digit or point on. Returns 1 when at least one number was applied, 0 when there is none.
+// Adds what the user typed to duration, which the caller has zeroed. Converts text to upper case in place
+// from its first digit or point on. Returns 1 when at least one number was applied, 0 when there is none. A
+// number is digits with at most one point, whatever the locale; its unit is the first of the letters M, H, D,
+// W and S behind it, without one it counts minutes. A whole part beyond 32 bits counts as the largest number
+// they hold.
 int ParseDuration(wchar_t* text, TimeCount* duration);
