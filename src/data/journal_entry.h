@@ -1,5 +1,5 @@
-// The journal entry record: property identifiers, field names, value words, and the way from a record's property
-// array to a JournalEntry and back.
+// The journal entry record: property identifiers, field names, value words, and the way from a record's
+// property array to a JournalEntry and back.
 #pragma once
 
 #include <optional>
@@ -34,21 +34,35 @@ constexpr int kTypeTextSize = 60; // with the terminator
 // Shown in empty controls and never stored. A text is a placeholder only as a whole.
 constexpr const wchar_t* kBodyPlaceholder = L"<Entry Body>";
 constexpr const wchar_t* kSubjectPlaceholder = L"<Entry Subject>";
+// By CompareStringW, so the case matters.
 bool IsPlaceholder(const std::wstring& text, const wchar_t* placeholder);
 
 // The order in which the fields are named to the user: string ids 61300 to 61310.
-enum class FieldId { Date, Subject, Type, Body, Categories, StartTime, EndTime, Duration, Contacts, Sensitivity, Priority };
+enum class FieldId {
+    Date,
+    Subject,
+    Type,
+    Body,
+    Categories,
+    StartTime,
+    EndTime,
+    Duration,
+    Contacts,
+    Sensitivity,
+    Priority
+};
 constexpr int kFieldCount = 11;
 // The field of a property number; none for 106 and for numbers outside 101 to 111.
 std::optional<FieldId> FieldOfProperty(WORD property);
 
 constexpr short kPriorityLow = 0, kPriorityNormal = 1, kPriorityHigh = 2;
-constexpr short kSensitivityNormal = 0, kSensitivityPersonal = 1, kSensitivityPrivate = 2, kSensitivityConfidential = 3;
+constexpr short kSensitivityNormal = 0, kSensitivityPersonal = 1, kSensitivityPrivate = 2,
+                kSensitivityConfidential = 3;
 const wchar_t* PriorityWord(int priority);       // any other value: "Normal"
 const wchar_t* SensitivityWord(int sensitivity); // any other value: "Normal"
 
-// The mask that the editor keeps of the properties it has loaded. Numbers OR-ed together, not single bits: the
-// overlap is deliberate.
+// The mask that the editor keeps of the properties it has loaded. Numbers OR-ed together, not single bits:
+// the overlap is deliberate.
 constexpr DWORD kLoadedSubject = 1;
 constexpr DWORD kLoadedType = 2;
 constexpr DWORD kLoadedCategories = 3;
@@ -76,7 +90,8 @@ struct JournalEntry {
 };
 
 // Fills an entry from a property array in whatever order; unknown identifiers, properties flagged
-// CEDB_PROPNOTFOUND and null texts are passed over. id is left alone.
+// CEDB_PROPNOTFOUND, null texts and blobs that claim bytes at a null address are passed over. Of a property
+// that comes twice the last one counts. id is left alone; every other member is set anew.
 void ReadEntry(const CEPROPVAL* properties, WORD count, JournalEntry* entry);
 
 // The property array of a save, in its fixed order, with the texts and blobs it points into.
