@@ -8,8 +8,7 @@
 
 #include "util/owners.h"
 
-constexpr int kSettingTextSize =
-    156; // characters with the terminator; a longer stored text reads as the default
+constexpr int kSettingTextSize = 156; // with the terminator; a longer stored text reads as the default
 
 // Subkeys.
 constexpr const wchar_t* kOptions = L"Options";
@@ -28,14 +27,16 @@ class RegistryStore {
 
     // An empty subkey name means the root key itself, for every operation but RemoveValue. Subkey names match
     // without regard to case. Reads never create a subkey and never report a missing one.
+    // Four bytes of any type are a number; fewer or more read as the default.
     DWORD GetNumber(const wchar_t* subkey, const wchar_t* name, DWORD defaultValue) const;
-    // text has room for kSettingTextSize characters.
+    // text has room for kSettingTextSize characters and is always terminated; a longer default is cut. The
+    // bytes of any type are a text, up to its first NUL; an odd last byte is dropped.
     void GetString(const wchar_t* subkey, const wchar_t* name, const wchar_t* defaultText,
                    wchar_t* text) const;
     // Always 1; a failure is reported.
     int SetNumber(const wchar_t* subkey, const wchar_t* name, DWORD value);
     int SetString(const wchar_t* subkey, const wchar_t* name, const wchar_t* text);
-    // 1 when deleted or when there was nothing to delete, 0 when the deletion failed.
+    // 1 when deleted or when there was nothing to delete, 0 when the deletion failed, which is not reported.
     int RemoveValue(const wchar_t* subkey, const wchar_t* name);
     // The 1-based index of the first of the values prefix0, prefix1, ... that equals the text (case matters),
     // or 0. The list ends at its first empty or missing value, at the latest after count values.
