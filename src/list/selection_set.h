@@ -1,5 +1,5 @@
-// SelectionSet: the identifiers of the selected records, in the order of selecting. Finding, adding and removing
-// cost the same however many there are.
+// SelectionSet: the identifiers of the selected records, in the order of selecting. Finding, adding and
+// removing cost the same however many there are.
 #pragma once
 
 #include <cstddef>
@@ -10,6 +10,10 @@
 
 class SelectionSet {
   public:
+    SelectionSet() = default;
+    SelectionSet(const SelectionSet&) = delete; // the cells point into the order
+    SelectionSet& operator=(const SelectionSet&) = delete;
+
     bool Append(CEOID id); // false when it is there already, or is 0
     bool Remove(CEOID id); // false when it is not there
     void Clear();
