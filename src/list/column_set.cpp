@@ -129,6 +129,10 @@ void MoveColumn(ColumnSet* set, int from, int to)
     const auto isPosition = [](int i) { return i >= 0 && i < kPropertyCount; };
     if (!isPosition(from) || !isPosition(to))
         return;
-    for (const int step = from < to ? 1 : -1; from != to; from += step)
-        std::swap(set->columns[static_cast<size_t>(from)], set->columns[static_cast<size_t>(from + step)]);
+    const int step = from < to ? 1 : -1;
+    while (from != to) {
+        const int next = from + step;
+        std::swap(set->columns[static_cast<size_t>(from)], set->columns[static_cast<size_t>(next)]);
+        from = next;
+    }
 }

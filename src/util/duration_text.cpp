@@ -29,14 +29,11 @@ wchar_t* SkipDigits(wchar_t* text)
     return text;
 }
 
-// Digits with at most one point. A lone point is no number: nothing of it is taken.
+// Digits with at most one point; a lone point is a number too, of nothing.
 wchar_t* NumberEnd(wchar_t* text)
 {
-    wchar_t* end = SkipDigits(text);
-    if (*end != L'.')
-        return end;
-    wchar_t* fractionEnd = SkipDigits(end + 1);
-    return fractionEnd == end + 1 && end == text ? text : fractionEnd;
+    wchar_t* const end = SkipDigits(text);
+    return *end == L'.' ? SkipDigits(end + 1) : end;
 }
 
 // The number from start to end as a double, correctly rounded. The C library's own reading would go on into

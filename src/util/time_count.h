@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <compare>
 #include <cstdint>
 
 class TimeCount {
@@ -20,8 +21,8 @@ class TimeCount {
     constexpr void Zero() { m_units = 0; }
 
     // n may be negative; the product is formed in 64 bits and added with wrap-around.
-    constexpr void AddDays(int32_t n) { Add(n, 24 * 60 * kUnitsPerMinute); }
-    constexpr void AddHours(int32_t n) { Add(n, 60 * kUnitsPerMinute); }
+    constexpr void AddDays(int32_t n) { Add(n, kUnitsPerMinute * 60 * 24); }
+    constexpr void AddHours(int32_t n) { Add(n, kUnitsPerMinute * 60); }
     constexpr void AddMinutes(int32_t n) { Add(n, kUnitsPerMinute); }
     constexpr void AddSeconds(int32_t n) { Add(n, kUnitsPerSecond); }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -294,6 +295,27 @@ TEST_F(ColumnSetTest, SavingReplacesWhateverWasThere)
     EXPECT_EQ(value, 0x68032000u);
 }
 
+// A write alone would keep the spelling of a value that is there.
+TEST_F(ColumnSetTest, SavingDeletesEachValueFirst)
+{
+    m_settings.SetNumber(L"Settings", L"cOLUMN7", 1);
+    ColumnSet set;
+    ResetColumns(&set, 900);
+    SaveColumns(set, m_settings);
+    HKEY key = nullptr;
+    ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\Quillmarsh\\Journal\\Settings", 0, KEY_READ, &key),
+              ERROR_SUCCESS);
+    const UniqueKey owner(key);
+    std::vector<std::wstring> names;
+    wchar_t name[32];
+    for (DWORD length = 32; RegEnumValueW(key, static_cast<DWORD>(names.size()), name, &length, nullptr,
+                                          nullptr, nullptr, nullptr) == ERROR_SUCCESS;
+         length = 32)
+        names.push_back(name);
+    EXPECT_EQ(names.size(), 12u);
+    EXPECT_NE(std::find(names.begin(), names.end(), L"Column7"), names.end());
+}
+
 TEST_F(ColumnSetTest, WhatIsSavedIsLoaded)
 {
     ColumnSet set;
@@ -316,7 +338,8 @@ TEST_F(ColumnSetTest, FindsByProperty)
     ResetColumns(&set, 900);
     for (WORD property = 101; property <= 111; ++property)
         EXPECT_EQ(FindColumnByProperty(set, property), property - 101);
-    for (const WORD property : std::initializer_list<WORD>{0, 100, 112, 357, 0xFFFF}) // 357: 101 in its low byte
+    for (const WORD property :
+         std::initializer_list<WORD>{0, 100, 112, 357, 0xFFFF}) // 357: 101 in its low byte
         EXPECT_EQ(FindColumnByProperty(set, property), -1);
     MoveColumn(&set, 0, 10);
     EXPECT_EQ(FindColumnByProperty(set, 101), 10);
