@@ -1,66 +1,132 @@
 #!/bin/bash
 # Runs a Windows program in a session of its own: a virtual display with a window manager, and a Wine prefix copied
-# from a template, so that no test sees another one's windows, registry or files.
+# from a template, so that no test sees another one's windows, registry or files, nor the user's own.
 #
 #   session.sh PROGRAM [ARGUMENT...]
+#   session.sh --unix COMMAND [ARGUMENT...]   a command of this side, which may start several Windows programs
 #
-# SESSION_SCREEN  the display's size, 1024x768x24 unless set
-# SESSION_DPI     Wine's resolution (LogPixels), 96 unless set
+# Ends with the program's exit status, of which Unix shows the low byte (an access violation, 0xC0000005, is 5).
+# Whatever ends this script, also SIGKILL and the end of its parent, nothing that it started stays behind.
+#
+# SESSION_SCREEN      the display's size, 1024x768x24 unless set
+# SESSION_DPI         Wine's resolution (LogPixels), 96 unless set
+# JOURNAL_WINE_CACHE  where the template and the sessions are kept
 set -u
 
-cache=${JOURNAL_WINE_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/journal-tests}
-template=$cache/prefix
-session=$(mktemp -d "${TMPDIR:-/tmp}/journal-session.XXXXXX")
-started=()
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+cache=${JOURNAL_WINE_CACHE:-${XDG_CACHE_HOME:-${HOME:-/tmp}/.cache}/journal-tests}
 
-export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES='winedbg.exe,winemenubuilder.exe,mscoree,mshtml='
-export LC_ALL=C.UTF-8
-
-clean_up() {
-    WINEPREFIX=$session/prefix wineserver -k 2>/dev/null
-    for pid in "${started[@]}"; do kill "$pid" 2>/dev/null; done
-    wait 2>/dev/null
+# Ends every process of a session, known by the session's name in its environment, and removes the session.
+# Wine's processes leave their parents, so that no process group or parent tells them.
+end_session() {
+    local session=$1 display marked tries
+    exec 2>/dev/null
+    unset JOURNAL_SESSION
+    # The display server removes its lock and its socket when it is asked to end; nothing else needs asking.
+    display=$(cat "$session/xvfb.pid")
+    for tries in {1..200}; do
+        marked=$(grep -lsFz "JOURNAL_SESSION=$session" /proc/[0-9]*/environ | cut -d/ -f3)
+        [ -n "$marked" ] || break
+        [ "$tries" != 2 ] || kill "$display"
+        [ "$tries" -gt 50 ] || marked=$(grep -vx "$display" <<<"$marked")
+        [ -z "$marked" ] || kill -KILL $marked
+        sleep 0.02
+    done
+    # Where Debian's Wine server keeps its socket.
+    [ ! -s "$session/prefix/wineserver" ] || rm -rf "/tmp/$(basename "$(cat "$session/prefix/wineserver")")"
     rm -rf "$session"
 }
-trap clean_up EXIT
+
+# The guard outlives this script, however that ends: the lock is free then.
+if [ "${1-}" = --guard ]; then
+    flock "$2/lock" true
+    [ ! -d "$2" ] || end_session "$2"
+    exit 0
+fi
+
+# ctest kills a test that takes too long, and may be killed itself: the session ends with its parent.
+if [ "${JOURNAL_SESSION_PARENT-}" != $PPID ]; then
+    JOURNAL_SESSION_PARENT=$PPID exec setpriv --pdeathsig TERM "$BASH" "${BASH_SOURCE[0]}" "$@"
+fi
+unset JOURNAL_SESSION_PARENT
+
+mkdir -p "$cache"
+find "$cache" -maxdepth 1 -name 'session.*' -mmin +60 | while read -r stale; do
+    ! flock -n "$stale/lock" true || (end_session "$stale")
+done
+session=$(mktemp -d "$cache/session.XXXXXX") || exit 96
+exec 8>"$session/lock"
+flock 8
+setsid -f "$BASH" "${BASH_SOURCE[0]}" --guard "$session" 8>&- >/dev/null 2>&1 </dev/null
+trap 'end_session "$session"' EXIT
 trap 'exit 143' TERM INT HUP
 
-make_template() {
-    mkdir -p "$cache"
-    exec 9>"$cache/lock"
-    flock 9
-    if [ ! -e "$template.ready" ]; then
-        rm -rf "$template"
-        WINEPREFIX=$template wineboot -i >/dev/null 2>&1 9>&- && WINEPREFIX=$template wineserver -w 9>&- && touch "$template.ready"
-    fi
-    exec 9>&-
+export JOURNAL_SESSION=$session HOME=$session/home TMPDIR=$session/tmp
+export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES='winedbg.exe,winemenubuilder.exe,mscoree,mshtml='
+export LC_ALL=C.UTF-8
+unset WAYLAND_DISPLAY XAUTHORITY MERVANE_STORE
+mkdir "$HOME" "$TMPDIR"
+
+# Waits until a file is there and not empty: 20 seconds at most.
+wait_for_file() {
+    for _ in {1..1000}; do
+        [ ! -s "$1" ] || return 0
+        sleep 0.02
+    done
+    return 1
 }
 
 start_display() {
     Xvfb -displayfd 3 -screen 0 "${SESSION_SCREEN:-1024x768x24}" -nolisten tcp -noreset \
-        3>"$session/display" >/dev/null 2>&1 &
-    started+=($!)
-    for _ in $(seq 200); do
-        [ -s "$session/display" ] && break
-        sleep 0.05
-    done
-    [ -s "$session/display" ] || { echo "session: Xvfb did not start" >&2; exit 97; }
+        3>"$session/display" >/dev/null 2>&1 8>&- &
+    echo $! >"$session/xvfb.pid"
+    wait_for_file "$session/display" || { echo "session: Xvfb did not start" >&2; exit 97; }
     DISPLAY=:$(cat "$session/display")
     export DISPLAY
-    openbox >/dev/null 2>&1 &
-    started+=($!)
+    openbox --config-file "$here/openbox.xml" \
+        --startup "sh -c 'echo ready >\"\$JOURNAL_SESSION/openbox\"'" >/dev/null 2>&1 8>&- &
 }
 
+# A prefix is made once for each version of Wine and of this function. Wine would link the folders of the user's own
+# documents into it: real ones take their place.
+make_template() {
+    local new link
+    exec 9>"$cache/lock"
+    flock 9
+    if [ ! -d "$template" ]; then
+        rm -rf "$cache"/new.* "$cache"/prefix-*
+        new=$(mktemp -d "$cache/new.XXXXXX")
+        WINEPREFIX=$new timeout 300 wineboot -i >/dev/null 2>&1 8>&- 9>&- &&
+            WINEPREFIX=$new timeout 60 wineserver -w 8>&- 9>&- &&
+            find "$new/drive_c/users" -type l | while read -r link; do rm "$link" && mkdir "$link"; done &&
+            rm -f "$new/wineserver" && mv "$new" "$template"
+    fi
+    exec 9>&-
+    [ -d "$template" ] || { echo "session: no Wine prefix could be made" >&2; exit 98; }
+}
+
+# The big files, which nobody writes, are linked; the registry is copied, for Wine writes into a file that has several
+# links, and would share it.
+copy_prefix() {
+    cp -al "$template" "$session/prefix" 2>/dev/null ||
+        { rm -rf "$session/prefix" && cp -a "$template" "$session/prefix"; } || exit 98
+    cp --remove-destination "$template"/*.reg "$session/prefix/"
+    if [ "${SESSION_DPI:-96}" != 96 ]; then
+        printf '\n[%s]\n"LogPixels"=dword:%08x\n' 'Control Panel\\Desktop' "$SESSION_DPI" \
+            'Software\\Wine\\Fonts' "$SESSION_DPI" >>"$session/prefix/user.reg"
+    fi
+}
+
+template=$cache/prefix-$(wine --version 2>/dev/null | tr -cs 'a-zA-Z0-9.\n' -)-1
 start_display
-make_template
-[ -e "$template.ready" ] || { echo "session: no Wine prefix could be made" >&2; exit 98; }
-cp -al "$template" "$session/prefix"
+[ -d "$template" ] || make_template
+copy_prefix
 export WINEPREFIX=$session/prefix
-if [ "${SESSION_DPI:-96}" != 96 ]; then
-    wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$SESSION_DPI" /f >/dev/null 2>&1
-    wine reg add 'HKCU\Software\Wine\Fonts' /v LogPixels /t REG_DWORD /d "$SESSION_DPI" /f >/dev/null 2>&1
-    wineserver -w
+wait_for_file "$session/openbox" || { echo "session: openbox did not start" >&2; exit 97; }
+if [ "${1-}" = --unix ]; then
+    shift
+else
+    set -- wine "$@"
 fi
-# The session's temporary files go with it, also when a test is killed.
-export TMPDIR=$session
-wine "$@"
+"$@" <&0 8>&- &
+wait $!
