@@ -1,0 +1,191 @@
+#!/bin/sh
+# Builds the journal and starts it under Wine. See usage below.
+set -u
+cd "$(dirname "$0")" || exit 1
+. scripts/setup.sh
+
+usage() {
+    cat <<'END'
+usage: sh run.sh [--sample]
+
+Installs what is missing from Debian's packages (as root or with sudo), builds the program into build/release/bin and
+starts journal.exe under Wine. Ends when the program ends; Ctrl+C ends the program.
+
+Your entries and settings live in Wine's usual prefix, ~/.wine, or in $WINEPREFIX. $MERVANE_STORE names another file
+for the entries.
+
+    --sample   uses a Wine prefix of its own, with settings of its own and a store of 400 made-up entries, under
+               ${XDG_DATA_HOME:-~/.local/share}/journal-sample. Delete that folder to start afresh.
+    --help     prints this.
+
+Without a display ($DISPLAY is empty) the program gets a virtual one, to be looked at with a web browser: the address
+is printed. It answers on this machine alone (127.0.0.1) and only to the password within the address.
+END
+}
+
+sample=
+for argument; do
+    case $argument in
+    --sample) sample=yes ;;
+    -h | --help) usage; exit 0 ;;
+    *) usage >&2; exit 2 ;;
+    esac
+done
+
+session=
+display=
+
+# The processes of this run, but for Wine's own: those serve every program of a prefix and end with the last one.
+own_processes() {
+    for pid in $(grep -lsFz "JOURNAL_RUN=$session" /proc/[0-9]*/environ | cut -d/ -f3); do
+        case $(tr '\0' ' ' 2>/dev/null <"/proc/$pid/cmdline") in
+        '' | *wineserver* | *\\services.exe* | *\\winedevice.exe* | *\\plugplay.exe* | *\\svchost.exe*) ;;
+        *\\rpcss.exe* | *\\explorer.exe\ /desktop*) ;;
+        *) echo "$pid" ;;
+        esac
+    done
+}
+
+clean_up() {
+    trap '' INT TERM HUP
+    unset JOURNAL_RUN
+    [ -n "$session" ] || return
+    for tries in 1 2 3 4 5 6 7 8 9 10; do
+        left=$(own_processes)
+        [ -n "$left" ] || break
+        [ "$tries" = 10 ] && kill -KILL $left 2>/dev/null
+        # The display goes last: a program that loses it complains.
+        others=$(printf '%s\n' "$left" | grep -vx "$display")
+        kill ${others:-$left} 2>/dev/null
+        sleep 0.2
+    done
+    rm -rf "$session"
+}
+
+need_programs() {
+    need_packages $build_packages $wine_packages
+    [ -n "${DISPLAY-}" ] || need_packages xvfb xauth openbox x11vnc novnc websockify
+    need_sqlite_source
+    mkdir -p build
+    build release || fail 'the build failed'
+}
+
+# Waits for a file with something in it, ten seconds at most.
+wait_for_file() {
+    tries=0
+    until [ -s "$1" ]; do
+        tries=$((tries + 1))
+        [ "$tries" -lt 200 ] || fail "$2 did not start"
+        sleep 0.05
+    done
+}
+
+free_port() {
+    python3 -c '
+import socket, sys
+for port in range(int(sys.argv[1]), 65536):
+    with socket.socket() as probe:
+        try:
+            probe.bind(("127.0.0.1", port))
+        except OSError:
+            continue
+        print(port)
+        break' "$1"
+}
+
+# An X server that only this run may speak to, with a window manager.
+start_display() {
+    XAUTHORITY=$session/xauthority
+    export XAUTHORITY
+    cookie=$(mcookie)
+    xauth -q -f "$XAUTHORITY" add :0 . "$cookie" 2>/dev/null
+    Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -noreset -auth "$XAUTHORITY" \
+        3>"$session/display" >/dev/null 2>&1 &
+    display=$!
+    wait_for_file "$session/display" Xvfb
+    DISPLAY=:$(cat "$session/display")
+    export DISPLAY
+    unset WAYLAND_DISPLAY
+    xauth -q -f "$XAUTHORITY" add "$DISPLAY" . "$cookie"
+    openbox >/dev/null 2>&1 &
+}
+
+# Any page in a browser may try a port of this machine, so the view asks for a password, new each time.
+start_view() {
+    password=$(mcookie | cut -c1-8)
+    printf '%s\n' "$password" >"$session/password"
+    vnc_port=$(free_port 5900)
+    x11vnc -display "$DISPLAY" -localhost -rfbport "$vnc_port" -no6 -forever -shared -passwdfile "$session/password" \
+        -quiet >"$session/x11vnc.log" 2>&1 &
+    web_port=$(free_port 6080)
+    websockify --web /usr/share/novnc "127.0.0.1:$web_port" "127.0.0.1:$vnc_port" >"$session/websockify.log" 2>&1 &
+    echo
+    echo 'There is no display, so the journal runs on a virtual one. Look at it here:'
+    echo
+    echo "    http://127.0.0.1:$web_port/vnc.html?autoconnect=1&resize=scale#password=$password"
+    echo
+    echo "From another machine, first: ssh -L $web_port:127.0.0.1:$web_port $(uname -n)"
+    echo 'Ctrl+C here, or closing the journal, ends it all.'
+}
+
+# The path as a Windows program knows it.
+windows_path() {
+    printf 'Z:%s\n' "$1" | tr / '\\'
+}
+
+# In the background and waited for, so that a signal is heeded at once.
+run_waiting() {
+    "$@" </dev/null &
+    wait $!
+}
+
+choose_sample() {
+    folder=${XDG_DATA_HOME:-$HOME/.local/share}/journal-sample
+    mkdir -p "$folder"
+    WINEPREFIX=$folder/prefix
+    MERVANE_STORE=$(windows_path "$folder/journal.db")
+    export WINEPREFIX MERVANE_STORE
+}
+
+# A new prefix gets its name when it is whole: Wine takes one that was interrupted for ready.
+prepare_wine() {
+    prefix=${WINEPREFIX:-$HOME/.wine}
+    [ ! -e "$prefix" ] || return 0
+    echo 'Preparing Wine, once.'
+    rm -rf "$prefix.new"
+    mkdir -p "$prefix.new"
+    run_waiting env WINEPREFIX="$prefix.new" sh -c 'wineboot -i && wineserver -w' >"$session/wineboot.log" 2>&1 ||
+        { cat "$session/wineboot.log" >&2; fail 'Wine could not be prepared'; }
+    mv "$prefix.new" "$prefix"
+}
+
+fill_sample() {
+    [ ! -e "$folder/journal.db" ] || return 0
+    echo 'Making the sample entries.'
+    rm -f "$folder"/new.db*
+    run_waiting wine build/release/bin/makesample.exe "$(windows_path "$folder/new.db")" 400 ||
+        fail 'the sample could not be made'
+    mv "$folder/new.db" "$folder/journal.db"
+}
+
+trap clean_up EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM HUP
+
+need_programs
+session=$(mktemp -d "${TMPDIR:-/tmp}/journal-run.XXXXXX") || exit 1
+# What marks every process that this run starts.
+JOURNAL_RUN=$session
+WINEDEBUG=${WINEDEBUG:--all}
+# A new prefix needs neither Wine's .NET nor its browser, which it would offer to download.
+WINEDLLOVERRIDES=${WINEDLLOVERRIDES-winemenubuilder.exe,mscoree,mshtml=}
+export JOURNAL_RUN WINEDEBUG WINEDLLOVERRIDES
+
+if [ -z "${DISPLAY-}" ]; then
+    start_display
+    start_view
+fi
+[ -z "$sample" ] || choose_sample
+prepare_wine
+[ -z "$sample" ] || fill_sample
+run_waiting wine build/release/bin/journal.exe
