@@ -1,0 +1,99 @@
+#include "e2e/harness/journal_process.h"
+
+#include "e2e/harness/remote_window.h"
+
+namespace {
+
+std::wstring PathBesideTest(const wchar_t* program)
+{
+    wchar_t path[MAX_PATH];
+    const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH);
+    const std::wstring own(path, length);
+    return own.substr(0, own.rfind(L'\\') + 1) + program;
+}
+
+std::wstring ProgramPath(const wchar_t* program)
+{
+    wchar_t chosen[MAX_PATH];
+    const DWORD length = GetEnvironmentVariableW(L"JOURNAL_EXE", chosen, MAX_PATH);
+    if (length > 0 && length < MAX_PATH && wcscmp(program, L"journal.exe") == 0)
+        return std::wstring(chosen, length);
+    return PathBesideTest(program);
+}
+
+} // namespace
+
+JournalProcess::JournalProcess(const wchar_t* program, const wchar_t* windowClass)
+    : m_path(ProgramPath(program)), m_windowClass(windowClass)
+{}
+
+JournalProcess::~JournalProcess()
+{
+    Kill();
+}
+
+bool JournalProcess::Launch(const std::wstring& arguments, WORD showCommand)
+{
+    Kill();
+    std::wstring commandLine = L"\"" + m_path + L"\" " + arguments;
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESHOWWINDOW;
+    startup.wShowWindow = showCommand;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(m_path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                        &startup, &process))
+        return false;
+    CloseHandle(process.hThread);
+    m_process.reset(process.hProcess);
+    m_id = process.dwProcessId;
+    return true;
+}
+
+HWND JournalProcess::WaitForMainWindow(DWORD limit)
+{
+    const auto shown = [this] { return FindTopWindow(m_id, m_windowClass.c_str()); };
+    m_mainWindow = WaitForWindow(shown, limit);
+    if (!m_mainWindow || WaitForInputIdle(m_process.get(), limit) != 0)
+        return nullptr;
+    return Activate(m_mainWindow) ? m_mainWindow : nullptr;
+}
+
+HWND JournalProcess::Start(const std::wstring& arguments)
+{
+    return Launch(arguments) ? WaitForMainWindow() : nullptr;
+}
+
+bool JournalProcess::IsRunning() const
+{
+    return m_process && WaitForSingleObject(m_process.get(), 0) == WAIT_TIMEOUT;
+}
+
+bool JournalProcess::Close(DWORD limit)
+{
+    return m_mainWindow && PostMessageW(m_mainWindow, WM_CLOSE, 0, 0) && WaitForEnd(limit);
+}
+
+bool JournalProcess::WaitForEnd(DWORD limit) const
+{
+    return m_process && WaitForSingleObject(m_process.get(), limit) == WAIT_OBJECT_0;
+}
+
+void JournalProcess::Kill()
+{
+    if (IsRunning()) {
+        TerminateProcess(m_process.get(), ERROR_PROCESS_ABORTED);
+        WaitForSingleObject(m_process.get(), kRemoteLimit);
+    }
+    m_process.reset();
+    m_id = 0;
+    m_mainWindow = nullptr;
+}
+
+std::optional<DWORD> JournalProcess::ExitCode() const
+{
+    DWORD code = 0;
+    if (!m_process || IsRunning() || !GetExitCodeProcess(m_process.get(), &code))
+        return std::nullopt;
+    return code;
+}

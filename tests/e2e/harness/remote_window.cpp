@@ -1,0 +1,185 @@
+#include "e2e/harness/remote_window.h"
+
+#include <functional>
+
+#include "e2e/harness/message_box.h"
+
+namespace {
+
+bool HasClass(HWND window, const wchar_t* windowClass)
+{
+    wchar_t name[64];
+    return GetClassNameW(window, name, 64) && _wcsicmp(name, windowClass) == 0;
+}
+
+struct Search {
+    std::function<bool(HWND)> matches;
+    HWND found = nullptr;
+};
+
+BOOL CALLBACK SearchStep(HWND window, LPARAM lParam)
+{
+    auto* search = reinterpret_cast<Search*>(lParam);
+    if (!search->matches(window))
+        return TRUE;
+    search->found = window;
+    return FALSE;
+}
+
+HWND SearchTopWindows(DWORD process, const std::function<bool(HWND)>& matches)
+{
+    Search search{[&](HWND window) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(window, &owner);
+        return owner == process && IsWindowVisible(window) && matches(window);
+    }};
+    EnumWindows(SearchStep, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+HWND SearchChildren(HWND window, const std::function<bool(HWND)>& matches)
+{
+    Search search{matches};
+    EnumChildWindows(window, SearchStep, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+bool IsPlainDialog(HWND window)
+{
+    return HasClass(window, L"#32770") && !IsMessageBox(window);
+}
+
+std::vector<std::wstring> Items(HWND list, UINT countMessage, UINT lengthMessage, UINT textMessage)
+{
+    std::vector<std::wstring> items;
+    const LRESULT count = Send(list, countMessage);
+    for (LRESULT i = 0; i < count; ++i) {
+        const LRESULT length = Send(list, lengthMessage, static_cast<WPARAM>(i));
+        std::wstring text(static_cast<size_t>(length > 0 ? length : 0) + 1, L'\0');
+        const LRESULT got =
+            SendMessageW(list, textMessage, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text.data()));
+        text.resize(static_cast<size_t>(got > 0 ? got : 0));
+        items.push_back(text);
+    }
+    return items;
+}
+
+void NotifyParent(HWND control, int code)
+{
+    Send(GetParent(control), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(control), code),
+         reinterpret_cast<LPARAM>(control));
+}
+
+} // namespace
+
+HWND FindTopWindow(DWORD process, const wchar_t* windowClass, const wchar_t* title)
+{
+    return SearchTopWindows(process, [&](HWND window) {
+        return HasClass(window, windowClass) && (!title || TextOf(window) == title);
+    });
+}
+
+HWND WaitForDialog(DWORD process, const wchar_t* title, DWORD limit)
+{
+    const auto matches = [&](HWND window) { return IsPlainDialog(window) && TextOf(window) == title; };
+    return WaitForWindow([&] { return SearchTopWindows(process, matches); }, limit);
+}
+
+HWND WaitForDialogWith(DWORD process, int controlId, DWORD limit)
+{
+    const auto matches = [&](HWND window) { return IsPlainDialog(window) && Control(window, controlId); };
+    return WaitForWindow([&] { return SearchTopWindows(process, matches); }, limit);
+}
+
+bool WaitUntilGone(HWND window, DWORD limit)
+{
+    return WaitFor([&] { return !IsWindow(window); }, limit);
+}
+
+bool Activate(HWND window)
+{
+    return WaitFor([&] { return GetForegroundWindow() == window || (SetForegroundWindow(window), false); });
+}
+
+HWND FocusOf(HWND window)
+{
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    return GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info) ? info.hwndFocus : nullptr;
+}
+
+LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT otherwise)
+{
+    DWORD_PTR result = 0;
+    if (!SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, kRemoteLimit, &result))
+        return otherwise;
+    return static_cast<LRESULT>(result);
+}
+
+// A control's own children may have identifiers that the dialog uses too, so its direct children come first.
+HWND Control(HWND window, int id)
+{
+    if (HWND child = GetDlgItem(window, id))
+        return child;
+    return SearchChildren(window, [&](HWND child) { return GetDlgCtrlID(child) == id; });
+}
+
+HWND ChildOfClass(HWND window, const wchar_t* windowClass)
+{
+    return SearchChildren(window, [&](HWND child) { return HasClass(child, windowClass); });
+}
+
+std::wstring TextOf(HWND window)
+{
+    std::wstring text(static_cast<size_t>(Send(window, WM_GETTEXTLENGTH)) + 1, L'\0');
+    const LRESULT length = Send(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+    text.resize(static_cast<size_t>(length));
+    return text;
+}
+
+bool SetText(HWND edit, const std::wstring& text)
+{
+    if (!Send(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str())))
+        return false;
+    // A combo box is silent about a text that is set; an edit control tells by itself unless it has several
+    // lines.
+    if (HasClass(edit, L"ComboBox"))
+        NotifyParent(edit, CBN_EDITCHANGE);
+    else if (GetWindowLongW(edit, GWL_STYLE) & ES_MULTILINE)
+        NotifyParent(edit, EN_CHANGE);
+    return true;
+}
+
+void PostCommand(HWND window, int id)
+{
+    PostMessageW(window, WM_COMMAND, MAKEWPARAM(id, 0), 0);
+}
+
+void PressButton(HWND dialog, int id)
+{
+    PostMessageW(Control(dialog, id), BM_CLICK, 0, 0);
+}
+
+bool IsChecked(HWND dialog, int id)
+{
+    return Send(Control(dialog, id), BM_GETCHECK) == BST_CHECKED;
+}
+
+std::vector<std::wstring> ComboItems(HWND combo)
+{
+    return Items(combo, CB_GETCOUNT, CB_GETLBTEXTLEN, CB_GETLBTEXT);
+}
+
+std::vector<std::wstring> ListBoxItems(HWND listBox)
+{
+    return Items(listBox, LB_GETCOUNT, LB_GETTEXTLEN, LB_GETTEXT);
+}
+
+bool ChooseComboItem(HWND combo, int index)
+{
+    if (Send(combo, CB_SETCURSEL, static_cast<WPARAM>(index), 0, CB_ERR) == CB_ERR)
+        return false;
+    NotifyParent(combo, CBN_SELENDOK);
+    NotifyParent(combo, CBN_SELCHANGE);
+    return true;
+}
