@@ -12,8 +12,8 @@ void DeleteStoreFiles(const std::wstring& path)
 
 UniqueKernelHandle OpenTestFile(const std::wstring& path, DWORD access, DWORD disposition)
 {
-    HANDLE file = CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                              disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    HANDLE file = CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                              nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
     return UniqueKernelHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
 
@@ -46,8 +46,14 @@ TestStore::~TestStore()
     DeleteStoreFiles(m_path);
 }
 
-TestRegistry::TestRegistry() { EmptyJournalKey(); }
-TestRegistry::~TestRegistry() { EmptyJournalKey(); }
+TestRegistry::TestRegistry()
+{
+    EmptyJournalKey();
+}
+TestRegistry::~TestRegistry()
+{
+    EmptyJournalKey();
+}
 
 std::string ReadFileBytes(const std::wstring& path)
 {

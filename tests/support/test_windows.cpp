@@ -14,7 +14,10 @@ bool IsDialog(HWND window)
 }
 
 // A message box is a dialog without a caller's procedure data: its text is the static 0xFFFF.
-bool IsMessageBox(HWND window) { return IsDialog(window) && GetDlgItem(window, 0xFFFF) && !GetDlgItem(window, 1000); }
+bool IsMessageBox(HWND window)
+{
+    return IsDialog(window) && GetDlgItem(window, 0xFFFF) && !GetDlgItem(window, 1000);
+}
 
 } // namespace
 
@@ -60,8 +63,8 @@ TestParent::TestParent(Handler onMessage, int width, int height) : m_onMessage(s
     windowClass.hInstance = GetModuleHandleW(nullptr);
     windowClass.lpszClassName = L"TestParent";
     RegisterClassW(&windowClass);
-    m_window = CreateWindowExW(0, L"TestParent", L"Test", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, width, height,
-                               nullptr, nullptr, windowClass.hInstance, this);
+    m_window = CreateWindowExW(0, L"TestParent", L"Test", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, width,
+                               height, nullptr, nullptr, windowClass.hInstance, this);
     EXPECT_NE(m_window, nullptr);
 }
 
@@ -74,8 +77,9 @@ TestParent::~TestParent()
 LRESULT CALLBACK TestParent::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == WM_NCCREATE)
-        SetWindowLongPtrW(window, GWLP_USERDATA,
-                          reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams));
+        SetWindowLongPtrW(
+            window, GWLP_USERDATA,
+            reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams));
     auto* self = reinterpret_cast<TestParent*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     LRESULT result = 0;
     if (self && self->m_onMessage && self->m_onMessage(window, message, wParam, lParam, &result))

@@ -35,8 +35,8 @@ class TestParent {
     HWND m_window = nullptr;
 };
 
-// Answers message boxes that this thread opens while it lives, and keeps what they said. Answers are taken in order;
-// the last one serves for all further boxes.
+// Answers message boxes that this thread opens while it lives, and keeps what they said. Answers are taken in
+// order; the last one serves for all further boxes.
 class MessageBoxAnswerer {
   public:
     struct Box {
@@ -59,8 +59,8 @@ class MessageBoxAnswerer {
     HHOOK m_hook = nullptr;
 };
 
-// Runs an action once the next dialog of this thread (any modal dialog, not a message box) is up and idle, so that a
-// modal call can be worked from inside. The action gets the dialog's window and must end it.
+// Runs an action once the next dialog of this thread (any modal dialog, not a message box) is up and idle, so
+// that a modal call can be worked from inside. The action gets the dialog's window and must end it.
 class ModalDriver {
   public:
     explicit ModalDriver(std::function<void(HWND dialog)> action);
