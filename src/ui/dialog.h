@@ -24,6 +24,7 @@ class Dialog {
     virtual void SetWindowPosition(int x, int y, int cx, int cy, HWND control, UINT flags, HWND insertAfter);
     virtual void CenterOnWorkArea();
     virtual void CheckButton(int id, bool checked);
+    // Whether the item itself is not hidden; the dialog may not be on the screen yet.
     virtual bool IsItemVisible(int id) const;
     virtual void HideWindow(HWND control);
     virtual void HideItem(int id);
@@ -35,12 +36,14 @@ class Dialog {
     virtual void ShowInputPanel(bool show);
     virtual ~Dialog();
 
-    // Runs the dialog of a template modally; returns the value it ended with, or -1 when it could not be made.
+    // Runs the dialog of a template modally; returns the value it ended with, or -1 when it could not be
+    // made.
     INT_PTR DoModal(HINSTANCE instance, int templateId, HWND owner);
 
   protected:
-    // Called for every message but WM_INITDIALOG. True with *result set when the message was handled. WM_COMMAND
-    // 1 and 2 reach OnOK and OnCancel when this returns false.
+    // Called for every message after WM_INITDIALOG. True with *result set when the message was handled. When
+    // this returns false, WM_COMMAND 1 and 2 reach OnOK and OnCancel unless their button is disabled,
+    // WM_CLOSE reaches OnCancel and WM_SETTINGCHANGE OnSettingsChanged.
     virtual bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
     // WM_INITDIALOG; false when the focus was set here.
     virtual bool OnInitDialog();
@@ -49,6 +52,8 @@ class Dialog {
 
   private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    bool Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
+    bool OnCommand(int id, WORD notification);
 
     HWND m_window = nullptr;
 };

@@ -1,0 +1,70 @@
+// Bands: what stands behind the command bands' window, a rebar: its bars, its adornments and what a rebar
+// does not remember of the layout.
+#pragma once
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include <memory>
+#include <vector>
+
+#include "ui/adornments.h"
+#include "ui/command_bands.h"
+#include "ui/command_bar.h"
+
+class Bands {
+  public:
+    // The window of new bands, which live as long as it; null on failure.
+    static HWND Create(HINSTANCE instance, HWND parent, UINT id, DWORD style, HIMAGELIST images);
+    // Null when the window is none of ours.
+    static Bands* Of(HWND rebar);
+    Bands(const Bands&) = delete;
+    Bands& operator=(const Bands&) = delete;
+
+    bool Add(HINSTANCE instance, const REBARBANDINFOW& info);
+    bool AddAdornments(HINSTANCE instance, DWORD flags);
+    CommandBar* BarOf(int index) const;
+    bool GetRestoreInformation(int index, COMMANDBANDSRESTOREINFO* info) const;
+    // Brings everything to the parent's width.
+    void FitToParent();
+
+  private:
+    struct Band {
+        std::unique_ptr<CommandBar> bar;
+        bool isMaximized = false;
+        UINT restoredWidth = 0; // while it is maximised: what it was before
+    };
+
+    explicit Bands(HWND rebar) : m_rebar(rebar) {}
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                      DWORD_PTR self);
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    bool OnNotify(const NMHDR& notification);
+    LRESULT OnMaximize(WPARAM index, LPARAM ideal);
+    void OnButtonUp();
+    void OnSized();
+
+    const Band* FindBand(int index) const;
+    Band* FindBand(int index);
+    REBARBANDINFOW InfoOf(int index, UINT mask) const;
+    bool SetInfo(int index, REBARBANDINFOW info);
+    int IndexOf(const CommandBar& bar) const;
+    RECT RectOf(int index) const;
+    std::vector<RECT> Rects() const;
+
+    void AlignToParent();
+    void FitBars();
+    void FitBar(CommandBar& bar, LONG width);
+    void Remaximize();
+    void ForgetMaximized(LONG rowTop);
+    void RestoreOrder();
+    void SetRowStart(int index, bool startsRow);
+    void KeepWidths();
+    void PlaceAdornments() const;
+
+    HWND m_rebar;
+    std::vector<Band> m_bands; // in the order in which they were added
+    std::unique_ptr<Adornments> m_adornments;
+    std::vector<RECT> m_rectsBeforeDrag;
+    bool m_sizing = false;
+};

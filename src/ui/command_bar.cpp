@@ -1,0 +1,186 @@
+#include "ui/command_bar.h"
+
+#include <algorithm>
+
+#include "ui/button_rows.h"
+#include "ui/image_list.h"
+#include "ui/pixels.h"
+#include "ui/scale.h"
+#include "ui/standard_images.h"
+
+namespace {
+
+constexpr UINT_PTR kSubclass = 1;
+constexpr const wchar_t* kProperty = L"JournalCommandBar";
+constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | CCS_NODIVIDER |
+                         CCS_NORESIZE | CCS_NOPARENTALIGN | TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS |
+                         TBSTYLE_TRANSPARENT;
+
+bool ChangesRoom(UINT message)
+{
+    switch (message) {
+    case TB_ADDBUTTONSA:
+    case TB_ADDBUTTONSW:
+    case TB_INSERTBUTTONA:
+    case TB_INSERTBUTTONW:
+    case TB_DELETEBUTTON:
+    case TB_HIDEBUTTON:
+    case TB_MOVEBUTTON:
+    case TB_SETBUTTONINFOA:
+    case TB_SETBUTTONINFOW:
+    case TB_SETBUTTONSIZE:
+    case TB_SETBUTTONWIDTH:
+    case TB_SETIMAGELIST:
+    case TB_SETPADDING:
+    case WM_SETFONT: return true;
+    default: return false;
+    }
+}
+
+int ButtonCount(HWND bar)
+{
+    return static_cast<int>(SendMessageW(bar, TB_BUTTONCOUNT, 0, 0));
+}
+
+RECT ButtonRect(HWND bar, int index)
+{
+    RECT rect{};
+    SendMessageW(bar, TB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&rect));
+    return rect;
+}
+
+std::vector<ButtonExtent> ButtonExtents(HWND bar)
+{
+    std::vector<ButtonExtent> extents;
+    for (int i = 0; i < ButtonCount(bar); ++i) {
+        TBBUTTON button{};
+        SendMessageW(bar, TB_GETBUTTON, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&button));
+        const RECT rect = ButtonRect(bar, i);
+        extents.push_back({static_cast<int>(rect.right - rect.left), (button.fsStyle & BTNS_SEP) != 0});
+    }
+    return extents;
+}
+
+// As large as a bar's images are.
+Pixels LoadBarImages(HINSTANCE instance, int bitmapId)
+{
+    const int side = Scale(kStandardImageSide);
+    if (instance != HINST_COMMCTRL)
+        return LoadStrip(instance, bitmapId, kStandardImageSide, kImageMask, SystemDpi());
+    if (bitmapId != IDB_STD_SMALL_COLOR)
+        return {};
+    return ScaleStrip(LoadStandardImages(), kStandardImageSide, side, side);
+}
+
+} // namespace
+
+std::unique_ptr<CommandBar> CommandBar::Create(HINSTANCE instance, HWND rebar,
+                                               std::function<void()> onResized)
+{
+    std::unique_ptr<CommandBar> bar(new CommandBar(std::move(onResized)));
+    bar->m_window =
+        CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr, kStyle, 0, 0, 0, 0, rebar, nullptr, instance, nullptr);
+    if (!bar->m_window)
+        return nullptr;
+    SendMessageW(bar->m_window, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+    SendMessageW(bar->m_window, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS);
+    SendMessageW(bar->m_window, TB_SETBITMAPSIZE, 0,
+                 MAKELPARAM(Scale(kStandardImageSide), Scale(kStandardImageSide)));
+    if (!SetPropW(bar->m_window, kProperty, bar.get()) ||
+        !SetWindowSubclass(bar->m_window, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(bar.get())))
+        return nullptr;
+    return bar;
+}
+
+CommandBar* CommandBar::Of(HWND bar)
+{
+    return static_cast<CommandBar*>(GetPropW(bar, kProperty));
+}
+
+CommandBar::~CommandBar()
+{
+    if (m_window)
+        DestroyWindow(m_window);
+}
+
+LRESULT CALLBACK CommandBar::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                       DWORD_PTR self)
+{
+    auto* bar = reinterpret_cast<CommandBar*>(self);
+    if (message == WM_NCDESTROY) {
+        RemoveWindowSubclass(window, Procedure, kSubclass);
+        RemovePropW(window, kProperty);
+        bar->m_window = nullptr;
+        bar->m_menu.reset();
+        return DefSubclassProc(window, message, wParam, lParam);
+    }
+    return bar->OnMessage(message, wParam, lParam);
+}
+
+LRESULT CommandBar::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    LRESULT result = 0;
+    if (m_menu && m_menu->OnBarMessage(message, wParam, lParam, &result))
+        return result;
+    result = DefSubclassProc(m_window, message, wParam, lParam);
+    if (ChangesRoom(message) && !m_fitting)
+        m_onResized();
+    return result;
+}
+
+SIZE CommandBar::Fit(int available)
+{
+    m_fitting = true;
+    const std::vector<bool> breaks = BreakRows(ButtonExtents(m_window), available);
+    for (size_t i = 0; i < breaks.size(); ++i)
+        BreakAfter(static_cast<int>(i), breaks[i]);
+    m_fitting = false;
+    return ButtonsSize();
+}
+
+void CommandBar::BreakAfter(int index, bool isRowEnd)
+{
+    TBBUTTONINFOW info{};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_BYINDEX | TBIF_STATE;
+    SendMessageW(m_window, TB_GETBUTTONINFOW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&info));
+    const BYTE state =
+        static_cast<BYTE>(isRowEnd ? info.fsState | TBSTATE_WRAP : info.fsState & ~TBSTATE_WRAP);
+    if (state == info.fsState)
+        return;
+    info.fsState = state;
+    SendMessageW(m_window, TB_SETBUTTONINFOW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&info));
+}
+
+SIZE CommandBar::ButtonsSize() const
+{
+    const auto buttonSize = static_cast<DWORD>(SendMessageW(m_window, TB_GETBUTTONSIZE, 0, 0));
+    SIZE size{0, HIWORD(buttonSize)};
+    for (int i = 0; i < ButtonCount(m_window); ++i) {
+        const RECT rect = ButtonRect(m_window, i);
+        size.cx = std::max(size.cx, rect.right);
+        size.cy = std::max(size.cy, rect.bottom);
+    }
+    return size;
+}
+
+bool CommandBar::InsertMenubar(HINSTANCE instance, int menuId)
+{
+    if (m_menu)
+        return false;
+    m_menu = MenuBar::Create(m_window, instance, menuId);
+    return m_menu != nullptr;
+}
+
+int CommandBar::AddBitmap(HINSTANCE instance, int bitmapId, int imageCount)
+{
+    const int side = Scale(kStandardImageSide);
+    const Pixels strip = LoadBarImages(instance, bitmapId);
+    if (imageCount <= 0 || strip.width < imageCount * side || strip.height != side)
+        return -1;
+    if (!m_images) {
+        m_images.reset(CreateImageList(side, side));
+        SendMessageW(m_window, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_images.get()));
+    }
+    return AppendToImageList(m_images.get(), CutLeft(strip, imageCount * side));
+}

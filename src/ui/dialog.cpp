@@ -1,0 +1,217 @@
+#include "ui/dialog.h"
+
+#include "ui/work_area.h"
+
+namespace {
+
+constexpr WORD kFromAccelerator = 1; // the high word of a WM_COMMAND; a button's click has 0
+
+// The messages whose answer is the dialog procedure's return value itself.
+bool IsAnsweredDirectly(UINT message)
+{
+    switch (message) {
+    case WM_CTLCOLORMSGBOX:
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORLISTBOX:
+    case WM_CTLCOLORBTN:
+    case WM_CTLCOLORDLG:
+    case WM_CTLCOLORSCROLLBAR:
+    case WM_CTLCOLORSTATIC:
+    case WM_COMPAREITEM:
+    case WM_VKEYTOITEM:
+    case WM_CHARTOITEM:
+    case WM_QUERYDRAGICON: return true;
+    default: return false;
+    }
+}
+
+} // namespace
+
+Dialog::~Dialog()
+{
+    if (m_window)
+        SetWindowLongPtrW(m_window, DWLP_USER, 0);
+}
+
+INT_PTR Dialog::DoModal(HINSTANCE instance, int templateId, HWND owner)
+{
+    // For a bad owner the system answers 0, which could not be told from a cancelled dialog.
+    if (owner && !IsWindow(owner))
+        return -1;
+    return DialogBoxParamW(instance, MAKEINTRESOURCEW(templateId), owner, Procedure,
+                           reinterpret_cast<LPARAM>(this));
+}
+
+// Some messages come before WM_INITDIALOG: there is no object yet, and the dialog manager takes them.
+INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_INITDIALOG) {
+        auto* created = reinterpret_cast<Dialog*>(lParam);
+        SetWindowLongPtrW(window, DWLP_USER, lParam);
+        created->SetWindow(window);
+        return created->OnInitDialog();
+    }
+    auto* self = reinterpret_cast<Dialog*>(GetWindowLongPtrW(window, DWLP_USER));
+    if (!self)
+        return FALSE;
+    LRESULT result = 0;
+    const bool handled =
+        self->OnMessage(message, wParam, lParam, &result) || self->Dispatch(message, wParam, lParam);
+    // The object may be gone by now: a dialog ends by its messages.
+    if (message == WM_NCDESTROY && GetWindowLongPtrW(window, DWLP_USER)) {
+        SetWindowLongPtrW(window, DWLP_USER, 0);
+        self->SetWindow(nullptr);
+    }
+    if (handled && IsAnsweredDirectly(message))
+        return result;
+    if (handled)
+        SetWindowLongPtrW(window, DWLP_MSGRESULT, result);
+    return handled;
+}
+
+bool Dialog::Dispatch(UINT message, WPARAM wParam, LPARAM)
+{
+    switch (message) {
+    case WM_COMMAND: return OnCommand(LOWORD(wParam), HIWORD(wParam));
+    case WM_CLOSE: OnCancel(); return true;
+    case WM_SETTINGCHANGE: OnSettingsChanged(); return true;
+    default: return false;
+    }
+}
+
+// A disabled button is not pressed by Enter or Esc either.
+bool Dialog::OnCommand(int id, WORD notification)
+{
+    if ((id != IDOK && id != IDCANCEL) || notification > kFromAccelerator)
+        return false;
+    HWND button = GetItem(id);
+    if (button && !IsWindowEnabled(button))
+        return true;
+    if (id == IDOK)
+        OnOK();
+    else
+        OnCancel();
+    return true;
+}
+
+bool Dialog::OnMessage(UINT, WPARAM, LPARAM, LRESULT*)
+{
+    return false;
+}
+
+bool Dialog::OnInitDialog()
+{
+    return true;
+}
+
+void Dialog::End(INT_PTR result)
+{
+    EndDialog(m_window, result);
+}
+
+void Dialog::OnOK()
+{
+    End(1);
+}
+
+void Dialog::OnCancel()
+{
+    End(0);
+}
+
+void Dialog::EnableItem(int id, bool enable)
+{
+    EnableWindow(GetItem(id), enable);
+}
+
+void Dialog::ScreenToClientRect(RECT* rect) const
+{
+    MapWindowPoints(nullptr, m_window, reinterpret_cast<POINT*>(rect), 2);
+}
+
+void Dialog::ClientToScreenRect(RECT* rect) const
+{
+    MapWindowPoints(m_window, nullptr, reinterpret_cast<POINT*>(rect), 2);
+}
+
+void Dialog::GetClientRectangle(RECT* rect, HWND control) const
+{
+    GetClientRect(control ? control : m_window, rect);
+}
+
+HWND Dialog::GetItem(int id) const
+{
+    return GetDlgItem(m_window, id);
+}
+
+HWND Dialog::GetWindow() const
+{
+    return m_window;
+}
+
+void Dialog::SetWindow(HWND window)
+{
+    m_window = window;
+}
+
+void Dialog::MoveWindow(int x, int y, int cx, int cy, bool repaint, HWND control)
+{
+    ::MoveWindow(control ? control : m_window, x, y, cx, cy, repaint);
+}
+
+void Dialog::SetWindowPosition(int x, int y, int cx, int cy, HWND control, UINT flags, HWND insertAfter)
+{
+    SetWindowPos(control ? control : m_window, insertAfter, x, y, cx, cy, flags);
+}
+
+// A dialog larger than the work area keeps its caption in sight.
+void Dialog::CenterOnWorkArea()
+{
+    const RECT area = WorkArea();
+    RECT own{};
+    GetWindowRect(m_window, &own);
+    const LONG x = area.left + ((area.right - area.left) - (own.right - own.left)) / 2;
+    const LONG y = area.top + ((area.bottom - area.top) - (own.bottom - own.top)) / 2;
+    SetWindowPos(m_window, nullptr, x > area.left ? x : area.left, y > area.top ? y : area.top, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Dialog::CheckButton(int id, bool checked)
+{
+    CheckDlgButton(m_window, id, checked ? BST_CHECKED : BST_UNCHECKED);
+}
+
+bool Dialog::IsItemVisible(int id) const
+{
+    HWND item = GetItem(id);
+    return item && (GetWindowLongPtrW(item, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+void Dialog::HideWindow(HWND control)
+{
+    ::ShowWindow(control, SW_HIDE);
+}
+
+void Dialog::HideItem(int id)
+{
+    HideWindow(GetItem(id));
+}
+
+void Dialog::ShowWindow(HWND control)
+{
+    ::ShowWindow(control, SW_SHOW);
+}
+
+void Dialog::ShowItem(int id)
+{
+    ShowWindow(GetItem(id));
+}
+
+void Dialog::OnSettingsChanged() {}
+
+bool Dialog::IsButtonChecked(int id) const
+{
+    return IsDlgButtonChecked(m_window, id) == BST_CHECKED;
+}
+
+void Dialog::ShowInputPanel(bool) {}

@@ -1,0 +1,36 @@
+#include "ui/drop_down.h"
+
+#include <commctrl.h>
+
+namespace {
+
+RECT ButtonOnScreen(HWND bar, int command)
+{
+    RECT rect{};
+    SendMessageW(bar, TB_GETRECT, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(&rect));
+    MapWindowPoints(bar, nullptr, reinterpret_cast<POINT*>(&rect), 2);
+    return rect;
+}
+
+// A click outside closes the menu and stays in the queue. Not looked for by the bar's window: which window
+// gets it may be settled only when it is taken.
+void TakeClickOn(const RECT& button)
+{
+    MSG message;
+    if (PeekMessageW(&message, nullptr, WM_LBUTTONDOWN, WM_LBUTTONDBLCLK, PM_NOREMOVE) &&
+        message.message != WM_LBUTTONUP && PtInRect(&button, message.pt))
+        PeekMessageW(&message, nullptr, WM_LBUTTONDOWN, WM_LBUTTONDBLCLK, PM_REMOVE);
+}
+
+} // namespace
+
+UINT TrackDropDown(HWND bar, int command, HMENU menu, HWND owner)
+{
+    const RECT button = ButtonOnScreen(bar, command);
+    TPMPARAMS exclude{sizeof exclude, button};
+    const BOOL chosen =
+        TrackPopupMenuEx(menu, TPM_LEFTALIGN | TPM_TOPALIGN | TPM_VERTICAL | TPM_LEFTBUTTON | TPM_RETURNCMD,
+                         button.left, button.bottom, owner, &exclude);
+    TakeClickOn(button);
+    return static_cast<UINT>(chosen);
+}

@@ -1,0 +1,9 @@
+// Menus that drop down from a tool bar's button.
+#pragma once
+
+#include <windows.h>
+
+// Shows the menu below the button of a command, beside the button where the screen ends below, and waits.
+// Returns the chosen item's identifier, 0 when none was chosen. The owner gets the menu's notifications but
+// no WM_COMMAND. The click on the button that closes the menu does not open it again.
+UINT TrackDropDown(HWND bar, int command, HMENU menu, HWND owner);

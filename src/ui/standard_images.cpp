@@ -1,0 +1,59 @@
+#include "ui/standard_images.h"
+
+#include "ui/canvas.h"
+#include "util/owners.h"
+
+namespace {
+
+// The list's images side by side over a background.
+Pixels DrawImages(HIMAGELIST list, int count, COLORREF background)
+{
+    const Canvas canvas(count * kStandardImageSide, kStandardImageSide, background);
+    for (int i = 0; i < count; ++i)
+        ImageList_Draw(list, i, canvas.Dc(), i * kStandardImageSide, 0, ILD_TRANSPARENT);
+    return canvas.Read();
+}
+
+// What a pixel is, from how it looks over black and over white.
+uint32_t Uncover(uint32_t overBlack, uint32_t overWhite)
+{
+    const auto channel = [](uint32_t pixel, int shift) { return static_cast<int>(pixel >> shift & 0xFF); };
+    const auto clamp = [](int value) { return static_cast<uint32_t>(value > 255 ? 255 : value); };
+    const int alpha = 255 - (channel(overWhite, 8) - channel(overBlack, 8));
+    if (alpha <= 0)
+        return 0;
+    uint32_t result = clamp(alpha) << 24;
+    for (const int shift : {16, 8, 0})
+        result |= clamp(channel(overBlack, shift) * 255 / alpha) << shift;
+    return result;
+}
+
+Pixels ReadImages(HIMAGELIST list)
+{
+    const int count = ImageList_GetImageCount(list);
+    int width = 0;
+    int height = 0;
+    if (count <= 0 || !ImageList_GetIconSize(list, &width, &height) || width != kStandardImageSide)
+        return {};
+    Pixels pixels = DrawImages(list, count, RGB(0, 0, 0));
+    const Pixels overWhite = DrawImages(list, count, RGB(255, 255, 255));
+    if (overWhite.IsEmpty())
+        return {};
+    for (size_t i = 0; i < pixels.argb.size(); ++i)
+        pixels.argb[i] = Uncover(pixels.argb[i], overWhite.argb[i]);
+    return pixels;
+}
+
+} // namespace
+
+// Only a tool bar hands them out.
+Pixels LoadStandardImages()
+{
+    const UniqueWindow bar(CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr, WS_POPUP, 0, 0, 0, 0, nullptr,
+                                           nullptr, nullptr, nullptr));
+    if (!bar)
+        return {};
+    SendMessageW(bar.get(), TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+    SendMessageW(bar.get(), TB_LOADIMAGES, IDB_STD_SMALL_COLOR, reinterpret_cast<LPARAM>(HINST_COMMCTRL));
+    return ReadImages(reinterpret_cast<HIMAGELIST>(SendMessageW(bar.get(), TB_GETIMAGELIST, 0, 0)));
+}
