@@ -1,1 +1,285 @@
 #include "list/entry_list.h"
+
+#include <algorithm>
+
+#include "app/journal_app.h"
+#include "list/list_columns.h"
+#include "list/list_rows.h"
+#include "res/resource.h"
+#include "ui/image_list.h"
+#include "ui/scoped.h"
+
+namespace {
+
+constexpr int kImageWidth = 12;
+constexpr int kHeaderImagesType = 3; // the handheld's; other systems ignore it or keep it apart
+
+} // namespace
+
+EntryList::EntryList()
+    : m_cache(App().Journal(), App().Filter()), m_selection(App().Journal(), App().Filter(), m_cache)
+{}
+
+EntryList::~EntryList()
+{
+    if (!m_list)
+        return;
+    RemoveWindowSubclass(m_list, ListProcedure, 0);
+    DropHeaderImages();
+}
+
+HWND EntryList::Create(HWND parent, ColumnSet* columns, DWORD style, int topOffset)
+{
+    if (!IsWindow(parent))
+        return nullptr;
+    m_parent = parent;
+    m_list =
+        CreateWindowExW(0, WC_LISTVIEWW, L"", WS_CHILD | WS_VISIBLE | LVS_OWNERDATA | style, 0, 0, 0, 0,
+                        parent, reinterpret_cast<HMENU>(IDC_ENTRY_LIST), GetModuleHandleW(nullptr), nullptr);
+    if (!m_list)
+        return nullptr;
+    m_selection.Attach(m_list);
+    SetWindowSubclass(m_list, ListProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
+    ListView_SetExtendedListViewStyle(m_list, LVS_EX_FULLROWSELECT);
+    SetImages();
+    m_columns = columns;
+    LoadColumns(columns, App(), WorkAreaRight());
+    (void)InsertColumns(m_list, *columns);
+    Place(topOffset);
+    const int sort = FindSortColumn(*columns);
+    if (sort >= 0)
+        ApplySort(ColumnAt(sort));
+    else
+        Refresh();
+    return m_list;
+}
+
+// The control takes over the small images and hands them to the header as well; the header gets its own after
+// that.
+void EntryList::SetImages()
+{
+    HINSTANCE instance = GetModuleHandleW(nullptr);
+    ListView_SetImageList(
+        m_list, LoadImageStrip(instance, IDB_LIST_IMAGES, kImageWidth, kImageMask).release(), LVSIL_SMALL);
+    m_headerImages = LoadImageStrip(instance, IDB_HEADER_IMAGES, kImageWidth, kImageMask);
+    ListView_SetImageList(m_list, m_headerImages.get(), kHeaderImagesType);
+    Header_SetImageList(ListView_GetHeader(m_list), m_headerImages.get());
+}
+
+void EntryList::DropHeaderImages()
+{
+    ListView_SetImageList(m_list, nullptr, kHeaderImagesType);
+    Header_SetImageList(ListView_GetHeader(m_list), nullptr);
+}
+
+void EntryList::Place(int topOffset)
+{
+    RECT client;
+    if (!m_list || !GetClientRect(m_parent, &client))
+        return;
+    MoveWindow(m_list, client.left, client.top + topOffset, client.right - client.left,
+               std::max<int>(client.bottom - client.top - topOffset, 0), TRUE);
+    m_notice.Fit(m_list);
+}
+
+void EntryList::Destroy()
+{
+    if (m_columns)
+        SaveColumns(*m_columns, App());
+    m_notice.Hide();
+}
+
+LRESULT CALLBACK EntryList::ListProcedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                          DWORD_PTR self)
+{
+    auto* entryList = reinterpret_cast<EntryList*>(self);
+    switch (message) {
+    case WM_CTLCOLORSTATIC:
+        return reinterpret_cast<LRESULT>(EmptyNotice::Colors(reinterpret_cast<HDC>(wParam)));
+    case WM_DESTROY: entryList->DropHeaderImages(); break;
+    case WM_NCDESTROY:
+        RemoveWindowSubclass(list, ListProcedure, 0);
+        entryList->OnListGone();
+        break;
+    default: break;
+    }
+    return DefSubclassProc(list, message, wParam, lParam);
+}
+
+void EntryList::OnListGone()
+{
+    m_notice.Forget();
+    m_selection.Attach(nullptr);
+    m_list = nullptr;
+    m_parent = nullptr;
+}
+
+LRESULT EntryList::OnNotify(NMHDR* notification)
+{
+    switch (notification->code) {
+    case LVN_GETDISPINFOW: OnGetDispInfo(&reinterpret_cast<NMLVDISPINFOW*>(notification)->item); return 0;
+    case LVN_ODCACHEHINT: OnCacheHint(*reinterpret_cast<NMLVCACHEHINT*>(notification)); return 0;
+    case LVN_ODFINDITEMW: return -1;
+    case LVN_DELETEALLITEMS: m_cache.Clear(); return 0;
+    case LVN_COLUMNCLICK: OnColumnClick(reinterpret_cast<NMLISTVIEW*>(notification)->iSubItem); return 0;
+    case LVN_ITEMCHANGED:
+        ReportIf(m_selection.OnItemChanged(*reinterpret_cast<NMLISTVIEW*>(notification)));
+        return 0;
+    case LVN_ODSTATECHANGED:
+        ReportIf(m_selection.OnRangeChanged(*reinterpret_cast<NMLVODSTATECHANGE*>(notification)));
+        return 0;
+    case NM_DBLCLK: OnDoubleClick(); return 0;
+    case HDN_ENDTRACKW: OnEndTrack(*reinterpret_cast<NMHEADERW*>(notification)); return 0;
+    case HDN_DIVIDERDBLCLICKW:
+        OnDividerDoubleClick(reinterpret_cast<NMHEADERW*>(notification)->iItem);
+        return 0;
+    default: return 0;
+    }
+}
+
+void EntryList::OnGetDispInfo(LVITEMW* item)
+{
+    const DisplayRecord& record = m_cache.Row(item->iItem);
+    const WORD property = IsShownColumn(item->iSubItem) ? ColumnAt(item->iSubItem).Property() : WORD{0};
+    if (item->mask & LVIF_STATE)
+        item->state |= record.state;
+    if (item->mask & LVIF_IMAGE)
+        item->iImage = CellImage(record, property);
+    if (item->mask & LVIF_PARAM)
+        item->lParam = static_cast<LPARAM>(record.id);
+    if (item->mask & LVIF_TEXT)
+        item->pszText = const_cast<wchar_t*>(CellText(record, property)); // the control only reads it
+}
+
+// The control may ask for the few rows that have come into sight. Those around them stay within reach of
+// whoever asks for their texts, a screen reader for one: a hint on the page is one for the page, cut off rows
+// included.
+void EntryList::OnCacheHint(const NMLVCACHEHINT& hint)
+{
+    const int page = ListView_GetCountPerPage(m_list) + 1;
+    const int top = ListView_GetTopIndex(m_list);
+    const int last = std::min(top + page, static_cast<int>(App().Filter().rowCount)) - 1;
+    const bool onPage = hint.iFrom <= hint.iTo && hint.iFrom <= last && hint.iTo >= top;
+    m_cache.OnHint(onPage ? std::min(hint.iFrom, top) : hint.iFrom,
+                   onPage ? std::max(hint.iTo, last) : hint.iTo, page + 1);
+}
+
+void EntryList::OnColumnClick(int position)
+{
+    if (!IsShownColumn(position))
+        return;
+    const int image = ClickColumn(m_columns, position);
+    if (image >= 0) {
+        LVCOLUMNW header{};
+        header.mask = LVCF_IMAGE;
+        header.iImage = image;
+        SendMessageW(m_list, LVM_SETCOLUMNW, static_cast<WPARAM>(position),
+                     reinterpret_cast<LPARAM>(&header));
+    }
+    SaveColumns(*m_columns, App());
+    (void)InsertColumns(m_list, *m_columns);
+    ApplySort(ColumnAt(position));
+    const int selected = ListView_GetNextItem(m_list, -1, LVNI_SELECTED);
+    if (selected >= 0)
+        ListView_EnsureVisible(m_list, selected, FALSE);
+}
+
+void EntryList::OnDoubleClick()
+{
+    SendMessageW(m_parent, WM_COMMAND, CMD_EDIT_ENTRY, 0);
+}
+
+void EntryList::OnEndTrack(const NMHEADERW& track)
+{
+    if (IsShownColumn(track.iItem) && track.pitem && (track.pitem->mask & HDI_WIDTH))
+        SetColumnWidth(track.iItem, track.pitem->cxy);
+}
+
+// The control fits the column to its texts, before or after it says so.
+void EntryList::OnDividerDoubleClick(int position)
+{
+    if (!IsShownColumn(position))
+        return;
+    ListView_SetColumnWidth(m_list, position, LVSCW_AUTOSIZE);
+    SetColumnWidth(position, ListView_GetColumnWidth(m_list, position));
+    ListView_SetColumnWidth(m_list, position, ColumnAt(position).Width());
+}
+
+void EntryList::SetColumnWidth(int position, int width)
+{
+    ColumnAt(position).SetWidth(width);
+    SaveColumns(*m_columns, App());
+}
+
+bool EntryList::IsShownColumn(int position) const
+{
+    return m_columns && position >= 0 && position < m_columns->shownCount;
+}
+
+ZColumn& EntryList::ColumnAt(int position)
+{
+    return m_columns->columns[static_cast<size_t>(position)];
+}
+
+bool EntryList::BuildColumns()
+{
+    if (!m_list || !InsertColumns(m_list, *m_columns))
+        return false;
+    Refresh();
+    return true;
+}
+
+void EntryList::ApplySort(const ZColumn& column)
+{
+    const ScopedWaitCursor wait;
+    DbJournal& journal = App().Journal();
+    SORTORDERSPEC sort{};
+    journal.GetSort(&sort);
+    journal.SetSort(SortOfColumn(column, sort), 1);
+    Refresh();
+}
+
+void EntryList::Refresh()
+{
+    if (m_list)
+        ReportIf(Rebuild());
+}
+
+// Emptying the control deselects its rows, which is no change of the selection. True when the main window is
+// to be told.
+bool EntryList::Rebuild()
+{
+    const RowSelection::Quiet quiet(m_selection);
+    DbJournal& journal = App().Journal();
+    FilterState& filter = App().Filter();
+    const CeDBase::ReadScope scope(journal);
+    ListView_DeleteAllItems(m_list);
+    filter.rowCount = CountRows(journal, filter);
+    SendMessageW(m_list, LVM_SETITEMCOUNT, filter.rowCount, 0);
+    m_notice.Show(m_list, filter.rowCount == 0);
+    return m_selection.SelectAgain();
+}
+
+void EntryList::SelectRecord(CEOID id)
+{
+    if (m_list)
+        ReportIf(m_selection.Select(id));
+}
+
+void EntryList::ClearSelection()
+{
+    m_selection.Clear();
+    ReportIf(true);
+}
+
+void EntryList::SetSelectionFlag(int flag)
+{
+    m_selection.Tracker().SetFlag(flag);
+    ReportIf(true);
+}
+
+void EntryList::ReportIf(bool changed)
+{
+    if (changed)
+        SendMessageW(m_parent, kMsgSelectionChanged, static_cast<WPARAM>(SelectionFlag()), 0);
+}

@@ -1,15 +1,15 @@
-// EntryList: the list of journal entries, the main window's only content below the command bands. An owner-data
-// list view: the control knows only how many rows there are and asks for what it paints.
+// EntryList: the list of journal entries, the main window's only content below the command bands. An
+// owner-data list view: the control knows only how many rows there are and asks for what it paints.
 #pragma once
 
 #include <windows.h>
 #include <commctrl.h>
 
-#include <memory>
-
 #include "list/column_set.h"
-#include "list/selection_set.h"
-#include "mervane/db_journal.h"
+#include "list/display_cache.h"
+#include "list/empty_notice.h"
+#include "list/row_selection.h"
+#include "util/owners.h"
 
 // Sent to the main window when the selection or its flag may have changed; wParam: the selection flag.
 constexpr UINT kMsgSelectionChanged = WM_USER + 102;
@@ -21,15 +21,16 @@ class EntryList {
     EntryList(const EntryList&) = delete;
     EntryList& operator=(const EntryList&) = delete;
 
-    // Creates the control below topOffset pixels of the parent's client area, loads the column set, builds the
-    // columns and applies the sort of the sort column. columns is borrowed and outlives the list. Returns the
-    // control, or null when the parent is no window or the control cannot be made.
+    // Creates the control below topOffset pixels of the parent's client area, loads the column set, builds
+    // the columns and applies the sort of the sort column. columns is borrowed and outlives the list. Returns
+    // the control, or null when the parent is no window or the control cannot be made.
     HWND Create(HWND parent, ColumnSet* columns, DWORD style, int topOffset);
 
-    // Rebuilds the row count and the empty notice and re-selects the selection and then the current entry.
+    // Rebuilds the row count and the empty notice and re-selects the selection and then the current entry. A
+    // record that the list does not show leaves the selection.
     void Refresh();
-    // Deletes every column and inserts the shown ones, then refreshes. False, without a refresh, when an insertion
-    // fails.
+    // Deletes every column and inserts the shown ones, then refreshes. False, without a refresh, when an
+    // insertion fails.
     bool BuildColumns();
     // Hands the sort of a column to the database and refreshes.
     void ApplySort(const ZColumn& column);
@@ -44,16 +45,40 @@ class EntryList {
     // Decodes a WM_NOTIFY from the list or its header; the value to return from the window procedure.
     LRESULT OnNotify(NMHDR* notification);
 
-    HWND Handle() const;
-    SelectionSet& Selection();
+    HWND Handle() const { return m_list; }
+    SelectionSet& Selection() { return m_selection.Tracker().Selection(); }
     // The entry that the editor opens; 0 when there is none.
-    CEOID CurrentEntry() const;
-    void SetCurrentEntry(CEOID id);
-    int SelectionFlag() const;
+    CEOID CurrentEntry() const { return m_selection.Tracker().CurrentEntry(); }
+    void SetCurrentEntry(CEOID id) { m_selection.Tracker().SetCurrentEntry(id); }
+    int SelectionFlag() const { return m_selection.Tracker().Flag(); }
     // Sets the flag and sends kMsgSelectionChanged with it.
     void SetSelectionFlag(int flag);
 
   private:
-    class Impl;
-    std::unique_ptr<Impl> m_impl;
+    static LRESULT CALLBACK ListProcedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                          DWORD_PTR self);
+
+    void OnGetDispInfo(LVITEMW* item);
+    void OnCacheHint(const NMLVCACHEHINT& hint);
+    void OnColumnClick(int position);
+    void OnDoubleClick();
+    void OnEndTrack(const NMHEADERW& track);
+    void OnDividerDoubleClick(int position);
+    void OnListGone();
+
+    void SetImages();
+    void DropHeaderImages();
+    void SetColumnWidth(int position, int width);
+    bool IsShownColumn(int position) const;
+    ZColumn& ColumnAt(int position);
+    bool Rebuild();
+    void ReportIf(bool changed);
+
+    HWND m_parent = nullptr;
+    HWND m_list = nullptr;
+    ColumnSet* m_columns = nullptr; // null until loaded
+    UniqueImageList m_headerImages;
+    DisplayCache m_cache;
+    EmptyNotice m_notice;
+    RowSelection m_selection;
 };

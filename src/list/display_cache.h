@@ -1,0 +1,45 @@
+// DisplayCache: the formatted rows around the visible page and at the end of the list, so that a paint costs
+// no access to the store.
+#pragma once
+
+#include <vector>
+
+#include "list/display_record.h"
+#include "list/filter_state.h"
+#include "mervane/db_journal.h"
+
+constexpr int kCacheRows = 50;   // of a block, at least
+constexpr int kTailRowsMax = 30; // a hint that reaches the last row belongs to the tail when it is this short
+
+class DisplayCache {
+  public:
+    // Both are borrowed and outlive the cache. filter.rowCount is the number of rows of the list.
+    DisplayCache(DbJournal& journal, const FilterState& filter) : m_journal(journal), m_filter(filter) {}
+
+    void Clear();
+    // Makes ready for painting the rows from..to, whatever they are; to < from is no row. A block holds
+    // capacity rows (at least kCacheRows): a wider hint is clipped.
+    void OnHint(int from, int to, int capacity);
+    // The record of a row; the blank one when the row is in neither block.
+    const DisplayRecord& Row(int row) const;
+
+  private:
+    struct Block {
+        int start = 0;
+        int count = 0;
+        std::vector<DisplayRecord> records; // one more than count, as far as the journal goes
+
+        bool StartsIn(int row) const { return count && row >= start && row < start + count; }
+        const DisplayRecord* Find(int row) const;
+    };
+
+    void FillTail(int from, int to);
+    void FillMain(int from, int to, int capacity);
+    void Fill(Block* block, int from, int count);
+    void ReadRows(Block* block);
+
+    DbJournal& m_journal;
+    const FilterState& m_filter;
+    Block m_main;
+    Block m_tail;
+};

@@ -1,0 +1,90 @@
+#include "list/entry_commands.h"
+
+#include "app/journal_app.h"
+#include "editor/entry_editor.h"
+#include "list/entry_list.h"
+#include "util/owners.h"
+
+namespace {
+
+constexpr const wchar_t* kConfirmDelete = L"ConfirmDelete"; // in Options
+constexpr DWORD kConfirmDeleteDefault = 1;
+
+bool IsDeletionConfirmed()
+{
+    if (!App().GetNumber(kOptions, kConfirmDelete, kConfirmDeleteDefault))
+        return true;
+    return MessageBoxW(nullptr, L"Delete record?", L"Confirm", MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
+}
+
+// The record that is open may be written anew, under another identifier, when another program deletes it
+// meanwhile.
+void OpenEditorAndRefresh(HWND owner, EntryList& list)
+{
+    CEOID id = list.CurrentEntry();
+    OpenEntryEditor(owner, &id);
+    list.SetCurrentEntry(id);
+    list.Refresh();
+}
+
+// Nothing is reported: a record that is gone, cannot be read or cannot be written is simply not copied.
+void CopyRecord(DbJournal& journal, CEOID id)
+{
+    if (journal.SeekRecord(id) != id)
+        return;
+    WORD count = 0;
+    CEPROPVAL* properties = nullptr;
+    const CEOID read = journal.ReadRecord(&count, nullptr, &properties);
+    const LocalBlock<CEPROPVAL> owner(properties);
+    if (read)
+        (void)journal.WriteRecord(0, count, properties);
+}
+
+} // namespace
+
+void NewEntry(HWND owner, EntryList& list)
+{
+    list.ClearSelection();
+    OpenEditorAndRefresh(owner, list);
+}
+
+void EditEntry(HWND owner, EntryList& list)
+{
+    OpenEditorAndRefresh(owner, list);
+}
+
+void DeleteEntries(EntryList& list)
+{
+    if (!IsDeletionConfirmed())
+        return list.SetSelectionFlag(0);
+    {
+        DbJournal& journal = App().Journal();
+        CeDBase::BulkScope bulk(journal);
+        for (const CEOID id : list.Selection().InOrder()) {
+            journal.DeleteRecord(id);
+            if (id == list.CurrentEntry())
+                list.SetCurrentEntry(0);
+        }
+        (void)bulk.Commit();
+    }
+    list.Selection().Clear();
+    list.Refresh();
+    list.SetSelectionFlag(0);
+}
+
+void CopyEntries(EntryList& list)
+{
+    list.SetSelectionFlag(1);
+}
+
+void PasteEntries(EntryList& list)
+{
+    {
+        DbJournal& journal = App().Journal();
+        CeDBase::BulkScope bulk(journal);
+        for (const CEOID id : list.Selection().InOrder())
+            CopyRecord(journal, id);
+        (void)bulk.Commit();
+    }
+    list.Refresh();
+}

@@ -1,0 +1,140 @@
+#include "list/row_selection.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "ui/scoped.h"
+
+namespace {
+
+// The first row of the page after EnsureVisible of a row, counted without the control.
+int TopAfterShowing(int row, int top, int page)
+{
+    if (row < top)
+        return row;
+    return row < top + page ? top : row - page + 1;
+}
+
+} // namespace
+
+bool RowSelection::OnItemChanged(const NMLISTVIEW& change)
+{
+    if (m_quiet || !(change.uChanged & LVIF_STATE))
+        return false;
+    if (change.iItem == -1)
+        return m_tracker.OnAllItemsChanged(change.uOldState, change.uNewState);
+    return m_tracker.OnItemChanged(IdOfRow(change.iItem), change.uOldState, change.uNewState);
+}
+
+bool RowSelection::OnRangeChanged(const NMLVODSTATECHANGE& change)
+{
+    if (m_quiet)
+        return false;
+    m_tracker.Selection().Clear();
+    if (change.iFrom > change.iTo)
+        return true;
+    const CeDBase::ReadScope scope(m_journal);
+    const int last = std::min(change.iTo, static_cast<int>(m_filter.rowCount) - 1);
+    if (change.uNewState & LVIS_SELECTED)
+        for (int row = std::max(change.iFrom, 0); row <= last; ++row)
+            m_tracker.Selection().Append(IdOfRow(row));
+    AddSelectedRows();
+    return true;
+}
+
+// A range may be added to rows that were selected before and still are.
+void RowSelection::AddSelectedRows()
+{
+    SelectionSet& selection = m_tracker.Selection();
+    if (static_cast<size_t>(ListView_GetSelectedCount(m_list)) == selection.Count())
+        return;
+    for (int row = -1; (row = ListView_GetNextItem(m_list, row, LVNI_SELECTED)) >= 0;)
+        selection.Append(IdOfRow(row));
+}
+
+bool RowSelection::Select(CEOID id)
+{
+    constexpr UINT kState = LVIS_SELECTED | LVIS_FOCUSED;
+    const Quiet quiet(*this);
+    const int row = RowOf(id);
+    if (row < 0)
+        return m_tracker.OnRecordMissing(id);
+    ListView_SetItemState(m_list, row, kState, kState);
+    ListView_EnsureVisible(m_list, row, FALSE);
+    TakeFocus();
+    return m_tracker.OnRecordSelected(id);
+}
+
+bool RowSelection::SelectAgain()
+{
+    const size_t count = m_tracker.Selection().Count();
+    const int flag = m_tracker.Flag();
+    const CEOID current = m_tracker.CurrentEntry();
+    if (count)
+        SelectRows();
+    if (current)
+        (void)Select(current);
+    return m_tracker.Selection().Count() != count || m_tracker.Flag() != flag;
+}
+
+// There may be thousands: they scroll once, to where they would have scrolled one by one, and the focus is
+// taken once.
+void RowSelection::SelectRows()
+{
+    const Quiet quiet(*this);
+    SelectionSet& selection = m_tracker.Selection();
+    const int page = ListView_GetCountPerPage(m_list);
+    std::vector<CEOID> missing;
+    int row = -1;
+    int top = 0;
+    {
+        const ScopedRedrawPause pause(m_list);
+        for (const CEOID id : selection.InOrder()) {
+            row = RowOf(id);
+            if (row < 0) {
+                missing.push_back(id);
+                continue;
+            }
+            ListView_SetItemState(m_list, row, LVIS_SELECTED, LVIS_SELECTED);
+            top = TopAfterShowing(row, top, page);
+        }
+    }
+    for (const CEOID id : missing)
+        selection.Remove(id);
+    m_tracker.SetFlag(row >= 0); // as the last one left it
+    if (top > 0)
+        ListView_EnsureVisible(m_list, top + page - 1, FALSE);
+    if (!selection.IsEmpty())
+        TakeFocus();
+}
+
+void RowSelection::Clear()
+{
+    const Quiet quiet(*this);
+    if (m_list)
+        ListView_SetItemState(m_list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    m_tracker.Clear();
+}
+
+// A window in the background, or behind a dialog, gets its focus back when it is activated.
+void RowSelection::TakeFocus()
+{
+    if (GetActiveWindow() == GetAncestor(m_list, GA_ROOT))
+        SetFocus(m_list);
+}
+
+// -1 for a record that is not there or that the list does not show.
+int RowSelection::RowOf(CEOID id)
+{
+    const int row = m_journal.RowOf(id);
+    return row < static_cast<int>(m_filter.rowCount) ? row : -1;
+}
+
+// What is seen counts, so the cache comes first; rows outside it are looked up in the journal.
+CEOID RowSelection::IdOfRow(int row)
+{
+    if (row < 0 || row >= static_cast<int>(m_filter.rowCount))
+        return 0;
+    const CEOID cached = m_cache.Row(row).id;
+    return cached ? cached : m_journal.IdOfRow(static_cast<uint32_t>(row));
+}

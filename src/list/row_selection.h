@@ -1,0 +1,59 @@
+// RowSelection: carries the selection between the list control, which knows rows, and the tracker, which
+// knows records. An operation that returns true wants the main window told.
+#pragma once
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include "list/display_cache.h"
+#include "list/selection_tracker.h"
+
+class RowSelection {
+  public:
+    // All three are borrowed and outlive this. filter.rowCount is the number of rows of the list.
+    RowSelection(DbJournal& journal, const FilterState& filter, const DisplayCache& cache)
+        : m_journal(journal), m_filter(filter), m_cache(cache)
+    {}
+
+    // The control, which is borrowed; null when there is none (any more).
+    void Attach(HWND list) { m_list = list; }
+    SelectionTracker& Tracker() { return m_tracker; }
+    const SelectionTracker& Tracker() const { return m_tracker; }
+
+    // While one lives, the control's messages on states are the program's own doing, and nothing is tracked.
+    class Quiet {
+      public:
+        explicit Quiet(RowSelection& selection) : m_depth(selection.m_quiet) { ++m_depth; }
+        ~Quiet() { --m_depth; }
+        Quiet(const Quiet&) = delete;
+        Quiet& operator=(const Quiet&) = delete;
+
+      private:
+        int& m_depth;
+    };
+
+    // LVN_ITEMCHANGED and LVN_ODSTATECHANGED.
+    [[nodiscard]] bool OnItemChanged(const NMLISTVIEW& change);
+    [[nodiscard]] bool OnRangeChanged(const NMLVODSTATECHANGE& change);
+
+    // Selects, focuses and scrolls to the row of a record. One that the list does not show loses the flag and
+    // leaves the selection.
+    [[nodiscard]] bool Select(CEOID id);
+    // The same for each selected record and then the current entry, after the rows have changed.
+    [[nodiscard]] bool SelectAgain();
+    void Clear();
+
+  private:
+    void SelectRows();
+    void AddSelectedRows();
+    void TakeFocus();
+    int RowOf(CEOID id);
+    CEOID IdOfRow(int row);
+
+    DbJournal& m_journal;
+    const FilterState& m_filter;
+    const DisplayCache& m_cache;
+    HWND m_list = nullptr;
+    SelectionTracker m_tracker;
+    int m_quiet = 0;
+};

@@ -1,0 +1,237 @@
+#include "list/display_cache.h"
+
+#include <algorithm>
+#include <random>
+
+#include "list/journal_fixture.h"
+#include "list/list_rows.h"
+
+namespace {
+
+// A hundred rows, "entry 0" to "entry 99". What a block holds is seen by changing the store behind its back.
+class DisplayCacheTest : public JournalTest {
+  protected:
+    DisplayCacheTest()
+    {
+        m_ids = AddEntries(100);
+        m_filter.rowCount = 100;
+    }
+
+    std::wstring Subject(int row) const { return m_cache.Row(row).subject; }
+    static std::wstring Entry(int row) { return L"entry " + std::to_wstring(row); }
+
+    void Rewrite(int row)
+    {
+        wchar_t text[] = L"changed";
+        CEPROPVAL property{};
+        property.propid = kPropSubject;
+        property.val.lpwstr = text;
+        ASSERT_NE(App().Journal().WriteRecord(m_ids[static_cast<size_t>(row)], 1, &property), 0u);
+    }
+
+    // Whether a hint reads the rows anew. Row by row the cache shows what it did before when it does not.
+    bool Refills(int from, int to, int watched, int capacity = 50)
+    {
+        Rewrite(watched);
+        m_cache.OnHint(from, to, capacity);
+        return Subject(watched) == L"changed";
+    }
+
+    std::vector<CEOID> m_ids;
+    FilterState m_filter;
+    DisplayCache m_cache{App().Journal(), m_filter};
+};
+
+TEST_F(DisplayCacheTest, HoldsTheRowsOfTheHint)
+{
+    m_cache.OnHint(10, 29, 50);
+    for (int row = 10; row <= 29; ++row) {
+        EXPECT_EQ(Subject(row), Entry(row));
+        EXPECT_EQ(m_cache.Row(row).id, m_ids[static_cast<size_t>(row)]);
+    }
+    EXPECT_EQ(m_cache.Row(9).id, 0u);
+    EXPECT_EQ(m_cache.Row(31).id, 0u);
+    EXPECT_EQ(m_cache.Row(-1).id, 0u);
+    EXPECT_EQ(m_cache.Row(INT_MAX).id, 0u);
+}
+
+TEST_F(DisplayCacheTest, ARowInNeitherBlockIsBlank)
+{
+    EXPECT_EQ(m_cache.Row(0).id, 0u);
+    EXPECT_EQ(Subject(0), L"");
+    EXPECT_EQ(m_cache.Row(0).image, -1);
+}
+
+TEST_F(DisplayCacheTest, AHintInsideTheMainBlockReadsNothing)
+{
+    m_cache.OnHint(10, 29, 50);
+    EXPECT_FALSE(Refills(10, 29, 15));
+    EXPECT_FALSE(Refills(12, 20, 16));
+    EXPECT_FALSE(Refills(29, 29, 29));
+}
+
+// The test of the end is one row wider than that of the start.
+TEST_F(DisplayCacheTest, TheEndOfAHintMayBeOneBehindTheMainBlock)
+{
+    m_cache.OnHint(10, 29, 50);
+    EXPECT_FALSE(Refills(15, 30, 20));
+    EXPECT_EQ(Subject(30), Entry(30)); // and it is no blank row
+    EXPECT_TRUE(Refills(15, 31, 20));
+}
+
+TEST_F(DisplayCacheTest, TheStartOfAHintMayNot)
+{
+    m_cache.OnHint(10, 29, 50);
+    EXPECT_TRUE(Refills(30, 30, 30));
+    EXPECT_EQ(m_cache.Row(29).id, 0u); // the block is that of the last hint
+    m_cache.OnHint(10, 29, 50);
+    EXPECT_TRUE(Refills(9, 20, 12));
+}
+
+TEST_F(DisplayCacheTest, AShortHintThatReachesTheEndFillsTheTail)
+{
+    m_cache.OnHint(10, 29, 50);
+    m_cache.OnHint(80, 99, 50);
+    EXPECT_EQ(Subject(99), Entry(99));
+    EXPECT_EQ(Subject(80), Entry(80));
+    EXPECT_EQ(Subject(10), Entry(10)); // the main block is untouched
+    EXPECT_FALSE(Refills(85, 99, 90));
+    EXPECT_FALSE(Refills(80, 99, 91));
+    EXPECT_TRUE(Refills(79, 99, 92));
+    EXPECT_EQ(Subject(10), Entry(10));
+}
+
+TEST_F(DisplayCacheTest, ThirtyRowsAreTheMostOfATail)
+{
+    m_cache.OnHint(0, 9, 50);
+    m_cache.OnHint(70, 99, 50); // 29 apart: the tail
+    EXPECT_EQ(Subject(5), Entry(5));
+    m_cache.OnHint(69, 99, 50); // 30 apart: the main block
+    EXPECT_EQ(m_cache.Row(5).id, 0u);
+    EXPECT_EQ(Subject(69), Entry(69));
+    EXPECT_EQ(Subject(99), Entry(99));
+}
+
+TEST_F(DisplayCacheTest, AHintThatStopsShortOfTheEndIsNoTail)
+{
+    m_cache.OnHint(0, 9, 50);
+    m_cache.OnHint(90, 98, 50);
+    EXPECT_EQ(m_cache.Row(0).id, 0u);
+    EXPECT_EQ(Subject(98), Entry(98));
+}
+
+TEST_F(DisplayCacheTest, TheMainBlockIsAskedFirst)
+{
+    m_cache.OnHint(80, 99, 50);
+    Rewrite(85);
+    m_cache.OnHint(60, 90, 50);
+    EXPECT_EQ(Subject(85), L"changed");
+    EXPECT_EQ(Subject(95), Entry(95));
+}
+
+TEST_F(DisplayCacheTest, AWiderHintIsClippedToTheBlock)
+{
+    m_cache.OnHint(5, 95, 50);
+    EXPECT_EQ(Subject(5), Entry(5));
+    EXPECT_EQ(Subject(54), Entry(54));
+    EXPECT_EQ(m_cache.Row(56).id, 0u);
+    m_cache.OnHint(0, INT_MAX, 50);
+    EXPECT_EQ(Subject(49), Entry(49));
+    EXPECT_EQ(m_cache.Row(51).id, 0u);
+}
+
+TEST_F(DisplayCacheTest, ABlockHoldsAPageWhereThatIsMore)
+{
+    m_cache.OnHint(0, 79, 80);
+    EXPECT_EQ(Subject(79), Entry(79));
+    m_cache.Clear();
+    m_cache.OnHint(0, 79, 10); // and never fewer than fifty
+    EXPECT_EQ(Subject(49), Entry(49));
+    EXPECT_EQ(m_cache.Row(51).id, 0u);
+}
+
+TEST_F(DisplayCacheTest, RangesThatAreNoneChangeNothing)
+{
+    m_cache.OnHint(10, 29, 50);
+    m_cache.OnHint(-1, -2, 50);
+    m_cache.OnHint(20, 19, 50);
+    m_cache.OnHint(-5, 5, 50);
+    m_cache.OnHint(INT_MIN, INT_MAX, 50);
+    m_cache.OnHint(INT_MAX, INT_MIN, 50);
+    EXPECT_EQ(Subject(10), Entry(10));
+    EXPECT_EQ(Subject(29), Entry(29));
+    EXPECT_EQ(m_cache.Row(5).id, 0u);
+}
+
+TEST_F(DisplayCacheTest, RowsBehindTheJournalStayBlank)
+{
+    m_cache.OnHint(500, 520, 50);
+    EXPECT_EQ(m_cache.Row(500).id, 0u);
+    m_cache.OnHint(95, 104, 50);
+    EXPECT_EQ(Subject(99), Entry(99));
+    EXPECT_EQ(m_cache.Row(100).id, 0u);
+}
+
+TEST_F(DisplayCacheTest, ClearDropsBothBlocks)
+{
+    m_cache.OnHint(10, 29, 50);
+    m_cache.OnHint(80, 99, 50);
+    m_cache.Clear();
+    EXPECT_EQ(m_cache.Row(10).id, 0u);
+    EXPECT_EQ(m_cache.Row(99).id, 0u);
+    EXPECT_TRUE(Refills(12, 14, 13)); // an empty block holds no row
+}
+
+TEST_F(DisplayCacheTest, EveryRowOfAHintIsThereAfterIt)
+{
+    std::mt19937 random(20000305);
+    for (int i = 0; i < 3000; ++i) {
+        const int from = static_cast<int>(random() % 100);
+        const int to = std::min(99, from + static_cast<int>(random() % 50));
+        m_cache.OnHint(from, to, 50);
+        for (int row = from; row <= to; ++row)
+            ASSERT_EQ(Subject(row), Entry(row)) << "hint " << i << ": " << from << ".." << to;
+    }
+}
+
+TEST_F(DisplayCacheTest, AFilterKeepsWhatPasses)
+{
+    m_filter.active = true;
+    m_filter.monthMask = 0x1; // January: minutes of the first day
+    m_cache.OnHint(0, 9, 50);
+    EXPECT_EQ(Subject(0), Entry(0));
+    m_filter.monthMask = 0x2;
+    m_cache.Clear();
+    m_cache.OnHint(0, 9, 50);
+    EXPECT_EQ(m_cache.Row(0).id, 0u);
+}
+
+// A walk goes on where it was when a paint comes in between.
+TEST_F(DisplayCacheTest, FillingLeavesTheJournalsPositionAlone)
+{
+    DbJournal& journal = App().Journal();
+    ASSERT_NE(journal.SeekFirstRecord(), 0);
+    ASSERT_NE(journal.SeekNextRecord(), 0);
+    m_cache.OnHint(50, 70, 50);
+    WORD count = 0;
+    CEPROPVAL* properties = nullptr;
+    EXPECT_EQ(journal.ReadRecord(&count, nullptr, &properties), m_ids[1]);
+    LocalFree(properties);
+    ASSERT_NE(journal.SeekNextRecord(), 0);
+    m_filter.active = true;
+    m_filter.monthMask = 1;
+    EXPECT_EQ(CountRows(journal, m_filter), 100u);
+    count = 0;
+    EXPECT_EQ(journal.ReadRecord(&count, nullptr, &properties), m_ids[2]);
+    LocalFree(properties);
+}
+
+TEST_F(DisplayCacheTest, AClosedJournalGivesBlankRows)
+{
+    App().Journal().Close();
+    m_cache.OnHint(0, 9, 50);
+    EXPECT_EQ(m_cache.Row(0).id, 0u);
+    EXPECT_EQ(CountRows(App().Journal(), m_filter), 0u);
+}
+
+} // namespace

@@ -1,0 +1,434 @@
+#include "list/entry_commands.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <functional>
+
+#include "editor/entry_editor.h"
+#include "list/entry_list_fixture.h"
+
+namespace {
+
+// What the user does in the editor: works on the record reference and answers how the editor was closed.
+std::function<int(CEOID* id)> g_edit;
+HWND g_editorOwner = nullptr;
+int g_editorRuns = 0;
+
+} // namespace
+
+// Stands in for the editor's window.
+int OpenEntryEditor(HWND owner, CEOID* id)
+{
+    ++g_editorRuns;
+    g_editorOwner = owner;
+    return g_edit ? g_edit(id) : 0;
+}
+
+namespace {
+
+using List = std::vector<CEOID>;
+
+DWORD RecordCount()
+{
+    return App().Journal().RecordCount();
+}
+
+bool Exists(CEOID id)
+{
+    return App().Journal().SeekRecord(id) == id;
+}
+
+// Five entries, the newest first: row r shows the entry 4 - r.
+class EntryCommandsTest : public EntryListTest {
+  protected:
+    EntryCommandsTest()
+    {
+        g_edit = nullptr;
+        g_editorOwner = nullptr;
+        g_editorRuns = 0;
+        m_ids = AddEntries(5);
+        std::reverse(m_ids.begin(), m_ids.end());
+        CreateList();
+        Paint();
+    }
+
+    // Changes the store from another connection.
+    void Execute(const char* sql)
+    {
+        sqlite3* database = nullptr;
+        ASSERT_EQ(sqlite3_open16(m_store.Path().c_str(), &database), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(database, sql, nullptr, nullptr, nullptr), SQLITE_OK)
+            << sqlite3_errmsg(database);
+        sqlite3_close(database);
+    }
+
+    CEOID Id(int row) const { return m_ids[static_cast<size_t>(row)]; }
+    void DontAsk() { App().SetNumber(kOptions, L"ConfirmDelete", 0); }
+
+    List m_ids; // by row
+};
+
+TEST_F(EntryCommandsTest, NewStartsFromAnEmptySelection)
+{
+    m_list.SelectRecord(Id(1));
+    ClickRow(3, MK_CONTROL);
+    CEOID opened = 77;
+    std::vector<int> seenSelected;
+    g_edit = [&](CEOID* id) {
+        opened = *id;
+        EXPECT_EQ(LastReport(), 0);
+        seenSelected = SelectedRows();
+        return 0;
+    };
+    NewEntry(m_parent.Handle(), m_list);
+    EXPECT_EQ(g_editorRuns, 1);
+    EXPECT_EQ(g_editorOwner, m_parent.Handle());
+    EXPECT_EQ(opened, 0u);
+    EXPECT_TRUE(seenSelected.empty());
+    EXPECT_TRUE(Selected().empty());
+    EXPECT_EQ(m_list.CurrentEntry(), 0u);
+    EXPECT_EQ(m_list.SelectionFlag(), 0);
+    EXPECT_EQ(RowCount(), 5);
+}
+
+TEST_F(EntryCommandsTest, ANewEntryBecomesTheCurrentOneAndIsSelected)
+{
+    ClickRow(1);
+    CEOID written = 0;
+    g_edit = [&](CEOID* id) {
+        *id = written = AddEntry(2, L"new");
+        return 1;
+    };
+    NewEntry(m_parent.Handle(), m_list);
+    EXPECT_EQ(RowCount(), 6);
+    EXPECT_EQ(m_list.CurrentEntry(), written);
+    EXPECT_EQ(Selected(), List{written});
+    Paint();
+    ASSERT_EQ(SelectedRows().size(), 1u);
+    EXPECT_EQ(Cell(SelectedRows()[0], 1), L"new");
+    EXPECT_EQ(LastReport(), 1);
+}
+
+TEST_F(EntryCommandsTest, EditOpensTheCurrentEntryAndKeepsTheSelection)
+{
+    ClickRow(4);
+    ClickRow(2, MK_CONTROL);
+    CEOID opened = 0;
+    g_edit = [&](CEOID* id) {
+        opened = *id;
+        wchar_t text[] = L"edited";
+        CEPROPVAL property{};
+        property.propid = kPropSubject;
+        property.val.lpwstr = text;
+        EXPECT_EQ(App().Journal().WriteRecord(*id, 1, &property), *id);
+        return 1;
+    };
+    EditEntry(m_parent.Handle(), m_list);
+    EXPECT_EQ(opened, Id(2));
+    EXPECT_EQ(g_editorOwner, m_parent.Handle());
+    EXPECT_EQ(Selected(), (List{Id(4), Id(2)}));
+    EXPECT_EQ(m_list.CurrentEntry(), Id(2));
+    Paint();
+    EXPECT_EQ(Cell(2, 1), L"edited"); // the list was rebuilt
+}
+
+// Another program has deleted the record, and the save wrote it anew.
+TEST_F(EntryCommandsTest, AnEntryWrittenAnewStaysTheCurrentOne)
+{
+    ClickRow(2);
+    CEOID anew = 0;
+    g_edit = [&](CEOID* id) {
+        App().Journal().DeleteRecord(*id);
+        m_list.Refresh();
+        *id = anew = AddEntry(3, L"anew");
+        return 1;
+    };
+    EditEntry(m_parent.Handle(), m_list);
+    EXPECT_EQ(m_list.CurrentEntry(), anew);
+    EXPECT_EQ(Selected(), List{anew});
+}
+
+TEST_F(EntryCommandsTest, DeleteAsksOnceForAll)
+{
+    ClickRow(1);
+    ClickRow(3, MK_CONTROL);
+    ClickRow(4, MK_CONTROL);
+    const MessageBoxAnswerer answerer({IDYES});
+    DeleteEntries(m_list);
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].text, L"Delete record?");
+    EXPECT_EQ(answerer.Boxes()[0].caption, L"Confirm");
+    EXPECT_EQ(RecordCount(), 2u);
+    EXPECT_EQ(RowCount(), 2);
+    EXPECT_TRUE(Exists(Id(0)));
+    EXPECT_TRUE(Exists(Id(2)));
+    EXPECT_TRUE(Selected().empty());
+    EXPECT_TRUE(SelectedRows().empty());
+    EXPECT_EQ(m_list.CurrentEntry(), 0u);
+    EXPECT_EQ(LastReport(), 0);
+}
+
+// Looks at the box while it is up and answers with a key.
+TEST_F(EntryCommandsTest, TheQuestionHasNoOwnerAndTwoButtons)
+{
+    ClickRow(1);
+    struct Seen {
+        HWND owner = nullptr;
+        bool yes = false, no = false, others = false, icon = false;
+    };
+    static Seen s_seen;
+    s_seen = {};
+    const UINT_PTR timer = SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR id, DWORD) {
+        HWND box = FindWindowW(L"#32770", L"Confirm");
+        if (!box)
+            return;
+        KillTimer(nullptr, id);
+        s_seen.owner = GetWindow(box, GW_OWNER);
+        s_seen.yes = GetDlgItem(box, IDYES) != nullptr;
+        s_seen.no = GetDlgItem(box, IDNO) != nullptr;
+        s_seen.others = GetDlgItem(box, IDOK) || GetDlgItem(box, IDCANCEL);
+        const LRESULT exclamation = reinterpret_cast<LRESULT>(LoadIconW(nullptr, IDI_EXCLAMATION));
+        for (HWND part = nullptr; (part = FindWindowExW(box, part, L"STATIC", nullptr)) != nullptr;)
+            s_seen.icon |= SendMessageW(part, STM_GETICON, 0, 0) == exclamation;
+        PostMessageW(box, WM_COMMAND, IDNO, 0);
+    });
+    ASSERT_NE(timer, 0u);
+    DeleteEntries(m_list);
+    EXPECT_EQ(s_seen.owner, nullptr);
+    EXPECT_TRUE(s_seen.yes);
+    EXPECT_TRUE(s_seen.no);
+    EXPECT_FALSE(s_seen.others);
+    EXPECT_TRUE(s_seen.icon);
+    EXPECT_EQ(RecordCount(), 5u);
+}
+
+TEST_F(EntryCommandsTest, AnyOtherAnswerKeepsTheSelectionButNotTheFlag)
+{
+    m_list.SelectRecord(Id(1));
+    ClickRow(3, MK_CONTROL);
+    m_list.SetSelectionFlag(1);
+    const MessageBoxAnswerer answerer({IDNO});
+    DeleteEntries(m_list);
+    EXPECT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(RecordCount(), 5u);
+    EXPECT_EQ(Selected(), (List{Id(1), Id(3)}));
+    EXPECT_EQ(SelectedRows(), (std::vector<int>{1, 3}));
+    EXPECT_EQ(m_list.SelectionFlag(), 0);
+    EXPECT_EQ(LastReport(), 0);
+}
+
+TEST_F(EntryCommandsTest, WithoutConfirmationDeleteAsksNothing)
+{
+    DontAsk();
+    m_list.SelectRecord(Id(1));
+    const MessageBoxAnswerer answerer({IDNO});
+    DeleteEntries(m_list);
+    EXPECT_TRUE(answerer.Boxes().empty());
+    EXPECT_FALSE(Exists(Id(1)));
+    EXPECT_EQ(RowCount(), 4);
+}
+
+TEST_F(EntryCommandsTest, AnyNumberAsks)
+{
+    App().SetNumber(kOptions, L"ConfirmDelete", 7);
+    ClickRow(1);
+    const MessageBoxAnswerer answerer({IDNO});
+    DeleteEntries(m_list);
+    EXPECT_EQ(answerer.Boxes().size(), 1u);
+}
+
+TEST_F(EntryCommandsTest, ARecordThatIsGoneIsDeletedQuietly)
+{
+    DontAsk();
+    ClickRow(1);
+    ClickRow(3, MK_CONTROL);
+    App().Journal().DeleteRecord(Id(1));
+    const MessageBoxAnswerer answerer;
+    DeleteEntries(m_list);
+    EXPECT_TRUE(answerer.Boxes().empty());
+    EXPECT_TRUE(Selected().empty());
+    EXPECT_EQ(RowCount(), 3);
+}
+
+TEST_F(EntryCommandsTest, ACurrentEntryThatIsNotSelectedStays)
+{
+    DontAsk();
+    ClickRow(1);
+    PressKey(VK_DOWN, false, true); // the focus alone
+    ASSERT_EQ(m_list.CurrentEntry(), Id(2));
+    DeleteEntries(m_list);
+    EXPECT_FALSE(Exists(Id(1)));
+    EXPECT_EQ(m_list.CurrentEntry(), Id(2));
+    EXPECT_EQ(m_list.SelectionFlag(), 0);
+    EXPECT_EQ(LastReport(), 0);
+}
+
+TEST_F(EntryCommandsTest, AfterTheLastEntryTheListSaysSo)
+{
+    DontAsk();
+    ClickRow(0);
+    ClickRow(4, MK_SHIFT);
+    DeleteEntries(m_list);
+    EXPECT_EQ(RecordCount(), 0u);
+    ASSERT_NE(Notice(), nullptr);
+    EXPECT_EQ(WindowText(Notice()), L"<No Entries to Show>");
+}
+
+TEST_F(EntryCommandsTest, DeleteWithoutASelectionDeletesNothing)
+{
+    DontAsk();
+    DeleteEntries(m_list);
+    EXPECT_EQ(RecordCount(), 5u);
+    EXPECT_EQ(LastReport(), 0);
+}
+
+TEST_F(EntryCommandsTest, ADeletionThatFailsLeavesTheSelectionAllTheSame)
+{
+    DontAsk();
+    m_list.SelectRecord(Id(1));
+    ClickRow(3, MK_CONTROL);
+    Execute("CREATE TRIGGER refuse BEFORE DELETE ON journal BEGIN SELECT RAISE(ABORT, 'no'); END");
+    const MessageBoxAnswerer answerer;
+    DeleteEntries(m_list);
+    EXPECT_TRUE(answerer.Boxes().empty());
+    EXPECT_EQ(RecordCount(), 5u);
+    EXPECT_EQ(RowCount(), 5);
+    EXPECT_TRUE(Selected().empty());
+    EXPECT_TRUE(SelectedRows().empty());
+    EXPECT_EQ(m_list.CurrentEntry(), 0u);
+}
+
+TEST_F(EntryCommandsTest, CopySetsTheFlagAndNothingElse)
+{
+    ClickRow(2);
+    ASSERT_EQ(m_list.SelectionFlag(), 0);
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    EmptyClipboard();
+    CloseClipboard();
+    CopyEntries(m_list);
+    EXPECT_EQ(m_list.SelectionFlag(), 1);
+    EXPECT_EQ(LastReport(), 1);
+    EXPECT_EQ(CountClipboardFormats(), 0);
+    EXPECT_EQ(RecordCount(), 5u);
+}
+
+// The properties of a record as bytes that can be compared.
+std::vector<std::wstring> Properties(CEOID id)
+{
+    std::vector<std::wstring> texts;
+    WORD count = 0;
+    CEPROPVAL* properties = nullptr;
+    EXPECT_EQ(App().Journal().SeekRecord(id), id);
+    EXPECT_EQ(App().Journal().ReadRecord(&count, nullptr, &properties), id);
+    for (WORD i = 0; i < count; ++i) {
+        const CEPROPVAL& property = properties[i];
+        std::wstring text = std::to_wstring(property.propid) + L" ";
+        switch (PropertyType(property.propid)) {
+        case CEVT_LPWSTR: text += property.val.lpwstr; break;
+        case CEVT_BLOB:
+            text.append(property.val.blob.lpb, property.val.blob.lpb + property.val.blob.dwCount);
+            break;
+        case CEVT_FILETIME: text += std::to_wstring(TimeCount(property.val.filetime).Units()); break;
+        default: text += std::to_wstring(property.val.iVal);
+        }
+        texts.push_back(text);
+    }
+    LocalFree(properties);
+    return texts;
+}
+
+TEST_F(EntryCommandsTest, PasteDuplicatesEveryProperty)
+{
+    const CEOID full = TestRecord()
+                           .Time(kPropDate, Instant(2001, 1, 1))
+                           .Text(kPropSubject, L"subject \xD83D\xDE00")
+                           .Text(kPropBody, L"body\r\nsecond line")
+                           .Blob(kPropCategories, {2, 5, 6})
+                           .Text(kPropType, L"Meeting")
+                           .Short(kPropKind, 3)
+                           .Short(kPropPriority, -7)
+                           .Short(kPropSensitivity, 2)
+                           .Time(kPropEndTime, TimeCount(UINT64_MAX))
+                           .Time(kPropDuration, TimeCount(1))
+                           .Blob(kPropContacts, {1, 9})
+                           .Write();
+    const CEOID bare = TestRecord().Text(kPropSubject, L"").Write();
+    m_list.Refresh();
+    m_list.SelectRecord(full);
+    m_list.SelectRecord(bare);
+    m_list.Selection().Append(Id(0));
+    CopyEntries(m_list);
+    PasteEntries(m_list);
+    ASSERT_EQ(RecordCount(), 10u);
+    EXPECT_EQ(RowCount(), 10);
+    // New identifiers follow the old ones, in the order of the selection.
+    const CEOID first = bare + 1;
+    EXPECT_EQ(Properties(first), Properties(full));
+    EXPECT_EQ(Properties(first).size(), 11u);
+    EXPECT_EQ(Properties(first + 1), Properties(bare));
+    EXPECT_EQ(Properties(first + 2), Properties(Id(0)));
+    EXPECT_EQ(Selected(), (List{full, bare, Id(0)}));
+}
+
+TEST_F(EntryCommandsTest, PasteTwiceGivesTwoDuplicates)
+{
+    m_list.SelectRecord(Id(1));
+    ClickRow(3, MK_CONTROL);
+    CopyEntries(m_list);
+    PasteEntries(m_list);
+    EXPECT_EQ(m_list.SelectionFlag(), 1);
+    PasteEntries(m_list);
+    EXPECT_EQ(RecordCount(), 9u);
+    EXPECT_EQ(m_list.SelectionFlag(), 1);
+    EXPECT_EQ(LastReport(), 1);
+}
+
+TEST_F(EntryCommandsTest, PasteTakesWhatIsSelectedByThen)
+{
+    ClickRow(1);
+    CopyEntries(m_list);
+    ClickRow(3);
+    PasteEntries(m_list);
+    ASSERT_EQ(RecordCount(), 6u);
+    EXPECT_EQ(Properties(6), Properties(Id(3)));
+}
+
+TEST_F(EntryCommandsTest, PasteSkipsWhatIsGone)
+{
+    ClickRow(1);
+    ClickRow(3, MK_CONTROL);
+    App().Journal().DeleteRecord(Id(1));
+    const MessageBoxAnswerer answerer;
+    PasteEntries(m_list);
+    EXPECT_TRUE(answerer.Boxes().empty());
+    EXPECT_EQ(RecordCount(), 5u);
+}
+
+TEST_F(EntryCommandsTest, ARecordThatCannotBeWrittenIsSimplyNotCopied)
+{
+    ClickRow(1);
+    ClickRow(3, MK_CONTROL);
+    Execute("CREATE TRIGGER refuse BEFORE INSERT ON journal WHEN NEW.subject = 'entry 3' "
+            "BEGIN SELECT RAISE(ABORT, 'no'); END");
+    const MessageBoxAnswerer answerer;
+    PasteEntries(m_list);
+    EXPECT_TRUE(answerer.Boxes().empty());
+    ASSERT_EQ(RecordCount(), 6u);
+    EXPECT_EQ(Properties(6), Properties(Id(3)));
+}
+
+TEST_F(EntryCommandsTest, ACommandAfterTheEndDoesNothing)
+{
+    DontAsk();
+    m_list.SelectRecord(Id(1));
+    App().Journal().Close();
+    DestroyWindow(m_parent.Handle());
+    PasteEntries(m_list);
+    DeleteEntries(m_list);
+    CopyEntries(m_list);
+    ASSERT_NE(App().Journal().Open(nullptr), 0);
+    EXPECT_EQ(RecordCount(), 5u);
+}
+
+} // namespace

@@ -1,0 +1,145 @@
+#include <algorithm>
+#include <set>
+
+#include "list/entry_list_fixture.h"
+
+namespace {
+
+using List = std::vector<CEOID>;
+
+// Twenty entries sorted by date, the newest first: row r shows the entry 19 - r.
+class EntryListSelection : public EntryListTest {
+  protected:
+    EntryListSelection()
+    {
+        m_ids = AddEntries(20);
+        std::reverse(m_ids.begin(), m_ids.end());
+        CreateList();
+        Paint();
+    }
+
+    // What is seen selected is what the commands reach.
+    void ExpectSelectionAsSeen()
+    {
+        std::multiset<CEOID> seen;
+        for (const int row : SelectedRows())
+            seen.insert(m_ids[static_cast<size_t>(row)]);
+        const List selected = Selected();
+        EXPECT_EQ(std::multiset<CEOID>(selected.begin(), selected.end()), seen);
+    }
+
+    CEOID Id(int row) const { return m_ids[static_cast<size_t>(row)]; }
+
+    List m_ids; // by row
+};
+
+TEST_F(EntryListSelection, AClickSelectsTheRowWithoutTheFlag)
+{
+    ClickRow(3);
+    EXPECT_EQ(Selected(), List{Id(3)});
+    EXPECT_EQ(m_list.CurrentEntry(), Id(3));
+    EXPECT_EQ(LastReport(), 0);
+    EXPECT_EQ(m_list.SelectionFlag(), 0);
+    ClickRow(5);
+    EXPECT_EQ(Selected(), List{Id(5)});
+    EXPECT_EQ(m_list.CurrentEntry(), Id(5));
+    ExpectSelectionAsSeen();
+}
+
+TEST_F(EntryListSelection, ControlClicksKeepTheOrderOfSelecting)
+{
+    ClickRow(4);
+    ClickRow(8, MK_CONTROL);
+    ClickRow(2, MK_CONTROL);
+    EXPECT_EQ(Selected(), (List{Id(4), Id(8), Id(2)}));
+    ExpectSelectionAsSeen();
+    ClickRow(8, MK_CONTROL);
+    EXPECT_EQ(Selected(), (List{Id(4), Id(2)}));
+    ExpectSelectionAsSeen();
+    ClickRow(8, MK_CONTROL);
+    EXPECT_EQ(Selected(), (List{Id(4), Id(2), Id(8)}));
+    ExpectSelectionAsSeen();
+}
+
+TEST_F(EntryListSelection, ShiftClickSelectsTheRange)
+{
+    ClickRow(2);
+    ClickRow(6, MK_SHIFT);
+    EXPECT_EQ(Selected(), (List{Id(2), Id(3), Id(4), Id(5), Id(6)}));
+    EXPECT_EQ(m_list.CurrentEntry(), Id(6));
+    ExpectSelectionAsSeen();
+    ClickRow(1, MK_SHIFT);
+    EXPECT_EQ(Selected(), (List{Id(1), Id(2)}));
+    ExpectSelectionAsSeen();
+}
+
+TEST_F(EntryListSelection, ARangeMayBeAddedToOthers)
+{
+    ClickRow(1);
+    ClickRow(5, MK_CONTROL);
+    ClickRow(9, MK_CONTROL | MK_SHIFT);
+    ExpectSelectionAsSeen();
+    EXPECT_GE(Selected().size(), 5u);
+}
+
+TEST_F(EntryListSelection, AClickDropsASelectionOfSeveral)
+{
+    ClickRow(2);
+    ClickRow(6, MK_SHIFT);
+    ClickRow(4);
+    EXPECT_EQ(Selected(), List{Id(4)});
+    EXPECT_EQ(m_list.CurrentEntry(), Id(4));
+    ExpectSelectionAsSeen();
+    ClickRow(2, MK_CONTROL);
+    ClickRow(2);
+    EXPECT_EQ(Selected(), List{Id(2)});
+    EXPECT_EQ(m_list.CurrentEntry(), Id(2));
+    ExpectSelectionAsSeen();
+}
+
+TEST_F(EntryListSelection, ArrowKeysMoveTheSelection)
+{
+    ClickRow(2);
+    PressKey(VK_DOWN);
+    EXPECT_EQ(Selected(), List{Id(3)});
+    EXPECT_EQ(m_list.CurrentEntry(), Id(3));
+    PressKey(VK_DOWN, true);
+    PressKey(VK_DOWN, true);
+    EXPECT_EQ(Selected(), (List{Id(3), Id(4), Id(5)}));
+    ExpectSelectionAsSeen();
+    PressKey(VK_UP);
+    EXPECT_EQ(Selected(), List{Id(4)});
+    ExpectSelectionAsSeen();
+    PressKey(VK_END);
+    EXPECT_EQ(Selected(), List{Id(19)});
+    EXPECT_EQ(m_list.CurrentEntry(), Id(19));
+    PressKey(VK_HOME);
+    EXPECT_EQ(Selected(), List{Id(0)});
+    EXPECT_EQ(m_list.SelectionFlag(), 0);
+}
+
+TEST_F(EntryListSelection, TheFocusMovesWithoutSelecting)
+{
+    ClickRow(2);
+    PressKey(VK_DOWN, false, true);
+    EXPECT_EQ(Selected(), List{Id(2)});
+    EXPECT_EQ(m_list.CurrentEntry(), Id(3));
+    ExpectSelectionAsSeen();
+}
+
+TEST_F(EntryListSelection, DoubleClickEdits)
+{
+    DoubleClickRow(3);
+    EXPECT_EQ(m_commands, std::vector<WPARAM>{101});
+    EXPECT_EQ(Selected(), List{Id(3)});
+    EXPECT_EQ(m_list.CurrentEntry(), Id(3));
+    ExpectSelectionAsSeen();
+    ClickRow(5, MK_CONTROL);
+    ClickRow(6, MK_CONTROL);
+    DoubleClickRow(5);
+    EXPECT_EQ(Selected(), List{Id(5)});
+    EXPECT_EQ(m_list.CurrentEntry(), Id(5));
+    ExpectSelectionAsSeen();
+}
+
+} // namespace
