@@ -1,0 +1,197 @@
+#include "editor/editor_bar.h"
+
+#include "res/resource.h"
+#include "ui/image_list.h"
+#include "ui/scale.h"
+
+namespace {
+
+constexpr int kImageWidth = 12;
+constexpr int kButtonWidth = 22;
+constexpr int kButtonHeight = 21;
+// Narrow, so that all buttons stand in one row at 640 pixels.
+constexpr int kSeparatorWidth = 4;
+
+constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | TBSTYLE_LIST | TBSTYLE_FLAT |
+                         TBSTYLE_TOOLTIPS | CCS_NORESIZE | CCS_NODIVIDER | CCS_NOPARENTALIGN;
+
+struct BarButton {
+    int command; // 0: a separator
+    int image;
+    BYTE style;
+    int width;
+    const wchar_t* text;
+};
+
+constexpr BarButton kSeparator{0, kSeparatorWidth, BTNS_SEP, 0, nullptr};
+constexpr BYTE kAutoSize = BTNS_AUTOSIZE;
+constexpr BYTE kViewStyle = BTNS_CHECKGROUP | BTNS_AUTOSIZE;
+
+constexpr BarButton kButtons[] = {
+    {CMD_TIMER, kTimerImage, BTNS_CHECK, 45, L"Off"},
+    kSeparator,
+    {CMD_SENSITIVITY, kFirstSensitivityImage, BTNS_DROPDOWN, kSensitivityWidth, L"Normal"},
+    {CMD_PRIORITY, kFirstPriorityImage + 1, BTNS_DROPDOWN, kPriorityWidth, L"Normal"},
+    kSeparator,
+    {CMD_TIME_STAMP, 4, kAutoSize, 24, nullptr},
+    {CMD_SAVE, 15, kAutoSize, 24, nullptr},
+    kSeparator,
+    {CMD_EDIT_CATEGORIES, 0, kAutoSize, 24, nullptr},
+    {CMD_ZOOM, kZoomImage, BTNS_DROPDOWN, kZoomWidth, L"100%"},
+    kSeparator,
+    {CMD_EDIT_ENTRY_VIEW, 5, kViewStyle, 24, nullptr},
+    {CMD_ASSIGN_CATEGORIES, 1, kViewStyle, 24, nullptr},
+    {CMD_ASSIGN_CONTACTS, 2, kViewStyle, 24, nullptr},
+};
+
+// In button order without the separators; the drop-down buttons have none.
+constexpr const wchar_t* kTooltips[] = {
+    L"Timer On/Off",    L"", L"",           L"TimeStamp",         L"Save",
+    L"Edit Categories", L"", L"Edit Entry", L"Assign Categories", L"Assign Contacts",
+};
+
+} // namespace
+
+bool EditorBar::Create(HINSTANCE instance, HWND parent, HFONT font)
+{
+    m_window =
+        CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr, kStyle, 0, 0, 0, 0, parent,
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_EDITOR_BAR)), instance, nullptr);
+    if (!m_window)
+        return false;
+    m_images = LoadImageStrip(instance, IDB_EDITOR_BAR, kImageWidth, kImageMask);
+    SendMessageW(m_window, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+    SendMessageW(m_window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    // The drop-down buttons show an arrow; the editor drops their menu from the button's body as well.
+    SendMessageW(m_window, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS);
+    SendMessageW(m_window, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_images.get()));
+    return AddButtons();
+}
+
+bool EditorBar::AddButtons()
+{
+    std::vector<TBBUTTON> buttons;
+    for (const BarButton& button : kButtons) {
+        TBBUTTON added{};
+        added.iBitmap = button.command ? button.image : Scale(button.image);
+        added.idCommand = button.command;
+        added.fsState = TBSTATE_ENABLED;
+        added.fsStyle = button.style;
+        added.iString = button.text ? reinterpret_cast<INT_PTR>(button.text) : -1;
+        buttons.push_back(added);
+    }
+    if (!SendMessageW(m_window, TB_ADDBUTTONSW, buttons.size(), reinterpret_cast<LPARAM>(buttons.data())))
+        return false;
+    SendMessageW(m_window, TB_SETBUTTONSIZE, 0, MAKELPARAM(Scale(kButtonWidth), Scale(kButtonHeight)));
+    for (const BarButton& button : kButtons)
+        if (button.command)
+            SetWidth(button.command, button.width);
+    return true;
+}
+
+void EditorBar::SetFace(int command, const ButtonFace& face)
+{
+    std::wstring text = face.text;
+    TBBUTTONINFOW info{};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_TEXT | TBIF_IMAGE | TBIF_SIZE;
+    info.pszText = text.data();
+    info.iImage = face.image;
+    info.cx = static_cast<WORD>(Scale(face.width));
+    SendMessageW(m_window, TB_SETBUTTONINFOW, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(&info));
+}
+
+void EditorBar::SetWidth(int command, int width)
+{
+    TBBUTTONINFOW info{};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_SIZE;
+    info.cx = static_cast<WORD>(Scale(width));
+    SendMessageW(m_window, TB_SETBUTTONINFOW, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(&info));
+}
+
+int EditorBar::Image(int command) const
+{
+    TBBUTTONINFOW info{};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_IMAGE;
+    SendMessageW(m_window, TB_GETBUTTONINFOW, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(&info));
+    return info.iImage;
+}
+
+std::wstring EditorBar::Text(int command) const
+{
+    wchar_t text[60]{};
+    TBBUTTONINFOW info{};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_TEXT;
+    info.pszText = text;
+    info.cchText = static_cast<int>(std::size(text));
+    SendMessageW(m_window, TB_GETBUTTONINFOW, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(&info));
+    return text;
+}
+
+void EditorBar::Enable(int command, bool enable)
+{
+    SendMessageW(m_window, TB_ENABLEBUTTON, static_cast<WPARAM>(command), MAKELPARAM(enable, 0));
+}
+
+bool EditorBar::IsEnabled(int command) const
+{
+    return SendMessageW(m_window, TB_ISBUTTONENABLED, static_cast<WPARAM>(command), 0) > 0;
+}
+
+void EditorBar::Check(int command, bool check)
+{
+    SendMessageW(m_window, TB_CHECKBUTTON, static_cast<WPARAM>(command), MAKELPARAM(check, 0));
+}
+
+bool EditorBar::IsChecked(int command) const
+{
+    return SendMessageW(m_window, TB_ISBUTTONCHECKED, static_cast<WPARAM>(command), 0) > 0;
+}
+
+std::vector<ButtonExtent> EditorBar::Buttons() const
+{
+    std::vector<ButtonExtent> extents;
+    for (size_t i = 0; i < std::size(kButtons); ++i) {
+        RECT rect{};
+        SendMessageW(m_window, TB_GETITEMRECT, i, reinterpret_cast<LPARAM>(&rect));
+        extents.push_back({static_cast<int>(rect.right - rect.left), kButtons[i].command == 0});
+    }
+    return extents;
+}
+
+int EditorBar::RowHeight() const
+{
+    return HIWORD(static_cast<DWORD>(SendMessageW(m_window, TB_GETBUTTONSIZE, 0, 0)));
+}
+
+void EditorBar::BreakInto(int width)
+{
+    const std::vector<bool> breaks = BreakRows(Buttons(), width);
+    for (size_t i = 0; i < breaks.size(); ++i)
+        SetWrap(static_cast<int>(i), breaks[i]);
+}
+
+void EditorBar::SetWrap(int index, bool wrap)
+{
+    TBBUTTONINFOW info{};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_BYINDEX | TBIF_STATE;
+    SendMessageW(m_window, TB_GETBUTTONINFOW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&info));
+    const int others = info.fsState & ~TBSTATE_WRAP;
+    info.fsState = static_cast<BYTE>(wrap ? others | TBSTATE_WRAP : others);
+    SendMessageW(m_window, TB_SETBUTTONINFOW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&info));
+}
+
+const wchar_t* EditorBar::Tooltip(int command)
+{
+    size_t tip = 0;
+    for (const BarButton& button : kButtons) {
+        if (button.command && button.command == command)
+            return kTooltips[tip];
+        tip += button.command ? 1 : 0;
+    }
+    return L"";
+}

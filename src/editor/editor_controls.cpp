@@ -1,0 +1,197 @@
+#include "editor/editor_controls.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "data/journal_entry.h"
+#include "editor/bar_keys.h"
+#include "editor/body_text.h"
+#include "editor/command_keys.h"
+#include "editor/editor_bar.h"
+#include "editor/placeholder_edit.h"
+#include "editor/window_scroll.h"
+#include "res/resource.h"
+#include "ui/scale.h"
+#include "ui/scoped.h"
+#include "util/date_text.h"
+
+namespace {
+
+constexpr DWORD kControl = WS_CHILD | WS_VISIBLE | WS_TABSTOP;
+constexpr DWORD kBox = kControl | CBS_AUTOHSCROLL | WS_VSCROLL;
+constexpr DWORD kSubjectStyle = kBox | CBS_DROPDOWN | CBS_SORT | CBS_NOINTEGRALHEIGHT;
+constexpr DWORD kTypeStyle = kBox | CBS_DROPDOWNLIST | CBS_NOINTEGRALHEIGHT;
+constexpr DWORD kDurationStyle = kBox | CBS_DROPDOWN | CBS_SORT;
+constexpr DWORD kBodyStyle = kControl | ES_MULTILINE | ES_WANTRETURN | ES_AUTOVSCROLL | WS_VSCROLL;
+constexpr DWORD kTimeFormat = 0x9;
+
+constexpr int kRowHeight = 22;
+constexpr int kSubjectList = 70; // what the lists add to the boxes' dropped heights
+constexpr int kList = 80;
+constexpr int kSubjectListWider = 25;
+
+HWND EditOf(HWND box)
+{
+    return FindWindowExW(box, nullptr, L"Edit", nullptr);
+}
+
+HFONT FontOf(HWND window)
+{
+    return reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0));
+}
+
+struct Maker {
+    HINSTANCE instance;
+    HWND editor;
+    HFONT font;
+
+    HWND Make(const wchar_t* className, const wchar_t* text, int id, DWORD style, DWORD exStyle = 0) const
+    {
+        HWND control =
+            CreateWindowExW(exStyle, className, text, style, 0, 0, Scale(kRowHeight), Scale(kRowHeight),
+                            editor, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), instance, nullptr);
+        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+        return control;
+    }
+};
+
+int DroppedHeight(HWND box)
+{
+    RECT dropped{};
+    SendMessageW(box, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&dropped));
+    RECT closed{};
+    GetWindowRect(box, &closed);
+    return std::max<int>(dropped.bottom - dropped.top, closed.bottom - closed.top);
+}
+
+// Today's boxes stretch a list of whole items to as many as they can, over the whole of a small screen.
+void LimitList(HWND box, int height)
+{
+    const LRESULT itemHeight = SendMessageW(box, CB_GETITEMHEIGHT, 0, 0);
+    if (itemHeight > 0)
+        SendMessageW(box, CB_SETMINVISIBLE, static_cast<WPARAM>(height / itemHeight), 0);
+}
+
+// The separator is the template's one static without an identifier of its own.
+HWND FindSeparator(HWND editor)
+{
+    HWND child = nullptr;
+    while ((child = FindWindowExW(editor, child, L"Static", nullptr)) != nullptr)
+        if (static_cast<short>(GetDlgCtrlID(child)) == -1)
+            return child;
+    return nullptr;
+}
+
+void PutLast(HWND control)
+{
+    SetWindowPos(control, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+void Move(HWND control, const RECT& rect, int scrolled, int height = 0)
+{
+    MoveWindow(control, rect.left, rect.top - scrolled, rect.right - rect.left,
+               height ? height : rect.bottom - rect.top, TRUE);
+}
+
+} // namespace
+
+bool EditorControls::Create(HINSTANCE instance, HWND editor, EditorBar* bar)
+{
+    if (!MakeInTabOrder(instance, editor, bar) || !FindTemplateControls(editor))
+        return false;
+    SendMessageW(time, DTM_SETFORMATW, 0,
+                 reinterpret_cast<LPARAM>(TimePickerFormat(ReadTimePickerLocale()).c_str()));
+    m_subjectDrop = DroppedHeight(subject) + Scale(kSubjectList);
+    m_drop = DroppedHeight(type) + Scale(kList);
+    LimitList(duration, Scale(kList));
+    AddKeys(editor, bar->Window());
+    return true;
+}
+
+bool EditorControls::MakeInTabOrder(HINSTANCE instance, HWND editor, EditorBar* bar)
+{
+    const Maker maker{instance, editor, FontOf(editor)};
+    date = maker.Make(DATETIMEPICK_CLASSW, L"DateTime", IDC_START_DATE, kControl);
+    time = maker.Make(DATETIMEPICK_CLASSW, L"DateTime", IDC_START_TIME, kControl | kTimeFormat);
+    subject = maker.Make(WC_COMBOBOXW, L"", IDC_SUBJECT, kSubjectStyle);
+    type = maker.Make(WC_COMBOBOXW, L"", IDC_TYPE, kTypeStyle);
+    duration = maker.Make(WC_COMBOBOXW, L"", IDC_DURATION, kDurationStyle);
+    const bool barMade = bar->Create(instance, editor, maker.font);
+    body = maker.Make(WC_EDITW, kBodyPlaceholder, IDC_BODY, kBodyStyle, WS_EX_CLIENTEDGE | WS_EX_WINDOWEDGE);
+    return barMade && date && time && subject && type && duration && body;
+}
+
+bool EditorControls::FindTemplateControls(HWND editor)
+{
+    line = FindSeparator(editor);
+    label = GetDlgItem(editor, IDC_CATEGORIES_LABEL);
+    categories = GetDlgItem(editor, IDC_CATEGORIES_LINE);
+    ok = GetDlgItem(editor, IDOK);
+    cancel = GetDlgItem(editor, IDCANCEL);
+    if (!line || !label || !categories || !ok || !cancel)
+        return false;
+    PutLast(ok);
+    PutLast(cancel);
+    return true;
+}
+
+void EditorControls::AddKeys(HWND editor, HWND bar) const
+{
+    AddBarKeys(bar);
+    AddPlaceholderClick(EditOf(subject), kSubjectPlaceholder);
+    AddPlaceholderClick(body, kBodyPlaceholder);
+    for (HWND control : {date, time, EditOf(subject), type, EditOf(duration), bar, body, ok, cancel}) {
+        AddCommandKeys(control, editor);
+        TellFocus(control, editor);
+    }
+}
+
+void EditorControls::Place(const EditorLayout& layout, const EditorBar& bar, int scrolled) const
+{
+    Move(date, layout.date, scrolled);
+    Move(time, layout.time, scrolled);
+    Move(subject, layout.subject, scrolled, m_subjectDrop);
+    Move(type, layout.type, scrolled, m_drop);
+    Move(duration, layout.duration, scrolled, m_drop);
+    Move(bar.Window(), layout.bar, scrolled);
+    Move(line, layout.line, scrolled);
+    Move(body, layout.body, scrolled);
+    Move(label, layout.label, scrolled);
+    Move(categories, layout.categories, scrolled);
+    Move(ok, layout.ok, scrolled);
+    Move(cancel, layout.cancel, scrolled);
+    const int width = layout.subject.right - layout.subject.left + Scale(kSubjectListWider);
+    SendMessageW(subject, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(width), 0);
+}
+
+void EditorControls::ShowCategories(bool show) const
+{
+    for (HWND control : {label, categories})
+        ShowWindow(control, show ? SW_SHOW : SW_HIDE);
+}
+
+int EditorControls::BoxHeight() const
+{
+    RECT closed{};
+    GetWindowRect(duration, &closed);
+    return closed.bottom - closed.top;
+}
+
+int EditorControls::LabelWidth() const
+{
+    const std::wstring text = TextOf(label);
+    HDC dc = GetDC(label);
+    SIZE size{};
+    {
+        const ScopedSelectObject font(dc, FontOf(label));
+        GetTextExtentPoint32W(dc, text.c_str(), static_cast<int>(text.size()), &size);
+    }
+    ReleaseDC(label, dc);
+    return size.cx;
+}
+
+void ShowTime(HWND picker, const SYSTEMTIME& time)
+{
+    SendMessageW(picker, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time));
+}

@@ -1,0 +1,17 @@
+// The settings that the editor reads and writes, each read where it is used.
+#pragma once
+
+#include <string>
+
+#include "app/registry_store.h"
+
+bool ShowsCategories(const RegistryStore& settings);
+bool UsesInputPanel(const RegistryStore& settings);
+
+// A menu id of the zoom button; whatever number is stored.
+DWORD StoredZoom(const RegistryStore& settings);
+void StoreZoom(RegistryStore* settings, DWORD menuId);
+
+// The type last saved with an entry; empty when there is none.
+std::wstring LastType(const RegistryStore& settings);
+void StoreLastType(RegistryStore* settings, const std::wstring& type);

@@ -1,0 +1,189 @@
+// EntryEditor: how it is built, laid out and loaded.
+#include "editor/entry_editor_dialog.h"
+
+#include "app/journal_app.h"
+#include "editor/categories_line.h"
+#include "editor/editor_settings.h"
+#include "editor/entry_timer.h"
+#include "editor/scoped_quiet.h"
+#include "editor/subject_box.h"
+#include "res/resource.h"
+#include "ui/scale.h"
+#include "ui/work_area.h"
+#include "util/clock.h"
+
+namespace {
+
+void AddItems(HWND box, std::span<const wchar_t* const> texts)
+{
+    WPARAM position = 0;
+    for (const wchar_t* text : texts)
+        SendMessageW(box, CB_INSERTSTRING, position++, reinterpret_cast<LPARAM>(text));
+}
+
+void Select(HWND box, int item)
+{
+    SendMessageW(box, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
+}
+
+void FillTypeBox(HWND box, const RegistryStore& settings)
+{
+    AddItems(box, EntryTypes());
+    const int last = FindType(LastType(settings));
+    Select(box, last >= 0 ? last : kDefaultType);
+}
+
+} // namespace
+
+bool EntryEditor::OnInitDialog()
+{
+    const ScopedQuiet quiet(&m_quiet);
+    if (!Build()) {
+        End(-1);
+        return true;
+    }
+    Load();
+    if (UsesInputPanel(App()))
+        ShowInputPanel(true);
+    SetModified(false);
+    SetFocus(m_controls.date);
+    return false;
+}
+
+bool EntryEditor::Build()
+{
+    m_record.OpenStores(GetWindow());
+    if (!m_controls.Create(GetModuleHandleW(nullptr), GetWindow(), &m_bar))
+        return false;
+    m_times.StartAt(LocalNowCount());
+    ShowTimes();
+    FillBoxes();
+    SetBarState();
+    LayOut();
+    ApplyZoom(static_cast<int>(StoredZoom(App())));
+    return true;
+}
+
+void EntryEditor::ShowTimes()
+{
+    SYSTEMTIME start{};
+    if (m_times.start.ToSystemTime(&start))
+        for (HWND picker : {m_controls.date, m_controls.time})
+            ShowTime(picker, start);
+    ApplyDateRule(IDC_START_DATE);
+}
+
+void EntryEditor::FillBoxes()
+{
+    FillSubjectBox(m_controls.subject, App(),
+                   (m_record.Mask() & kLoadedSubject) ? m_record.StoredSubject() : L"");
+    FillTypeBox(m_controls.type, App());
+    AddItems(m_controls.duration, SuggestedDurations());
+    Select(m_controls.duration, 0);
+}
+
+void EntryEditor::SetBarState()
+{
+    m_bar.Check(CMD_EDIT_ENTRY_VIEW, true);
+    m_bar.SetFace(CMD_PRIORITY, PriorityFace(kPriorityNormal));
+    m_bar.SetFace(CMD_SENSITIVITY, SensitivityFace(kSensitivityNormal));
+    m_bar.Enable(CMD_TIME_STAMP, true);
+    m_bar.Enable(CMD_ZOOM, true);
+    for (const int command : {CMD_EDIT_CATEGORIES, CMD_ASSIGN_CATEGORIES, CMD_ASSIGN_CONTACTS, CMD_TIMER})
+        m_bar.Enable(command, false);
+    ClearLastTick(&App());
+    m_bar.SetFace(CMD_TIMER, TimerFace(false));
+}
+
+// The layout takes the client area as it is without a scroll bar, and once more with one where it has to.
+void EntryEditor::LayOut()
+{
+    m_workArea = WorkArea();
+    m_scroll.SetHeights(GetWindow(), 0, 0);
+    MoveWindow(m_workArea.left, m_workArea.top, m_workArea.right - m_workArea.left,
+               m_workArea.bottom - m_workArea.top, true);
+    EditorMetrics metrics = Measure();
+    m_layout = LayOutEditor(metrics);
+    if (m_layout.height > metrics.client.cy) {
+        m_scroll.SetHeights(GetWindow(), m_layout.height, metrics.client.cy);
+        metrics = Measure();
+        m_layout = LayOutEditor(metrics);
+        m_scroll.SetHeights(GetWindow(), m_layout.height, metrics.client.cy);
+    }
+    m_bar.BreakInto(m_layout.barWrapWidth);
+    m_controls.Place(m_layout, m_bar, 0);
+    m_controls.ShowCategories(metrics.showCategories);
+    ShowCategories();
+}
+
+EditorMetrics EntryEditor::Measure() const
+{
+    RECT client{};
+    GetClientRectangle(&client);
+    EditorMetrics metrics;
+    metrics.workArea = {m_workArea.right - m_workArea.left, m_workArea.bottom - m_workArea.top};
+    metrics.client = {client.right, client.bottom};
+    metrics.boxHeight = m_controls.BoxHeight();
+    metrics.labelWidth = m_controls.LabelWidth();
+    metrics.barButtons = m_bar.Buttons();
+    metrics.barRowHeight = m_bar.RowHeight();
+    metrics.showCategories = ShowsCategories(App());
+    metrics.dpi = SystemDpi();
+    return metrics;
+}
+
+void EntryEditor::ShowCategories()
+{
+    if (ShowsCategories(App()))
+        ShowCategoriesLine(m_controls.categories, &m_record.Categories(), &m_record.CategoryStore());
+}
+
+// A change of the work area lays everything out anew. Any other one may have been the option of the
+// categories line: it takes its room from the body as it was laid out, however often settings change.
+void EntryEditor::OnSettingsChanged()
+{
+    const RECT area = WorkArea();
+    if (!EqualRect(&area, &m_workArea))
+        return LayOut();
+    const bool show = ShowsCategories(App());
+    if (show) {
+        const EditorLayout layout = WithLineBelowBody(m_layout, SystemDpi());
+        m_controls.Place(layout, m_bar, m_scroll.Position());
+    }
+    m_controls.ShowCategories(show);
+    ShowCategories();
+}
+
+void EntryEditor::Load()
+{
+    JournalEntry entry;
+    if (m_record.Load(&entry))
+        ApplyLoaded(entry);
+    m_times.FollowEnds();
+    ShowDuration();
+}
+
+// In the order in which records are read: the date before what it resets.
+void EntryEditor::ApplyLoaded(const JournalEntry& entry)
+{
+    if (entry.date) {
+        m_times.StartAt(*entry.date);
+        ShowTimes();
+    }
+    if (entry.subject && !entry.subject->empty())
+        AddSubject(m_controls.subject, *entry.subject);
+    if (entry.body)
+        SetWindowTextW(m_controls.body, entry.body->c_str());
+    if (entry.categories)
+        ShowCategories();
+    if (const int type = entry.type ? FindTypeByPrefix(*entry.type) : -1; type >= 0)
+        Select(m_controls.type, type);
+    if (entry.priority)
+        m_bar.SetFace(CMD_PRIORITY, PriorityFace(*entry.priority));
+    if (entry.sensitivity)
+        m_bar.SetFace(CMD_SENSITIVITY, SensitivityFace(*entry.sensitivity));
+    if (entry.endTime)
+        m_times.end = *entry.endTime;
+    if (entry.duration)
+        m_times.duration = *entry.duration;
+}

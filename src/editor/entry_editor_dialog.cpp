@@ -1,0 +1,289 @@
+#include "editor/entry_editor_dialog.h"
+
+#include "app/journal_app.h"
+#include "editor/body_text.h"
+#include "editor/editor_settings.h"
+#include "editor/picker_menus.h"
+#include "editor/scoped_quiet.h"
+#include "editor/subject_box.h"
+#include "editor/zoom.h"
+#include "res/resource.h"
+#include "ui/drop_down.h"
+#include "ui/launch.h"
+#include "util/clock.h"
+#include "util/date_text.h"
+
+namespace {
+
+constexpr const wchar_t* kWarning = L"Warning";
+constexpr const wchar_t* kLimitReached = L"Maximum Reached";
+
+// Shows the duration's words again once a box has finished closing its list.
+constexpr UINT kMsgShowDuration = WM_APP + 1;
+
+void ShowLimitReached(HWND owner)
+{
+    wchar_t text[128] = L"";
+    LoadStringW(GetModuleHandleW(nullptr), IDS_BODY_LIMIT, text, static_cast<int>(std::size(text)));
+    MessageBoxW(owner, text, kLimitReached, MB_OK | MB_ICONEXCLAMATION);
+}
+
+// A change of a choice, of a box's text or of the body.
+bool IsChange(WORD code)
+{
+    return code == CBN_SELCHANGE || code == CBN_EDITCHANGE || code == EN_CHANGE;
+}
+
+} // namespace
+
+EntryEditor::EntryEditor(CEOID* id) : m_record(App().Journal(), id) {}
+
+bool EntryEditor::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
+{
+    switch (message) {
+    case WM_COMMAND: return OnCommand(LOWORD(wParam), HIWORD(wParam));
+    case WM_NOTIFY: return OnNotify(reinterpret_cast<NMHDR*>(lParam));
+    case WM_VSCROLL: m_scroll.OnScroll(GetWindow(), LOWORD(wParam)); return true;
+    case kMsgShowDuration: ShowDuration(); return true;
+    case kMsgControlFocused: m_scroll.Reveal(GetWindow(), reinterpret_cast<HWND>(lParam)); return true;
+    case WM_HELP:
+        ShowHelp(kHelpEntry, GetWindow());
+        *result = TRUE; // asked and answered: the owner would show its own page
+        return true;
+    default: return false;
+    }
+}
+
+bool EntryEditor::OnCommand(int id, WORD code)
+{
+    if (id == IDOK || id == IDCANCEL)
+        return false;
+    RunCommand(id, code);
+    TrackChange(code);
+    return true;
+}
+
+void EntryEditor::RunCommand(int id, WORD code)
+{
+    switch (id) {
+    case CMD_SAVE: Save(); break;
+    case CMD_TIME_STAMP: InsertTimeStamp(m_controls.body, LocalNow()); break;
+    case CMD_ZOOM_50:
+    case CMD_ZOOM_100:
+    case CMD_ZOOM_150:
+    case CMD_ZOOM_200: ApplyZoom(id); break;
+    case CMD_PRIORITY:
+    case CMD_SENSITIVITY:
+    case CMD_ZOOM: DropDown(id); break;
+    case IDC_SUBJECT: OnSubject(code); break;
+    case IDC_TYPE: OnType(code); break;
+    case IDC_DURATION: OnDuration(code); break;
+    case IDC_BODY: OnBody(code); break;
+    default: break;
+    }
+}
+
+void EntryEditor::TrackChange(WORD code)
+{
+    if (IsChange(code) && !m_quiet)
+        SetModified(true);
+}
+
+bool EntryEditor::OnNotify(NMHDR* notification)
+{
+    switch (notification->code) {
+    case DTN_DATETIMECHANGE: OnPickerChange(static_cast<int>(notification->idFrom)); return true;
+    case TBN_DROPDOWN: DropDown(reinterpret_cast<NMTOOLBARW*>(notification)->iItem); return true;
+    case TBN_GETINFOTIPW: {
+        auto* tip = reinterpret_cast<NMTBGETINFOTIPW*>(notification);
+        lstrcpynW(tip->pszText, EditorBar::Tooltip(tip->iItem), tip->cchTextMax);
+        return true;
+    }
+    default: return false;
+    }
+}
+
+void EntryEditor::OnSubject(WORD code)
+{
+    if (code == CBN_KILLFOCUS && GetWindowTextLengthW(m_controls.subject) == 0)
+        SelectNoSubject(m_controls.subject);
+    if (code == CBN_CLOSEUP && SendMessageW(m_controls.subject, CB_GETCURSEL, 0, 0) == kModifySubjectsItem)
+        SelectNoSubject(m_controls.subject);
+}
+
+void EntryEditor::OnType(WORD code)
+{
+    if (code == CBN_KILLFOCUS && GetWindowTextLengthW(m_controls.type) == 0)
+        SendMessageW(m_controls.type, CB_SETCURSEL, 0, 0);
+}
+
+void EntryEditor::OnDuration(WORD code)
+{
+    if (code == CBN_KILLFOCUS)
+        TakeDuration(TextOf(m_controls.duration));
+    // Some systems put the chosen item's own words into the box after this notification.
+    if (code == CBN_CLOSEUP && TakeDuration(ChosenDuration()))
+        PostMessageW(GetWindow(), kMsgShowDuration, 0, 0);
+    ApplyDateRule(IDC_DURATION);
+}
+
+// What stands in the box when its list closes. Some systems bring its text into line with the choice only
+// later, so a choice counts before the text; the box has one only while its text is an item of the list.
+std::wstring EntryEditor::ChosenDuration() const
+{
+    const LRESULT chosen = SendMessageW(m_controls.duration, CB_GETCURSEL, 0, 0);
+    const auto durations = SuggestedDurations();
+    if (chosen >= 0 && static_cast<size_t>(chosen) < durations.size())
+        return durations[static_cast<size_t>(chosen)];
+    return TextOf(m_controls.duration);
+}
+
+// False for an emptied box: it shows a suggestion, but the duration stays until the box is read again.
+bool EntryEditor::TakeDuration(const std::wstring& text)
+{
+    if (text.empty()) {
+        SendMessageW(m_controls.duration, CB_SETCURSEL, kEmptiedDuration, 0);
+        return false;
+    }
+    m_times.TakeDurationText(text);
+    ShowDuration();
+    return true;
+}
+
+void EntryEditor::ShowDuration()
+{
+    const ScopedQuiet quiet(&m_quiet);
+    const std::wstring text = m_times.DurationText();
+    const LRESULT item = SendMessageW(m_controls.duration, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                                      reinterpret_cast<LPARAM>(text.c_str()));
+    SendMessageW(m_controls.duration, CB_SETCURSEL, static_cast<WPARAM>(item), 0); // -1: no item
+    if (item < 0)
+        SetWindowTextW(m_controls.duration, text.c_str());
+}
+
+void EntryEditor::OnBody(WORD code)
+{
+    switch (code) {
+    case EN_SETFOCUS: SelectBodyPlaceholder(m_controls.body); break;
+    case EN_KILLFOCUS: {
+        const ScopedQuiet quiet(&m_quiet);
+        RestoreBodyPlaceholder(m_controls.body);
+        break;
+    }
+    case EN_MAXTEXT: ShowLimitReached(GetWindow()); break;
+    default: break;
+    }
+}
+
+// Both pickers carry the whole time, so either one's answer is the new start.
+void EntryEditor::OnPickerChange(int id)
+{
+    SYSTEMTIME picked{};
+    if (DateTime_GetSystemtime(GetItem(id), &picked) != GDT_VALID)
+        return;
+    if (!(id == IDC_START_DATE ? m_times.TakePickedDate(picked) : m_times.TakePickedTime(picked)))
+        return;
+    ApplyDateRule(id);
+    SetModified(true);
+}
+
+void EntryEditor::ApplyDateRule(int id)
+{
+    SYSTEMTIME start{};
+    const bool isDate = m_times.start.ToSystemTime(&start);
+    if (id == IDC_START_DATE && isDate) {
+        ShowTime(m_controls.time, start);
+        SetWindowTextW(GetWindow(), WeekdayName(start).c_str());
+    }
+    if (id == IDC_START_TIME && isDate)
+        ShowTime(m_controls.date, start);
+    m_times.FollowDuration();
+}
+
+void EntryEditor::DropDown(int button)
+{
+    const UniqueMenu menu = PickerMenu(button);
+    if (!menu)
+        return;
+    if (const UINT chosen = TrackDropDown(m_bar.Window(), button, menu.get(), GetWindow()))
+        Choose(button, static_cast<int>(chosen));
+}
+
+void EntryEditor::Choose(int button, int menuId)
+{
+    m_bar.SetFace(button, PickerFace(button, menuId));
+    SendMessageW(GetWindow(), WM_COMMAND, static_cast<WPARAM>(menuId), 0);
+    if (button != CMD_ZOOM)
+        SetModified(true);
+}
+
+void EntryEditor::ApplyZoom(int menuId)
+{
+    const ZoomStep& step = ZoomStepOf(static_cast<unsigned>(menuId));
+    m_bar.SetFace(CMD_ZOOM, ZoomFace(step));
+    UniqueFont font = MakeZoomFont(step);
+    SendMessageW(m_controls.body, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
+    m_bodyFont = std::move(font);
+    StoreZoom(&App(), static_cast<DWORD>(ZoomIdOfText(m_bar.Text(CMD_ZOOM))));
+    RedrawWindow(m_controls.body, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
+}
+
+void EntryEditor::SetModified(bool modified)
+{
+    m_modified = modified;
+    m_bar.Enable(CMD_SAVE, modified);
+}
+
+EditorRecord::Saved EntryEditor::Save()
+{
+    m_bar.Check(CMD_TIMER, false);
+    // Saved by a key, a duration that is being typed has not been read yet.
+    HWND focus = GetFocus();
+    if (focus && IsChild(m_controls.duration, focus) && GetWindowTextLengthW(m_controls.duration) > 0)
+        OnDuration(CBN_KILLFOCUS);
+    EntryToWrite entry = Collect();
+    StoreLastType(&App(), entry.type);
+    const EditorRecord::Saved saved = m_record.Save(&entry);
+    if (saved == EditorRecord::Saved::Updated)
+        SetModified(false);
+    return saved;
+}
+
+EntryToWrite EntryEditor::Collect() const
+{
+    EntryToWrite entry;
+    entry.date = m_times.start;
+    entry.endTime = m_times.end;
+    entry.duration = m_times.duration;
+    entry.priority = static_cast<short>(m_bar.Image(CMD_PRIORITY) - kFirstPriorityImage);
+    entry.sensitivity = static_cast<short>(m_bar.Image(CMD_SENSITIVITY) - kFirstSensitivityImage);
+    wchar_t type[kTypeTextSize] = L"";
+    GetWindowTextW(m_controls.type, type, kTypeTextSize);
+    entry.type = type;
+    entry.body = TextOf(m_controls.body);
+    entry.subject = SubjectToWrite(m_controls.subject);
+    return entry;
+}
+
+void EntryEditor::OnOK()
+{
+    if (UsesInputPanel(App()))
+        ShowInputPanel(false);
+    // The window closes only over what is on disk.
+    if (m_modified && Save() == EditorRecord::Saved::Failed) {
+        MessageBeep(MB_ICONEXCLAMATION);
+        return;
+    }
+    End(1);
+}
+
+void EntryEditor::OnCancel()
+{
+    if (m_modified &&
+        MessageBoxW(GetWindow(), L"Cancel changes?", kWarning, MB_YESNO | MB_ICONQUESTION) != IDYES)
+        return;
+    if (UsesInputPanel(App()))
+        ShowInputPanel(false);
+    m_bar.Check(CMD_TIMER, false);
+    End(0);
+}

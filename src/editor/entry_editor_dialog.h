@@ -1,0 +1,74 @@
+// EntryEditor: the editor's window. It routes messages and keeps what the user sees in step with the entry's
+// times, its record and the settings.
+#pragma once
+
+#include <string>
+
+#include "editor/editor_bar.h"
+#include "editor/editor_controls.h"
+#include "editor/editor_layout.h"
+#include "editor/editor_record.h"
+#include "editor/editor_times.h"
+#include "editor/window_scroll.h"
+#include "ui/dialog.h"
+#include "util/owners.h"
+
+class EntryEditor : public Dialog {
+  public:
+    // id is the caller's, see OpenEntryEditor.
+    explicit EntryEditor(CEOID* id);
+
+    void OnOK() override;
+    void OnCancel() override;
+    void OnSettingsChanged() override;
+
+  protected:
+    bool OnInitDialog() override;
+    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+
+  private:
+    // Building
+    bool Build();
+    void FillBoxes();
+    void SetBarState();
+    void LayOut();
+    EditorMetrics Measure() const;
+    void ShowTimes();
+    void Load();
+    void ApplyLoaded(const JournalEntry& entry);
+
+    // Messages
+    bool OnCommand(int id, WORD code);
+    void RunCommand(int id, WORD code);
+    void TrackChange(WORD code);
+    bool OnNotify(NMHDR* notification);
+    void OnSubject(WORD code);
+    void OnType(WORD code);
+    void OnDuration(WORD code);
+    void OnBody(WORD code);
+    void OnPickerChange(int id);
+    void DropDown(int button);
+    void Choose(int button, int menuId);
+
+    // What the entry is
+    void ApplyDateRule(int id);
+    bool TakeDuration(const std::wstring& text);
+    void ShowDuration();
+    std::wstring ChosenDuration() const;
+    void ApplyZoom(int menuId);
+    void ShowCategories();
+    void SetModified(bool modified);
+    EditorRecord::Saved Save();
+    EntryToWrite Collect() const;
+
+    EditorRecord m_record;
+    EditorTimes m_times;
+    EditorControls m_controls;
+    EditorBar m_bar;
+    EditorLayout m_layout;
+    RECT m_workArea{};
+    WindowScroll m_scroll;
+    UniqueFont m_bodyFont;
+    bool m_modified = false;
+    bool m_quiet = false; // the editor itself is filling its controls
+};

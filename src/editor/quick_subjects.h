@@ -1,0 +1,13 @@
+// The user's ready-made subjects in the settings: how many there are under "Settings", the texts under
+// "Options".
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/registry_store.h"
+
+constexpr const wchar_t* kSubjectCount = L"scount";
+
+// In list order. Subjects that are missing, empty or too long for a setting are passed over.
+std::vector<std::wstring> ReadQuickSubjects(const RegistryStore& settings);

@@ -1,0 +1,22 @@
+// The editor's subject box: two fixed items, then the quick subjects and the record's own subject, sorted.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "app/registry_store.h"
+
+constexpr const wchar_t* kModifySubjects = L"<Modify Quick Subjects>";
+constexpr int kModifySubjectsItem = 0;
+constexpr int kNoSubjectItem = 1; // "<Entry Subject>"
+
+// Empties the box and fills it from the settings. storedSubject, when it is not empty, is added and selected;
+// without one "<Entry Subject>" is selected.
+void FillSubjectBox(HWND box, const RegistryStore& settings, const std::wstring& storedSubject);
+// Adds a subject at its place in the order, behind the two fixed items, and selects it.
+void AddSubject(HWND box, const std::wstring& subject);
+void SelectNoSubject(HWND box);
+
+// The subject to write; the fixed items are none and give the placeholder.
+std::wstring SubjectToWrite(HWND box);

@@ -1,0 +1,104 @@
+// A journal, settings and a clock of a test's own, and the editor worked from inside its modal loop.
+#pragma once
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include <functional>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "app/journal_app.h"
+#include "data/journal_entry.h"
+#include "editor/entry_editor.h"
+#include "res/resource.h"
+#include "support/test_store.h"
+#include "support/test_windows.h"
+#include "util/clock.h"
+
+// Tuesday, 5 March 2024, 14:05:30.250.
+constexpr SYSTEMTIME kTuesday{2024, 3, 2, 5, 14, 5, 30, 250};
+
+TimeCount At(const SYSTEMTIME& time);
+TimeCount Minutes(int minutes);
+
+// The editor's window, and the user in front of it.
+class EditorWindow {
+  public:
+    explicit EditorWindow(HWND window) : m_window(window) {}
+
+    HWND Window() const { return m_window; }
+    HWND Item(int id) const;
+    std::wstring Text(int id) const { return WindowText(Item(id)); }
+    RECT Rect(int id) const { return RectOf(Item(id)); }
+    RECT RectOf(HWND control) const; // in the editor's client area
+    SYSTEMTIME Picked(int id) const;
+    LRESULT Ask(int id, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+    std::wstring ListItem(int box, int index) const;
+
+    void Command(int command, WORD code = 0) const; // as the control or menu item would send it
+    void Ok() const { Command(IDOK); }
+    void Cancel() const { Command(IDCANCEL); }
+    void Focus(int id) const;
+    // The edit part of a box, else the control itself: what has the focus when the control is in use.
+    HWND Field(int id) const;
+    // Types into the field that has the focus, through the editor's own message loop's translation.
+    void Type(const std::wstring& text) const;
+    void Key(WORD key, bool ctrl = false, bool shift = false) const;
+    // What the user sees as typed: the field gets the focus, the new text, and tells of the change.
+    void Enter(int id, const std::wstring& text) const;
+    void Pick(int id, const SYSTEMTIME& time) const; // a picker's new time, with its notification
+    void ChooseInBox(int id, int item) const;        // drops the list, walks to the item and takes it
+    void DropDown(int button) const;                 // drops the button's menu and waits until it is gone
+    void Choose(int button, int menuId) const;       // drops the button's menu and takes the item
+
+    bool SaveEnabled() const { return BarState(CMD_SAVE) & TBSTATE_ENABLED; }
+    int BarState(int command) const;
+    std::wstring BarText(int command) const;
+    int BarImage(int command) const;
+    int BarWidth(int command) const;
+
+  private:
+    HWND m_window;
+};
+
+// Takes an item of the next popup menu with the arrow keys and Enter; leaves a menu that has no such item.
+class MenuChooser {
+  public:
+    explicit MenuChooser(int menuId);
+    ~MenuChooser();
+    MenuChooser(const MenuChooser&) = delete;
+    MenuChooser& operator=(const MenuChooser&) = delete;
+
+    bool Chose() const { return m_chose; }
+
+  private:
+    static void CALLBACK OnTimer(HWND window, UINT message, UINT_PTR id, DWORD time);
+    void Take(HMENU menu);
+
+    static inline MenuChooser* s_current = nullptr;
+    UINT m_menuId;
+    UINT_PTR m_timer = 0;
+    bool m_done = false;
+    bool m_chose = false;
+};
+
+class EditorTest : public testing::Test {
+  protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    // Opens the editor and lets the action work it; what the action leaves open is closed without saving.
+    // Returns what the editor returned; *id as OpenEntryEditor has it.
+    int Run(CEOID* id, const std::function<void(EditorWindow&)>& action);
+    int RunNew(const std::function<void(EditorWindow&)>& action);
+
+    CEOID Write(EntryToWrite entry);
+    JournalEntry Read(CEOID id);
+    DWORD Count() { return App().Journal().RecordCount(); }
+
+    TestRegistry m_registry;
+    TestStore m_store;
+    ScopedClockForTesting m_clock{kTuesday};
+};

@@ -1,0 +1,107 @@
+#include "editor/subject_box.h"
+
+#include "editor/quick_subjects.h"
+#include "editor_fixture.h"
+
+namespace {
+
+void Store(DWORD count, const std::vector<std::wstring>& subjects)
+{
+    App().SetNumber(kSettings, L"scount", count);
+    for (size_t i = 0; i < subjects.size(); ++i)
+        App().SetString(kOptions, (L"subj" + std::to_wstring(i)).c_str(), subjects[i].c_str());
+}
+
+class SubjectBoxTest : public EditorTest {
+  protected:
+    SubjectBoxTest()
+        : m_box(CreateWindowExW(0, L"COMBOBOX", L"",
+                                WS_CHILD | WS_VISIBLE | CBS_DROPDOWN | CBS_SORT | CBS_AUTOHSCROLL, 0, 0, 200,
+                                200, m_parent.Handle(), nullptr, nullptr, nullptr))
+    {
+        EXPECT_NE(m_box, nullptr);
+    }
+    std::vector<std::wstring> Items()
+    {
+        std::vector<std::wstring> items;
+        for (LRESULT i = 0; i < SendMessageW(m_box, CB_GETCOUNT, 0, 0); ++i) {
+            wchar_t text[300];
+            SendMessageW(m_box, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
+            items.emplace_back(text);
+        }
+        return items;
+    }
+    LRESULT Selected() { return SendMessageW(m_box, CB_GETCURSEL, 0, 0); }
+
+    TestParent m_parent;
+    HWND m_box;
+};
+
+using Texts = std::vector<std::wstring>;
+
+TEST_F(SubjectBoxTest, HoldsOnlyTheFixedItemsWithoutQuickSubjects)
+{
+    FillSubjectBox(m_box, App(), L"");
+    EXPECT_EQ(Items(), (Texts{L"<Modify Quick Subjects>", L"<Entry Subject>"}));
+    EXPECT_EQ(Selected(), 1);
+}
+
+TEST_F(SubjectBoxTest, SortsTheQuickSubjectsBehindTheFixedItems)
+{
+    Store(5, {L"walk", L"!urgent", L"Meeting", L"apples", L" blank"});
+    FillSubjectBox(m_box, App(), L"");
+    const Texts items = Items();
+    ASSERT_EQ(items.size(), 7u);
+    EXPECT_EQ(items[0], L"<Modify Quick Subjects>");
+    EXPECT_EQ(items[1], L"<Entry Subject>");
+    EXPECT_EQ(Texts(items.end() - 3, items.end()), (Texts{L"apples", L"Meeting", L"walk"}));
+}
+
+TEST_F(SubjectBoxTest, RefillingEmptiesTheBoxFirst)
+{
+    Store(1, {L"Walk"});
+    FillSubjectBox(m_box, App(), L"");
+    FillSubjectBox(m_box, App(), L"");
+    EXPECT_EQ(Items().size(), 3u);
+}
+
+TEST_F(SubjectBoxTest, TheRecordsSubjectIsAddedAndSelected)
+{
+    Store(2, {L"Apples", L"Walk"});
+    FillSubjectBox(m_box, App(), L"Lunch");
+    EXPECT_EQ(Items(), (Texts{L"<Modify Quick Subjects>", L"<Entry Subject>", L"Apples", L"Lunch", L"Walk"}));
+    EXPECT_EQ(Selected(), 3);
+    EXPECT_EQ(WindowText(m_box), L"Lunch");
+}
+
+TEST_F(SubjectBoxTest, FixedItemsAreNoSubject)
+{
+    FillSubjectBox(m_box, App(), L"");
+    EXPECT_EQ(SubjectToWrite(m_box), L"<Entry Subject>");
+    SetWindowTextW(m_box, L"<Modify Quick Subjects>");
+    EXPECT_EQ(SubjectToWrite(m_box), L"<Entry Subject>");
+    SetWindowTextW(m_box, L"<Modify Quick Subjects>!");
+    EXPECT_EQ(SubjectToWrite(m_box), L"<Modify Quick Subjects>!");
+}
+
+TEST_F(SubjectBoxTest, ReadsAsManySubjectsAsAreCounted)
+{
+    Store(2, {L"A", L"B", L"C"});
+    EXPECT_EQ(ReadQuickSubjects(App()), (Texts{L"A", L"B"}));
+}
+
+TEST_F(SubjectBoxTest, PassesOverSubjectsThatCannotBeRead)
+{
+    Store(4, {L"A", L"", std::wstring(200, L'x'), L"D"});
+    EXPECT_EQ(ReadQuickSubjects(App()), (Texts{L"A", L"D"}));
+}
+
+TEST_F(SubjectBoxTest, ACountBeyondReasonEndsSoon)
+{
+    Store(0xFFFFFFFF, {L"A", L"B"});
+    const ULONGLONG start = GetTickCount64();
+    EXPECT_EQ(ReadQuickSubjects(App()), (Texts{L"A", L"B"}));
+    EXPECT_LT(GetTickCount64() - start, 5000u);
+}
+
+} // namespace
