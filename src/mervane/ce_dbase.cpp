@@ -13,7 +13,7 @@ using mervane::Store;
 
 namespace {
 
-constexpr size_t kMostRecordsCounted = 0xFFFF;
+constexpr uint32_t kMostRecordsCounted = 0xFFFF;
 
 } // namespace
 

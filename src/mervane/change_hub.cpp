@@ -9,7 +9,13 @@ namespace mervane {
 namespace {
 
 constexpr const wchar_t* kPeerClass = L"MervaneStore";
+constexpr UINT_PTR kTimer = 1;
+constexpr UINT kTimerPeriod = 500; // milliseconds
+
+// What a peer's message packs into wParam: the code, the table, and this bit.
 constexpr WPARAM kNamesUntouched = 0x10000;
+constexpr int kTableShift = 8;
+constexpr WPARAM kByte = 0xFF;
 
 UINT PeerMessage()
 {
@@ -17,21 +23,44 @@ UINT PeerMessage()
     return s_message;
 }
 
+bool IsWorkCode(WPARAM code)
+{
+    return code == kChangeWorkBegins || code == kChangeWorkEnded;
+}
+
 bool IsChangeCode(WPARAM code)
 {
-    constexpr WPARAM kCodes[] = {kChangeWorkBegins, kChangeCreated, kChangeModified, kChangeDeleted,
-                                 kChangeWorkEnded};
-    return std::find(std::begin(kCodes), std::end(kCodes), code) != std::end(kCodes);
+    return IsWorkCode(code) || code == kChangeCreated || code == kChangeModified || code == kChangeDeleted;
 }
 
 WPARAM Pack(TableId table, const Change& change)
 {
-    return change.code | IndexOf(table) << 8 | (change.touchesNames ? 0 : kNamesUntouched);
+    return change.code | IndexOf(table) << kTableShift | (change.touchesNames ? 0 : kNamesUntouched);
+}
+
+// Bulk work concerns all databases. The journal's owner shows the names of categories and contacts: to it a
+// change of theirs is the end of some work, after which it shows everything afresh.
+void Tell(TableId ownersTable, HWND owner, TableId table, const Change& change)
+{
+    if (ownersTable == table || (change.touchesNames && IsWorkCode(change.code)))
+        PostMessageW(owner, kMsgDatabaseChange, change.code, static_cast<LPARAM>(change.id));
+    else if (ownersTable == TableId::Journal && change.touchesNames)
+        PostMessageW(owner, kMsgDatabaseChange, kChangeWorkEnded, 0);
 }
 
 } // namespace
 
-ChangeHub::ChangeHub(const std::wstring& pathKey) : m_pathKey(pathKey)
+ChangeHub::ChangeHub(const std::wstring& pathKey, std::function<void()> look)
+    : m_pathKey(pathKey), m_look(std::move(look))
+{}
+
+ChangeHub::~ChangeHub()
+{
+    if (m_window)
+        DestroyWindow(m_window);
+}
+
+void ChangeHub::Start()
 {
     WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = Procedure;
@@ -42,21 +71,19 @@ ChangeHub::ChangeHub(const std::wstring& pathKey) : m_pathKey(pathKey)
                                windowClass.hInstance, this);
 }
 
-ChangeHub::~ChangeHub()
-{
-    if (m_window)
-        DestroyWindow(m_window);
-}
-
 void ChangeHub::AddOwner(TableId table, HWND owner, const void* who)
 {
-    if (owner)
-        m_owners.push_back({table, owner, who});
+    if (!owner)
+        return;
+    if (m_owners.empty())
+        SetTimer(m_window, kTimer, kTimerPeriod, nullptr);
+    m_owners.push_back({table, owner, who});
 }
 
 void ChangeHub::RemoveOwner(const void* who)
 {
-    std::erase_if(m_owners, [who](const Owner& owner) { return owner.who == who; });
+    if (std::erase_if(m_owners, [who](const Owner& owner) { return owner.who == who; }) && m_owners.empty())
+        KillTimer(m_window, kTimer);
 }
 
 void ChangeHub::Announce(TableId table, const Change& change) const
@@ -67,38 +94,49 @@ void ChangeHub::Announce(TableId table, const Change& change) const
             PostMessageW(peer, PeerMessage(), Pack(table, change), static_cast<LPARAM>(change.id));
 }
 
+void ChangeHub::NoteForeignChange()
+{
+    m_unexplained = Unexplained::New;
+}
+
 LRESULT CALLBACK ChangeHub::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == WM_NCCREATE)
         SetWindowLongPtrW(
             window, GWLP_USERDATA,
             reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams));
-    const auto* self = reinterpret_cast<const ChangeHub*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (self && message == PeerMessage()) {
+    auto* self = reinterpret_cast<ChangeHub*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (self && message == PeerMessage())
         self->OnPeerChange(wParam, static_cast<CEOID>(lParam));
-        return 0;
-    }
-    return DefWindowProcW(window, message, wParam, lParam);
+    else if (self && message == WM_TIMER && wParam == kTimer)
+        self->OnTimer();
+    else
+        return DefWindowProcW(window, message, wParam, lParam);
+    return 0;
 }
 
-void ChangeHub::OnPeerChange(WPARAM packed, CEOID id) const
+void ChangeHub::OnPeerChange(WPARAM packed, CEOID id)
 {
-    const Change change{packed & 0xFF, id, (packed & kNamesUntouched) == 0};
-    const size_t table = packed >> 8 & 0xFF;
+    const Change change{packed & kByte, id, (packed & kNamesUntouched) == 0};
+    const size_t table = packed >> kTableShift & kByte;
     if (!IsChangeCode(change.code) || table >= kTableCount)
         return;
+    // The change that this message tells of is no longer unexplained, also when it is noticed only here.
+    m_look();
+    m_unexplained = Unexplained::None;
     for (const Owner& owner : m_owners)
-        TellOwner(owner, static_cast<TableId>(table), change);
+        Tell(owner.table, owner.window, static_cast<TableId>(table), change);
 }
 
-// The journal's owner shows the names of categories and contacts: to it a change of theirs is the end of some
-// work, after which it shows everything afresh.
-void ChangeHub::TellOwner(const Owner& owner, TableId table, const Change& change) const
+// A change is given one period in which its writer may tell of it.
+void ChangeHub::OnTimer()
 {
-    if (owner.table == table)
-        PostMessageW(owner.window, kMsgDatabaseChange, change.code, static_cast<LPARAM>(change.id));
-    else if (owner.table == TableId::Journal && change.touchesNames && change.code != kChangeWorkBegins)
-        PostMessageW(owner.window, kMsgDatabaseChange, kChangeWorkEnded, 0);
+    if (m_unexplained == Unexplained::None)
+        m_look();
+    if (m_unexplained == Unexplained::Old)
+        for (const Owner& owner : m_owners)
+            PostMessageW(owner.window, kMsgDatabaseChange, kChangeWorkEnded, 0);
+    m_unexplained = m_unexplained == Unexplained::New ? Unexplained::Old : Unexplained::None;
 }
 
 } // namespace mervane

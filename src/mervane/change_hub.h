@@ -1,9 +1,11 @@
 // Tells other processes of this one's changes, and the windows of this one of theirs.
 //
 // Each open store has a message-only window of class "MervaneStore" whose title is the store's path key. A
-// writer posts what it has committed to the windows of the same title, its own excepted.
+// writer posts what it has committed to the windows of the same title, its own excepted. Other tools post
+// nothing: what they change is noticed when the store is next read, at the latest by a timer.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,17 +21,23 @@ struct Change {
 
 class ChangeHub {
   public:
-    explicit ChangeHub(const std::wstring& pathKey);
+    // look makes the store read what has changed; it calls NoteForeignChange when something has.
+    ChangeHub(const std::wstring& pathKey, std::function<void()> look);
     ~ChangeHub();
     ChangeHub(const ChangeHub&) = delete;
     ChangeHub& operator=(const ChangeHub&) = delete;
 
-    // The windows of this process that are told of a database's changes.
+    // From now on changes are heard.
+    void Start();
+    // The windows of this process that are told of a database's changes; null is none.
     void AddOwner(TableId table, HWND owner, const void* who);
     void RemoveOwner(const void* who);
 
     // Tells the other processes.
     void Announce(TableId table, const Change& change) const;
+    // Another connection has changed the store. When no process tells what, the owners hear that all may be
+    // new.
+    void NoteForeignChange();
 
   private:
     struct Owner {
@@ -37,13 +45,17 @@ class ChangeHub {
         HWND window;
         const void* who;
     };
+    enum class Unexplained { None, New, Old }; // a foreign change that no process has told of
+
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    void OnPeerChange(WPARAM packed, CEOID id) const;
-    void TellOwner(const Owner& owner, TableId table, const Change& change) const;
+    void OnPeerChange(WPARAM packed, CEOID id);
+    void OnTimer();
 
     std::wstring m_pathKey;
+    std::function<void()> m_look;
     std::vector<Owner> m_owners;
     HWND m_window = nullptr;
+    Unexplained m_unexplained = Unexplained::None;
 };
 
 } // namespace mervane

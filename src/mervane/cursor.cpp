@@ -6,42 +6,117 @@ namespace mervane {
 
 Cursor::Cursor(Store& store, TableId table, const SORTORDERSPEC& sort)
     : m_store(store), m_table(table), m_sort(sort)
-{}
+{
+    m_store.AddCursor(this);
+}
+
+Cursor::~Cursor()
+{
+    m_store.RemoveCursor(this);
+}
 
 void Cursor::SetSort(const SORTORDERSPEC& sort)
 {
     if (FindProperty(InfoOf(m_table), sort.propid) < 0)
         return;
     m_sort = {sort.propid, sort.dwFlags & CEDB_SORT_DESCENDING};
+    m_rowKnown = false;
 }
 
-const RowIndex& Cursor::Rows()
+void Cursor::SetCurrent(CEOID id)
 {
-    m_rows = m_store.RowsOf(m_table, m_sort);
-    return *m_rows;
+    m_current = id;
+    m_rowKnown = false;
+    m_hasLeft = false;
+}
+
+// Takes the index and the order that hold now. A walk whose current record other programs have deleted finds
+// its way on by the order it came in.
+void Cursor::Refresh()
+{
+    const auto oldIndex = m_index;
+    const auto oldOrder = m_order;
+    m_index = m_store.IndexOf(m_table);
+    m_order = m_index->OrderOf(m_sort);
+    if (m_order == oldOrder)
+        return;
+    m_rowKnown = false;
+    if (oldIndex && oldIndex != m_index && oldOrder && m_current)
+        FindWayOn(*oldIndex, *oldOrder);
+}
+
+void Cursor::FindWayOn(TableIndex& oldIndex, const RowOrder& oldOrder)
+{
+    const CEOID wanted = m_hasLeft ? m_following : m_current;
+    if (!wanted || m_index->Records().Find(wanted) != kNoPlace)
+        return;
+    m_hasLeft = true;
+    m_following = 0;
+    const uint32_t place = oldIndex.Records().Find(wanted);
+    uint32_t row = place == kNoPlace ? kNoRow : oldOrder.RowOf(place);
+    while (row != kNoRow && !m_following && ++row < oldOrder.Count()) {
+        const CEOID candidate = oldIndex.Records().IdAt(oldOrder.PlaceAt(row));
+        if (m_index->Records().Find(candidate) != kNoPlace)
+            m_following = candidate;
+    }
+}
+
+void Cursor::BeforeLeaving(CEOID id)
+{
+    if (!m_current || id != (m_hasLeft ? m_following : m_current))
+        return;
+    const int row = RowOf(id);
+    if (row < 0)
+        return;
+    m_hasLeft = true;
+    m_following = At(static_cast<uint32_t>(row) + 1);
+}
+
+CEOID Cursor::ToRow(uint32_t row)
+{
+    SetCurrent(At(row));
+    m_row = row;
+    m_rowVersion = m_order->Version();
+    m_rowKnown = m_current != 0;
+    return m_current;
 }
 
 CEOID Cursor::Next()
 {
     if (!m_current)
         return 0;
-    const RowIndex& rows = Rows();
-    if (const int row = rows.RowOf(m_current); row >= 0)
+    Refresh();
+    if (m_hasLeft) {
+        SetCurrent(m_following);
+        return m_current;
+    }
+    const bool rowHolds = m_rowKnown && m_rowVersion == m_order->Version();
+    const int row = rowHolds ? static_cast<int>(m_row) : RowOf(m_current);
+    if (row >= 0)
         return ToRow(static_cast<uint32_t>(row) + 1);
-    // The current record is gone: go on with the first one behind it that is still there.
-    const auto walked = m_walked;
-    const int old = walked ? walked->RowOf(m_current) : -1;
-    for (size_t i = static_cast<size_t>(old) + 1; old >= 0 && i < walked->Count(); ++i)
-        if (const int row = rows.RowOf(walked->At(i)); row >= 0)
-            return ToRow(static_cast<uint32_t>(row));
-    return m_current = 0;
+    SetCurrent(0);
+    return 0;
 }
 
-CEOID Cursor::ToRow(uint32_t row)
+CEOID Cursor::At(uint32_t row)
 {
-    m_current = Rows().At(row);
-    m_walked = m_rows;
-    return m_current;
+    Refresh();
+    const uint32_t place = m_order->PlaceAt(row);
+    return place == kNoPlace ? 0 : m_index->Records().IdAt(place);
+}
+
+int Cursor::RowOf(CEOID id)
+{
+    Refresh();
+    const uint32_t place = m_index->Records().Find(id);
+    const uint32_t row = place == kNoPlace ? kNoRow : m_order->RowOf(place);
+    return row == kNoRow ? -1 : static_cast<int>(row);
+}
+
+uint32_t Cursor::Count()
+{
+    Refresh();
+    return m_order->Count();
 }
 
 } // namespace mervane

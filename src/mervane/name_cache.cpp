@@ -3,72 +3,94 @@
 #include <algorithm>
 
 #include "mervane/sort_key.h"
+#include "mervane/table_scan.h"
 #include "mervane/text_codec.h"
 
 namespace mervane {
 
 namespace {
 
-constexpr const char* kSelectCategories = "SELECT oid, name, hidden FROM categories";
-constexpr const char* kSelectContacts = "SELECT oid, file_as, 0 FROM contacts";
+struct KeyedEntry {
+    std::string key;
+    NameCache::Entry entry;
+};
+
+bool ReadEntries(Database& database, TableId table, std::vector<KeyedEntry>* entries)
+{
+    const char* columns = table == TableId::Categories ? "name, hidden" : "file_as, 0";
+    SortKeyMaker maker;
+    return ScanTable(database, InfoOf(table).name, columns, [&](CEOID id, const Statement& row) {
+        const auto text = row.Text(1);
+        if (!text)
+            return;
+        std::wstring name = DecodeText(*text);
+        std::string key(maker.Make(name));
+        entries->push_back({std::move(key), {id, std::move(name), row.Integer(2).value_or(0) != 0}});
+    });
+}
 
 } // namespace
 
 NameCache::NameCache(Database& database, TableId table)
 {
-    Statement statement(database, table == TableId::Categories ? kSelectCategories : kSelectContacts);
-    std::vector<std::pair<std::string, Entry>> keyed;
-    while (statement.Step() == Statement::Result::Row) {
-        const int64_t id = statement.Integer(0).value_or(0);
-        const auto text = statement.Text(1);
-        if (id <= 0 || id > UINT32_MAX || !text)
-            continue;
-        std::wstring name = DecodeText(*text);
-        std::string key = SortKey(name);
-        keyed.emplace_back(std::move(key), Entry{static_cast<CEOID>(id), std::move(name),
-                                                 statement.Integer(2).value_or(0) != 0});
-    }
-    std::sort(keyed.begin(), keyed.end(), [](const auto& a, const auto& b) {
-        const int order = a.first.compare(b.first);
-        return order ? order < 0 : a.second.id < b.second.id;
+    std::vector<KeyedEntry> keyed;
+    m_complete = ReadEntries(database, table, &keyed);
+    std::sort(keyed.begin(), keyed.end(), [](const KeyedEntry& a, const KeyedEntry& b) {
+        const int order = a.key.compare(b.key);
+        return order ? order < 0 : a.entry.id < b.entry.id;
     });
     m_entries.reserve(keyed.size());
     m_rankOf.reserve(keyed.size());
-    for (auto& [key, entry] : keyed) {
-        m_rankOf.emplace_back(entry.id, static_cast<uint32_t>(m_entries.size()));
-        m_entries.push_back(std::move(entry));
+    for (KeyedEntry& item : keyed) {
+        m_rankOf.emplace_back(item.entry.id, static_cast<uint32_t>(m_entries.size()));
+        m_entries.push_back(std::move(item.entry));
     }
     std::sort(m_rankOf.begin(), m_rankOf.end());
 }
 
 const NameCache::Entry* NameCache::Find(CEOID id) const
 {
-    const auto found = std::lower_bound(m_rankOf.begin(), m_rankOf.end(), std::pair(id, uint32_t{0}));
-    return found != m_rankOf.end() && found->first == id ? &m_entries[found->second] : nullptr;
+    const uint32_t rank = RankOf(id);
+    return rank == UINT32_MAX ? nullptr : &m_entries[rank];
 }
 
 uint32_t NameCache::RankOf(CEOID id) const
 {
-    const Entry* entry = Find(id);
-    return entry ? static_cast<uint32_t>(entry - m_entries.data()) : UINT32_MAX;
+    const auto found = std::lower_bound(m_rankOf.begin(), m_rankOf.end(), std::pair(id, uint32_t{0}));
+    return found != m_rankOf.end() && found->first == id ? found->second : UINT32_MAX;
 }
 
 std::wstring NameCache::Join(std::span<const CEOID> ids, wchar_t separator) const
 {
-    std::vector<const Entry*> named;
-    named.reserve(ids.size());
+    std::vector<uint32_t> ranks;
+    ranks.reserve(ids.size());
     for (const CEOID id : ids)
-        if (const Entry* entry = Find(id))
-            named.push_back(entry);
-    std::sort(named.begin(), named.end());
-    named.erase(std::unique(named.begin(), named.end()), named.end());
+        if (const uint32_t rank = RankOf(id); rank != UINT32_MAX)
+            ranks.push_back(rank);
+    std::sort(ranks.begin(), ranks.end());
+    ranks.erase(std::unique(ranks.begin(), ranks.end()), ranks.end());
     std::wstring joined;
-    for (const Entry* entry : named) {
-        if (entry != named.front())
+    for (const uint32_t rank : ranks) {
+        if (rank != ranks.front())
             joined += separator;
-        joined += entry->name;
+        joined += m_entries[rank].name;
     }
     return joined;
+}
+
+const NameCache& NameCaches::Of(TableId table)
+{
+    auto& cache = m_caches[IndexOf(table)];
+    if (!cache)
+        cache.emplace(m_database, table);
+    return *cache;
+}
+
+void NameCaches::ForgetIncomplete()
+{
+    for (auto& cache : m_caches)
+        if (cache && !cache->IsComplete())
+            cache.reset();
 }
 
 } // namespace mervane

@@ -2,6 +2,8 @@
 // each.
 #pragma once
 
+#include <array>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -30,10 +32,29 @@ class NameCache {
     uint32_t RankOf(CEOID id) const;
     // The names of the records, in the order of the names, joined; unknown identifiers are left out.
     std::wstring Join(std::span<const CEOID> ids, wchar_t separator) const;
+    // false when not all could be read, for a reason that may pass.
+    bool IsComplete() const { return m_complete; }
 
   private:
     std::vector<Entry> m_entries;
     std::vector<std::pair<CEOID, uint32_t>> m_rankOf; // by identifier
+    bool m_complete;
+};
+
+// The names of each table, read when first asked for.
+class NameCaches {
+  public:
+    explicit NameCaches(Database& database) : m_database(database) {}
+
+    // The categories' or contacts'; valid until a Forget.
+    const NameCache& Of(TableId table);
+    void Forget(TableId table) { m_caches[IndexOf(table)].reset(); }
+    void ForgetAll() { m_caches = {}; }
+    void ForgetIncomplete();
+
+  private:
+    Database& m_database;
+    std::array<std::optional<NameCache>, kTableCount> m_caches;
 };
 
 } // namespace mervane

@@ -47,25 +47,30 @@ bool RecordValues::Take(const TableInfo& table, const CEPROPVAL& property)
     return true;
 }
 
+std::optional<int64_t> RecordValues::Number(int index) const
+{
+    const CEPROPVAL* property = Value(index);
+    if (!property)
+        return std::nullopt;
+    switch (PropertyType(property->propid)) {
+    case CEVT_I2: return property->val.iVal;
+    case CEVT_UI2: return property->val.uiVal;
+    case CEVT_FILETIME: return static_cast<int64_t>(CountOf(property->val.filetime));
+    default: return std::nullopt;
+    }
+}
+
 void RecordValues::Bind(Statement& statement, int parameter, int index) const
 {
     const CEPROPVAL* property = Value(index);
-    if (!property) {
+    if (!property)
         statement.BindNull(parameter);
-        return;
-    }
-    switch (PropertyType(property->propid)) {
-    case CEVT_I2: statement.BindInteger(parameter, property->val.iVal); break;
-    case CEVT_UI2: statement.BindInteger(parameter, property->val.uiVal); break;
-    case CEVT_FILETIME:
-        statement.BindInteger(parameter, static_cast<int64_t>(CountOf(property->val.filetime)));
-        break;
-    case CEVT_LPWSTR: statement.BindText(parameter, m_texts[static_cast<size_t>(index)]); break;
-    case CEVT_BLOB:
+    else if (PropertyType(property->propid) == CEVT_LPWSTR)
+        statement.BindText(parameter, m_texts[static_cast<size_t>(index)]);
+    else if (PropertyType(property->propid) == CEVT_BLOB)
         statement.BindBlob(parameter, {property->val.blob.lpb, property->val.blob.dwCount});
-        break;
-    default: break;
-    }
+    else
+        statement.BindInteger(parameter, Number(index).value_or(0));
 }
 
 std::optional<int64_t> InRange(const Property& property, int64_t stored)

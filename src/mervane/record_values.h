@@ -24,6 +24,8 @@ class RecordValues {
     bool Changes(int index) const { return (m_mask >> index & 1) != 0; }
     // null: the write removes the property, or does not touch it.
     const CEPROPVAL* Value(int index) const { return m_values[static_cast<size_t>(index)]; }
+    // The value of a numeric property; none when there is no value.
+    std::optional<int64_t> Number(int index) const;
     // Binds the value of a property; it is borrowed from the property array and from this object.
     void Bind(Statement& statement, int parameter, int index) const;
 

@@ -7,7 +7,7 @@ namespace mervane {
 
 namespace {
 
-constexpr const char* kCreateVersion1 = R"sql(
+constexpr const char* kVersion1 = R"sql(
 CREATE TABLE journal(
   oid INTEGER PRIMARY KEY AUTOINCREMENT,
   date INTEGER,
@@ -36,15 +36,23 @@ CREATE TABLE contacts(
 );
 )sql";
 
-// How a connection works: one flush for each commit, no wait for the disk before it; the log goes into the
-// file when the last program closes (Store sees to a log that grows without end before that). Triggers and
-// views that another tool may have put into the file do not run.
+// One flush for each commit and none beside it: the log goes into the file when the last program closes it.
+// Pages come through a mapping of the file. What another tool may have put into the file (triggers, functions
+// in the schema) is not trusted.
 constexpr const char* kConnectionPragmas = "PRAGMA synchronous = FULL;"
                                            "PRAGMA wal_autocheckpoint = 0;"
                                            "PRAGMA mmap_size = 2147418112;"
                                            "PRAGMA temp_store = MEMORY;"
                                            "PRAGMA cell_size_check = ON;"
                                            "PRAGMA trusted_schema = OFF;";
+
+constexpr ULONGLONG kLogModeTimeout = 2500; // milliseconds
+
+StoreMarks MarksIn(Database& database)
+{
+    return {database.QueryInteger("PRAGMA application_id").value_or(-1),
+            database.QueryInteger("PRAGMA user_version").value_or(-1)};
+}
 
 bool SetMarks(Database& database)
 {
@@ -53,44 +61,37 @@ bool SetMarks(Database& database)
     return database.Execute(marks.c_str());
 }
 
-StoreMarks MarksIn(Database& database)
+// 0 for a file without anything in it, none for one that this program may not use.
+std::optional<int64_t> VersionIn(Database& database)
 {
-    return {database.QueryInteger("PRAGMA application_id").value_or(-1),
-            database.QueryInteger("PRAGMA user_version").value_or(-1)};
+    const StoreMarks marks = MarksIn(database);
+    if (MayUse(marks))
+        return SchemaVersionOf(marks.userVersion);
+    const bool isEmpty = marks == StoreMarks{0, 0} &&
+                         database.QueryInteger("SELECT count(*) FROM sqlite_schema") == int64_t{0};
+    return isEmpty ? std::optional<int64_t>(0) : std::nullopt;
 }
 
-bool IsEmpty(Database& database)
-{
-    return MarksIn(database) == StoreMarks{0, 0} &&
-           database.QueryInteger("SELECT count(*) FROM sqlite_schema") == int64_t{0};
-}
-
-// One step for each version, in one transaction, so that a store is of one version or of the next.
+// One step for each version, all in one transaction: a store is of its old version or of the newest.
 bool Migrate(Database& database)
 {
     Transaction transaction(database);
-    if (!transaction.IsOpen())
-        return false;
-    int64_t version = IsEmpty(database) ? 0 : SchemaVersionOf(MarksIn(database).userVersion);
-    if (version == kSchemaVersion)
-        return true;
-    if (version == 0) {
-        if (!database.Execute(kCreateVersion1))
+    // Another program may have done it meanwhile.
+    std::optional<int64_t> version = transaction.IsOpen() ? VersionIn(database) : std::nullopt;
+    if (!version || *version >= kSchemaVersion)
+        return version.has_value();
+    if (*version == 0) {
+        if (!database.Execute(kVersion1))
             return false;
         version = 1;
     }
     return version == kSchemaVersion && SetMarks(database) && transaction.Commit();
 }
 
-bool NeedsMigration(Database& database)
-{
-    return IsEmpty(database) || SchemaVersionOf(MarksIn(database).userVersion) < kSchemaVersion;
-}
-
-// Of two programs that do this at the same time one may be told to wait, so it is not final.
+// Of several programs that do this at the same time SQLite makes one give up rather than wait.
 bool UseLog(Database& database)
 {
-    const ULONGLONG end = GetTickCount64() + 2500;
+    const ULONGLONG end = GetTickCount64() + kLogModeTimeout;
     while (!database.Execute("PRAGMA journal_mode = WAL")) {
         if (GetTickCount64() >= end)
             return false;
@@ -99,15 +100,71 @@ bool UseLog(Database& database)
     return true;
 }
 
+bool HasTables(Database& database)
+{
+    return Statement(
+               database,
+               "SELECT date, end_time, duration, kind, priority, sensitivity, subject, body, categories, "
+               "type, contacts FROM journal")
+               .IsValid() &&
+           Statement(database, "SELECT name, uses, hidden FROM categories").IsValid() &&
+           Statement(database, "SELECT file_as, company FROM contacts").IsValid();
+}
+
 bool MakeReady(Database& database)
 {
     if (!database.Execute(kConnectionPragmas))
         return false;
-    if (!IsEmpty(database) && !MayUse(MarksIn(database)))
+    const std::optional<int64_t> version = VersionIn(database);
+    if (!version)
         return false;
-    if (database.IsReadOnly())
-        return !NeedsMigration(database);
-    return (!NeedsMigration(database) || Migrate(database)) && UseLog(database);
+    if (*version < kSchemaVersion && (database.IsReadOnly() || !Migrate(database)))
+        return false;
+    return HasTables(database) && (database.IsReadOnly() || UseLog(database));
+}
+
+bool FileExists(const std::wstring& path)
+{
+    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool HasLog(const std::wstring& path)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    return GetFileAttributesExW((path + L"-wal").c_str(), GetFileExInfoStandard, &data) &&
+           (data.nFileSizeLow || data.nFileSizeHigh);
+}
+
+// A newer program that was killed may have left its marks in the log only. Alone with the file, SQLite reads
+// the log without making a file of its own; when another program has the store open, this one opens it the
+// usual way.
+bool LogIsForeign(const std::wstring& path)
+{
+    Database database;
+    if (!database.Open(path, Database::Mode::ReadOnly))
+        return false;
+    database.KeepLog();
+    (void)database.Execute("PRAGMA locking_mode = EXCLUSIVE; PRAGMA busy_timeout = 0");
+    const StoreMarks marks = MarksIn(database);
+    return marks.userVersion != -1 && !MayUse(marks);
+}
+
+Database::Mode ModeFor(FileKind kind, bool hasLog)
+{
+    if (kind != FileKind::ReadOnlyStore)
+        return Database::Mode::Create;
+    return hasLog ? Database::Mode::ReadOnly : Database::Mode::Unchanging;
+}
+
+// Leaves a file that is refused as it was found, with what lies beside it.
+void CloseUntouched(Database& database, const std::wstring& path, bool hadLog, bool hadSharedMemory)
+{
+    if (hadLog)
+        database.KeepLog();
+    database.Close();
+    // Another program's is not deleted: it is in use.
+    if (hadLog && !hadSharedMemory)
+        DeleteFileW((path + L"-shm").c_str());
 }
 
 } // namespace
@@ -117,13 +174,15 @@ bool OpenStoreFile(Database& database, const std::wstring& path)
     const FileKind kind = LookAtFile(path);
     if (kind == FileKind::Foreign || (kind == FileKind::Missing && !MakeFolderOf(path)))
         return false;
-    const Database::Mode mode =
-        kind == FileKind::ReadOnlyStore ? Database::Mode::ReadOnly : Database::Mode::Create;
-    if (!database.Open(path, mode))
+    const bool hadLog = HasLog(path);
+    const bool hadSharedMemory = FileExists(path + L"-shm");
+    if (hadLog && kind != FileKind::Missing && kind != FileKind::Empty && LogIsForeign(path))
+        return false;
+    if (!database.Open(path, ModeFor(kind, hadLog)))
         return false;
     if (MakeReady(database))
         return true;
-    database.Close();
+    CloseUntouched(database, path, hadLog, hadSharedMemory);
     return false;
 }
 

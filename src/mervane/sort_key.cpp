@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <climits>
 
 namespace mervane {
@@ -11,6 +12,7 @@ namespace {
 constexpr DWORD kFlags = LCMAP_SORTKEY | NORM_IGNORECASE;
 constexpr size_t kMostUnits = INT_MAX / 16;
 
+// With LCMAP_SORTKEY the buffer is one of bytes, whatever its type says.
 int MapKey(std::wstring_view text, std::string* key)
 {
     return LCMapStringW(LOCALE_USER_DEFAULT, kFlags, text.data(), static_cast<int>(text.size()),
@@ -20,19 +22,20 @@ int MapKey(std::wstring_view text, std::string* key)
 
 } // namespace
 
-std::string SortKey(std::wstring_view text)
+std::string_view SortKeyMaker::Make(std::wstring_view text)
 {
     text = text.substr(0, kMostUnits);
     if (text.empty())
         return {};
-    std::string key(text.size() * 4 + 32, '\0');
-    int length = MapKey(text, &key);
+    const size_t usual = text.size() * 4 + 64;
+    if (m_buffer.size() < usual)
+        m_buffer.resize(std::max(usual, m_buffer.size() * 2));
+    int length = MapKey(text, &m_buffer);
     if (!length) {
-        key.resize(static_cast<size_t>(MapKey(text, nullptr)));
-        length = MapKey(text, &key);
+        m_buffer.resize(static_cast<size_t>(MapKey(text, nullptr)));
+        length = MapKey(text, &m_buffer);
     }
-    key.resize(static_cast<size_t>(length));
-    return key;
+    return {m_buffer.data(), static_cast<size_t>(length)};
 }
 
 } // namespace mervane

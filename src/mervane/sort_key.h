@@ -6,7 +6,13 @@
 
 namespace mervane {
 
-// Empty for the empty text.
-std::string SortKey(std::wstring_view text);
+class SortKeyMaker {
+  public:
+    // Empty for the empty text. Borrowed until the next call.
+    std::string_view Make(std::wstring_view text);
+
+  private:
+    std::string m_buffer;
+};
 
 } // namespace mervane

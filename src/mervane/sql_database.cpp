@@ -16,11 +16,26 @@ constexpr int kBusyTimeout = 2500; // milliseconds
 int OpenFlags(Database::Mode mode)
 {
     switch (mode) {
+    case Database::Mode::Unchanging: return SQLITE_OPEN_READONLY | SQLITE_OPEN_URI;
     case Database::Mode::ReadOnly: return SQLITE_OPEN_READONLY;
-    case Database::Mode::ReadWrite: return SQLITE_OPEN_READWRITE;
     case Database::Mode::Create: return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
     }
     return SQLITE_OPEN_READONLY;
+}
+
+std::string UnchangingUri(const std::wstring& path)
+{
+    std::string uri = path.starts_with(L'\\') ? "file://" : "file:///";
+    for (const char character : EncodeText(path)) {
+        switch (character) {
+        case '\\': uri += '/'; break;
+        case '%': uri += "%25"; break;
+        case '?': uri += "%3f"; break;
+        case '#': uri += "%23"; break;
+        default: uri += character; break;
+        }
+    }
+    return uri + "?immutable=1";
 }
 
 } // namespace
@@ -28,12 +43,15 @@ int OpenFlags(Database::Mode mode)
 bool Database::Open(const std::wstring& path, Mode mode)
 {
     Close();
-    const std::string name = EncodeText(path);
+    const std::string name = mode == Mode::Unchanging ? UnchangingUri(path) : EncodeText(path);
     if (sqlite3_open_v2(name.c_str(), &m_handle, OpenFlags(mode), nullptr) != SQLITE_OK) {
         Close();
         return false;
     }
     sqlite3_busy_timeout(m_handle, kBusyTimeout);
+    // What another tool has put into the file does not run.
+    sqlite3_db_config(m_handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite3_db_config(m_handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
     return true;
 }
 
@@ -69,6 +87,12 @@ bool Database::InTransaction() const
 {
     return m_handle && !sqlite3_get_autocommit(m_handle);
 }
+bool Database::IsDamaged() const
+{
+    const int error = sqlite3_errcode(m_handle) & 0xFF;
+    return error == SQLITE_CORRUPT || error == SQLITE_NOTADB;
+}
+
 int64_t Database::LastInsertId() const
 {
     return sqlite3_last_insert_rowid(m_handle);

@@ -18,7 +18,8 @@ namespace mervane {
 // One connection; closed at the end.
 class Database {
   public:
-    enum class Mode { ReadOnly, ReadWrite, Create };
+    // Unchanging: read-only, and nobody writes meanwhile, so that no lock is taken and no file made beside it.
+    enum class Mode { Unchanging, ReadOnly, Create };
 
     Database() = default;
     ~Database() { Close(); }
@@ -39,6 +40,8 @@ class Database {
     std::optional<int64_t> QueryInteger(const char* sql);
 
     bool InTransaction() const;
+    // The last call failed because the file's content is broken.
+    bool IsDamaged() const;
     int64_t LastInsertId() const;
     int Changes() const; // rows that the last statement changed
     sqlite3* Handle() const { return m_handle; }

@@ -1,57 +1,11 @@
 #include "mervane/store.h"
 
-#include <vector>
-
+#include "mervane/cursor.h"
 #include "mervane/db_categories.h"
-#include "mervane/schema.h"
 #include "mervane/store_path.h"
+#include "mervane/store_write.h"
 
 namespace mervane {
-
-// One write, or its part in a bulk: rolled back unless committed.
-class Store::Write {
-  public:
-    explicit Write(Store& store) : m_store(store)
-    {
-        if (m_store.m_bulkDepth) {
-            m_open = !m_store.m_bulkFailed && m_store.m_database.InTransaction();
-            return;
-        }
-        // A read transaction cannot become a write transaction once another process has written, so it ends
-        // here.
-        m_renews = m_store.m_database.InTransaction() && m_store.m_database.Execute("COMMIT");
-        m_open = m_store.m_database.Execute("BEGIN IMMEDIATE");
-        if (m_open)
-            m_store.NoticeForeignChanges();
-    }
-    ~Write()
-    {
-        if (m_store.m_bulkDepth) {
-            if (!m_done && !m_store.m_database.InTransaction())
-                m_store.m_bulkFailed = true;
-            return;
-        }
-        if (m_open && !m_done && m_store.m_database.InTransaction())
-            (void)m_store.m_database.Execute("ROLLBACK");
-        if (m_renews && m_store.m_database.Execute("BEGIN"))
-            m_store.NoticeForeignChanges();
-    }
-    Write(const Write&) = delete;
-    Write& operator=(const Write&) = delete;
-
-    bool IsOpen() const { return m_open; }
-    bool Commit()
-    {
-        m_done = m_store.m_bulkDepth || m_store.m_database.Execute("COMMIT");
-        return m_done;
-    }
-
-  private:
-    Store& m_store;
-    bool m_open = false;
-    bool m_done = false;
-    bool m_renews = false;
-};
 
 std::shared_ptr<Store> Store::Open()
 {
@@ -66,62 +20,72 @@ std::shared_ptr<Store> Store::Open()
         if (auto store = candidate.lock(); store && store->m_pathKey == key)
             return store;
     std::shared_ptr<Store> store(new Store(key));
-    if (!OpenStoreFile(store->m_database, path))
+    if (!store->m_connection.Open(path))
         return nullptr;
-    store->m_dataVersion = Statement(store->m_database, "PRAGMA data_version");
+    store->m_changes.Start();
     s_open.push_back(store);
     return store;
 }
 
 Store::Store(const std::wstring& pathKey)
-    : m_pathKey(pathKey), m_tables{Table(m_database, InfoOf(TableId::Journal)),
-                                   Table(m_database, InfoOf(TableId::Categories)),
-                                   Table(m_database, InfoOf(TableId::Contacts))},
-      m_changes(pathKey)
+    : m_pathKey(pathKey), m_tables{Table(m_connection.Sql(), InfoOf(TableId::Journal)),
+                                   Table(m_connection.Sql(), InfoOf(TableId::Categories)),
+                                   Table(m_connection.Sql(), InfoOf(TableId::Contacts))},
+      m_names(m_connection.Sql()), m_changes(pathKey, [this] { LookForForeignChanges(); })
 {}
-
-Store::~Store() = default;
 
 void Store::NoticeForeignChanges()
 {
-    const ScopedReset reset(m_dataVersion);
-    if (m_dataVersion.Step() != Statement::Result::Row)
+    ForgetIncomplete();
+    if (!m_connection.HasForeignChange())
         return;
-    const auto version = m_dataVersion.Integer(0);
-    if (version != m_seenVersion)
-        ForgetCaches();
-    m_seenVersion = version;
+    ForgetAll();
+    m_changes.NoteForeignChange();
 }
 
-void Store::ForgetCaches()
+void Store::LookForForeignChanges()
 {
-    for (auto& names : m_names)
-        names.reset();
-    for (auto& rows : m_rows)
-        rows.clear();
+    if (m_connection.InTransaction())
+        return;
+    BeginRead();
+    EndRead();
+}
+
+void Store::ForgetAll()
+{
+    m_names.ForgetAll();
+    m_indexes = {};
+}
+
+void Store::ForgetIncomplete()
+{
+    m_names.ForgetIncomplete();
+    for (auto& index : m_indexes)
+        if (index && !index->IsComplete())
+            index.reset();
 }
 
 void Store::BeginRead()
 {
-    if (m_readDepth++ || m_database.InTransaction())
+    if (m_readDepth++ || m_connection.InTransaction())
         return;
-    (void)m_database.Execute("BEGIN");
+    (void)m_connection.BeginRead();
     NoticeForeignChanges();
 }
 
 void Store::EndRead()
 {
-    if (--m_readDepth == 0 && m_bulkDepth == 0 && m_database.InTransaction())
-        (void)m_database.Execute("COMMIT");
+    if (--m_readDepth == 0 && m_bulkDepth == 0 && m_connection.InTransaction())
+        (void)m_connection.Commit();
 }
 
 void Store::BeginBulk()
 {
     if (m_bulkDepth++)
         return;
-    if (m_database.InTransaction())
-        (void)m_database.Execute("COMMIT");
-    m_bulkFailed = !m_database.Execute("BEGIN IMMEDIATE");
+    if (m_connection.InTransaction())
+        (void)m_connection.Commit();
+    m_bulkFailed = !m_connection.BeginWrite();
     if (m_bulkFailed)
         return;
     NoticeForeignChanges();
@@ -133,24 +97,60 @@ bool Store::EndBulk(bool keep)
     m_bulkFailed |= !keep;
     if (--m_bulkDepth)
         return !m_bulkFailed;
-    const bool kept = !m_bulkFailed && m_database.Execute("COMMIT");
-    if (m_database.InTransaction())
-        (void)m_database.Execute("ROLLBACK");
+    const bool kept = !m_bulkFailed && m_connection.Commit();
+    m_connection.Rollback();
     if (!kept)
-        ForgetCaches();
-    if (m_readDepth)
-        (void)m_database.Execute("BEGIN");
+        ForgetAll();
+    if (m_readDepth && m_connection.BeginRead())
+        NoticeForeignChanges();
     m_changes.Announce(TableId::Journal, {kChangeWorkEnded});
     return kept;
 }
 
-void Store::AfterWrite(TableId table, const Change& change)
+std::shared_ptr<TableIndex> Store::IndexOf(TableId table)
 {
-    ForgetCaches();
+    auto& index = m_indexes[mervane::IndexOf(table)];
+    if (!index)
+        index = std::make_shared<TableIndex>(m_connection.Sql(), table, m_names);
+    return index;
+}
+
+// Before a write: walks that stand on the record find their way on. values is null for a deletion.
+void Store::TellCursors(TableId table, CEOID id, const RecordValues* values)
+{
+    for (Cursor* cursor : m_cursors) {
+        if (cursor->Table() != table || cursor->Current() == 0)
+            continue;
+        const int property = FindProperty(InfoOf(table), cursor->Sort().propid);
+        if (!values || (cursor->HasOrder() && values->Changes(property)))
+            cursor->BeforeLeaving(id);
+    }
+}
+
+void Store::AfterNames(TableId table)
+{
+    m_names.Forget(table);
+    if (auto& journal = m_indexes[mervane::IndexOf(TableId::Journal)])
+        journal->NamesChanged(table);
+}
+
+void Store::AfterWrite(TableId table, const Change& change, const RecordValues* values)
+{
+    if (table != TableId::Journal)
+        AfterNames(table);
+    if (auto& index = m_indexes[mervane::IndexOf(table)]) {
+        if (change.code == kChangeDeleted)
+            index->Removed(change.id);
+        else if (change.code == kChangeModified)
+            index->Updated(change.id, *values);
+        else if (!index->Inserted(change.id, *values))
+            index.reset();
+    }
     if (!m_bulkDepth)
         m_changes.Announce(table, change);
 }
 
+// A category has a name of 1 to 59 characters that no other one has, without regard to case.
 bool Store::MayHaveName(CEOID id, const RecordValues& values)
 {
     const int index = FindProperty(InfoOf(TableId::Categories), kCategoriesKey);
@@ -169,73 +169,31 @@ bool Store::MayHaveName(CEOID id, const RecordValues& values)
 
 CEOID Store::WriteRecord(TableId table, CEOID id, const RecordValues& values)
 {
-    Write write(*this);
+    StoreWrite write(*this);
     if (!write.IsOpen() || (table == TableId::Categories && !MayHaveName(id, values)))
         return 0;
     const bool creates = id == 0;
-    if (creates)
-        id = TableOf(table).Insert(values);
-    else if (!TableOf(table).Update(id, values))
+    if (!creates)
+        TellCursors(table, id, &values);
+    const CEOID written = creates                             ? TableOf(table).Insert(values)
+                          : TableOf(table).Update(id, values) ? id
+                                                              : 0;
+    if (!written || !write.Commit())
         return 0;
-    if (!id || !write.Commit())
-        return 0;
-    AfterWrite(table, {creates ? kChangeCreated : kChangeModified, id});
-    return id;
+    AfterWrite(table, {creates ? kChangeCreated : kChangeModified, written}, &values);
+    return written;
 }
 
 bool Store::DeleteRecord(TableId table, CEOID id)
 {
-    Write write(*this);
-    if (!write.IsOpen() || !TableOf(table).Delete(id) || !write.Commit())
+    StoreWrite write(*this);
+    if (!write.IsOpen())
         return false;
-    AfterWrite(table, {kChangeDeleted, id});
-    return true;
-}
-
-bool Store::AddToUses(CEOID category, int step)
-{
-    constexpr const char* kSql =
-        "UPDATE categories SET uses = max(0, min(2147483647, "
-        "iif(typeof(uses) = 'integer', max(0, min(2147483647, uses)), 0) + ?)) WHERE oid = ?";
-    Write write(*this);
-    Statement statement(m_database, kSql);
-    statement.BindInteger(1, step);
-    statement.BindInteger(2, category);
-    if (!write.IsOpen() || !statement.Run() || m_database.Changes() != 1 || !write.Commit())
+    TellCursors(table, id, nullptr);
+    if (!TableOf(table).Delete(id) || !write.Commit())
         return false;
-    AfterWrite(TableId::Categories, {kChangeModified, category, false});
+    AfterWrite(table, {kChangeDeleted, id}, nullptr);
     return true;
-}
-
-bool Store::ResetUses()
-{
-    Write write(*this);
-    Statement statement(m_database, "UPDATE categories SET uses = 0 WHERE uses IS NOT 0");
-    if (!write.IsOpen() || !statement.Run() || !write.Commit())
-        return false;
-    AfterWrite(TableId::Categories, {kChangeWorkEnded, 0, false});
-    return true;
-}
-
-const NameCache& Store::NamesOf(TableId table)
-{
-    auto& names = m_names[IndexOf(table)];
-    if (!names)
-        names.emplace(m_database, table);
-    return *names;
-}
-
-std::shared_ptr<const RowIndex> Store::RowsOf(TableId table, const SORTORDERSPEC& sort)
-{
-    auto& known = m_rows[IndexOf(table)];
-    for (const auto& rows : known)
-        if (rows->Sort().propid == sort.propid && rows->Sort().dwFlags == sort.dwFlags)
-            return rows;
-    const NameCache* names = nullptr;
-    if (PropertyType(sort.propid) == CEVT_BLOB)
-        names = &NamesOf(PropertyNumber(sort.propid) == 104 ? TableId::Categories : TableId::Contacts);
-    known.push_back(std::make_shared<RowIndex>(m_database, InfoOf(table), sort, names));
-    return known.back();
 }
 
 } // namespace mervane

@@ -4,19 +4,22 @@
 #include <array>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "mervane/change_hub.h"
+#include "mervane/connection.h"
 #include "mervane/name_cache.h"
-#include "mervane/row_index.h"
 #include "mervane/table.h"
+#include "mervane/table_index.h"
 
 namespace mervane {
+
+class Cursor;
 
 class Store {
   public:
     // The store at StorePath(), opened if this process has not yet; null when that fails.
     static std::shared_ptr<Store> Open();
-    ~Store();
     Store(const Store&) = delete;
     Store& operator=(const Store&) = delete;
 
@@ -36,28 +39,35 @@ class Store {
     [[nodiscard]] bool AddToUses(CEOID category, int step);
     [[nodiscard]] bool ResetUses();
 
-    Table& TableOf(TableId table) { return m_tables[IndexOf(table)]; }
+    Table& TableOf(TableId table) { return m_tables[mervane::IndexOf(table)]; }
     // Inside BeginRead.
-    const NameCache& NamesOf(TableId table);
-    std::shared_ptr<const RowIndex> RowsOf(TableId table, const SORTORDERSPEC& sort);
+    const NameCache& NamesOf(TableId table) { return m_names.Of(table); }
+    std::shared_ptr<TableIndex> IndexOf(TableId table);
+
     ChangeHub& Changes() { return m_changes; }
+    void AddCursor(Cursor* cursor) { m_cursors.push_back(cursor); }
+    void RemoveCursor(Cursor* cursor) { std::erase(m_cursors, cursor); }
 
   private:
-    class Write;
+    friend class StoreWrite;
 
     explicit Store(const std::wstring& pathKey);
     void NoticeForeignChanges();
-    void ForgetCaches();
-    void AfterWrite(TableId table, const Change& change);
+    void LookForForeignChanges();
+    void ForgetAll();
+    void ForgetIncomplete();
+    void TellCursors(TableId table, CEOID id, const RecordValues* values);
+    void AfterWrite(TableId table, const Change& change, const RecordValues* values);
+    void AfterNames(TableId table);
+    void AfterUses(const Change& change);
     bool MayHaveName(CEOID id, const RecordValues& values);
 
     std::wstring m_pathKey;
-    Database m_database;
-    Statement m_dataVersion;
-    std::optional<int64_t> m_seenVersion;
+    Connection m_connection;
     std::array<Table, kTableCount> m_tables;
-    std::array<std::optional<NameCache>, kTableCount> m_names;
-    std::array<std::vector<std::shared_ptr<const RowIndex>>, kTableCount> m_rows;
+    NameCaches m_names;
+    std::array<std::shared_ptr<TableIndex>, kTableCount> m_indexes;
+    std::vector<Cursor*> m_cursors;
     ChangeHub m_changes;
     int m_readDepth = 0;
     int m_bulkDepth = 0;

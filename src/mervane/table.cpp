@@ -135,7 +135,11 @@ CEOID Table::Insert(const RecordValues& values)
     if (!statement.Run())
         return 0;
     const int64_t id = m_database.LastInsertId();
-    return id > 0 && id <= UINT32_MAX ? static_cast<CEOID>(id) : 0;
+    if (id > 0 && id <= UINT32_MAX)
+        return static_cast<CEOID>(id);
+    // Inside a bulk nothing rolls it back.
+    (void)Delete(id);
+    return 0;
 }
 
 bool Table::Update(CEOID id, const RecordValues& values)
@@ -146,7 +150,7 @@ bool Table::Update(CEOID id, const RecordValues& values)
     return statement.Run() && m_database.Changes() == 1;
 }
 
-bool Table::Delete(CEOID id)
+bool Table::Delete(int64_t id)
 {
     if (!m_delete.IsValid())
         m_delete = Statement(m_database, std::string("DELETE FROM ") + m_info.name + " WHERE oid = ?");

@@ -25,7 +25,7 @@ class Table {
     [[nodiscard]] CEOID Insert(const RecordValues& values);
     // false on failure and when there is no such record.
     [[nodiscard]] bool Update(CEOID id, const RecordValues& values);
-    [[nodiscard]] bool Delete(CEOID id);
+    [[nodiscard]] bool Delete(int64_t id);
 
   private:
     Statement& Selecting(uint32_t mask);

@@ -2,48 +2,44 @@
 
 #include <gtest/gtest.h>
 
-#include "mervane/db_categories.h"
-#include "mervane/db_contacts.h"
+#include "records.h"
 #include "support/test_store.h"
 
 namespace {
 
-CEPROPVAL Text(CEPROPID id, const wchar_t* text)
-{
-    CEPROPVAL value{};
-    value.propid = id;
-    value.val.lpwstr = const_cast<wchar_t*>(text);
-    return value;
-}
-
-TEST(DbJournal, ReadsBackWhatWasWritten)
+TEST(DbJournal, GivesASubjectUntilTheNextCall)
 {
     const TestStore store;
     DbJournal journal;
     ASSERT_EQ(journal.Open(nullptr), 1);
-    const CEPROPVAL subject = Text(0x0066001F, L"Sm\u00f8r \xD800 \xD83D\xDE00");
-    const CEOID id = journal.WriteRecord(0, 1, &subject);
-    ASSERT_NE(id, 0u);
-    EXPECT_EQ(journal.SeekRecord(id), id);
-    EXPECT_STREQ(journal.GetSubject(id), subject.val.lpwstr);
-    WORD count = 0;
-    CEPROPVAL* read = nullptr;
-    EXPECT_EQ(journal.ReadRecord(&count, nullptr, &read), id);
-    ASSERT_EQ(count, 1);
-    EXPECT_STREQ(read->val.lpwstr, subject.val.lpwstr);
-    LocalFree(read);
+    const CEOID with = AddEntry(journal, L"Lunch"), without = Sent().Number(kPriority, 1).Write(journal);
+    EXPECT_STREQ(journal.GetSubject(with), L"Lunch");
+    EXPECT_STREQ(journal.GetSubject(without), L"");
+    EXPECT_STREQ(journal.GetSubject(0), L"");
+    EXPECT_STREQ(journal.GetSubject(99), L"");
+}
+
+TEST(DbJournal, KeepsTheCurrentRecordWhileAskedForASubject)
+{
+    const TestStore store;
+    DbJournal journal;
+    ASSERT_EQ(journal.Open(nullptr), 1);
+    const CEOID first = AddEntry(journal, L"one", 1), second = AddEntry(journal, L"two", 2);
+    ASSERT_EQ(journal.SeekRecord(first), first);
+    EXPECT_STREQ(journal.GetSubject(second), L"two");
+    EXPECT_EQ(Received(journal).Id(), first);
+}
+
+TEST(DbJournal, MayBeOpenedAgain)
+{
+    const TestStore store;
+    DbJournal journal;
+    ASSERT_EQ(journal.Open(nullptr), 1);
+    const CEOID id = AddEntry(journal, L"one");
+    ASSERT_EQ(journal.SeekRecord(id), id);
+    ASSERT_EQ(journal.Open(nullptr), 1);
+    EXPECT_EQ(Received(journal).Id(), 0u) << "no current record";
     EXPECT_EQ(journal.RecordCount(), 1u);
-    EXPECT_EQ(journal.RowOf(id), 0);
-    const CEPROPVAL name = Text(kCategoriesKey, L"Work");
-    DbCategories categories;
-    ASSERT_EQ(categories.Open(), 1);
-    const CEOID work = categories.WriteRecord(0, 1, &name);
-    EXPECT_NE(work, 0u);
-    EXPECT_EQ(categories.WriteRecord(0, 1, &name), 0u);
-    EXPECT_EQ(categories.IncUse(work), 1);
-    EXPECT_EQ(categories.GetNumActiveRecords(), 1);
-    EXPECT_EQ(journal.DeleteRecord(id), 1);
-    EXPECT_EQ(journal.SeekFirstRecord(), 0);
 }
 
 } // namespace

@@ -1,0 +1,43 @@
+// A store's connection: its transactions, its view of other connections' changes, and its write-ahead log.
+#pragma once
+
+#include "mervane/sql_database.h"
+
+namespace mervane {
+
+class Connection {
+  public:
+    Connection() = default;
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    [[nodiscard]] bool Open(const std::wstring& path);
+    Database& Sql() { return m_database; }
+
+    bool InTransaction() const { return m_database.InTransaction(); }
+    [[nodiscard]] bool BeginRead();
+    // Waits for another process's write, to the busy time-out. Fails for a read-only file.
+    [[nodiscard]] bool BeginWrite();
+    // A write is on disk when this returns true.
+    [[nodiscard]] bool Commit();
+    void Rollback();
+
+    // Whether another connection has changed the store since this was asked last. Inside a transaction.
+    bool HasForeignChange();
+
+  private:
+    static int OnCommit(void* self, sqlite3* handle, const char* name, int logPages);
+    void MaybeShortenLog();
+
+    Database m_database;
+    Statement m_begin;
+    Statement m_beginImmediate;
+    Statement m_commit;
+    Statement m_rollback;
+    Statement m_dataVersion;
+    std::optional<int64_t> m_seenVersion;
+    int m_logPages = 0;
+    int m_nextShortening = 0;
+};
+
+} // namespace mervane

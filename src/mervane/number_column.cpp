@@ -1,0 +1,27 @@
+#include "mervane/number_column.h"
+
+#include "mervane/record_values.h"
+
+namespace mervane {
+
+void NumberColumn::Resize(uint32_t places)
+{
+    m_present.resize(places);
+    if (IsWide())
+        m_wide.resize(places);
+    else
+        m_narrow.resize(places);
+}
+
+void NumberColumn::Set(uint32_t place, std::optional<int64_t> stored)
+{
+    const auto value = stored ? InRange(m_property, *stored) : std::nullopt;
+    m_present[place] = value.has_value();
+    if (IsWide())
+        m_wide[place] = static_cast<uint64_t>(value.value_or(0));
+    else
+        m_narrow[place] =
+            static_cast<uint16_t>(value.value_or(0) ^ (PropertyType(m_property.id) == CEVT_I2 ? 0x8000 : 0));
+}
+
+} // namespace mervane

@@ -1,0 +1,38 @@
+#include "mervane/store_write.h"
+
+namespace mervane {
+
+// A read transaction cannot become a write transaction once another process has written, so the one that may
+// be open ends here and is renewed afterwards.
+StoreWrite::StoreWrite(Store& store) : m_store(store)
+{
+    Connection& connection = m_store.m_connection;
+    if (m_store.m_bulkDepth) {
+        m_open = !m_store.m_bulkFailed && connection.InTransaction();
+        return;
+    }
+    connection.Rollback();
+    m_open = connection.BeginWrite();
+    if (m_open)
+        m_store.NoticeForeignChanges();
+}
+
+StoreWrite::~StoreWrite()
+{
+    Connection& connection = m_store.m_connection;
+    if (m_store.m_bulkDepth) {
+        // A full disk and the like end the whole transaction, not only the statement.
+        m_store.m_bulkFailed |= !connection.InTransaction();
+        return;
+    }
+    connection.Rollback();
+    if (m_store.m_readDepth && connection.BeginRead())
+        m_store.NoticeForeignChanges();
+}
+
+bool StoreWrite::Commit()
+{
+    return m_store.m_bulkDepth ? m_open : m_store.m_connection.Commit();
+}
+
+} // namespace mervane

@@ -1,0 +1,286 @@
+#include "mervane/table_index.h"
+
+#include <algorithm>
+
+#include "mervane/place_sort.h"
+#include "mervane/table_scan.h"
+
+namespace mervane {
+
+namespace {
+
+constexpr size_t kMiB = 1024 * 1024;
+// How much of each table's sort keys is kept, and how long a key may at least be.
+constexpr size_t kKeyBytes[kTableCount] = {8 * kMiB, kMiB, kMiB};
+constexpr size_t kShortestLimit = 8;
+
+size_t KeyLimit(TableId table, uint32_t places)
+{
+    const size_t share = kKeyBytes[IndexOf(table)] / std::max<uint32_t>(places, 1);
+    return std::max(kShortestLimit, share < 16 ? 0 : share - 8);
+}
+
+bool IsDescending(const SORTORDERSPEC& sort)
+{
+    return (sort.dwFlags & CEDB_SORT_DESCENDING) != 0;
+}
+
+} // namespace
+
+TableIndex::TableIndex(Database& database, TableId table, NameCaches& names)
+    : m_database(database), m_table(table), m_info(InfoOf(table)), m_names(names)
+{}
+
+bool TableIndex::IsNumber(int property) const
+{
+    const WORD type = PropertyType(PropertyAt(property).id);
+    return type != CEVT_LPWSTR && type != CEVT_BLOB;
+}
+
+const RecordSet& TableIndex::Records()
+{
+    if (!m_loaded)
+        LoadRecords();
+    return m_records;
+}
+
+// The records come with the property that the table is usually sorted by, when that is a number: an index of
+// the file has both, so that a start reads nothing else.
+void TableIndex::LoadRecords()
+{
+    const int property = FindProperty(m_info, m_info.defaultSort);
+    const bool withNumber = IsNumber(property);
+    std::vector<KeyedPlace> rows;
+    std::vector<std::optional<int64_t>> numbers;
+    m_complete &= ScanTable(m_database, m_info.name, withNumber ? PropertyAt(property).column : "",
+                            [&](CEOID id, const Statement& row) {
+                                rows.push_back({id, static_cast<uint32_t>(rows.size())});
+                                if (withNumber)
+                                    numbers.push_back(row.Integer(1));
+                            });
+    SortByKey(rows);
+    rows.erase(
+        std::unique(rows.begin(), rows.end(), [](const auto& a, const auto& b) { return a.key == b.key; }),
+        rows.end());
+    std::vector<CEOID> ids;
+    ids.reserve(rows.size());
+    for (const KeyedPlace& row : rows)
+        ids.push_back(static_cast<CEOID>(row.key));
+    m_records = RecordSet(std::move(ids));
+    m_loaded = true;
+    if (!withNumber)
+        return;
+    NumberColumn& column = m_numbers.try_emplace(property, PropertyAt(property)).first->second;
+    column.Resize(m_records.PlaceCount());
+    for (uint32_t place = 0; place < rows.size(); ++place)
+        column.Set(place, numbers[rows[place].place]);
+}
+
+void TableIndex::LoadNumbers(int property)
+{
+    NumberColumn& column = m_numbers.try_emplace(property, PropertyAt(property)).first->second;
+    column.Resize(m_records.PlaceCount());
+    const PlaceFinder finder(m_records);
+    m_complete &=
+        ScanTable(m_database, m_info.name, PropertyAt(property).column, [&](CEOID id, const Statement& row) {
+            if (const uint32_t place = finder.Find(id); place != kNoPlace)
+                column.Set(place, row.Integer(1));
+        });
+}
+
+void TableIndex::LoadKeys(int property)
+{
+    const uint32_t places = m_records.PlaceCount();
+    Keys& keys = m_keys
+                     .try_emplace(property, m_database, m_info, PropertyAt(property), m_names, places,
+                                  KeyLimit(m_table, places))
+                     .first->second;
+    uint32_t next = 0;
+    m_complete &=
+        ScanTable(m_database, m_info.name, PropertyAt(property).column, [&](CEOID id, const Statement& row) {
+            const uint32_t place = m_records.FindFrom(id, &next);
+            if (place == kNoPlace)
+                return;
+            keys.column.Set(place, keys.source.KeyOfCell(row, 1));
+            KeepWithinLimit(property);
+        });
+}
+
+// Drops the kept keys that were not used for the longest time, except those of the given property.
+void TableIndex::KeepWithinLimit(int property)
+{
+    for (;;) {
+        size_t bytes = 0;
+        auto oldest = m_keys.end();
+        for (auto at = m_keys.begin(); at != m_keys.end(); ++at) {
+            bytes += at->second.column.Bytes();
+            if (at->first != property &&
+                (oldest == m_keys.end() || at->second.lastUse < oldest->second.lastUse))
+                oldest = at;
+        }
+        if (bytes <= kKeyBytes[IndexOf(m_table)] || oldest == m_keys.end())
+            return;
+        m_keys.erase(oldest);
+    }
+}
+
+// What was read when there were few records keeps long keys. When many have come it is better read again.
+void TableIndex::DropGrownKeys()
+{
+    std::erase_if(m_keys, [this](const auto& keys) {
+        return keys.second.column.Bytes() > kKeyBytes[IndexOf(m_table)] * 3 / 2;
+    });
+}
+
+bool TableIndex::HasColumn(int property) const
+{
+    return m_numbers.contains(property) || m_keys.contains(property);
+}
+
+std::shared_ptr<RowOrder> TableIndex::MakeOrder(int property, bool descending)
+{
+    Records();
+    if (!HasColumn(property)) {
+        if (IsNumber(property))
+            LoadNumbers(property);
+        else
+            LoadKeys(property);
+    }
+    if (IsNumber(property))
+        return std::make_shared<RowOrder>(SortPlaces(m_records, m_numbers.at(property), descending));
+    Keys& keys = m_keys.at(property);
+    return std::make_shared<RowOrder>(SortPlaces(m_records, keys.column, descending, [&](uint32_t place) {
+        return std::string(keys.source.ReadKey(m_records.IdAt(place)).value_or(""));
+    }));
+}
+
+std::shared_ptr<const RowOrder> TableIndex::OrderOf(const SORTORDERSPEC& sort)
+{
+    const int property = FindProperty(m_info, sort.propid);
+    const bool descending = IsDescending(sort);
+    for (const KnownOrder& known : m_orders)
+        if (known.property == property && known.descending == descending)
+            if (auto order = known.order.lock()) {
+                m_lastOrder = order;
+                return order;
+            }
+    m_lastOrder = MakeOrder(property, descending);
+    m_orders.push_back({property, descending, m_lastOrder});
+    if (const auto keys = m_keys.find(property); keys != m_keys.end())
+        keys->second.lastUse = ++m_useCount;
+    return m_lastOrder;
+}
+
+// Acts on the orders that are in use and whose property is there to compare by; the others are given up.
+template <typename Action> void TableIndex::ForEachOrder(Action action)
+{
+    std::erase_if(m_orders, [&](const KnownOrder& known) {
+        const auto order = known.order.lock();
+        if (!order || !HasColumn(known.property))
+            return true;
+        action(known, *order);
+        return false;
+    });
+}
+
+bool TableIndex::IsKeyBefore(const KnownOrder& order, uint32_t a, uint32_t b)
+{
+    Keys& keys = m_keys.at(order.property);
+    auto result = keys.column.Compare(a, b);
+    if (!result) {
+        const std::string whole(keys.source.ReadKey(m_records.IdAt(a)).value_or(""));
+        result = whole.compare(keys.source.ReadKey(m_records.IdAt(b)).value_or(""));
+    }
+    return *result ? (*result < 0) != order.descending : a < b;
+}
+
+bool TableIndex::IsBefore(const KnownOrder& order, uint32_t a, uint32_t b)
+{
+    const auto numbers = m_numbers.find(order.property);
+    const bool isNumber = numbers != m_numbers.end();
+    const auto isMissing = [&](uint32_t place) {
+        return isNumber ? numbers->second.IsMissing(place)
+                        : m_keys.at(order.property).column.IsMissing(place);
+    };
+    const bool aMissing = isMissing(a), bMissing = isMissing(b);
+    if (aMissing || bMissing)
+        return aMissing == bMissing ? a < b : bMissing;
+    if (!isNumber)
+        return IsKeyBefore(order, a, b);
+    const uint64_t aKey = numbers->second.Key(a), bKey = numbers->second.Key(b);
+    return aKey != bKey ? (aKey < bKey) != order.descending : a < b;
+}
+
+// Brings the kept properties of a record up to date; a new record lacks what is not sent.
+void TableIndex::SetColumns(uint32_t place, const RecordValues& values, bool isNew)
+{
+    for (auto& [property, column] : m_numbers) {
+        if (isNew)
+            column.Resize(m_records.PlaceCount());
+        if (values.Changes(property))
+            column.Set(place, values.Number(property));
+    }
+    for (auto& [property, keys] : m_keys) {
+        if (isNew)
+            keys.column.Resize(m_records.PlaceCount());
+        if (values.Changes(property))
+            keys.column.Set(place, keys.source.KeyOfValue(values.Value(property)));
+    }
+}
+
+bool TableIndex::Inserted(CEOID id, const RecordValues& values)
+{
+    if (!m_loaded)
+        return true;
+    const uint32_t place = m_records.Append(id);
+    if (place == kNoPlace)
+        return false;
+    SetColumns(place, values, true);
+    DropGrownKeys();
+    ForEachOrder([&](const KnownOrder& known, RowOrder& order) {
+        order.Insert(place, [&](uint32_t other) { return IsBefore(known, other, place); });
+    });
+    return true;
+}
+
+void TableIndex::Updated(CEOID id, const RecordValues& values)
+{
+    const uint32_t place = m_loaded ? m_records.Find(id) : kNoPlace;
+    if (place == kNoPlace)
+        return;
+    ForEachOrder([&](const KnownOrder& known, RowOrder& order) {
+        if (values.Changes(known.property))
+            order.Remove(place);
+    });
+    SetColumns(place, values, false);
+    DropGrownKeys();
+    ForEachOrder([&](const KnownOrder& known, RowOrder& order) {
+        if (values.Changes(known.property))
+            order.Insert(place, [&](uint32_t other) { return IsBefore(known, other, place); });
+    });
+}
+
+void TableIndex::Removed(CEOID id)
+{
+    const uint32_t place = m_loaded ? m_records.Find(id) : kNoPlace;
+    if (place == kNoPlace)
+        return;
+    m_records.Remove(place);
+    ForEachOrder([place](const KnownOrder&, RowOrder& order) { order.Remove(place); });
+}
+
+void TableIndex::NamesChanged(TableId referred)
+{
+    for (int property = 0; property < static_cast<int>(m_info.properties.size()); ++property)
+        if (ReferredTable(PropertyAt(property).id) == referred) {
+            m_keys.erase(property);
+            DropOrders(property);
+        }
+}
+
+void TableIndex::DropOrders(int property)
+{
+    std::erase_if(m_orders, [property](const KnownOrder& known) { return known.property == property; });
+}
+
+} // namespace mervane

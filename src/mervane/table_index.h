@@ -1,0 +1,84 @@
+// What is kept in memory of one table: its records, the properties they are sorted by, and the orders in use.
+// Each part is read when it is first needed and follows the program's own writes; what other programs write
+// makes the store start a new index.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "mervane/key_column.h"
+#include "mervane/key_source.h"
+#include "mervane/number_column.h"
+#include "mervane/record_set.h"
+#include "mervane/row_order.h"
+
+namespace mervane {
+
+class TableIndex {
+  public:
+    TableIndex(Database& database, TableId table, NameCaches& names);
+
+    const RecordSet& Records();
+    // The order of a sort by a property of this table. It is kept up to date; where that is no longer
+    // possible, the next call gives another one.
+    std::shared_ptr<const RowOrder> OrderOf(const SORTORDERSPEC& sort);
+    // false when not all could be read, for a reason that may pass.
+    bool IsComplete() const { return m_complete; }
+
+    // What the program itself has written. Inserted is false when the index cannot follow.
+    [[nodiscard]] bool Inserted(CEOID id, const RecordValues& values);
+    void Updated(CEOID id, const RecordValues& values);
+    void Removed(CEOID id);
+    // Records of a table that this one's blobs refer to have other names now.
+    void NamesChanged(TableId referred);
+
+  private:
+    struct Keys {
+        Keys(Database& database, const TableInfo& table, const Property& property, NameCaches& names,
+             uint32_t places, size_t keyLimit)
+            : source(database, table, property, names), column(places, keyLimit)
+        {}
+        KeySource source;
+        KeyColumn column;
+        uint64_t lastUse = 0;
+    };
+    struct KnownOrder {
+        int property;
+        bool descending;
+        std::weak_ptr<RowOrder> order;
+    };
+
+    const Property& PropertyAt(int property) const
+    {
+        return m_info.properties[static_cast<size_t>(property)];
+    }
+    bool IsNumber(int property) const;
+    void LoadRecords();
+    void LoadNumbers(int property);
+    void LoadKeys(int property);
+    void KeepWithinLimit(int property);
+    void DropGrownKeys();
+    std::shared_ptr<RowOrder> MakeOrder(int property, bool descending);
+    bool HasColumn(int property) const;
+    bool IsBefore(const KnownOrder& order, uint32_t a, uint32_t b);
+    bool IsKeyBefore(const KnownOrder& order, uint32_t a, uint32_t b);
+    void SetColumns(uint32_t place, const RecordValues& values, bool isNew);
+    void DropOrders(int property);
+    template <typename Action> void ForEachOrder(Action action);
+
+    Database& m_database;
+    TableId m_table;
+    const TableInfo& m_info;
+    NameCaches& m_names;
+    bool m_loaded = false;
+    bool m_complete = true;
+    uint64_t m_useCount = 0;
+    RecordSet m_records;
+    std::map<int, NumberColumn> m_numbers; // by place in the property list
+    std::map<int, Keys> m_keys;
+    std::vector<KnownOrder> m_orders;
+    std::shared_ptr<RowOrder> m_lastOrder; // outlives its cursors, for the next one
+};
+
+} // namespace mervane

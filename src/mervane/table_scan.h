@@ -1,0 +1,18 @@
+// A pass over all records of a table.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "mervane/sql_database.h"
+#include "mervane/ce_types.h"
+
+namespace mervane {
+
+// Calls onRow for each record with a valid identifier, in any order; columns is an SQL list, whose columns
+// are numbered from 1 in the row. Of a damaged table or index it reads what can be read, and a record may
+// come twice. false when it failed for a reason that may pass.
+[[nodiscard]] bool ScanTable(Database& database, const char* table, const std::string& columns,
+                             const std::function<void(CEOID id, const Statement& row)>& onRow);
+
+} // namespace mervane
