@@ -435,6 +435,17 @@ TEST_F(MainWindowTest, AFailedStartLeavesNoWindowAndNoSetting)
     EXPECT_TRUE(TakeQuitMessage());
 }
 
+TEST_F(MainWindowTest, AStartedProgramHasItsIcons)
+{
+    UnregisterClassW(kMainWindowClass, Instance());
+    ASSERT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 1);
+    HWND window = App().MainWindowHandle();
+    EXPECT_NE(SendMessageW(window, WM_GETICON, ICON_SMALL, 0), 0);
+    EXPECT_NE(SendMessageW(window, WM_GETICON, ICON_BIG, 0), 0);
+    SendMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(App().Run(), 0) << "the quit message ends the loop";
+}
+
 TEST_F(MainWindowTest, AboutShowsTheProgramAndTheBuild)
 {
     Create();
