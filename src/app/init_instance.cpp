@@ -46,6 +46,16 @@ void SetIconIfMissing(HWND window, HINSTANCE instance, WPARAM which, int size)
     SendMessageW(window, WM_SETICON, which, reinterpret_cast<LPARAM>(icon));
 }
 
+// F1 is an accelerator here, but the system also posts a request for help of its own for it (WM_KEYF1), which would
+// ask for the same help a second time.
+void DropSystemHelpRequest(const MSG& message)
+{
+    constexpr UINT kKeyF1 = 0x004D;
+    MSG request;
+    if (message.message == WM_KEYDOWN && message.wParam == VK_F1)
+        PeekMessageW(&request, nullptr, kKeyF1, kKeyF1, PM_REMOVE);
+}
+
 } // namespace
 
 HWND JournalApp::MainWindowHandle() const
@@ -79,6 +89,7 @@ int JournalApp::Run()
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         if (m_mainWindow->TranslateMenuKey(message))
             continue;
+        DropSystemHelpRequest(message);
         if (!TranslateAcceleratorW(MainWindowHandle(), accelerators, &message)) {
             TranslateMessage(&message);
             DispatchMessageW(&message);

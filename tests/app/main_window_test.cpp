@@ -206,13 +206,13 @@ TEST_F(MainWindowTest, TheListTakesTheRestBelowTheBands)
 TEST_F(MainWindowTest, TheListFollowsTheWindowsSize)
 {
     HWND window = Create();
-    SetWindowPos(window, nullptr, 0, 0, 500, 400, SWP_NOZORDER);
+    SetWindowPos(window, nullptr, 0, 0, Scale(500), Scale(400), SWP_NOZORDER);
     EXPECT_TRUE(PumpUntil([&] {
         RECT client, list;
         GetClientRect(window, &client);
         GetWindowRect(List(), &list);
         MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&list), 2);
-        return client.right < 500 && list.right == client.right && list.bottom == client.bottom;
+        return client.right < Scale(500) && list.right == client.right && list.bottom == client.bottom;
     }));
 }
 
@@ -407,7 +407,7 @@ INSTANTIATE_TEST_SUITE_P(Codes, LayoutNotification,
 TEST_F(MainWindowTest, BuildingTheBandsSavesNothing)
 {
     App().SetNumber(L"Settings", L"mrestore", 4242);
-    Create();
+    ASSERT_NE(m_window.Create(Instance()), nullptr);
     EXPECT_EQ(App().GetNumber(L"Settings", L"mrestore", 0), 4242u);
     EXPECT_EQ(App().GetNumber(L"Settings", L"tstyle", 0xABCDEF), 0xABCDEFu);
 }
@@ -433,6 +433,17 @@ TEST_F(MainWindowTest, AFailedStartLeavesNoWindowAndNoSetting)
         RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\Quillmarsh\\Journal\\Settings", 0, KEY_READ, &key);
     EXPECT_EQ(found, ERROR_FILE_NOT_FOUND);
     EXPECT_TRUE(TakeQuitMessage());
+}
+
+TEST_F(MainWindowTest, AStartedProgramHasItsIcons)
+{
+    UnregisterClassW(kMainWindowClass, Instance());
+    ASSERT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 1);
+    HWND window = App().MainWindowHandle();
+    EXPECT_NE(SendMessageW(window, WM_GETICON, ICON_SMALL, 0), 0);
+    EXPECT_NE(SendMessageW(window, WM_GETICON, ICON_BIG, 0), 0);
+    SendMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(App().Run(), 0) << "the quit message ends the loop";
 }
 
 TEST_F(MainWindowTest, AboutShowsTheProgramAndTheBuild)
