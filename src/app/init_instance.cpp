@@ -46,8 +46,8 @@ void SetIconIfMissing(HWND window, HINSTANCE instance, WPARAM which, int size)
     SendMessageW(window, WM_SETICON, which, reinterpret_cast<LPARAM>(icon));
 }
 
-// F1 is an accelerator here, but the system also posts a request for help of its own for it (WM_KEYF1), which would
-// ask for the same help a second time.
+// F1 is an accelerator here, but the system also posts a request for help of its own for it (WM_KEYF1), which
+// would ask for the same help a second time.
 void DropSystemHelpRequest(const MSG& message)
 {
     constexpr UINT kKeyF1 = 0x004D;

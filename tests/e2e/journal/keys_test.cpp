@@ -1,0 +1,128 @@
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "e2e/journal/journal_window.h"
+
+namespace {
+
+class Keys : public JournalWindowTest {
+  protected:
+    void StartWithSelection()
+    {
+        ASSERT_NE(AddEntry(L"Lunch"), 0u);
+        ASSERT_NE(m_journal.Start(), nullptr);
+        ASSERT_TRUE(ShowsRows(1));
+        ASSERT_TRUE(Click(List().LabelPoint(0)));
+        ASSERT_TRUE(WaitFor([&] { return List().SelectedRows() == std::vector{0}; }));
+    }
+
+    // After a key that does nothing, one that does something shows that both were taken.
+    void ExpectNothingBefore(const char* what)
+    {
+        PressKeys({VK_CONTROL, 'E'});
+        HWND editor = WaitForEditor();
+        ASSERT_NE(editor, nullptr) << what;
+        EXPECT_FALSE(HasMessageBox(m_journal.Id())) << what;
+        EXPECT_EQ(List().RowCount(), 1) << what;
+        PressKey(VK_ESCAPE);
+        ASSERT_TRUE(WaitUntilGone(editor)) << what;
+        ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == Window(); })) << what;
+    }
+};
+
+TEST_F(Keys, TheClipboardKeysDoNothingInTheList)
+{
+    StartWithSelection();
+    PressKeys({VK_CONTROL, 'X'});
+    ExpectNothingBefore("Ctrl+X");
+    PressKeys({VK_CONTROL, 'C'});
+    ExpectNothingBefore("Ctrl+C");
+    PressKeys({VK_CONTROL, 'V'});
+    ExpectNothingBefore("Ctrl+V");
+    PressKeys({VK_SHIFT, VK_DELETE});
+    ExpectNothingBefore("Shift+Delete");
+    PressKeys({VK_CONTROL, VK_INSERT});
+    ExpectNothingBefore("Ctrl+Insert");
+    PressKeys({VK_SHIFT, VK_INSERT});
+    ExpectNothingBefore("Shift+Insert");
+    PressKeys({VK_CONTROL, 'T'});
+    ExpectNothingBefore("Ctrl+T");
+    PressKeys({VK_MENU, VK_BACK});
+    ExpectNothingBefore("Alt+Backspace");
+}
+
+class DeleteKeys : public Keys, public testing::WithParamInterface<std::vector<WORD>> {};
+
+TEST_P(DeleteKeys, AskAndDelete)
+{
+    StartWithSelection();
+    if (GetParam().size() == 2)
+        PressKeys({GetParam()[0], GetParam()[1]});
+    else
+        PressKey(GetParam()[0]);
+    const RemoteMessageBox box = WaitForMessageBox(m_journal.Id());
+    ASSERT_TRUE(box);
+    EXPECT_EQ(box.Text(), L"Delete record?");
+    ASSERT_TRUE(box.Answer(IDYES));
+    EXPECT_TRUE(ShowsRows(0));
+}
+
+INSTANTIATE_TEST_SUITE_P(Both, DeleteKeys,
+                         testing::Values(std::vector<WORD>{VK_DELETE}, std::vector<WORD>{VK_CONTROL, 'D'}));
+
+TEST_F(Keys, GreyCommandsDoNothingFromTheKeyboard)
+{
+    ASSERT_NE(AddEntry(L"Lunch"), 0u);
+    ASSERT_NE(m_journal.Start(), nullptr);
+    ASSERT_TRUE(ShowsRows(1));
+    EXPECT_FALSE(Buttons().IsEnabled(CMD_EDIT_ENTRY));
+    PressKey(VK_RETURN);
+    PressKey(VK_DELETE);
+    PressKeys({VK_CONTROL, 'E'});
+    PressKeys({VK_CONTROL, 'N'});
+    HWND editor = WaitForEditor();
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(TextOf(Control(editor, IDC_SUBJECT)), L"<Entry Subject>") << "Ctrl+N opened it, no earlier key";
+    EXPECT_FALSE(HasMessageBox(m_journal.Id()));
+    PressKey(VK_ESCAPE);
+    ASSERT_TRUE(WaitUntilGone(editor));
+    EXPECT_EQ(List().RowCount(), 1);
+}
+
+TEST_F(Keys, F1AsksForHelpOnce)
+{
+    ASSERT_NE(m_journal.Start(), nullptr);
+    PressKey(VK_F1);
+    RemoteMessageBox box = WaitForMessageBox(m_journal.Id());
+    ASSERT_TRUE(box);
+    EXPECT_EQ(box.Text(), L"Error starting help");
+    EXPECT_EQ(box.Caption(), L"PegHelp.exe not found");
+    ASSERT_TRUE(box.Answer(IDOK));
+    PressKeys({VK_CONTROL, 'N'});
+    HWND editor = WaitForEditor();
+    ASSERT_NE(editor, nullptr);
+    EXPECT_FALSE(HasMessageBox(m_journal.Id()));
+    PressKey(VK_ESCAPE);
+    EXPECT_TRUE(WaitUntilGone(editor));
+}
+
+TEST_F(Keys, TheKeyboardAloneSelectsAndOpens)
+{
+    ASSERT_NE(AddEntry(L"One", kNoon), 0u);
+    ASSERT_NE(AddEntry(L"Two", kNoon - 1), 0u);
+    ASSERT_NE(m_journal.Start(), nullptr);
+    ASSERT_TRUE(ShowsRows(2));
+    PressKey(VK_DOWN);
+    ASSERT_TRUE(WaitFor([&] { return !List().SelectedRows().empty(); }));
+    PressKey(VK_END);
+    ASSERT_TRUE(WaitFor([&] { return List().SelectedRows() == std::vector{1}; }));
+    PressKey(VK_RETURN);
+    HWND editor = WaitForEditor();
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(TextOf(Control(editor, IDC_SUBJECT)), L"Two");
+    PressKey(VK_ESCAPE);
+    EXPECT_TRUE(WaitUntilGone(editor));
+}
+
+} // namespace
