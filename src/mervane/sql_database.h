@@ -18,7 +18,8 @@ namespace mervane {
 // One connection; closed at the end.
 class Database {
   public:
-    // Unchanging: read-only, and nobody writes meanwhile, so that no lock is taken and no file made beside it.
+    // Unchanging: read-only, and nobody writes meanwhile, so that no lock is taken and no file made beside
+    // it.
     enum class Mode { Unchanging, ReadOnly, Create };
 
     Database() = default;

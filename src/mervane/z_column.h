@@ -42,8 +42,8 @@ class ZColumn {
 
     // Makes this the sort column in the direction it has.
     int SetActive();
-    // Flip the direction. They differ only in the toggle state they leave, which says which one the next header
-    // click calls. All three return the header image.
+    // Flip the direction. They differ only in the toggle state they leave, which says which one the next
+    // header click calls. All three return the header image.
     int SetAscending();
     int SetDecending();
     // The header image of the direction.

@@ -8,13 +8,13 @@
 #define IDI_JOURNAL 101
 #define IDD_ABOUT 104
 #define IDD_ENTRY_EDITOR 139
-#define IDB_EDITOR_BAR 201   /* 12 px wide images */
-#define IDB_LIST_IMAGES 210  /* 12 px: priority low, normal, high, blank */
+#define IDB_EDITOR_BAR 201    /* 12 px wide images */
+#define IDB_LIST_IMAGES 210   /* 12 px: priority low, normal, high, blank */
 #define IDB_HEADER_IMAGES 211 /* 12 px: none, ascending, descending, priority, priority sorted */
-#define IDB_BANDS 212        /* 16 px */
-#define IDB_FILTER 213       /* 16 px: button image 2 */
-#define IDB_NEW_ENTRY 214    /* 16 px: button image 0 */
-#define IDB_EDIT_ENTRY 215   /* 16 px: button image 1 */
+#define IDB_BANDS 212         /* 16 px */
+#define IDB_FILTER 213        /* 16 px: button image 2 */
+#define IDB_NEW_ENTRY 214     /* 16 px: button image 0 */
+#define IDB_EDIT_ENTRY 215    /* 16 px: button image 1 */
 
 /* Strings */
 #define IDS_BODY_LIMIT 61218
@@ -115,8 +115,8 @@
 #define IDC_ABOUT_BUILD 1102 /* empty in the template: the program writes the build text */
 #define IDC_ABOUT_NOTICE 1103
 
-/* The bitmaps at double size, for 144 dpi and more: the number of the bitmap plus 1000, images in the same order,
-   24 px for 12 and 32 px for 16, the same mask colour. */
+/* The bitmaps at double size, for 144 dpi and more: the number of the bitmap plus 1000, images in the same
+   order, 24 px for 12 and 32 px for 16, the same mask colour. */
 #define IDB_DOUBLE_SIZE 1000
 #define IDB_EDITOR_BAR_2X 1201
 #define IDB_LIST_IMAGES_2X 1210

@@ -23,6 +23,15 @@ TimeCount LocalNowCount()
     return count;
 }
 
-ScopedClockForTesting::ScopedClockForTesting(const SYSTEMTIME& now) { Set(now); }
-ScopedClockForTesting::~ScopedClockForTesting() { g_now.reset(); }
-void ScopedClockForTesting::Set(const SYSTEMTIME& now) { g_now = now; }
+ScopedClockForTesting::ScopedClockForTesting(const SYSTEMTIME& now)
+{
+    Set(now);
+}
+ScopedClockForTesting::~ScopedClockForTesting()
+{
+    g_now.reset();
+}
+void ScopedClockForTesting::Set(const SYSTEMTIME& now)
+{
+    g_now = now;
+}

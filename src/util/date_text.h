@@ -10,8 +10,8 @@
 constexpr int kDateTimeTextSize = 121; // two parts of at most 59 characters, a blank and the terminator
 constexpr int kWeekdayTextSize = 68;
 
-// Writes the short date, one blank and the time without seconds to text (at least kDateTimeTextSize characters)
-// and returns text. An instant that is no date gives the empty text.
+// Writes the short date, one blank and the time without seconds to text (at least kDateTimeTextSize
+// characters) and returns text. An instant that is no date gives the empty text.
 wchar_t* DateTimeText(TimeCount instant, wchar_t* text);
 
 // The full name of the date's weekday in the user's locale; empty when the time is no date.

@@ -23,11 +23,13 @@ using UniqueImageList = UniqueHandle<HIMAGELIST, ImageList_Destroy>;
 using UniqueKey = UniqueHandle<HKEY, RegCloseKey>;
 using UniqueWindow = UniqueHandle<HWND, DestroyWindow>;
 
-// A file, process or event handle. INVALID_HANDLE_VALUE is not null: turn it into nullptr before handing it over.
+// A file, process or event handle. INVALID_HANDLE_VALUE is not null: turn it into nullptr before handing it
+// over.
 using UniqueKernelHandle = UniqueHandle<HANDLE, CloseHandle>;
 
 struct LocalFreer {
     void operator()(void* block) const { LocalFree(block); }
 };
-// A block that came from LocalAlloc, as the record reads return it; the pointer's type is the block's content.
+// A block that came from LocalAlloc, as the record reads return it; the pointer's type is the block's
+// content.
 template <typename T> using LocalBlock = std::unique_ptr<T, LocalFreer>;

@@ -1,5 +1,6 @@
-// TimeCount: an unsigned 64-bit count of 100-nanosecond units in FILETIME layout. As an instant it counts from
-// 1 January 1601, 00:00, in local wall-clock time; as a duration it counts from zero. Additions wrap at 64 bits.
+// TimeCount: an unsigned 64-bit count of 100-nanosecond units in FILETIME layout. As an instant it counts
+// from 1 January 1601, 00:00, in local wall-clock time; as a duration it counts from zero. Additions wrap at
+// 64 bits.
 #pragma once
 
 #include <windows.h>
@@ -39,8 +40,14 @@ class TimeCount {
 
     friend constexpr bool operator==(TimeCount, TimeCount) = default;
     friend constexpr auto operator<=>(TimeCount, TimeCount) = default;
-    friend constexpr TimeCount operator+(TimeCount a, TimeCount b) { return TimeCount(a.m_units + b.m_units); }
-    friend constexpr TimeCount operator-(TimeCount a, TimeCount b) { return TimeCount(a.m_units - b.m_units); }
+    friend constexpr TimeCount operator+(TimeCount a, TimeCount b)
+    {
+        return TimeCount(a.m_units + b.m_units);
+    }
+    friend constexpr TimeCount operator-(TimeCount a, TimeCount b)
+    {
+        return TimeCount(a.m_units - b.m_units);
+    }
 
   private:
     constexpr void Add(int32_t n, uint64_t units) { m_units += static_cast<uint64_t>(int64_t{n}) * units; }

@@ -113,8 +113,7 @@ TEST_F(EntryEditorTest, TheWindowFillsTheWorkArea)
 
 TEST_F(EntryEditorTest, ControlsStandAtTheGivenPlaces)
 {
-    if (SystemDpi() != 96)
-        GTEST_SKIP() << "the given places are those at 96 dpi";
+    ASSERT_EQ(SystemDpi(), 96) << "the given places are those at 96 dpi";
     RunNew([&](EditorWindow& editor) {
         const int R = WorkArea().right - WorkArea().left;
         const int B = WorkArea().bottom - WorkArea().top;

@@ -1,5 +1,5 @@
-// Makes the writes of a store fail while it lives, as a full disk or a damaged file would, without closing
-// it.
+// Makes the writes of a store fail while it lives, without closing it: another connection holds the write
+// lock past the time-out.
 #pragma once
 
 #include <windows.h>
@@ -14,13 +14,11 @@ class StoreTrouble {
     explicit StoreTrouble(const std::wstring& path)
     {
         EXPECT_EQ(sqlite3_open16(path.c_str(), &m_database), SQLITE_OK);
-        Run("CREATE TRIGGER no_insert BEFORE INSERT ON journal BEGIN SELECT RAISE(ABORT, 'full'); END");
-        Run("CREATE TRIGGER no_update BEFORE UPDATE ON journal BEGIN SELECT RAISE(ABORT, 'full'); END");
+        Run("BEGIN IMMEDIATE");
     }
     ~StoreTrouble()
     {
-        Run("DROP TRIGGER no_insert");
-        Run("DROP TRIGGER no_update");
+        Run("ROLLBACK");
         sqlite3_close(m_database);
     }
     StoreTrouble(const StoreTrouble&) = delete;
