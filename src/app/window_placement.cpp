@@ -19,6 +19,12 @@ LONG LoadEdge(const RegistryStore& settings, const wchar_t* name)
     return static_cast<LONG>(settings.GetNumber(kSettings, name, 0));
 }
 
+RECT LoadPlace(const RegistryStore& settings)
+{
+    return {LoadEdge(settings, kLeft), LoadEdge(settings, kTop), LoadEdge(settings, kRight),
+            LoadEdge(settings, kBottom)};
+}
+
 bool IsInside(LONG value)
 {
     return value >= -kFarthest && value <= kFarthest;
@@ -62,13 +68,17 @@ void AddDesktopFrame(HWND window)
                  SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+RECT PlaceToOpenAt(const RegistryStore& settings)
+{
+    const RECT stored = LoadPlace(settings);
+    return IsReachable(stored) ? stored : WorkArea();
+}
+
 void ShowPlaced(HWND window, int showCommand, const RegistryStore& settings)
 {
-    const RECT stored{LoadEdge(settings, kLeft), LoadEdge(settings, kTop), LoadEdge(settings, kRight),
-                      LoadEdge(settings, kBottom)};
-    const bool reachable = IsReachable(stored);
-    MoveTo(window, reachable ? stored : WorkArea());
-    const bool maximized = reachable && settings.GetNumber(kSettings, kMaximized, 0) != 0;
+    MoveTo(window, PlaceToOpenAt(settings));
+    const bool maximized =
+        IsReachable(LoadPlace(settings)) && settings.GetNumber(kSettings, kMaximized, 0) != 0;
     ShowWindow(window, maximized && IsOpenCommand(showCommand) ? SW_SHOWMAXIMIZED : showCommand);
 }
 
