@@ -130,6 +130,7 @@ TEST_F(Spine, APersonRecordsSeesChangesCopiesDeletesAndFindsAgain)
     EXPECT_TRUE(ShowsRows(1));
 
     // After a restart everything is as it was left.
+    ASSERT_TRUE(WaitFor([&] { return !List().Text(0, 1).empty(); })) << "the row is read when it is painted";
     const std::vector<std::wstring> row = List().Row(0);
     ASSERT_TRUE(m_journal.Close());
     ASSERT_NE(m_journal.Start(), nullptr);
