@@ -163,7 +163,8 @@ fill_sample() {
     [ ! -e "$folder/journal.db" ] || return 0
     echo 'Making the sample entries.'
     rm -f "$folder"/new.db*
-    run_waiting wine build/release/bin/makesample.exe "$(windows_path "$folder/new.db")" 400 ||
+    run_waiting wine build/release/bin/makesample.exe "$(windows_path "$folder/new.db")" 400 \
+        --today "$(date +%F)" ||
         fail 'the sample could not be made'
     mv "$folder/new.db" "$folder/journal.db"
 }
