@@ -96,6 +96,14 @@ TEST(LoadedMask, NumbersAreOredTogether)
     entry = {};
     entry.sensitivity = short{0};
     EXPECT_EQ(LoadedMask(entry), 7u);
+    entry = {};
+    entry.subject = L"x";
+    entry.body = L"x";
+    EXPECT_EQ(LoadedMask(entry), 5u);
+    entry.contacts.emplace();
+    EXPECT_EQ(LoadedMask(entry), 5u);
+    entry.priority = short{1};
+    EXPECT_EQ(LoadedMask(entry), 7u);
 }
 
 TEST_F(EditorRecordTest, ANewEntryLoadsNothing)
