@@ -2,6 +2,7 @@
 
 #include "res/resource.h"
 #include "ui/command_bands.h"
+#include "ui/scale.h"
 
 namespace {
 
@@ -25,7 +26,9 @@ REBARBANDINFOW LoadBand(int band, const RegistryStore& settings)
     info.fMask = RBBIM_STYLE | RBBIM_ID | RBBIM_SIZE;
     info.wID = names.id;
     info.fStyle = settings.GetNumber(kSettings, names.styleName, names.styleDefault);
-    info.cx = settings.GetNumber(kSettings, names.widthName, names.widthDefault);
+    // A stored width is one that a band has had at this resolution; the default is given for 96 dpi.
+    info.cx = settings.GetNumber(kSettings, names.widthName,
+                                 static_cast<DWORD>(Scale(static_cast<int>(names.widthDefault))));
     return info;
 }
 

@@ -12,7 +12,7 @@ struct BandSettings {
     const wchar_t* styleName;
     DWORD styleDefault;
     const wchar_t* widthName;
-    DWORD widthDefault;
+    DWORD widthDefault;           // pixels at 96 dpi
     const wchar_t* maximizedName; // default 0
 };
 constexpr int kBandCount = 2;

@@ -112,7 +112,7 @@ int MainBands::Height() const
 
 void MainBands::Resize()
 {
-    SendMessageW(m_bands, WM_SIZE, 0, 0);
+    CommandBands_Resize(m_bands);
 }
 
 void MainBands::EnableCommand(UINT command, bool enable)

@@ -60,11 +60,13 @@ bool EditorBar::Create(HINSTANCE instance, HWND parent, HFONT font)
     if (!m_window)
         return false;
     m_images = LoadImageStrip(instance, IDB_EDITOR_BAR, kImageWidth, kImageMask);
+    m_greyedImages = LoadGreyedImageStrip(instance, IDB_EDITOR_BAR, kImageWidth, kImageMask);
     SendMessageW(m_window, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     SendMessageW(m_window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     // The drop-down buttons show an arrow; the editor drops their menu from the button's body as well.
     SendMessageW(m_window, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS);
     SendMessageW(m_window, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_images.get()));
+    SendMessageW(m_window, TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(m_greyedImages.get()));
     return AddButtons();
 }
 

@@ -42,4 +42,5 @@ class EditorBar {
 
     HWND m_window = nullptr; // the parent destroys it
     UniqueImageList m_images;
+    UniqueImageList m_greyedImages;
 };

@@ -73,10 +73,16 @@ void EntryEditor::ShowTimes()
     ApplyDateRule(IDC_START_DATE);
 }
 
-void EntryEditor::FillBoxes()
+void EntryEditor::FillSubjects()
 {
+    const ScopedQuiet quiet(&m_quiet);
     FillSubjectBox(m_controls.subject, App(),
                    (m_record.Mask() & kLoadedSubject) ? m_record.StoredSubject() : L"");
+}
+
+void EntryEditor::FillBoxes()
+{
+    FillSubjects();
     FillTypeBox(m_controls.type, App());
     AddItems(m_controls.duration, SuggestedDurations());
     Select(m_controls.duration, 0);

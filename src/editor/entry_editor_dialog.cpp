@@ -108,7 +108,7 @@ void EntryEditor::OnSubject(WORD code)
     if (code == CBN_KILLFOCUS && GetWindowTextLengthW(m_controls.subject) == 0)
         SelectNoSubject(m_controls.subject);
     if (code == CBN_CLOSEUP && SendMessageW(m_controls.subject, CB_GETCURSEL, 0, 0) == kModifySubjectsItem)
-        SelectNoSubject(m_controls.subject);
+        FillSubjects();
 }
 
 void EntryEditor::OnType(WORD code)

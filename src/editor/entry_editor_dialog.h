@@ -29,6 +29,7 @@ class EntryEditor : public Dialog {
   private:
     // Building
     bool Build();
+    void FillSubjects();
     void FillBoxes();
     void SetBarState();
     void LayOut();

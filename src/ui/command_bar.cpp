@@ -180,7 +180,13 @@ int CommandBar::AddBitmap(HINSTANCE instance, int bitmapId, int imageCount)
         return -1;
     if (!m_images) {
         m_images.reset(CreateImageList(side, side));
+        m_greyedImages.reset(CreateImageList(side, side));
         SendMessageW(m_window, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_images.get()));
+        SendMessageW(m_window, TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(m_greyedImages.get()));
     }
-    return AppendToImageList(m_images.get(), CutLeft(strip, imageCount * side));
+    const Pixels added = CutLeft(strip, imageCount * side);
+    // Both lists count alike, so that a button's image has one number.
+    return AppendToImageList(m_greyedImages.get(), Greyed(added)) < 0
+               ? -1
+               : AppendToImageList(m_images.get(), added);
 }

@@ -41,6 +41,7 @@ class CommandBar {
     HWND m_window = nullptr;
     std::function<void()> m_onResized;
     UniqueImageList m_images;
+    UniqueImageList m_greyedImages;
     std::unique_ptr<MenuBar> m_menu;
     bool m_fitting = false;
 };

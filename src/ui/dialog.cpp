@@ -1,5 +1,7 @@
 #include "ui/dialog.h"
 
+#include "res/resource.h"
+#include "ui/scale.h"
 #include "ui/work_area.h"
 
 namespace {
@@ -25,6 +27,17 @@ bool IsAnsweredDirectly(UINT message)
     }
 }
 
+// A caption with a system menu shows an icon: the system's own unless it is given one.
+void SetCaptionIcon(HWND window, WPARAM which, int size, UniqueIcon* icon)
+{
+    constexpr LONG_PTR kHasIcon = WS_CAPTION | WS_SYSMENU;
+    if ((GetWindowLongPtrW(window, GWL_STYLE) & kHasIcon) != kHasIcon)
+        return;
+    icon->reset(static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_JOURNAL),
+                                              IMAGE_ICON, Scale(size), Scale(size), LR_DEFAULTCOLOR)));
+    SendMessageW(window, WM_SETICON, which, reinterpret_cast<LPARAM>(icon->get()));
+}
+
 } // namespace
 
 Dialog::~Dialog()
@@ -47,6 +60,8 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
 {
     if (message == WM_INITDIALOG) {
         auto* created = reinterpret_cast<Dialog*>(lParam);
+        SetCaptionIcon(window, ICON_SMALL, 16, &created->m_smallIcon);
+        SetCaptionIcon(window, ICON_BIG, 32, &created->m_bigIcon);
         SetWindowLongPtrW(window, DWLP_USER, lParam);
         created->SetWindow(window);
         return created->OnInitDialog();

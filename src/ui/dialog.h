@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include "util/owners.h"
+
 class Dialog {
   public:
     Dialog() = default;
@@ -36,8 +38,8 @@ class Dialog {
     virtual void ShowInputPanel(bool show);
     virtual ~Dialog();
 
-    // Runs the dialog of a template modally; returns the value it ended with, or -1 when it could not be
-    // made.
+    // Runs the dialog of a template modally, the program's icon in its caption; returns the value it ended
+    // with, or -1 when it could not be made.
     INT_PTR DoModal(HINSTANCE instance, int templateId, HWND owner);
 
   protected:
@@ -56,4 +58,6 @@ class Dialog {
     bool OnCommand(int id, WORD notification);
 
     HWND m_window = nullptr;
+    UniqueIcon m_smallIcon; // the program's, for the caption
+    UniqueIcon m_bigIcon;
 };

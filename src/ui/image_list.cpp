@@ -3,11 +3,24 @@
 #include "ui/pixels.h"
 #include "ui/scale.h"
 
-UniqueImageList LoadImageStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask)
+namespace {
+
+UniqueImageList MakeList(const Pixels& strip, int width)
 {
-    const Pixels strip = LoadStrip(instance, bitmapId, width, mask, SystemDpi());
     UniqueImageList list(strip.IsEmpty() ? nullptr : CreateImageList(Scale(width), strip.height));
     if (!list || AppendToImageList(list.get(), strip) < 0)
         return nullptr;
     return list;
+}
+
+} // namespace
+
+UniqueImageList LoadImageStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask)
+{
+    return MakeList(LoadStrip(instance, bitmapId, width, mask, SystemDpi()), width);
+}
+
+UniqueImageList LoadGreyedImageStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask)
+{
+    return MakeList(Greyed(LoadStrip(instance, bitmapId, width, mask, SystemDpi())), width);
 }

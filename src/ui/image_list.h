@@ -11,3 +11,5 @@ constexpr COLORREF kImageMask = RGB(0xC0, 0xC0, 0xC0);
 // A strip of images, each width pixels wide at 96 dpi and as high as the bitmap. mask CLR_NONE: no mask
 // colour. Null when the resource is missing.
 UniqueImageList LoadImageStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask);
+// The same images for buttons that cannot be pressed.
+UniqueImageList LoadGreyedImageStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask);

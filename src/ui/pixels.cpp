@@ -172,6 +172,18 @@ Pixels LoadStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask, int
     return ScaleStrip(strip, scale * width, ScaleForDpi(width, dpi), ScaleForDpi(strip.height / scale, dpi));
 }
 
+Pixels Greyed(const Pixels& pixels)
+{
+    Pixels greyed = pixels;
+    for (uint32_t& pixel : greyed.argb) {
+        const uint32_t grey =
+            ((pixel >> 16 & 0xFF) * 299 + (pixel >> 8 & 0xFF) * 587 + (pixel & 0xFF) * 114) / 1000;
+        const uint32_t alpha = ((pixel >> 24) + 1) / 2;
+        pixel = alpha << 24 | grey << 16 | grey << 8 | grey;
+    }
+    return greyed;
+}
+
 Pixels CutLeft(const Pixels& pixels, int width)
 {
     Pixels left = MakePixels(std::min(width, pixels.width), pixels.height);

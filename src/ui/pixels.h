@@ -36,6 +36,10 @@ Pixels LoadPixels(HINSTANCE instance, int bitmapId, COLORREF mask);
 // stay as sharp as the resolution allows, and transparent pixels lend no colour to their neighbours.
 Pixels ScaleStrip(const Pixels& strip, int width, int newWidth, int newHeight);
 
+// Without colour and half as strong: what a button shows that cannot be pressed. The systems' own greying
+// goes from pale to hardly to be seen.
+Pixels Greyed(const Pixels& pixels);
+
 // The leftmost columns.
 Pixels CutLeft(const Pixels& pixels, int width);
 

@@ -5,6 +5,7 @@
 #include "app/journal_app.h"
 #include "res/resource.h"
 #include "support/test_store.h"
+#include "ui/scale.h"
 
 namespace {
 
@@ -19,11 +20,11 @@ TEST_F(BandLayout, MissingSettingsReadAsTheDefaults)
     EXPECT_EQ(menu.fMask, static_cast<UINT>(RBBIM_STYLE | RBBIM_ID | RBBIM_SIZE));
     EXPECT_EQ(menu.wID, 103u);
     EXPECT_EQ(menu.fStyle, 256u);
-    EXPECT_EQ(menu.cx, 155u);
+    EXPECT_EQ(menu.cx, static_cast<UINT>(Scale(155)));
     const REBARBANDINFOW buttons = LoadBand(1, App());
     EXPECT_EQ(buttons.wID, 104u);
     EXPECT_EQ(buttons.fStyle, 128u);
-    EXPECT_EQ(buttons.cx, 140u);
+    EXPECT_EQ(buttons.cx, static_cast<UINT>(Scale(140)));
     EXPECT_FALSE(IsBandStoredMaximized(0, App()));
     EXPECT_FALSE(IsBandStoredMaximized(1, App()));
 }

@@ -106,6 +106,20 @@ TEST_F(BodyTextTest, ATimeStampCanBeUndone)
     EXPECT_EQ(TextOf(m_body), L"one");
 }
 
+TEST_F(BodyTextTest, ATimeStampScrollsIntoSight)
+{
+    std::wstring lines;
+    for (int i = 0; i < 60; ++i)
+        lines += L"line\r\n";
+    SetWindowTextW(m_body, lines.c_str());
+    const int end = static_cast<int>(lines.size());
+    Select(end, end);
+    SendMessageW(m_body, EM_LINESCROLL, 0, -100);
+    ASSERT_EQ(SendMessageW(m_body, EM_GETFIRSTVISIBLELINE, 0, 0), 0);
+    InsertTimeStamp(m_body, kFivePast);
+    EXPECT_GT(SendMessageW(m_body, EM_GETFIRSTVISIBLELINE, 0, 0), 40);
+}
+
 TEST_F(BodyTextTest, TheTimeIsTheLocalesWithoutSeconds)
 {
     EXPECT_EQ(TimeStampText(kFivePast, true), TimeText(kFivePast) + L" - ");

@@ -39,6 +39,15 @@ class EditorRecordTest : public EditorTest {
         entry.subject = subject;
         return entry;
     }
+    // Changes the store as another program would.
+    bool Change(const char* sql)
+    {
+        sqlite3* store = nullptr;
+        const bool done = sqlite3_open16(m_store.Path().c_str(), &store) == SQLITE_OK &&
+                          sqlite3_exec(store, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+        sqlite3_close(store);
+        return done;
+    }
     static std::vector<BYTE> Ids(std::vector<DWORD> ids)
     {
         std::vector<DWORD> words{static_cast<DWORD>(ids.size())};
@@ -87,6 +96,14 @@ TEST(LoadedMask, NumbersAreOredTogether)
     entry = {};
     entry.sensitivity = short{0};
     EXPECT_EQ(LoadedMask(entry), 7u);
+    entry = {};
+    entry.subject = L"x";
+    entry.body = L"x";
+    EXPECT_EQ(LoadedMask(entry), 5u);
+    entry.contacts.emplace();
+    EXPECT_EQ(LoadedMask(entry), 5u);
+    entry.priority = short{1};
+    EXPECT_EQ(LoadedMask(entry), 7u);
 }
 
 TEST_F(EditorRecordTest, ANewEntryLoadsNothing)
@@ -106,6 +123,24 @@ TEST_F(EditorRecordTest, ARecordThatIsGoneLoadsNothing)
     JournalEntry entry;
     EXPECT_FALSE(record.Load(&entry));
     EXPECT_FALSE(entry.subject);
+}
+
+TEST_F(EditorRecordTest, ARecordThatCannotBeReadIsLeftAlone)
+{
+    CEOID id = Write(Entry(L"Unread"));
+    const CEOID unread = id;
+    EditorRecord record(App().Journal(), &id);
+    record.OpenStores(nullptr);
+    JournalEntry loaded;
+    ASSERT_TRUE(Change("ALTER TABLE journal RENAME COLUMN sensitivity TO hidden"));
+    EXPECT_FALSE(record.Load(&loaded));
+    EXPECT_FALSE(loaded.subject);
+    ASSERT_TRUE(Change("ALTER TABLE journal RENAME COLUMN hidden TO sensitivity"));
+    EntryToWrite entry = Entry(L"Other");
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Created);
+    EXPECT_NE(id, unread);
+    EXPECT_EQ(Read(unread).subject, L"Unread");
+    EXPECT_EQ(Read(id).subject, L"Other");
 }
 
 TEST_F(EditorRecordTest, AFirstWriteCreatesAndASecondUpdates)

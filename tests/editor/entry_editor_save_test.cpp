@@ -212,6 +212,39 @@ TEST_F(EntryEditorSaveTest, AnUpdateEndsTheChange)
     EXPECT_EQ(Count(), 1u);
 }
 
+TEST_F(EntryEditorSaveTest, SavingUnchecksTheTimer)
+{
+    CEOID id = Write(Full());
+    Run(&id, [](EditorWindow& editor) {
+        editor.Ask(IDC_EDITOR_BAR, TB_CHECKBUTTON, CMD_TIMER, TRUE);
+        editor.Command(CMD_SAVE);
+        EXPECT_FALSE(editor.BarState(CMD_TIMER) & TBSTATE_CHECKED);
+    });
+}
+
+TEST_F(EntryEditorSaveTest, EveryEntryIsSavedAsTheSameKind)
+{
+    CEOID id = WriteOnly({ShortValue(kPropKind, 7)});
+    ASSERT_EQ(Read(id).kind, 7);
+    SaveUnchanged(id);
+    EXPECT_EQ(Read(id).kind, 3);
+}
+
+TEST_F(EntryEditorSaveTest, ARecordWithoutADateStartsNow)
+{
+    CEOID id = WriteOnly({TextValue(kPropSubject, L"Lunch")});
+    Run(&id, [&](EditorWindow& editor) {
+        EXPECT_EQ(WindowText(editor.Window()), L"Tuesday");
+        EXPECT_EQ(editor.Text(IDC_DURATION), L"0 minutes");
+        EXPECT_EQ(editor.BarText(CMD_PRIORITY), L"Normal");
+        EXPECT_EQ(editor.Text(IDC_BODY), L"<Entry Body>");
+        EXPECT_FALSE(editor.SaveEnabled());
+        editor.Command(CMD_SAVE);
+    });
+    EXPECT_EQ(Read(id).date, At(kTuesday));
+    EXPECT_EQ(Read(id).subject, L"Lunch");
+}
+
 TEST_F(EntryEditorSaveTest, EveryKindOfChangeIsNoticed)
 {
     const std::pair<const char*, std::function<void(EditorWindow&)>> changes[] = {

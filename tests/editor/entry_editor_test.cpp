@@ -238,6 +238,9 @@ TEST_F(EntryEditorTest, TheBarHasItsButtonsInOrder)
         ASSERT_TRUE(ImageList_GetIconSize(images, &cx, &cy));
         EXPECT_EQ(cx, Scale(12));
         EXPECT_EQ(ImageList_GetImageCount(images), 16);
+        const auto greyed = reinterpret_cast<HIMAGELIST>(editor.Ask(IDC_EDITOR_BAR, TB_GETDISABLEDIMAGELIST));
+        EXPECT_NE(greyed, images);
+        EXPECT_EQ(ImageList_GetImageCount(greyed), 16);
     });
 }
 
@@ -279,6 +282,28 @@ TEST_F(EntryEditorTest, TheBarStartsInTheEditEntryView)
             EXPECT_TRUE(editor.BarState(enabled) & TBSTATE_ENABLED) << enabled;
         EXPECT_FALSE(editor.BarState(CMD_EDIT_CATEGORIES) & TBSTATE_ENABLED);
         EXPECT_FALSE(editor.BarState(CMD_TIMER) & TBSTATE_CHECKED);
+    });
+}
+
+TEST_F(EntryEditorTest, WhatTheBarCannotDoIsGreyAndDoesNothing)
+{
+    RunNew([&](EditorWindow& editor) {
+        for (const int grey : {CMD_TIMER, CMD_EDIT_CATEGORIES, CMD_ASSIGN_CATEGORIES, CMD_ASSIGN_CONTACTS}) {
+            EXPECT_FALSE(editor.BarState(grey) & TBSTATE_ENABLED) << grey;
+            editor.Command(grey);
+            EXPECT_FALSE(editor.BarState(grey) & TBSTATE_CHECKED) << grey;
+        }
+        EXPECT_TRUE(editor.BarState(CMD_EDIT_ENTRY_VIEW) & TBSTATE_CHECKED);
+        EXPECT_EQ(editor.BarText(CMD_TIMER), L"Off");
+        EXPECT_TRUE(IsShown(editor.Item(IDC_BODY)));
+        EXPECT_FALSE(editor.SaveEnabled());
+    });
+}
+
+TEST_F(EntryEditorTest, TheCaptionShowsTheProgramsIcon)
+{
+    RunNew([&](EditorWindow& editor) {
+        EXPECT_NE(SendMessageW(editor.Window(), WM_GETICON, ICON_SMALL, 0), 0);
     });
 }
 
@@ -421,6 +446,17 @@ TEST_F(EntryEditorTest, CancellingAChangedEntryAsksFirst)
     ASSERT_EQ(boxes.Boxes().size(), 2u);
     EXPECT_EQ(boxes.Boxes()[0].text, L"Cancel changes?");
     EXPECT_EQ(boxes.Boxes()[0].caption, L"Warning");
+    EXPECT_EQ(boxes.Boxes()[0].buttons, (std::vector<int>{IDYES, IDNO}));
+    EXPECT_EQ(boxes.Boxes()[0].icon, LoadIconW(nullptr, IDI_QUESTION));
+}
+
+TEST_F(EntryEditorTest, CancellingUnchecksTheTimer)
+{
+    RunNew([](EditorWindow& editor) {
+        editor.Ask(IDC_EDITOR_BAR, TB_CHECKBUTTON, CMD_TIMER, TRUE);
+        editor.Cancel();
+        EXPECT_FALSE(editor.BarState(CMD_TIMER) & TBSTATE_CHECKED);
+    });
 }
 
 } // namespace

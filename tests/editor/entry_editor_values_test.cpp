@@ -127,6 +127,23 @@ TEST_F(EntryEditorValuesTest, TheItemForModifyingSubjectsIsNoSubject)
     EXPECT_FALSE(entry.subject);
 }
 
+TEST_F(EntryEditorValuesTest, TheItemForModifyingSubjectsKeepsTheRecordsSubject)
+{
+    EntryToWrite stored;
+    stored.date = stored.endTime = At(kTuesday);
+    stored.subject = L"Lunch";
+    stored.type = L"Note";
+    CEOID id = Write(stored);
+    Run(&id, [](EditorWindow& editor) {
+        editor.ChooseInBox(IDC_SUBJECT, 0);
+        EXPECT_EQ(editor.Text(IDC_SUBJECT), L"Lunch");
+        EXPECT_EQ(editor.Ask(IDC_SUBJECT, CB_GETCOUNT), 3);
+        editor.Enter(IDC_BODY, L"x");
+        editor.Ok();
+    });
+    EXPECT_EQ(Read(id).subject, L"Lunch");
+}
+
 TEST_F(EntryEditorValuesTest, AQuickSubjectCanBeChosen)
 {
     App().SetNumber(kSettings, L"scount", 1);
@@ -390,6 +407,7 @@ TEST_F(EntryEditorValuesTest, AFullBodyTellsSo)
     ASSERT_EQ(boxes.Boxes().size(), 1u);
     EXPECT_EQ(boxes.Boxes()[0].text, L"You have reached the limit of characters permitted for this field.");
     EXPECT_EQ(boxes.Boxes()[0].caption, L"Maximum Reached");
+    EXPECT_EQ(boxes.Boxes()[0].icon, LoadIconW(nullptr, IDI_EXCLAMATION));
 }
 
 TEST_F(EntryEditorValuesTest, TheBodyHasTheControlsOwnLimit)

@@ -19,6 +19,25 @@ bool IsMessageBox(HWND window)
     return IsDialog(window) && GetDlgItem(window, 0xFFFF) && !GetDlgItem(window, 1000);
 }
 
+std::vector<int> VisibleButtons(HWND box)
+{
+    std::vector<int> buttons;
+    for (int id = IDOK; id <= IDCONTINUE; ++id) {
+        HWND button = GetDlgItem(box, id);
+        if (button && (GetWindowLongPtrW(button, GWL_STYLE) & WS_VISIBLE))
+            buttons.push_back(id);
+    }
+    return buttons;
+}
+
+HICON IconOf(HWND box)
+{
+    for (HWND item = GetWindow(box, GW_CHILD); item; item = GetWindow(item, GW_HWNDNEXT))
+        if (const LRESULT icon = SendMessageW(item, STM_GETICON, 0, 0))
+            return reinterpret_cast<HICON>(icon);
+    return nullptr;
+}
+
 } // namespace
 
 void PumpMessages()
@@ -114,7 +133,8 @@ LRESULT CALLBACK MessageBoxAnswerer::Hook(int code, WPARAM wParam, LPARAM lParam
 
 void MessageBoxAnswerer::Answer(HWND box)
 {
-    m_boxes.push_back({WindowText(GetDlgItem(box, 0xFFFF)), WindowText(box)});
+    m_boxes.push_back(
+        {WindowText(GetDlgItem(box, 0xFFFF)), WindowText(box), VisibleButtons(box), IconOf(box)});
     const size_t index = m_boxes.size() - 1 < m_answers.size() ? m_boxes.size() - 1 : m_answers.size() - 1;
     PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(m_answers[index]), 0);
 }

@@ -130,6 +130,11 @@ TEST(CommandBands, ImagesAreNumberedInTheOrderOfTheirBitmaps)
     ImageList_GetIconSize(images, &width, &height);
     EXPECT_EQ(width, Scale(16));
     EXPECT_EQ(height, Scale(16));
+    auto* greyed =
+        reinterpret_cast<HIMAGELIST>(SendMessageW(window.ButtonBar(), TB_GETDISABLEDIMAGELIST, 0, 0));
+    EXPECT_NE(greyed, images);
+    EXPECT_EQ(ImageList_GetImageCount(greyed), 20);
+    EXPECT_EQ(ImageList_GetImageCount(images), 20);
 }
 
 TEST(CommandBands, HeightChangeIsToldToTheParent)

@@ -7,8 +7,10 @@
 #include <gtest/gtest.h>
 
 #include "support/test_windows.h"
+#include "ui/scale.h"
 #include "ui/ui_test_resource.h"
 #include "ui/work_area.h"
+#include "util/owners.h"
 
 namespace {
 
@@ -70,6 +72,19 @@ RECT WindowRect(HWND window)
 bool IsSame(const RECT& a, const RECT& b)
 {
     return EqualRect(&a, &b) != FALSE;
+}
+
+// The width of the icon that a window was given; 0 when it has none.
+int IconSize(HWND window, WPARAM which)
+{
+    ICONINFO info{};
+    if (!GetIconInfo(reinterpret_cast<HICON>(SendMessageW(window, WM_GETICON, which, 0)), &info))
+        return 0;
+    const UniqueBitmap color(info.hbmColor);
+    const UniqueBitmap mask(info.hbmMask);
+    BITMAP description{};
+    GetObjectW(color.get(), sizeof description, &description);
+    return static_cast<int>(description.bmWidth);
 }
 
 // The place of a virtual operation in the table of its class.
@@ -402,6 +417,28 @@ TEST(Dialog, ItemsAreShownEnabledAndChecked)
         dialog.ShowInputPanel(true); // no effect
         SendMessageW(window, WM_CLOSE, 0, 0);
     });
+}
+
+TEST(Dialog, ACaptionShowsTheProgramsIcon)
+{
+    TestDialog dialog;
+    RunDialog(dialog, [](HWND window) {
+        EXPECT_EQ(IconSize(window, ICON_SMALL), Scale(16));
+        EXPECT_EQ(IconSize(window, ICON_BIG), Scale(32));
+        SendMessageW(window, WM_CLOSE, 0, 0);
+    });
+}
+
+TEST(Dialog, ADialogWithoutASystemMenuHasNoIcon)
+{
+    TestDialog dialog;
+    const ModalDriver driver([](HWND window) {
+        EXPECT_EQ(IconSize(window, ICON_SMALL), 0);
+        EXPECT_EQ(IconSize(window, ICON_BIG), 0);
+        SendMessageW(window, WM_CLOSE, 0, 0);
+    });
+    EXPECT_EQ(dialog.DoModal(Instance(), TEST_BARE_DIALOG, nullptr), 0);
+    EXPECT_TRUE(driver.Ran());
 }
 
 TEST(Dialog, MissingItemTouchesNothing)

@@ -88,8 +88,25 @@ TEST(ImageList, WithoutMaskAllIsDrawn)
         EXPECT_EQ(pixel, 0xC0C0C0u);
 }
 
+// The colour's own brightness, half of it over half of the background.
+TEST(ImageList, GreyedImagesHaveNoColourOfTheirOwn)
+{
+    const UniqueImageList list = LoadGreyedImageStrip(GetModuleHandleW(nullptr), TEST_STRIP, 2, kImageMask);
+    ASSERT_TRUE(list);
+    EXPECT_EQ(ImageList_GetImageCount(list.get()), 2);
+    const std::vector<uint32_t> pixels = Draw(list.get(), 0);
+    const int grey = SystemDpi() >= 144 ? 149 : 76; // of pure green, of pure red
+    EXPECT_NEAR(static_cast<int>(pixels.front() >> 16 & 0xFF), (grey + 0x20) / 2, 2);
+    EXPECT_NEAR(static_cast<int>(pixels.front() >> 8 & 0xFF), (grey + 0x40) / 2, 2);
+    EXPECT_NEAR(static_cast<int>(pixels.front() & 0xFF), (grey + 0x80) / 2, 2);
+    EXPECT_EQ(pixels[static_cast<size_t>(Scale(2)) - 1], kBackgroundPixel);
+    for (const uint32_t pixel : Draw(list.get(), 1))
+        EXPECT_EQ(pixel, kBackgroundPixel);
+}
+
 TEST(ImageList, MissingResourceGivesNone)
 {
+    EXPECT_FALSE(LoadGreyedImageStrip(GetModuleHandleW(nullptr), 9999, 16, kImageMask));
     EXPECT_FALSE(LoadImageStrip(GetModuleHandleW(nullptr), 9999, 16, kImageMask));
     EXPECT_FALSE(LoadImageStrip(GetModuleHandleW(nullptr), TEST_STRIP, 0, kImageMask));
     EXPECT_FALSE(LoadImageStrip(GetModuleHandleW(nullptr), TEST_STRIP, 64, kImageMask));

@@ -33,6 +33,12 @@ TEST(Pixels, SameSizeChangesNothing)
     EXPECT_EQ(ScaleStrip(strip, 2, 2, 2).argb, strip.argb);
 }
 
+TEST(Pixels, GreyedLosesColourAndHalfItsStrength)
+{
+    EXPECT_EQ(Greyed(Make(3, 2, {kRed, kGreen, kBlue, kClear, 0xFFFFFFFF, 0x80FF0000})).argb,
+              (std::vector<uint32_t>{0x804C4C4C, 0x80959595, 0x801D1D1D, kClear, 0x80FFFFFF, 0x404C4C4C}));
+}
+
 TEST(Pixels, WholeFactorMakesSquaresOfPixels)
 {
     const Pixels scaled = ScaleStrip(Make(2, 1, {kRed, kBlue}), 2, 6, 3);

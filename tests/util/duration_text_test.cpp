@@ -213,6 +213,7 @@ TEST(ParseDuration, APointAloneIsANumberOfNothing)
     for (const wchar_t* text : {L".", L". h", L"..", L"h .", L"...5 h"})
         EXPECT_EQ(ParsedUnits(text), 0u);
     EXPECT_EQ(ParsedUnits(L". h 5 m"), 5 * kMinute);
+    EXPECT_EQ(ParsedUnits(L"1h .5h"), 90 * kMinute); // also where it begins the next number
 }
 
 TEST(ParseDuration, ASecondPointEndsTheNumber)

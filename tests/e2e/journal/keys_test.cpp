@@ -125,4 +125,43 @@ TEST_F(Keys, TheKeyboardAloneSelectsAndOpens)
     EXPECT_TRUE(WaitUntilGone(editor));
 }
 
+// Every field of the editor is reached and worked without the mouse.
+TEST_F(Keys, AnEntryIsWrittenWithoutTheMouse)
+{
+    ASSERT_NE(m_journal.Start(), nullptr);
+    ASSERT_TRUE(ShowsRows(0));
+    PressKeys({VK_CONTROL, 'N'});
+    HWND editor = WaitForEditor();
+    ASSERT_NE(editor, nullptr);
+    const RemoteToolbar bar(Control(editor, IDC_EDITOR_BAR));
+    ASSERT_TRUE(WaitFor([&] { return FocusOf(editor) == Control(editor, IDC_START_DATE); }));
+    TypeText(L"\t\tWalk\tN\t90\t"); // past date and time to subject, type, duration and the bar
+    ASSERT_TRUE(WaitFor([&] { return FocusOf(editor) == bar.Handle(); }));
+    EXPECT_EQ(TextOf(Control(editor, IDC_DURATION)), L"1 hour 30 min");
+    PressKey(VK_RIGHT);
+    PressKey(VK_DOWN);
+    HWND popup = WaitForPopup(m_journal.Id());
+    ASSERT_NE(popup, nullptr);
+    PressKey(VK_UP); // to the last item
+    PressKey(VK_RETURN);
+    EXPECT_TRUE(WaitFor([&] { return bar.Text(CMD_PRIORITY) == L"High"; }));
+    TypeText(L"\tRound the lake");
+    PressKeys({VK_CONTROL, 'T'});
+    PressKeys({VK_CONTROL, VK_RETURN});
+    const StoreReader store(m_store.Path());
+    ASSERT_TRUE(WaitFor([&] { return store.QueryOne("SELECT count(*) FROM journal") == "1"; }));
+    EXPECT_EQ(FocusOf(editor), Control(editor, IDC_BODY)) << "it saves and stays open";
+    TypeText(L"\t\n"); // OK
+    ASSERT_TRUE(WaitUntilGone(editor));
+    EXPECT_TRUE(ShowsRows(1));
+    EXPECT_EQ(store.QueryOne("SELECT count(*) FROM journal"), "1");
+    EXPECT_EQ(store.QueryOne("SELECT subject FROM journal"), "Walk");
+    EXPECT_EQ(store.QueryOne("SELECT type FROM journal"), "Note");
+    EXPECT_EQ(store.QueryOne("SELECT duration FROM journal"), "54000000000");
+    EXPECT_EQ(store.QueryOne("SELECT priority FROM journal"), "2");
+    EXPECT_EQ(
+        store.QueryOne("SELECT body LIKE 'Round the lake' || char(13, 10, 13, 10) || '%M - ' FROM journal"),
+        "1");
+}
+
 } // namespace
