@@ -39,8 +39,8 @@ class Opening : public testing::Test {
         EXPECT_FALSE(journal.IsOpen());
         DbCategories categories;
         EXPECT_EQ(categories.Open(), 0);
-        EXPECT_EQ(ReadFileBytes(Path()), before);
-        EXPECT_EQ(ReadFileBytes(Beside(L"-wal")), log);
+        EXPECT_TRUE(ReadFileBytes(Path()) == before);
+        EXPECT_TRUE(ReadFileBytes(Beside(L"-wal")) == log);
         EXPECT_EQ(Exists(Beside(L"-wal")), hadLog);
         EXPECT_EQ(Exists(Beside(L"-shm")), hadMemory);
         EXPECT_FALSE(Exists(Beside(L"-journal")));
@@ -249,6 +249,53 @@ TEST_F(LeftLog, WithDamageLosesOnlyWhatIsBehindIt)
     ExpectUsable(1);
 }
 
+// What was saved last is in the log alone: a new store in its place would do away with it.
+TEST_F(LeftLog, WithoutItsFileIsKept)
+{
+    Leave("INSERT INTO journal(subject) VALUES('in the log only')");
+    const std::string file = ReadFileBytes(Path()), log = ReadFileBytes(Beside(L"-wal"));
+    for (const bool isEmpty : {false, true}) {
+        ASSERT_TRUE(DeleteFileW(Path().c_str()));
+        if (isEmpty) {
+            ASSERT_TRUE(WriteFileBytes(Path(), ""));
+        }
+        DbJournal journal;
+        EXPECT_EQ(journal.Open(nullptr), 0);
+        EXPECT_EQ(Exists(Path()), isEmpty);
+        EXPECT_TRUE(ReadFileBytes(Path()).empty());
+        EXPECT_TRUE(ReadFileBytes(Beside(L"-wal")) == log);
+        // Put back where it was, the file has its log again.
+        ASSERT_TRUE(WriteFileBytes(Path(), file));
+    }
+    ExpectUsable(2);
+}
+
+TEST_F(LeftLog, OfNoLengthIsNone)
+{
+    ASSERT_TRUE(WriteFileBytes(Beside(L"-wal"), ""));
+    ExpectUsable(0);
+}
+
+TEST_F(LeftLog, OfAReadOnlyFileIsReadAndKept)
+{
+    Leave("INSERT INTO journal(subject) VALUES('in the log only')");
+    const std::string file = ReadFileBytes(Path()), log = ReadFileBytes(Beside(L"-wal"));
+    ASSERT_TRUE(SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_READONLY));
+    {
+        DbJournal journal;
+        ASSERT_EQ(journal.Open(nullptr), 1);
+        EXPECT_EQ(journal.RecordCount(), 2u);
+        EXPECT_STREQ(journal.GetSubject(2), L"in the log only");
+        EXPECT_EQ(AddEntry(journal, L"new"), 0u);
+        EXPECT_EQ(Sent().Text(kSubject, L"new").Write(journal, 2), 0u);
+        EXPECT_STREQ(journal.GetSubject(2), L"in the log only");
+    }
+    EXPECT_TRUE(ReadFileBytes(Path()) == file);
+    EXPECT_TRUE(ReadFileBytes(Beside(L"-wal")) == log);
+    ASSERT_TRUE(SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_NORMAL));
+    ExpectUsable(2);
+}
+
 class ReadOnlyStore : public Opening {
   protected:
     void SetUp() override
@@ -288,7 +335,7 @@ TEST_F(ReadOnlyStore, IsReadAndNotWritten)
 
 TEST_F(ReadOnlyStore, MayHaveAnyName)
 {
-    const std::wstring path = Path() + L".50% #1 \u00e4.db";
+    const std::wstring path = Path() + L".50%41 #1 \u00e4.db";
     ASSERT_TRUE(CopyFileW(Path().c_str(), path.c_str(), TRUE));
     SetEnvironmentVariableW(L"MERVANE_STORE", path.c_str());
     {
