@@ -107,6 +107,16 @@ TEST(Fields, IdentifiersAreNumberAndType)
     EXPECT_EQ(kPropContacts, 0x006F0041u);
 }
 
+TEST(Fields, HaveTheirFixedNumbersAndSigns)
+{
+    EXPECT_EQ(kEntryKind, 3);
+    EXPECT_EQ(kTypeTextSize, 60);
+    EXPECT_EQ(kCategorySeparator, 44);
+    EXPECT_EQ(kContactSeparator, 59);
+    EXPECT_EQ(kFirstProperty, 101);
+    EXPECT_EQ(kLastProperty, 111);
+}
+
 TEST(Fields, PropertiesMapByName)
 {
     EXPECT_EQ(FieldOfProperty(101), FieldId::Date);

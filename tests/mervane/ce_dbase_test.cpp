@@ -192,7 +192,10 @@ TEST_F(Records, AreWrittenAsTheyWereRead)
         EXPECT_EQ(first.Text(text), second.Text(text));
     for (const CEPROPID time : {kDate, kEndTime, kDuration})
         EXPECT_EQ(first.Time(time), second.Time(time));
-    EXPECT_EQ(first.Blob(kCategories), second.Blob(kCategories));
+    for (const CEPROPID number : {kKind, kPriority, kSensitivity})
+        EXPECT_EQ(first.Number(number), second.Number(number));
+    for (const CEPROPID blob : {kCategories, kContacts})
+        EXPECT_EQ(first.Blob(blob), second.Blob(blob));
 }
 
 TEST_F(Records, PassOverWhatWasNotFound)
