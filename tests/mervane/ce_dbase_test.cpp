@@ -250,6 +250,14 @@ TEST_P(RefusedWrite, LeavesEverythingAsItWas)
     EXPECT_EQ(m_journal.RecordCount(), 1u);
 }
 
+TEST_F(Records, AreNotWrittenWithoutTheArray)
+{
+    const CEOID id = AddEntry(m_journal, L"before");
+    EXPECT_EQ(m_journal.WriteRecord(id, 2, nullptr), 0u);
+    EXPECT_EQ(m_journal.WriteRecord(0, 2, nullptr), 0u);
+    EXPECT_EQ(m_journal.RecordCount(), 1u);
+}
+
 INSTANTIATE_TEST_SUITE_P(All, RefusedWrite, testing::Range(0, 6));
 
 TEST_F(Records, AreNeverCreatedUnderAGivenIdentifier)

@@ -234,6 +234,16 @@ TEST_F(LeftLog, OfANewerProgramIsRefused)
     EXPECT_EQ(RawStore(Path()).Integer("PRAGMA user_version"), 99002);
 }
 
+TEST_F(LeftLog, OfANewerProgramAtWorkIsRefused)
+{
+    MakeStore();
+    RawStore newer(Path());
+    ASSERT_TRUE(newer.Run("PRAGMA wal_autocheckpoint = 0; PRAGMA user_version = 99002"));
+    ASSERT_FALSE(ReadFileBytes(Beside(L"-wal")).empty());
+    ExpectRefused();
+    EXPECT_TRUE(newer.Run("INSERT INTO journal(subject) VALUES('goes on')"));
+}
+
 TEST_F(LeftLog, OfAStoreWithoutItsTablesIsRefused)
 {
     Leave("DROP TABLE contacts");
@@ -360,6 +370,21 @@ TEST_F(Opening, ReadsAFileThatAnotherProgramLetsBeReadOnly)
         EXPECT_EQ(AddEntry(journal, L"new"), 0u);
     }
     CloseHandle(file);
+    ExpectUsable(1);
+}
+
+TEST_F(Opening, RefusesAStoreThatAnotherToolKeepsLocked)
+{
+    MakeStore();
+    {
+        RawStore raw(Path());
+        ASSERT_TRUE(
+            raw.Run("PRAGMA locking_mode = EXCLUSIVE; PRAGMA journal_mode = DELETE; BEGIN EXCLUSIVE"));
+        const std::string before = ReadFileBytes(Path());
+        DbJournal journal;
+        EXPECT_EQ(journal.Open(nullptr), 0);
+        EXPECT_TRUE(ReadFileBytes(Path()) == before);
+    }
     ExpectUsable(1);
 }
 
