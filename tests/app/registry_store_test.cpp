@@ -433,6 +433,13 @@ TEST_F(FindListStringTest, CaseMatters)
     EXPECT_EQ(Find(L"Meet"), 0);
 }
 
+TEST_F(FindListStringTest, EqualIsWhatTheSystemSays)
+{
+    ASSERT_EQ(CompareStringW(LOCALE_SYSTEM_DEFAULT, 0, L"Stra\u00dfe", -1, L"Strasse", -1), CSTR_EQUAL);
+    Store({L"Stra\u00dfe"});
+    EXPECT_EQ(Find(L"Strasse"), 1);
+}
+
 TEST_F(FindListStringTest, ThePrefixNamesTheList)
 {
     Store({L"a"});

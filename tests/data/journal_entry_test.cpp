@@ -171,6 +171,20 @@ TEST(Placeholder, IsOneAsAWholeOnly)
     EXPECT_FALSE(IsPlaceholder(std::wstring(100000, L'<'), kBodyPlaceholder));
 }
 
+// The system passes over some characters when it compares.
+TEST(Placeholder, EqualIsWhatTheSystemSays)
+{
+    int equal = 0;
+    for (const wchar_t* text :
+         {L"<Entry\u00ad Body>", L"<Entry\u200d Body>", L"<Entry\u200b Body>", L"<Entry\u0001 Body>"}) {
+        const bool isEqual =
+            CompareStringW(LOCALE_SYSTEM_DEFAULT, 0, text, -1, L"<Entry Body>", -1) == CSTR_EQUAL;
+        EXPECT_EQ(IsPlaceholder(text, kBodyPlaceholder), isEqual) << text;
+        equal += isEqual;
+    }
+    EXPECT_GT(equal, 0);
+}
+
 TEST(ReadEntry, TakesEveryProperty)
 {
     ExpectWholeRecord(Read(WholeRecord()));

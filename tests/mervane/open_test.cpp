@@ -97,6 +97,25 @@ TEST_F(Opening, TakesLongAndForeignNames)
     EXPECT_EQ(mervane::PathKey(L"C:\\A\\\u00c4"), mervane::PathKey(L"c:\\a\\\u00e4"));
 }
 
+// Longer than the system takes without being asked to: opened or refused, but either wholly.
+TEST_F(Opening, TakesOrRefusesPathsBeyondTheUsualLength)
+{
+    const std::wstring folder = Path() + L".folder";
+    const std::wstring path = folder + L"\\" + std::wstring(240, L'x') + L"\\own.db";
+    ASSERT_GT(path.size(), size_t{MAX_PATH});
+    SetEnvironmentVariableW(L"MERVANE_STORE", path.c_str());
+    {
+        DbJournal journal;
+        const int opened = journal.Open(nullptr);
+        EXPECT_EQ(AddEntry(journal, L"s") != 0, opened == 1);
+        EXPECT_EQ(Exists(L"\\\\?\\" + path), opened == 1);
+    }
+    const std::wstring whole = L"\\\\?\\" + path;
+    DeleteFileW(whole.c_str());
+    RemoveDirectoryW(whole.substr(0, whole.size() - 7).c_str());
+    EXPECT_TRUE(RemoveDirectoryW(folder.c_str()));
+}
+
 TEST_F(Opening, MarksTheFile)
 {
     MakeStore();
