@@ -105,8 +105,7 @@ class CeDBase {
     };
 
     // Bulk work: one transaction for all writes of its life, announced to other processes with the codes 1
-    // and
-    // 15. Commit returns 1 when everything is on disk; without it, or when it fails, nothing was changed.
+    // and 15. Commit returns 1 when everything is on disk; without it, or when it fails, nothing was changed.
     class BulkScope {
       public:
         explicit BulkScope(CeDBase& database);

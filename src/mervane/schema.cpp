@@ -149,6 +149,12 @@ bool LogIsForeign(const std::wstring& path)
     return marks.userVersion != -1 && !MayUse(marks);
 }
 
+// A log whose file is gone or emptied has what was saved last, and a new file would do away with it.
+bool MayNotUseLog(const std::wstring& path, FileKind kind)
+{
+    return kind == FileKind::Missing || kind == FileKind::Empty || LogIsForeign(path);
+}
+
 Database::Mode ModeFor(FileKind kind, bool hasLog)
 {
     if (kind != FileKind::ReadOnlyStore)
@@ -171,12 +177,13 @@ void CloseUntouched(Database& database, const std::wstring& path, bool hadLog, b
 
 bool OpenStoreFile(Database& database, const std::wstring& path)
 {
-    const FileKind kind = LookAtFile(path);
-    if (kind == FileKind::Foreign || (kind == FileKind::Missing && !MakeFolderOf(path)))
-        return false;
+    // Looked for before the file: one that another program is just making gets its log last.
     const bool hadLog = HasLog(path);
     const bool hadSharedMemory = FileExists(path + L"-shm");
-    if (hadLog && kind != FileKind::Missing && kind != FileKind::Empty && LogIsForeign(path))
+    const FileKind kind = LookAtFile(path);
+    if (kind == FileKind::Foreign || (hadLog && MayNotUseLog(path, kind)))
+        return false;
+    if (kind == FileKind::Missing && !MakeFolderOf(path))
         return false;
     if (!database.Open(path, ModeFor(kind, hadLog)))
         return false;

@@ -10,7 +10,7 @@ namespace mervane {
 
 // Opens a store, creates one where there is no file or an empty one, and brings an older one up to date. A
 // file that is none of ours, or that only a newer program may use, is refused and stays byte for byte as it
-// was.
+// was; so is a write-ahead log without the file it belongs to.
 [[nodiscard]] bool OpenStoreFile(Database& database, const std::wstring& path);
 
 } // namespace mervane

@@ -86,6 +86,7 @@ void Store::BeginBulk()
     if (m_connection.InTransaction())
         (void)m_connection.Commit();
     m_bulkFailed = !m_connection.BeginWrite();
+    m_bulkAnnounced = !m_bulkFailed;
     if (m_bulkFailed)
         return;
     NoticeForeignChanges();
@@ -103,7 +104,8 @@ bool Store::EndBulk(bool keep)
         ForgetAll();
     if (m_readDepth && m_connection.BeginRead())
         NoticeForeignChanges();
-    m_changes.Announce(TableId::Journal, {kChangeWorkEnded});
+    if (m_bulkAnnounced)
+        m_changes.Announce(TableId::Journal, {kChangeWorkEnded});
     return kept;
 }
 
@@ -138,12 +140,13 @@ void Store::AfterWrite(TableId table, const Change& change, const RecordValues* 
 {
     if (table != TableId::Journal)
         AfterNames(table);
+    // A new category has the table's own values for what was not sent, so its index is read again.
     if (auto& index = m_indexes[mervane::IndexOf(table)]) {
         if (change.code == kChangeDeleted)
             index->Removed(change.id);
         else if (change.code == kChangeModified)
             index->Updated(change.id, *values);
-        else if (!index->Inserted(change.id, *values))
+        else if (table == TableId::Categories || !index->Inserted(change.id, *values))
             index.reset();
     }
     if (!m_bulkDepth)

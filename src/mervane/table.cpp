@@ -95,10 +95,11 @@ uint32_t Table::MaskOf(WORD count, const CEPROPID* wanted) const
 CEOID Table::Read(CEOID id, WORD* count, const CEPROPID* wanted, CEPROPVAL** properties)
 {
     const bool all = *count == 0;
+    const size_t wantedCount = all ? m_info.properties.size() : *count;
     const uint32_t mask = MaskOf(*count, wanted);
     std::vector<WantedColumn> columns;
-    columns.reserve(all ? m_info.properties.size() : *count);
-    for (size_t i = 0; i < columns.capacity(); ++i) {
+    columns.reserve(wantedCount);
+    for (size_t i = 0; i < wantedCount; ++i) {
         const CEPROPID property = all ? m_info.properties[i].id : wanted[i];
         const int index = FindProperty(m_info, property);
         columns.push_back({property, index < 0 ? nullptr : &m_info.properties[static_cast<size_t>(index)],

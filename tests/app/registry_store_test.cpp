@@ -178,6 +178,12 @@ TEST_F(RegistryStoreTest, ATextIsStoredWithItsTerminator)
     EXPECT_EQ(type, static_cast<DWORD>(REG_SZ));
     EXPECT_EQ(count, 8u);
     EXPECT_EQ(std::wstring(text, 4), std::wstring(L"abc\0", 4));
+    m_store.SetString(L"Settings", L"t", L"");
+    count = sizeof text;
+    ASSERT_EQ(RegQueryValueExW(Subkey(L"Settings").get(), L"t", nullptr, &type, reinterpret_cast<BYTE*>(text),
+                               &count),
+              ERROR_SUCCESS);
+    EXPECT_EQ(count, 2u);
 }
 
 TEST_F(RegistryStoreTest, MissingValuesAndSubkeysReadAsDefaults)
@@ -425,6 +431,13 @@ TEST_F(FindListStringTest, CaseMatters)
     EXPECT_EQ(Find(L"MEETING"), 0);
     EXPECT_EQ(Find(L"Mee"), 2);
     EXPECT_EQ(Find(L"Meet"), 0);
+}
+
+TEST_F(FindListStringTest, EqualIsWhatTheSystemSays)
+{
+    ASSERT_EQ(CompareStringW(LOCALE_SYSTEM_DEFAULT, 0, L"Stra\u00dfe", -1, L"Strasse", -1), CSTR_EQUAL);
+    Store({L"Stra\u00dfe"});
+    EXPECT_EQ(Find(L"Strasse"), 1);
 }
 
 TEST_F(FindListStringTest, ThePrefixNamesTheList)

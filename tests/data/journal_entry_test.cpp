@@ -107,6 +107,16 @@ TEST(Fields, IdentifiersAreNumberAndType)
     EXPECT_EQ(kPropContacts, 0x006F0041u);
 }
 
+TEST(Fields, HaveTheirFixedNumbersAndSigns)
+{
+    EXPECT_EQ(kEntryKind, 3);
+    EXPECT_EQ(kTypeTextSize, 60);
+    EXPECT_EQ(kCategorySeparator, 44);
+    EXPECT_EQ(kContactSeparator, 59);
+    EXPECT_EQ(kFirstProperty, 101);
+    EXPECT_EQ(kLastProperty, 111);
+}
+
 TEST(Fields, PropertiesMapByName)
 {
     EXPECT_EQ(FieldOfProperty(101), FieldId::Date);
@@ -159,6 +169,20 @@ TEST(Placeholder, IsOneAsAWholeOnly)
                                 L"<Entry Body> and more", L"<Entry Body>\r\n", L"<Entry Subject>"})
         EXPECT_FALSE(IsPlaceholder(text, kBodyPlaceholder)) << text;
     EXPECT_FALSE(IsPlaceholder(std::wstring(100000, L'<'), kBodyPlaceholder));
+}
+
+// The system passes over some characters when it compares.
+TEST(Placeholder, EqualIsWhatTheSystemSays)
+{
+    int equal = 0;
+    for (const wchar_t* text :
+         {L"<Entry\u00ad Body>", L"<Entry\u200d Body>", L"<Entry\u200b Body>", L"<Entry\u0001 Body>"}) {
+        const bool isEqual =
+            CompareStringW(LOCALE_SYSTEM_DEFAULT, 0, text, -1, L"<Entry Body>", -1) == CSTR_EQUAL;
+        EXPECT_EQ(IsPlaceholder(text, kBodyPlaceholder), isEqual) << text;
+        equal += isEqual;
+    }
+    EXPECT_GT(equal, 0);
 }
 
 TEST(ReadEntry, TakesEveryProperty)

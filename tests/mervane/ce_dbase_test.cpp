@@ -192,7 +192,10 @@ TEST_F(Records, AreWrittenAsTheyWereRead)
         EXPECT_EQ(first.Text(text), second.Text(text));
     for (const CEPROPID time : {kDate, kEndTime, kDuration})
         EXPECT_EQ(first.Time(time), second.Time(time));
-    EXPECT_EQ(first.Blob(kCategories), second.Blob(kCategories));
+    for (const CEPROPID number : {kKind, kPriority, kSensitivity})
+        EXPECT_EQ(first.Number(number), second.Number(number));
+    for (const CEPROPID blob : {kCategories, kContacts})
+        EXPECT_EQ(first.Blob(blob), second.Blob(blob));
 }
 
 TEST_F(Records, PassOverWhatWasNotFound)
@@ -244,6 +247,14 @@ TEST_P(RefusedWrite, LeavesEverythingAsItWas)
     const Received read(m_journal, id);
     EXPECT_EQ(read.Text(kSubject), L"before");
     EXPECT_EQ(read.Text(kBody), L"body");
+    EXPECT_EQ(m_journal.RecordCount(), 1u);
+}
+
+TEST_F(Records, AreNotWrittenWithoutTheArray)
+{
+    const CEOID id = AddEntry(m_journal, L"before");
+    EXPECT_EQ(m_journal.WriteRecord(id, 2, nullptr), 0u);
+    EXPECT_EQ(m_journal.WriteRecord(0, 2, nullptr), 0u);
     EXPECT_EQ(m_journal.RecordCount(), 1u);
 }
 

@@ -153,7 +153,8 @@ TEST_F(Watched, GivesUpABulkWhenTheDiskIsFull)
             failed = !Sent().Text(kBody, std::wstring(100'000, L'x')).Write(m_journal);
         EXPECT_TRUE(failed);
         m_files.FillDisk(false);
-        EXPECT_EQ(AddEntry(m_journal, L"not alone"), 0u);
+        (void)m_journal.RecordCount();
+        EXPECT_EQ(AddEntry(m_journal, L"not alone"), 0u) << "also after a read";
         EXPECT_EQ(bulk.Commit(), 0);
     }
     EXPECT_EQ(Walk(m_journal), std::vector<CEOID>{m_id});
@@ -167,6 +168,32 @@ TEST_F(Watched, GivesUpABulkWhenTheDiskIsFull)
     m_files.FillDisk(false);
     EXPECT_EQ(Walk(m_journal), std::vector<CEOID>{m_id});
     EXPECT_NE(AddEntry(m_journal, L"as ever"), 0u);
+}
+
+TEST_F(Watched, ReadsAgainWhatCouldNotBeRead)
+{
+    DbCategories categories;
+    ASSERT_EQ(categories.Open(), 1);
+    const CEOID category = AddCategory(categories, L"Work");
+    ASSERT_NE(AddEntry(m_journal, L"second", 2), 0u);
+    // A fresh start, with nothing in memory yet.
+    categories.Close();
+    m_journal.Close();
+    ASSERT_EQ(m_journal.Open(nullptr), 1);
+    ASSERT_EQ(categories.Open(), 1);
+    m_files.FailLocks(true);
+    EXPECT_EQ(m_journal.RecordCount(), 0u);
+    EXPECT_EQ(m_journal.SeekFirstRecord(), 0);
+    EXPECT_EQ(m_journal.SeekRecord(m_id), 0u);
+    EXPECT_EQ(JoinedNames(categories, {1, category}, L','), L"");
+    EXPECT_EQ(categories.GetNumActiveRecords(), 0);
+    EXPECT_EQ(AddEntry(m_journal, L"third"), 0u);
+    m_files.FailLocks(false);
+    EXPECT_EQ(m_journal.RecordCount(), 2u);
+    EXPECT_EQ(Walk(m_journal).size(), 2u);
+    EXPECT_EQ(JoinedNames(categories, {1, category}, L','), L"Work");
+    EXPECT_EQ(categories.GetNumActiveRecords(), 1);
+    EXPECT_NE(AddEntry(m_journal, L"third"), 0u);
 }
 
 TEST_F(Watched, AFailedSaveInsideAScopeKeepsTheScope)

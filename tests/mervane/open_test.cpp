@@ -39,8 +39,8 @@ class Opening : public testing::Test {
         EXPECT_FALSE(journal.IsOpen());
         DbCategories categories;
         EXPECT_EQ(categories.Open(), 0);
-        EXPECT_EQ(ReadFileBytes(Path()), before);
-        EXPECT_EQ(ReadFileBytes(Beside(L"-wal")), log);
+        EXPECT_TRUE(ReadFileBytes(Path()) == before);
+        EXPECT_TRUE(ReadFileBytes(Beside(L"-wal")) == log);
         EXPECT_EQ(Exists(Beside(L"-wal")), hadLog);
         EXPECT_EQ(Exists(Beside(L"-shm")), hadMemory);
         EXPECT_FALSE(Exists(Beside(L"-journal")));
@@ -95,6 +95,25 @@ TEST_F(Opening, TakesLongAndForeignNames)
     }
     EXPECT_TRUE(DeleteFileW(path.c_str()));
     EXPECT_EQ(mervane::PathKey(L"C:\\A\\\u00c4"), mervane::PathKey(L"c:\\a\\\u00e4"));
+}
+
+// Longer than the system takes without being asked to: opened or refused, but either wholly.
+TEST_F(Opening, TakesOrRefusesPathsBeyondTheUsualLength)
+{
+    const std::wstring folder = Path() + L".folder";
+    const std::wstring path = folder + L"\\" + std::wstring(240, L'x') + L"\\own.db";
+    ASSERT_GT(path.size(), size_t{MAX_PATH});
+    SetEnvironmentVariableW(L"MERVANE_STORE", path.c_str());
+    {
+        DbJournal journal;
+        const int opened = journal.Open(nullptr);
+        EXPECT_EQ(AddEntry(journal, L"s") != 0, opened == 1);
+        EXPECT_EQ(Exists(L"\\\\?\\" + path), opened == 1);
+    }
+    const std::wstring whole = L"\\\\?\\" + path;
+    DeleteFileW(whole.c_str());
+    RemoveDirectoryW(whole.substr(0, whole.size() - 7).c_str());
+    EXPECT_TRUE(RemoveDirectoryW(folder.c_str()));
 }
 
 TEST_F(Opening, MarksTheFile)
@@ -234,6 +253,16 @@ TEST_F(LeftLog, OfANewerProgramIsRefused)
     EXPECT_EQ(RawStore(Path()).Integer("PRAGMA user_version"), 99002);
 }
 
+TEST_F(LeftLog, OfANewerProgramAtWorkIsRefused)
+{
+    MakeStore();
+    RawStore newer(Path());
+    ASSERT_TRUE(newer.Run("PRAGMA wal_autocheckpoint = 0; PRAGMA user_version = 99002"));
+    ASSERT_FALSE(ReadFileBytes(Beside(L"-wal")).empty());
+    ExpectRefused();
+    EXPECT_TRUE(newer.Run("INSERT INTO journal(subject) VALUES('goes on')"));
+}
+
 TEST_F(LeftLog, OfAStoreWithoutItsTablesIsRefused)
 {
     Leave("DROP TABLE contacts");
@@ -247,6 +276,53 @@ TEST_F(LeftLog, WithDamageLosesOnlyWhatIsBehindIt)
     log[40] = static_cast<char>(log[40] ^ 0x55);
     ASSERT_TRUE(WriteFileBytes(Beside(L"-wal"), log));
     ExpectUsable(1);
+}
+
+// What was saved last is in the log alone: a new store in its place would do away with it.
+TEST_F(LeftLog, WithoutItsFileIsKept)
+{
+    Leave("INSERT INTO journal(subject) VALUES('in the log only')");
+    const std::string file = ReadFileBytes(Path()), log = ReadFileBytes(Beside(L"-wal"));
+    for (const bool isEmpty : {false, true}) {
+        ASSERT_TRUE(DeleteFileW(Path().c_str()));
+        if (isEmpty) {
+            ASSERT_TRUE(WriteFileBytes(Path(), ""));
+        }
+        DbJournal journal;
+        EXPECT_EQ(journal.Open(nullptr), 0);
+        EXPECT_EQ(Exists(Path()), isEmpty);
+        EXPECT_TRUE(ReadFileBytes(Path()).empty());
+        EXPECT_TRUE(ReadFileBytes(Beside(L"-wal")) == log);
+        // Put back where it was, the file has its log again.
+        ASSERT_TRUE(WriteFileBytes(Path(), file));
+    }
+    ExpectUsable(2);
+}
+
+TEST_F(LeftLog, OfNoLengthIsNone)
+{
+    ASSERT_TRUE(WriteFileBytes(Beside(L"-wal"), ""));
+    ExpectUsable(0);
+}
+
+TEST_F(LeftLog, OfAReadOnlyFileIsReadAndKept)
+{
+    Leave("INSERT INTO journal(subject) VALUES('in the log only')");
+    const std::string file = ReadFileBytes(Path()), log = ReadFileBytes(Beside(L"-wal"));
+    ASSERT_TRUE(SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_READONLY));
+    {
+        DbJournal journal;
+        ASSERT_EQ(journal.Open(nullptr), 1);
+        EXPECT_EQ(journal.RecordCount(), 2u);
+        EXPECT_STREQ(journal.GetSubject(2), L"in the log only");
+        EXPECT_EQ(AddEntry(journal, L"new"), 0u);
+        EXPECT_EQ(Sent().Text(kSubject, L"new").Write(journal, 2), 0u);
+        EXPECT_STREQ(journal.GetSubject(2), L"in the log only");
+    }
+    EXPECT_TRUE(ReadFileBytes(Path()) == file);
+    EXPECT_TRUE(ReadFileBytes(Beside(L"-wal")) == log);
+    ASSERT_TRUE(SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_NORMAL));
+    ExpectUsable(2);
 }
 
 class ReadOnlyStore : public Opening {
@@ -288,7 +364,7 @@ TEST_F(ReadOnlyStore, IsReadAndNotWritten)
 
 TEST_F(ReadOnlyStore, MayHaveAnyName)
 {
-    const std::wstring path = Path() + L".50% #1 \u00e4.db";
+    const std::wstring path = Path() + L".50%41 #1 \u00e4.db";
     ASSERT_TRUE(CopyFileW(Path().c_str(), path.c_str(), TRUE));
     SetEnvironmentVariableW(L"MERVANE_STORE", path.c_str());
     {
@@ -313,6 +389,21 @@ TEST_F(Opening, ReadsAFileThatAnotherProgramLetsBeReadOnly)
         EXPECT_EQ(AddEntry(journal, L"new"), 0u);
     }
     CloseHandle(file);
+    ExpectUsable(1);
+}
+
+TEST_F(Opening, RefusesAStoreThatAnotherToolKeepsLocked)
+{
+    MakeStore();
+    {
+        RawStore raw(Path());
+        ASSERT_TRUE(
+            raw.Run("PRAGMA locking_mode = EXCLUSIVE; PRAGMA journal_mode = DELETE; BEGIN EXCLUSIVE"));
+        const std::string before = ReadFileBytes(Path());
+        DbJournal journal;
+        EXPECT_EQ(journal.Open(nullptr), 0);
+        EXPECT_TRUE(ReadFileBytes(Path()) == before);
+    }
     ExpectUsable(1);
 }
 

@@ -41,6 +41,14 @@ class Listener {
 class TwoPrograms : public testing::Test {
   protected:
     void SetUp() override { ASSERT_EQ(m_journal.Open(m_listener.Window()), 1); }
+    // As long as a change may stay unexplained: the timer's periods, without the time.
+    static void LetPeriodsPass()
+    {
+        HWND hub = FindWindowExW(HWND_MESSAGE, nullptr, L"MervaneStore", nullptr);
+        ASSERT_NE(hub, nullptr);
+        for (int i = 0; i < 3; ++i)
+            SendMessageW(hub, WM_TIMER, 1, 0);
+    }
 
     TestStore m_store;
     Listener m_listener;
@@ -59,6 +67,47 @@ TEST_F(TwoPrograms, HearOfEachOthersChanges)
     ASSERT_EQ(PeerProcess::Run(L"delete " + std::to_wstring(id)), 0u);
     EXPECT_EQ(m_listener.Hear(1), (Heard{{kChangeDeleted, id}}));
     EXPECT_EQ(m_journal.SeekRecord(id), 0u);
+}
+
+TEST_F(TwoPrograms, HearOfAChangeOnceOnly)
+{
+    // Whether it is noticed by the message that tells of it or by a read before that.
+    for (const bool readsFirst : {false, true}) {
+        ASSERT_EQ(PeerProcess::Run(L"write theirs"), 0u);
+        if (readsFirst) {
+            EXPECT_EQ(m_journal.RecordCount(), 2u);
+        }
+        EXPECT_EQ(m_listener.Hear(1).size(), 1u);
+        LetPeriodsPass();
+        EXPECT_EQ(m_listener.HeardSoFar(), Heard{});
+    }
+}
+
+TEST_F(TwoPrograms, ReadOneStateWhileTheOtherSaves)
+{
+    PeerProcess saver(L"save");
+    DWORD told = 0;
+    for (int round = 0; round < 20; ++round) {
+        told = saver.Hear().value_or(0);
+        ASSERT_NE(told, 0u);
+        const CeDBase::ReadScope scope(m_journal);
+        const DWORD count = m_journal.RecordCount();
+        EXPECT_GE(count, told) << "what the other program was told is saved is there";
+        EXPECT_EQ(Rows(m_journal).size(), count);
+        ASSERT_EQ(m_journal.SeekRecord(count), count);
+        EXPECT_EQ(Received(m_journal).Text(kBody)->size(), 3000 + count % 20'000);
+        EXPECT_EQ(m_journal.SeekRecord(count + 1), 0u);
+    }
+}
+
+TEST_F(TwoPrograms, GiveEachIdentifierOnce)
+{
+    const CEOID first = AddEntry(m_journal, L"mine");
+    ASSERT_EQ(PeerProcess::Run(L"write theirs"), 0u);
+    EXPECT_EQ(m_journal.DeleteRecord(first + 1), 1);
+    ASSERT_EQ(PeerProcess::Run(L"write theirs"), 0u);
+    ASSERT_EQ(PeerProcess::Run(L"delete " + std::to_wstring(first + 2)), 0u);
+    EXPECT_EQ(AddEntry(m_journal, L"mine"), first + 3);
 }
 
 TEST_F(TwoPrograms, AnnounceBulkWorkAsAWhole)

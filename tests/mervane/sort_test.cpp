@@ -192,6 +192,25 @@ TEST_F(Sorted, CategoriesAndContactsByTheirNames)
     EXPECT_EQ(Walk(contacts), (std::vector<CEOID>{x, y}));
 }
 
+TEST_F(Sorted, CategoriesByTheirUses)
+{
+    DbCategories categories;
+    ASSERT_EQ(categories.Open(), 1);
+    const CEOID used = AddCategory(categories, L"used");
+    ASSERT_EQ(categories.IncUse(used), 1);
+    categories.SetSort({kCategoryUses, 0}, 1);
+    EXPECT_EQ(Rows(categories), std::vector<CEOID>{used});
+    // What is not sent of a new category is 0, not missing.
+    const CEOID unused = AddCategory(categories, L"unused");
+    EXPECT_EQ(Rows(categories), (std::vector<CEOID>{unused, used}));
+    ASSERT_EQ(categories.IncUse(unused), 1);
+    ASSERT_EQ(categories.IncUse(unused), 1);
+    EXPECT_EQ(Rows(categories), (std::vector<CEOID>{used, unused}));
+    EXPECT_EQ(categories.Reset(), 1);
+    ASSERT_EQ(Sent().Delete(kCategoryUses).Write(categories, used), used);
+    EXPECT_EQ(Rows(categories), (std::vector<CEOID>{unused, used})) << "none at all comes last";
+}
+
 // What is sorted after each of many writes beside what a fresh look gives.
 class SortedWrites : public Sorted, public testing::WithParamInterface<CEPROPID> {
   protected:
@@ -266,6 +285,29 @@ TEST_F(Sorted, LongTextsThatDifferLateOnly)
     ExpectOrder({ids[1], ids[3], between, ids[2], ids[0]});
     SortBy(kBody, CEDB_SORT_DESCENDING);
     ExpectOrder({ids[0], ids[2], between, ids[1], ids[3]});
+}
+
+TEST_F(Sorted, TextsOfAMillionCharacters)
+{
+    const std::wstring start(1'000'000, L'q');
+    std::vector<CEOID> ids;
+    for (const wchar_t* end : {L"b", L"a"})
+        ids.push_back(Sent().Text(kBody, start + end).Write(m_journal));
+    SortBy(kBody);
+    ExpectOrder({ids[1], ids[0]});
+}
+
+TEST_F(Sorted, TextsWithUnpairedSurrogates)
+{
+    std::vector<CEOID> ids;
+    for (const std::wstring& text : {std::wstring{wchar_t{0xD800}}, std::wstring{L'b', wchar_t{0xDC00}},
+                                     std::wstring{L'a', wchar_t{0xDFFF}}, std::wstring{L'c'}})
+        ids.push_back(AddEntry(m_journal, text));
+    SortBy(kSubject);
+    std::vector<CEOID> rows = Rows(m_journal);
+    ExpectOrder(rows);
+    std::erase(rows, ids[0]); // where it stands by itself is the system's affair
+    EXPECT_EQ(rows, (std::vector<CEOID>{ids[2], ids[1], ids[3]}));
 }
 
 TEST_F(Sorted, SeveralDatabasesEachInTheirOwnWay)

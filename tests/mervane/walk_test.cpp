@@ -141,6 +141,30 @@ TEST_F(Walks, ComeToEveryRecordWhileThePropertySortedByIsRemoved)
         EXPECT_EQ(Received(m_journal, id).Find(kCategories), nullptr);
 }
 
+// As the program clears all assignments: the property that was read, flagged, is sent back.
+TEST_F(Walks, ClearAPropertyWithWhatTheyRead)
+{
+    for (const size_t with : {0u, 2u, 3u})
+        ASSERT_EQ(Sent().Ids(kCategories, {1, 2}).Write(m_journal, m_ids[with]), m_ids[with]);
+    std::vector<CEOID> cleared;
+    for (int found = m_journal.SeekFirstRecord(); found; found = m_journal.SeekNextRecord()) {
+        WORD count = 1;
+        CEPROPVAL* read = nullptr;
+        const CEOID id = m_journal.ReadRecord(&count, &kCategories, &read);
+        ASSERT_NE(id, 0u);
+        ASSERT_EQ(count, 1);
+        if (!(read->wFlags & CEDB_PROPNOTFOUND)) {
+            read->wFlags = CEDB_PROPDELETE;
+            EXPECT_EQ(m_journal.WriteRecord(id, 1, read), id);
+            cleared.push_back(id);
+        }
+        LocalFree(read);
+    }
+    EXPECT_EQ(cleared, (std::vector<CEOID>{m_ids[0], m_ids[2], m_ids[3]}));
+    for (const CEOID id : m_ids)
+        EXPECT_EQ(Received(m_journal, id).Ids(), (std::vector<CEPROPID>{kDate, kSubject}));
+}
+
 TEST_F(Walks, GoOnInTheNewSort)
 {
     m_journal.SetSort({kDate, CEDB_SORT_DESCENDING}, 1);

@@ -7,6 +7,7 @@ namespace {
 WatchedFiles::Counts g_seen;
 bool g_full = false;
 bool g_failSyncs = false;
+bool g_failLocks = false;
 const sqlite3_io_methods* g_real = nullptr;
 sqlite3_io_methods g_watching;
 sqlite3_vfs* g_realVfs = nullptr;
@@ -45,7 +46,8 @@ int Unlock(sqlite3_file* file, int level)
 int ShmLock(sqlite3_file* file, int offset, int count, int flags)
 {
     ++g_seen.locks;
-    return g_real->xShmLock(file, offset, count, flags);
+    const bool fails = g_failLocks && (flags & SQLITE_SHM_LOCK);
+    return fails ? SQLITE_IOERR_SHMLOCK : g_real->xShmLock(file, offset, count, flags);
 }
 
 int Open(sqlite3_vfs*, sqlite3_filename name, sqlite3_file* file, int flags, int* outFlags)
@@ -81,6 +83,7 @@ WatchedFiles::~WatchedFiles()
 {
     FillDisk(false);
     FailSyncs(false);
+    FailLocks(false);
     sqlite3_vfs_unregister(&g_vfs);
 }
 
@@ -99,4 +102,8 @@ void WatchedFiles::FillDisk(bool full)
 void WatchedFiles::FailSyncs(bool fail)
 {
     g_failSyncs = fail;
+}
+void WatchedFiles::FailLocks(bool fail)
+{
+    g_failLocks = fail;
 }
