@@ -19,6 +19,16 @@ bool IsMessageBox(HWND window)
     return IsDialog(window) && GetDlgItem(window, 0xFFFF) && !GetDlgItem(window, 1000);
 }
 
+std::vector<int> OfferedAnswers(HWND box)
+{
+    std::vector<int> answers;
+    for (int id = IDOK; id <= IDCONTINUE; ++id)
+        if (HWND button = GetDlgItem(box, id);
+            button && (GetWindowLongPtrW(button, GWL_STYLE) & WS_VISIBLE) != 0)
+            answers.push_back(id);
+    return answers;
+}
+
 } // namespace
 
 void PumpMessages()
@@ -114,7 +124,8 @@ LRESULT CALLBACK MessageBoxAnswerer::Hook(int code, WPARAM wParam, LPARAM lParam
 
 void MessageBoxAnswerer::Answer(HWND box)
 {
-    m_boxes.push_back({WindowText(GetDlgItem(box, 0xFFFF)), WindowText(box)});
+    m_boxes.push_back({WindowText(GetDlgItem(box, 0xFFFF)), WindowText(box), GetWindow(box, GW_OWNER),
+                       OfferedAnswers(box)});
     const size_t index = m_boxes.size() - 1 < m_answers.size() ? m_boxes.size() - 1 : m_answers.size() - 1;
     PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(m_answers[index]), 0);
 }

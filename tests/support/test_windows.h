@@ -42,6 +42,8 @@ class MessageBoxAnswerer {
     struct Box {
         std::wstring text;
         std::wstring caption;
+        HWND owner;
+        std::vector<int> answers; // that it offers, in ascending order
     };
     explicit MessageBoxAnswerer(std::vector<int> answers = {IDOK});
     ~MessageBoxAnswerer();
