@@ -21,9 +21,16 @@ constexpr CommandCompanion kCompanions[] = {
 
 } // namespace
 
-void LaunchCompanionOf(UINT command, HWND owner)
+const Companion* CompanionOf(UINT command)
 {
     for (const CommandCompanion& entry : kCompanions)
         if (entry.command == command)
-            LaunchCompanion(entry.companion, owner);
+            return &entry.companion;
+    return nullptr;
+}
+
+void LaunchCompanionOf(UINT command, HWND owner)
+{
+    if (const Companion* companion = CompanionOf(command))
+        LaunchCompanion(*companion, owner);
 }

@@ -37,13 +37,16 @@ void ShowCreationError()
     MessageBoxW(nullptr, L"Internal Main Window Creation Error", L"Journal", MB_OK);
 }
 
-// The icon, which the system shares and frees with the program.
-void SetIconIfMissing(HWND window, HINSTANCE instance, WPARAM which, int size)
+// The icon, unless the window has one: then null. Not a shared one, of which the system may hand out another
+// size.
+UniqueIcon SetIconIfMissing(HWND window, HINSTANCE instance, WPARAM which, int size)
 {
     if (SendMessageW(window, WM_GETICON, which, 0))
-        return;
-    HANDLE icon = LoadImageW(instance, MAKEINTRESOURCEW(IDI_JOURNAL), IMAGE_ICON, size, size, LR_SHARED);
-    SendMessageW(window, WM_SETICON, which, reinterpret_cast<LPARAM>(icon));
+        return nullptr;
+    UniqueIcon icon(static_cast<HICON>(
+        LoadImageW(instance, MAKEINTRESOURCEW(IDI_JOURNAL), IMAGE_ICON, size, size, LR_DEFAULTCOLOR)));
+    SendMessageW(window, WM_SETICON, which, reinterpret_cast<LPARAM>(icon.get()));
+    return icon;
 }
 
 // F1 is an accelerator here, but the system also posts a request for help of its own for it (WM_KEYF1), which
@@ -75,8 +78,8 @@ int JournalApp::InitInstance(HINSTANCE instance, int showCommand)
         ShowCreationError();
         return 0;
     }
-    SetIconIfMissing(MainWindowHandle(), instance, ICON_SMALL, Scale(16));
-    SetIconIfMissing(MainWindowHandle(), instance, ICON_BIG, Scale(32));
+    m_smallIcon = SetIconIfMissing(MainWindowHandle(), instance, ICON_SMALL, Scale(16));
+    m_bigIcon = SetIconIfMissing(MainWindowHandle(), instance, ICON_BIG, Scale(32));
     m_mainWindow->ShowFirst(showCommand);
     UpdateWindow(MainWindowHandle());
     return 1;

@@ -9,6 +9,7 @@
 #include "app/registry_store.h"
 #include "list/filter_state.h"
 #include "mervane/db_journal.h"
+#include "util/owners.h"
 
 class MainWindow;
 
@@ -36,6 +37,8 @@ class JournalApp : public RegistryStore {
     std::unique_ptr<MainWindow, void (*)(MainWindow*)> m_mainWindow;
     HINSTANCE m_instance = nullptr;
     FilterState m_filter;
+    UniqueIcon m_smallIcon;
+    UniqueIcon m_bigIcon;
 };
 
 // The application object.

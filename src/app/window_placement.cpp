@@ -1,5 +1,8 @@
 #include "app/window_placement.h"
 
+#include <optional>
+
+#include "ui/scale.h"
 #include "ui/work_area.h"
 
 namespace {
@@ -12,7 +15,7 @@ constexpr const wchar_t* kBottom = L"wBottom";
 constexpr const wchar_t* kMaximized = L"wMax";
 
 constexpr LONG kFarthest = 32767; // beyond every desktop
-constexpr LONG kGrip = 32;        // at least so much of the window must lie on a screen to be worked with
+constexpr int kGrip = 32;         // at least so much of the window must lie on a screen to be worked with
 
 LONG LoadEdge(const RegistryStore& settings, const wchar_t* name)
 {
@@ -30,20 +33,38 @@ bool IsInside(LONG value)
     return value >= -kFarthest && value <= kFarthest;
 }
 
-// A title bar that cannot be reached with the mouse makes a stored place useless.
-bool IsReachable(const RECT& place)
+// The work area of the screen that shows a place's title bar; nothing when none does: without a title bar
+// that the mouse can get hold of a stored place is useless.
+std::optional<RECT> ScreenOf(const RECT& place)
 {
+    const LONG grip = Scale(kGrip);
     if (!IsInside(place.left) || !IsInside(place.top) || !IsInside(place.right) || !IsInside(place.bottom))
-        return false;
-    if (place.right - place.left < kGrip || place.bottom - place.top < kGrip)
-        return false;
-    const RECT title{place.left, place.top, place.right, place.top + kGrip};
+        return std::nullopt;
+    if (place.right - place.left < grip || place.bottom - place.top < grip)
+        return std::nullopt;
+    const RECT title{place.left, place.top, place.right, place.top + grip};
     HMONITOR monitor = MonitorFromRect(&title, MONITOR_DEFAULTTONULL);
     MONITORINFO info{};
     info.cbSize = sizeof info;
     RECT common;
-    return monitor && GetMonitorInfoW(monitor, &info) && IntersectRect(&common, &title, &info.rcWork) &&
-           common.right - common.left >= kGrip && common.bottom - common.top >= kGrip / 2;
+    if (!monitor || !GetMonitorInfoW(monitor, &info) || !IntersectRect(&common, &title, &info.rcWork) ||
+        common.right - common.left < grip || common.bottom - common.top < grip / 2)
+        return std::nullopt;
+    return info.rcWork;
+}
+
+// The screen may have been larger when the place was stored.
+RECT Fitted(RECT place, const RECT& area)
+{
+    if (place.right - place.left > area.right - area.left) {
+        place.left = area.left;
+        place.right = area.right;
+    }
+    if (place.bottom - place.top > area.bottom - area.top) {
+        place.top = area.top;
+        place.bottom = area.bottom;
+    }
+    return place;
 }
 
 bool IsOpenCommand(int showCommand)
@@ -71,14 +92,14 @@ void AddDesktopFrame(HWND window)
 RECT PlaceToOpenAt(const RegistryStore& settings)
 {
     const RECT stored = LoadPlace(settings);
-    return IsReachable(stored) ? stored : WorkArea();
+    const std::optional<RECT> screen = ScreenOf(stored);
+    return screen ? Fitted(stored, *screen) : WorkArea();
 }
 
 void ShowPlaced(HWND window, int showCommand, const RegistryStore& settings)
 {
     MoveTo(window, PlaceToOpenAt(settings));
-    const bool maximized =
-        IsReachable(LoadPlace(settings)) && settings.GetNumber(kSettings, kMaximized, 0) != 0;
+    const bool maximized = ScreenOf(LoadPlace(settings)) && settings.GetNumber(kSettings, kMaximized, 0) != 0;
     ShowWindow(window, maximized && IsOpenCommand(showCommand) ? SW_SHOWMAXIMIZED : showCommand);
 }
 

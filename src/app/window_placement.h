@@ -8,7 +8,8 @@
 // Gives the window the desktop's frame: close, minimise, maximise and resize.
 void AddDesktopFrame(HWND window);
 
-// Where the window opens, on the screen: the stored place when it can be reached, otherwise the work area.
+// Where the window opens, on the screen: the stored place when it can be reached, no larger than the work
+// area, otherwise the work area.
 RECT PlaceToOpenAt(const RegistryStore& settings);
 
 // Shows the window for the first time: where it was left, or over the work area when nothing is stored or

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "res/resource.h"
+#include "ui/scale.h"
 
 namespace {
 
@@ -68,15 +69,15 @@ void ResetColumns(ColumnSet* set, int workAreaRight)
     const DefaultColumn defaults[kPropertyCount] = {
         {101, workAreaRight / 3, kColumnShown | kColumnSort | kSortsDescending},
         {102, static_cast<int>(2LL * workAreaRight / 3), kColumnShown | kSortsDescending},
-        {103, 100, 0},
-        {104, 50, 0},
-        {105, 50, kSortsDescending},
+        {103, Scale(100), 0},
+        {104, Scale(50), 0},
+        {105, Scale(50), kSortsDescending},
         {106, 0, kColumnNeverOffered},
-        {107, 16, kSortsDescending},
-        {108, 40, kSortsDescending},
-        {109, 40, kSortsDescending},
-        {110, 40, kSortsDescending},
-        {111, 60, 0},
+        {107, Scale(16), kSortsDescending},
+        {108, Scale(40), kSortsDescending},
+        {109, Scale(40), kSortsDescending},
+        {110, Scale(40), kSortsDescending},
+        {111, Scale(60), 0},
     };
     set->shownCount = 0;
     for (size_t i = 0; i < set->columns.size(); ++i) {
@@ -97,6 +98,8 @@ void LoadColumns(ColumnSet* set, const RegistryStore& settings, int workAreaRigh
     const int positions = static_cast<int>(std::min<DWORD>(stored, kPropertyCount));
     for (int i = 0; i < positions; ++i)
         ShowStored(set, settings.GetNumber(kSettings, ColumnName(i).c_str(), 0));
+    if (!set->shownCount)
+        ResetColumns(set, workAreaRight);
 }
 
 void SaveColumns(const ColumnSet& set, RegistryStore& settings)

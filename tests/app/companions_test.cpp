@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/test_store.h"
 #include "support/test_windows.h"
 #include "ui/launch.h"
 
@@ -23,6 +24,8 @@ TEST_P(Companions, AMissingProgramIsToldInABox)
     ASSERT_EQ(answerer.Boxes().size(), 1u);
     EXPECT_EQ(answerer.Boxes()[0].text, GetParam().text);
     EXPECT_EQ(answerer.Boxes()[0].caption, GetParam().title);
+    EXPECT_EQ(answerer.Boxes()[0].owner, owner.Handle());
+    EXPECT_EQ(answerer.Boxes()[0].answers, (std::vector{IDOK, IDCANCEL}));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Companions,
@@ -32,6 +35,26 @@ INSTANTIATE_TEST_SUITE_P(All, Companions,
                                          Failure{113, L"Error starting Tasks", L"Tasks.exe not found"},
                                          Failure{125, L"Error starting explorer",
                                                  L"iexplorm.exe not found"}));
+
+TEST(CompanionOf, NamesTheProgramAndItsCommandLine)
+{
+    struct Wanted {
+        UINT command;
+        const wchar_t* program;
+    };
+    const Wanted wanted[] = {
+        {110, L"calendar.exe"}, {111, L"addrbook.exe"}, {112, L"pmail.exe"}, {113, L"tasks.exe"}};
+    for (const Wanted& entry : wanted) {
+        const Companion* companion = CompanionOf(entry.command);
+        ASSERT_NE(companion, nullptr) << entry.command;
+        EXPECT_STREQ(companion->program, entry.program);
+        EXPECT_EQ(companion->commandLine, nullptr) << entry.command;
+    }
+    ASSERT_NE(CompanionOf(125), nullptr);
+    EXPECT_STREQ(CompanionOf(125)->program, L"iexplorm.exe");
+    EXPECT_STREQ(CompanionOf(125)->commandLine, L"My Handheld PC");
+    EXPECT_EQ(CompanionOf(123), nullptr);
+}
 
 TEST(Launch, AMissingHelpViewerIsToldInABox)
 {
@@ -48,6 +71,57 @@ TEST(Launch, HelpTopicsAreTheGivenCommandLines)
     EXPECT_STREQ(kHelpMain, L"pellwyn.htm#Main_Contents");
     EXPECT_STREQ(kHelpFound, L"pellwyn.htm#Found_Window");
     EXPECT_STREQ(kHelpEntry, L"pellwyn.htp#Entry_Window");
+}
+
+// A program that writes down the command line it was started with.
+class StartedProgram : public testing::Test {
+  protected:
+    StartedProgram()
+    {
+        wchar_t folder[MAX_PATH];
+        GetTempPathW(MAX_PATH, folder);
+        m_path = std::wstring(folder) + L"command-line-" + std::to_wstring(GetCurrentProcessId());
+        DeleteFileW(m_path.c_str());
+        SetEnvironmentVariableW(L"COMMAND_LINE_FILE", m_path.c_str());
+    }
+    ~StartedProgram() override
+    {
+        SetEnvironmentVariableW(L"COMMAND_LINE_FILE", nullptr);
+        DeleteFileW(m_path.c_str());
+    }
+
+    // What it wrote, once it has; it closes with a line end.
+    std::wstring CommandLine() const
+    {
+        std::string bytes;
+        EXPECT_TRUE(PumpUntil([&] {
+            bytes = ReadFileBytes(m_path);
+            return bytes.size() >= 2 && bytes[bytes.size() - 2] == '\n';
+        }));
+        std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
+        memcpy(text.data(), bytes.data(), text.size() * sizeof(wchar_t));
+        return text.substr(0, text.find(L'\n'));
+    }
+
+    std::wstring m_path;
+};
+
+TEST_F(StartedProgram, GetsTheCommandLineAsItStands)
+{
+    const MessageBoxAnswerer answerer;
+    LaunchCompanion({L"command_line_writer.exe", L"My Handheld PC", L"", L""}, nullptr);
+    EXPECT_EQ(CommandLine(), L"My Handheld PC");
+    EXPECT_TRUE(answerer.Boxes().empty());
+}
+
+TEST_F(StartedProgram, WithoutACommandLineGetsNoArguments)
+{
+    const MessageBoxAnswerer answerer;
+    LaunchCompanion({L"command_line_writer.exe", nullptr, L"", L""}, nullptr);
+    const std::wstring commandLine = CommandLine();
+    EXPECT_TRUE(commandLine.ends_with(L"command_line_writer.exe") ||
+                commandLine.ends_with(L"command_line_writer.exe\""));
+    EXPECT_TRUE(answerer.Boxes().empty());
 }
 
 TEST(Launch, OtherCommandsStartNothing)

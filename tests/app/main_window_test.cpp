@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "app/journal_app.h"
 #include "mervane/db_journal.h"
 #include "res/resource.h"
@@ -72,6 +74,8 @@ class MainWindowTest : public testing::Test {
     HWND Bands() const { return GetDlgItem(m_window.Handle(), 102); }
     HWND MenuBar() const { return CommandBands_GetCommandBar(Bands(), 0); }
     HWND Buttons() const { return CommandBands_GetCommandBar(Bands(), 1); }
+    // Beside the bands.
+    HWND Adornments() const { return FindWindowExW(m_window.Handle(), nullptr, L"ToolbarWindow32", nullptr); }
     HMENU Menu() const { return CommandBar_GetMenu(MenuBar()); }
     HWND List() { return m_window.List().Handle(); }
     int Rows() { return ListView_GetItemCount(List()); }
@@ -105,6 +109,35 @@ TEST_F(MainWindowTest, HasItsClassAndTitle)
     EXPECT_EQ(FindWindowW(L"Journal", nullptr), window);
 }
 
+// What the main window is created with.
+CREATESTRUCTW g_created{};
+std::wstring g_createdTitle;
+
+LRESULT CALLBACK WatchCreation(int code, WPARAM wParam, LPARAM lParam)
+{
+    wchar_t name[16] = L"";
+    GetClassNameW(reinterpret_cast<HWND>(wParam), name, 16);
+    if (code == HCBT_CREATEWND && wcscmp(name, L"Journal") == 0) {
+        g_created = *reinterpret_cast<CBT_CREATEWNDW*>(lParam)->lpcs;
+        g_createdTitle = g_created.lpszName;
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+TEST_F(MainWindowTest, IsCreatedVisibleAndWithoutAFrame)
+{
+    HHOOK hook = SetWindowsHookExW(WH_CBT, WatchCreation, nullptr, GetCurrentThreadId());
+    ASSERT_NE(hook, nullptr);
+    Create();
+    UnhookWindowsHookEx(hook);
+    EXPECT_EQ(g_createdTitle, L"Kelvra Journal");
+    EXPECT_NE(g_created.style & WS_VISIBLE, 0);
+    EXPECT_EQ(static_cast<DWORD>(g_created.style) & (WS_OVERLAPPEDWINDOW & ~WS_CAPTION), 0u);
+    EXPECT_EQ(static_cast<DWORD>(g_created.dwExStyle) & ~DWORD{WS_EX_WINDOWEDGE}, 0u);
+    EXPECT_EQ(g_created.hwndParent, nullptr);
+    EXPECT_EQ(g_created.hMenu, nullptr);
+}
+
 TEST_F(MainWindowTest, TheClassIsPlain)
 {
     WNDCLASSW windowClass{};
@@ -115,6 +148,27 @@ TEST_F(MainWindowTest, TheClassIsPlain)
     EXPECT_EQ(windowClass.hIcon, nullptr);
     EXPECT_EQ(windowClass.lpszMenuName, nullptr);
     EXPECT_EQ(windowClass.hbrBackground, GetStockObject(WHITE_BRUSH));
+}
+
+TEST_F(MainWindowTest, TheBandsHaveBordersAndImages)
+{
+    Create();
+    EXPECT_NE(GetWindowLongPtrW(Bands(), GWL_STYLE) & RBS_BANDBORDERS, 0);
+    REBARINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = RBIM_IMAGELIST;
+    ASSERT_TRUE(SendMessageW(Bands(), RB_GETBARINFO, 0, reinterpret_cast<LPARAM>(&info)));
+    ASSERT_NE(info.himl, nullptr);
+    int width = 0, height = 0;
+    EXPECT_TRUE(ImageList_GetIconSize(info.himl, &width, &height));
+    EXPECT_EQ(width, Scale(16));
+}
+
+TEST_F(MainWindowTest, HasTheHelpAndTheCloseButton)
+{
+    Create();
+    ASSERT_NE(Adornments(), nullptr);
+    EXPECT_EQ(SendMessageW(Adornments(), TB_BUTTONCOUNT, 0, 0), 2);
 }
 
 TEST_F(MainWindowTest, HasTheElevenButtonsInOrder)
@@ -136,6 +190,7 @@ TEST_F(MainWindowTest, HasTheElevenButtonsInOrder)
         ASSERT_TRUE(
             SendMessageW(Buttons(), TB_GETBUTTON, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&button)));
         EXPECT_EQ(button.fsStyle & 0x0F, wanted[i].style) << i;
+        EXPECT_EQ(button.fsState & TBSTATE_HIDDEN, 0) << i;
         if (wanted[i].command) {
             EXPECT_EQ(button.idCommand, wanted[i].command) << i;
             EXPECT_EQ(button.iBitmap, wanted[i].image) << i;
@@ -214,6 +269,55 @@ TEST_F(MainWindowTest, TheListFollowsTheWindowsSize)
         MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&list), 2);
         return client.right < Scale(500) && list.right == client.right && list.bottom == client.bottom;
     }));
+}
+
+TEST_F(MainWindowTest, TheBandsFollowTheWindowsWidth)
+{
+    HWND window = Create();
+    SetWindowPos(window, nullptr, 0, 0, Scale(900), Scale(400), SWP_NOZORDER);
+    const auto fits = [&] {
+        RECT client, bands, adornments;
+        GetClientRect(window, &client);
+        GetClientRect(Bands(), &bands);
+        GetClientRect(Adornments(), &adornments);
+        return bands.right + adornments.right == client.right;
+    };
+    EXPECT_TRUE(PumpUntil(fits));
+    SetWindowPos(window, nullptr, 0, 0, Scale(450), Scale(400), SWP_NOZORDER);
+    EXPECT_TRUE(PumpUntil([&] {
+        RECT client;
+        GetClientRect(window, &client);
+        return client.right <= Scale(450) && fits();
+    }));
+}
+
+TEST_F(MainWindowTest, CannotBeMadeSmallerThanItCanBeWorked)
+{
+    HWND window = Create();
+    MINMAXINFO info{};
+    SendMessageW(window, WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&info));
+    EXPECT_EQ(info.ptMinTrackSize.x, Scale(320));
+    EXPECT_EQ(info.ptMinTrackSize.y, Scale(160));
+}
+
+TEST_F(MainWindowTest, TheListHasTheKeyboard)
+{
+    HWND window = Create();
+    EXPECT_EQ(GetWindowLongPtrW(List(), GWL_STYLE) & LVS_SHOWSELALWAYS, LVS_SHOWSELALWAYS);
+    EXPECT_EQ(GetWindowLongPtrW(List(), GWL_STYLE) & LVS_TYPEMASK, LVS_REPORT);
+    SetFocus(window);
+    EXPECT_EQ(GetFocus(), List());
+}
+
+TEST_F(MainWindowTest, WhatIsNotThereYetIsGrey)
+{
+    Create();
+    EXPECT_FALSE(ButtonEnabled(115));
+    for (UINT command : {103u, 104u, 115u, 117u, 118u, 120u, 121u, 122u, 124u})
+        EXPECT_FALSE(MenuEnabled(command)) << command;
+    for (UINT command : {100u, 110u, 111u, 112u, 113u, 125u, 127u, 140u, 160u})
+        EXPECT_TRUE(MenuEnabled(command)) << command;
+    EXPECT_TRUE(ButtonEnabled(111));
 }
 
 TEST_F(MainWindowTest, NothingSelectedGreysTheEntryCommands)
@@ -310,6 +414,62 @@ TEST_F(MainWindowTest, TheFilterButtonsBodyStartsContacts)
     EXPECT_EQ(answerer.Boxes()[0].caption, L"Addrbook not found");
 }
 
+TEST_F(MainWindowTest, EachCommandStartsItsCompanion)
+{
+    Create();
+    const std::pair<UINT, const wchar_t*> titles[] = {
+        {110, L"Calendar not found"},  {111, L"Addrbook not found"},     {112, L"Pmail.exe not found"},
+        {113, L"Tasks.exe not found"}, {125, L"iexplorm.exe not found"}, {127, L"PegHelp.exe not found"}};
+    for (const auto& [command, title] : titles) {
+        const MessageBoxAnswerer answerer({IDOK});
+        Command(command);
+        ASSERT_EQ(answerer.Boxes().size(), 1u) << command;
+        EXPECT_EQ(answerer.Boxes()[0].caption, title);
+        EXPECT_EQ(answerer.Boxes()[0].owner, m_window.Handle()) << command;
+    }
+}
+
+TEST_F(MainWindowTest, NewStartsWithoutASelectionAndEditKeepsIt)
+{
+    Create();
+    const CEOID id = AddEntry(L"One", 1);
+    m_window.List().Refresh();
+    m_window.List().SelectRecord(id);
+    std::wstring subject;
+    size_t selected = 99;
+    for (const auto& [command, text, count] :
+         {std::tuple(101u, L"One", size_t{1}), std::tuple(100u, L"<Entry Subject>", size_t{0})}) {
+        const ModalDriver driver([&](HWND editor) {
+            subject = WindowText(GetDlgItem(editor, IDC_SUBJECT));
+            selected = m_window.List().Selection().Count();
+            SendMessageW(editor, WM_COMMAND, IDCANCEL, 0);
+        });
+        Command(command);
+        ASSERT_TRUE(driver.Ran()) << command;
+        EXPECT_EQ(subject, text) << command;
+        EXPECT_EQ(selected, count) << command;
+        EXPECT_EQ(m_window.List().Selection().Count(), count) << command;
+    }
+}
+
+TEST_F(MainWindowTest, CopyOffersPasteAndPasteDuplicates)
+{
+    Create();
+    const CEOID id = AddEntry(L"One", 1);
+    m_window.List().Refresh();
+    m_window.List().SelectRecord(id);
+    m_window.List().SetSelectionFlag(0);
+    EXPECT_FALSE(MenuEnabled(142));
+    Command(143);
+    EXPECT_EQ(Rows(), 1);
+    EXPECT_TRUE(MenuEnabled(142));
+    EXPECT_TRUE(ButtonEnabled(142));
+    Command(142);
+    EXPECT_EQ(Rows(), 2);
+    Command(142);
+    EXPECT_EQ(Rows(), 3);
+}
+
 TEST_F(MainWindowTest, HelpIsAnsweredAndReturnsOne)
 {
     HWND window = Create();
@@ -383,6 +543,77 @@ TEST_F(MainWindowTest, ItsEndSavesBandsAndColumns)
         EXPECT_NE(App().GetNumber(L"Settings", name, 0xABCDEF), 0xABCDEFu) << name;
 }
 
+// What was stored for a band is what it had, each value under its name.
+TEST_F(MainWindowTest, ItsEndSavesEachBandAsItIs)
+{
+    App().SetNumber(L"Settings", L"mstyle", 128);
+    App().SetNumber(L"Settings", L"tstyle", 129);
+    App().SetNumber(L"Settings", L"trestore", 333);
+    HWND window = Create();
+    COMMANDBANDSRESTOREINFO bands[2]{};
+    for (UINT i = 0; i < 2; ++i) {
+        bands[i].cbSize = sizeof bands[i];
+        ASSERT_TRUE(CommandBands_GetRestoreInformation(Bands(), i, &bands[i]));
+    }
+    ASSERT_EQ(bands[0].wID, 103u);
+    ASSERT_EQ(bands[1].wID, 104u);
+    SendMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(App().GetNumber(L"Settings", L"mstyle", 0), bands[0].fStyle);
+    EXPECT_EQ(App().GetNumber(L"Settings", L"mrestore", 0), bands[0].cxRestored);
+    EXPECT_EQ(App().GetNumber(L"Settings", L"mmax", 7), 0u);
+    EXPECT_EQ(App().GetNumber(L"Settings", L"tstyle", 0), bands[1].fStyle);
+    EXPECT_EQ(App().GetNumber(L"Settings", L"trestore", 0), bands[1].cxRestored);
+    EXPECT_EQ(App().GetNumber(L"Settings", L"tmax", 7), 0u);
+    EXPECT_EQ(App().GetNumber(L"Settings", L"mstyle", 0), 128u);
+    EXPECT_EQ(App().GetNumber(L"Settings", L"tstyle", 0), 129u);
+    EXPECT_NE(bands[0].cxRestored, bands[1].cxRestored);
+}
+
+TEST_F(MainWindowTest, ItsEndSavesItsPlace)
+{
+    HWND window = Create();
+    SetWindowPos(window, nullptr, 40, 50, 500, 300, SWP_NOZORDER);
+    ASSERT_TRUE(PumpUntil([&] {
+        RECT place;
+        GetWindowRect(window, &place);
+        return place.left == 40 && place.right == 540;
+    }));
+    SendMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(App().GetNumber(L"Settings", L"wLeft", 0), 40u);
+    EXPECT_EQ(App().GetNumber(L"Settings", L"wTop", 0), 50u);
+    EXPECT_EQ(App().GetNumber(L"Settings", L"wRight", 0), 540u);
+    EXPECT_EQ(App().GetNumber(L"Settings", L"wBottom", 0), 350u);
+    EXPECT_EQ(App().GetNumber(L"Settings", L"wMax", 7), 0u);
+}
+
+class StoredSort : public MainWindowTest {
+  protected:
+    StoredSort()
+    {
+        App().SetNumber(L"Settings", L"iCols", 1);
+        App().SetNumber(L"Settings", L"Column0", 0x6506400C); // the date, not the sort column
+    }
+    CEPROPID OpenedSort()
+    {
+        SORTORDERSPEC sort{};
+        App().Journal().GetSort(&sort);
+        return sort.propid;
+    }
+};
+
+TEST_F(StoredSort, IsTheOneTheJournalOpensIn)
+{
+    App().SetNumber(L"Options", L"sort", 0x0066001F);
+    Create();
+    EXPECT_EQ(OpenedSort(), 0x0066001Fu);
+}
+
+TEST_F(StoredSort, IsTheDateWhenItIsMissing)
+{
+    Create();
+    EXPECT_EQ(OpenedSort(), 0x00650040u);
+}
+
 class LayoutNotification : public MainWindowTest, public testing::WithParamInterface<UINT> {};
 
 TEST_P(LayoutNotification, SavesStyleAndWidthOnly)
@@ -400,6 +631,21 @@ TEST_P(LayoutNotification, SavesStyleAndWidthOnly)
     EXPECT_EQ(App().GetNumber(L"Settings", L"tmax", 0), 78u);
 }
 
+TEST_P(LayoutNotification, RefitsTheListFirst)
+{
+    HWND window = Create();
+    SetWindowPos(List(), nullptr, 7, 3, 50, 40, SWP_NOZORDER | SWP_NOACTIVATE);
+    NMHDR header{Bands(), 102, GetParam()};
+    SendMessageW(window, WM_NOTIFY, 102, reinterpret_cast<LPARAM>(&header));
+    RECT client, list;
+    GetClientRect(window, &client);
+    GetWindowRect(List(), &list);
+    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&list), 2);
+    EXPECT_EQ(list.top, CommandBands_Height(Bands()));
+    EXPECT_EQ(list.right, client.right);
+    EXPECT_EQ(list.bottom, client.bottom);
+}
+
 INSTANTIATE_TEST_SUITE_P(Codes, LayoutNotification,
                          testing::Values(static_cast<UINT>(RBN_HEIGHTCHANGE),
                                          static_cast<UINT>(RBN_LAYOUTCHANGED)));
@@ -414,11 +660,15 @@ TEST_F(MainWindowTest, BuildingTheBandsSavesNothing)
 
 TEST_F(MainWindowTest, AStoredMaximizedBandIsMaximized)
 {
-    App().SetNumber(L"Settings", L"tmax", 1);
-    HWND window = Create();
-    SendMessageW(window, WM_CLOSE, 0, 0);
-    EXPECT_EQ(App().GetNumber(L"Settings", L"tmax", 0), 1u);
-    EXPECT_EQ(App().GetNumber(L"Settings", L"mmax", 5), 0u);
+    const std::pair<const wchar_t*, const wchar_t*> names[] = {{L"tmax", L"mmax"}, {L"mmax", L"tmax"}};
+    for (const auto& [maximized, other] : names) {
+        App().SetNumber(L"Settings", maximized, 3);
+        App().SetNumber(L"Settings", other, 0);
+        HWND window = Create();
+        SendMessageW(window, WM_CLOSE, 0, 0);
+        EXPECT_EQ(App().GetNumber(L"Settings", maximized, 0), 1u) << maximized;
+        EXPECT_EQ(App().GetNumber(L"Settings", other, 5), 0u) << other;
+    }
 }
 
 TEST_F(MainWindowTest, AFailedStartLeavesNoWindowAndNoSetting)
@@ -435,15 +685,30 @@ TEST_F(MainWindowTest, AFailedStartLeavesNoWindowAndNoSetting)
     EXPECT_TRUE(TakeQuitMessage());
 }
 
-TEST_F(MainWindowTest, AStartedProgramHasItsIcons)
+int IconSide(HWND window, WPARAM which)
+{
+    ICONINFO info{};
+    BITMAP bitmap{};
+    if (!GetIconInfo(reinterpret_cast<HICON>(SendMessageW(window, WM_GETICON, which, 0)), &info))
+        return 0;
+    GetObjectW(info.hbmColor, sizeof bitmap, &bitmap);
+    DeleteObject(info.hbmColor);
+    DeleteObject(info.hbmMask);
+    return static_cast<int>(bitmap.bmWidth);
+}
+
+TEST_F(MainWindowTest, AStartedProgramHasItsIconsAndRunsToTheQuitMessage)
 {
     UnregisterClassW(kMainWindowClass, Instance());
     ASSERT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 1);
     HWND window = App().MainWindowHandle();
-    EXPECT_NE(SendMessageW(window, WM_GETICON, ICON_SMALL, 0), 0);
-    EXPECT_NE(SendMessageW(window, WM_GETICON, ICON_BIG, 0), 0);
+    EXPECT_EQ(IconSide(window, ICON_SMALL), Scale(16));
+    EXPECT_EQ(IconSide(window, ICON_BIG), Scale(32));
+    EXPECT_EQ(App().Instance(), Instance());
     SendMessageW(window, WM_CLOSE, 0, 0);
-    EXPECT_EQ(App().Run(), 0) << "the quit message ends the loop";
+    ASSERT_TRUE(TakeQuitMessage());
+    PostQuitMessage(42);
+    EXPECT_EQ(App().Run(), 42);
 }
 
 TEST_F(MainWindowTest, AboutShowsTheProgramAndTheBuild)
@@ -470,5 +735,23 @@ TEST_F(MainWindowTest, AboutShowsTheProgramAndTheBuild)
     EXPECT_EQ(build, L"Build (2094)");
     EXPECT_TRUE(bold);
 }
+
+class AboutAnswer : public MainWindowTest, public testing::WithParamInterface<int> {};
+
+TEST_P(AboutAnswer, ClosesItAndDeletesItsFont)
+{
+    Create();
+    HGDIOBJ font = nullptr;
+    const ModalDriver driver([&](HWND dialog) {
+        font = reinterpret_cast<HGDIOBJ>(SendDlgItemMessageW(dialog, IDC_ABOUT_PRODUCT, WM_GETFONT, 0, 0));
+        EXPECT_EQ(GetObjectType(font), DWORD{OBJ_FONT});
+        SendMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(GetParam()), 0);
+    });
+    Command(160);
+    ASSERT_TRUE(driver.Ran());
+    EXPECT_EQ(GetObjectType(font), 0u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Both, AboutAnswer, testing::Values(IDOK, IDCANCEL));
 
 } // namespace

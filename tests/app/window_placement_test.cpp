@@ -37,6 +37,23 @@ TEST_F(Placement, OpensWhereItWasStored)
     EXPECT_TRUE(EqualRect(&place, &wanted));
 }
 
+// The screen was larger when the place was stored.
+TEST_F(Placement, IsNoLargerThanTheWorkArea)
+{
+    const RECT area = WorkArea();
+    Store(10, 20, area.right + 500, 220);
+    RECT place = PlaceToOpenAt(App()), wanted{area.left, 20, area.right, 220};
+    EXPECT_TRUE(EqualRect(&place, &wanted)) << place.left << " " << place.right;
+    Store(10, 20, 400, area.bottom + 300);
+    place = PlaceToOpenAt(App());
+    wanted = {10, area.top, 400, area.bottom};
+    EXPECT_TRUE(EqualRect(&place, &wanted)) << place.top << " " << place.bottom;
+    Store(area.right - 100, 20, area.right + 300, 220); // partly off the screen, as somebody left it
+    place = PlaceToOpenAt(App());
+    wanted = {area.right - 100, 20, area.right + 300, 220};
+    EXPECT_TRUE(EqualRect(&place, &wanted)) << place.left << " " << place.right;
+}
+
 TEST_F(Placement, AMaximizedWindowComesBackMaximized)
 {
     Store(50, 50, 450, 350, 1);

@@ -446,7 +446,7 @@ TEST_F(EntryEditorTest, CancellingAChangedEntryAsksFirst)
     ASSERT_EQ(boxes.Boxes().size(), 2u);
     EXPECT_EQ(boxes.Boxes()[0].text, L"Cancel changes?");
     EXPECT_EQ(boxes.Boxes()[0].caption, L"Warning");
-    EXPECT_EQ(boxes.Boxes()[0].buttons, (std::vector<int>{IDYES, IDNO}));
+    EXPECT_EQ(boxes.Boxes()[0].answers, (std::vector<int>{IDYES, IDNO}));
     EXPECT_EQ(boxes.Boxes()[0].icon, LoadIconW(nullptr, IDI_QUESTION));
 }
 

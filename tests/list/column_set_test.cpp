@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "support/test_store.h"
+#include "ui/scale.h"
 
 namespace {
 
@@ -84,6 +85,17 @@ TEST_F(ColumnSetTest, DefaultsForSeveralWorkAreas)
             << width.right;
         EXPECT_EQ(set.shownCount, 2);
     }
+}
+
+// The work area is in pixels of the screen already.
+TEST_F(ColumnSetTest, GivenWidthsAreAtTheSystemsResolution)
+{
+    ColumnSet set;
+    ResetColumns(&set, 900);
+    const int widths[] = {300,       600,       Scale(100), Scale(50), Scale(50), 0,
+                          Scale(16), Scale(40), Scale(40),  Scale(40), Scale(60)};
+    for (size_t i = 0; i < 11; ++i)
+        EXPECT_EQ(set.columns[i].Width(), widths[i]) << i;
 }
 
 TEST_F(ColumnSetTest, ImpossibleWorkAreasAreHarmless)
@@ -186,10 +198,17 @@ TEST_F(ColumnSetTest, MissingPositionsAreSkipped)
     EXPECT_EQ(Properties(set), (std::vector<int>{110, 101, 102, 103, 104, 105, 106, 107, 108, 109, 111}));
 }
 
-TEST_F(ColumnSetTest, NothingKnownShowsNothing)
+// Without a column there would be nothing to see, and no header to work with.
+TEST_F(ColumnSetTest, NothingKnownIsTheDefaults)
 {
-    Store({0, 0x12345678});
-    EXPECT_EQ(Load().shownCount, 0);
+    ColumnSet defaults;
+    ResetColumns(&defaults, 900);
+    for (const DWORD unknown : {0u, 0x12345678u, 0x6A064008u, 0xFFFFFFFFu}) {
+        Store({unknown, unknown});
+        const ColumnSet set = Load();
+        EXPECT_EQ(set.shownCount, 2) << unknown;
+        EXPECT_EQ(Words(set), Words(defaults)) << unknown;
+    }
 }
 
 TEST_F(ColumnSetTest, TheNamelessPropertyIsNeverShown)

@@ -9,12 +9,17 @@ EntryListTest::EntryListTest()
 bool EntryListTest::OnParentMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
 {
     switch (message) {
-    case kMsgSelectionChanged: m_reports.push_back(wParam); return true;
+    case kMsgSelectionChanged:
+        EXPECT_EQ(lParam, 0);
+        m_reports.push_back(wParam);
+        return true;
     case WM_COMMAND: m_commands.push_back(wParam); return true;
     case WM_NOTIFY: break;
     default: return false;
     }
     auto* notification = reinterpret_cast<NMHDR*>(lParam);
+    if (notification->code == LVN_DELETEALLITEMS)
+        m_cursorWhileEmptying = GetCursor();
     if (notification->code == LVN_DELETEALLITEMS && m_deselectsOnEmptying) {
         NMLISTVIEW deselected{};
         deselected.hdr = {notification->hwndFrom, notification->idFrom, static_cast<UINT>(LVN_ITEMCHANGED)};

@@ -41,7 +41,8 @@ class EntryListTest : public JournalTest {
     std::vector<WPARAM> m_reports;
     std::vector<WPARAM> m_commands;
     bool m_deselectsOnEmptying =
-        false;                    // tells of rows deselected when the control is emptied, as some systems do
+        false; // tells of rows deselected when the control is emptied, as some systems do
+    HCURSOR m_cursorWhileEmptying = nullptr;
     std::vector<int> m_blankRows; // rows for which the control was given an empty first cell
     ColumnSet m_columns;
     EntryList m_list;

@@ -40,6 +40,15 @@ TEST_F(EntryListRefresh, SelectRecordSelectsFocusesAndShows)
     EXPECT_EQ(m_reports, std::vector<WPARAM>{1});
 }
 
+TEST_F(EntryListRefresh, SelectRecordShowsWhatHasTheFocusAlready)
+{
+    m_list.SelectRecord(Id(70));
+    ListView_EnsureVisible(Handle(), 0, FALSE);
+    ASSERT_FALSE(IsVisible(70));
+    m_list.SelectRecord(Id(70));
+    EXPECT_TRUE(IsVisible(70));
+}
+
 TEST_F(EntryListRefresh, SelectRecordReportsChangesOnly)
 {
     m_list.SelectRecord(Id(3));

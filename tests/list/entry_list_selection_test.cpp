@@ -82,6 +82,51 @@ TEST_F(EntryListSelection, ARangeMayBeAddedToOthers)
     EXPECT_GE(Selected().size(), 5u);
 }
 
+// Told of by hand: the control has deselected the others before it tells of a range.
+class RangeChange : public EntryListSelection {
+  protected:
+    void Tell(int from, int to, UINT newState)
+    {
+        NMLVODSTATECHANGE change{};
+        change.hdr = {Handle(), 0, static_cast<UINT>(LVN_ODSTATECHANGED)};
+        change.iFrom = from;
+        change.iTo = to;
+        change.uNewState = newState;
+        m_reports.clear();
+        m_list.OnNotify(&change.hdr);
+        EXPECT_EQ(m_reports.size(), 1u) << "reported whatever it was";
+    }
+};
+
+TEST_F(RangeChange, IsTheWholeSelection)
+{
+    m_list.Selection().Append(Id(15));
+    Tell(2, 4, LVIS_SELECTED);
+    EXPECT_EQ(Selected(), (List{Id(2), Id(3), Id(4)}));
+}
+
+TEST_F(RangeChange, OfRowsThatAreNotSelectedEmptiesIt)
+{
+    m_list.Selection().Append(Id(15));
+    Tell(2, 4, 0);
+    EXPECT_TRUE(Selected().empty());
+}
+
+TEST_F(RangeChange, TurnedOverEmptiesIt)
+{
+    m_list.Selection().Append(Id(15));
+    Tell(4, 2, LVIS_SELECTED);
+    EXPECT_TRUE(Selected().empty());
+}
+
+TEST_F(RangeChange, BeyondTheRowsTakesThoseThatAreThere)
+{
+    Tell(-5, 1, LVIS_SELECTED);
+    EXPECT_EQ(Selected(), (List{Id(0), Id(1)}));
+    Tell(18, INT_MAX, LVIS_SELECTED);
+    EXPECT_EQ(Selected(), (List{Id(18), Id(19)}));
+}
+
 TEST_F(EntryListSelection, AClickDropsASelectionOfSeveral)
 {
     ClickRow(2);

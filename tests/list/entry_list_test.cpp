@@ -233,6 +233,19 @@ TEST_F(EntryListTest, HeaderClicksFlipTheDirectionAndAreSaved)
     EXPECT_EQ(Stored(L"Column0") & 0x1D, 0x1Du);
 }
 
+TEST_F(EntryListTest, SortingShowsTheHourglass)
+{
+    AddEntry(10, L"x");
+    CreateList();
+    HCURSOR before = LoadCursorW(nullptr, IDC_CROSS);
+    SetCursor(before);
+    m_list.ApplySort(m_columns.columns[1]);
+    EXPECT_EQ(m_cursorWhileEmptying, LoadCursorW(nullptr, IDC_WAIT));
+    EXPECT_EQ(GetCursor(), before);
+    m_list.Refresh();
+    EXPECT_EQ(m_cursorWhileEmptying, before);
+}
+
 TEST_F(EntryListTest, AClickOnAnotherHeaderSortsByIt)
 {
     AddEntry(10, L"b");

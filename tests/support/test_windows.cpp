@@ -19,15 +19,14 @@ bool IsMessageBox(HWND window)
     return IsDialog(window) && GetDlgItem(window, 0xFFFF) && !GetDlgItem(window, 1000);
 }
 
-std::vector<int> VisibleButtons(HWND box)
+std::vector<int> OfferedAnswers(HWND box)
 {
-    std::vector<int> buttons;
-    for (int id = IDOK; id <= IDCONTINUE; ++id) {
-        HWND button = GetDlgItem(box, id);
-        if (button && (GetWindowLongPtrW(button, GWL_STYLE) & WS_VISIBLE))
-            buttons.push_back(id);
-    }
-    return buttons;
+    std::vector<int> answers;
+    for (int id = IDOK; id <= IDCONTINUE; ++id)
+        if (HWND button = GetDlgItem(box, id);
+            button && (GetWindowLongPtrW(button, GWL_STYLE) & WS_VISIBLE) != 0)
+            answers.push_back(id);
+    return answers;
 }
 
 HICON IconOf(HWND box)
@@ -133,8 +132,8 @@ LRESULT CALLBACK MessageBoxAnswerer::Hook(int code, WPARAM wParam, LPARAM lParam
 
 void MessageBoxAnswerer::Answer(HWND box)
 {
-    m_boxes.push_back(
-        {WindowText(GetDlgItem(box, 0xFFFF)), WindowText(box), VisibleButtons(box), IconOf(box)});
+    m_boxes.push_back({WindowText(GetDlgItem(box, 0xFFFF)), WindowText(box), GetWindow(box, GW_OWNER),
+                       OfferedAnswers(box), IconOf(box)});
     const size_t index = m_boxes.size() - 1 < m_answers.size() ? m_boxes.size() - 1 : m_answers.size() - 1;
     PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(m_answers[index]), 0);
 }

@@ -42,7 +42,8 @@ class MessageBoxAnswerer {
     struct Box {
         std::wstring text;
         std::wstring caption;
-        std::vector<int> buttons; // their identifiers, in ascending order
+        HWND owner = nullptr;
+        std::vector<int> answers; // that it offers, in ascending order
         HICON icon = nullptr;
     };
     explicit MessageBoxAnswerer(std::vector<int> answers = {IDOK});
