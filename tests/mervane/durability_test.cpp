@@ -68,11 +68,12 @@ TEST_F(Watched, DoesABulkWithOneFlush)
 
 TEST_F(Watched, KeepsTheLogWithinBounds)
 {
-    const std::wstring text(400'000, L'x');
+    // Each body differs everywhere: pages that stay the same are not written.
+    const auto body = [](int i) { return std::wstring(400'000, static_cast<wchar_t>(L'!' + i % 90)); };
     for (int i = 0; i < 100; ++i)
-        ASSERT_EQ(Sent().Text(kBody, text + std::to_wstring(i)).Write(m_journal, m_id), m_id);
+        ASSERT_EQ(Sent().Text(kBody, body(i)).Write(m_journal, m_id), m_id);
     EXPECT_LT(ReadFileBytes(m_store.Path() + L"-wal").size(), 20'000'000u) << "of 40 MB of bodies";
-    EXPECT_EQ(Received(m_journal, m_id).Text(kBody), text + L"99");
+    EXPECT_TRUE(Received(m_journal, m_id).Text(kBody) == body(99));
 }
 
 TEST_F(Watched, WalksWithoutAskingTheSystem)
