@@ -141,7 +141,8 @@ bool HasLog(const std::wstring& path)
 bool LogIsForeign(const std::wstring& path)
 {
     Database database;
-    if (!database.Open(path, Database::Mode::ReadOnly))
+    // To be alone with a file one must be able to write it.
+    if (!database.Open(path, Database::Mode::Create))
         return false;
     database.KeepLog();
     (void)database.Execute("PRAGMA locking_mode = EXCLUSIVE; PRAGMA busy_timeout = 0");

@@ -253,6 +253,15 @@ TEST_F(LeftLog, OfANewerProgramIsRefused)
     EXPECT_EQ(RawStore(Path()).Integer("PRAGMA user_version"), 99002);
 }
 
+TEST_F(LeftLog, OfANewerProgramKeepsItsIndex)
+{
+    Leave("PRAGMA user_version = 99002");
+    const std::string index(32'768, '\x55');
+    ASSERT_TRUE(WriteFileBytes(Beside(L"-shm"), index));
+    ExpectRefused();
+    EXPECT_TRUE(ReadFileBytes(Beside(L"-shm")) == index);
+}
+
 TEST_F(LeftLog, OfANewerProgramAtWorkIsRefused)
 {
     MakeStore();

@@ -7,7 +7,7 @@ namespace {
 WatchedFiles::Counts g_seen;
 bool g_full = false;
 bool g_failSyncs = false;
-bool g_failLocks = false;
+bool g_failReads = false;
 const sqlite3_io_methods* g_real = nullptr;
 sqlite3_io_methods g_watching;
 sqlite3_vfs* g_realVfs = nullptr;
@@ -22,7 +22,13 @@ int Sync(sqlite3_file* file, int flags)
 int Read(sqlite3_file* file, void* data, int size, sqlite3_int64 offset)
 {
     ++g_seen.reads;
-    return g_real->xRead(file, data, size, offset);
+    return g_failReads ? SQLITE_IOERR_READ : g_real->xRead(file, data, size, offset);
+}
+
+int Fetch(sqlite3_file* file, sqlite3_int64 offset, int size, void** page)
+{
+    *page = nullptr;
+    return g_failReads ? SQLITE_OK : g_real->xFetch(file, offset, size, page);
 }
 
 int Write(sqlite3_file* file, const void* data, int size, sqlite3_int64 offset)
@@ -46,8 +52,7 @@ int Unlock(sqlite3_file* file, int level)
 int ShmLock(sqlite3_file* file, int offset, int count, int flags)
 {
     ++g_seen.locks;
-    const bool fails = g_failLocks && (flags & SQLITE_SHM_LOCK);
-    return fails ? SQLITE_IOERR_SHMLOCK : g_real->xShmLock(file, offset, count, flags);
+    return g_real->xShmLock(file, offset, count, flags);
 }
 
 int Open(sqlite3_vfs*, sqlite3_filename name, sqlite3_file* file, int flags, int* outFlags)
@@ -59,6 +64,7 @@ int Open(sqlite3_vfs*, sqlite3_filename name, sqlite3_file* file, int flags, int
     g_watching = *g_real;
     g_watching.xSync = Sync;
     g_watching.xRead = Read;
+    g_watching.xFetch = Fetch;
     g_watching.xWrite = Write;
     g_watching.xLock = Lock;
     g_watching.xUnlock = Unlock;
@@ -83,7 +89,7 @@ WatchedFiles::~WatchedFiles()
 {
     FillDisk(false);
     FailSyncs(false);
-    FailLocks(false);
+    FailReads(false);
     sqlite3_vfs_unregister(&g_vfs);
 }
 
@@ -103,7 +109,7 @@ void WatchedFiles::FailSyncs(bool fail)
 {
     g_failSyncs = fail;
 }
-void WatchedFiles::FailLocks(bool fail)
+void WatchedFiles::FailReads(bool fail)
 {
-    g_failLocks = fail;
+    g_failReads = fail;
 }

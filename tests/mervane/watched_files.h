@@ -22,6 +22,6 @@ class WatchedFiles {
     void FillDisk(bool full);
     // From now on a flush fails, or not.
     void FailSyncs(bool fail);
-    // From now on no lock is given, so that nothing can be read or written, or not.
-    void FailLocks(bool fail);
+    // From now on nothing can be read that is not in memory, or everything.
+    void FailReads(bool fail);
 };
