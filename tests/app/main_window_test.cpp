@@ -10,6 +10,7 @@
 #include "support/test_store.h"
 #include "support/test_windows.h"
 #include "ui/command_bands.h"
+#include "ui/image_list.h"
 #include "ui/scale.h"
 
 namespace {
@@ -195,6 +196,40 @@ TEST_F(MainWindowTest, HasTheElevenButtonsInOrder)
             EXPECT_EQ(button.idCommand, wanted[i].command) << i;
             EXPECT_EQ(button.iBitmap, wanted[i].image) << i;
         }
+    }
+}
+
+// How an image of a list looks on white.
+std::vector<COLORREF> PictureOf(HIMAGELIST images, int index)
+{
+    const int side = Scale(16);
+    HDC screen = GetDC(nullptr);
+    HDC memory = CreateCompatibleDC(screen);
+    const UniqueBitmap bitmap(CreateCompatibleBitmap(screen, side, side));
+    HGDIOBJ previous = SelectObject(memory, bitmap.get());
+    PatBlt(memory, 0, 0, side, side, WHITENESS);
+    EXPECT_TRUE(ImageList_Draw(images, index, memory, 0, 0, ILD_NORMAL));
+    std::vector<COLORREF> pixels;
+    for (int y = 0; y < side; ++y)
+        for (int x = 0; x < side; ++x)
+            pixels.push_back(GetPixel(memory, x, y));
+    SelectObject(memory, previous);
+    DeleteDC(memory);
+    ReleaseDC(nullptr, screen);
+    return pixels;
+}
+
+TEST_F(MainWindowTest, TheFirstImagesAreThoseOfItsBitmaps)
+{
+    Create();
+    auto images = reinterpret_cast<HIMAGELIST>(SendMessageW(Buttons(), TB_GETIMAGELIST, 0, 0));
+    EXPECT_EQ(ImageList_GetImageCount(images), 18) << "and the system's fifteen";
+    int index = 0;
+    for (const int bitmap : {214, 215, 213}) {
+        const UniqueImageList wanted = LoadImageStrip(Instance(), bitmap, 16, kImageMask);
+        ASSERT_NE(wanted, nullptr);
+        EXPECT_EQ(PictureOf(images, index), PictureOf(wanted.get(), 0)) << bitmap;
+        ++index;
     }
 }
 

@@ -43,3 +43,18 @@ bool StoreSetting(const std::wstring& subkey, const wchar_t* name, const std::ws
     return RegSetKeyValueW(HKEY_CURRENT_USER, KeyPath(subkey).c_str(), name, REG_SZ, text.c_str(), size) ==
            ERROR_SUCCESS;
 }
+
+bool StoreRawSetting(const std::wstring& subkey, const wchar_t* name, DWORD type, const std::string& bytes)
+{
+    return RegSetKeyValueW(HKEY_CURRENT_USER, KeyPath(subkey).c_str(), name, type, bytes.data(),
+                           static_cast<DWORD>(bytes.size())) == ERROR_SUCCESS;
+}
+
+bool HasSettings(const std::wstring& subkey)
+{
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, KeyPath(subkey).c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS)
+        return false;
+    RegCloseKey(key);
+    return true;
+}

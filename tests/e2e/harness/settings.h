@@ -12,3 +12,8 @@ std::optional<DWORD> NumberSetting(const std::wstring& subkey, const wchar_t* na
 std::optional<std::wstring> TextSetting(const std::wstring& subkey, const wchar_t* name);
 [[nodiscard]] bool StoreSetting(const std::wstring& subkey, const wchar_t* name, DWORD number);
 [[nodiscard]] bool StoreSetting(const std::wstring& subkey, const wchar_t* name, const std::wstring& text);
+// Any bytes as any type (REG_...).
+[[nodiscard]] bool StoreRawSetting(const std::wstring& subkey, const wchar_t* name, DWORD type,
+                                   const std::string& bytes);
+// Whether there is such a subkey.
+bool HasSettings(const std::wstring& subkey);

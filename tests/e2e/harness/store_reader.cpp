@@ -74,3 +74,30 @@ StoreReader::Value StoreReader::QueryOne(const std::string& sql) const
     const Rows rows = Query(sql);
     return rows.empty() || rows[0].empty() ? std::nullopt : rows[0][0];
 }
+
+bool ChangeStore(const std::wstring& path, const std::string& sql)
+{
+    sqlite3* database = nullptr;
+    bool changed =
+        sqlite3_open_v2(Utf8(path).c_str(), &database, SQLITE_OPEN_READWRITE, nullptr) == SQLITE_OK;
+    if (changed) {
+        sqlite3_busy_timeout(database, kBusyLimit);
+        changed = sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK;
+    }
+    sqlite3_close(database);
+    return changed;
+}
+
+// The exclusive mode keeps readers out too, which a store with a log lets in otherwise.
+StoreLock::StoreLock(const std::wstring& path)
+{
+    m_held = sqlite3_open_v2(Utf8(path).c_str(), &m_database, SQLITE_OPEN_READWRITE, nullptr) == SQLITE_OK &&
+             sqlite3_exec(m_database, "PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE", nullptr, nullptr,
+                          nullptr) == SQLITE_OK;
+}
+
+StoreLock::~StoreLock()
+{
+    sqlite3_exec(m_database, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(m_database);
+}

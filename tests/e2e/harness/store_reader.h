@@ -28,3 +28,21 @@ class StoreReader {
     };
     std::unique_ptr<sqlite3, Closer> m_database;
 };
+
+// Runs statements on the store as another tool would; false when one fails.
+[[nodiscard]] bool ChangeStore(const std::wstring& path, const std::string& sql);
+
+// Another program's exclusive lock on the whole store, for as long as this lives.
+class StoreLock {
+  public:
+    explicit StoreLock(const std::wstring& path);
+    ~StoreLock();
+    StoreLock(const StoreLock&) = delete;
+    StoreLock& operator=(const StoreLock&) = delete;
+
+    bool IsHeld() const { return m_held; }
+
+  private:
+    sqlite3* m_database = nullptr;
+    bool m_held = false;
+};

@@ -17,19 +17,19 @@ class Start : public JournalWindowTest {
         EXPECT_TRUE(box.Offers(IDOK));
         EXPECT_FALSE(box.Offers(IDCANCEL));
         EXPECT_EQ(FindTopWindow(m_journal.Id(), L"Journal"), nullptr);
+        EXPECT_EQ(GetWindow(box.Handle(), GW_OWNER), nullptr);
+        EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == box.Handle(); })) << "it is seen";
+        EXPECT_EQ(WaitForInputIdle(m_journal.Handle(), kRemoteLimit), 0u);
+        EXPECT_TRUE(IsWindowVisible(box.Handle())) << "and stays";
         ASSERT_TRUE(box.Answer(IDOK));
         ASSERT_TRUE(m_journal.WaitForEnd());
         EXPECT_EQ(m_journal.ExitCode(), 0u);
     }
 
-    static bool HasSubkey(const wchar_t* name)
+    static void ExpectNoSettings()
     {
-        HKEY key = nullptr;
-        const std::wstring path = std::wstring(L"Software\\Quillmarsh\\Journal\\") + name;
-        if (RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS)
-            return false;
-        RegCloseKey(key);
-        return true;
+        for (const wchar_t* subkey : {L"Settings", L"Options", L"Filter"})
+            EXPECT_FALSE(HasSettings(subkey));
     }
 };
 
@@ -45,9 +45,7 @@ TEST_F(Start, AFailedStartStoresNoSetting)
 {
     ASSERT_TRUE(WriteFileBytes(m_store.Path(), "no store at all"));
     ExpectFailedStart();
-    EXPECT_FALSE(HasSubkey(L"Settings"));
-    EXPECT_FALSE(HasSubkey(L"Options"));
-    EXPECT_FALSE(HasSubkey(L"Filter"));
+    ExpectNoSettings();
 }
 
 TEST_F(Start, AFailedStartLeavesStoredSettingsAlone)
@@ -74,6 +72,49 @@ TEST_F(Start, ANewerStoreStaysAsItWas)
     ASSERT_TRUE(WriteFileBytes(m_store.Path(), bytes));
     ExpectFailedStart();
     EXPECT_EQ(ReadFileBytes(m_store.Path()), bytes);
+    ExpectNoSettings();
+}
+
+// Another program keeps the file to itself.
+TEST_F(Start, AStoreThatCannotBeOpenedStaysAsItWas)
+{
+    ASSERT_NE(AddEntry(L"Kept"), 0u);
+    const std::string bytes = ReadFileBytes(m_store.Path());
+    {
+        HANDLE file = CreateFileW(m_store.Path().c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+        ASSERT_NE(file, INVALID_HANDLE_VALUE);
+        const UniqueKernelHandle owner(file);
+        ExpectFailedStart();
+    }
+    EXPECT_EQ(ReadFileBytes(m_store.Path()), bytes);
+    ExpectNoSettings();
+    ASSERT_NE(m_journal.Start(), nullptr) << "nothing is left of the failure";
+    EXPECT_TRUE(ShowsRows(1));
+}
+
+// Another program holds SQLite's lock for longer than anyone waits.
+TEST_F(Start, ALockedStoreStaysAsItWas)
+{
+    ASSERT_NE(AddEntry(L"Kept"), 0u);
+    const std::string bytes = ReadFileBytes(m_store.Path());
+    {
+        const StoreLock lock(m_store.Path());
+        ASSERT_TRUE(lock.IsHeld());
+        ExpectFailedStart();
+    }
+    EXPECT_EQ(ReadFileBytes(m_store.Path()), bytes);
+    ExpectNoSettings();
+    ASSERT_NE(m_journal.Start(), nullptr);
+    EXPECT_TRUE(ShowsRows(1));
+}
+
+TEST_F(Start, AFolderInTheStoresPlaceStays)
+{
+    ASSERT_TRUE(CreateDirectoryW(m_store.Path().c_str(), nullptr));
+    ExpectFailedStart();
+    ExpectNoSettings();
+    EXPECT_TRUE(RemoveDirectoryW(m_store.Path().c_str())) << "it is empty";
 }
 
 TEST_F(Start, ASecondStartBringsTheFirstOneForward)
@@ -88,29 +129,6 @@ TEST_F(Start, ASecondStartBringsTheFirstOneForward)
     EXPECT_EQ(second.ExitCode(), 0u);
     EXPECT_TRUE(WaitFor([&] { return !IsIconic(first) && GetForegroundWindow() == first; }));
     EXPECT_FALSE(HasMessageBox(m_journal.Id()));
-}
-
-TEST_F(Start, HostileSettingsDoNotStopIt)
-{
-    for (const wchar_t* name : {L"mstyle", L"mrestore", L"mmax", L"tstyle", L"trestore", L"tmax", L"iCols",
-                                L"Column0", L"Column1", L"wLeft", L"wTop", L"wRight", L"wBottom", L"wMax"})
-        ASSERT_TRUE(StoreSetting(L"Settings", name, 0xFFFFFFFF));
-    ASSERT_TRUE(StoreSetting(L"Options", L"sort", 0xFFFFFFFF));
-    ASSERT_NE(AddEntry(L"Still here"), 0u);
-    ASSERT_NE(m_journal.Start(), nullptr);
-    EXPECT_TRUE(ShowsRows(1));
-    EXPECT_TRUE(m_journal.Close());
-}
-
-TEST_F(Start, SettingsOfOtherTypesDoNotStopIt)
-{
-    for (const wchar_t* name : {L"mstyle", L"mrestore", L"tstyle", L"iCols", L"Column0", L"wLeft"})
-        ASSERT_TRUE(StoreSetting(L"Settings", name, std::wstring(5000, L'x')));
-    ASSERT_TRUE(StoreSetting(L"Options", L"sort", std::wstring(L"date")));
-    ASSERT_NE(AddEntry(L"Still here"), 0u);
-    ASSERT_NE(m_journal.Start(), nullptr);
-    EXPECT_TRUE(ShowsRows(1));
-    EXPECT_TRUE(m_journal.Close());
 }
 
 } // namespace

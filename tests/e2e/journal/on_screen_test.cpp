@@ -1,0 +1,112 @@
+// Nothing of the main window is cut off or out of reach, whatever the screen.
+#include <gtest/gtest.h>
+
+#include "e2e/journal/journal_window.h"
+
+namespace {
+
+class OnScreen : public JournalWindowTest {
+  protected:
+    static RECT PlaceOf(HWND window)
+    {
+        RECT place{};
+        GetWindowRect(window, &place);
+        return place;
+    }
+
+    static void ExpectOnScreen(const RECT& place, const std::string& what)
+    {
+        const RECT screen{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+        EXPECT_FALSE(IsRectEmpty(&place)) << what;
+        EXPECT_GE(place.left, screen.left) << what;
+        EXPECT_GE(place.top, screen.top) << what;
+        EXPECT_LE(place.right, screen.right) << what;
+        EXPECT_LE(place.bottom, screen.bottom) << what;
+    }
+
+    // The window's inside, on the screen.
+    RECT Inside() const
+    {
+        RECT inside{};
+        GetClientRect(Window(), &inside);
+        MapWindowPoints(Window(), nullptr, reinterpret_cast<POINT*>(&inside), 2);
+        return inside;
+    }
+};
+
+TEST_F(OnScreen, EveryButtonIsInReach)
+{
+    ASSERT_NE(AddEntry(L"One"), 0u);
+    ASSERT_NE(m_journal.Start(), nullptr);
+    ASSERT_TRUE(ShowsRows(1));
+    for (const int command : {CMD_NEW_ENTRY, CMD_EDIT_ENTRY, CMD_DELETE_ENTRY, CMD_CUT, CMD_COPY, CMD_PASTE,
+                              CMD_FIND, CMD_CONTACTS}) {
+        const RECT button = Buttons().ScreenRect(command), inside = Inside();
+        RECT seen{};
+        ExpectOnScreen(button, std::to_string(command));
+        EXPECT_TRUE(IntersectRect(&seen, &inside, &button)) << command;
+        EXPECT_TRUE(EqualRect(&seen, &button)) << command;
+        const POINT middle = Buttons().BodyPoint(command);
+        EXPECT_EQ(WindowFromPoint(middle), Buttons().Handle()) << command << " is covered";
+    }
+}
+
+TEST_F(OnScreen, TheListShowsSeveralRows)
+{
+    for (uint64_t i = 0; i < 30; ++i)
+        ASSERT_NE(AddEntry(L"One", kNoon + i), 0u);
+    ASSERT_NE(m_journal.Start(), nullptr);
+    ASSERT_TRUE(ShowsRows(30));
+    EXPECT_GE(Send(List().Handle(), LVM_GETCOUNTPERPAGE), 3);
+    ExpectOnScreen(PlaceOf(List().Handle()), "list");
+    ASSERT_TRUE(Activate(Window()));
+    PressKey(VK_END);
+    ASSERT_TRUE(WaitFor([&] { return List().SelectedRows() == std::vector{29}; }));
+    ExpectOnScreen({List().LabelPoint(29).x, List().LabelPoint(29).y, List().LabelPoint(29).x + 1,
+                    List().LabelPoint(29).y + 1},
+                   "the last row");
+}
+
+TEST_F(OnScreen, EveryMenuIsWhole)
+{
+    ASSERT_NE(m_journal.Start(), nullptr);
+    ASSERT_TRUE(ShowsRows(0));
+    for (const WORD key : {WORD{'F'}, WORD{'E'}, WORD{'G'}, WORD{'T'}}) {
+        PressKeys({VK_MENU, key});
+        HWND popup = WaitForPopup(m_journal.Id());
+        ASSERT_NE(popup, nullptr);
+        ExpectOnScreen(PlaceOf(popup), std::string(1, static_cast<char>(key)));
+        ASSERT_TRUE(ClosePopups(m_journal.Id()));
+    }
+}
+
+TEST_F(OnScreen, AboutIsWholeAndClosesWithEnter)
+{
+    ASSERT_NE(m_journal.Start(), nullptr);
+    PressKeys({VK_MENU, 'T'});
+    ASSERT_NE(WaitForPopup(m_journal.Id()), nullptr);
+    PressKey('A');
+    HWND about = WaitForDialog(m_journal.Id(), L"About Journal");
+    ASSERT_NE(about, nullptr);
+    ExpectOnScreen(PlaceOf(about), "About");
+    for (const int id : {IDC_ABOUT_PRODUCT, IDC_ABOUT_PLATFORM, IDC_ABOUT_BUILD, IDC_ABOUT_NOTICE, IDOK})
+        ExpectOnScreen(PlaceOf(Control(about, id)), std::to_string(id));
+    PressKey(VK_RETURN);
+    EXPECT_TRUE(WaitUntilGone(about));
+}
+
+// The body of the drop-down button is Contacts, whatever its picture says.
+TEST_F(OnScreen, TheFilterButtonsBodyStartsContacts)
+{
+    ASSERT_NE(m_journal.Start(), nullptr);
+    ASSERT_TRUE(Click(Buttons().BodyPoint(CMD_CONTACTS)));
+    const RemoteMessageBox box = WaitForMessageBox(m_journal.Id());
+    ASSERT_TRUE(box);
+    EXPECT_EQ(box.Text(), L"Error starting Address Book");
+    EXPECT_EQ(box.Caption(), L"Addrbook not found");
+    EXPECT_TRUE(box.Offers(IDOK));
+    EXPECT_TRUE(box.Offers(IDCANCEL));
+    EXPECT_TRUE(box.Answer(IDCANCEL));
+}
+
+} // namespace
