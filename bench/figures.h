@@ -1,0 +1,15 @@
+// The figures, each family printing its part of the table.
+#pragma once
+
+namespace bench {
+
+void MeasurePages();
+void MeasureSorts();
+void MeasureSaves();
+void CountRequests();
+void MeasureStarts();
+void MeasureServer();
+void MeasureCache(); // the list's
+void CountPaint();   // part of CountRequests
+
+} // namespace bench
