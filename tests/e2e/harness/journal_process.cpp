@@ -50,13 +50,17 @@ bool JournalProcess::Launch(const std::wstring& arguments, WORD showCommand)
     return true;
 }
 
+// The window of a process that has just ended may still be there, and the identifier of its process be used
+// again: what is found has to be there when the new process is idle too.
 HWND JournalProcess::WaitForMainWindow(DWORD limit)
 {
-    const auto shown = [this] { return FindTopWindow(m_id, m_windowClass.c_str()); };
-    m_mainWindow = WaitForWindow(shown, limit);
-    if (!m_mainWindow || WaitForInputIdle(m_process.get(), limit) != 0)
-        return nullptr;
-    return Activate(m_mainWindow) ? m_mainWindow : nullptr;
+    const auto isReady = [this] {
+        m_mainWindow = FindTopWindow(m_id, m_windowClass.c_str());
+        return m_mainWindow && WaitForInputIdle(m_process.get(), kRemoteLimit) == 0 &&
+               FindTopWindow(m_id, m_windowClass.c_str()) == m_mainWindow;
+    };
+    const bool ready = WaitFor([&] { return isReady() || !IsRunning(); }, limit) && IsRunning();
+    return ready && Activate(m_mainWindow) ? m_mainWindow : nullptr;
 }
 
 HWND JournalProcess::Start(const std::wstring& arguments)

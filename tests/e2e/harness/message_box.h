@@ -18,7 +18,8 @@ class RemoteMessageBox {
     // Whether there is a button for this answer (IDOK, IDYES, ...), and whether it is the default one.
     bool Offers(int answer) const;
     bool IsDefault(int answer) const;
-    // Presses the button and waits until the box is gone.
+    // Presses the button and waits until the box is gone and the keyboard is back with a window of the
+    // process.
     [[nodiscard]] bool Answer(int answer) const;
 
   private:

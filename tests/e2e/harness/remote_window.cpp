@@ -3,8 +3,11 @@
 #include <functional>
 
 #include "e2e/harness/message_box.h"
+#include "util/owners.h"
 
 namespace {
+
+constexpr int kSteadyPolls = 3; // a window that had the keyboard so often keeps it
 
 bool HasClass(HWND window, const wchar_t* windowClass)
 {
@@ -96,9 +99,29 @@ bool WaitUntilGone(HWND window, DWORD limit)
     return WaitFor([&] { return !IsWindow(window); }, limit);
 }
 
+// A late event of the display can take the foreground away once more.
 bool Activate(HWND window)
 {
-    return WaitFor([&] { return GetForegroundWindow() == window || (SetForegroundWindow(window), false); });
+    int steady = 0;
+    return WaitFor([&] {
+        if (GetForegroundWindow() == window && FocusOf(window))
+            return ++steady >= kSteadyPolls;
+        steady = 0;
+        SetForegroundWindow(window);
+        return false;
+    });
+}
+
+bool WaitForForegroundOf(DWORD process)
+{
+    const UniqueKernelHandle running(OpenProcess(SYNCHRONIZE, FALSE, process));
+    return WaitFor([&] {
+        HWND window = GetForegroundWindow();
+        DWORD owner = 0;
+        GetWindowThreadProcessId(window, &owner);
+        return (owner == process && FocusOf(window)) || !running ||
+               WaitForSingleObject(running.get(), 0) == WAIT_OBJECT_0;
+    });
 }
 
 HWND FocusOf(HWND window)

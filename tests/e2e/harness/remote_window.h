@@ -18,8 +18,11 @@ HWND FindTopWindow(DWORD process, const wchar_t* windowClass, const wchar_t* tit
 [[nodiscard]] HWND WaitForDialogWith(DWORD process, int controlId, DWORD limit = kRemoteLimit);
 [[nodiscard]] bool WaitUntilGone(HWND window, DWORD limit = kRemoteLimit);
 
-// Brings a top-level window to the foreground; false when it is not there within the limit.
+// Brings a top-level window to the foreground, where it has the keyboard and keeps it; false when it has not
+// within the limit.
 [[nodiscard]] bool Activate(HWND window);
+// Waits until a window of the process is in the foreground and has the keyboard, or the process has ended.
+[[nodiscard]] bool WaitForForegroundOf(DWORD process);
 // The window that has the keyboard's focus in the window's thread.
 HWND FocusOf(HWND window);
 

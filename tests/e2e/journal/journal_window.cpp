@@ -30,6 +30,12 @@ bool JournalWindowTest::ShowsRows(int count) const
     return WaitFor([&] { return List().RowCount() == count; });
 }
 
+HWND JournalWindowTest::WaitForEditor() const
+{
+    HWND editor = WaitForDialogWith(m_journal.Id(), IDC_BODY);
+    return editor && Activate(editor) ? editor : nullptr;
+}
+
 CEOID JournalWindowTest::AddEntry(const std::wstring& subject, uint64_t date) const
 {
     DbJournal journal;

@@ -22,8 +22,8 @@ class JournalWindowTest : public JournalTest {
     RemoteToolbar Buttons() const;
     // How many rows the list shows, once it shows that many; otherwise what it shows at the end of the wait.
     bool ShowsRows(int count) const;
-    // The editor, once it is open and ready; null otherwise.
-    HWND WaitForEditor() const { return WaitForDialogWith(m_journal.Id(), IDC_BODY); }
+    // The editor, once it is open and has the keyboard; null otherwise.
+    HWND WaitForEditor() const;
     // Writes an entry before the program is started.
     CEOID AddEntry(const std::wstring& subject, uint64_t date = 0) const;
 };

@@ -47,11 +47,11 @@ TEST_F(Layout, ColumnWidthsSurviveARestart)
     const POINT header = list.HeaderPoint(0);
     const POINT divider{header.x + before / 2, header.y};
     ASSERT_TRUE(Drag(divider, {divider.x - 60, divider.y}));
-    ASSERT_TRUE(WaitFor([&] { return list.ColumnWidth(0) < before; }));
+    ASSERT_TRUE(WaitFor([&] { return NumberSetting(L"Settings", L"iCols") == 2u; }))
+        << "stored at once, when the divider is let go";
     const int width = list.ColumnWidth(0);
-    EXPECT_TRUE(WaitFor([&] { return NumberSetting(L"Settings", L"Column10").has_value(); }))
-        << "stored at once";
-    EXPECT_EQ(NumberSetting(L"Settings", L"iCols"), 2u);
+    EXPECT_LT(width, before);
+    EXPECT_TRUE(NumberSetting(L"Settings", L"Column10").has_value());
     EXPECT_EQ((NumberSetting(L"Settings", L"Column0").value_or(0) >> 12) & 0xFFF, static_cast<DWORD>(width));
     ASSERT_TRUE(Restart());
     EXPECT_EQ(List().ColumnWidth(0), width);
