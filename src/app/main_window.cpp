@@ -33,11 +33,8 @@ bool MainWindow::RegisterWindowClass(HINSTANCE instance)
 HWND MainWindow::Create(HINSTANCE instance)
 {
     m_instance = instance;
-    CreateWindowExW(0, kMainWindowClass, kMainWindowTitle, WS_VISIBLE, CW_USEDEFAULT, CW_USEDEFAULT,
-                    CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, instance, this);
-    if (m_window)
-        AddDesktopFrame(m_window);
-    return m_window;
+    return CreateWindowExW(0, kMainWindowClass, kMainWindowTitle, WS_VISIBLE, CW_USEDEFAULT, CW_USEDEFAULT,
+                           CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, instance, this);
 }
 
 void MainWindow::ShowFirst(int showCommand)
@@ -104,6 +101,9 @@ bool MainWindow::BuildContents()
     const CEPROPID sort = app.GetNumber(kOptions, kSortValue, kSortDefault);
     if (!app.Journal().Open(m_window, {sort, 0}))
         return false;
+    // Before anything of the window is to be seen, so that its contents are laid out and painted once.
+    AddDesktopFrame(m_window);
+    PlaceFirst(m_window, app);
     if (!m_bands.Create(m_instance, m_window, app))
         return false;
     OnSelectionChanged(0);

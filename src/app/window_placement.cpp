@@ -103,6 +103,11 @@ void ShowPlaced(HWND window, int showCommand, const RegistryStore& settings)
     ShowWindow(window, maximized && IsOpenCommand(showCommand) ? SW_SHOWMAXIMIZED : showCommand);
 }
 
+void PlaceFirst(HWND window, const RegistryStore& settings)
+{
+    MoveTo(window, PlaceToOpenAt(settings));
+}
+
 void SavePlacement(HWND window, RegistryStore& settings)
 {
     RECT place;

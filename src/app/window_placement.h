@@ -12,6 +12,9 @@ void AddDesktopFrame(HWND window);
 // area, otherwise the work area.
 RECT PlaceToOpenAt(const RegistryStore& settings);
 
+// Moves the window, which is not to be seen yet, to where it opens.
+void PlaceFirst(HWND window, const RegistryStore& settings);
+
 // Shows the window for the first time: where it was left, or over the work area when nothing is stored or
 // what is stored lies off every screen. A show command that asks for a minimised, maximised or hidden window
 // is followed.

@@ -22,10 +22,8 @@ EntryList::EntryList()
 
 EntryList::~EntryList()
 {
-    if (!m_list)
-        return;
-    RemoveWindowSubclass(m_list, ListProcedure, 0);
-    DropHeaderImages();
+    if (m_list)
+        DropHeaderImages();
 }
 
 HWND EntryList::Create(HWND parent, ColumnSet* columns, DWORD style, int topOffset)
@@ -36,10 +34,9 @@ HWND EntryList::Create(HWND parent, ColumnSet* columns, DWORD style, int topOffs
     m_list =
         CreateWindowExW(0, WC_LISTVIEWW, L"", WS_CHILD | WS_VISIBLE | LVS_OWNERDATA | style, 0, 0, 0, 0,
                         parent, reinterpret_cast<HMENU>(IDC_ENTRY_LIST), GetModuleHandleW(nullptr), nullptr);
-    if (!m_list)
+    if (!m_list || !m_hook.Attach(m_list, HandleListMessage, this))
         return nullptr;
     m_selection.Attach(m_list);
-    SetWindowSubclass(m_list, ListProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
     ListView_SetExtendedListViewStyle(m_list, LVS_EX_FULLROWSELECT);
     SetImages();
     m_columns = columns;
@@ -89,21 +86,17 @@ void EntryList::Destroy()
     m_notice.Hide();
 }
 
-LRESULT CALLBACK EntryList::ListProcedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                          DWORD_PTR self)
+LRESULT EntryList::HandleListMessage(void* self, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    auto* entryList = reinterpret_cast<EntryList*>(self);
+    auto* entryList = static_cast<EntryList*>(self);
     switch (message) {
     case WM_CTLCOLORSTATIC:
         return reinterpret_cast<LRESULT>(EmptyNotice::Colors(reinterpret_cast<HDC>(wParam)));
     case WM_DESTROY: entryList->DropHeaderImages(); break;
-    case WM_NCDESTROY:
-        RemoveWindowSubclass(list, ListProcedure, 0);
-        entryList->OnListGone();
-        break;
+    case WM_NCDESTROY: entryList->OnListGone(); return 0;
     default: break;
     }
-    return DefSubclassProc(list, message, wParam, lParam);
+    return entryList->m_hook.Next(message, wParam, lParam);
 }
 
 void EntryList::OnListGone()

@@ -9,6 +9,7 @@
 #include "list/display_cache.h"
 #include "list/empty_notice.h"
 #include "list/row_selection.h"
+#include "ui/window_hook.h"
 #include "util/owners.h"
 
 // Sent to the main window when the selection or its flag may have changed; wParam: the selection flag.
@@ -55,8 +56,7 @@ class EntryList {
     void SetSelectionFlag(int flag);
 
   private:
-    static LRESULT CALLBACK ListProcedure(HWND list, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                          DWORD_PTR self);
+    static LRESULT HandleListMessage(void* self, UINT message, WPARAM wParam, LPARAM lParam);
 
     void OnGetDispInfo(LVITEMW* item);
     void OnCacheHint(const NMLVCACHEHINT& hint);
@@ -76,6 +76,7 @@ class EntryList {
 
     HWND m_parent = nullptr;
     HWND m_list = nullptr;
+    WindowHook m_hook;
     ColumnSet* m_columns = nullptr; // null until loaded
     UniqueImageList m_headerImages;
     DisplayCache m_cache;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <optional>
 #include <span>
 #include <utility>
 
@@ -68,6 +69,39 @@ std::vector<uint32_t> JoinPlaces(const std::vector<KeyedPlace>& present, const s
     places.reserve(present.size() + missing.size());
     for (const KeyedPlace& item : present)
         places.push_back(item.place);
+    places.insert(places.end(), missing.begin(), missing.end());
+    return places;
+}
+
+// The sorted places, when the given order of all places is one of the numbers, but for places that compare
+// the same; nothing when it is not.
+std::optional<std::vector<uint32_t>> OrderAlong(const std::vector<uint32_t>& ascending,
+                                                const RecordSet& records, const NumberColumn& numbers,
+                                                bool descending)
+{
+    if (ascending.size() != records.PlaceCount())
+        return std::nullopt;
+    std::vector<uint32_t> places, missing;
+    places.reserve(ascending.size());
+    size_t runStart = 0;
+    for (size_t i = 0; i < ascending.size(); ++i) {
+        const uint32_t place = ascending[descending ? ascending.size() - 1 - i : i];
+        if (records.IsRemoved(place))
+            continue;
+        if (numbers.IsMissing(place)) {
+            missing.push_back(place);
+            continue;
+        }
+        if (!places.empty() && numbers.Key(place) != numbers.Key(places.back())) {
+            if ((numbers.Key(place) < numbers.Key(places.back())) != descending)
+                return std::nullopt;
+            std::sort(places.begin() + static_cast<ptrdiff_t>(runStart), places.end());
+            runStart = places.size();
+        }
+        places.push_back(place);
+    }
+    std::sort(places.begin() + static_cast<ptrdiff_t>(runStart), places.end());
+    std::sort(missing.begin(), missing.end());
     places.insert(places.end(), missing.begin(), missing.end());
     return places;
 }
@@ -180,8 +214,11 @@ void SortByKey(std::vector<KeyedPlace>& items)
         }
 }
 
-std::vector<uint32_t> SortPlaces(const RecordSet& records, const NumberColumn& numbers, bool descending)
+std::vector<uint32_t> SortPlaces(const RecordSet& records, const NumberColumn& numbers, bool descending,
+                                 const std::vector<uint32_t>& ascending)
 {
+    if (auto places = OrderAlong(ascending, records, numbers, descending))
+        return std::move(*places);
     std::vector<uint32_t> missing;
     std::vector<KeyedPlace> present = TakePresent(records, numbers, missing, [&](uint32_t place) {
         return descending ? ~numbers.Key(place) : numbers.Key(place);

@@ -4,6 +4,16 @@
 
 namespace mervane {
 
+namespace {
+
+// Whether a table with a row for each identifier up to the highest is worth its memory.
+bool AreDense(CEOID highest, size_t count)
+{
+    return highest / 8 <= count;
+}
+
+} // namespace
+
 uint32_t RecordSet::Find(CEOID id) const
 {
     const auto found = std::lower_bound(m_ids.begin(), m_ids.end(), id);
@@ -30,10 +40,28 @@ uint32_t RecordSet::Append(CEOID id)
     return PlaceCount() - 1;
 }
 
+std::vector<CEOID> SortedIds(std::vector<CEOID> ids)
+{
+    const CEOID highest = ids.empty() ? 0 : *std::max_element(ids.begin(), ids.end());
+    if (!AreDense(highest, ids.size())) {
+        std::sort(ids.begin(), ids.end());
+        ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+        return ids;
+    }
+    std::vector<bool> isThere(size_t{highest} + 1);
+    for (const CEOID id : ids)
+        isThere[id] = true;
+    ids.clear();
+    for (size_t id = 0; id < isThere.size(); ++id)
+        if (isThere[id])
+            ids.push_back(static_cast<CEOID>(id));
+    return ids;
+}
+
 PlaceFinder::PlaceFinder(const RecordSet& records) : m_records(records)
 {
     const uint32_t count = records.PlaceCount();
-    if (!count || records.IdAt(count - 1) / 8 > count)
+    if (!count || !AreDense(records.IdAt(count - 1), count))
         return;
     m_places.resize(size_t{records.IdAt(count - 1)} + 1, kNoPlace);
     for (uint32_t place = 0; place < count; ++place)

@@ -34,6 +34,9 @@ class RecordSet {
     std::vector<bool> m_removed;
 };
 
+// Ascending, each once.
+std::vector<CEOID> SortedIds(std::vector<CEOID> ids);
+
 // Finds many records in any order at the price of some memory while it lives.
 class PlaceFinder {
   public:

@@ -1,6 +1,7 @@
 #include "mervane/table_index.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "mervane/place_sort.h"
 #include "mervane/table_scan.h"
@@ -45,35 +46,31 @@ const RecordSet& TableIndex::Records()
 }
 
 // The records come with the property that the table is usually sorted by, when that is a number: an index of
-// the file has both, so that a start reads nothing else.
+// the file has both, so that a start reads nothing else, and most likely in its order.
 void TableIndex::LoadRecords()
 {
     const int property = FindProperty(m_info, m_info.defaultSort);
     const bool withNumber = IsNumber(property);
-    std::vector<KeyedPlace> rows;
+    std::vector<CEOID> ids;
     std::vector<std::optional<int64_t>> numbers;
     m_complete &= ScanTable(m_database, m_info.name, withNumber ? PropertyAt(property).column : "",
                             [&](CEOID id, const Statement& row) {
-                                rows.push_back({id, static_cast<uint32_t>(rows.size())});
+                                ids.push_back(id);
                                 if (withNumber)
                                     numbers.push_back(row.Integer(1));
                             });
-    SortByKey(rows);
-    rows.erase(
-        std::unique(rows.begin(), rows.end(), [](const auto& a, const auto& b) { return a.key == b.key; }),
-        rows.end());
-    std::vector<CEOID> ids;
-    ids.reserve(rows.size());
-    for (const KeyedPlace& row : rows)
-        ids.push_back(static_cast<CEOID>(row.key));
-    m_records = RecordSet(std::move(ids));
+    m_records = RecordSet(SortedIds(ids));
     m_loaded = true;
     if (!withNumber)
         return;
     NumberColumn& column = m_numbers.try_emplace(property, PropertyAt(property)).first->second;
     column.Resize(m_records.PlaceCount());
-    for (uint32_t place = 0; place < rows.size(); ++place)
-        column.Set(place, numbers[rows[place].place]);
+    m_scanOrder.reserve(ids.size());
+    const PlaceFinder finder(m_records);
+    for (size_t row = 0; row < ids.size(); ++row) {
+        m_scanOrder.push_back(finder.Find(ids[row]));
+        column.Set(m_scanOrder.back(), numbers[row]);
+    }
 }
 
 void TableIndex::LoadNumbers(int property)
@@ -147,7 +144,8 @@ std::shared_ptr<RowOrder> TableIndex::MakeOrder(int property, bool descending)
             LoadKeys(property);
     }
     if (IsNumber(property))
-        return std::make_shared<RowOrder>(SortPlaces(m_records, m_numbers.at(property), descending));
+        return std::make_shared<RowOrder>(
+            SortPlaces(m_records, m_numbers.at(property), descending, std::exchange(m_scanOrder, {})));
     Keys& keys = m_keys.at(property);
     return std::make_shared<RowOrder>(SortPlaces(m_records, keys.column, descending, [&](uint32_t place) {
         return std::string(keys.source.ReadKey(m_records.IdAt(place)).value_or(""));

@@ -75,6 +75,8 @@ class TableIndex {
     bool m_complete = true;
     uint64_t m_useCount = 0;
     RecordSet m_records;
+    std::vector<uint32_t>
+        m_scanOrder; // the places in the order in which they were read, until the first sort
     std::map<int, NumberColumn> m_numbers; // by place in the property list
     std::map<int, Keys> m_keys;
     std::vector<KnownOrder> m_orders;

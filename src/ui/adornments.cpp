@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
 constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | CCS_NODIVIDER | CCS_NORESIZE |
                          CCS_NOPARENTALIGN | TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS;
 
@@ -31,10 +30,8 @@ std::unique_ptr<Adornments> Adornments::Create(HINSTANCE instance, HWND rebar, D
     self->m_rebar = rebar;
     self->m_window = CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr, kStyle, 0, 0, 0, 0, GetParent(rebar),
                                      nullptr, instance, nullptr);
-    if (!self->m_window)
-        return nullptr;
-    SetWindowSubclass(self->m_window, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(self.get()));
-    if (!self->AddButtons(flags))
+    if (!self->m_window || !self->m_hook.Attach(self->m_window, HandleMessage, self.get()) ||
+        !self->AddButtons(flags))
         return nullptr;
     return self;
 }
@@ -45,19 +42,14 @@ Adornments::~Adornments()
         DestroyWindow(m_window);
 }
 
-LRESULT CALLBACK Adornments::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                       DWORD_PTR self)
+LRESULT Adornments::HandleMessage(void* self, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    auto* adornments = reinterpret_cast<Adornments*>(self);
-    if (message == WM_ERASEBKGND) {
-        adornments->PaintBackground(reinterpret_cast<HDC>(wParam));
-        return TRUE;
+    auto* adornments = static_cast<Adornments*>(self);
+    switch (message) {
+    case WM_ERASEBKGND: adornments->PaintBackground(reinterpret_cast<HDC>(wParam)); return TRUE;
+    case WM_NCDESTROY: adornments->m_window = nullptr; return 0;
+    default: return adornments->m_hook.Next(message, wParam, lParam);
     }
-    if (message == WM_NCDESTROY) {
-        RemoveWindowSubclass(window, Procedure, kSubclass);
-        adornments->m_window = nullptr;
-    }
-    return DefSubclassProc(window, message, wParam, lParam);
 }
 
 bool Adornments::AddButtons(DWORD flags)

@@ -5,6 +5,7 @@
 
 #include <memory>
 
+#include "ui/window_hook.h"
 #include "util/owners.h"
 
 class Adornments {
@@ -24,12 +25,12 @@ class Adornments {
 
   private:
     Adornments() = default;
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                      DWORD_PTR self);
+    static LRESULT HandleMessage(void* self, UINT message, WPARAM wParam, LPARAM lParam);
     bool AddButtons(DWORD flags);
     void PaintBackground(HDC dc) const;
 
     HWND m_window = nullptr;
+    WindowHook m_hook;
     HWND m_rebar = nullptr;
     UniqueImageList m_images;
 };

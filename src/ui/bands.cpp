@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
-constexpr const wchar_t* kProperty = L"JournalCommandBands";
 // The order of the bands is no part of what is restored, so it stays.
 constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | CCS_TOP | CCS_NODIVIDER |
                          CCS_NOPARENTALIGN | RBS_VARHEIGHT | RBS_FIXEDORDER;
@@ -43,8 +41,7 @@ HWND Bands::Create(HINSTANCE instance, HWND parent, UINT id, DWORD style, HIMAGE
     if (images)
         SendMessageW(rebar, RB_SETBARINFO, 0, reinterpret_cast<LPARAM>(&info));
     std::unique_ptr<Bands> bands(new Bands(rebar));
-    if (!SetPropW(rebar, kProperty, bands.get()) ||
-        !SetWindowSubclass(rebar, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(bands.get()))) {
+    if (!bands->m_hook.Attach(rebar, HandleMessage, bands.get())) {
         DestroyWindow(rebar);
         return nullptr;
     }
@@ -54,19 +51,22 @@ HWND Bands::Create(HINSTANCE instance, HWND parent, UINT id, DWORD style, HIMAGE
 
 Bands* Bands::Of(HWND rebar)
 {
-    return static_cast<Bands*>(GetPropW(rebar, kProperty));
+    return static_cast<Bands*>(WindowHook::SelfOf(rebar, HandleMessage));
 }
 
-LRESULT CALLBACK Bands::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                  DWORD_PTR self)
+LRESULT Bands::HandleMessage(void* self, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    auto* bands = reinterpret_cast<Bands*>(self);
-    if (message != WM_NCDESTROY)
-        return bands->OnMessage(message, wParam, lParam);
-    const std::unique_ptr<Bands> last(bands);
-    RemoveWindowSubclass(window, Procedure, kSubclass);
-    RemovePropW(window, kProperty);
-    return DefSubclassProc(window, message, wParam, lParam);
+    auto* bands = static_cast<Bands*>(self);
+    if (message != WM_NCDESTROY) {
+        if (message == WM_PAINT)
+            Tick(">rebar paint");
+        auto r = bands->OnMessage(message, wParam, lParam);
+        if (message == WM_PAINT)
+            Tick("<rebar paint");
+        return r;
+    }
+    delete bands;
+    return 0;
 }
 
 LRESULT Bands::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
@@ -86,13 +86,13 @@ LRESULT Bands::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
         m_adornments->OnCommand(LOWORD(wParam));
         return 0;
     case WM_SIZE: {
-        const LRESULT result = DefSubclassProc(m_rebar, message, wParam, lParam);
+        const LRESULT result = m_hook.Next(message, wParam, lParam);
         OnSized();
         return result;
     }
     default: break;
     }
-    return DefSubclassProc(m_rebar, message, wParam, lParam);
+    return m_hook.Next(message, wParam, lParam);
 }
 
 // The bars' notifications go on to the parent, but for those of the menu bar's buttons, which have no meaning
@@ -172,7 +172,7 @@ LRESULT Bands::OnMaximize(WPARAM wParam, LPARAM ideal)
         band->restoredWidth = InfoOf(index, RBBIM_SIZE).cx;
         band->isMaximized = true;
     }
-    return DefSubclassProc(m_rebar, RB_MAXIMIZEBAND, wParam, ideal);
+    return m_hook.Next(RB_MAXIMIZEBAND, wParam, ideal);
 }
 
 // The end of a drag. Done before the rebar tells the parent of the new layout, which will be asked for then.
@@ -307,7 +307,7 @@ void Bands::Remaximize()
 {
     for (const Band& band : m_bands)
         if (band.isMaximized)
-            DefSubclassProc(m_rebar, RB_MAXIMIZEBAND, static_cast<WPARAM>(IndexOf(*band.bar)), FALSE);
+            m_hook.Next(RB_MAXIMIZEBAND, static_cast<WPARAM>(IndexOf(*band.bar)), FALSE);
 }
 
 void Bands::ForgetMaximized(LONG rowTop)

@@ -11,6 +11,7 @@
 #include "ui/adornments.h"
 #include "ui/command_bands.h"
 #include "ui/command_bar.h"
+#include "ui/window_hook.h"
 
 class Bands {
   public:
@@ -36,8 +37,7 @@ class Bands {
     };
 
     explicit Bands(HWND rebar) : m_rebar(rebar) {}
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                      DWORD_PTR self);
+    static LRESULT HandleMessage(void* self, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     bool OnNotify(const NMHDR& notification);
     LRESULT OnMaximize(WPARAM index, LPARAM ideal);
@@ -63,6 +63,7 @@ class Bands {
     void PlaceAdornments() const;
 
     HWND m_rebar;
+    WindowHook m_hook;
     std::vector<Band> m_bands; // in the order in which they were added
     std::unique_ptr<Adornments> m_adornments;
     std::vector<RECT> m_rectsBeforeDrag;

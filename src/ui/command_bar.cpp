@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
-constexpr const wchar_t* kProperty = L"JournalCommandBar";
 constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | CCS_NODIVIDER |
                          CCS_NORESIZE | CCS_NOPARENTALIGN | TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS |
                          TBSTYLE_TRANSPARENT;
@@ -86,15 +84,14 @@ std::unique_ptr<CommandBar> CommandBar::Create(HINSTANCE instance, HWND rebar,
     SendMessageW(bar->m_window, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS);
     SendMessageW(bar->m_window, TB_SETBITMAPSIZE, 0,
                  MAKELPARAM(Scale(kStandardImageSide), Scale(kStandardImageSide)));
-    if (!SetPropW(bar->m_window, kProperty, bar.get()) ||
-        !SetWindowSubclass(bar->m_window, Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(bar.get())))
+    if (!bar->m_hook.Attach(bar->m_window, HandleMessage, bar.get()))
         return nullptr;
     return bar;
 }
 
 CommandBar* CommandBar::Of(HWND bar)
 {
-    return static_cast<CommandBar*>(GetPropW(bar, kProperty));
+    return static_cast<CommandBar*>(WindowHook::SelfOf(bar, HandleMessage));
 }
 
 CommandBar::~CommandBar()
@@ -103,18 +100,20 @@ CommandBar::~CommandBar()
         DestroyWindow(m_window);
 }
 
-LRESULT CALLBACK CommandBar::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                       DWORD_PTR self)
+LRESULT CommandBar::HandleMessage(void* self, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    auto* bar = reinterpret_cast<CommandBar*>(self);
-    if (message == WM_NCDESTROY) {
-        RemoveWindowSubclass(window, Procedure, kSubclass);
-        RemovePropW(window, kProperty);
-        bar->m_window = nullptr;
-        bar->m_menu.reset();
-        return DefSubclassProc(window, message, wParam, lParam);
+    auto* bar = static_cast<CommandBar*>(self);
+    if (message != WM_NCDESTROY) {
+        if (message == WM_PAINT)
+            Tick(">bar paint");
+        auto r = bar->OnMessage(message, wParam, lParam);
+        if (message == WM_PAINT)
+            Tick("<bar paint");
+        return r;
     }
-    return bar->OnMessage(message, wParam, lParam);
+    bar->m_window = nullptr;
+    bar->m_menu.reset();
+    return 0;
 }
 
 LRESULT CommandBar::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
@@ -122,7 +121,7 @@ LRESULT CommandBar::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     LRESULT result = 0;
     if (m_menu && m_menu->OnBarMessage(message, wParam, lParam, &result))
         return result;
-    result = DefSubclassProc(m_window, message, wParam, lParam);
+    result = m_hook.Next(message, wParam, lParam);
     if (ChangesRoom(message) && !m_fitting)
         m_onResized();
     return result;

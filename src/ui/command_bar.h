@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "ui/menu_bar.h"
+#include "ui/window_hook.h"
 #include "util/owners.h"
 
 class CommandBar {
@@ -32,13 +33,13 @@ class CommandBar {
 
   private:
     explicit CommandBar(std::function<void()> onResized) : m_onResized(std::move(onResized)) {}
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                      DWORD_PTR self);
+    static LRESULT HandleMessage(void* self, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void BreakAfter(int index, bool isRowEnd);
     SIZE ButtonsSize() const;
 
     HWND m_window = nullptr;
+    WindowHook m_hook;
     std::function<void()> m_onResized;
     UniqueImageList m_images;
     UniqueImageList m_greyedImages;

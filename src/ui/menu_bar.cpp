@@ -47,10 +47,9 @@ std::unique_ptr<MenuBar> MenuBar::Create(HWND bar, HINSTANCE instance, int menuI
     SendMessageW(bar, TB_SETEXTENDEDSTYLE, TBSTYLE_EX_DRAWDDARROWS, 0);
     SendMessageW(bar, TB_SETBITMAPSIZE, 0, 0);
     SendMessageW(bar, WM_SETFONT, reinterpret_cast<WPARAM>(self->m_font.get()), FALSE);
-    if (!self->m_buttons.Add(self->Handle()))
+    if (!self->m_buttons.Add(self->Handle()) ||
+        !self->m_ownerHook.Attach(owner, HandleOwnerMessage, self.get()))
         return nullptr;
-    SetWindowSubclass(owner, OwnerProcedure, reinterpret_cast<UINT_PTR>(bar),
-                      reinterpret_cast<DWORD_PTR>(self.get()));
     return self;
 }
 
@@ -60,17 +59,16 @@ MenuBar::MenuBar(HWND bar, HWND owner, UniqueMenu menu)
 
 MenuBar::~MenuBar()
 {
-    RemoveWindowSubclass(m_owner, OwnerProcedure, reinterpret_cast<UINT_PTR>(m_buttons.Window()));
     if (m_mode == Mode::Open)
         EndMenu();
 }
 
-LRESULT CALLBACK MenuBar::OwnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                         DWORD_PTR self)
+LRESULT MenuBar::HandleOwnerMessage(void* self, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (reinterpret_cast<MenuBar*>(self)->OnOwnerMessage(message, wParam, lParam))
+    auto* menuBar = static_cast<MenuBar*>(self);
+    if (menuBar->OnOwnerMessage(message, wParam, lParam))
         return 0;
-    return DefSubclassProc(window, message, wParam, lParam);
+    return menuBar->m_ownerHook.Next(message, wParam, lParam);
 }
 
 // The system turns Alt, F10 and Alt with a letter into SC_KEYMENU, by its own rules of what counts as

@@ -8,6 +8,7 @@
 
 #include "ui/menu_bar_buttons.h"
 #include "ui/menu_tracker.h"
+#include "ui/window_hook.h"
 #include "util/owners.h"
 
 class MenuBar {
@@ -33,8 +34,7 @@ class MenuBar {
     enum class Mode { Idle, Active, Open };
 
     MenuBar(HWND bar, HWND owner, UniqueMenu menu);
-    static LRESULT CALLBACK OwnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                           UINT_PTR id, DWORD_PTR self);
+    static LRESULT HandleOwnerMessage(void* self, UINT message, WPARAM wParam, LPARAM lParam);
     bool OnOwnerMessage(UINT message, WPARAM wParam, LPARAM lParam);
     bool OnKeyMenu(wchar_t character);
     bool OnMnemonic(wchar_t character);
@@ -52,6 +52,7 @@ class MenuBar {
 
     MenuBarButtons m_buttons;
     HWND m_owner;
+    WindowHook m_ownerHook;
     SharedMenu m_menu;
     UniqueFont m_font;
     Mode m_mode = Mode::Idle;

@@ -31,19 +31,18 @@ std::vector<std::wstring> ItemTexts(HMENU menu)
 
 bool MenuBarButtons::Add(HMENU menu)
 {
-    std::vector<std::wstring> texts = ItemTexts(menu);
+    const std::vector<std::wstring> texts = ItemTexts(menu);
+    std::vector<TBBUTTON> buttons(texts.size());
     for (size_t i = 0; i < texts.size(); ++i) {
         const int index = static_cast<int>(i);
-        TBBUTTON button{};
+        TBBUTTON& button = buttons[i];
         button.iBitmap = I_IMAGENONE;
         button.idCommand = CommandOf(index);
         button.fsState = IsItemEnabled(menu, index) ? TBSTATE_ENABLED : 0;
         button.fsStyle = BTNS_DROPDOWN | BTNS_AUTOSIZE | BTNS_SHOWTEXT;
         button.iString = reinterpret_cast<INT_PTR>(texts[i].c_str());
-        if (!SendMessageW(m_bar, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button)))
-            return false;
     }
-    return true;
+    return SendMessageW(m_bar, TB_ADDBUTTONSW, buttons.size(), reinterpret_cast<LPARAM>(buttons.data())) != 0;
 }
 
 int MenuBarButtons::CommandOf(int index)

@@ -97,6 +97,38 @@ TEST(SortPlaces, PutsMissingNumbersLastInBothDirections)
     EXPECT_EQ(SortPlaces(records, column, false), (std::vector<uint32_t>{2, 0, 5, 1}));
 }
 
+// An order that is known from elsewhere saves the sort, and may be wrong.
+TEST(SortPlaces, IsTheSameAlongAnyOrder)
+{
+    RecordSet records = Records(8);
+    NumberColumn column(JournalProperty(0x00650040));
+    column.Resize(8);
+    for (const auto& [place, number] : {std::pair{0u, 7}, {2u, 3}, {3u, 7}, {5u, 9}, {6u, 7}, {7u, 1}})
+        column.Set(place, number);
+    records.Remove(2);
+    const std::vector<uint32_t> ascending{7, 0, 3, 6, 5, 1, 4}, descending{5, 0, 3, 6, 7, 1, 4};
+    const std::vector<uint32_t> orders[] = {
+        {4, 1, 7, 2, 6, 0, 3, 5},    // the numbers', missing ones first, equal ones in disorder
+        {7, 2, 0, 3, 6, 5, 1, 4},    // the same, missing ones last
+        {0, 1, 2, 3, 4, 5, 6, 7},    // another one
+        {5, 6, 3, 0, 2, 7, 1, 4},    // backwards
+        {7, 2, 0, 3, 6, 5, 1},       // one place too few
+        {7, 2, 0, 3, 6, 5, 1, 4, 4}, // one too many
+        {},
+    };
+    for (const auto& order : orders) {
+        EXPECT_EQ(SortPlaces(records, column, false, order), ascending) << order.size();
+        EXPECT_EQ(SortPlaces(records, column, true, order), descending) << order.size();
+    }
+}
+
+TEST(SortedIds, AreAscendingAndEachOnce)
+{
+    EXPECT_EQ(SortedIds({}), std::vector<CEOID>());
+    EXPECT_EQ(SortedIds({3, 1, 2, 3}), (std::vector<CEOID>{1, 2, 3}));
+    EXPECT_EQ(SortedIds({UINT32_MAX, 5, UINT32_MAX, 1}), (std::vector<CEOID>{1, 5, UINT32_MAX}));
+}
+
 // Keys of few letters in many lengths, so that runs go deep, beside a plain stable sort of the whole keys.
 class KeySort : public testing::TestWithParam<size_t> {};
 
