@@ -39,7 +39,7 @@ HWND MainWindow::Create(HINSTANCE instance)
 
 void MainWindow::ShowFirst(int showCommand)
 {
-    ShowPlaced(m_window, showCommand, App());
+    ShowWindow(m_window, FirstShowCommand(showCommand, m_leftMaximized));
 }
 
 bool MainWindow::TranslateMenuKey(const MSG& message) const
@@ -102,8 +102,7 @@ bool MainWindow::BuildContents()
     if (!app.Journal().Open(m_window, {sort, 0}))
         return false;
     // Before anything of the window is to be seen, so that its contents are laid out and painted once.
-    AddDesktopFrame(m_window);
-    PlaceFirst(m_window, app);
+    m_leftMaximized = FrameAndPlace(m_window, app);
     if (!m_bands.Create(m_instance, m_window, app))
         return false;
     OnSelectionChanged(0);

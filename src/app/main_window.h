@@ -62,5 +62,6 @@ class MainWindow {
     ColumnSet m_columns;
     EntryList m_list;
     // Set once everything stored has been loaded: from then on it may be stored again.
+    bool m_leftMaximized = false;
     bool m_loaded = false;
 };

@@ -67,45 +67,41 @@ RECT Fitted(RECT place, const RECT& area)
     return place;
 }
 
+// The stored place when it can be reached, no larger than its screen.
+std::optional<RECT> ReachablePlace(const RegistryStore& settings)
+{
+    const RECT stored = LoadPlace(settings);
+    const std::optional<RECT> screen = ScreenOf(stored);
+    return screen ? std::optional(Fitted(stored, *screen)) : std::nullopt;
+}
+
 bool IsOpenCommand(int showCommand)
 {
     return showCommand == SW_SHOWNORMAL || showCommand == SW_SHOW || showCommand == SW_SHOWDEFAULT ||
            showCommand == SW_RESTORE;
 }
 
-void MoveTo(HWND window, const RECT& place)
-{
-    SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
 } // namespace
-
-void AddDesktopFrame(HWND window)
-{
-    const LONG_PTR style = GetWindowLongPtrW(window, GWL_STYLE);
-    SetWindowLongPtrW(window, GWL_STYLE, style | WS_OVERLAPPEDWINDOW);
-    SetWindowPos(window, nullptr, 0, 0, 0, 0,
-                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
 
 RECT PlaceToOpenAt(const RegistryStore& settings)
 {
-    const RECT stored = LoadPlace(settings);
-    const std::optional<RECT> screen = ScreenOf(stored);
-    return screen ? Fitted(stored, *screen) : WorkArea();
+    const std::optional<RECT> stored = ReachablePlace(settings);
+    return stored ? *stored : WorkArea();
 }
 
-void ShowPlaced(HWND window, int showCommand, const RegistryStore& settings)
+bool FrameAndPlace(HWND window, const RegistryStore& settings)
 {
-    MoveTo(window, PlaceToOpenAt(settings));
-    const bool maximized = ScreenOf(LoadPlace(settings)) && settings.GetNumber(kSettings, kMaximized, 0) != 0;
-    ShowWindow(window, maximized && IsOpenCommand(showCommand) ? SW_SHOWMAXIMIZED : showCommand);
+    const std::optional<RECT> stored = ReachablePlace(settings);
+    const RECT place = stored ? *stored : WorkArea();
+    SetWindowLongPtrW(window, GWL_STYLE, GetWindowLongPtrW(window, GWL_STYLE) | WS_OVERLAPPEDWINDOW);
+    SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 SWP_FRAMECHANGED | SWP_NOZORDER | SWP_NOACTIVATE);
+    return stored && settings.GetNumber(kSettings, kMaximized, 0) != 0;
 }
 
-void PlaceFirst(HWND window, const RegistryStore& settings)
+int FirstShowCommand(int showCommand, bool leftMaximized)
 {
-    MoveTo(window, PlaceToOpenAt(settings));
+    return leftMaximized && IsOpenCommand(showCommand) ? SW_SHOWMAXIMIZED : showCommand;
 }
 
 void SavePlacement(HWND window, RegistryStore& settings)

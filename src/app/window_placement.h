@@ -5,19 +5,16 @@
 
 #include "app/registry_store.h"
 
-// Gives the window the desktop's frame: close, minimise, maximise and resize.
-void AddDesktopFrame(HWND window);
-
 // Where the window opens, on the screen: the stored place when it can be reached, no larger than the work
 // area, otherwise the work area.
 RECT PlaceToOpenAt(const RegistryStore& settings);
 
-// Moves the window, which is not to be seen yet, to where it opens.
-void PlaceFirst(HWND window, const RegistryStore& settings);
+// Gives the window, which is not to be seen yet, the desktop's frame (close, minimise, maximise and resize)
+// and the place where it opens. True when it was left maximised there.
+bool FrameAndPlace(HWND window, const RegistryStore& settings);
 
-// Shows the window for the first time: where it was left, or over the work area when nothing is stored or
-// what is stored lies off every screen. A show command that asks for a minimised, maximised or hidden window
-// is followed.
-void ShowPlaced(HWND window, int showCommand, const RegistryStore& settings);
+// How the window is shown for the first time: as it was left, unless the show command asks for a minimised,
+// maximised or hidden window.
+int FirstShowCommand(int showCommand, bool leftMaximized);
 
 void SavePlacement(HWND window, RegistryStore& settings);

@@ -6,6 +6,7 @@
 #include "list/list_columns.h"
 #include "list/list_rows.h"
 #include "res/resource.h"
+#include "ui/canvas.h"
 #include "ui/image_list.h"
 #include "ui/scoped.h"
 
@@ -48,7 +49,16 @@ HWND EntryList::Create(HWND parent, ColumnSet* columns, DWORD style, int topOffs
         ApplySort(ColumnAt(sort));
     else
         Refresh();
+    MeasureRows();
     return m_list;
+}
+
+// The control measures its rows when it first draws them and lays out its scroll bars again after that. It
+// draws into nothing here, so that they are not painted twice in front of the user.
+void EntryList::MeasureRows()
+{
+    const Canvas nothing(1, 1, RGB(255, 255, 255));
+    SendMessageW(m_list, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(nothing.Dc()), PRF_CLIENT);
 }
 
 // The control takes over the small images and hands them to the header as well; the header gets its own after
@@ -56,8 +66,11 @@ HWND EntryList::Create(HWND parent, ColumnSet* columns, DWORD style, int topOffs
 void EntryList::SetImages()
 {
     HINSTANCE instance = GetModuleHandleW(nullptr);
-    ListView_SetImageList(
-        m_list, LoadImageStrip(instance, IDB_LIST_IMAGES, kImageWidth, kImageMask).release(), LVSIL_SMALL);
+    UniqueImageList images = LoadImageStrip(instance, IDB_LIST_IMAGES, kImageWidth, kImageMask);
+    // A number beyond the images shows none, and takes no time to draw, which the blank one would in every
+    // row.
+    ImageList_SetImageCount(images.get(), kImageBlank);
+    ListView_SetImageList(m_list, images.release(), LVSIL_SMALL);
     m_headerImages = LoadImageStrip(instance, IDB_HEADER_IMAGES, kImageWidth, kImageMask);
     ListView_SetImageList(m_list, m_headerImages.get(), kHeaderImagesType);
     Header_SetImageList(ListView_GetHeader(m_list), m_headerImages.get());

@@ -66,6 +66,7 @@ class EntryList {
     void OnDividerDoubleClick(int position);
     void OnListGone();
 
+    void MeasureRows();
     void SetImages();
     void DropHeaderImages();
     void SetColumnWidth(int position, int width);

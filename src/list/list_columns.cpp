@@ -1,5 +1,7 @@
 #include "list/list_columns.h"
 
+#include "ui/scoped.h"
+
 namespace {
 
 constexpr const wchar_t* kPriorityTitle = L"Priority";
@@ -43,8 +45,10 @@ LVCOLUMNW HeaderColumn(const ZColumn& column, int position)
     return header;
 }
 
+// The control works out its header and its scroll bars anew for every column; once is enough.
 bool InsertColumns(HWND list, const ColumnSet& columns)
 {
+    const ScopedRedrawPause pause(list);
     while (ListView_DeleteColumn(list, 0)) {
     }
     for (int i = 0; i < columns.shownCount; ++i) {

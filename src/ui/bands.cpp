@@ -57,14 +57,8 @@ Bands* Bands::Of(HWND rebar)
 LRESULT Bands::HandleMessage(void* self, UINT message, WPARAM wParam, LPARAM lParam)
 {
     auto* bands = static_cast<Bands*>(self);
-    if (message != WM_NCDESTROY) {
-        if (message == WM_PAINT)
-            Tick(">rebar paint");
-        auto r = bands->OnMessage(message, wParam, lParam);
-        if (message == WM_PAINT)
-            Tick("<rebar paint");
-        return r;
-    }
+    if (message != WM_NCDESTROY)
+        return bands->OnMessage(message, wParam, lParam);
     delete bands;
     return 0;
 }

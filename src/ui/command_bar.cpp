@@ -103,14 +103,8 @@ CommandBar::~CommandBar()
 LRESULT CommandBar::HandleMessage(void* self, UINT message, WPARAM wParam, LPARAM lParam)
 {
     auto* bar = static_cast<CommandBar*>(self);
-    if (message != WM_NCDESTROY) {
-        if (message == WM_PAINT)
-            Tick(">bar paint");
-        auto r = bar->OnMessage(message, wParam, lParam);
-        if (message == WM_PAINT)
-            Tick("<bar paint");
-        return r;
-    }
+    if (message != WM_NCDESTROY)
+        return bar->OnMessage(message, wParam, lParam);
     bar->m_window = nullptr;
     bar->m_menu.reset();
     return 0;

@@ -46,10 +46,10 @@ Pixels ReadImages(HIMAGELIST list)
 
 } // namespace
 
-// Only a tool bar hands them out.
+// Only a tool bar hands them out. It is never shown, so the display need not hear of it.
 Pixels LoadStandardImages()
 {
-    const UniqueWindow bar(CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr, WS_POPUP, 0, 0, 0, 0, nullptr,
+    const UniqueWindow bar(CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE,
                                            nullptr, nullptr, nullptr));
     if (!bar)
         return {};

@@ -9,10 +9,11 @@ struct Entry {
     WindowHook* hook; // null: taken off while another procedure stood in front
 };
 
-// A window's procedure gets nothing but the handle to find its own by.
+// A window's procedure gets nothing but the handle to find its own by. Never freed: a window may outlive what
+// the program frees at its end.
 std::unordered_map<HWND, Entry>& Entries()
 {
-    static std::unordered_map<HWND, Entry> s_entries;
+    static auto& s_entries = *new std::unordered_map<HWND, Entry>;
     return s_entries;
 }
 

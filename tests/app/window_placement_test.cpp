@@ -57,15 +57,20 @@ TEST_F(Placement, IsNoLargerThanTheWorkArea)
 TEST_F(Placement, AMaximizedWindowComesBackMaximized)
 {
     Store(50, 50, 450, 350, 1);
-    ShowPlaced(m_window.Handle(), SW_SHOWNORMAL, App());
+    ShowWindow(m_window.Handle(), FirstShowCommand(SW_SHOWNORMAL, FrameAndPlace(m_window.Handle(), App())));
     EXPECT_TRUE(PumpUntil([&] { return IsZoomed(m_window.Handle()); }));
 }
 
 TEST_F(Placement, TheShowCommandStillCounts)
 {
     Store(50, 50, 450, 350, 1);
-    ShowPlaced(m_window.Handle(), SW_SHOWMINIMIZED, App());
-    EXPECT_TRUE(PumpUntil([&] { return IsIconic(m_window.Handle()); }));
+    EXPECT_TRUE(FrameAndPlace(m_window.Handle(), App()));
+    for (const int command : {SW_SHOWNORMAL, SW_SHOW, SW_SHOWDEFAULT, SW_RESTORE})
+        EXPECT_EQ(FirstShowCommand(command, true), SW_SHOWMAXIMIZED) << command;
+    for (const int command : {SW_SHOWMINIMIZED, SW_MINIMIZE, SW_SHOWMINNOACTIVE, SW_HIDE, SW_SHOWNOACTIVATE})
+        EXPECT_EQ(FirstShowCommand(command, true), command);
+    for (const int command : {SW_SHOWNORMAL, SW_SHOWMINIMIZED, SW_SHOWMAXIMIZED})
+        EXPECT_EQ(FirstShowCommand(command, false), command);
 }
 
 TEST_F(Placement, AMaximizedWindowIsStoredAsOne)
@@ -93,11 +98,26 @@ TEST_F(Placement, PlacesThatCannotBeReachedAreNotTaken)
     }
 }
 
+TEST_F(Placement, AMaximizedWindowWhosePlaceIsGoneOpensOverTheWorkArea)
+{
+    Store(5000, 5000, 5400, 5300, 1);
+    EXPECT_FALSE(FrameAndPlace(m_window.Handle(), App()));
+    RECT place;
+    GetWindowRect(m_window.Handle(), &place);
+    const RECT area = WorkArea();
+    EXPECT_TRUE(EqualRect(&place, &area));
+}
+
 TEST_F(Placement, TheFrameCanBeClosedMinimisedMaximisedAndResized)
 {
     HWND window =
         CreateWindowExW(0, L"STATIC", L"", WS_VISIBLE, 0, 0, 200, 200, nullptr, nullptr, nullptr, nullptr);
-    AddDesktopFrame(window);
+    Store(60, 70, 460, 370);
+    EXPECT_FALSE(FrameAndPlace(window, App()));
+    RECT place;
+    GetWindowRect(window, &place);
+    const RECT wanted{60, 70, 460, 370};
+    EXPECT_TRUE(EqualRect(&place, &wanted));
     const LONG_PTR style = GetWindowLongPtrW(window, GWL_STYLE);
     EXPECT_EQ(style & WS_OVERLAPPEDWINDOW, WS_OVERLAPPEDWINDOW);
     DestroyWindow(window);
