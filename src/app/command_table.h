@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+class MainBands;
 class MainWindow;
 
 struct Command {
@@ -15,7 +16,6 @@ struct Command {
 const Command* FindCommand(UINT id);
 
 // Greys what has no handler, in the menu and on the button bar.
-class MainBands;
 void GreyMissingCommands(MainBands& bands);
 // The rules for Delete, Copy, Cut, Edit and Paste.
 struct SelectionState {

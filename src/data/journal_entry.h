@@ -22,8 +22,6 @@ constexpr CEPROPID kPropEndTime = 0x006D0040;
 constexpr CEPROPID kPropDuration = 0x006E0040; // a span: the count of the length itself
 constexpr CEPROPID kPropContacts = 0x006F0041;
 
-constexpr WORD kFirstProperty = 101;
-constexpr WORD kLastProperty = 111;
 constexpr int kPropertyCount = 11;
 
 constexpr USHORT kEntryKind = 3;
@@ -51,7 +49,6 @@ enum class FieldId {
     Sensitivity,
     Priority
 };
-constexpr int kFieldCount = 11;
 // The field of a property number; none for 106 and for numbers outside 101 to 111.
 std::optional<FieldId> FieldOfProperty(WORD property);
 

@@ -113,8 +113,6 @@ TEST(Fields, HaveTheirFixedNumbersAndSigns)
     EXPECT_EQ(kTypeTextSize, 60);
     EXPECT_EQ(kCategorySeparator, 44);
     EXPECT_EQ(kContactSeparator, 59);
-    EXPECT_EQ(kFirstProperty, 101);
-    EXPECT_EQ(kLastProperty, 111);
 }
 
 TEST(Fields, PropertiesMapByName)
