@@ -122,7 +122,7 @@ int FindColumnByTitle(const ColumnSet& set, const wchar_t* title)
     return FindColumn(set, [=](const ZColumn& column) { return *title && column.Title() == title; });
 }
 
-int FindSortColumn(const ColumnSet& set)
+int GetSortColumn(const ColumnSet& set)
 {
     return FindColumn(set, [](const ZColumn& column) { return column.Has(kColumnSort); });
 }

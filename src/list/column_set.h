@@ -26,7 +26,7 @@ void SaveColumns(const ColumnSet& set, RegistryStore& settings);
 
 int FindColumnByProperty(const ColumnSet& set, WORD property);     // -1: none
 int FindColumnByTitle(const ColumnSet& set, const wchar_t* title); // -1: none, also for the empty title
-int FindSortColumn(const ColumnSet& set);                          // the first with the sort mark; -1: none
+int GetSortColumn(const ColumnSet& set);                           // the first with the sort mark; -1: none
 // Moves a column to another position, past its neighbours one at a time. A position that is none moves
 // nothing.
 void MoveColumn(ColumnSet* set, int from, int to);

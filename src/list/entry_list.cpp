@@ -44,7 +44,7 @@ HWND EntryList::Create(HWND parent, ColumnSet* columns, DWORD style, int topOffs
     LoadColumns(columns, App(), WorkAreaRight());
     (void)InsertColumns(m_list, *columns);
     Place(topOffset);
-    const int sort = FindSortColumn(*columns);
+    const int sort = GetSortColumn(*columns);
     if (sort >= 0)
         ApplySort(ColumnAt(sort));
     else

@@ -175,7 +175,7 @@ TEST_F(ColumnSetTest, AColumnNotNamedKeepsItsDefaultsButTheShownMark)
     const ColumnSet set = Load(1023);
     EXPECT_EQ(set.columns[1].GetFlags(), 0x65155015u);
     EXPECT_EQ(set.columns[2].GetFlags(), 0x662AA005u);
-    EXPECT_EQ(FindSortColumn(set), 1); // the date, not shown, still sorts
+    EXPECT_EQ(GetSortColumn(set), 1); // the date, not shown, still sorts
 }
 
 TEST_F(ColumnSetTest, UnknownPropertiesAreSkipped)
@@ -380,13 +380,13 @@ TEST_F(ColumnSetTest, FindsTheFirstSortColumn)
 {
     ColumnSet set;
     ResetColumns(&set, 900);
-    EXPECT_EQ(FindSortColumn(set), 0);
+    EXPECT_EQ(GetSortColumn(set), 0);
     set.columns[7].Add(kColumnSort);
-    EXPECT_EQ(FindSortColumn(set), 0);
+    EXPECT_EQ(GetSortColumn(set), 0);
     set.columns[0].Remove(kColumnSort);
-    EXPECT_EQ(FindSortColumn(set), 7);
+    EXPECT_EQ(GetSortColumn(set), 7);
     set.columns[7].Remove(kColumnSort);
-    EXPECT_EQ(FindSortColumn(set), -1);
+    EXPECT_EQ(GetSortColumn(set), -1);
 }
 
 TEST_F(ColumnSetTest, MovesPastItsNeighbours)
