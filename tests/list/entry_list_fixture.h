@@ -26,6 +26,8 @@ class EntryListTest : public JournalTest {
     std::vector<int> SelectedRows() const;
     std::vector<CEOID> Selected(); // in the order of selecting
     int RowCount() const { return ListView_GetItemCount(Handle()); }
+    // A number of the settings; 0xDEAD when it is not stored.
+    static DWORD Stored(const wchar_t* name) { return App().GetNumber(kSettings, name, 0xDEAD); }
     HWND Notice() const { return FindWindowExW(Handle(), nullptr, L"STATIC", nullptr); }
 
     // Real input by messages; keys are MK_CONTROL and MK_SHIFT.
