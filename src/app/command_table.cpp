@@ -31,6 +31,10 @@ void RunPaste(MainWindow& window, UINT)
 {
     PasteEntries(window.List());
 }
+void RunClearCategories(MainWindow& window, UINT)
+{
+    ClearCategories(window.List());
+}
 void RunCompanion(MainWindow& window, UINT command)
 {
     LaunchCompanionOf(command, window.Handle());
@@ -55,7 +59,7 @@ constexpr Command kCommands[] = {
     {CMD_DELETE_ENTRY, RunDelete},
     {CMD_CATEGORIES_LIST, nullptr},
     {CMD_SUBJECTS_LIST, nullptr},
-    {CMD_CLEAR_CATEGORIES, nullptr},
+    {CMD_CLEAR_CATEGORIES, RunClearCategories},
     {CMD_CALENDAR, RunCompanion},
     {CMD_CONTACTS, RunCompanion},
     {CMD_INBOX, RunCompanion},

@@ -3,6 +3,7 @@
 #include "app/journal_app.h"
 #include "editor/entry_editor.h"
 #include "list/entry_list.h"
+#include "mervane/db_categories.h"
 #include "util/owners.h"
 
 namespace {
@@ -38,6 +39,27 @@ void CopyRecord(DbJournal& journal, CEOID id)
     const LocalBlock<CEPROPVAL> owner(properties);
     if (read)
         (void)journal.WriteRecord(0, count, properties);
+}
+
+void ResetCategoryUses()
+{
+    DbCategories categories;
+    if (categories.Open(kCategoriesKey))
+        categories.Reset();
+}
+
+// Of the journal's current record. Nothing is written to one that has none.
+void DeleteCategories(DbJournal& journal)
+{
+    const CEPROPID wanted = kPropCategories;
+    WORD count = 1;
+    CEPROPVAL* property = nullptr;
+    const CEOID id = journal.ReadRecord(&count, &wanted, &property);
+    const LocalBlock<CEPROPVAL> owner(property);
+    if (!id || (property->wFlags & CEDB_PROPNOTFOUND))
+        return;
+    property->wFlags = CEDB_PROPDELETE;
+    (void)journal.WriteRecord(id, 1, property);
 }
 
 } // namespace
@@ -84,6 +106,19 @@ void PasteEntries(EntryList& list)
         CeDBase::BulkScope bulk(journal);
         for (const CEOID id : list.Selection().InOrder())
             CopyRecord(journal, id);
+        (void)bulk.Commit();
+    }
+    list.Refresh();
+}
+
+void ClearCategories(EntryList& list)
+{
+    {
+        DbJournal& journal = App().Journal();
+        CeDBase::BulkScope bulk(journal);
+        ResetCategoryUses();
+        for (int found = journal.SeekFirstRecord(); found; found = journal.SeekNextRecord())
+            DeleteCategories(journal);
         (void)bulk.Commit();
     }
     list.Refresh();

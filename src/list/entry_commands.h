@@ -10,3 +10,6 @@ void EditEntry(HWND owner, EntryList& list);
 void DeleteEntries(EntryList& list); // Cut is the same
 void CopyEntries(EntryList& list);
 void PasteEntries(EntryList& list);
+// Takes the categories from every entry, also from those that the filter hides, and sets all use counts to 0.
+// Does not ask.
+void ClearCategories(EntryList& list);

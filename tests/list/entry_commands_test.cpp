@@ -427,6 +427,7 @@ TEST_F(EntryCommandsTest, ACommandAfterTheEndDoesNothing)
     PasteEntries(m_list);
     DeleteEntries(m_list);
     CopyEntries(m_list);
+    ClearCategories(m_list);
     ASSERT_NE(App().Journal().Open(nullptr), 0);
     EXPECT_EQ(RecordCount(), 5u);
 }
