@@ -5,6 +5,8 @@
 #include "app/journal_app.h"
 #include "res/resource.h"
 #include "support/test_store.h"
+#include "support/test_windows.h"
+#include "ui/command_bands.h"
 #include "ui/scale.h"
 
 namespace {
@@ -43,6 +45,26 @@ TEST_F(BandLayout, StoredSettingsAreRead)
     EXPECT_EQ(LoadBand(1, App()).cx, 300u);
     EXPECT_TRUE(IsBandStoredMaximized(0, App()));
     EXPECT_TRUE(IsBandStoredMaximized(1, App()));
+}
+
+// A band that is not there, or that has no identifier, has no layout.
+TEST_F(BandLayout, OnlyBandsWithAnIdentifierAreSaved)
+{
+    const TestParent parent;
+    HINSTANCE instance = GetModuleHandleW(nullptr);
+    HWND bands = CommandBands_Create(instance, parent.Handle(), 102, RBS_BANDBORDERS, nullptr);
+    REBARBANDINFOW nameless = LoadBand(0, App()), buttons = LoadBand(1, App());
+    nameless.wID = 0;
+    ASSERT_TRUE(CommandBands_AddBands(bands, instance, 1, &nameless));
+    SaveBandLayout(bands, BandLayoutParts::All, App());
+    EXPECT_EQ(App().GetNumber(L"Settings", L"mstyle", 0xABCDEF), 0xABCDEFu);
+    EXPECT_EQ(App().GetNumber(L"Settings", L"tstyle", 0xABCDEF), 0xABCDEFu);
+    ASSERT_TRUE(CommandBands_AddBands(bands, instance, 1, &buttons));
+    SaveBandLayout(bands, BandLayoutParts::All, App());
+    EXPECT_EQ(App().GetNumber(L"Settings", L"mstyle", 0xABCDEF), 0xABCDEFu);
+    EXPECT_EQ(App().GetNumber(L"Settings", L"mmax", 0xABCDEF), 0xABCDEFu);
+    EXPECT_EQ(App().GetNumber(L"Settings", L"tstyle", 0), 128u);
+    EXPECT_EQ(App().GetNumber(L"Settings", L"tmax", 7), 0u);
 }
 
 } // namespace

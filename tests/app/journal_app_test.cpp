@@ -17,6 +17,15 @@ TEST(JournalApp, SettingsLieUnderItsKey)
     EXPECT_EQ(value, 5u);
 }
 
+TEST(JournalApp, StartsWithTheJournalClosedAndWithoutAWindow)
+{
+    const TestRegistry registry;
+    JournalApp app;
+    EXPECT_FALSE(app.Journal().IsOpen());
+    EXPECT_EQ(app.MainWindowHandle(), nullptr);
+    EXPECT_EQ(app.Instance(), nullptr);
+}
+
 TEST(JournalApp, WorkAreaEdgesAreTheSystems)
 {
     RECT area{};

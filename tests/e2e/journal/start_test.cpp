@@ -131,4 +131,13 @@ TEST_F(Start, ASecondStartBringsTheFirstOneForward)
     EXPECT_FALSE(HasMessageBox(m_journal.Id()));
 }
 
+TEST_F(Start, ItsExitCodeIsThatOfTheQuitMessage)
+{
+    HWND window = m_journal.Start();
+    ASSERT_NE(window, nullptr);
+    ASSERT_TRUE(PostThreadMessageW(GetWindowThreadProcessId(window, nullptr), WM_QUIT, 42, 0));
+    ASSERT_TRUE(m_journal.WaitForEnd());
+    EXPECT_EQ(m_journal.ExitCode(), 42u);
+}
+
 } // namespace

@@ -1,0 +1,177 @@
+// The start of the program and its message loop.
+#include "app/main_window_fixture.h"
+
+#include "ui/scale.h"
+#include "ui/work_area.h"
+
+namespace {
+
+// Nothing of an earlier start is there: no window and no class.
+class InitInstance : public MainWindowTest {
+  protected:
+    InitInstance() { UnregisterClassW(kMainWindowClass, Instance()); }
+    ~InitInstance() override
+    {
+        if (HWND window = App().MainWindowHandle())
+            DestroyWindow(window);
+    }
+
+    static HWND Start(int showCommand = SW_SHOWNORMAL)
+    {
+        EXPECT_EQ(App().InitInstance(Instance(), showCommand), 1);
+        return App().MainWindowHandle();
+    }
+};
+
+// It comes forward in its normal size.
+TEST_F(InitInstance, ARunningCopyOfAnyTitleIsBroughtForward)
+{
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = DefWindowProcW;
+    windowClass.hInstance = Instance();
+    windowClass.lpszClassName = L"Journal";
+    ASSERT_NE(RegisterClassW(&windowClass), 0);
+    const UniqueWindow running(CreateWindowExW(0, L"Journal", L"Another title", WS_OVERLAPPEDWINDOW, 20, 20,
+                                               300, 200, nullptr, nullptr, Instance(), nullptr));
+    ASSERT_NE(running, nullptr);
+    ShowWindow(running.get(), SW_SHOWMAXIMIZED);
+    ASSERT_TRUE(PumpUntil([&] { return IsZoomed(running.get()); }));
+    const MessageBoxAnswerer answerer;
+    EXPECT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 0);
+    EXPECT_TRUE(PumpUntil([&] { return !IsZoomed(running.get()); }));
+    EXPECT_TRUE(IsWindowVisible(running.get()));
+    EXPECT_EQ(App().MainWindowHandle(), nullptr);
+    EXPECT_TRUE(answerer.Boxes().empty());
+}
+
+TEST_F(InitInstance, WithoutItsWindowClassItEndsWithoutAWord)
+{
+    ASSERT_TRUE(MainWindow::RegisterWindowClass(Instance())) << "so that it cannot be registered again";
+    const MessageBoxAnswerer answerer;
+    EXPECT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 0);
+    EXPECT_EQ(FindWindowW(L"Journal", nullptr), nullptr);
+    EXPECT_TRUE(answerer.Boxes().empty());
+}
+
+TEST_F(InitInstance, AFailedCreationIsToldAndEndsIt)
+{
+    ASSERT_TRUE(WriteFileBytes(m_store.Path(), "no store at all"));
+    const MessageBoxAnswerer answerer;
+    EXPECT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 0);
+    EXPECT_EQ(App().MainWindowHandle(), nullptr);
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].text, L"Internal Main Window Creation Error");
+    EXPECT_EQ(answerer.Boxes()[0].caption, L"Journal");
+    EXPECT_EQ(answerer.Boxes()[0].owner, nullptr);
+    EXPECT_EQ(answerer.Boxes()[0].answers.size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].icon, nullptr);
+}
+
+TEST_F(InitInstance, TheWindowIsShownPaintedAndAsLargeAsTheWorkArea)
+{
+    HWND window = Start();
+    EXPECT_EQ(App().Instance(), Instance());
+    EXPECT_TRUE(IsWindowVisible(window));
+    EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
+    // Its size; a window manager may keep the frame from hiding above the screen.
+    EXPECT_TRUE(PumpUntil([&] {
+        const RECT area = WorkArea();
+        RECT place{};
+        GetWindowRect(window, &place);
+        return place.right - place.left == area.right - area.left &&
+               place.bottom - place.top == area.bottom - area.top;
+    }));
+}
+
+TEST_F(InitInstance, TheShowCommandCounts)
+{
+    HWND window = Start(SW_SHOWMAXIMIZED);
+    EXPECT_TRUE(PumpUntil([&] { return IsZoomed(window); }));
+}
+
+HICON IconOf(HWND window, WPARAM which)
+{
+    return reinterpret_cast<HICON>(SendMessageW(window, WM_GETICON, which, 0));
+}
+
+int IconSide(HWND window, WPARAM which)
+{
+    ICONINFO info{};
+    BITMAP bitmap{};
+    if (!GetIconInfo(IconOf(window, which), &info))
+        return 0;
+    GetObjectW(info.hbmColor, sizeof bitmap, &bitmap);
+    DeleteObject(info.hbmColor);
+    DeleteObject(info.hbmMask);
+    return static_cast<int>(bitmap.bmWidth);
+}
+
+TEST_F(InitInstance, TheWindowGetsASmallAndABigIcon)
+{
+    HWND window = Start();
+    EXPECT_EQ(IconSide(window, ICON_SMALL), Scale(16));
+    EXPECT_EQ(IconSide(window, ICON_BIG), Scale(32));
+}
+
+// Gives the main window icons while it is being created.
+LRESULT CALLBACK GiveIcons(int code, WPARAM wParam, LPARAM lParam)
+{
+    const auto& sent = *reinterpret_cast<const CWPSTRUCT*>(lParam);
+    wchar_t name[16] = L"";
+    GetClassNameW(sent.hwnd, name, 16);
+    if (code == HC_ACTION && sent.message == WM_CREATE && wcscmp(name, L"Journal") == 0)
+        for (const WPARAM which : std::initializer_list<WPARAM>{ICON_SMALL, ICON_BIG})
+            SendMessageW(sent.hwnd, WM_SETICON, which,
+                         reinterpret_cast<LPARAM>(LoadIconW(nullptr, IDI_APPLICATION)));
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+TEST_F(InitInstance, IconsThatTheWindowHasStay)
+{
+    HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, GiveIcons, nullptr, GetCurrentThreadId());
+    ASSERT_NE(hook, nullptr);
+    HWND window = Start();
+    UnhookWindowsHookEx(hook);
+    for (const WPARAM which : std::initializer_list<WPARAM>{ICON_SMALL, ICON_BIG})
+        EXPECT_EQ(IconOf(window, which), LoadIconW(nullptr, IDI_APPLICATION)) << which;
+}
+
+TEST_F(InitInstance, RunEndsWithTheCodeOfTheQuitMessage)
+{
+    SendMessageW(Start(), WM_CLOSE, 0, 0);
+    ASSERT_TRUE(TakeQuitMessage());
+    PostQuitMessage(42);
+    EXPECT_EQ(App().Run(), 42);
+}
+
+// The keys and characters that reach the list.
+struct Key {
+    UINT message;
+    WPARAM key;
+    bool operator==(const Key&) const = default;
+};
+std::vector<Key> g_keys;
+
+LRESULT CALLBACK WatchKeys(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR)
+{
+    if (message == WM_KEYDOWN || message == WM_CHAR)
+        g_keys.push_back({message, wParam});
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+// Delete is a command, here a grey one; a letter is none.
+TEST_F(InitInstance, RunDispatchesTheKeysThatAreNoCommands)
+{
+    HWND list = FindWindowExW(Start(), nullptr, L"SysListView32", nullptr);
+    ASSERT_NE(list, nullptr);
+    g_keys.clear();
+    SetWindowSubclass(list, WatchKeys, 7, 0);
+    PostMessageW(list, WM_KEYDOWN, VK_DELETE, 1);
+    PostMessageW(list, WM_KEYDOWN, 'A', 1);
+    PostQuitMessage(0);
+    EXPECT_EQ(App().Run(), 0);
+    RemoveWindowSubclass(list, WatchKeys, 7);
+    EXPECT_EQ(g_keys, (std::vector<Key>{{WM_KEYDOWN, 'A'}, {WM_CHAR, 'a'}}));
+}
+
+} // namespace

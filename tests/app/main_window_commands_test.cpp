@@ -1,0 +1,235 @@
+#include "app/main_window_fixture.h"
+
+#include "res/resource.h"
+
+namespace {
+
+TEST_F(MainWindowTest, WhatIsNotThereYetIsGrey)
+{
+    Create();
+    EXPECT_FALSE(ButtonEnabled(115));
+    for (UINT command : {103u, 104u, 115u, 117u, 118u, 120u, 121u, 122u, 124u})
+        EXPECT_FALSE(MenuEnabled(command)) << command;
+    for (UINT command : {100u, 110u, 111u, 112u, 113u, 125u, 127u, 140u, 160u})
+        EXPECT_TRUE(MenuEnabled(command)) << command;
+    EXPECT_TRUE(ButtonEnabled(111));
+}
+
+TEST_F(MainWindowTest, NothingSelectedGreysTheEntryCommands)
+{
+    Create();
+    for (UINT command : {102u, 143u, 141u, 101u, 142u}) {
+        EXPECT_FALSE(ButtonEnabled(static_cast<int>(command))) << command;
+        EXPECT_FALSE(MenuEnabled(command)) << command;
+    }
+    EXPECT_TRUE(ButtonEnabled(100));
+    EXPECT_TRUE(MenuEnabled(100));
+}
+
+TEST_F(MainWindowTest, ASelectionEnablesFourCommandsButNotPaste)
+{
+    HWND window = Create();
+    const CEOID id = AddEntry(L"One", 1);
+    m_window.List().Refresh();
+    m_window.List().Selection().Append(id);
+    m_window.List().SetCurrentEntry(id);
+    SendMessageW(window, 1126, 0, 0);
+    for (UINT command : {102u, 143u, 141u, 101u}) {
+        EXPECT_TRUE(ButtonEnabled(static_cast<int>(command))) << command;
+        EXPECT_TRUE(MenuEnabled(command)) << command;
+    }
+    EXPECT_FALSE(ButtonEnabled(142));
+    EXPECT_FALSE(MenuEnabled(142));
+}
+
+TEST_F(MainWindowTest, PasteNeedsACurrentEntryAndTheFlag)
+{
+    HWND window = Create();
+    const CEOID id = AddEntry(L"One", 1);
+    m_window.List().Refresh();
+    m_window.List().SetCurrentEntry(id);
+    SendMessageW(window, 1126, 1, 0);
+    EXPECT_TRUE(ButtonEnabled(142)) << "the button asks for no selection";
+    EXPECT_FALSE(MenuEnabled(142)) << "the menu item does";
+    m_window.List().Selection().Append(id);
+    SendMessageW(window, 1126, 1, 0);
+    EXPECT_TRUE(ButtonEnabled(142));
+    EXPECT_TRUE(MenuEnabled(142));
+    m_window.List().SetCurrentEntry(0);
+    SendMessageW(window, 1126, 1, 0);
+    EXPECT_FALSE(ButtonEnabled(142));
+    EXPECT_FALSE(MenuEnabled(142));
+    m_window.List().Selection().Clear();
+}
+
+TEST_F(MainWindowTest, CommandsOutsideTheTableChangeNothing)
+{
+    Create();
+    AddEntry(L"One", 1);
+    m_window.List().Refresh();
+    const MessageBoxAnswerer answerer;
+    for (UINT id : {0u, 99u, 123u, 161u, 1050u, 57634u, 57635u, 57637u, 57643u, 65535u})
+        for (const WORD source : std::initializer_list<WORD>{0, 1, 7})
+            Command(id, source);
+    EXPECT_TRUE(answerer.Boxes().empty());
+    EXPECT_EQ(Rows(), 1);
+    EXPECT_TRUE(IsWindow(m_window.Handle()));
+}
+
+TEST_F(MainWindowTest, AGreyCommandDoesNothingFromTheKeyboard)
+{
+    Create();
+    AddEntry(L"One", 1);
+    m_window.List().Refresh();
+    m_window.List().ClearSelection();
+    const MessageBoxAnswerer answerer({IDYES});
+    Command(102, 1);
+    EXPECT_TRUE(answerer.Boxes().empty()) << "no question was asked";
+}
+
+TEST_F(MainWindowTest, CutDeletesWithTheSameQuestion)
+{
+    Create();
+    const CEOID id = AddEntry(L"One", 1);
+    m_window.List().Refresh();
+    m_window.List().SelectRecord(id);
+    m_window.List().Selection().Append(id);
+    const MessageBoxAnswerer answerer({IDYES});
+    Command(141);
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].text, L"Delete record?");
+    EXPECT_EQ(Rows(), 0);
+    EXPECT_EQ(m_window.List().SelectionFlag(), 0) << "nothing was copied";
+}
+
+TEST_F(MainWindowTest, TheFilterButtonsBodyStartsContacts)
+{
+    Create();
+    const MessageBoxAnswerer answerer({IDOK});
+    Command(111);
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].caption, L"Addrbook not found");
+}
+
+TEST_F(MainWindowTest, EachCommandStartsItsCompanion)
+{
+    Create();
+    const std::pair<UINT, const wchar_t*> titles[] = {
+        {110, L"Calendar not found"},  {111, L"Addrbook not found"},     {112, L"Pmail.exe not found"},
+        {113, L"Tasks.exe not found"}, {125, L"iexplorm.exe not found"}, {127, L"PegHelp.exe not found"}};
+    for (const auto& [command, title] : titles) {
+        const MessageBoxAnswerer answerer({IDOK});
+        Command(command);
+        ASSERT_EQ(answerer.Boxes().size(), 1u) << command;
+        EXPECT_EQ(answerer.Boxes()[0].caption, title);
+        EXPECT_EQ(answerer.Boxes()[0].owner, m_window.Handle()) << command;
+    }
+}
+
+TEST_F(MainWindowTest, NewStartsWithoutASelectionAndEditKeepsIt)
+{
+    Create();
+    const CEOID id = AddEntry(L"One", 1);
+    m_window.List().Refresh();
+    m_window.List().SelectRecord(id);
+    std::wstring subject;
+    size_t selected = 99;
+    for (const auto& [command, text, count] :
+         {std::tuple(101u, L"One", size_t{1}), std::tuple(100u, L"<Entry Subject>", size_t{0})}) {
+        const ModalDriver driver([&](HWND editor) {
+            subject = WindowText(GetDlgItem(editor, IDC_SUBJECT));
+            selected = m_window.List().Selection().Count();
+            SendMessageW(editor, WM_COMMAND, IDCANCEL, 0);
+        });
+        Command(command);
+        ASSERT_TRUE(driver.Ran()) << command;
+        EXPECT_EQ(subject, text) << command;
+        EXPECT_EQ(selected, count) << command;
+        EXPECT_EQ(m_window.List().Selection().Count(), count) << command;
+    }
+}
+
+TEST_F(MainWindowTest, CopyOffersPasteAndPasteDuplicates)
+{
+    Create();
+    const CEOID id = AddEntry(L"One", 1);
+    m_window.List().Refresh();
+    m_window.List().SelectRecord(id);
+    m_window.List().SetSelectionFlag(0);
+    EXPECT_FALSE(MenuEnabled(142));
+    Command(143);
+    EXPECT_EQ(Rows(), 1);
+    EXPECT_TRUE(MenuEnabled(142));
+    EXPECT_TRUE(ButtonEnabled(142));
+    Command(142);
+    EXPECT_EQ(Rows(), 2);
+    Command(142);
+    EXPECT_EQ(Rows(), 3);
+}
+
+// No menu item and no button: another program's message may ask for it.
+TEST_F(MainWindowTest, ClearCategoriesTakesThemFromEveryEntry)
+{
+    Create();
+    DWORD ids[] = {1, 7};
+    CEPROPVAL categories{};
+    categories.propid = kPropCategories;
+    categories.val.blob = {sizeof ids, reinterpret_cast<BYTE*>(ids)};
+    ASSERT_NE(App().Journal().WriteRecord(0, 1, &categories), 0u);
+    AddEntry(L"One", 1);
+    Command(105);
+    EXPECT_EQ(Rows(), 2) << "the list is rebuilt";
+    const CEPROPID wanted = kPropCategories;
+    for (int found = App().Journal().SeekFirstRecord(); found; found = App().Journal().SeekNextRecord()) {
+        WORD count = 1;
+        CEPROPVAL* property = nullptr;
+        ASSERT_NE(App().Journal().ReadRecord(&count, &wanted, &property), 0u);
+        const LocalBlock<CEPROPVAL> owner(property);
+        EXPECT_TRUE(property->wFlags & CEDB_PROPNOTFOUND);
+    }
+}
+
+TEST_F(MainWindowTest, AboutShowsTheProgramAndTheBuild)
+{
+    Create();
+    std::wstring title, product, platform, build;
+    bool bold = false;
+    const ModalDriver driver([&](HWND dialog) {
+        title = WindowText(dialog);
+        product = WindowText(GetDlgItem(dialog, IDC_ABOUT_PRODUCT));
+        platform = WindowText(GetDlgItem(dialog, IDC_ABOUT_PLATFORM));
+        build = WindowText(GetDlgItem(dialog, IDC_ABOUT_BUILD));
+        LOGFONTW font{};
+        GetObjectW(reinterpret_cast<HFONT>(SendDlgItemMessageW(dialog, IDC_ABOUT_PRODUCT, WM_GETFONT, 0, 0)),
+                   sizeof font, &font);
+        bold = font.lfWeight == FW_BOLD;
+        SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+    });
+    Command(160);
+    ASSERT_TRUE(driver.Ran());
+    EXPECT_EQ(title, L"About Journal");
+    EXPECT_EQ(product, L"Kelvra Journal");
+    EXPECT_EQ(platform, L"Handheld PC Pro Version");
+    EXPECT_EQ(build, L"Build (2094)");
+    EXPECT_TRUE(bold);
+}
+
+class AboutAnswer : public MainWindowTest, public testing::WithParamInterface<int> {};
+
+TEST_P(AboutAnswer, ClosesItAndDeletesItsFont)
+{
+    Create();
+    HGDIOBJ font = nullptr;
+    const ModalDriver driver([&](HWND dialog) {
+        font = reinterpret_cast<HGDIOBJ>(SendDlgItemMessageW(dialog, IDC_ABOUT_PRODUCT, WM_GETFONT, 0, 0));
+        EXPECT_EQ(GetObjectType(font), DWORD{OBJ_FONT});
+        SendMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(GetParam()), 0);
+    });
+    Command(160);
+    ASSERT_TRUE(driver.Ran());
+    EXPECT_EQ(GetObjectType(font), 0u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Both, AboutAnswer, testing::Values(IDOK, IDCANCEL));
+
+} // namespace
