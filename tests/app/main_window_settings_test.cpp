@@ -13,6 +13,14 @@ TEST_F(MainWindowTest, ItsEndSavesBandsAndColumns)
         EXPECT_NE(App().GetNumber(L"Settings", name, 0xABCDEF), 0xABCDEFu) << name;
 }
 
+TEST_F(MainWindowTest, ItsEndTakesTheEmptyNoticeAway)
+{
+    HWND window = Create();
+    ASSERT_NE(FindWindowExW(List(), nullptr, L"STATIC", nullptr), nullptr);
+    SendMessageW(window, WM_DESTROY, 0, 0);
+    EXPECT_EQ(FindWindowExW(List(), nullptr, L"STATIC", nullptr), nullptr);
+}
+
 // What was stored for a band is what it had, each value under its name.
 TEST_F(MainWindowTest, ItsEndSavesEachBandAsItIs)
 {
