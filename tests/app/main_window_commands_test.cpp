@@ -79,12 +79,15 @@ TEST_F(MainWindowTest, CommandsOutsideTheTableChangeNothing)
 TEST_F(MainWindowTest, AGreyCommandDoesNothingFromTheKeyboard)
 {
     Create();
-    AddEntry(L"One", 1);
+    const CEOID id = AddEntry(L"One", 1);
     m_window.List().Refresh();
     m_window.List().ClearSelection();
     const MessageBoxAnswerer answerer({IDYES});
     Command(102, 1);
     EXPECT_TRUE(answerer.Boxes().empty()) << "no question was asked";
+    m_window.List().SelectRecord(id);
+    Command(102, 1);
+    EXPECT_EQ(answerer.Boxes().size(), 1u) << "and once it is not grey, it does";
 }
 
 TEST_F(MainWindowTest, CutDeletesWithTheSameQuestion)
