@@ -61,7 +61,7 @@ class MainWindow {
     MainBands m_bands;
     ColumnSet m_columns;
     EntryList m_list;
+    bool m_leftMaximized = false; // when it was last closed
     // Set once everything stored has been loaded: from then on it may be stored again.
-    bool m_leftMaximized = false;
     bool m_loaded = false;
 };
