@@ -26,7 +26,7 @@ BareStore::BareStore(const std::wstring& path)
     sqlite3* const product = NewestConnection();
     if (sqlite3_open16(path.c_str(), &m_handle) != SQLITE_OK)
         Fail("SQLite cannot open a store");
-    for (const char* pragma : {"mmap_size", "cache_size", "wal_autocheckpoint"})
+    for (const char* pragma : {"mmap_size", "cache_size", "wal_autocheckpoint", "cell_size_check"})
         TakeOver(product, pragma);
     Execute("PRAGMA synchronous = FULL");
     if (PragmaOf(m_handle, "synchronous") != 2)

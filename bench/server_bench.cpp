@@ -59,7 +59,7 @@ void MeasureServer()
     const StoreCopy copy(kFull, L"server");
     OpenJournal journal(copy.Path());
     Compare("a walk over 65,535 records in one read scope", 1.2, [&] { return TimeWalk(journal); });
-    Compare("a page of 50 rows", 1.2, [&] { return TimePages(journal); });
+    Compare("a page of 50 rows (two requests in all)", 0, [&] { return TimePages(journal); });
     Compare("a sort by subject, the first time", 1.2, [] { return TimeOpeningSort(kPropSubject); });
     Compare("a sort by date, the first time", 1.2, [] { return TimeOpeningSort(kPropDate); });
 }

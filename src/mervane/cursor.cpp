@@ -1,5 +1,7 @@
 #include "mervane/cursor.h"
 
+#include <utility>
+
 #include "mervane/store.h"
 
 namespace mervane {
@@ -34,12 +36,11 @@ void Cursor::SetCurrent(CEOID id)
 // its way on by the order it came in.
 void Cursor::Refresh()
 {
-    const auto oldIndex = m_index;
-    const auto oldOrder = m_order;
-    m_index = m_store.IndexOf(m_table);
-    m_order = m_index->OrderOf(m_sort);
-    if (m_order == oldOrder)
+    const auto& current = m_store.IndexOf(m_table);
+    if (m_index == current && m_index->IsOrderOf(m_sort, m_order.get()))
         return;
+    const auto oldIndex = std::exchange(m_index, current);
+    const auto oldOrder = std::exchange(m_order, m_index->OrderOf(m_sort));
     m_rowKnown = false;
     if (oldIndex && oldIndex != m_index && oldOrder && m_current)
         FindWayOn(*oldIndex, *oldOrder);

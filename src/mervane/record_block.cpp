@@ -49,12 +49,15 @@ size_t TailBytes(const Statement& row, const WantedColumn& wanted)
 {
     if (!wanted.property)
         return 0;
-    // A text has at most as many units as its encoding has bytes.
-    if (const auto text = row.Text(wanted.column))
-        return (text->size() + 1) * sizeof(wchar_t);
-    if (const auto blob = row.Blob(wanted.column))
-        return blob->size() + 1;
-    return 0;
+    if (PropertyType(wanted.id) == CEVT_LPWSTR) {
+        // A text has at most as many units as its encoding has bytes.
+        const auto text = row.Text(wanted.column);
+        return text ? (text->size() + 1) * sizeof(wchar_t) : 0;
+    }
+    if (PropertyType(wanted.id) != CEVT_BLOB)
+        return 0;
+    const auto blob = row.Blob(wanted.column);
+    return blob ? blob->size() + 1 : 0;
 }
 
 FILETIME TimeOf(int64_t count)

@@ -109,7 +109,7 @@ bool Store::EndBulk(bool keep)
     return kept;
 }
 
-std::shared_ptr<TableIndex> Store::IndexOf(TableId table)
+const std::shared_ptr<TableIndex>& Store::IndexOf(TableId table)
 {
     auto& index = m_indexes[mervane::IndexOf(table)];
     if (!index)

@@ -42,7 +42,7 @@ class Store {
     Table& TableOf(TableId table) { return m_tables[mervane::IndexOf(table)]; }
     // Inside BeginRead.
     const NameCache& NamesOf(TableId table) { return m_names.Of(table); }
-    std::shared_ptr<TableIndex> IndexOf(TableId table);
+    const std::shared_ptr<TableIndex>& IndexOf(TableId table);
 
     ChangeHub& Changes() { return m_changes; }
     void AddCursor(Cursor* cursor) { m_cursors.push_back(cursor); }

@@ -163,10 +163,19 @@ std::shared_ptr<const RowOrder> TableIndex::OrderOf(const SORTORDERSPEC& sort)
                 return order;
             }
     m_lastOrder = MakeOrder(property, descending);
-    m_orders.push_back({property, descending, m_lastOrder});
+    m_orders.push_back({property, descending, m_lastOrder.get(), m_lastOrder});
     if (const auto keys = m_keys.find(property); keys != m_keys.end())
         keys->second.lastUse = ++m_useCount;
     return m_lastOrder;
+}
+
+bool TableIndex::IsOrderOf(const SORTORDERSPEC& sort, const RowOrder* order) const
+{
+    const int property = FindProperty(m_info, sort.propid);
+    const bool descending = IsDescending(sort);
+    return std::any_of(m_orders.begin(), m_orders.end(), [&](const KnownOrder& known) {
+        return known.address == order && known.property == property && known.descending == descending;
+    });
 }
 
 // Acts on the orders that are in use and whose property is there to compare by; the others are given up.

@@ -23,6 +23,8 @@ class TableIndex {
     // The order of a sort by a property of this table. It is kept up to date; where that is no longer
     // possible, the next call gives another one.
     std::shared_ptr<const RowOrder> OrderOf(const SORTORDERSPEC& sort);
+    // Whether OrderOf would give this one, which somebody holds.
+    bool IsOrderOf(const SORTORDERSPEC& sort, const RowOrder* order) const;
     // false when not all could be read, for a reason that may pass.
     bool IsComplete() const { return m_complete; }
 
@@ -46,6 +48,7 @@ class TableIndex {
     struct KnownOrder {
         int property;
         bool descending;
+        const RowOrder* address;
         std::weak_ptr<RowOrder> order;
     };
 

@@ -1,7 +1,8 @@
 #include "mervane/text_codec.h"
 
+#include <emmintrin.h>
+
 #include <cstdint>
-#include <cstring>
 
 namespace mervane {
 
@@ -74,6 +75,21 @@ Decoded DecodeSequence(const unsigned char* bytes, size_t available)
     return {code, static_cast<size_t>(tail) + 1};
 }
 
+constexpr size_t kBlock = sizeof(__m128i);
+
+// Sixteen characters at once, when all of them are ASCII and none is NUL.
+bool DecodeBlock(const unsigned char* bytes, wchar_t* out)
+{
+    const __m128i zero = _mm_setzero_si128();
+    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
+    // As signed bytes these alone are above zero.
+    if (_mm_movemask_epi8(_mm_cmpgt_epi8(block, zero)) != 0xFFFF)
+        return false;
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_unpacklo_epi8(block, zero));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out + kBlock / 2), _mm_unpackhi_epi8(block, zero));
+    return true;
+}
+
 wchar_t* PutCode(wchar_t* out, char32_t code)
 {
     if (code < 0x10000) {
@@ -106,7 +122,10 @@ size_t DecodeText(std::string_view text, wchar_t* out)
     wchar_t* const start = out;
     for (size_t i = 0; i < text.size() && bytes[i];) {
         if (bytes[i] < 0x80) {
-            *out++ = bytes[i++];
+            for (; i + kBlock <= text.size() && DecodeBlock(bytes + i, out); i += kBlock)
+                out += kBlock;
+            while (i < text.size() && bytes[i] && bytes[i] < 0x80)
+                *out++ = bytes[i++];
             continue;
         }
         const Decoded decoded = DecodeSequence(bytes + i, text.size() - i);

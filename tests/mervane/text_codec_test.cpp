@@ -52,6 +52,38 @@ TEST(TextCodec, ReplacesWhatIsNoEncoding)
     EXPECT_EQ(DecodeText("\xC3(x"), L"\uFFFD(x");
 }
 
+TEST(TextCodec, TakesEveryLengthOfSequence)
+{
+    const auto isKept = [](char32_t code) {
+        const std::wstring text =
+            code < 0x10000 ? std::wstring{static_cast<wchar_t>(code)}
+                           : std::wstring{static_cast<wchar_t>(0xD800 + ((code - 0x10000) >> 10)),
+                                          static_cast<wchar_t>(0xDC00 + ((code - 0x10000) & 0x3FF))};
+        return DecodeText(EncodeText(text)) == text;
+    };
+    for (char32_t code = 0x10000; code <= 0x10FFFF; code += 0x3F)
+        ASSERT_TRUE(isKept(code)) << static_cast<uint32_t>(code);
+    EXPECT_TRUE(isKept(0x10FFFF));
+    EXPECT_EQ(DecodeText("\xF0\x8F\xBF\xBF"), L"\uFFFD\uFFFD\uFFFD\uFFFD"); // overlong
+    EXPECT_EQ(DecodeText("\xF0\x9F\x98"), L"\uFFFD\uFFFD\uFFFD");           // cut off
+    EXPECT_EQ(DecodeText("\xF5\x80\x80\x80"), L"\uFFFD\uFFFD\uFFFD\uFFFD"); // no such lead
+    EXPECT_EQ(DecodeText("\xF0\x9F(\x80"), L"\uFFFD\uFFFD(\uFFFD");
+}
+
+// Long runs of ASCII are taken many at once, whatever ends them and wherever.
+TEST(TextCodec, TakesRunsOfEveryLength)
+{
+    const std::string letters = "The quick brown fox jumps over the lazy dog, again and again.";
+    for (size_t length = 0; length <= letters.size(); ++length) {
+        const std::string run = letters.substr(0, length);
+        const std::wstring wide(run.begin(), run.end());
+        ASSERT_EQ(DecodeText(run), wide);
+        ASSERT_EQ(DecodeText(run + "\xC3\xA9" + letters), wide + L"\u00e9" + DecodeText(letters));
+        ASSERT_EQ(DecodeText(run + '\x7F' + letters), wide + L'\x7F' + DecodeText(letters));
+        ASSERT_EQ(DecodeText(run + '\0' + letters), wide);
+    }
+}
+
 TEST(TextCodec, NeverWritesMoreUnitsThanBytes)
 {
     for (unsigned first = 0; first < 256; ++first)
