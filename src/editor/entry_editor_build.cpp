@@ -2,6 +2,7 @@
 #include "editor/entry_editor_dialog.h"
 
 #include "app/journal_app.h"
+#include "data/entry_types.h"
 #include "editor/categories_line.h"
 #include "editor/editor_settings.h"
 #include "editor/entry_timer.h"
@@ -28,7 +29,7 @@ void Select(HWND box, int item)
 
 void FillTypeBox(HWND box, const RegistryStore& settings)
 {
-    AddItems(box, EntryTypes());
+    AddItems(box, kEntryTypes);
     const int last = FindType(LastType(settings));
     Select(box, last >= 0 ? last : kDefaultType);
 }

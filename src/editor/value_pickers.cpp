@@ -2,32 +2,11 @@
 
 #include <windows.h>
 
+#include "data/entry_types.h"
 #include "data/journal_entry.h"
 #include "res/resource.h"
 
 namespace {
-
-constexpr const wchar_t* kTypes[] = {
-    L"Conversation",
-    L"Document",
-    L"E-mail message",
-    L"Fax",
-    L"Letter",
-    L"Meeting",
-    L"Meeting cancellation",
-    L"Meeting request",
-    L"Meeting response",
-    L"Microsoft Access",
-    L"Microsoft Excel",
-    L"Microsoft PowerPoint",
-    L"Microsoft Word",
-    L"Note",
-    L"Phone call",
-    L"Remote session",
-    L"Task",
-    L"Task request",
-    L"Task response",
-};
 
 // "hour" after 2 to 9 is the list's own wording.
 constexpr const wchar_t* kDurations[] = {
@@ -57,26 +36,21 @@ int ValueOf(std::span<const PickerChoice> choices, int valueOrId, int otherwise)
 
 } // namespace
 
-std::span<const wchar_t* const> EntryTypes()
-{
-    return kTypes;
-}
-
 int FindTypeByPrefix(const std::wstring& text)
 {
-    constexpr size_t kCount = std::size(kTypes);
+    constexpr size_t kCount = std::size(kEntryTypes);
     if (text.empty())
         return -1;
     for (size_t step = 1; step <= kCount; ++step)
-        if (BeginsWith(kTypes[step % kCount], text))
+        if (BeginsWith(kEntryTypes[step % kCount], text))
             return static_cast<int>(step % kCount);
     return -1;
 }
 
 int FindType(const std::wstring& text)
 {
-    for (size_t i = 0; i < std::size(kTypes); ++i)
-        if (SameText(kTypes[i], wcslen(kTypes[i]), text))
+    for (size_t i = 0; i < std::size(kEntryTypes); ++i)
+        if (SameText(kEntryTypes[i], wcslen(kEntryTypes[i]), text))
             return static_cast<int>(i);
     return -1;
 }

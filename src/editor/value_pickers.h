@@ -4,14 +4,12 @@
 #include <span>
 #include <string>
 
-// Types, in the order of the type box. The record holds the text.
-std::span<const wchar_t* const> EntryTypes();
-constexpr int kDefaultType = 14; // "Phone call"
+constexpr int kDefaultType = 14; // the place in kEntryTypes of "Phone call"
 
-// The first type that begins with the text, without regard to case; the search starts after the first type
-// and comes to that one last. -1: none, also for the empty text.
+// The place in kEntryTypes of the first type that begins with the text, without regard to case; the search
+// starts after the first type and comes to that one last. -1: none, also for the empty text.
 int FindTypeByPrefix(const std::wstring& text);
-// The type that is the text, without regard to case; -1: none.
+// The place of the type that is the text, without regard to case; -1: none.
 int FindType(const std::wstring& text);
 
 // Suggested durations, in the order of the duration box, with the wording that the box has.

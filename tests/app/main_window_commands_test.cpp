@@ -98,10 +98,14 @@ TEST_F(MainWindowTest, CutDeletesWithTheSameQuestion)
     m_window.List().SelectRecord(id);
     m_window.List().Selection().Append(id);
     const MessageBoxAnswerer answerer({IDYES});
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    EmptyClipboard();
+    CloseClipboard();
     Command(141);
     ASSERT_EQ(answerer.Boxes().size(), 1u);
     EXPECT_EQ(answerer.Boxes()[0].text, L"Delete record?");
     EXPECT_EQ(Rows(), 0);
+    EXPECT_EQ(CountClipboardFormats(), 0);
     EXPECT_EQ(m_window.List().SelectionFlag(), 0) << "nothing was copied";
 }
 

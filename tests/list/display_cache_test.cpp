@@ -206,6 +206,123 @@ TEST_F(DisplayCacheTest, AFilterKeepsWhatPasses)
     EXPECT_EQ(m_cache.Row(0).id, 0u);
 }
 
+// Forty entries, in their order now of January, now of February.
+class FilteredCacheTest : public JournalTest {
+  protected:
+    FilteredCacheTest()
+    {
+        CeDBase::BulkScope bulk(App().Journal());
+        for (int i = 0; i < 40; ++i)
+            TestRecord()
+                .Time(kPropDate, Instant(static_cast<WORD>(1990 + i), i % 2 ? 2 : 1, 15))
+                .Text(kPropSubject, L"entry " + std::to_wstring(i))
+                .Write();
+        EXPECT_EQ(bulk.Commit(), 1);
+        m_filter.active = true;
+        m_filter.monthMask = 0x2;
+        m_filter.rowCount = CountRows(App().Journal(), m_filter);
+    }
+
+    // Which entries the rows show after a hint on them; -1: a blank row.
+    std::vector<int> Entries(int from, int to)
+    {
+        m_cache.Clear();
+        m_cache.OnHint(from, to, 50);
+        std::vector<int> entries;
+        for (int row = from; row <= to; ++row) {
+            const std::wstring& subject = m_cache.Row(row).subject;
+            entries.push_back(subject.empty() ? -1 : std::stoi(subject.substr(6)));
+        }
+        return entries;
+    }
+
+    FilterState m_filter;
+    DisplayCache m_cache{App().Journal(), m_filter};
+};
+
+TEST_F(FilteredCacheTest, OnlyWhatPassesIsCounted)
+{
+    EXPECT_EQ(m_filter.rowCount, 20u);
+    m_filter.active = false;
+    EXPECT_EQ(CountRows(App().Journal(), m_filter), 40u);
+}
+
+// The first row shows what passes at its position among all records or behind it.
+TEST_F(FilteredCacheTest, RowsShowWhatPassesFromTheirPositionOn)
+{
+    EXPECT_EQ(Entries(0, 4), (std::vector<int>{1, 3, 5, 7, 9}));
+    EXPECT_EQ(Entries(10, 12), (std::vector<int>{11, 13, 15}));
+    EXPECT_EQ(Entries(15, 19), (std::vector<int>{15, 17, 19, 21, 23})); // the tail
+    EXPECT_EQ(Entries(36, 38), (std::vector<int>{37, 39, -1}));
+}
+
+// Of these a page of the file is lost, while the index still knows them.
+class UnreadableRecords : public JournalTest {
+  protected:
+    UnreadableRecords()
+    {
+        CeDBase::BulkScope bulk(App().Journal());
+        for (int i = 0; i < kEntries; ++i)
+            m_ids.push_back(TestRecord()
+                                .Time(kPropDate, Instant(static_cast<WORD>(1990 + i), 1, 15))
+                                .Text(kPropSubject, L"subject " + std::to_wstring(100 + i))
+                                .Text(kPropBody, std::wstring(400, L'b'))
+                                .Write());
+        EXPECT_EQ(bulk.Commit(), 1);
+        App().Journal().Close();
+        LosePageWith("subject 150");
+        EXPECT_NE(App().Journal().Open(nullptr), 0);
+        m_filter.rowCount = CountRows(App().Journal(), m_filter);
+    }
+
+    void LosePageWith(const std::string& text)
+    {
+        constexpr size_t kPageSize = 4096;
+        std::string bytes = ReadFileBytes(m_store.Path());
+        const size_t at = bytes.find(text);
+        ASSERT_NE(at, std::string::npos);
+        std::fill_n(bytes.begin() + static_cast<int>(at / kPageSize * kPageSize), kPageSize, '\0');
+        ASSERT_TRUE(WriteFileBytes(m_store.Path(), bytes));
+    }
+
+    bool IsReadable(int row)
+    {
+        const CEOID id = m_ids[static_cast<size_t>(row)];
+        return App().Journal().SeekRecord(id) == id;
+    }
+
+    static constexpr int kEntries = 100;
+    std::vector<CEOID> m_ids;
+    FilterState m_filter;
+    DisplayCache m_cache{App().Journal(), m_filter};
+};
+
+TEST_F(UnreadableRecords, AreBlankRowsAmongTheOthers)
+{
+    ASSERT_EQ(m_filter.rowCount, DWORD{kEntries});
+    ASSERT_FALSE(IsReadable(50));
+    for (const int from : {0, 45, 60}) {
+        m_cache.OnHint(from, from + 39, 50);
+        for (int row = from; row < from + 40; ++row) {
+            const bool readable = IsReadable(row);
+            EXPECT_EQ(m_cache.Row(row).id, readable ? m_ids[static_cast<size_t>(row)] : 0) << row;
+            EXPECT_EQ(m_cache.Row(row).subject, readable ? L"subject " + std::to_wstring(100 + row) : L"");
+        }
+    }
+}
+
+TEST_F(UnreadableRecords, DoNotPassAFilter)
+{
+    DWORD readable = 0;
+    for (int row = 0; row < kEntries; ++row)
+        readable += IsReadable(row);
+    EXPECT_GT(readable, 80u);
+    EXPECT_LT(readable, 100u);
+    m_filter.active = true;
+    m_filter.monthMask = 0x1;
+    EXPECT_EQ(CountRows(App().Journal(), m_filter), readable);
+}
+
 // A walk goes on where it was when a paint comes in between.
 TEST_F(DisplayCacheTest, FillingLeavesTheJournalsPositionAlone)
 {

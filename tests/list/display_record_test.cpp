@@ -251,6 +251,8 @@ TEST_F(DisplayRecordNames, JoinedNamesAreBoundedTo119Characters)
         all += (all.empty() ? L"" : L",") + std::wstring(50, letter);
     }
     EXPECT_EQ(Formatted(TestRecord().Blob(kPropCategories, blob)).categories, all.substr(0, 119));
+    const CEOID contact = AddContact(std::wstring(150, L'c'));
+    EXPECT_EQ(Formatted(TestRecord().Blob(kPropContacts, {1, contact})).contacts, std::wstring(119, L'c'));
 }
 
 TEST_F(DisplayRecordNames, BrokenBlobsNameWhatTheyHold)

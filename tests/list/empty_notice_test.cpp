@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "list/entry_list_fixture.h"
+#include "ui/scale.h"
 
 namespace {
 
@@ -45,14 +46,14 @@ class EmptyNoticeTest : public EntryListTest {
         return rect;
     }
 
-    // Covers the list from 20 pixels below its top.
+    // Covers the list from 20 pixels below its top, which leave room for the header.
     void ExpectInPlace() const
     {
         RECT client{};
         GetClientRect(Handle(), &client);
         const RECT place = Place();
         EXPECT_EQ(place.left, 0);
-        EXPECT_EQ(place.top, 20);
+        EXPECT_EQ(place.top, Scale(20));
         EXPECT_EQ(place.right, client.right);
         EXPECT_EQ(place.bottom, client.bottom);
     }
@@ -94,6 +95,20 @@ TEST_F(EmptyNoticeTest, FollowsTheList)
     SetWindowPos(m_parent.Handle(), nullptr, 0, 0, 400, 300, SWP_NOMOVE | SWP_NOZORDER);
     m_list.Place(40);
     ExpectInPlace();
+}
+
+TEST_F(EmptyNoticeTest, StaysBelowAHighHeader)
+{
+    CreateList();
+    const UniqueFont font(
+        CreateFontW(60, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, 0, 0, 0, 0, L"Tahoma"));
+    ASSERT_TRUE(font);
+    SendMessageW(Handle(), WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
+    m_list.Place(0);
+    RECT header{};
+    GetClientRect(Header(), &header);
+    ASSERT_GT(header.bottom, 40);
+    EXPECT_EQ(Place().top, header.bottom);
 }
 
 // The system's colours for windows, changed while it lives.

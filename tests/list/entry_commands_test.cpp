@@ -133,6 +133,39 @@ TEST_F(EntryCommandsTest, EditOpensTheCurrentEntryAndKeepsTheSelection)
     EXPECT_EQ(Cell(2, 1), L"edited"); // the list was rebuilt
 }
 
+TEST_F(EntryCommandsTest, EditWithoutACurrentEntryOpensANewOne)
+{
+    CEOID opened = 77;
+    g_edit = [&](CEOID* id) {
+        opened = *id;
+        return 0;
+    };
+    EditEntry(m_parent.Handle(), m_list);
+    EXPECT_EQ(g_editorRuns, 1);
+    EXPECT_EQ(opened, 0u);
+}
+
+// Its own save button may have written, or another program.
+TEST_F(EntryCommandsTest, TheListIsRebuiltHoweverTheEditorIsClosed)
+{
+    CEOID written = 0;
+    g_edit = [&](CEOID* id) {
+        *id = written = AddEntry(90, L"saved, then cancelled");
+        return 0;
+    };
+    NewEntry(m_parent.Handle(), m_list);
+    EXPECT_EQ(RowCount(), 6);
+    EXPECT_EQ(m_list.CurrentEntry(), written);
+    EXPECT_EQ(Selected(), List{written});
+    g_edit = [&](CEOID*) {
+        AddEntry(91, L"from elsewhere");
+        return 0;
+    };
+    EditEntry(m_parent.Handle(), m_list);
+    EXPECT_EQ(RowCount(), 7);
+    EXPECT_EQ(Selected(), List{written});
+}
+
 // Another program has deleted the record, and the save wrote it anew.
 TEST_F(EntryCommandsTest, AnEntryWrittenAnewStaysTheCurrentOne)
 {
@@ -169,37 +202,15 @@ TEST_F(EntryCommandsTest, DeleteAsksOnceForAll)
     EXPECT_EQ(LastReport(), 0);
 }
 
-// Looks at the box while it is up and answers with a key.
 TEST_F(EntryCommandsTest, TheQuestionHasNoOwnerAndTwoButtons)
 {
     ClickRow(1);
-    struct Seen {
-        HWND owner = nullptr;
-        bool yes = false, no = false, others = false, icon = false;
-    };
-    static Seen s_seen;
-    s_seen = {};
-    const UINT_PTR timer = SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR id, DWORD) {
-        HWND box = FindWindowW(L"#32770", L"Confirm");
-        if (!box)
-            return;
-        KillTimer(nullptr, id);
-        s_seen.owner = GetWindow(box, GW_OWNER);
-        s_seen.yes = GetDlgItem(box, IDYES) != nullptr;
-        s_seen.no = GetDlgItem(box, IDNO) != nullptr;
-        s_seen.others = GetDlgItem(box, IDOK) || GetDlgItem(box, IDCANCEL);
-        const LRESULT exclamation = reinterpret_cast<LRESULT>(LoadIconW(nullptr, IDI_EXCLAMATION));
-        for (HWND part = nullptr; (part = FindWindowExW(box, part, L"STATIC", nullptr)) != nullptr;)
-            s_seen.icon |= SendMessageW(part, STM_GETICON, 0, 0) == exclamation;
-        PostMessageW(box, WM_COMMAND, IDNO, 0);
-    });
-    ASSERT_NE(timer, 0u);
+    const MessageBoxAnswerer answerer({IDNO});
     DeleteEntries(m_list);
-    EXPECT_EQ(s_seen.owner, nullptr);
-    EXPECT_TRUE(s_seen.yes);
-    EXPECT_TRUE(s_seen.no);
-    EXPECT_FALSE(s_seen.others);
-    EXPECT_TRUE(s_seen.icon);
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].owner, nullptr);
+    EXPECT_EQ(answerer.Boxes()[0].answers, (std::vector<int>{IDYES, IDNO}));
+    EXPECT_EQ(answerer.Boxes()[0].icon, LoadIconW(nullptr, IDI_EXCLAMATION));
     EXPECT_EQ(RecordCount(), 5u);
 }
 

@@ -29,6 +29,7 @@ TEST_F(EntryListTest, PriorityIsAnIconInTheFirstColumnOnly)
     EXPECT_EQ(HeaderText(1), L"Priority");
     EXPECT_EQ(Column(1).iImage, 0);
     EXPECT_EQ(ImageOf(0, 0), 3);
+    EXPECT_EQ(ImageOf(0, 1), 2);
     EXPECT_EQ(Cell(0, 1), L"High");
 }
 
@@ -79,6 +80,55 @@ TEST_F(EntryListTest, AClickOnAnotherHeaderSortsByIt)
     EXPECT_EQ(Column(0).iImage, 0);
     EXPECT_EQ(Stored(L"Column0") & kColumnSort, 0u);
     EXPECT_EQ(Stored(L"Column1") & kColumnSort, kColumnSort);
+}
+
+using HeaderImages = std::vector<std::tuple<WPARAM, UINT, int>>; // column, mask, image
+
+LRESULT CALLBACK WatchHeaderImages(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                   DWORD_PTR images)
+{
+    if (message == LVM_SETCOLUMNW) {
+        const auto& column = *reinterpret_cast<LVCOLUMNW*>(lParam);
+        reinterpret_cast<HeaderImages*>(images)->emplace_back(wParam, column.mask, column.iImage);
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+TEST_F(EntryListTest, AClickSetsTheImageOfASortableColumn)
+{
+    App().SetNumber(kSettings, L"iCols", 3);
+    App().SetNumber(kSettings, L"Column0", 0x6506401D); // date, the sort column
+    App().SetNumber(kSettings, L"Column1", 0x6606400C); // subject, ascending
+    App().SetNumber(kSettings, L"Column2", 0x67064008); // body
+    CreateList();
+    HeaderImages images;
+    SetWindowSubclass(Handle(), WatchHeaderImages, 1, reinterpret_cast<DWORD_PTR>(&images));
+    ClickHeader(1);
+    EXPECT_EQ(images, (HeaderImages{{1, LVCF_IMAGE, kHeaderImageAscending}}));
+    images.clear();
+    ClickHeader(2);
+    EXPECT_TRUE(images.empty());
+    RemoveWindowSubclass(Handle(), WatchHeaderImages, 1);
+}
+
+TEST_F(EntryListTest, ColumnsThatAreNotShownAreNotClicked)
+{
+    AddEntry(10, L"x");
+    CreateList();
+    NMLISTVIEW click{};
+    click.hdr = {Handle(), 0, static_cast<UINT>(LVN_COLUMNCLICK)};
+    NMHEADERW divider{};
+    divider.hdr = {Header(), 0, static_cast<UINT>(HDN_DIVIDERDBLCLICKW)};
+    for (const int column : {-1, 2, 11, 1000, INT_MIN, INT_MAX}) {
+        click.iSubItem = divider.iItem = column;
+        m_list.OnNotify(&click.hdr);
+        m_list.OnNotify(&divider.hdr);
+    }
+    SORTORDERSPEC sort{};
+    App().Journal().GetSort(&sort);
+    EXPECT_EQ(sort.propid, kPropDate);
+    EXPECT_EQ(sort.dwFlags, CEDB_SORT_DESCENDING);
+    EXPECT_EQ(Stored(L"iCols"), 0xDEADu);
 }
 
 // One that is not sortable sorts all the same and keeps its mark; the body changes the direction only.

@@ -79,14 +79,16 @@ std::wstring EntryListTest::HeaderText(int column) const
     return text;
 }
 
-int EntryListTest::ImageOf(int row, int column) const
+LVITEMW EntryListTest::Answer(int row, int column, UINT mask, LVITEMW asked) const
 {
-    LVITEMW item{};
-    item.mask = LVIF_IMAGE;
-    item.iItem = row;
-    item.iSubItem = column;
-    EXPECT_TRUE(ListView_GetItem(Handle(), &item));
-    return item.iImage;
+    NMLVDISPINFOW info{};
+    info.hdr = {Handle(), 0, static_cast<UINT>(LVN_GETDISPINFOW)};
+    info.item = asked;
+    info.item.mask = mask;
+    info.item.iItem = row;
+    info.item.iSubItem = column;
+    SendMessageW(m_parent.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&info));
+    return info.item;
 }
 
 UINT EntryListTest::StateOf(int row) const

@@ -20,7 +20,9 @@ class EntryListTest : public JournalTest {
     std::wstring Cell(int row, int column = 0) const;
     std::wstring HeaderText(int column) const;
     LVCOLUMNW Column(int column) const;
-    int ImageOf(int row, int column) const;
+    // What the list answers when it is asked for a cell, on top of what asked has already.
+    LVITEMW Answer(int row, int column, UINT mask, LVITEMW asked = {}) const;
+    int ImageOf(int row, int column) const { return Answer(row, column, LVIF_IMAGE).iImage; }
     UINT StateOf(int row) const;
     bool IsSelected(int row) const { return (StateOf(row) & LVIS_SELECTED) != 0; }
     std::vector<int> SelectedRows() const;

@@ -162,6 +162,43 @@ TEST_F(EntryListRefresh, AGoneRecordIsReportedThoughTheFlagWasNotSet)
     EXPECT_EQ(m_reports, std::vector<WPARAM>{0});
 }
 
+TEST_F(EntryListRefresh, TheFlagIsAsTheLastRecordLeftIt)
+{
+    ClickRow(2);
+    ClickRow(8, MK_CONTROL);
+    m_list.SetCurrentEntry(0);
+    m_list.SetSelectionFlag(1);
+    App().Journal().DeleteRecord(Id(8));
+    m_reports.clear();
+    m_list.Refresh();
+    EXPECT_EQ(Selected(), List{Id(2)});
+    EXPECT_EQ(m_list.SelectionFlag(), 0);
+    EXPECT_EQ(m_reports, std::vector<WPARAM>{0});
+}
+
+TEST_F(EntryListRefresh, AFocusThatIsGoneClearsTheFlagThoughOthersAreSelected)
+{
+    ClickRow(2);
+    m_list.SetCurrentEntry(Id(8));
+    m_list.SetSelectionFlag(1);
+    App().Journal().DeleteRecord(Id(8));
+    m_reports.clear();
+    m_list.Refresh();
+    EXPECT_EQ(Selected(), List{Id(2)});
+    EXPECT_EQ(m_list.CurrentEntry(), 0u);
+    EXPECT_EQ(m_list.SelectionFlag(), 0);
+    EXPECT_EQ(m_reports, std::vector<WPARAM>{0});
+}
+
+TEST_F(EntryListRefresh, WithNothingToSelectTheFlagStays)
+{
+    m_list.SetSelectionFlag(1);
+    m_reports.clear();
+    m_list.Refresh();
+    EXPECT_EQ(m_list.SelectionFlag(), 1);
+    EXPECT_TRUE(m_reports.empty());
+}
+
 TEST_F(EntryListRefresh, RecordsBehindTheRowsLeaveTheSelection)
 {
     m_list.SelectRecord(Id(90));
@@ -204,6 +241,19 @@ TEST_F(EntryListRefresh, ABackgroundRefreshTakesNoFocus)
     m_list.Refresh();
     EXPECT_EQ(GetFocus(), other.Handle());
     EXPECT_EQ(m_list.CurrentEntry(), Id(3));
+}
+
+TEST_F(EntryListRefresh, TakesTheFocusWhenARecordIsSelectedAgain)
+{
+    ClickRow(2);
+    m_list.SetCurrentEntry(0);
+    SetFocus(m_parent.Handle());
+    m_list.Refresh();
+    EXPECT_EQ(GetFocus(), Handle());
+    App().Journal().DeleteRecord(Id(2));
+    SetFocus(m_parent.Handle());
+    m_list.Refresh();
+    EXPECT_EQ(GetFocus(), m_parent.Handle()) << "none is left";
 }
 
 // The rows end up where selecting one record after the other would have scrolled them.

@@ -46,6 +46,15 @@ TEST_F(EntryListSelection, AClickSelectsTheRowWithoutTheFlag)
     ExpectSelectionAsSeen();
 }
 
+// Though the journal has other rows by then, of which the list has not been told.
+TEST_F(EntryListSelection, WhatIsSeenIsWhatIsSelected)
+{
+    AddEntry(500, L"newest");
+    ClickRow(3);
+    EXPECT_EQ(Selected(), List{Id(3)});
+    EXPECT_EQ(m_list.CurrentEntry(), Id(3));
+}
+
 TEST_F(EntryListSelection, ControlClicksKeepTheOrderOfSelecting)
 {
     ClickRow(4);
@@ -125,6 +134,17 @@ TEST_F(RangeChange, BeyondTheRowsTakesThoseThatAreThere)
     EXPECT_EQ(Selected(), (List{Id(0), Id(1)}));
     Tell(18, INT_MAX, LVIS_SELECTED);
     EXPECT_EQ(Selected(), (List{Id(18), Id(19)}));
+}
+
+TEST_F(RangeChange, LeavesTheFlagAndTheCurrentEntry)
+{
+    m_list.SelectRecord(Id(7));
+    Tell(2, 4, LVIS_SELECTED);
+    EXPECT_EQ(m_list.CurrentEntry(), Id(7));
+    EXPECT_EQ(LastReport(), 1);
+    Tell(4, 2, LVIS_SELECTED);
+    EXPECT_EQ(m_list.CurrentEntry(), Id(7));
+    EXPECT_EQ(LastReport(), 1);
 }
 
 TEST_F(EntryListSelection, AClickDropsASelectionOfSeveral)

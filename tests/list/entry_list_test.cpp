@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "list/entry_list_fixture.h"
+#include "ui/canvas.h"
 
 namespace {
 
@@ -18,6 +19,17 @@ TEST_F(EntryListTest, NoListWithoutAParent)
     m_list.SelectRecord(1);
     m_list.Place(0);
     EXPECT_FALSE(m_list.BuildColumns());
+}
+
+TEST_F(EntryListTest, NoListWhereTheControlCannotBeMade)
+{
+    {
+        const WindowRefuser refuser(L"SysListView32");
+        EXPECT_EQ(m_list.Create(m_parent.Handle(), &m_columns, LVS_REPORT, 0), nullptr);
+    }
+    EXPECT_EQ(m_list.Handle(), nullptr);
+    m_list.Destroy();
+    EXPECT_EQ(Stored(L"iCols"), 0xDEADu);
 }
 
 TEST_F(EntryListTest, TheControlIsAVirtualReport)
@@ -49,6 +61,58 @@ TEST_F(EntryListTest, ListAndHeaderHaveTheirOwnImages)
     EXPECT_EQ(width, 12);
 }
 
+// The pixels of all images of a list that are of a colour when drawn on white.
+int CountPixels(HIMAGELIST images, COLORREF color)
+{
+    int width = 0;
+    int height = 0;
+    EXPECT_TRUE(ImageList_GetIconSize(images, &width, &height));
+    const Canvas canvas(width, height, RGB(255, 255, 255));
+    int count = 0;
+    for (int i = 0; i < ImageList_GetImageCount(images); ++i) {
+        PatBlt(canvas.Dc(), 0, 0, width, height, WHITENESS);
+        EXPECT_TRUE(ImageList_Draw(images, i, canvas.Dc(), 0, 0, ILD_NORMAL));
+        for (int y = 0; y < height; ++y)
+            for (int x = 0; x < width; ++x)
+                count += GetPixel(canvas.Dc(), x, y) == color;
+    }
+    return count;
+}
+
+TEST_F(EntryListTest, ItsImagesHaveNoGreyBackground)
+{
+    CreateList();
+    for (HIMAGELIST images : {ListView_GetImageList(Handle(), LVSIL_SMALL), Header_GetImageList(Header())}) {
+        EXPECT_EQ(CountPixels(images, RGB(0xC0, 0xC0, 0xC0)), 0);
+        EXPECT_GT(CountPixels(images, RGB(0xFF, 0xFF, 0xFF)), 0);
+    }
+}
+
+std::vector<std::pair<WPARAM, LPARAM>> g_imageLists; // by type, as they are set
+
+LRESULT CALLBACK WatchImageLists(int code, WPARAM wParam, LPARAM lParam)
+{
+    const auto& sent = *reinterpret_cast<CWPSTRUCT*>(lParam);
+    if (code == HC_ACTION && sent.message == LVM_SETIMAGELIST)
+        g_imageLists.emplace_back(sent.wParam, sent.lParam);
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+// The control may ignore one of the types.
+TEST_F(EntryListTest, SetsItsImagesByTheirTypes)
+{
+    g_imageLists.clear();
+    HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, WatchImageLists, nullptr, GetCurrentThreadId());
+    ASSERT_NE(hook, nullptr);
+    CreateList();
+    UnhookWindowsHookEx(hook);
+    ASSERT_EQ(g_imageLists.size(), 2u);
+    EXPECT_EQ(g_imageLists[0].first, WPARAM{1});
+    EXPECT_EQ(g_imageLists[0].second, reinterpret_cast<LPARAM>(ListView_GetImageList(Handle(), LVSIL_SMALL)));
+    EXPECT_EQ(g_imageLists[1].first, WPARAM{3});
+    EXPECT_EQ(g_imageLists[1].second, reinterpret_cast<LPARAM>(Header_GetImageList(Header())));
+}
+
 TEST_F(EntryListTest, ShowsTheNewestEntryFirst)
 {
     AddEntry(10, L"older");
@@ -62,8 +126,8 @@ TEST_F(EntryListTest, ShowsTheNewestEntryFirst)
     EXPECT_EQ(Column(1).cx, 2 * WorkAreaRight() / 3);
     EXPECT_EQ(Cell(0, 1), L"newer");
     EXPECT_EQ(Cell(1, 1), L"older");
-    EXPECT_EQ(Cell(0, 0), FormatRecord(1, 0, nullptr).date + Cell(0, 0)); // some date
-    EXPECT_FALSE(Cell(0, 0).empty());
+    EXPECT_EQ(Cell(0, 0), L"1/1/2000 12:20 AM");
+    EXPECT_EQ(Cell(1, 0), L"1/1/2000 12:10 AM");
     EXPECT_EQ(Cell(0, 2), L"");
     EXPECT_TRUE(m_blankRows.empty());
 }
@@ -73,13 +137,12 @@ TEST_F(EntryListTest, ItemsCarryTheirRecord)
     const CEOID id = AddEntry(10, L"only");
     CreateList();
     Paint();
-    NMLVDISPINFOW info{};
-    info.hdr = {Handle(), 0, static_cast<UINT>(LVN_GETDISPINFOW)};
-    info.item.mask = LVIF_PARAM | LVIF_STATE;
-    info.item.state = LVIS_CUT;
-    SendMessageW(m_parent.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&info));
-    EXPECT_EQ(info.item.lParam, static_cast<LPARAM>(id));
-    EXPECT_EQ(info.item.state, UINT{LVIS_CUT});
+    LVITEMW asked{};
+    asked.state = LVIS_CUT;
+    const LVITEMW item = Answer(0, 0, LVIF_PARAM | LVIF_STATE, asked);
+    EXPECT_EQ(item.lParam, static_cast<LPARAM>(id));
+    EXPECT_EQ(item.state, UINT{LVIS_CUT}) << "the state is added to";
+    EXPECT_EQ(Answer(0, 0, LVIF_STATE).lParam, 0) << "only what was asked for";
 }
 
 TEST_F(EntryListTest, LongSubjectsShowWhole)
@@ -167,6 +230,62 @@ TEST_F(EntryListTest, LettersFindNothing)
     SendMessageW(Handle(), WM_CHAR, L'1', 0);
     PumpMessages();
     EXPECT_EQ(SelectedRows(), std::vector<int>{0});
+}
+
+// Room for whatever a notification holds.
+union Notification {
+    NMITEMACTIVATE item;
+    NMHEADERW track;
+    NMHDR header;
+};
+
+TEST_F(EntryListTest, OtherNotificationsDoNothing)
+{
+    AddEntries(3);
+    CreateList();
+    ClickRow(1);
+    const std::vector<CEOID> selected = Selected();
+    const int width = m_columns.columns[0].Width();
+    m_reports.clear();
+    for (const UINT code :
+         {NM_CLICK, NM_RCLICK, NM_RDBLCLK, NM_RETURN, NM_SETFOCUS, NM_KILLFOCUS, NM_HOVER, LVN_ITEMCHANGING,
+          LVN_INSERTITEM, LVN_DELETEITEM, LVN_BEGINLABELEDITW, LVN_ENDLABELEDITW, LVN_BEGINDRAG,
+          LVN_BEGINRDRAG, LVN_ITEMACTIVATE, LVN_KEYDOWN, LVN_MARQUEEBEGIN}) {
+        Notification notification{};
+        notification.item.uOldState = LVIS_SELECTED;
+        notification.item.uChanged = LVIF_STATE;
+        notification.header = {Handle(), 0, code};
+        EXPECT_EQ(m_list.OnNotify(&notification.header), 0) << code;
+    }
+    HDITEMW item{};
+    item.mask = HDI_WIDTH;
+    item.cxy = 33;
+    for (const UINT code : {HDN_ITEMCLICKW, HDN_ITEMDBLCLICKW, HDN_BEGINTRACKW, HDN_TRACKW, HDN_ITEMCHANGINGW,
+                            HDN_ITEMCHANGEDW, HDN_BEGINDRAG, HDN_ENDDRAG, HDN_ENDTRACKA}) {
+        Notification notification{};
+        notification.track.pitem = &item;
+        notification.header = {Header(), 0, code};
+        EXPECT_EQ(m_list.OnNotify(&notification.header), 0) << code;
+    }
+    EXPECT_TRUE(m_reports.empty());
+    EXPECT_TRUE(m_commands.empty());
+    EXPECT_EQ(Selected(), selected);
+    EXPECT_EQ(m_columns.columns[0].Width(), width);
+    EXPECT_EQ(Stored(L"iCols"), 0xDEADu);
+}
+
+TEST_F(EntryListTest, ADoubleClickBelowTheRowsEditsToo)
+{
+    AddEntry(10, L"only");
+    CreateList();
+    Paint();
+    RECT client{};
+    GetClientRect(Handle(), &client);
+    const LPARAM below = MAKELPARAM(20, client.bottom - 10);
+    PostMessageW(Handle(), WM_LBUTTONDBLCLK, MK_LBUTTON, below);
+    PostMessageW(Handle(), WM_LBUTTONUP, 0, below);
+    PumpMessages();
+    EXPECT_EQ(m_commands, std::vector<WPARAM>{101});
 }
 
 TEST_F(EntryListTest, EmptyingTheControlClearsTheCache)

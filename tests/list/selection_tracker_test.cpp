@@ -61,6 +61,7 @@ TEST(SelectionTracker, DeselectingTheLastOneClearsTheFlag)
     EXPECT_EQ(tracker.Flag(), 1);
     EXPECT_EQ(tracker.CurrentEntry(), 2u);
     EXPECT_TRUE(tracker.OnItemChanged(2, kBoth, kFocused));
+    EXPECT_EQ(tracker.CurrentEntry(), 2u); // it has the focus still
     EXPECT_EQ(tracker.Flag(), 0);
     EXPECT_TRUE(tracker.Selection().IsEmpty());
 }

@@ -4,6 +4,7 @@
 
 namespace {
 
+WindowRefuser* g_refuser = nullptr;
 MessageBoxAnswerer* g_answerer = nullptr;
 ModalDriver* g_driver = nullptr;
 
@@ -105,6 +106,28 @@ LRESULT CALLBACK TestParent::Procedure(HWND window, UINT message, WPARAM wParam,
     if (self && message == WM_NCDESTROY)
         self->m_window = nullptr;
     return DefWindowProcW(window, message, wParam, lParam);
+}
+
+WindowRefuser::WindowRefuser(const wchar_t* className) : m_className(className)
+{
+    g_refuser = this;
+    m_hook = SetWindowsHookExW(WH_CBT, Hook, nullptr, GetCurrentThreadId());
+    EXPECT_NE(m_hook, nullptr);
+}
+
+WindowRefuser::~WindowRefuser()
+{
+    UnhookWindowsHookEx(m_hook);
+    g_refuser = nullptr;
+}
+
+LRESULT CALLBACK WindowRefuser::Hook(int code, WPARAM wParam, LPARAM lParam)
+{
+    wchar_t name[64] = L"";
+    if (code == HCBT_CREATEWND && g_refuser && GetClassNameW(reinterpret_cast<HWND>(wParam), name, 64) &&
+        g_refuser->m_className == name)
+        return 1;
+    return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
 MessageBoxAnswerer::MessageBoxAnswerer(std::vector<int> answers) : m_answers(std::move(answers))

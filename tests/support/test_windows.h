@@ -35,6 +35,21 @@ class TestParent {
     HWND m_window = nullptr;
 };
 
+// While it lives, this thread can make no window of the class.
+class WindowRefuser {
+  public:
+    explicit WindowRefuser(const wchar_t* className);
+    ~WindowRefuser();
+    WindowRefuser(const WindowRefuser&) = delete;
+    WindowRefuser& operator=(const WindowRefuser&) = delete;
+
+  private:
+    static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam);
+
+    std::wstring m_className;
+    HHOOK m_hook = nullptr;
+};
+
 // Answers message boxes that this thread opens while it lives, and keeps what they said. Answers are taken in
 // order; the last one serves for all further boxes.
 class MessageBoxAnswerer {

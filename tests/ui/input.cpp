@@ -2,36 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include "support/send_input.h"
 #include "support/test_windows.h"
 
 namespace {
 
 InputScript* g_script = nullptr;
-
-void SendKey(WORD key, DWORD flags)
-{
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
-    input.ki.dwFlags = flags;
-    SendInput(1, &input, sizeof input);
-}
-
-void SendButton(DWORD flags)
-{
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dwFlags = flags;
-    SendInput(1, &input, sizeof input);
-}
-
-bool IsMouseAt(POINT point)
-{
-    POINT mouse{};
-    GetCursorPos(&mouse);
-    return mouse.x == point.x && mouse.y == point.y;
-}
 
 BOOL CALLBACK AddMenu(HWND window, LPARAM menus)
 {
@@ -46,12 +22,12 @@ BOOL CALLBACK AddMenu(HWND window, LPARAM menus)
 
 void KeyDown(WORD key)
 {
-    SendKey(key, 0);
+    SendKey(key, true);
 }
 
 void KeyUp(WORD key)
 {
-    SendKey(key, KEYEVENTF_KEYUP);
+    SendKey(key, false);
 }
 
 void PressKey(WORD key)
@@ -69,12 +45,12 @@ void PressWith(WORD held, WORD key)
 
 void ButtonDown()
 {
-    SendButton(MOUSEEVENTF_LEFTDOWN);
+    SendMouse(MOUSEEVENTF_LEFTDOWN);
 }
 
 void ButtonUp()
 {
-    SendButton(MOUSEEVENTF_LEFTUP);
+    SendMouse(MOUSEEVENTF_LEFTUP);
 }
 
 std::vector<HMENU> OpenMenus()
@@ -121,7 +97,7 @@ InputScript& InputScript::Do(std::function<void()> action)
 InputScript& InputScript::MoveTo(std::function<POINT()> where)
 {
     return Do([where] { SetCursorPos(where().x, where().y); }).Until("mouse in its place", [where] {
-        if (IsMouseAt(where()))
+        if (IsPointerAt(where()))
             return true;
         SetCursorPos(where().x, where().y);
         return false;

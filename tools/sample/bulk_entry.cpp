@@ -1,3 +1,4 @@
+#include "data/entry_types.h"
 #include "sample/random.h"
 #include "sample/sample_entry.h"
 
@@ -169,7 +170,7 @@ SampleEntry BulkEntry(uint64_t seed, uint32_t index, const SYSTEMTIME& today)
     if (has())
         entry.sensitivity = static_cast<short>(random.Between(0, 3));
     if (has())
-        entry.type = random.Pick(kTypes);
+        entry.type = random.Pick(kEntryTypes);
     if (has())
         entry.subject = SubjectOf(random);
     if (has())

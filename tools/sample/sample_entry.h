@@ -32,10 +32,6 @@ SampleEntry RealisticEntry(uint64_t seed, uint32_t index, uint32_t count, const 
 // forty years up to today; about one entry in thirty lacks any given property.
 SampleEntry BulkEntry(uint64_t seed, uint32_t index, const SYSTEMTIME& today);
 
-// The nineteen entry types.
-constexpr int kTypeCount = 19;
-extern const wchar_t* const kTypes[kTypeCount];
-
 struct Contact {
     const wchar_t* fileAs;
     const wchar_t* spoken; // as a subject or a body names the person

@@ -2,28 +2,6 @@
 
 namespace sample {
 
-const wchar_t* const kTypes[kTypeCount] = {
-    L"Conversation",
-    L"Document",
-    L"E-mail message",
-    L"Fax",
-    L"Letter",
-    L"Meeting",
-    L"Meeting cancellation",
-    L"Meeting request",
-    L"Meeting response",
-    L"Microsoft Access",
-    L"Microsoft Excel",
-    L"Microsoft PowerPoint",
-    L"Microsoft Word",
-    L"Note",
-    L"Phone call",
-    L"Remote session",
-    L"Task",
-    L"Task request",
-    L"Task response",
-};
-
 const wchar_t* const kCategories[kCategoryCount] = {
     L"Business", L"Customers", L"Family",   L"Finance", L"Health",    L"Home",
     L"Ideas 💡",  L"Büro",      L"Projects", L"学习",    L"Suppliers", L"Ταξίδια",

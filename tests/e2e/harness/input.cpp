@@ -1,25 +1,11 @@
 #include "e2e/harness/input.h"
 
 #include "e2e/harness/wait.h"
+#include "support/send_input.h"
 
 namespace {
 
 constexpr int kSteadyPolls = 3; // a pointer that was seen there so often stays
-
-bool IsExtendedKey(WORD key)
-{
-    return (key >= VK_PRIOR && key <= VK_DOWN) || key == VK_INSERT || key == VK_DELETE || key == VK_APPS;
-}
-
-void SendKey(WORD key, bool down)
-{
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
-    input.ki.dwFlags = (down ? 0u : KEYEVENTF_KEYUP) | (IsExtendedKey(key) ? KEYEVENTF_EXTENDEDKEY : 0u);
-    SendInput(1, &input, sizeof input);
-}
 
 void SendCharacter(wchar_t character, bool down)
 {
@@ -28,20 +14,6 @@ void SendCharacter(wchar_t character, bool down)
     input.ki.wScan = character;
     input.ki.dwFlags = KEYEVENTF_UNICODE | (down ? 0u : KEYEVENTF_KEYUP);
     SendInput(1, &input, sizeof input);
-}
-
-void SendMouse(DWORD flags)
-{
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dwFlags = flags;
-    SendInput(1, &input, sizeof input);
-}
-
-bool PointerIsAt(POINT point)
-{
-    POINT now{};
-    return GetCursorPos(&now) && now.x == point.x && now.y == point.y;
 }
 
 } // namespace
@@ -78,12 +50,12 @@ bool MoveTo(POINT point)
 {
     int steady = 0;
     return WaitFor([&] {
-        if (!PointerIsAt(point)) {
+        if (!IsPointerAt(point)) {
             steady = 0;
             SetCursorPos(point.x, point.y);
             SendMouse(MOUSEEVENTF_MOVE);
         }
-        return PointerIsAt(point) && ++steady >= kSteadyPolls;
+        return IsPointerAt(point) && ++steady >= kSteadyPolls;
     });
 }
 
