@@ -1,5 +1,6 @@
 #include "e2e/harness/journal_process.h"
 
+#include "e2e/harness/remote_memory.h"
 #include "e2e/harness/remote_window.h"
 
 namespace {
@@ -59,8 +60,10 @@ HWND JournalProcess::WaitForMainWindow(DWORD limit)
         return m_mainWindow && WaitForInputIdle(m_process.get(), kRemoteLimit) == 0 &&
                FindTopWindow(m_id, m_windowClass.c_str()) == m_mainWindow;
     };
-    const bool ready = WaitFor([&] { return isReady() || !IsRunning(); }, limit) && IsRunning();
-    return ready && Activate(m_mainWindow) ? m_mainWindow : nullptr;
+    if (!WaitFor([&] { return isReady() || !IsRunning(); }, limit) || !IsRunning())
+        return nullptr;
+    KeepThreadForCalls(m_process.get());
+    return Activate(m_mainWindow) ? m_mainWindow : nullptr;
 }
 
 HWND JournalProcess::Start(const std::wstring& arguments)

@@ -20,6 +20,11 @@ struct CallFrame {
 extern "C" const unsigned char g_callCode[];
 extern "C" const unsigned char g_callCodeEnd[];
 
+size_t CallCodeSize()
+{
+    return static_cast<size_t>(Argument(g_callCodeEnd) - Argument(g_callCode));
+}
+
 // A thread procedure that makes the call its parameter, a CallFrame, describes. It stands anywhere in memory.
 asm(R"(
     .text
@@ -111,22 +116,42 @@ UniqueKernelHandle ProcessOf(HWND window)
                               FALSE, id));
 }
 
+namespace {
+
+// Starts a thread that makes the call; the block holds the call and the code. Null when it could not be
+// started.
+UniqueKernelHandle StartCall(HANDLE process, const CallFrame& frame, RemoteBlock& block)
+{
+    if (!frame.function || !block.Write(frame) || !block.Write(g_callCode, CallCodeSize(), sizeof frame))
+        return nullptr;
+    auto* code = reinterpret_cast<LPTHREAD_START_ROUTINE>(static_cast<char*>(block.Address()) + sizeof frame);
+    return UniqueKernelHandle(CreateRemoteThread(process, nullptr, 0, code, block.Address(), 0, nullptr));
+}
+
+} // namespace
+
 uint64_t CallInProcess(HANDLE process, const wchar_t* library, const char* function,
                        std::initializer_list<uint64_t> arguments, uint64_t otherwise)
 {
+    if (arguments.size() > kMostArguments)
+        return otherwise;
     CallFrame frame{};
     frame.function = RemoteFunction(process, library, function);
-    if (!frame.function || arguments.size() > kMostArguments)
-        return otherwise;
     std::copy(arguments.begin(), arguments.end(), frame.arguments);
-    const auto codeSize = static_cast<size_t>(Argument(g_callCodeEnd) - Argument(g_callCode));
-    RemoteBlock block(process, sizeof frame + codeSize);
-    if (!block.Write(frame) || !block.Write(g_callCode, codeSize, sizeof frame))
-        return otherwise;
-    auto* code = reinterpret_cast<LPTHREAD_START_ROUTINE>(static_cast<char*>(block.Address()) + sizeof frame);
-    const UniqueKernelHandle thread(
-        CreateRemoteThread(process, nullptr, 0, code, block.Address(), 0, nullptr));
+    RemoteBlock block(process, sizeof frame + CallCodeSize());
+    const UniqueKernelHandle thread = StartCall(process, frame, block);
     if (!thread || WaitForSingleObject(thread.get(), kRemoteLimit) != WAIT_OBJECT_0)
         return otherwise;
     return block.Read<CallFrame>().result;
+}
+
+void KeepThreadForCalls(HANDLE process)
+{
+    CallFrame frame{};
+    frame.function = RemoteFunction(process, L"kernel32.dll", "WaitForSingleObject");
+    frame.arguments[0] = Argument(GetCurrentProcess()); // each process's own
+    frame.arguments[1] = INFINITE;
+    RemoteBlock block(process, sizeof frame + CallCodeSize());
+    if (StartCall(process, frame, block))
+        block.Leave();
 }

@@ -20,6 +20,8 @@ class RemoteBlock {
 
     // The address in the other process; null when there was no memory.
     void* Address() const { return m_address; }
+    // It stays for as long as the process lives.
+    void Leave() { m_address = nullptr; }
     LPARAM AsLParam() const { return reinterpret_cast<LPARAM>(m_address); }
     bool Write(const void* data, size_t size, size_t offset = 0);
     bool Read(void* data, size_t size, size_t offset = 0) const;
@@ -50,6 +52,12 @@ UniqueKernelHandle ProcessOf(HWND window);
 // the limit.
 uint64_t CallInProcess(HANDLE process, const wchar_t* library, const char* function,
                        std::initializer_list<uint64_t> arguments, uint64_t otherwise = 0);
+
+// Makes the calls above safe for a process that is idle at this moment, whatever it does later. Wine makes
+// memory and threads for another process on one of that process's own threads, in the midst of what it does:
+// where it holds the heap's lock, the new thread would wait for it for ever. A thread that only waits is
+// taken instead.
+void KeepThreadForCalls(HANDLE process);
 
 // An argument of such a call.
 template <typename T> uint64_t Argument(T* pointer)
