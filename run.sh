@@ -107,7 +107,7 @@ start_display() {
     export DISPLAY
     unset WAYLAND_DISPLAY
     xauth -q -f "$XAUTHORITY" add "$DISPLAY" . "$cookie"
-    openbox >/dev/null 2>&1 &
+    openbox --config-file "$PWD/scripts/openbox.xml" >/dev/null 2>&1 &
 }
 
 # Any page in a browser may try a port of this machine, so the view asks for a password, new each time.

@@ -83,7 +83,7 @@ start_display() {
     wait_for_file "$session/display" || { echo "session: Xvfb did not start" >&2; exit 97; }
     DISPLAY=:$(cat "$session/display")
     export DISPLAY
-    openbox --config-file "$here/openbox.xml" \
+    openbox --config-file "$here/../../scripts/openbox.xml" \
         --startup "sh -c 'echo ready >\"\$JOURNAL_SESSION/openbox\"'" >/dev/null 2>&1 8>&- &
 }
 
