@@ -31,11 +31,14 @@ void Measure(const char* heading)
         [] { return TimeJournal(kSmall); },
         [] { return TimeEmptyWindow(L""); },
         [] { return TimeEmptyWindow(L"controls"); },
+        [] { return TimeEmptyWindow(L"bars"); },
     });
     PrintHeading(heading);
     PrintRatio("65,535 entries, to an empty window", times[0], times[3], 1.5);
     PrintRatio("1,000 entries, to an empty window", times[2], times[3], 1.5);
     PrintRatio("65,535 entries, to one with the controls' library", times[0], times[4], 0);
+    PrintRatio("65,535 entries, to one with the same bars and list", times[0], times[5], 0);
+    PrintRatio("1,000 entries, to one with the same bars and list", times[2], times[5], 0);
     PrintRatio("10,000 entries to 1,000", times[1], times[2], 1.15);
     PrintRatio("65,535 entries to 1,000", times[0], times[2], 1.15);
 }
