@@ -79,8 +79,6 @@ bool RemoteMessageBox::Answer(int answer) const
 {
     if (!m_window || !Offers(answer))
         return false;
-    DWORD process = 0;
-    GetWindowThreadProcessId(m_window, &process);
     PostMessageW(GetDlgItem(m_window, answer), BM_CLICK, 0, 0);
-    return WaitUntilGone(m_window) && WaitForForegroundOf(process);
+    return WaitUntilGone(m_window);
 }

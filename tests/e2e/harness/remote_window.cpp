@@ -96,7 +96,9 @@ HWND WaitForDialogWith(DWORD process, int controlId, DWORD limit)
 
 bool WaitUntilGone(HWND window, DWORD limit)
 {
-    return WaitFor([&] { return !IsWindow(window); }, limit);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    return WaitFor([&] { return !IsWindow(window); }, limit) && (!process || WaitForForegroundOf(process));
 }
 
 // A late event of the display can take the foreground away once more.
@@ -115,12 +117,13 @@ bool Activate(HWND window)
 bool WaitForForegroundOf(DWORD process)
 {
     const UniqueKernelHandle running(OpenProcess(SYNCHRONIZE, FALSE, process));
+    int steady = 0;
     return WaitFor([&] {
         HWND window = GetForegroundWindow();
         DWORD owner = 0;
         GetWindowThreadProcessId(window, &owner);
-        return (owner == process && FocusOf(window)) || !running ||
-               WaitForSingleObject(running.get(), 0) == WAIT_OBJECT_0;
+        steady = owner == process && FocusOf(window) ? steady + 1 : 0;
+        return steady >= kSteadyPolls || !running || WaitForSingleObject(running.get(), 0) == WAIT_OBJECT_0;
     });
 }
 

@@ -16,12 +16,13 @@ HWND FindTopWindow(DWORD process, const wchar_t* windowClass, const wchar_t* tit
 [[nodiscard]] HWND WaitForDialog(DWORD process, const wchar_t* title, DWORD limit = kRemoteLimit);
 // The same for a dialog that is known by a control only it has.
 [[nodiscard]] HWND WaitForDialogWith(DWORD process, int controlId, DWORD limit = kRemoteLimit);
+// Waits until the window is gone and another one of its process, if that still runs, has the keyboard.
 [[nodiscard]] bool WaitUntilGone(HWND window, DWORD limit = kRemoteLimit);
 
 // Brings a top-level window to the foreground, where it has the keyboard and keeps it; false when it has not
 // within the limit.
 [[nodiscard]] bool Activate(HWND window);
-// Waits until a window of the process is in the foreground and has the keyboard, or the process has ended.
+// Waits until a window of the process is in the foreground and keeps the keyboard, or the process has ended.
 [[nodiscard]] bool WaitForForegroundOf(DWORD process);
 // The window that has the keyboard's focus in the window's thread.
 HWND FocusOf(HWND window);
