@@ -1,11 +1,25 @@
 #include "mervane/db_categories.h"
 
 #include <algorithm>
+#include <iterator>
 
+#include "mervane/category_list.h"
 #include "mervane/id_blob.h"
 #include "mervane/store.h"
 
 using mervane::TableId;
+
+namespace {
+
+CEPROPVAL NameValue(const std::wstring& name)
+{
+    CEPROPVAL value{};
+    value.propid = kCategoriesKey;
+    value.val.lpwstr = const_cast<wchar_t*>(name.c_str()); // a write only reads it
+    return value;
+}
+
+} // namespace
 
 DbCategories::DbCategories() : CeDBase(TableId::Categories) {}
 
@@ -54,6 +68,47 @@ int DbCategories::GetNumActiveRecords()
 int DbCategories::Reset()
 {
     return IsOpen() && SharedStore()->ResetUses() ? 1 : 0;
+}
+
+CEOID DbCategories::Add(const std::wstring& name)
+{
+    const CEPROPVAL value = NameValue(name);
+    return WriteRecord(0, 1, &value);
+}
+
+int DbCategories::Rename(CEOID id, const std::wstring& name)
+{
+    const CEPROPVAL value = NameValue(name);
+    return id && WriteRecord(id, 1, &value) == id ? 1 : 0;
+}
+
+int DbCategories::SetHidden(CEOID id, bool hidden)
+{
+    CEPROPVAL value{};
+    value.propid = kCategoryHidden;
+    value.val.uiVal = hidden ? 1 : 0;
+    return id && WriteRecord(id, 1, &value) == id ? 1 : 0;
+}
+
+HWND DbCategories::CreateListView(HINSTANCE instance, HWND parent, const RECT& rectangle, int id)
+{
+    return mervane::CreateCategoryList(instance, parent, rectangle, id);
+}
+
+// The names are copied first: what the list tells its parent while it is filled may lead to a write.
+int DbCategories::UpdateListView(HWND list)
+{
+    if (!IsOpen() || !IsWindow(list))
+        return 0;
+    std::vector<mervane::NameCache::Entry> active;
+    {
+        const ReadScope scope(*this);
+        const auto& entries = SharedStore()->NamesOf(TableId::Categories).Entries();
+        std::copy_if(entries.begin(), entries.end(), std::back_inserter(active),
+                     [](const auto& entry) { return !entry.hidden; });
+    }
+    mervane::FillCategoryList(list, active);
+    return 1;
 }
 
 int DbCategories::SetBlobFromStack(const ZStack& stack, CEBLOB* blob)

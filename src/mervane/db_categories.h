@@ -2,6 +2,8 @@
 // (kCategoriesKey, unique without regard to case, at most 59 characters), a use count and a hidden flag.
 #pragma once
 
+#include <string>
+
 #include "mervane/ce_dbase.h"
 #include "mervane/z_stack.h"
 
@@ -24,6 +26,25 @@ class DbCategories : public CeDBase {
     [[nodiscard]] int GetNumActiveRecords();
     // Sets all use counts to 0.
     int Reset();
+
+    // The master list. A name of no or of more than 59 characters, or one that another category has, is
+    // refused, and so is what happens to a category that is not there. DeleteRecord takes one away: the
+    // entries keep their reference, which is simply not named any more.
+    [[nodiscard]] CEOID Add(const std::wstring& name); // the new one's identifier, 0 on failure
+    [[nodiscard]] int Rename(CEOID id, const std::wstring& name);
+    [[nodiscard]] int SetHidden(CEOID id, bool hidden);
+
+    // Makes an empty list with check boxes, in columns that go on to the right: a child of parent, visible, a
+    // tab stop, with a sunken edge, of one selected item. rectangle: in the parent's client area. Null on
+    // failure. The caller owns the window and may not change its view. What the list tells of an item that
+    // changes has the item's whole state: a box is turned only where the old and the new state image differ,
+    // not where an item merely gets the focus.
+    HWND CreateListView(HINSTANCE instance, HWND parent, const RECT& rectangle, int id);
+    // Empties the list and fills it with the categories that are not hidden, in the order of their names,
+    // unchecked (state image 1), each item's parameter being its category's identifier. The focus stays on
+    // its category, or near it when that is gone, and is on the first item when there was none. 0 when the
+    // categories are not open or the list is no window; a list that needs no fill is a success.
+    int UpdateListView(HWND list);
 
     // Makes the stack's blob: a count and the identifiers, 32 bits each, little-endian. blob->lpb is a
     // LocalAlloc block that the caller frees. An empty stack gives {0, null}.

@@ -1,5 +1,6 @@
 #include "mervane/store.h"
 
+#include "mervane/category_name.h"
 #include "mervane/cursor.h"
 #include "mervane/db_categories.h"
 #include "mervane/store_path.h"
@@ -164,8 +165,7 @@ bool Store::MayHaveName(CEOID id, const RecordValues& values)
     if (length == 0 || length >= kCategoryNameSize)
         return false;
     for (const NameCache::Entry& entry : NamesOf(TableId::Categories).Entries())
-        if (entry.id != id &&
-            CompareStringOrdinal(entry.name.c_str(), -1, value->val.lpwstr, -1, TRUE) == CSTR_EQUAL)
+        if (entry.id != id && IsSameCategoryName(entry.name, {value->val.lpwstr, length}))
             return false;
     return true;
 }

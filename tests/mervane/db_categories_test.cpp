@@ -69,6 +69,38 @@ TEST_F(Categories, HaveNamesOf1To59Characters)
     EXPECT_EQ(Received(m_categories, id).Text(kCategoriesKey), std::wstring(59, L'x'));
 }
 
+TEST_F(Categories, AreAddedRenamedAndHidden)
+{
+    const CEOID id = m_categories.Add(L"Work");
+    ASSERT_NE(id, 0u);
+    EXPECT_EQ(Received(m_categories, id).Text(kCategoriesKey), L"Work");
+    EXPECT_EQ(m_categories.IncUse(id), 1);
+    EXPECT_EQ(m_categories.Rename(id, L"Office"), 1);
+    EXPECT_EQ(JoinedNames(m_categories, {1, id}, L','), L"Office");
+    EXPECT_EQ(m_categories.SetHidden(id, true), 1);
+    EXPECT_EQ(m_categories.IsHidden(id), 1);
+    EXPECT_EQ(m_categories.SetHidden(id, false), 1);
+    EXPECT_EQ(m_categories.IsHidden(id), 0);
+    EXPECT_EQ(Uses(id), 1);
+    EXPECT_EQ(m_categories.RecordCount(), 1u);
+}
+
+TEST_F(Categories, RefuseWhatCannotBe)
+{
+    const CEOID work = m_categories.Add(L"Work"), home = m_categories.Add(L"Home");
+    EXPECT_EQ(m_categories.Add(L""), 0u);
+    EXPECT_EQ(m_categories.Add(L"WORK"), 0u);
+    EXPECT_EQ(m_categories.Add(std::wstring(60, L'x')), 0u);
+    EXPECT_EQ(m_categories.Rename(home, L"work"), 0);
+    EXPECT_EQ(m_categories.Rename(home, L""), 0);
+    EXPECT_EQ(m_categories.Rename(home + 1, L"Other"), 0);
+    EXPECT_EQ(m_categories.Rename(0, L"Other"), 0) << "this would be a new one";
+    EXPECT_EQ(m_categories.SetHidden(0, true), 0);
+    EXPECT_EQ(m_categories.SetHidden(home + 1, true), 0);
+    EXPECT_EQ(m_categories.RecordCount(), 2u);
+    EXPECT_EQ(JoinedNames(m_categories, {2, work, home}, L','), L"Home,Work");
+}
+
 TEST_F(Categories, CountTheirUses)
 {
     const CEOID id = AddCategory(m_categories, L"c"), other = AddCategory(m_categories, L"d");
