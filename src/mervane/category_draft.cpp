@@ -1,0 +1,187 @@
+#include "mervane/category_draft.h"
+
+#include <algorithm>
+
+#include "mervane/category_name.h"
+#include "mervane/db_categories.h"
+#include "mervane/sort_key.h"
+
+namespace mervane {
+
+namespace {
+
+struct LocalBlock {
+    CEPROPVAL* properties = nullptr;
+    ~LocalBlock() { LocalFree(properties); }
+};
+
+// Stands in the way of no name that somebody would give.
+std::wstring PassingName(CEOID id)
+{
+    return L"\uE000 " + std::to_wstring(id);
+}
+
+} // namespace
+
+bool CategoryDraft::Load(DbCategories& categories)
+{
+    if (!categories.IsOpen())
+        return false;
+    m_drafts.clear();
+    m_deleted.clear();
+    const CeDBase::ReadScope scope(categories);
+    for (int found = categories.SeekFirstRecord(); found; found = categories.SeekNextRecord())
+        Read(categories);
+    SortKeyMaker maker;
+    for (Draft& draft : m_drafts)
+        draft.key = maker.Make(draft.item.name);
+    std::sort(m_drafts.begin(), m_drafts.end(), ComesBefore);
+    return true;
+}
+
+// The current record. One whose name is no text is nothing that could be shown.
+void CategoryDraft::Read(DbCategories& categories)
+{
+    WORD count = 0;
+    LocalBlock block;
+    Draft draft;
+    draft.item.id = categories.ReadRecord(&count, nullptr, &block.properties);
+    bool hasName = false;
+    for (WORD i = 0; i < count; ++i) {
+        const CEPROPVAL& property = block.properties[i];
+        if (property.propid == kCategoriesKey) {
+            draft.item.name = property.val.lpwstr;
+            hasName = true;
+        } else if (property.propid == kCategoryUses) {
+            draft.item.uses = property.val.iVal;
+        } else if (property.propid == kCategoryHidden) {
+            draft.item.hidden = property.val.uiVal != 0;
+        }
+    }
+    if (!hasName)
+        return;
+    draft.stored = draft.item;
+    m_drafts.push_back(std::move(draft));
+}
+
+CategoryDraft::Fault CategoryDraft::Check(std::wstring_view name, int row) const
+{
+    if (name.empty())
+        return Fault::Empty;
+    if (name.size() >= kCategoryNameSize)
+        return Fault::TooLong;
+    for (int other = 0; other < Count(); ++other)
+        if (other != row && IsSameCategoryName(At(other).name, name))
+            return Fault::Taken;
+    return Fault::None;
+}
+
+// A new category comes behind the stored ones of an equal name, as its identifier will have it.
+bool CategoryDraft::ComesBefore(const Draft& a, const Draft& b)
+{
+    const int order = a.key.compare(b.key);
+    return order ? order < 0 : a.item.id - 1 < b.item.id - 1;
+}
+
+int CategoryDraft::Insert(Draft draft)
+{
+    SortKeyMaker maker;
+    draft.key = maker.Make(draft.item.name);
+    const auto place = std::upper_bound(m_drafts.begin(), m_drafts.end(), draft, ComesBefore);
+    const auto inserted = m_drafts.insert(place, std::move(draft));
+    return static_cast<int>(inserted - m_drafts.begin());
+}
+
+int CategoryDraft::Add(const std::wstring& name)
+{
+    Draft draft;
+    draft.item.name = name;
+    return Insert(std::move(draft));
+}
+
+int CategoryDraft::Rename(int row, const std::wstring& name)
+{
+    Draft draft = std::move(m_drafts[static_cast<size_t>(row)]);
+    m_drafts.erase(m_drafts.begin() + row);
+    draft.item.name = name;
+    return Insert(std::move(draft));
+}
+
+void CategoryDraft::SetHidden(int row, bool hidden)
+{
+    m_drafts[static_cast<size_t>(row)].item.hidden = hidden;
+}
+
+void CategoryDraft::Delete(int row)
+{
+    if (const CEOID id = At(row).id)
+        m_deleted.push_back(id);
+    m_drafts.erase(m_drafts.begin() + row);
+}
+
+bool CategoryDraft::IsChanged() const
+{
+    return !m_deleted.empty() || std::any_of(m_drafts.begin(), m_drafts.end(), [](const Draft& draft) {
+        return draft.IsNew() || draft.IsRenamed() || draft.item.hidden != draft.stored.hidden;
+    });
+}
+
+// Names become free before they are given anew: by what is deleted, then by what is renamed, then comes what
+// is new.
+bool CategoryDraft::Save(DbCategories& categories) const
+{
+    if (!IsChanged())
+        return true;
+    CeDBase::BulkScope bulk(categories);
+    return DeleteStored(categories) && RenameStored(categories) && HideStored(categories) &&
+           AddNew(categories) && bulk.Commit();
+}
+
+bool CategoryDraft::DeleteStored(DbCategories& categories) const
+{
+    return std::all_of(m_deleted.begin(), m_deleted.end(),
+                       [&](CEOID id) { return !categories.Exists(id) || categories.DeleteRecord(id); });
+}
+
+bool CategoryDraft::RenameStored(DbCategories& categories) const
+{
+    for (const Draft& draft : m_drafts) {
+        if (!draft.IsRenamed() || !categories.Exists(draft.item.id))
+            continue;
+        if (!MakeWay(categories, draft) || !categories.Rename(draft.item.id, draft.item.name))
+            return false;
+    }
+    return true;
+}
+
+// One whose turn comes later may still have the name: two may have changed theirs.
+bool CategoryDraft::MakeWay(DbCategories& categories, const Draft& renamed) const
+{
+    return std::all_of(m_drafts.begin(), m_drafts.end(), [&](const Draft& other) {
+        const CEOID id = other.item.id;
+        const bool isInTheWay = &other > &renamed && other.IsRenamed() &&
+                                IsSameCategoryName(other.stored.name, renamed.item.name) &&
+                                categories.Exists(id);
+        return !isInTheWay || categories.Rename(id, PassingName(id));
+    });
+}
+
+bool CategoryDraft::HideStored(DbCategories& categories) const
+{
+    return std::all_of(m_drafts.begin(), m_drafts.end(), [&](const Draft& draft) {
+        return draft.IsNew() || draft.item.hidden == draft.stored.hidden ||
+               !categories.Exists(draft.item.id) || categories.SetHidden(draft.item.id, draft.item.hidden);
+    });
+}
+
+bool CategoryDraft::AddNew(DbCategories& categories) const
+{
+    return std::all_of(m_drafts.begin(), m_drafts.end(), [&](const Draft& draft) {
+        if (!draft.IsNew())
+            return true;
+        const CEOID id = categories.Add(draft.item.name);
+        return id && (!draft.item.hidden || categories.SetHidden(id, true));
+    });
+}
+
+} // namespace mervane

@@ -1,0 +1,12 @@
+#include "mervane/z_cats_dlg.h"
+
+#include "mervane/category_dialog.h"
+#include "mervane/db_categories.h"
+
+INT_PTR ZCatsDlg::DoModal()
+{
+    DbCategories categories;
+    if (!categories.Open())
+        return -1;
+    return mervane::RunCategoryDialog(m_owner, categories);
+}
