@@ -31,6 +31,10 @@ void RunPaste(MainWindow& window, UINT)
 {
     PasteEntries(window.List());
 }
+void RunCategoriesList(MainWindow& window, UINT)
+{
+    EditCategories(window.Handle(), window.List());
+}
 void RunClearCategories(MainWindow& window, UINT)
 {
     ClearCategories(window.List());
@@ -57,7 +61,7 @@ constexpr Command kCommands[] = {
     {CMD_NEW_ENTRY, RunNew},
     {CMD_EDIT_ENTRY, RunEdit},
     {CMD_DELETE_ENTRY, RunDelete},
-    {CMD_CATEGORIES_LIST, nullptr},
+    {CMD_CATEGORIES_LIST, RunCategoriesList},
     {CMD_SUBJECTS_LIST, nullptr},
     {CMD_CLEAR_CATEGORIES, RunClearCategories},
     {CMD_CALENDAR, RunCompanion},

@@ -4,6 +4,7 @@
 #include "editor/entry_editor.h"
 #include "list/entry_list.h"
 #include "mervane/db_categories.h"
+#include "mervane/z_cats_dlg.h"
 #include "util/owners.h"
 
 namespace {
@@ -109,6 +110,13 @@ void PasteEntries(EntryList& list)
         (void)bulk.Commit();
     }
     list.Refresh();
+}
+
+// The list names categories and may be sorted by them.
+void EditCategories(HWND owner, EntryList& list)
+{
+    if (ZCatsDlg(owner).DoModal() == 1)
+        list.Refresh();
 }
 
 void ClearCategories(EntryList& list)

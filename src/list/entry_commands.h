@@ -10,6 +10,8 @@ void EditEntry(HWND owner, EntryList& list);
 void DeleteEntries(EntryList& list); // Cut is the same
 void CopyEntries(EntryList& list);
 void PasteEntries(EntryList& list);
+// The master list of categories, in the device's dialog.
+void EditCategories(HWND owner, EntryList& list);
 // Takes the categories from every entry, also from those that the filter hides, and sets all use counts to 0.
 // Does not ask.
 void ClearCategories(EntryList& list);

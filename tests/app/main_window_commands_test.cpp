@@ -1,5 +1,6 @@
 #include "app/main_window_fixture.h"
 
+#include "mervane/db_categories.h"
 #include "res/resource.h"
 
 namespace {
@@ -8,9 +9,9 @@ TEST_F(MainWindowTest, WhatIsNotThereYetIsGrey)
 {
     Create();
     EXPECT_FALSE(ButtonEnabled(115));
-    for (UINT command : {103u, 104u, 115u, 117u, 118u, 120u, 121u, 122u, 124u})
+    for (UINT command : {104u, 115u, 117u, 118u, 120u, 121u, 122u, 124u})
         EXPECT_FALSE(MenuEnabled(command)) << command;
-    for (UINT command : {100u, 110u, 111u, 112u, 113u, 125u, 127u, 140u, 160u})
+    for (UINT command : {100u, 103u, 110u, 111u, 112u, 113u, 125u, 127u, 140u, 160u})
         EXPECT_TRUE(MenuEnabled(command)) << command;
     EXPECT_TRUE(ButtonEnabled(111));
 }
@@ -172,6 +173,55 @@ TEST_F(MainWindowTest, CopyOffersPasteAndPasteDuplicates)
     EXPECT_EQ(Rows(), 2);
     Command(142);
     EXPECT_EQ(Rows(), 3);
+}
+
+TEST_F(MainWindowTest, TheCategoriesListRenamesWhatTheListShows)
+{
+    Create();
+    DbCategories categories;
+    ASSERT_EQ(categories.Open(), 1);
+    const CEOID work = categories.Add(L"Work");
+    DWORD ids[] = {1, work};
+    CEPROPVAL property{};
+    property.propid = kPropCategories;
+    property.val.blob = {sizeof ids, reinterpret_cast<BYTE*>(ids)};
+    ASSERT_NE(App().Journal().WriteRecord(0, 1, &property), 0u);
+    m_window.List().Refresh();
+    UpdateWindow(List());
+    HWND owner = nullptr;
+    bool painted = true;
+    const ModalDriver driver([&](HWND dialog) {
+        owner = GetWindow(dialog, GW_OWNER);
+        HWND list = FindWindowExW(dialog, nullptr, WC_LISTVIEWW, nullptr);
+        const ModalDriver naming([](HWND name) {
+            SetWindowTextW(FindWindowExW(name, nullptr, L"Edit", nullptr), L"Office");
+            SendMessageW(name, WM_COMMAND, IDOK, 0);
+        });
+        SendMessageW(list, WM_KEYDOWN, VK_F2, 1);
+        EXPECT_TRUE(naming.Ran());
+        UpdateWindow(List());
+        painted = GetUpdateRect(List(), nullptr, FALSE) == FALSE;
+        SendMessageW(dialog, WM_COMMAND, IDOK, 0);
+    });
+    Command(103);
+    ASSERT_TRUE(driver.Ran());
+    EXPECT_EQ(owner, m_window.Handle());
+    EXPECT_TRUE(painted);
+    EXPECT_TRUE(GetUpdateRect(List(), nullptr, FALSE)) << "the list is shown anew";
+    wchar_t name[kCategoryNameSize];
+    EXPECT_EQ(categories.GetStr(work, name, kCategoryNameSize, kCategoriesKey), 6);
+    EXPECT_STREQ(name, L"Office");
+}
+
+TEST_F(MainWindowTest, ACancelledCategoriesListChangesNothing)
+{
+    Create();
+    const ModalDriver driver([](HWND dialog) { SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0); });
+    Command(103);
+    EXPECT_TRUE(driver.Ran());
+    DbCategories categories;
+    ASSERT_EQ(categories.Open(), 1);
+    EXPECT_EQ(categories.RecordCount(), 0u);
 }
 
 // No menu item and no button: another program's message may ask for it.
