@@ -65,6 +65,7 @@ constexpr Figure kFigures[] = {
     {L"server", bench::RememberConnections, bench::MeasureServer},
     {L"sort", bench::RememberConnections, bench::MeasureSorts},
     {L"save", bench::RememberConnections, bench::MeasureSaves},
+    {L"assign", nullptr, bench::MeasureAssign},
 };
 
 int Measure(const wchar_t* name)

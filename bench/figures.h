@@ -10,6 +10,7 @@ void CountRequests();
 void MeasureStarts();
 void MeasureServer();
 void MeasureCache(); // the list's
-void CountPaint();   // part of CountRequests
+void MeasureAssign();
+void CountPaint(); // part of CountRequests
 
 } // namespace bench
