@@ -1,0 +1,19 @@
+// What the user's checks do to the editor's category stack. The flags tell the save which use counts change.
+#pragma once
+
+#include <vector>
+
+#include "mervane/db_categories.h"
+
+// Checks a category. One that the stack does not have is added as newly assigned; one that was released since
+// the editor opened is assigned again, as if nothing had happened.
+void AssignCategory(ZStack* stack, CEOID id);
+// Unchecks a category. One that was newly assigned leaves the stack without a trace; any other one stays in
+// it, marked to be released by the save. Nothing for one that is not there.
+void ReleaseCategory(ZStack* stack, CEOID id);
+
+std::vector<CEOID> AssignedCategories(const ZStack& stack);
+
+// After the list of categories was edited: drops what no longer exists or is hidden, whatever its flags.
+// Nothing without an open store, which could not tell.
+void DropUnlistedCategories(ZStack* stack, DbCategories* store);
