@@ -91,13 +91,10 @@ void EntryEditor::FillBoxes()
 
 void EntryEditor::SetBarState()
 {
-    m_bar.Check(CMD_EDIT_ENTRY_VIEW, true);
+    m_views.Start(GetWindow(), &m_bar, m_controls.body);
     m_bar.SetFace(CMD_PRIORITY, PriorityFace(kPriorityNormal));
     m_bar.SetFace(CMD_SENSITIVITY, SensitivityFace(kSensitivityNormal));
-    m_bar.Enable(CMD_TIME_STAMP, true);
-    m_bar.Enable(CMD_ZOOM, true);
-    for (const int command : {CMD_EDIT_CATEGORIES, CMD_ASSIGN_CATEGORIES, CMD_ASSIGN_CONTACTS, CMD_TIMER})
-        m_bar.Enable(command, false);
+    m_bar.Enable(CMD_TIMER, false);
     ClearLastTick(&App());
     m_bar.SetFace(CMD_TIMER, TimerFace(false));
 }
@@ -119,6 +116,7 @@ void EntryEditor::LayOut()
     }
     m_bar.BreakInto(m_layout.barWrapWidth);
     m_controls.Place(m_layout, m_bar, 0);
+    m_views.FollowBody();
     m_controls.ShowCategories(metrics.showCategories);
     ShowCategories();
 }
@@ -156,6 +154,7 @@ void EntryEditor::OnSettingsChanged()
     if (show) {
         const EditorLayout layout = WithLineBelowBody(m_layout, SystemDpi());
         m_controls.Place(layout, m_bar, m_scroll.Position());
+        m_views.FollowBody();
     }
     m_controls.ShowCategories(show);
     ShowCategories();

@@ -7,6 +7,7 @@
 #include "editor/scoped_quiet.h"
 #include "editor/subject_box.h"
 #include "editor/zoom.h"
+#include "mervane/z_cats_dlg.h"
 #include "res/resource.h"
 #include "ui/drop_down.h"
 #include "ui/launch.h"
@@ -42,8 +43,9 @@ bool EntryEditor::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT*
 {
     switch (message) {
     case WM_COMMAND: return OnCommand(LOWORD(wParam), HIWORD(wParam));
-    case WM_NOTIFY: return OnNotify(reinterpret_cast<NMHDR*>(lParam));
+    case WM_NOTIFY: return OnNotify(reinterpret_cast<NMHDR*>(lParam), result);
     case WM_VSCROLL: m_scroll.OnScroll(GetWindow(), LOWORD(wParam)); return true;
+    case kMsgDatabaseChange: OnDatabaseChange(wParam, lParam); return true;
     case kMsgShowDuration: ShowDuration(); return true;
     case kMsgControlFocused: m_scroll.Reveal(GetWindow(), reinterpret_cast<HWND>(lParam)); return true;
     case WM_HELP:
@@ -75,6 +77,10 @@ void EntryEditor::RunCommand(int id, WORD code)
     case CMD_PRIORITY:
     case CMD_SENSITIVITY:
     case CMD_ZOOM: DropDown(id); break;
+    case CMD_EDIT_ENTRY_VIEW:
+    case CMD_ASSIGN_CATEGORIES:
+    case CMD_ASSIGN_CONTACTS: SwitchView(*FindViewRule(id)); break;
+    case CMD_EDIT_CATEGORIES: EditCategories(); break;
     case IDC_SUBJECT: OnSubject(code); break;
     case IDC_TYPE: OnType(code); break;
     case IDC_DURATION: OnDuration(code); break;
@@ -89,8 +95,10 @@ void EntryEditor::TrackChange(WORD code)
         SetModified(true);
 }
 
-bool EntryEditor::OnNotify(NMHDR* notification)
+bool EntryEditor::OnNotify(NMHDR* notification, LRESULT* result)
 {
+    if (OnViewNotify(notification, result))
+        return true;
     switch (notification->code) {
     case DTN_DATETIMECHANGE: OnPickerChange(static_cast<int>(notification->idFrom)); return true;
     case TBN_DROPDOWN: DropDown(reinterpret_cast<NMTOOLBARW*>(notification)->iItem); return true;
@@ -101,6 +109,50 @@ bool EntryEditor::OnNotify(NMHDR* notification)
     }
     default: return false;
     }
+}
+
+bool EntryEditor::OnViewNotify(NMHDR* notification, LRESULT* result)
+{
+    switch (m_views.OnNotify(notification, result)) {
+    case AssignViews::Outcome::NotOurs: return false;
+    case AssignViews::Outcome::CategoriesAssigned:
+        SetModified(true);
+        ShowCategories();
+        return true;
+    case AssignViews::Outcome::ContactsAssigned: SetModified(true); return true;
+    // Posted: the list is filled anew, and must have done with the click by then.
+    case AssignViews::Outcome::EditCategories:
+        PostMessageW(GetWindow(), WM_COMMAND, CMD_EDIT_CATEGORIES, 0);
+        return true;
+    default: return true;
+    }
+}
+
+void EntryEditor::SwitchView(const EditorViewRule& rule)
+{
+    if (m_views.SwitchTo(rule.view) && UsesInputPanel(App()))
+        ShowInputPanel(rule.inputPanel);
+}
+
+// The categories or the contacts, changed by another program. After a save the stack is empty, and the line
+// keeps what it says until the next check.
+void EntryEditor::OnDatabaseChange(WPARAM code, LPARAM id)
+{
+    const bool isChange = code == kChangeCreated || code == kChangeModified || code == kChangeDeleted;
+    if (!isChange && (code != kChangeWorkEnded || id != 0))
+        return;
+    m_views.Refresh();
+    if (!m_record.Categories().IsEmpty())
+        ShowCategories();
+}
+
+void EntryEditor::EditCategories()
+{
+    ZCatsDlg(GetWindow()).DoModal();
+    if (m_views.View() != EditorView::AssignCategories)
+        return;
+    m_views.TakeEditedCategories();
+    ShowCategories();
 }
 
 void EntryEditor::OnSubject(WORD code)
@@ -274,6 +326,7 @@ void EntryEditor::OnOK()
         MessageBeep(MB_ICONEXCLAMATION);
         return;
     }
+    m_views.DestroyLists();
     End(1);
 }
 
@@ -282,6 +335,7 @@ void EntryEditor::OnCancel()
     if (m_modified &&
         MessageBoxW(GetWindow(), L"Cancel changes?", kWarning, MB_YESNO | MB_ICONQUESTION) != IDYES)
         return;
+    m_views.DestroyLists();
     if (UsesInputPanel(App()))
         ShowInputPanel(false);
     m_bar.Check(CMD_TIMER, false);

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "editor/assign_views.h"
 #include "editor/editor_bar.h"
 #include "editor/editor_controls.h"
 #include "editor/editor_layout.h"
@@ -42,7 +43,8 @@ class EntryEditor : public Dialog {
     bool OnCommand(int id, WORD code);
     void RunCommand(int id, WORD code);
     void TrackChange(WORD code);
-    bool OnNotify(NMHDR* notification);
+    bool OnNotify(NMHDR* notification, LRESULT* result);
+    bool OnViewNotify(NMHDR* notification, LRESULT* result);
     void OnSubject(WORD code);
     void OnType(WORD code);
     void OnDuration(WORD code);
@@ -58,6 +60,9 @@ class EntryEditor : public Dialog {
     std::wstring ChosenDuration() const;
     void ApplyZoom(int menuId);
     void ShowCategories();
+    void SwitchView(const EditorViewRule& rule);
+    void EditCategories();
+    void OnDatabaseChange(WPARAM code, LPARAM id);
     void SetModified(bool modified);
     EditorRecord::Saved Save();
     EntryToWrite Collect() const;
@@ -72,4 +77,5 @@ class EntryEditor : public Dialog {
     UniqueFont m_bodyFont;
     bool m_modified = false;
     bool m_quiet = false; // the editor itself is filling its controls
+    AssignViews m_views{&m_record, &m_quiet};
 };

@@ -1,0 +1,147 @@
+#include "editor/category_view.h"
+
+#include "editor/category_assignment.h"
+#include "editor/only_item.h"
+#include "editor/scoped_quiet.h"
+#include "res/resource.h"
+
+namespace {
+
+constexpr const wchar_t* kNoCategoriesYet = L"<Double Tap to Create Categories>";
+
+// Every bit but the one of the boxes, as the handheld's program has it.
+constexpr DWORD kWithoutBoxes = 0xFFFFFFFB;
+
+enum Box : UINT { kNone = 0, kUnchecked = 1, kChecked = 2 }; // numbers of the state images
+
+UINT BoxOf(UINT state)
+{
+    return (state & LVIS_STATEIMAGEMASK) >> 12;
+}
+
+void SetBox(HWND list, int item, Box box)
+{
+    ListView_SetItemState(list, item, INDEXTOSTATEIMAGEMASK(box), LVIS_STATEIMAGEMASK);
+}
+
+CEOID CategoryOf(HWND list, int item)
+{
+    LVITEMW wanted{};
+    wanted.mask = LVIF_PARAM;
+    wanted.iItem = item;
+    SendMessageW(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&wanted));
+    return static_cast<CEOID>(wanted.lParam);
+}
+
+// One of the bits that the list gets without boxes is for a header in every kind of list.
+void NeverShowHeader(HWND list)
+{
+    SetWindowLongPtrW(list, GWL_STYLE, GetWindowLongPtrW(list, GWL_STYLE) | LVS_NOCOLUMNHEADER);
+}
+
+// Not masked: what was set before goes.
+void SetOnlyStyle(HWND list, DWORD style)
+{
+    SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, static_cast<LPARAM>(style));
+}
+
+} // namespace
+
+bool CategoryView::Create(HWND editor, const RECT& rect)
+{
+    m_list =
+        m_record->CategoryStore().CreateListView(GetModuleHandleW(nullptr), editor, rect, IDC_CATEGORY_LIST);
+    Refresh();
+    return m_list != nullptr;
+}
+
+void CategoryView::Destroy()
+{
+    const ScopedQuiet quiet(m_quiet);
+    if (m_list)
+        DestroyWindow(m_list);
+    m_list = nullptr;
+}
+
+void CategoryView::TakeEdited()
+{
+    if (!m_list)
+        return;
+    DropUnlistedCategories(&m_record->Categories(), &m_record->CategoryStore());
+    Refresh();
+}
+
+void CategoryView::Refresh()
+{
+    if (!m_list)
+        return;
+    const ScopedQuiet quiet(m_quiet);
+    DbCategories& store = m_record->CategoryStore();
+    if (store.GetNumActiveRecords() == 0) {
+        NeverShowHeader(m_list);
+        SetOnlyStyle(m_list, kWithoutBoxes);
+        ShowOnlyItem(m_list, kNoCategoriesYet);
+        return;
+    }
+    SetOnlyStyle(m_list, LVS_EX_CHECKBOXES);
+    store.UpdateListView(m_list);
+    CheckAssigned();
+}
+
+void CategoryView::CheckAssigned()
+{
+    for (const CEOID id : AssignedCategories(m_record->Categories())) {
+        LVFINDINFOW wanted{};
+        wanted.flags = LVFI_PARAM;
+        wanted.lParam = static_cast<LPARAM>(id);
+        const auto item = static_cast<int>(
+            SendMessageW(m_list, LVM_FINDITEMW, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&wanted)));
+        if (item >= 0)
+            SetBox(m_list, item, kChecked);
+    }
+}
+
+CategoryView::Outcome CategoryView::OnNotify(const NMHDR& notification)
+{
+    switch (notification.code) {
+    case NM_CLICK: OnTap(reinterpret_cast<const NMITEMACTIVATE&>(notification)); return Outcome::Nothing;
+    case NM_DBLCLK: return Outcome::Edit;
+    case LVN_ITEMCHANGING:
+        return OnItemChanging(reinterpret_cast<const NMLISTVIEW&>(notification)) ? Outcome::Assigned
+                                                                                 : Outcome::Nothing;
+    default: return Outcome::Nothing;
+    }
+}
+
+// A tap on the box is toggled by the list itself.
+void CategoryView::OnTap(const NMITEMACTIVATE& tap)
+{
+    LVHITTESTINFO hit{};
+    hit.pt = tap.ptAction;
+    const int item = ListView_HitTest(m_list, &hit);
+    if (item < 0)
+        return;
+    if (hit.flags == LVHT_ONITEMSTATEICON) {
+        constexpr UINT kMarked = LVIS_SELECTED | LVIS_FOCUSED;
+        ListView_SetItemState(m_list, item, kMarked, kMarked);
+        return;
+    }
+    const UINT box = BoxOf(ListView_GetItemState(m_list, item, LVIS_STATEIMAGEMASK));
+    if (hit.flags == LVHT_ONITEMLABEL && box != kNone)
+        SetBox(m_list, item, box == kChecked ? kUnchecked : kChecked);
+}
+
+// The list tells before it changes a box, and also when nothing changes in it.
+bool CategoryView::OnItemChanging(const NMLISTVIEW& change)
+{
+    const UINT before = BoxOf(change.uOldState);
+    const UINT after = BoxOf(change.uNewState);
+    if (*m_quiet || before == kNone || after == kNone || before == after)
+        return false;
+    const CEOID id = CategoryOf(m_list, change.iItem);
+    if (before == kChecked)
+        ReleaseCategory(&m_record->Categories(), id);
+    else
+        AssignCategory(&m_record->Categories(), id);
+    return true;
+}

@@ -1,0 +1,344 @@
+// The editor's three views: how they take turns, and what stays as it is meanwhile.
+#include "assign_fixture.h"
+
+#include "editor/entry_editor_dialog.h"
+#include "ui/scale.h"
+#include "ui/work_area.h"
+
+namespace {
+
+class EntryEditorViewsTest : public AssignTest {
+  protected:
+    void SetUp() override
+    {
+        AssignTest::SetUp();
+        m_home = AddCategory(L"Home");
+        m_ann = AddContact(L"Ann", L"Works");
+    }
+
+    CEOID m_home = 0;
+    CEOID m_ann = 0;
+};
+
+// What is seen in the place below the bar: 0 the body, else the identifier of the one list.
+int Seen(EditorWindow& editor)
+{
+    const bool body = (GetWindowLongPtrW(editor.Item(IDC_BODY), GWL_STYLE) & WS_VISIBLE) != 0;
+    int lists = 0;
+    int seen = 0;
+    for (const int id : {IDC_CATEGORY_LIST, IDC_CONTACT_LIST})
+        if (HWND list = GetDlgItem(editor.Window(), id)) {
+            ++lists;
+            EXPECT_TRUE(IsWindowVisible(list)) << id;
+            seen = id;
+        }
+    EXPECT_EQ(lists, body ? 0 : 1);
+    return seen;
+}
+
+bool IsEnabled(EditorWindow& editor, int command)
+{
+    return editor.BarState(command) & TBSTATE_ENABLED;
+}
+
+void ExpectView(EditorWindow& editor, int command)
+{
+    for (const int view : {1052, 1051, 1055})
+        EXPECT_EQ((editor.BarState(view) & TBSTATE_CHECKED) != 0, view == command) << view;
+    EXPECT_EQ(Seen(editor), command == 1051 ? 111 : command == 1055 ? 112 : 0);
+    EXPECT_EQ(IsEnabled(editor, 1050), command == 1052) << "time stamp";
+    EXPECT_EQ(IsEnabled(editor, 1040), command == 1052) << "zoom";
+    EXPECT_EQ(IsEnabled(editor, 1053), command == 1051) << "edit categories";
+}
+
+void ExpectSameRect(const RECT& a, const RECT& b)
+{
+    EXPECT_TRUE(EqualRect(&a, &b)) << a.left << "," << a.top << "," << a.right << "," << a.bottom << " and "
+                                   << b.left << "," << b.top << "," << b.right << "," << b.bottom;
+}
+
+int ListOf(int command)
+{
+    return command == CMD_ASSIGN_CATEGORIES ? IDC_CATEGORY_LIST : IDC_CONTACT_LIST;
+}
+
+TEST_F(EntryEditorViewsTest, EveryViewLeadsToEveryOther)
+{
+    RunNew([&](EditorWindow& editor) {
+        ExpectView(editor, 1052);
+        for (const int command : {1051, 1055, 1051, 1052, 1055, 1052, 1051, 1052}) {
+            editor.Command(command);
+            ExpectView(editor, command);
+        }
+        EXPECT_FALSE(editor.SaveEnabled());
+    });
+}
+
+TEST_F(EntryEditorViewsTest, AListTakesTheBodysPlace)
+{
+    RunNew([&](EditorWindow& editor) {
+        const RECT body = editor.Rect(IDC_BODY);
+        for (const int command : {1051, 1055}) {
+            editor.Command(command);
+            ExpectSameRect(editor.Rect(ListOf(command)), body);
+        }
+        editor.Command(1052);
+        ExpectSameRect(editor.Rect(IDC_BODY), body);
+    });
+}
+
+TEST_F(EntryEditorViewsTest, TheViewThatIsThereAlreadyStays)
+{
+    RunNew([&](EditorWindow& editor) {
+        for (const int command : {1051, 1055}) {
+            editor.Command(command);
+            HWND list = editor.Item(ListOf(command));
+            editor.Command(command);
+            EXPECT_EQ(GetDlgItem(editor.Window(), ListOf(command)), list);
+            ExpectView(editor, command);
+        }
+    });
+}
+
+TEST_F(EntryEditorViewsTest, ViewsThatAreLookedAtAndLeftChangeNothing)
+{
+    CEOID id = AddEntry({m_home}, {m_ann});
+    const MessageBoxAnswerer boxes;
+    Run(&id, [&](EditorWindow& editor) {
+        for (const int command : {1051, 1055, 1052, 1055, 1051}) {
+            editor.Command(command);
+            EXPECT_FALSE(editor.SaveEnabled()) << command;
+            if (command == 1052)
+                continue;
+            editor.Focus(ListOf(command));
+            for (const WORD key : {WORD{VK_DOWN}, WORD{VK_UP}, WORD{VK_END}, WORD{VK_HOME}})
+                editor.Key(key);
+            EXPECT_FALSE(editor.SaveEnabled()) << command;
+        }
+        editor.Cancel();
+    });
+    EXPECT_TRUE(boxes.Boxes().empty());
+}
+
+TEST_F(EntryEditorViewsTest, TheBodysTextIsThereAgain)
+{
+    RunNew([&](EditorWindow& editor) {
+        editor.Enter(IDC_BODY, L"Text");
+        editor.Command(1051);
+        editor.Command(1055);
+        editor.Command(1052);
+        EXPECT_EQ(editor.Text(IDC_BODY), L"Text");
+    });
+}
+
+TEST_F(EntryEditorViewsTest, TheFocusGoesFromOneViewToTheOther)
+{
+    RunNew([&](EditorWindow& editor) {
+        editor.Focus(IDC_BODY);
+        editor.Command(1051);
+        EXPECT_EQ(GetFocus(), editor.Item(IDC_CATEGORY_LIST));
+        editor.Command(1055);
+        EXPECT_EQ(GetFocus(), editor.Item(IDC_CONTACT_LIST));
+        editor.Command(1052);
+        EXPECT_EQ(GetFocus(), editor.Item(IDC_BODY));
+        editor.Focus(IDC_SUBJECT);
+        editor.Command(1051);
+        EXPECT_EQ(GetFocus(), editor.Field(IDC_SUBJECT));
+        EXPECT_FALSE(editor.SaveEnabled());
+    });
+}
+
+TEST_F(EntryEditorViewsTest, TheTabKeyFindsTheListWhereTheBodyWas)
+{
+    RunNew([&](EditorWindow& editor) {
+        for (const int command : {1051, 1055}) {
+            editor.Command(command);
+            HWND list = editor.Item(ListOf(command));
+            EXPECT_EQ(GetNextDlgTabItem(editor.Window(), editor.Item(IDC_EDITOR_BAR), FALSE), list);
+            EXPECT_EQ(GetNextDlgTabItem(editor.Window(), list, FALSE), editor.Item(IDOK));
+        }
+    });
+}
+
+TEST_F(EntryEditorViewsTest, TheBarsButtonsAreReachedAndPressedByKeys)
+{
+    RunNew([&](EditorWindow& editor) {
+        editor.Focus(IDC_EDITOR_BAR);
+        editor.Key(VK_END);
+        editor.Key(VK_SPACE);
+        ExpectView(editor, 1055);
+        editor.Key(VK_LEFT);
+        editor.Key(VK_RETURN);
+        ExpectView(editor, 1051);
+        editor.Key(VK_TAB);
+        EXPECT_EQ(GetFocus(), editor.Item(IDC_CATEGORY_LIST));
+        EXPECT_FALSE(editor.SaveEnabled());
+    });
+}
+
+TEST_F(EntryEditorViewsTest, TheKeysOfCommandsWorkInTheLists)
+{
+    CEOID id = AddEntry({m_home}, {m_ann});
+    for (const int command : {1051, 1055})
+        RunIn(&id, command, [&](EditorWindow& editor) {
+            const std::wstring text = std::to_wstring(command);
+            editor.Enter(IDC_SUBJECT, text);
+            editor.Focus(ListOf(command));
+            editor.Key('T', true);
+            EXPECT_EQ(editor.Text(IDC_BODY), L"At noon") << "the time stamp is grey";
+            editor.Key('S', true);
+            EXPECT_FALSE(editor.SaveEnabled()) << command;
+            EXPECT_EQ(Read(id).subject, text);
+            ExpectView(editor, command);
+        });
+}
+
+TEST_F(EntryEditorViewsTest, OkAndCancelDestroyTheLists)
+{
+    for (const int command : {1051, 1055})
+        for (const int end : {IDOK, IDCANCEL}) {
+            const int result = RunNewIn(command, [&](EditorWindow& editor) {
+                editor.Command(end);
+                EXPECT_EQ(GetDlgItem(editor.Window(), 111), nullptr) << command << " " << end;
+                EXPECT_EQ(GetDlgItem(editor.Window(), 112), nullptr) << command << " " << end;
+            });
+            EXPECT_EQ(result, end == IDOK ? 1 : 0);
+        }
+}
+
+TEST_F(EntryEditorViewsTest, ACancelThatIsTakenBackLeavesTheListOpen)
+{
+    const MessageBoxAnswerer boxes({IDNO});
+    RunNewIn(1051, [&](EditorWindow& editor) {
+        Categories(editor).Check(L"Home", true);
+        editor.Cancel();
+        ExpectView(editor, 1051);
+        EXPECT_TRUE(Categories(editor).IsChecked(L"Home"));
+        EXPECT_TRUE(editor.SaveEnabled());
+    });
+    EXPECT_EQ(boxes.Boxes().size(), 1u);
+}
+
+TEST_F(EntryEditorViewsTest, ASettingsChangeMakesRoomForTheLineBelowAList)
+{
+    for (const int command : {1051, 1055}) {
+        App().SetNumber(kOptions, L"DispCats", 0);
+        RunNewIn(command, [&](EditorWindow& editor) {
+            const int list = ListOf(command);
+            const RECT before = editor.Rect(list);
+            App().SetNumber(kOptions, L"DispCats", 1);
+            SendMessageW(editor.Window(), WM_SETTINGCHANGE, 0, 0);
+            const RECT after = editor.Rect(list);
+            EXPECT_EQ(after.bottom, before.bottom - Scale(22));
+            EXPECT_EQ(after.top, before.top);
+            EXPECT_EQ(after.right, before.right);
+            EXPECT_EQ(editor.Rect(IDC_CATEGORIES_LABEL).top, after.bottom + Scale(5));
+            EXPECT_EQ(editor.Rect(IDC_CATEGORIES_LINE).left,
+                      editor.Rect(IDC_CATEGORIES_LABEL).right + Scale(5));
+            EXPECT_TRUE(IsWindowVisible(editor.Item(IDC_CATEGORIES_LINE)));
+            ExpectView(editor, command);
+
+            App().SetNumber(kOptions, L"DispCats", 0);
+            SendMessageW(editor.Window(), WM_SETTINGCHANGE, 0, 0);
+            ExpectSameRect(editor.Rect(list), after);
+            EXPECT_FALSE(IsWindowVisible(editor.Item(IDC_CATEGORIES_LINE)));
+            editor.Command(1052);
+            ExpectSameRect(editor.Rect(IDC_BODY), after);
+            EXPECT_FALSE(editor.SaveEnabled());
+        });
+    }
+}
+
+TEST_F(EntryEditorViewsTest, AChangedWorkAreaMovesTheListWithTheBody)
+{
+    const RECT before = WorkArea();
+    RunNewIn(1055, [&](EditorWindow& editor) {
+        RECT smaller{before.left, before.top + 40, before.right - 60, before.bottom};
+        SystemParametersInfoW(SPI_SETWORKAREA, 0, &smaller, 0);
+        SendMessageW(editor.Window(), WM_SETTINGCHANGE, SPI_SETWORKAREA, 0);
+        ExpectSameRect(editor.Rect(IDC_CONTACT_LIST), editor.Rect(IDC_BODY));
+        ExpectView(editor, 1055);
+    });
+    RECT restored = before;
+    SystemParametersInfoW(SPI_SETWORKAREA, 0, &restored, 0);
+}
+
+// As the store tells the editor of what another program has written.
+void TellOfChange(EditorWindow& editor, WPARAM code, LPARAM id = 0)
+{
+    SendMessageW(editor.Window(), kMsgDatabaseChange, code, id);
+}
+
+TEST_F(EntryEditorViewsTest, WhatAnotherProgramChangesShowsInTheLists)
+{
+    RunNewIn(1051, [&](EditorWindow& editor) {
+        Categories(editor).Check(L"Home", true);
+        AddCategory(L"Added");
+        TellOfChange(editor, kChangeWorkBegins);
+        TellOfChange(editor, kChangeWorkEnded, 1);
+        EXPECT_EQ(Categories(editor).Count(), 1);
+        TellOfChange(editor, kChangeCreated, 1);
+        EXPECT_EQ(Categories(editor).Count(), 2);
+        EXPECT_TRUE(Categories(editor).IsChecked(L"Home"));
+        DeleteCategory(m_home);
+        TellOfChange(editor, kChangeDeleted, 1);
+        EXPECT_EQ(Categories(editor).Count(), 1);
+        EXPECT_EQ(Line(editor), L"<None>");
+
+        editor.Command(1055);
+        AddContact(L"Bo");
+        TellOfChange(editor, kChangeWorkEnded);
+        EXPECT_EQ(Contacts(editor).Count(), 2);
+        ExpectView(editor, 1055);
+    });
+}
+
+TEST_F(EntryEditorViewsTest, TheFirstContactAndTheLastOneMakeTheListAnew)
+{
+    RunNewIn(1055, [&](EditorWindow& editor) {
+        const RECT place = editor.Rect(IDC_CONTACT_LIST);
+        editor.Focus(IDC_CONTACT_LIST);
+        DbContacts contacts;
+        ASSERT_TRUE(contacts.Open());
+        ASSERT_TRUE(contacts.DeleteRecord(m_ann));
+        TellOfChange(editor, kChangeDeleted);
+        ASSERT_EQ(Contacts(editor).Count(), 1);
+        EXPECT_EQ(Contacts(editor).Text(0), L"<No contacts>");
+        AddContact(L"Bo");
+        TellOfChange(editor, kChangeCreated);
+        ASSERT_EQ(Contacts(editor).Count(), 1);
+        EXPECT_EQ(Contacts(editor).Text(0), L"Bo");
+        EXPECT_EQ(GetFocus(), editor.Item(IDC_CONTACT_LIST));
+        EXPECT_EQ(GetNextDlgTabItem(editor.Window(), editor.Item(IDC_EDITOR_BAR), FALSE), GetFocus());
+        ExpectSameRect(editor.Rect(IDC_CONTACT_LIST), place);
+        ExpectView(editor, 1055);
+        EXPECT_FALSE(editor.SaveEnabled());
+    });
+}
+
+// The editor with its input panel's hook seen.
+class PanelEditor : public EntryEditor {
+  public:
+    using EntryEditor::EntryEditor;
+    void ShowInputPanel(bool show) override { shown.push_back(show); }
+    std::vector<bool> shown;
+};
+
+TEST_F(EntryEditorViewsTest, TheInputPanelIsForTheBodyAndOnlyWhenAskedFor)
+{
+    for (const DWORD asked : {1u, 0u}) {
+        App().SetNumber(kOptions, L"DynSIP", asked);
+        CEOID id = 0;
+        PanelEditor panel(&id);
+        ModalDriver driver([&](HWND window) {
+            for (const int command : {1051, 1052, 1055, 1052})
+                SendMessageW(window, WM_COMMAND, static_cast<WPARAM>(command), 0);
+            SendMessageW(window, WM_COMMAND, IDCANCEL, 0);
+        });
+        panel.DoModal(GetModuleHandleW(nullptr), IDD_ENTRY_EDITOR, nullptr);
+        const std::vector<bool> all{true, false, true, false, true, false};
+        EXPECT_EQ(panel.shown, asked ? all : std::vector<bool>{});
+    }
+}
+
+} // namespace
