@@ -5,7 +5,6 @@
 #include "data/entry_types.h"
 #include "editor/categories_line.h"
 #include "editor/editor_settings.h"
-#include "editor/entry_timer.h"
 #include "editor/scoped_quiet.h"
 #include "editor/subject_box.h"
 #include "res/resource.h"
@@ -94,9 +93,8 @@ void EntryEditor::SetBarState()
     m_views.Start(GetWindow(), &m_bar, m_controls.body);
     m_bar.SetFace(CMD_PRIORITY, PriorityFace(kPriorityNormal));
     m_bar.SetFace(CMD_SENSITIVITY, SensitivityFace(kSensitivityNormal));
-    m_bar.Enable(CMD_TIMER, false);
-    ClearLastTick(&App());
-    m_bar.SetFace(CMD_TIMER, TimerFace(false));
+    m_timer.Stop(GetWindow(), &App());
+    ShowTimer();
 }
 
 // The layout takes the client area as it is without a scroll bar, and once more with one where it has to.

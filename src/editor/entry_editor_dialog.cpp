@@ -44,6 +44,7 @@ bool EntryEditor::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT*
     switch (message) {
     case WM_COMMAND: return OnCommand(LOWORD(wParam), HIWORD(wParam));
     case WM_NOTIFY: return OnNotify(reinterpret_cast<NMHDR*>(lParam), result);
+    case WM_TIMER: return OnTimer(wParam);
     case WM_VSCROLL: m_scroll.OnScroll(GetWindow(), LOWORD(wParam)); return true;
     case kMsgDatabaseChange: OnDatabaseChange(wParam, lParam); return true;
     case kMsgShowDuration: ShowDuration(); return true;
@@ -69,6 +70,7 @@ void EntryEditor::RunCommand(int id, WORD code)
 {
     switch (id) {
     case CMD_SAVE: Save(); break;
+    case CMD_TIMER: OnTimerButton(); break;
     case CMD_TIME_STAMP: InsertTimeStamp(m_controls.body, LocalNow()); break;
     case CMD_ZOOM_50:
     case CMD_ZOOM_100:
@@ -252,6 +254,32 @@ void EntryEditor::ApplyDateRule(int id)
     m_times.FollowDuration();
 }
 
+// A save has unchecked the button while the ticks go on, so they tell what a press means, not the button.
+void EntryEditor::OnTimerButton()
+{
+    if (m_timer.IsRunning())
+        m_timer.Stop(GetWindow(), &App());
+    else if (!m_timer.Start(GetWindow(), &App()))
+        MessageBeep(MB_ICONEXCLAMATION);
+    ShowTimer();
+}
+
+bool EntryEditor::OnTimer(UINT_PTR id)
+{
+    if (!m_timer.IsTick(id))
+        return false;
+    AddTimeSinceLastTick(&App(), &m_times);
+    ShowDuration();
+    SetModified(true);
+    return true;
+}
+
+void EntryEditor::ShowTimer()
+{
+    m_bar.Check(CMD_TIMER, m_timer.IsRunning());
+    m_bar.SetFace(CMD_TIMER, TimerFace(m_timer.IsRunning()));
+}
+
 void EntryEditor::DropDown(int button)
 {
     const UniqueMenu menu = PickerMenu(button);
@@ -288,7 +316,7 @@ void EntryEditor::SetModified(bool modified)
 
 EditorRecord::Saved EntryEditor::Save()
 {
-    m_bar.Check(CMD_TIMER, false);
+    m_bar.Check(CMD_TIMER, false); // the ticks go on
     // Saved by a key, a duration that is being typed has not been read yet.
     HWND focus = GetFocus();
     if (focus && IsChild(m_controls.duration, focus) && GetWindowTextLengthW(m_controls.duration) > 0)

@@ -10,6 +10,7 @@
 #include "editor/editor_layout.h"
 #include "editor/editor_record.h"
 #include "editor/editor_times.h"
+#include "editor/entry_timer.h"
 #include "editor/window_scroll.h"
 #include "ui/dialog.h"
 #include "util/owners.h"
@@ -45,11 +46,13 @@ class EntryEditor : public Dialog {
     void TrackChange(WORD code);
     bool OnNotify(NMHDR* notification, LRESULT* result);
     bool OnViewNotify(NMHDR* notification, LRESULT* result);
+    bool OnTimer(UINT_PTR id);
     void OnSubject(WORD code);
     void OnType(WORD code);
     void OnDuration(WORD code);
     void OnBody(WORD code);
     void OnPickerChange(int id);
+    void OnTimerButton();
     void DropDown(int button);
     void Choose(int button, int menuId);
 
@@ -57,6 +60,7 @@ class EntryEditor : public Dialog {
     void ApplyDateRule(int id);
     bool TakeDuration(const std::wstring& text);
     void ShowDuration();
+    void ShowTimer();
     std::wstring ChosenDuration() const;
     void ApplyZoom(int menuId);
     void ShowCategories();
@@ -69,6 +73,7 @@ class EntryEditor : public Dialog {
 
     EditorRecord m_record;
     EditorTimes m_times;
+    EntryTimer m_timer;
     EditorControls m_controls;
     EditorBar m_bar;
     EditorLayout m_layout;

@@ -270,9 +270,9 @@ TEST_F(EntryEditorKeysTest, SaveFromTheBar)
     CEOID id = 0;
     Run(&id, [&](EditorWindow& editor) {
         editor.Enter(IDC_SUBJECT, L"Lunch");
-        editor.Focus(IDC_EDITOR_BAR); // sensitivity, the first button that can be pressed
-        for (int i = 0; i < 3; ++i)
-            editor.Key(VK_RIGHT); // priority, time stamp, save
+        editor.Focus(IDC_EDITOR_BAR); // the timer, the first button that can be pressed
+        for (int i = 0; i < 4; ++i)
+            editor.Key(VK_RIGHT); // sensitivity, priority, time stamp, save
         editor.Key(VK_RETURN);
         EXPECT_EQ(Count(), 1u);
         EXPECT_TRUE(IsWindowVisible(editor.Window()));
@@ -285,6 +285,7 @@ TEST_F(EntryEditorKeysTest, AMenuDropsFromTheBarByKey)
     for (const WORD key : {WORD{VK_DOWN}, WORD{VK_F4}, WORD{VK_SPACE}, WORD{VK_RETURN}})
         RunNew([&](EditorWindow& editor) {
             editor.Focus(IDC_EDITOR_BAR);
+            editor.Key(VK_RIGHT);
             const MenuChooser chooser(CMD_SENSITIVITY_PERSONAL);
             editor.Key(key);
             EXPECT_TRUE(chooser.Chose());

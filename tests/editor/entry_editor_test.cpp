@@ -278,25 +278,10 @@ TEST_F(EntryEditorTest, TheBarStartsInTheEditEntryView)
     RunNew([&](EditorWindow& editor) {
         EXPECT_TRUE(editor.BarState(CMD_EDIT_ENTRY_VIEW) & TBSTATE_CHECKED);
         for (const int enabled :
-             {CMD_TIME_STAMP, CMD_ZOOM, CMD_PRIORITY, CMD_SENSITIVITY, CMD_EDIT_ENTRY_VIEW})
+             {CMD_TIMER, CMD_TIME_STAMP, CMD_ZOOM, CMD_PRIORITY, CMD_SENSITIVITY, CMD_EDIT_ENTRY_VIEW})
             EXPECT_TRUE(editor.BarState(enabled) & TBSTATE_ENABLED) << enabled;
         EXPECT_FALSE(editor.BarState(CMD_EDIT_CATEGORIES) & TBSTATE_ENABLED);
         EXPECT_FALSE(editor.BarState(CMD_TIMER) & TBSTATE_CHECKED);
-    });
-}
-
-TEST_F(EntryEditorTest, WhatTheBarCannotDoIsGreyAndDoesNothing)
-{
-    RunNew([&](EditorWindow& editor) {
-        for (const int grey : {CMD_TIMER}) {
-            EXPECT_FALSE(editor.BarState(grey) & TBSTATE_ENABLED) << grey;
-            editor.Command(grey);
-            EXPECT_FALSE(editor.BarState(grey) & TBSTATE_CHECKED) << grey;
-        }
-        EXPECT_TRUE(editor.BarState(CMD_EDIT_ENTRY_VIEW) & TBSTATE_CHECKED);
-        EXPECT_EQ(editor.BarText(CMD_TIMER), L"Off");
-        EXPECT_TRUE(IsShown(editor.Item(IDC_BODY)));
-        EXPECT_FALSE(editor.SaveEnabled());
     });
 }
 

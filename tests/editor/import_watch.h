@@ -1,0 +1,34 @@
+// Watches what the program asks of the system: its calls of one function of a system library go through a
+// function of the test's instead.
+#pragma once
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+// The addresses under which the program finds the functions.
+extern "C" {
+extern decltype(&SetTimer) __imp_SetTimer;
+extern decltype(&KillTimer) __imp_KillTimer;
+extern decltype(&RegSetValueExW) __imp_RegSetValueExW;
+}
+
+template <typename Function> class ImportWatch {
+  public:
+    ImportWatch(Function* import, Function instead) : m_import(import), m_original(*import) { Set(instead); }
+    ~ImportWatch() { Set(m_original); }
+    ImportWatch(const ImportWatch&) = delete;
+    ImportWatch& operator=(const ImportWatch&) = delete;
+
+  private:
+    void Set(Function function)
+    {
+        DWORD before = 0;
+        ASSERT_TRUE(VirtualProtect(m_import, sizeof *m_import, PAGE_READWRITE, &before));
+        *m_import = function;
+        VirtualProtect(m_import, sizeof *m_import, before, &before);
+    }
+
+    Function* m_import;
+    Function m_original;
+};
