@@ -5,6 +5,7 @@
 #include "app/companions.h"
 #include "app/main_bands.h"
 #include "app/main_window.h"
+#include "editor/quick_subjects_dialog.h"
 #include "list/entry_commands.h"
 #include "res/resource.h"
 #include "ui/launch.h"
@@ -35,6 +36,10 @@ void RunCategoriesList(MainWindow& window, UINT)
 {
     EditCategories(window.Handle(), window.List());
 }
+void RunSubjects(MainWindow& window, UINT)
+{
+    RunQuickSubjects(window.Handle());
+}
 void RunClearCategories(MainWindow& window, UINT)
 {
     ClearCategories(window.List());
@@ -62,7 +67,7 @@ constexpr Command kCommands[] = {
     {CMD_EDIT_ENTRY, RunEdit},
     {CMD_DELETE_ENTRY, RunDelete},
     {CMD_CATEGORIES_LIST, RunCategoriesList},
-    {CMD_SUBJECTS_LIST, nullptr},
+    {CMD_SUBJECTS_LIST, RunSubjects},
     {CMD_CLEAR_CATEGORIES, RunClearCategories},
     {CMD_CALENDAR, RunCompanion},
     {CMD_CONTACTS, RunCompanion},

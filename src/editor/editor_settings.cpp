@@ -5,6 +5,7 @@
 namespace {
 constexpr const wchar_t* kDispCats = L"DispCats";
 constexpr const wchar_t* kDynSip = L"DynSIP";
+constexpr const wchar_t* kConfirmDelete = L"ConfirmDelete";
 constexpr const wchar_t* kZoom = L"iZoom";
 constexpr const wchar_t* kLastType = L"selType";
 } // namespace
@@ -17,6 +18,11 @@ bool ShowsCategories(const RegistryStore& settings)
 bool UsesInputPanel(const RegistryStore& settings)
 {
     return settings.GetNumber(kOptions, kDynSip, 1) != 0;
+}
+
+bool ConfirmsDeletions(const RegistryStore& settings)
+{
+    return settings.GetNumber(kOptions, kConfirmDelete, 1) != 0;
 }
 
 DWORD StoredZoom(const RegistryStore& settings)

@@ -7,6 +7,8 @@
 
 bool ShowsCategories(const RegistryStore& settings);
 bool UsesInputPanel(const RegistryStore& settings);
+// Whether to ask before something is deleted.
+bool ConfirmsDeletions(const RegistryStore& settings);
 
 // A menu id of the zoom button; whatever number is stored.
 DWORD StoredZoom(const RegistryStore& settings);

@@ -4,6 +4,7 @@
 #include "editor/body_text.h"
 #include "editor/editor_settings.h"
 #include "editor/picker_menus.h"
+#include "editor/quick_subjects_dialog.h"
 #include "editor/scoped_quiet.h"
 #include "editor/subject_box.h"
 #include "editor/zoom.h"
@@ -161,8 +162,10 @@ void EntryEditor::OnSubject(WORD code)
 {
     if (code == CBN_KILLFOCUS && GetWindowTextLengthW(m_controls.subject) == 0)
         SelectNoSubject(m_controls.subject);
-    if (code == CBN_CLOSEUP && SendMessageW(m_controls.subject, CB_GETCURSEL, 0, 0) == kModifySubjectsItem)
+    if (code == CBN_CLOSEUP && SendMessageW(m_controls.subject, CB_GETCURSEL, 0, 0) == kModifySubjectsItem) {
+        RunQuickSubjects(GetWindow());
         FillSubjects();
+    }
 }
 
 void EntryEditor::OnType(WORD code)

@@ -11,3 +11,5 @@ constexpr const wchar_t* kSubjectCount = L"scount";
 
 // In list order. Subjects that are missing, empty or too long for a setting are passed over.
 std::vector<std::wstring> ReadQuickSubjects(const RegistryStore& settings);
+// What a longer list has left behind it stays where it is.
+void StoreQuickSubjects(RegistryStore* settings, const std::vector<std::wstring>& subjects);

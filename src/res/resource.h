@@ -126,4 +126,12 @@
 #define IDB_NEW_ENTRY_2X 1214
 #define IDB_EDIT_ENTRY_2X 1215
 
+/* Quick Subjects (template 106) */
+#define IDD_QUICK_SUBJECTS 106
+#define IDC_QUICK_SUBJECT 1402 /* the text being worked on */
+#define IDC_QUICK_SUBJECT_LIST 1029
+#define IDC_ADD_SUBJECT 1026
+#define IDC_MODIFY_SUBJECT 1027
+#define IDC_DELETE_SUBJECT 1031
+
 #endif

@@ -9,9 +9,9 @@ TEST_F(MainWindowTest, WhatIsNotThereYetIsGrey)
 {
     Create();
     EXPECT_FALSE(ButtonEnabled(115));
-    for (UINT command : {104u, 115u, 117u, 118u, 120u, 121u, 122u, 124u})
+    for (UINT command : {115u, 117u, 118u, 120u, 121u, 122u, 124u})
         EXPECT_FALSE(MenuEnabled(command)) << command;
-    for (UINT command : {100u, 103u, 110u, 111u, 112u, 113u, 125u, 127u, 140u, 160u})
+    for (UINT command : {100u, 103u, 104u, 110u, 111u, 112u, 113u, 125u, 127u, 140u, 160u})
         EXPECT_TRUE(MenuEnabled(command)) << command;
     EXPECT_TRUE(ButtonEnabled(111));
 }
@@ -222,6 +222,28 @@ TEST_F(MainWindowTest, ACancelledCategoriesListChangesNothing)
     DbCategories categories;
     ASSERT_EQ(categories.Open(), 1);
     EXPECT_EQ(categories.RecordCount(), 0u);
+}
+
+TEST_F(MainWindowTest, SubjectsListOpensTheQuickSubjects)
+{
+    Create();
+    App().SetNumber(kSettings, L"scount", 1);
+    App().SetString(kOptions, L"subj0", L"Walk");
+    std::wstring title;
+    HWND owner = nullptr;
+    LRESULT subjects = 0;
+    const ModalDriver driver([&](HWND dialog) {
+        title = WindowText(dialog);
+        owner = GetWindow(dialog, GW_OWNER);
+        subjects = SendDlgItemMessageW(dialog, IDC_QUICK_SUBJECT_LIST, LB_GETCOUNT, 0, 0);
+        SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+    });
+    Command(104);
+    ASSERT_TRUE(driver.Ran());
+    EXPECT_EQ(title, L"Quick Subjects");
+    EXPECT_EQ(owner, m_window.Handle());
+    EXPECT_EQ(subjects, 1);
+    EXPECT_TRUE(IsWindowEnabled(m_window.Handle()));
 }
 
 // No menu item and no button: another program's message may ask for it.

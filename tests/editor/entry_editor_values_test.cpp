@@ -114,43 +114,6 @@ TEST_F(EntryEditorValuesTest, AnEmptySubjectBoxTakesThePlaceholder)
     });
 }
 
-TEST_F(EntryEditorValuesTest, TheItemForModifyingSubjectsIsNoSubject)
-{
-    const JournalEntry entry = Stored([](EditorWindow& editor) {
-        editor.Choose(CMD_PRIORITY, CMD_PRIORITY_LOW);
-        editor.Ask(IDC_SUBJECT, CB_SETCURSEL, 0);
-        editor.Command(IDC_SUBJECT, CBN_CLOSEUP);
-        EXPECT_EQ(editor.Text(IDC_SUBJECT), L"<Entry Subject>");
-        editor.Ask(IDC_SUBJECT, CB_SETCURSEL, 0);
-    });
-    EXPECT_TRUE(entry.date);
-    EXPECT_FALSE(entry.subject);
-}
-
-TEST_F(EntryEditorValuesTest, TheItemForModifyingSubjectsKeepsTheRecordsSubject)
-{
-    EntryToWrite stored;
-    stored.date = stored.endTime = At(kTuesday);
-    stored.subject = L"Lunch";
-    stored.type = L"Note";
-    CEOID id = Write(stored);
-    Run(&id, [](EditorWindow& editor) {
-        editor.ChooseInBox(IDC_SUBJECT, 0);
-        EXPECT_EQ(editor.Text(IDC_SUBJECT), L"Lunch");
-        EXPECT_EQ(editor.Ask(IDC_SUBJECT, CB_GETCOUNT), 3);
-        editor.Enter(IDC_BODY, L"x");
-        editor.Ok();
-    });
-    EXPECT_EQ(Read(id).subject, L"Lunch");
-}
-
-TEST_F(EntryEditorValuesTest, AQuickSubjectCanBeChosen)
-{
-    App().SetNumber(kSettings, L"scount", 1);
-    App().SetString(kOptions, L"subj0", L"Walk");
-    EXPECT_EQ(Stored([](EditorWindow& editor) { editor.ChooseInBox(IDC_SUBJECT, 2); }).subject, L"Walk");
-}
-
 TEST_F(EntryEditorValuesTest, ATypedDurationIsReadOnLeavingTheBox)
 {
     const std::pair<const wchar_t*, const wchar_t*> typed[] = {{L"90", L"1 hour 30 min"},

@@ -164,9 +164,42 @@ TEST_F(DialogTemplateTest, AboutFitsTheHandheldsScreen)
     EXPECT_LE(place.bottom - place.top, MulDiv(240, dpi, 96));
 }
 
+TEST_F(DialogTemplateTest, QuickSubjectsHasItsControls)
+{
+    ASSERT_TRUE(Make(106));
+    EXPECT_EQ(WindowText(m_dialog), L"Quick Subjects");
+    EXPECT_EQ(ItemClass(1402), L"Edit");
+    EXPECT_EQ(ItemClass(1029), L"ListBox");
+    EXPECT_EQ(ItemStyle(1029) & (LBS_SORT | LBS_NOTIFY | LBS_MULTIPLESEL | LBS_EXTENDEDSEL),
+              LBS_SORT | LBS_NOTIFY);
+    const std::pair<int, const wchar_t*> buttons[] = {
+        {1026, L"&Add"}, {1027, L"&Modify"}, {1031, L"&Delete"}, {1, L"OK"}, {2, L"Cancel"}};
+    for (const auto& [id, text] : buttons) {
+        EXPECT_EQ(ItemClass(id), L"Button") << id;
+        EXPECT_EQ(ItemText(id), text);
+    }
+    EXPECT_EQ(CountItems(), 7);
+    for (const int id : {1402, 1029, 1026, 1027, 1031, 1, 2})
+        EXPECT_EQ(ItemStyle(id) & (WS_TABSTOP | WS_VISIBLE), WS_TABSTOP | WS_VISIBLE) << id;
+    EXPECT_EQ(LOWORD(SendMessageW(m_dialog, DM_GETDEFID, 0, 0)), 1);
+    ExpectNothingCutOff();
+}
+
+TEST_F(DialogTemplateTest, QuickSubjectsFitsTheHandheldsScreenAtHalfAsMuchResolutionAgain)
+{
+    ASSERT_TRUE(Make(106));
+    RECT place;
+    GetWindowRect(m_dialog, &place);
+    HDC screen = GetDC(nullptr);
+    const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
+    ReleaseDC(nullptr, screen);
+    EXPECT_LE(place.right - place.left, MulDiv(640, dpi, 144));
+    EXPECT_LE(place.bottom - place.top, MulDiv(240, dpi, 144));
+}
+
 TEST(DialogTemplates, UseTheSystemsFont)
 {
-    for (const int id : {104, 139}) {
+    for (const int id : {104, 106, 139}) {
         const TemplateFont font = FontOfTemplate(id);
         EXPECT_EQ(font.points, 8) << id;
         EXPECT_EQ(font.face, L"MS Shell Dlg") << id;

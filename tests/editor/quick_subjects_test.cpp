@@ -1,0 +1,70 @@
+#include "editor/quick_subjects.h"
+
+#include "editor_fixture.h"
+#include "import_watch.h"
+
+namespace {
+
+using Texts = std::vector<std::wstring>;
+
+Texts g_names;
+
+LSTATUS WINAPI WatchedSetValue(HKEY, const wchar_t* name, DWORD, DWORD, const BYTE*, DWORD)
+{
+    g_names.emplace_back(name);
+    return ERROR_SUCCESS;
+}
+
+std::wstring Option(const wchar_t* name)
+{
+    wchar_t text[kSettingTextSize];
+    App().GetString(L"Options", name, L"(none)", text);
+    return text;
+}
+
+class QuickSubjectsTest : public testing::Test {
+  protected:
+    TestRegistry m_registry;
+};
+
+TEST_F(QuickSubjectsTest, TheCountIsASettingAndTheTextsAreOptions)
+{
+    StoreQuickSubjects(&App(), {L"Walk", L"Apples"});
+    EXPECT_EQ(App().GetNumber(L"Settings", L"scount", 99), 2u);
+    EXPECT_EQ(Option(L"subj0"), L"Walk") << "in list order, not sorted";
+    EXPECT_EQ(Option(L"subj1"), L"Apples");
+    EXPECT_EQ(App().GetNumber(L"Options", L"scount", 99), 99u);
+    EXPECT_EQ(ReadQuickSubjects(App()), (Texts{L"Walk", L"Apples"}));
+}
+
+TEST_F(QuickSubjectsTest, TheCountIsStoredFirst)
+{
+    g_names.clear();
+    const ImportWatch<decltype(&RegSetValueExW)> watch(&__imp_RegSetValueExW, WatchedSetValue);
+    StoreQuickSubjects(&App(), {L"A", L"B", L"C"});
+    EXPECT_EQ(g_names, (Texts{L"scount", L"subj0", L"subj1", L"subj2"}));
+}
+
+TEST_F(QuickSubjectsTest, WhatALongerListLeftStays)
+{
+    StoreQuickSubjects(&App(), {L"A", L"B", L"C"});
+    StoreQuickSubjects(&App(), {L"D"});
+    EXPECT_EQ(Option(L"subj0"), L"D");
+    EXPECT_EQ(Option(L"subj1"), L"B");
+    EXPECT_EQ(Option(L"subj2"), L"C");
+    EXPECT_EQ(ReadQuickSubjects(App()), Texts{L"D"});
+    StoreQuickSubjects(&App(), {});
+    EXPECT_EQ(App().GetNumber(L"Settings", L"scount", 99), 0u);
+    EXPECT_TRUE(ReadQuickSubjects(App()).empty());
+}
+
+TEST_F(QuickSubjectsTest, ManyComeBackInTheirOrder)
+{
+    Texts subjects;
+    for (int i = 0; i < 300; ++i)
+        subjects.push_back(L"Subject " + std::to_wstring(i));
+    StoreQuickSubjects(&App(), subjects);
+    EXPECT_EQ(ReadQuickSubjects(App()), subjects);
+}
+
+} // namespace
