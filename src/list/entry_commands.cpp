@@ -1,6 +1,7 @@
 #include "list/entry_commands.h"
 
 #include "app/journal_app.h"
+#include "editor/editor_settings.h"
 #include "editor/entry_editor.h"
 #include "list/entry_list.h"
 #include "mervane/db_categories.h"
@@ -9,12 +10,9 @@
 
 namespace {
 
-constexpr const wchar_t* kConfirmDelete = L"ConfirmDelete"; // in Options
-constexpr DWORD kConfirmDeleteDefault = 1;
-
 bool IsDeletionConfirmed()
 {
-    if (!App().GetNumber(kOptions, kConfirmDelete, kConfirmDeleteDefault))
+    if (!ConfirmsDeletions(App()))
         return true;
     return MessageBoxW(nullptr, L"Delete record?", L"Confirm", MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
 }
