@@ -187,7 +187,7 @@ double OpenBareContacts(HWND parent)
 double OpenCategories(HWND parent, DbCategories& categories)
 {
     const Stopwatch watch;
-    if (!categories.Open())
+    if (!categories.IsOpen() && !categories.Open())
         Fail("the categories cannot be opened");
     HWND list = categories.CreateListView(GetModuleHandleW(nullptr), parent, kPlace, 111);
     if (!list || !categories.UpdateListView(list))
@@ -199,7 +199,7 @@ double OpenContacts(HWND parent, DbContacts& contacts)
 {
     g_contacts = &contacts;
     const Stopwatch watch;
-    if (!contacts.Open())
+    if (!contacts.IsOpen() && !contacts.Open())
         Fail("the contacts cannot be opened");
     HWND list = contacts.CreateList(GetModuleHandleW(nullptr), parent, kPlace, 112, kContactListStyle);
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT);

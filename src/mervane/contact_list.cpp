@@ -78,8 +78,11 @@ void ContactList::ReadRows()
     m_rows.clear();
     m_texts.clear();
     const CeDBase::ReadScope scope(m_contacts);
-    for (uint32_t row = 0; const CEOID id = m_contacts.IdOfRow(row); ++row)
+    CEOID id = m_contacts.IdOfRow(0);
+    while (id) {
         m_rows.push_back(id);
+        id = m_contacts.IdOfRow(static_cast<uint32_t>(m_rows.size()));
+    }
 }
 
 void ContactList::RestoreFocus(HWND list, CEOID id, int row) const

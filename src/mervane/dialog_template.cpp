@@ -12,9 +12,8 @@ constexpr WORD kPointSize = 8;
 
 } // namespace
 
-DialogTemplate::DialogTemplate(const wchar_t* caption, DWORD style, SIZE size)
+DialogTemplate::DialogTemplate(const wchar_t* caption, DWORD style, SIZE size) : m_words{1, kExtended}
 {
-    m_words = {1, kExtended};
     Put(DWORD{0}); // help identifier
     Put(DWORD{0}); // extended style
     Put(style | DS_SHELLFONT | WS_POPUP | WS_CAPTION | WS_SYSMENU);

@@ -148,6 +148,16 @@ TEST_F(Draft, IsUnchangedWhenAllIsAsBefore)
     EXPECT_FALSE(m_draft.IsChanged());
 }
 
+TEST_F(Draft, WritesNothingWhenNothingWasChanged)
+{
+    ASSERT_NE(AddCategory(m_categories, L"Work"), 0u);
+    Load();
+    RawStore raw(m_store.Path());
+    ASSERT_TRUE(raw.Run("BEGIN IMMEDIATE"));
+    EXPECT_TRUE(m_draft.Save(m_categories)) << "another program's write is not waited for";
+    ASSERT_TRUE(raw.Run("ROLLBACK"));
+}
+
 TEST_F(Draft, CanExchangeNames)
 {
     const CEOID a = AddCategory(m_categories, L"a"), b = AddCategory(m_categories, L"b"),
