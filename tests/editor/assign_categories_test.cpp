@@ -16,6 +16,7 @@ class AssignCategoriesTest : public AssignTest {
         EXPECT_EQ(list.Box(0), 0);
         EXPECT_EQ(list.ExtendedStyle(), 0xFFFFFFFBu);
         EXPECT_FALSE(IsWindowVisible(ListView_GetHeader(list.Window())));
+        EXPECT_GE(list.ColumnWidth(0), ListView_GetStringWidth(list.Window(), kPlaceholder));
     }
 };
 
@@ -400,6 +401,9 @@ TEST_F(AssignCategoriesTest, WhenNoneIsLeftTheListSaysSo)
                                    HideCategory(work);
                                });
         ExpectPlaceholder(Categories(editor));
+        RECT client{};
+        GetClientRect(editor.Item(IDC_CATEGORY_LIST), &client);
+        EXPECT_EQ(Categories(editor).ColumnWidth(0), client.right);
         EXPECT_EQ(Line(editor), L"<None>");
     });
 }

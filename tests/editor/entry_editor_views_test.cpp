@@ -249,18 +249,50 @@ TEST_F(EntryEditorViewsTest, ASettingsChangeMakesRoomForTheLineBelowAList)
     }
 }
 
+// Another work area, which ends with this.
+class SmallerWorkArea {
+  public:
+    explicit SmallerWorkArea(EditorWindow& editor, int narrower, int lower)
+    {
+        Set({m_before.left, m_before.top + lower, m_before.right - narrower, m_before.bottom});
+        SendMessageW(editor.Window(), WM_SETTINGCHANGE, SPI_SETWORKAREA, 0);
+    }
+    ~SmallerWorkArea() { Set(m_before); }
+    SmallerWorkArea(const SmallerWorkArea&) = delete;
+    SmallerWorkArea& operator=(const SmallerWorkArea&) = delete;
+
+  private:
+    static void Set(RECT area) { SystemParametersInfoW(SPI_SETWORKAREA, 0, &area, 0); }
+
+    const RECT m_before = WorkArea();
+};
+
 TEST_F(EntryEditorViewsTest, AChangedWorkAreaMovesTheListWithTheBody)
 {
-    const RECT before = WorkArea();
     RunNewIn(1055, [&](EditorWindow& editor) {
-        RECT smaller{before.left, before.top + 40, before.right - 60, before.bottom};
-        SystemParametersInfoW(SPI_SETWORKAREA, 0, &smaller, 0);
-        SendMessageW(editor.Window(), WM_SETTINGCHANGE, SPI_SETWORKAREA, 0);
+        const RECT before = editor.Rect(IDC_CONTACT_LIST);
+        const SmallerWorkArea area(editor, 60, 40);
         ExpectSameRect(editor.Rect(IDC_CONTACT_LIST), editor.Rect(IDC_BODY));
+        EXPECT_LT(editor.Rect(IDC_CONTACT_LIST).right, before.right);
         ExpectView(editor, 1055);
     });
-    RECT restored = before;
-    SystemParametersInfoW(SPI_SETWORKAREA, 0, &restored, 0);
+}
+
+TEST_F(EntryEditorViewsTest, AListBelowTheWindowsEdgeScrollsIntoSightWithTheFocus)
+{
+    const int low = static_cast<int>(WorkArea().bottom - WorkArea().top) - Scale(90);
+    RunNewIn(1051, [&](EditorWindow& editor) {
+        const SmallerWorkArea area(editor, 0, low);
+        editor.Focus(IDC_START_DATE);
+        RECT client{};
+        GetClientRect(editor.Window(), &client);
+        ASSERT_GT(editor.Rect(IDC_CATEGORY_LIST).bottom, client.bottom);
+        editor.Focus(IDC_CATEGORY_LIST);
+        EXPECT_LE(editor.Rect(IDC_CATEGORY_LIST).bottom, client.bottom);
+        editor.Command(1055);
+        ExpectSameRect(editor.Rect(IDC_CONTACT_LIST), editor.Rect(IDC_BODY));
+        EXPECT_LE(editor.Rect(IDC_CONTACT_LIST).bottom, client.bottom);
+    });
 }
 
 // As the store tells the editor of what another program has written.
