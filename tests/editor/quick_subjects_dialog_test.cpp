@@ -214,14 +214,15 @@ TEST_F(QuickSubjectsDialogTest, TheButtonsFollowTheText)
 TEST_F(QuickSubjectsDialogTest, ATextThatIsNoSubjectDropsTheSelection)
 {
     Store({L"Meeting", L"Walk"});
-    Run([](EditorWindow& dialog) {
-        Select(dialog, 1);
-        dialog.Enter(kEdit, L"Lunch");
-        EXPECT_EQ(Selected(dialog), 1) << "a subject keeps it";
-        dialog.Enter(kEdit, L"");
-        EXPECT_EQ(Selected(dialog), LB_ERR);
-        EXPECT_EQ(Enabled(dialog), "---");
-    });
+    for (const wchar_t* text : {L"", L"<ENTRY subject>"})
+        Run([&](EditorWindow& dialog) {
+            Select(dialog, 1);
+            dialog.Enter(kEdit, L"Lunch");
+            EXPECT_EQ(Selected(dialog), 1) << "a subject keeps it";
+            dialog.Enter(kEdit, text);
+            EXPECT_EQ(Selected(dialog), LB_ERR);
+            EXPECT_EQ(Enabled(dialog), "---");
+        });
 }
 
 TEST_F(QuickSubjectsDialogTest, GoingThroughTheUntouchedTextKeepsTheSelection)
