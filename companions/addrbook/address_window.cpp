@@ -8,6 +8,7 @@
 #include "addrbook/resource.h"
 #include "res/resource.h"
 #include "ui/scale.h"
+#include "ui/scoped.h"
 #include "ui/work_area.h"
 
 namespace addrbook {
@@ -18,7 +19,7 @@ constexpr const wchar_t* kTitle = L"Address Book";
 constexpr int kMargin = 4;
 constexpr int kLabelWidth = 36;
 constexpr int kFindWidth = 220;
-constexpr int kFindHeight = 22;
+constexpr int kAroundText = 8; // above and below the text of the box, together
 constexpr int kWindowWidth = 800;
 constexpr int kWindowHeight = 560;
 
@@ -28,7 +29,7 @@ struct ColumnShape {
 };
 // In the order of Column.
 constexpr ColumnShape kColumns[kColumnCount] = {
-    {L"File As", 200}, {L"Company", 150}, {L"E-mail", 150}, {L"Phone", 120}};
+    {L"File As", 190}, {L"Company", 150}, {L"E-mail", 150}, {L"Phone", 110}};
 
 UniqueIcon LoadProgramIcon(HINSTANCE instance, int size)
 {
@@ -42,6 +43,18 @@ UniqueFont MakeFont()
     metrics.cbSize = sizeof metrics;
     SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
     return UniqueFont(CreateFontIndirectW(&metrics.lfMessageFont));
+}
+
+int TextHeight(HWND window, HFONT font)
+{
+    HDC dc = GetDC(window);
+    TEXTMETRICW metrics{};
+    {
+        const ScopedSelectObject selected(dc, font);
+        GetTextMetricsW(dc, &metrics);
+    }
+    ReleaseDC(window, dc);
+    return static_cast<int>(metrics.tmHeight);
 }
 
 // In the middle of the work area, no larger than it.
@@ -142,6 +155,7 @@ HWND AddressWindow::MakeChild(const wchar_t* windowClass, const wchar_t* text, D
 bool AddressWindow::OnCreate()
 {
     m_font = MakeFont();
+    m_textHeight = TextHeight(m_window, m_font.get());
     m_smallIcon = LoadProgramIcon(m_instance, 16);
     m_bigIcon = LoadProgramIcon(m_instance, 32);
     SendMessageW(m_window, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_smallIcon.get()));
@@ -173,7 +187,7 @@ void AddressWindow::OnSize()
 {
     RECT client{};
     GetClientRect(m_window, &client);
-    const int margin = Scale(kMargin), label = Scale(kLabelWidth), height = Scale(kFindHeight);
+    const int margin = Scale(kMargin), label = Scale(kLabelWidth), height = m_textHeight + Scale(kAroundText);
     const int findLeft = margin + label;
     const int findWidth =
         std::max(0, std::min(Scale(kFindWidth), static_cast<int>(client.right) - findLeft - margin));

@@ -78,6 +78,7 @@ class AddressWindow {
     HWND m_list = nullptr;
     HWND m_focus = nullptr; // which child had it when the window was last left
     UniqueFont m_font;
+    int m_textHeight = 0;
     UniqueIcon m_smallIcon;
     UniqueIcon m_bigIcon;
 };

@@ -81,8 +81,7 @@ bool ContactDialog::OnInitDialog()
         SetWindowTextW(GetWindow(), ToWide(m_contact[Field::FileAs]).c_str());
     m_scroll.Fit(GetWindow());
     m_filled = true;
-    SetFocus(GetItem(IDC_FIRST_NAME));
-    return false;
+    return true;
 }
 
 // What was not touched stays as it is, to the byte.

@@ -66,6 +66,12 @@ void TransferDialog::ShowEnd()
 {
     KillTimer(GetWindow(), kTimer);
     SetWindowTextW(GetItem(IDC_TRANSFER_TEXT), m_transfer.Report().c_str());
+    // OK takes the place of Cancel, which has nothing left to do.
+    RECT place{};
+    GetWindowRect(GetItem(IDCANCEL), &place);
+    ScreenToClientRect(&place);
+    MoveWindow(place.left, place.top, place.right - place.left, place.bottom - place.top, true,
+               GetItem(IDOK));
     EnableItem(IDOK, true);
     SendMessageW(GetWindow(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetItem(IDOK)), TRUE);
     HideItem(IDCANCEL);
