@@ -1,7 +1,6 @@
 #include "addrbook/import_job.h"
 
 #include "addrbook/count_text.h"
-#include "addrbook/vcard_contact.h"
 
 namespace addrbook {
 
@@ -33,7 +32,7 @@ Transfer::State ImportJob::Step(unsigned milliseconds)
     for (int card = 1; card % kCardsPerLookAtTheClock || GetTickCount64() < end; ++card) {
         if (!m_reader.Next(&m_card))
             return Finish();
-        if (!ReadContact(m_card, &m_contact))
+        if (!m_contactReader.Read(m_card, &m_contact))
             m_reader.Reject("the card names nobody");
         else if (!m_saver.Save(m_contacts, 0, m_contact))
             return Fail(L"The contacts cannot be written. Nothing was imported.");

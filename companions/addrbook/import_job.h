@@ -7,6 +7,7 @@
 #include "addrbook/byte_file.h"
 #include "addrbook/contact_record.h"
 #include "addrbook/transfer.h"
+#include "addrbook/vcard_contact.h"
 #include "addrbook/vcard_reader.h"
 
 namespace addrbook {
@@ -34,6 +35,7 @@ class ImportJob : public Transfer {
     bool m_isOpen;
     VCardReader m_reader;
     VCard m_card;
+    ContactReader m_contactReader;
     Contact m_contact;
     ContactSaver m_saver;
     std::optional<CeDBase::BulkScope> m_bulk;

@@ -1,5 +1,8 @@
 #include "addrbook/text_lines.h"
 
+#include <emmintrin.h>
+
+#include <bit>
 #include <cstring>
 
 namespace addrbook {
@@ -12,6 +15,22 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 bool IsLineEnd(char character)
 {
     return character == '\n' || character == '\r';
+}
+
+// The first line end from place on; end when there is none.
+size_t FindLineEnd(const char* text, size_t place, size_t end)
+{
+    constexpr size_t kBlock = sizeof(__m128i);
+    const __m128i feed = _mm_set1_epi8('\n'), carriageReturn = _mm_set1_epi8('\r');
+    for (; place + kBlock <= end; place += kBlock) {
+        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + place));
+        const __m128i hits = _mm_or_si128(_mm_cmpeq_epi8(block, feed), _mm_cmpeq_epi8(block, carriageReturn));
+        if (const auto mask = static_cast<unsigned>(_mm_movemask_epi8(hits)))
+            return place + static_cast<size_t>(std::countr_zero(mask));
+    }
+    while (place < end && !IsLineEnd(text[place]))
+        ++place;
+    return place;
 }
 
 } // namespace
@@ -48,8 +67,7 @@ bool TextLines::At(size_t place)
 bool TextLines::FindEnd()
 {
     do {
-        while (m_place < m_end && !IsLineEnd(m_buffer[m_place]))
-            ++m_place;
+        m_place = FindLineEnd(m_buffer.data(), m_place, m_end);
         if (m_place < m_end)
             return true;
     } while (m_place - m_begin < kLongest && Fill());

@@ -38,23 +38,19 @@ constexpr Kind kKinds[] = {
     {"home", "home"}, {"work", "work"}, {"cell", "mobile"}, {"fax", "fax"}, {"pager", "pager"},
 };
 
-std::string Unescaped(std::string_view value)
+// Unescaped, with blanks for line ends, which only an escape can bring.
+void AppendInOneLine(std::string& out, std::string_view value)
 {
-    std::string text;
-    AppendUnescaped(text, value);
-    return text;
+    const size_t start = out.size();
+    AppendUnescaped(out, value);
+    if (value.find('\\') != std::string_view::npos)
+        std::replace(out.begin() + static_cast<std::ptrdiff_t>(start), out.end(), '\n', ' ');
 }
 
-std::string InOneLine(std::string text)
+// Appends " (work, fax)" for the kinds that a line's parameters name; nothing for none.
+void AppendKinds(std::string& out, std::string_view parameters)
 {
-    std::replace(text.begin(), text.end(), '\n', ' ');
-    return text;
-}
-
-// " (work, fax)" for the kinds that a line's parameters name; empty for none.
-std::string KindsOf(std::string_view parameters)
-{
-    std::string words;
+    bool hasKind = false;
     Parameter parameter;
     for (Parameters all(parameters); all.Next(&parameter);) {
         std::string_view list = EqualsNoCase(parameter.name, "TYPE") ? parameter.value : std::string_view();
@@ -64,11 +60,13 @@ std::string KindsOf(std::string_view parameters)
         while (!list.empty()) {
             const std::string_view item = TakeListItem(&list);
             for (const Kind& kind : kKinds)
-                if (EqualsNoCase(item, kind.type))
-                    words.append(words.empty() ? " (" : ", ").append(kind.word);
+                if (EqualsNoCase(item, kind.type)) {
+                    out.append(hasKind ? ", " : " (").append(kind.word);
+                    hasKind = true;
+                }
         }
     }
-    return words.empty() ? words : words + ")";
+    out.append(hasKind ? ")" : "");
 }
 
 std::string_view TypeOf(std::string_view word)
@@ -100,38 +98,50 @@ std::string TakeKinds(std::string_view* text)
     return types;
 }
 
-std::string ReachText(Property property, const VCard::Line& line)
+void AppendReachText(std::string& out, Property property, const VCard::Line& line)
 {
     constexpr std::string_view kTel = "tel:";
-    std::string text = InOneLine(Unescaped(line.value));
-    if (property == Property::Phone && StartsWithNoCase(text, kTel))
-        text.erase(0, kTel.size());
-    return text.empty() ? text : text + KindsOf(line.parameters);
+    const bool isAddress = property == Property::Phone && StartsWithNoCase(line.value, kTel);
+    const size_t start = out.size();
+    AppendInOneLine(out, line.value.substr(isAddress ? kTel.size() : 0));
+    if (out.size() > start && !line.parameters.empty())
+        AppendKinds(out, line.parameters);
 }
 
 // Post box, extension, street; then the code with the place; region; country: what there is, one on a line.
-std::string AddressText(const VCard::Line& line)
+void AppendAddressText(std::string& out, const VCard::Line& line)
 {
     enum { PostBox, Extension, Street, Locality, Region, Code, Country, kParts };
-    std::string parts[kParts];
-    for (size_t i = 0; i < kParts; ++i)
-        AppendUnescaped(parts[i], Component(line.value, i));
-    if (!parts[Code].empty() && !parts[Locality].empty())
-        parts[Locality].insert(0, parts[Code] + " ");
-    else
-        parts[Locality] += parts[Code];
-    std::string text;
-    for (const int part : {PostBox, Extension, Street, Locality, Region, Country})
-        if (!parts[part].empty())
-            text.append(text.empty() ? "" : "\n").append(parts[part]);
-    return text.empty() ? ParameterText(FindParameter(line.parameters, "LABEL")) : text;
+    std::string_view parts[kParts];
+    std::string_view rest = line.value;
+    for (std::string_view& part : parts) {
+        part = Component(rest, 0);
+        rest.remove_prefix(std::min(part.size() + 1, rest.size()));
+    }
+    const size_t start = out.size();
+    const auto append = [&](std::string_view part, const char* between) {
+        if (part.empty())
+            return;
+        out.append(out.size() == start ? "" : between);
+        AppendUnescaped(out, part);
+    };
+    for (const size_t part : {PostBox, Extension, Street, Code})
+        append(parts[part], "\n");
+    append(parts[Locality], parts[Code].empty() ? "\n" : " ");
+    append(parts[Region], "\n");
+    append(parts[Country], "\n");
+    if (out.size() == start)
+        out += ParameterText(FindParameter(line.parameters, "LABEL"));
 }
 
-std::string BirthdayText(const VCard::Line& line)
+void AppendBirthdayText(std::string& out, const VCard::Line& line)
 {
-    std::string text = InOneLine(Unescaped(line.value));
-    const bool isText = EqualsNoCase(FindParameter(line.parameters, "VALUE"), "text");
-    return isText ? text : ReadableDate(text);
+    const size_t start = out.size();
+    AppendInOneLine(out, line.value);
+    if (EqualsNoCase(FindParameter(line.parameters, "VALUE"), "text"))
+        return;
+    const std::string date = ReadableDate(std::string_view(out).substr(start));
+    out.replace(start, std::string::npos, date);
 }
 
 void AppendReach(std::string& out, std::string_view text)
@@ -145,8 +155,9 @@ void AppendReach(std::string& out, std::string_view text)
 
 void AppendBirthday(std::string& out, std::string_view text)
 {
-    out += IsDate(text) ? ":" : ";VALUE=text:";
-    AppendEscaped(out, IsDate(text) ? CompactDate(text) : std::string(text));
+    const bool isDate = IsDate(text);
+    out += isDate ? ":" : ";VALUE=text:";
+    AppendEscaped(out, isDate ? CompactDate(text) : std::string(text));
 }
 
 } // namespace
@@ -160,29 +171,49 @@ Property PropertyOf(std::string_view name)
     return Property::Other;
 }
 
+std::string_view NameOf(Property property)
+{
+    const Known* known = KnownOf(property);
+    return known ? known->name : std::string_view();
+}
+
 Field FieldOf(Property property)
 {
     const Known* known = KnownOf(property);
     return known ? known->field : Field::Extra;
 }
 
+void AppendFirstName(std::string& out, const VCard::Line& line)
+{
+    AppendInOneLine(out, Component(line.value, 1));
+}
+
+void AppendFieldText(std::string& out, Property property, const VCard::Line& line)
+{
+    switch (property) {
+    case Property::Name:
+    case Property::Company: return AppendInOneLine(out, Component(line.value, 0));
+    case Property::Email:
+    case Property::Phone: return AppendReachText(out, property, line);
+    case Property::Address: return AppendAddressText(out, line);
+    case Property::Birthday: return AppendBirthdayText(out, line);
+    case Property::Note: return AppendUnescaped(out, line.value);
+    default: return AppendInOneLine(out, line.value);
+    }
+}
+
 std::string FirstNameOf(const VCard::Line& line)
 {
-    return InOneLine(Unescaped(Component(line.value, 1)));
+    std::string text;
+    AppendFirstName(text, line);
+    return text;
 }
 
 std::string FieldText(Property property, const VCard::Line& line)
 {
-    switch (property) {
-    case Property::Name:
-    case Property::Company: return InOneLine(Unescaped(Component(line.value, 0)));
-    case Property::Email:
-    case Property::Phone: return ReachText(property, line);
-    case Property::Address: return AddressText(line);
-    case Property::Birthday: return BirthdayText(line);
-    case Property::Note: return Unescaped(line.value);
-    default: return InOneLine(Unescaped(line.value));
-    }
+    std::string text;
+    AppendFieldText(text, property, line);
+    return text;
 }
 
 void AppendLine(std::string& out, Property property, std::string_view text)

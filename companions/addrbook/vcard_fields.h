@@ -25,8 +25,11 @@ enum class Property {
 };
 
 Property PropertyOf(std::string_view name);
+std::string_view NameOf(Property property); // empty for Other
 
 // The text that a line gives to its field. A name's line gives the last name, or the first.
+void AppendFieldText(std::string& out, Property property, const VCard::Line& line);
+void AppendFirstName(std::string& out, const VCard::Line& line);
 std::string FieldText(Property property, const VCard::Line& line);
 std::string FirstNameOf(const VCard::Line& line);
 

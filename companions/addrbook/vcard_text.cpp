@@ -16,14 +16,14 @@ bool IsNameCharacter(char character)
            character == '_';
 }
 
-// The first of the characters that does not stand between quotes; npos for none.
-size_t FindUnquoted(std::string_view text, std::string_view wanted, size_t from = 0)
+// The first such character that does not stand between quotes; npos for none.
+size_t FindUnquoted(std::string_view text, char wanted, size_t from = 0)
 {
     bool quoted = false;
     for (size_t i = from; i < text.size(); ++i) {
         if (text[i] == '"')
             quoted = !quoted;
-        else if (!quoted && wanted.find(text[i]) != std::string_view::npos)
+        else if (text[i] == wanted && !quoted)
             return i;
     }
     return std::string_view::npos;
@@ -34,7 +34,7 @@ size_t FindColon(std::string_view line, size_t from)
 {
     if (line[from] == ':')
         return from;
-    const size_t colon = FindUnquoted(line, ":", from);
+    const size_t colon = FindUnquoted(line, ':', from);
     return colon == std::string_view::npos ? line.find(':', from) : colon;
 }
 
@@ -73,13 +73,16 @@ void AppendUnescaped(std::string& out, std::string_view value)
 
 void AppendEscaped(std::string& out, std::string_view text)
 {
-    for (size_t special; (special = text.find_first_of("\\,;\n")) != std::string_view::npos;) {
-        out.append(text.substr(0, special));
+    size_t plain = 0; // up to here it is written
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (!NeedsEscape(text[i]))
+            continue;
+        out.append(text, plain, i - plain);
         out += '\\';
-        out += text[special] == '\n' ? 'n' : text[special];
-        text.remove_prefix(special + 1);
+        out += text[i] == '\n' ? 'n' : text[i];
+        plain = i + 1;
     }
-    out.append(text);
+    out.append(text, plain);
 }
 
 size_t ComponentStart(std::string_view value, size_t index)
@@ -111,10 +114,10 @@ bool Parameters::Next(Parameter* parameter)
     if (m_rest.empty())
         return false;
     m_rest.remove_prefix(1); // the semicolon
-    const size_t end = FindUnquoted(m_rest, ";");
+    const size_t end = FindUnquoted(m_rest, ';');
     const std::string_view whole = m_rest.substr(0, end);
     m_rest.remove_prefix(whole.size());
-    const size_t equals = FindUnquoted(whole, "=");
+    const size_t equals = FindUnquoted(whole, '=');
     if (equals == std::string_view::npos)
         *parameter = {{}, whole};
     else
@@ -133,7 +136,7 @@ std::string_view FindParameter(std::string_view parameters, std::string_view nam
 
 std::string_view TakeListItem(std::string_view* list)
 {
-    const size_t end = FindUnquoted(*list, ",");
+    const size_t end = FindUnquoted(*list, ',');
     const std::string_view item = list->substr(0, end);
     list->remove_prefix(end == std::string_view::npos ? list->size() : end + 1);
     return item;

@@ -10,6 +10,12 @@ namespace addrbook {
 bool EqualsNoCase(std::string_view a, std::string_view b);
 bool StartsWithNoCase(std::string_view text, std::string_view prefix);
 
+// What is written with a backslash before it.
+inline bool NeedsEscape(char character)
+{
+    return character == ',' || character == ';' || character == '\\' || character == '\n';
+}
+
 // Appends a value with its backslash escapes undone. A backslash before any other character stays.
 void AppendUnescaped(std::string& out, std::string_view value);
 // Appends a text as a value: backslash, comma, semicolon and line end escaped.

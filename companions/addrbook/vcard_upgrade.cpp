@@ -142,6 +142,8 @@ std::string UpgradedValue(const VCard::Line& line, VCardVersion version, const O
 {
     if (old.encoding == Encoding::Base64)
         return DataAddress(line, old);
+    if (version == VCardVersion::V30 && old.encoding == Encoding::None && IsUtf8(line.value))
+        return std::string(line.value);
     std::string value = old.encoding == Encoding::QuotedPrintable ? DecodeQuotedPrintable(line.value)
                                                                   : std::string(line.value);
     value = ToUtf8(value, old.charset);
@@ -179,16 +181,25 @@ std::string Upgrade(const VCard::Line& line, VCardVersion version)
     return whole.append(":").append(value);
 }
 
+bool HasItem(std::string_view list, std::string_view wanted)
+{
+    while (!list.empty())
+        if (EqualsNoCase(TakeListItem(&list), wanted))
+            return true;
+    return false;
+}
+
+bool HasOldDate(const VCard::Line& line)
+{
+    return IsOneOf(line.name, {"BDAY", "ANNIVERSARY"}) && CompactDate(line.value) != line.value;
+}
+
 bool HasOldParameter(std::string_view parameters)
 {
     Parameter parameter;
     for (Parameters all(parameters); all.Next(&parameter);) {
-        OldParameters old;
-        if (parameter.name.empty() || IsOneOf(parameter.name, {"ENCODING", "CHARSET"}))
-            return true;
-        if (EqualsNoCase(parameter.name, "TYPE"))
-            TakeTypes(parameter.value, &old);
-        if (old.isPreferred)
+        const bool isPreference = EqualsNoCase(parameter.name, "TYPE") && HasItem(parameter.value, "PREF");
+        if (isPreference || parameter.name.empty() || IsOneOf(parameter.name, {"ENCODING", "CHARSET"}))
             return true;
     }
     return false;
@@ -200,8 +211,7 @@ bool IsCurrent(const VCard::Line& line, VCardVersion version, std::string* upgra
 {
     bool isCurrent = IsUtf8(line.whole);
     if (version != VCardVersion::V40)
-        isCurrent =
-            isCurrent && !IsOneOf(line.name, {"BDAY", "ANNIVERSARY"}) && !HasOldParameter(line.parameters);
+        isCurrent = isCurrent && !HasOldDate(line) && !HasOldParameter(line.parameters);
     if (version == VCardVersion::V21)
         isCurrent = isCurrent && line.value.find_first_of("\\,;") == std::string_view::npos;
     if (isCurrent)
