@@ -66,6 +66,7 @@ constexpr Figure kFigures[] = {
     {L"sort", bench::RememberConnections, bench::MeasureSorts},
     {L"save", bench::RememberConnections, bench::MeasureSaves},
     {L"assign", nullptr, bench::MeasureAssign},
+    {L"import", bench::RememberConnections, bench::MeasureImports},
 };
 
 int Measure(const wchar_t* name)

@@ -6,6 +6,7 @@ namespace bench {
 void MeasurePages();
 void MeasureSorts();
 void MeasureSaves();
+void MeasureImports();
 void CountRequests();
 void MeasureStarts();
 void MeasureServer();

@@ -18,8 +18,10 @@ constexpr Property kCategoryProperties[] = {
     {kCategoryHidden, "hidden"},
 };
 constexpr Property kContactProperties[] = {
-    {kContactCompany, "company"},
-    {kContactsKey, "file_as"},
+    {kContactCompany, "company"},    {kContactsKey, "file_as"},       {kContactFirstName, "first_name"},
+    {kContactLastName, "last_name"}, {kContactJobTitle, "job_title"}, {kContactEmails, "emails"},
+    {kContactPhones, "phones"},      {kContactAddress, "address"},    {kContactBirthday, "birthday"},
+    {kContactNote, "note"},          {kContactExtra, "vcard_extra"},
 };
 
 constexpr TableInfo kTables[kTableCount] = {

@@ -42,8 +42,13 @@ bool RecordValues::Take(const TableInfo& table, const CEPROPVAL& property)
     const auto place = static_cast<size_t>(index);
     m_mask |= 1u << index;
     m_values[place] = removes ? nullptr : &property;
-    if (!removes && PropertyType(property.propid) == CEVT_LPWSTR)
-        m_texts[place] = EncodeText(property.val.lpwstr);
+    if (!removes && PropertyType(property.propid) == CEVT_LPWSTR) {
+        constexpr size_t kUsualBytes = 1024;
+        m_textBytes.reserve(kUsualBytes);
+        const size_t start = m_textBytes.size();
+        AppendEncoded(m_textBytes, property.val.lpwstr);
+        m_texts[place] = {start, m_textBytes.size() - start};
+    }
     return true;
 }
 
@@ -66,7 +71,9 @@ void RecordValues::Bind(Statement& statement, int parameter, int index) const
     if (!property)
         statement.BindNull(parameter);
     else if (PropertyType(property->propid) == CEVT_LPWSTR)
-        statement.BindText(parameter, m_texts[static_cast<size_t>(index)]);
+        statement.BindText(parameter, std::string_view(m_textBytes)
+                                          .substr(m_texts[static_cast<size_t>(index)].start,
+                                                  m_texts[static_cast<size_t>(index)].length));
     else if (PropertyType(property->propid) == CEVT_BLOB)
         statement.BindBlob(parameter, {property->val.blob.lpb, property->val.blob.dwCount});
     else

@@ -34,7 +34,13 @@ class RecordValues {
 
     uint32_t m_mask = 0;
     std::array<const CEPROPVAL*, kMaxProperties> m_values{};
-    std::array<std::string, kMaxProperties> m_texts;
+    // The texts in UTF-8, in one block: where each begins in it and how long it is.
+    struct TextPlace {
+        size_t start = 0;
+        size_t length = 0;
+    };
+    std::array<TextPlace, kMaxProperties> m_texts{};
+    std::string m_textBytes;
 };
 
 inline uint64_t CountOf(const FILETIME& time)

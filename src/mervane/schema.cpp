@@ -1,5 +1,7 @@
 #include "mervane/schema.h"
 
+#include <iterator>
+
 #include "mervane/store_header.h"
 #include "mervane/store_path.h"
 
@@ -35,6 +37,32 @@ CREATE TABLE contacts(
   company TEXT
 );
 )sql";
+
+// More of a contact, and an index with what lists of contacts show, so that they are read without notes and
+// pictures.
+constexpr const char* kVersion2 = R"sql(
+ALTER TABLE contacts ADD COLUMN first_name TEXT;
+ALTER TABLE contacts ADD COLUMN last_name TEXT;
+ALTER TABLE contacts ADD COLUMN job_title TEXT;
+ALTER TABLE contacts ADD COLUMN emails TEXT;
+ALTER TABLE contacts ADD COLUMN phones TEXT;
+ALTER TABLE contacts ADD COLUMN address TEXT;
+ALTER TABLE contacts ADD COLUMN birthday TEXT;
+ALTER TABLE contacts ADD COLUMN note TEXT;
+ALTER TABLE contacts ADD COLUMN vcard_extra TEXT;
+CREATE INDEX contacts_names ON contacts(file_as, company);
+)sql";
+
+// What each version adds to the one before it.
+constexpr const char* kSteps[] = {kVersion1, kVersion2};
+static_assert(std::size(kSteps) == kSchemaVersion);
+
+// A store of version 1 that cannot be written stays as it is: its contacts are shown as if they had the
+// columns.
+constexpr const char* kContactsOfVersion1 =
+    "CREATE TEMP VIEW contacts AS SELECT *, NULL AS first_name, NULL AS last_name, NULL AS job_title, "
+    "NULL AS emails, NULL AS phones, NULL AS address, NULL AS birthday, NULL AS note, NULL AS vcard_extra "
+    "FROM main.contacts";
 
 // One flush for each commit and none beside it: the log goes into the file when the last program closes it.
 // Pages come through a mapping of the file. What another tool may have put into the file (triggers, functions
@@ -77,15 +105,13 @@ bool Migrate(Database& database)
 {
     Transaction transaction(database);
     // Another program may have done it meanwhile.
-    std::optional<int64_t> version = transaction.IsOpen() ? VersionIn(database) : std::nullopt;
+    const std::optional<int64_t> version = transaction.IsOpen() ? VersionIn(database) : std::nullopt;
     if (!version || *version >= kSchemaVersion)
         return version.has_value();
-    if (*version == 0) {
-        if (!database.Execute(kVersion1))
+    for (auto step = static_cast<size_t>(*version); step < std::size(kSteps); ++step)
+        if (!database.Execute(kSteps[step]))
             return false;
-        version = 1;
-    }
-    return version == kSchemaVersion && SetMarks(database) && transaction.Commit();
+    return SetMarks(database) && transaction.Commit();
 }
 
 // Of several programs that do this at the same time SQLite makes one give up rather than wait.
@@ -100,6 +126,12 @@ bool UseLog(Database& database)
     return true;
 }
 
+// A file that cannot be written: what is not there yet shows as absent.
+bool ShowAsNewest(Database& database, int64_t version)
+{
+    return version == 1 && database.Execute(kContactsOfVersion1);
+}
+
 bool HasTables(Database& database)
 {
     return Statement(
@@ -108,7 +140,9 @@ bool HasTables(Database& database)
                "type, contacts FROM journal")
                .IsValid() &&
            Statement(database, "SELECT name, uses, hidden FROM categories").IsValid() &&
-           Statement(database, "SELECT file_as, company FROM contacts").IsValid();
+           Statement(database, "SELECT file_as, company, first_name, last_name, job_title, emails, phones, "
+                               "address, birthday, note, vcard_extra FROM contacts")
+               .IsValid();
 }
 
 bool MakeReady(Database& database)
@@ -118,7 +152,8 @@ bool MakeReady(Database& database)
     const std::optional<int64_t> version = VersionIn(database);
     if (!version)
         return false;
-    if (*version < kSchemaVersion && (database.IsReadOnly() || !Migrate(database)))
+    if (*version < kSchemaVersion &&
+        !(database.IsReadOnly() ? ShowAsNewest(database, *version) : Migrate(database)))
         return false;
     return HasTables(database) && (database.IsReadOnly() || UseLog(database));
 }

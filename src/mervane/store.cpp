@@ -8,6 +8,14 @@
 
 namespace mervane {
 
+namespace {
+
+// So many new records in one transaction are put into their orders one by one; beyond that making the orders
+// anew costs less.
+constexpr int kInsertsToFollow = 200;
+
+} // namespace
+
 std::shared_ptr<Store> Store::Open()
 {
     // The stores that are open, so that all databases of the process share one connection.
@@ -86,6 +94,7 @@ void Store::BeginBulk()
         return;
     if (m_connection.InTransaction())
         (void)m_connection.Commit();
+    m_bulkInserts = 0;
     m_bulkFailed = !m_connection.BeginWrite();
     m_bulkAnnounced = !m_bulkFailed;
     if (m_bulkFailed)
@@ -147,7 +156,8 @@ void Store::AfterWrite(TableId table, const Change& change, const RecordValues* 
             index->Removed(change.id);
         else if (change.code == kChangeModified)
             index->Updated(change.id, *values);
-        else if (table == TableId::Categories || !index->Inserted(change.id, *values))
+        else if (table == TableId::Categories || (m_bulkDepth && ++m_bulkInserts > kInsertsToFollow) ||
+                 !index->Inserted(change.id, *values))
             index.reset();
     }
     if (!m_bulkDepth)

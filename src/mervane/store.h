@@ -72,6 +72,7 @@ class Store {
     int m_readDepth = 0;
     int m_bulkDepth = 0;
     bool m_bulkFailed = false;
+    int m_bulkInserts = 0;
     bool m_bulkAnnounced = false; // that it begins: its end is announced too
 };
 

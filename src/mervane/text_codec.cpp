@@ -19,26 +19,30 @@ bool IsLowSurrogate(char32_t unit)
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-void AppendTail(std::string& out, char32_t code, int shift)
+char* PutTail(char* out, char32_t code, int shift)
 {
     for (; shift >= 0; shift -= 6)
-        out += static_cast<char>(0x80 | ((code >> shift) & 0x3F));
+        *out++ = static_cast<char>(0x80 | ((code >> shift) & 0x3F));
+    return out;
 }
 
-void AppendCode(std::string& out, char32_t code)
+// At most three bytes for each unit of UTF-16.
+char* PutSequence(char* out, char32_t code)
 {
     if (code < 0x80) {
-        out += static_cast<char>(code);
-    } else if (code < 0x800) {
-        out += static_cast<char>(0xC0 | (code >> 6));
-        AppendTail(out, code, 0);
-    } else if (code < 0x10000) {
-        out += static_cast<char>(0xE0 | (code >> 12));
-        AppendTail(out, code, 6);
-    } else {
-        out += static_cast<char>(0xF0 | (code >> 18));
-        AppendTail(out, code, 12);
+        *out++ = static_cast<char>(code);
+        return out;
     }
+    if (code < 0x800) {
+        *out++ = static_cast<char>(0xC0 | (code >> 6));
+        return PutTail(out, code, 0);
+    }
+    if (code < 0x10000) {
+        *out++ = static_cast<char>(0xE0 | (code >> 12));
+        return PutTail(out, code, 6);
+    }
+    *out++ = static_cast<char>(0xF0 | (code >> 18));
+    return PutTail(out, code, 12);
 }
 
 struct Decoded {
@@ -90,6 +94,20 @@ bool DecodeBlock(const unsigned char* bytes, wchar_t* out)
     return true;
 }
 
+constexpr size_t kUnits = kBlock / sizeof(wchar_t);
+
+// Eight units at once, when all of them are ASCII.
+bool EncodeBlock(const wchar_t* units, char* out)
+{
+    const __m128i zero = _mm_setzero_si128();
+    const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(units));
+    const __m128i beyond = _mm_and_si128(block, _mm_set1_epi16(static_cast<short>(0xFF80)));
+    if (_mm_movemask_epi8(_mm_cmpeq_epi16(beyond, zero)) != 0xFFFF)
+        return false;
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(out), _mm_packus_epi16(block, zero));
+    return true;
+}
+
 wchar_t* PutCode(wchar_t* out, char32_t code)
 {
     if (code < 0x10000) {
@@ -103,17 +121,30 @@ wchar_t* PutCode(wchar_t* out, char32_t code)
 
 } // namespace
 
-std::string EncodeText(std::wstring_view text)
+void AppendEncoded(std::string& bytes, std::wstring_view text)
 {
-    std::string out;
-    out.reserve(text.size() + text.size() / 8);
+    constexpr size_t kMostBytes = 3;
+    const size_t start = bytes.size();
+    bytes.resize(start + text.size() * kMostBytes);
+    char* out = bytes.data() + start;
     for (size_t i = 0; i < text.size(); ++i) {
+        for (; i + kUnits <= text.size() && EncodeBlock(text.data() + i, out); i += kUnits)
+            out += kUnits;
+        if (i == text.size())
+            break;
         char32_t code = text[i];
         if (IsHighSurrogate(code) && i + 1 < text.size() && IsLowSurrogate(text[i + 1]))
             code = 0x10000 + ((code - 0xD800) << 10) + (char32_t{text[++i]} - 0xDC00);
-        AppendCode(out, code);
+        out = PutSequence(out, code);
     }
-    return out;
+    bytes.resize(static_cast<size_t>(out - bytes.data()));
+}
+
+std::string EncodeText(std::wstring_view text)
+{
+    std::string bytes;
+    AppendEncoded(bytes, text);
+    return bytes;
 }
 
 size_t DecodeText(std::string_view text, wchar_t* out)

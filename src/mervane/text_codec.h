@@ -9,6 +9,8 @@
 namespace mervane {
 
 std::string EncodeText(std::wstring_view text);
+// The same, appended to out.
+void AppendEncoded(std::string& out, std::wstring_view text);
 
 // Decodes up to the first NUL into out, which has room for text.size() units; returns the units written.
 // Bytes that are no such encoding become U+FFFD, one each.

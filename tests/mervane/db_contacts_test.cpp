@@ -38,6 +38,24 @@ TEST_F(Contacts, HaveANameAndACompany)
     EXPECT_EQ(m_contacts.RecordCount(), 2u);
 }
 
+TEST_F(Contacts, HaveAllThatAnAddressBookKnows)
+{
+    const std::vector<CEPROPID> ids{kContactCompany,  kContactsKey,   kContactFirstName, kContactLastName,
+                                    kContactJobTitle, kContactEmails, kContactPhones,    kContactAddress,
+                                    kContactBirthday, kContactNote,   kContactExtra};
+    Sent sent;
+    for (const CEPROPID id : ids)
+        sent.Text(id, L"text of " + std::to_wstring(id));
+    const CEOID id = sent.Write(m_contacts);
+    ASSERT_NE(id, 0u);
+    const Received read(m_contacts, id);
+    EXPECT_EQ(read.Ids(), ids);
+    for (const CEPROPID property : ids)
+        EXPECT_EQ(read.Text(property), L"text of " + std::to_wstring(property));
+    EXPECT_EQ(RawStore(m_store.Path()).Text("SELECT emails || vcard_extra FROM contacts"),
+              "text of " + std::to_string(kContactEmails) + "text of " + std::to_string(kContactExtra));
+}
+
 TEST_F(Contacts, HoldAnAssignedSet)
 {
     EXPECT_EQ(SetAssigned(IdBytes({2, 8, 3})), 1);

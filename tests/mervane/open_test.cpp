@@ -124,7 +124,7 @@ TEST_F(Opening, MarksTheFile)
     EXPECT_EQ(bytes.substr(0, 16), std::string("SQLite format 3\0", 16));
     EXPECT_EQ(bytes.substr(68, 4), "QJRN");
     RawStore raw(Path());
-    EXPECT_EQ(raw.Integer("PRAGMA user_version"), 1001);
+    EXPECT_EQ(raw.Integer("PRAGMA user_version"), 2001);
     EXPECT_EQ(raw.Text("PRAGMA journal_mode"), "wal");
     EXPECT_EQ(raw.Text("PRAGMA integrity_check"), "ok");
 }
@@ -194,8 +194,8 @@ TEST_F(Opening, RefusesAnotherProgramsDatabase)
 TEST_F(Opening, RefusesVersionsThatAreNotForThisProgram)
 {
     MakeStore();
-    // 1002: of this schema, but for newer programs only.
-    for (const int version : {0, 1, 2, 99, 999, 1000, 1002, 2002, 99'002, -1, -1001, 2'000'000'000}) {
+    // 2003: of this schema, but for newer programs only.
+    for (const int version : {0, 1, 2, 99, 999, 1000, 2000, 2003, 3003, 99'003, -1, -1001, 2'000'000'000}) {
         ASSERT_TRUE(RawStore(Path()).Run("PRAGMA user_version = " + std::to_string(version)));
         ExpectRefused();
     }
@@ -247,15 +247,15 @@ TEST_F(LeftLog, IsReadOnOpening)
 
 TEST_F(LeftLog, OfANewerProgramIsRefused)
 {
-    Leave("PRAGMA user_version = 99002");
+    Leave("PRAGMA user_version = 99003");
     ExpectRefused();
     // The newer program loses nothing.
-    EXPECT_EQ(RawStore(Path()).Integer("PRAGMA user_version"), 99002);
+    EXPECT_EQ(RawStore(Path()).Integer("PRAGMA user_version"), 99003);
 }
 
 TEST_F(LeftLog, OfANewerProgramKeepsItsIndex)
 {
-    Leave("PRAGMA user_version = 99002");
+    Leave("PRAGMA user_version = 99003");
     const std::string index(32'768, '\x55');
     ASSERT_TRUE(WriteFileBytes(Beside(L"-shm"), index));
     ExpectRefused();
@@ -266,7 +266,7 @@ TEST_F(LeftLog, OfANewerProgramAtWorkIsRefused)
 {
     MakeStore();
     RawStore newer(Path());
-    ASSERT_TRUE(newer.Run("PRAGMA wal_autocheckpoint = 0; PRAGMA user_version = 99002"));
+    ASSERT_TRUE(newer.Run("PRAGMA wal_autocheckpoint = 0; PRAGMA user_version = 99003"));
     ASSERT_FALSE(ReadFileBytes(Beside(L"-wal")).empty());
     ExpectRefused();
     EXPECT_TRUE(newer.Run("INSERT INTO journal(subject) VALUES('goes on')"));

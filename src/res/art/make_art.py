@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes the program's bitmaps and its icon into a folder: make_art.py FOLDER.
+"""Writes the program's bitmaps, its icon and its companion's into a folder: make_art.py FOLDER.
 
 The same drawings always give the same bytes. Nothing but the standard library is used.
 """
@@ -7,6 +7,7 @@ The same drawings always give the same bytes. Nothing but the standard library i
 import pathlib
 import sys
 
+from addrbook_icon import draw_address_book
 from files import bmp, ico
 from grid import read_palette, strip
 from icon import ICON_SIZES, draw_icon
@@ -34,6 +35,7 @@ def main():
     for bitmap, (size, names) in STRIPS.items():
         (folder / f"{bitmap}.bmp").write_bytes(bmp(strip(names, size), palette))
         (folder / f"{bitmap}_2x.bmp").write_bytes(bmp(strip(names, 2 * size), palette))
+    (folder / "addrbook.ico").write_bytes(ico([draw_address_book(size) for size in ICON_SIZES]))
     (folder / "journal.ico").write_bytes(ico([draw_icon(size) for size in ICON_SIZES]))
 
 

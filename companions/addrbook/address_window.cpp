@@ -1,0 +1,396 @@
+#include "addrbook/address_window.h"
+
+#include <windowsx.h>
+
+#include <algorithm>
+
+#include "addrbook/count_text.h"
+#include "addrbook/resource.h"
+#include "res/resource.h"
+#include "ui/scale.h"
+#include "ui/scoped.h"
+#include "ui/work_area.h"
+
+namespace addrbook {
+
+namespace {
+
+constexpr const wchar_t* kTitle = L"Address Book";
+constexpr int kMargin = 4;
+constexpr int kLabelWidth = 36;
+constexpr int kFindWidth = 220;
+constexpr int kAroundText = 8; // above and below the text of the box, together
+constexpr int kWindowWidth = 800;
+constexpr int kWindowHeight = 560;
+
+struct ColumnShape {
+    const wchar_t* title;
+    int width;
+};
+// In the order of Column.
+constexpr ColumnShape kColumns[kColumnCount] = {
+    {L"File As", 190}, {L"Company", 150}, {L"E-mail", 150}, {L"Phone", 110}};
+
+UniqueIcon LoadProgramIcon(HINSTANCE instance, int size)
+{
+    return UniqueIcon(static_cast<HICON>(LoadImageW(instance, MAKEINTRESOURCEW(IDI_JOURNAL), IMAGE_ICON,
+                                                    Scale(size), Scale(size), LR_DEFAULTCOLOR)));
+}
+
+UniqueFont MakeFont()
+{
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+    return UniqueFont(CreateFontIndirectW(&metrics.lfMessageFont));
+}
+
+int TextHeight(HWND window, HFONT font)
+{
+    HDC dc = GetDC(window);
+    TEXTMETRICW metrics{};
+    {
+        const ScopedSelectObject selected(dc, font);
+        GetTextMetricsW(dc, &metrics);
+    }
+    ReleaseDC(window, dc);
+    return static_cast<int>(metrics.tmHeight);
+}
+
+// In the middle of the work area, no larger than it.
+RECT FirstPlace()
+{
+    const RECT area = WorkArea();
+    const LONG roomX = area.right - area.left, roomY = area.bottom - area.top;
+    const LONG width = std::min<LONG>(Scale(kWindowWidth), roomX);
+    const LONG height = std::min<LONG>(Scale(kWindowHeight), roomY);
+    return {area.left + (roomX - width) / 2, area.top + (roomY - height) / 2, width, height};
+}
+
+} // namespace
+
+AddressWindow::~AddressWindow()
+{
+    if (m_window)
+        DestroyWindow(m_window);
+}
+
+bool AddressWindow::RegisterWindowClass(HINSTANCE instance)
+{
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = Procedure;
+    windowClass.hInstance = instance;
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+    windowClass.lpszMenuName = MAKEINTRESOURCEW(IDR_ADDRESS_MENU);
+    windowClass.lpszClassName = kAddressWindowClass;
+    return RegisterClassW(&windowClass) || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
+}
+
+bool AddressWindow::Create(HINSTANCE instance)
+{
+    m_instance = instance;
+    const RECT place = FirstPlace();
+    if (!CreateWindowExW(WS_EX_CONTROLPARENT, kAddressWindowClass, kTitle,
+                         WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top, place.right,
+                         place.bottom, nullptr, nullptr, instance, this))
+        return false;
+    if (m_contacts.Open(kContactsKey, m_window)) {
+        Reload();
+        return true;
+    }
+    MessageBoxW(nullptr, L"The contacts cannot be opened.", kTitle, MB_OK | MB_ICONERROR);
+    return false;
+}
+
+LRESULT CALLBACK AddressWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_NCCREATE) {
+        auto* created = static_cast<AddressWindow*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
+        created->m_window = window;
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
+    }
+    auto* self = reinterpret_cast<AddressWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (!self)
+        return DefWindowProcW(window, message, wParam, lParam);
+    const LRESULT result = self->OnMessage(message, wParam, lParam);
+    if (message == WM_NCDESTROY) {
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        self->m_window = nullptr;
+    }
+    return result;
+}
+
+LRESULT AddressWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_CREATE: return OnCreate() ? 0 : -1;
+    case WM_SIZE: OnSize(); return 0;
+    case WM_SETFOCUS: SetFocus(m_focus ? m_focus : m_list); return 0;
+    case WM_ACTIVATE:
+        if (LOWORD(wParam) == WA_INACTIVE && IsChild(m_window, GetFocus()))
+            m_focus = GetFocus();
+        return DefWindowProcW(m_window, message, wParam, lParam);
+    case WM_COMMAND:
+        OnCommand(GET_WM_COMMAND_ID(wParam, lParam), GET_WM_COMMAND_CMD(wParam, lParam));
+        return 0;
+    case WM_NOTIFY: return OnNotify(reinterpret_cast<NMHDR*>(lParam));
+    case WM_INITMENUPOPUP: EnableCommands(); return 0;
+    case kMsgDatabaseChange: OnContactsChanged(wParam); return 0;
+    case WM_DESTROY: OnDestroy(); return 0;
+    default: return DefWindowProcW(m_window, message, wParam, lParam);
+    }
+}
+
+HWND AddressWindow::MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, DWORD exStyle,
+                              int id)
+{
+    HWND child =
+        CreateWindowExW(exStyle, windowClass, text, style | WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, m_window,
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), m_instance, nullptr);
+    SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
+    return child;
+}
+
+bool AddressWindow::OnCreate()
+{
+    m_font = MakeFont();
+    m_textHeight = TextHeight(m_window, m_font.get());
+    m_smallIcon = LoadProgramIcon(m_instance, 16);
+    m_bigIcon = LoadProgramIcon(m_instance, 32);
+    SendMessageW(m_window, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_smallIcon.get()));
+    SendMessageW(m_window, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(m_bigIcon.get()));
+    m_findLabel = MakeChild(L"STATIC", L"Fi&nd:", SS_CENTERIMAGE, 0, IDC_FIND_LABEL);
+    m_find = MakeChild(L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, IDC_FIND);
+    m_count = MakeChild(L"STATIC", L"", SS_CENTERIMAGE | SS_RIGHT | SS_NOPREFIX, 0, IDC_COUNT);
+    MakeList();
+    return m_findLabel && m_find && m_count && m_list;
+}
+
+void AddressWindow::MakeList()
+{
+    m_list = MakeChild(WC_LISTVIEWW, L"",
+                       WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
+                       WS_EX_CLIENTEDGE, IDC_CONTACTS);
+    ListView_SetExtendedListViewStyle(m_list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
+    for (size_t i = 0; i < kColumnCount; ++i) {
+        LVCOLUMNW column{};
+        column.mask = LVCF_TEXT | LVCF_WIDTH;
+        column.pszText = const_cast<wchar_t*>(kColumns[i].title);
+        column.cx = Scale(kColumns[i].width);
+        SendMessageW(m_list, LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
+    }
+}
+
+// The count gives way to the box, the box to nothing.
+void AddressWindow::OnSize()
+{
+    RECT client{};
+    GetClientRect(m_window, &client);
+    const int margin = Scale(kMargin), label = Scale(kLabelWidth), height = m_textHeight + Scale(kAroundText);
+    const int findLeft = margin + label;
+    const int findWidth =
+        std::max(0, std::min(Scale(kFindWidth), static_cast<int>(client.right) - findLeft - margin));
+    const int countLeft = findLeft + findWidth + margin;
+    const int listTop = height + 2 * margin;
+    MoveWindow(m_findLabel, margin, margin, label, height, TRUE);
+    MoveWindow(m_find, findLeft, margin, findWidth, height, TRUE);
+    MoveWindow(m_count, countLeft, margin, std::max(0, static_cast<int>(client.right) - countLeft - margin),
+               height, TRUE);
+    MoveWindow(m_list, 0, listTop, client.right, std::max(0, static_cast<int>(client.bottom) - listTop),
+               TRUE);
+}
+
+void AddressWindow::OnDestroy()
+{
+    m_contacts.Close();
+    PostQuitMessage(0);
+}
+
+LRESULT AddressWindow::OnNotify(NMHDR* header)
+{
+    return header->hwndFrom == m_list ? OnListNotify(header) : 0;
+}
+
+LRESULT AddressWindow::OnListNotify(NMHDR* header)
+{
+    switch (header->code) {
+    case LVN_GETDISPINFOW: OnDisplay(reinterpret_cast<NMLVDISPINFOW*>(header)); return 0;
+    case LVN_ODCACHEHINT: {
+        const auto* hint = reinterpret_cast<NMLVCACHEHINT*>(header);
+        if (hint->iFrom >= 0 && hint->iTo >= hint->iFrom)
+            m_rows.Prepare(static_cast<size_t>(hint->iFrom), static_cast<size_t>(hint->iTo));
+        return 0;
+    }
+    case LVN_ODFINDITEMW: {
+        const auto* find = reinterpret_cast<NMLVFINDITEMW*>(header);
+        const bool isText = (find->lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) != 0 && find->lvfi.psz;
+        return isText ? m_rows.FindName(find->lvfi.psz, static_cast<size_t>(std::max(find->iStart, 0))) : -1;
+    }
+    case NM_DBLCLK: EditCurrent(); return 0;
+    case LVN_KEYDOWN: return OnListKey(reinterpret_cast<NMLVKEYDOWN*>(header)->wVKey);
+    default: return 0;
+    }
+}
+
+void AddressWindow::OnDisplay(NMLVDISPINFOW* info)
+{
+    LVITEMW& item = info->item;
+    if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0 || item.iItem < 0 || item.iSubItem < 0 ||
+        item.iSubItem >= static_cast<int>(kColumnCount))
+        return;
+    const std::wstring& text =
+        m_rows.Text(static_cast<size_t>(item.iItem), static_cast<Column>(item.iSubItem));
+    lstrcpynW(item.pszText, text.c_str(), item.cchTextMax);
+}
+
+bool AddressWindow::OnListKey(WPARAM key)
+{
+    if (key == VK_DELETE)
+        DeleteSelected();
+    return false;
+}
+
+// In the box the arrows move in the list, so that what was found is opened without leaving it.
+bool AddressWindow::TranslateKey(const MSG& message)
+{
+    if (message.message != WM_KEYDOWN)
+        return false;
+    const bool isSelectAll = message.wParam == L'A' && GetKeyState(VK_CONTROL) < 0;
+    if (message.hwnd == m_list && isSelectAll) {
+        OnCommand(CMD_SELECT_ALL, 0);
+        return true;
+    }
+    const bool moves = message.wParam == VK_UP || message.wParam == VK_DOWN || message.wParam == VK_PRIOR ||
+                       message.wParam == VK_NEXT;
+    if (message.hwnd != m_find || !moves)
+        return false;
+    SendMessageW(m_list, WM_KEYDOWN, message.wParam, message.lParam);
+    return true;
+}
+
+void AddressWindow::OnCommand(int id, WORD notification)
+{
+    switch (id) {
+    case CMD_NEW_CONTACT: return NewContact();
+    case IDOK:
+    case CMD_EDIT_CONTACT: return EditCurrent();
+    case CMD_DELETE_CONTACT: return DeleteSelected();
+    case CMD_SELECT_ALL: return SetRowState(-1, LVIS_SELECTED);
+    case CMD_IMPORT: return AskImport();
+    case CMD_EXPORT_CARDS: return AskExport();
+    case CMD_CLOSE: PostMessageW(m_window, WM_CLOSE, 0, 0); return;
+    case CMD_FIND_CONTACT:
+        SetFocus(m_find);
+        SendMessageW(m_find, EM_SETSEL, 0, -1);
+        return;
+    case IDCANCEL: return OnEscape();
+    case IDC_FIND:
+        if (notification == EN_CHANGE)
+            OnFindChanged();
+        return;
+    default: return;
+    }
+}
+
+void AddressWindow::OnEscape()
+{
+    if (GetWindowTextLengthW(m_find))
+        SetWindowTextW(m_find, L"");
+    else
+        SetFocus(m_list);
+}
+
+void AddressWindow::OnFindChanged()
+{
+    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(m_find)) + 1, L'\0');
+    text.resize(static_cast<size_t>(GetWindowTextW(m_find, text.data(), static_cast<int>(text.size()))));
+    const std::vector<CEOID> selected = Selected();
+    const CEOID focused = Focused();
+    m_rows.Find(text);
+    ShowRows(selected, focused);
+}
+
+// Bulk work of another program is over at its end, which is told too.
+void AddressWindow::OnContactsChanged(WPARAM code)
+{
+    if (code != kChangeWorkBegins)
+        Reload();
+}
+
+std::vector<CEOID> AddressWindow::Selected() const
+{
+    std::vector<CEOID> ids;
+    for (int row = -1; (row = ListView_GetNextItem(m_list, row, LVNI_SELECTED)) >= 0;)
+        ids.push_back(m_rows.IdAt(static_cast<size_t>(row)));
+    return ids;
+}
+
+CEOID AddressWindow::Focused() const
+{
+    const int row = ListView_GetNextItem(m_list, -1, LVNI_FOCUSED);
+    return row >= 0 ? m_rows.IdAt(static_cast<size_t>(row)) : 0;
+}
+
+void AddressWindow::Reload(CEOID current)
+{
+    std::vector<CEOID> selected = Selected();
+    if (current)
+        selected = {current};
+    const CEOID focused = current ? current : Focused();
+    m_rows.Load();
+    ShowRows(selected, focused);
+}
+
+// Of what was selected and is still shown everything stays selected; when nothing is, the first row becomes
+// the current one.
+void AddressWindow::ShowRows(const std::vector<CEOID>& selected, CEOID focused)
+{
+    SetRowState(-1, 0);
+    ListView_SetItemCountEx(m_list, static_cast<int>(m_rows.Count()), 0);
+    if (selected.size() > 1 && selected.size() >= m_rows.Count())
+        SetRowState(-1, LVIS_SELECTED);
+    else
+        for (const CEOID id : selected)
+            if (const int row = m_rows.RowOf(id); row >= 0)
+                SetRowState(row, LVIS_SELECTED);
+    const int row = std::max(m_rows.RowOf(focused), 0);
+    if (m_rows.Count()) {
+        const UINT selectedCount = ListView_GetSelectedCount(m_list);
+        SetRowState(row, selectedCount ? LVIS_FOCUSED : LVIS_FOCUSED | LVIS_SELECTED);
+        ListView_EnsureVisible(m_list, row, FALSE);
+    }
+    InvalidateRect(m_list, nullptr, FALSE);
+    ShowCount();
+}
+
+// No state at all takes the selection away.
+void AddressWindow::SetRowState(int row, UINT state)
+{
+    LVITEMW item{};
+    item.state = state;
+    item.stateMask = state ? state : LVIS_SELECTED | LVIS_FOCUSED;
+    SendMessageW(m_list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+}
+
+void AddressWindow::ShowCount()
+{
+    std::wstring text = CountText(m_rows.CountOfAll(), L"contact", L"contacts");
+    if (m_rows.Count() != m_rows.CountOfAll())
+        text = CountText(m_rows.Count(), L"of ", L"of ") + text;
+    SetWindowTextW(m_count, text.c_str());
+}
+
+void AddressWindow::EnableCommands()
+{
+    HMENU menu = GetMenu(m_window);
+    const auto enable = [menu](UINT id, bool enabled) {
+        EnableMenuItem(menu, id, enabled ? MF_ENABLED : MF_GRAYED);
+    };
+    enable(CMD_EDIT_CONTACT, Focused() != 0);
+    enable(CMD_DELETE_CONTACT, ListView_GetSelectedCount(m_list) > 0);
+    enable(CMD_SELECT_ALL, m_rows.Count() > 0);
+    enable(CMD_EXPORT_CARDS, m_rows.Count() > 0);
+}
+
+} // namespace addrbook

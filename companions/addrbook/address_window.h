@@ -1,0 +1,86 @@
+// The address book's main window: a menu, a box to find in, the list of contacts.
+#pragma once
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include <vector>
+
+#include "addrbook/contact.h"
+#include "addrbook/contact_rows.h"
+#include "mervane/db_contacts.h"
+#include "util/owners.h"
+
+namespace addrbook {
+
+constexpr const wchar_t* kAddressWindowClass = L"AddressBook";
+
+class AddressWindow {
+  public:
+    AddressWindow() : m_rows(m_contacts) {}
+    AddressWindow(const AddressWindow&) = delete;
+    AddressWindow& operator=(const AddressWindow&) = delete;
+    ~AddressWindow();
+
+    [[nodiscard]] static bool RegisterWindowClass(HINSTANCE instance);
+    // Opens the contacts and makes the window, which is not shown yet. False when either fails; a person has
+    // been told.
+    [[nodiscard]] bool Create(HINSTANCE instance);
+    HWND Handle() const { return m_window; }
+    // A message of the thread's queue before anything else sees it; true when it is used up.
+    bool TranslateKey(const MSG& message);
+
+    // What the commands do once a file is chosen.
+    void Import(const std::wstring& path);
+    void Export(const std::wstring& path);
+
+  private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    bool OnCreate();
+    void OnSize();
+    void OnCommand(int id, WORD notification);
+    LRESULT OnNotify(NMHDR* header);
+    LRESULT OnListNotify(NMHDR* header);
+    void OnDisplay(NMLVDISPINFOW* info);
+    void OnContactsChanged(WPARAM code);
+    void OnFindChanged();
+    void OnEscape();
+    void OnDestroy();
+    bool OnListKey(WPARAM key);
+
+    void NewContact();
+    void EditCurrent();
+    void DeleteSelected();
+    void AskImport();
+    void AskExport();
+
+    void MakeList();
+    HWND MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, DWORD exStyle, int id);
+    // Reads the contacts again; the one with the identifier becomes the current one, or when it is 0 what was
+    // selected stays.
+    void Reload(CEOID current = 0);
+    void ShowRows(const std::vector<CEOID>& selected, CEOID focused);
+    void SetRowState(int row, UINT state);
+    void ShowCount();
+    void EnableCommands();
+    std::vector<CEOID> Selected() const;
+    CEOID Focused() const;
+    bool Save(CEOID* id, const Contact& contact);
+
+    DbContacts m_contacts;
+    ContactRows m_rows;
+    HINSTANCE m_instance = nullptr;
+    HWND m_window = nullptr;
+    HWND m_find = nullptr;
+    HWND m_findLabel = nullptr;
+    HWND m_count = nullptr;
+    HWND m_list = nullptr;
+    HWND m_focus = nullptr; // which child had it when the window was last left
+    UniqueFont m_font;
+    int m_textHeight = 0;
+    UniqueIcon m_smallIcon;
+    UniqueIcon m_bigIcon;
+};
+
+} // namespace addrbook

@@ -1,0 +1,160 @@
+#include "addrbook/contact_dialog.h"
+
+#include <array>
+
+#include "addrbook/contact_names.h"
+#include "addrbook/contact_record.h"
+#include "addrbook/dialog_scroll.h"
+#include "addrbook/resource.h"
+#include "addrbook/vcard_contact.h"
+#include "ui/dialog.h"
+
+namespace addrbook {
+
+namespace {
+
+constexpr size_t kShownFields = kFieldCount - 1;
+static_assert(static_cast<size_t>(Field::Extra) == kShownFields);
+// In the order of Field.
+constexpr std::array<int, kShownFields> kControls = {
+    IDC_FILE_AS, IDC_FIRST_NAME, IDC_LAST_NAME, IDC_COMPANY,  IDC_JOB_TITLE,
+    IDC_EMAILS,  IDC_PHONES,     IDC_ADDRESS,   IDC_BIRTHDAY, IDC_NOTE};
+constexpr const wchar_t* kCaption = L"Address Book";
+
+std::wstring TextOf(HWND control)
+{
+    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(control)) + 1, L'\0');
+    text.resize(static_cast<size_t>(GetWindowTextW(control, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+// Blanks at the ends of a text say nothing.
+std::string Trimmed(std::string text)
+{
+    constexpr const char* kBlanks = " \t\n";
+    const size_t start = text.find_first_not_of(kBlanks);
+    if (start == std::string::npos)
+        return {};
+    return text.substr(start, text.find_last_not_of(kBlanks) + 1 - start);
+}
+
+class ContactDialog : public Dialog {
+  public:
+    ContactDialog(const Contact& contact, bool isNew, const std::function<bool(const Contact&)>& save)
+        : m_contact(contact), m_isNew(isNew), m_save(save)
+    {}
+
+    void OnOK() override;
+    void OnCancel() override;
+
+  protected:
+    bool OnInitDialog() override;
+    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+
+  private:
+    Contact Entered() const;
+    void FollowNames();
+    bool Save();
+
+    Contact m_contact;
+    bool m_isNew;
+    const std::function<bool(const Contact&)>& m_save;
+    DialogScroll m_scroll;
+    // As the controls show the fields: what a control does not show as it is must not change by being shown.
+    std::array<std::wstring, kShownFields> m_shown;
+    std::string m_ownFileAs; // what File As is of itself
+    bool m_filled = false;
+};
+
+bool ContactDialog::OnInitDialog()
+{
+    for (size_t i = 0; i < kShownFields; ++i) {
+        HWND control = GetItem(kControls[i]);
+        SendMessageW(control, EM_LIMITTEXT, 0, 0);
+        SetWindowTextW(control, ToWide(m_contact.texts[i]).c_str());
+        m_shown[i] = TextOf(control);
+    }
+    constexpr wchar_t kDateHint[] = L"YYYY-MM-DD";
+    SendMessageW(GetItem(IDC_BIRTHDAY), EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(kDateHint));
+    m_ownFileAs = FileAsOf(m_contact);
+    if (!m_isNew)
+        SetWindowTextW(GetWindow(), ToWide(m_contact[Field::FileAs]).c_str());
+    m_scroll.Fit(GetWindow());
+    m_filled = true;
+    return true;
+}
+
+// What was not touched stays as it is, to the byte.
+Contact ContactDialog::Entered() const
+{
+    Contact contact = m_contact;
+    for (size_t i = 0; i < kShownFields; ++i) {
+        const std::wstring text = TextOf(GetItem(kControls[i]));
+        if (text != m_shown[i])
+            contact.texts[i] = Trimmed(ToUtf8(text));
+    }
+    return contact;
+}
+
+// File As goes with the names until somebody chooses it.
+void ContactDialog::FollowNames()
+{
+    const Contact contact = Entered();
+    const std::string fileAs = FileAsOf(contact);
+    if (contact[Field::FileAs] == m_ownFileAs && fileAs != m_ownFileAs)
+        SetWindowTextW(GetItem(IDC_FILE_AS), ToWide(fileAs).c_str());
+    m_ownFileAs = fileAs;
+}
+
+bool ContactDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT*)
+{
+    if (message == WM_COMMAND && HIWORD(wParam) == EN_CHANGE && m_filled && LOWORD(wParam) != IDC_FILE_AS)
+        FollowNames();
+    return m_scroll.OnMessage(message, wParam, lParam);
+}
+
+bool ContactDialog::Save()
+{
+    Contact contact = Entered();
+    if (contact[Field::FileAs].empty())
+        contact[Field::FileAs] = FileAsOf(contact);
+    if (contact[Field::FileAs].empty()) {
+        MessageBoxW(GetWindow(), L"A contact needs a name, a company, an e-mail or a phone.", kCaption,
+                    MB_OK | MB_ICONINFORMATION);
+        SetFocus(GetItem(IDC_FIRST_NAME));
+        return false;
+    }
+    FollowEdit(m_contact, &contact);
+    if (m_save(contact))
+        return true;
+    MessageBoxW(GetWindow(), L"The contact cannot be saved.", kCaption, MB_OK | MB_ICONERROR);
+    return false;
+}
+
+void ContactDialog::OnOK()
+{
+    if (Save())
+        End(1);
+}
+
+void ContactDialog::OnCancel()
+{
+    const bool changed = Entered() != m_contact;
+    const int answer = changed ? MessageBoxW(GetWindow(), L"Save the changes to this contact?", kCaption,
+                                             MB_YESNOCANCEL | MB_ICONQUESTION)
+                               : IDNO;
+    if (answer == IDYES)
+        OnOK();
+    else if (answer == IDNO)
+        End(0);
+}
+
+} // namespace
+
+bool EditContact(HINSTANCE instance, HWND owner, const Contact& contact, bool isNew,
+                 const std::function<bool(const Contact&)>& save)
+{
+    return ContactDialog(contact, isNew, save).DoModal(instance, IDD_CONTACT, owner) == 1;
+}
+
+} // namespace addrbook

@@ -1,0 +1,71 @@
+#include "addrbook/contact_record.h"
+
+#include "mervane/text_codec.h"
+#include "util/owners.h"
+
+namespace addrbook {
+
+namespace {
+
+// In the order of Field.
+constexpr CEPROPID kProperties[kFieldCount] = {
+    kContactsKey,   kContactFirstName, kContactLastName, kContactCompany, kContactJobTitle, kContactEmails,
+    kContactPhones, kContactAddress,   kContactBirthday, kContactNote,    kContactExtra,
+};
+
+// The store's lines end with CR LF.
+void Widen(std::string_view text, std::wstring* wide)
+{
+    wide->resize(text.size());
+    wide->resize(mervane::DecodeText(text, wide->data()));
+    for (size_t end = 0; (end = wide->find(L'\n', end)) != std::wstring::npos; end += 2)
+        wide->insert(end, 1, L'\r');
+}
+
+} // namespace
+
+CEPROPID PropertyOf(Field field)
+{
+    return kProperties[static_cast<size_t>(field)];
+}
+
+std::wstring ToWide(std::string_view text)
+{
+    std::wstring wide;
+    Widen(text, &wide);
+    return wide;
+}
+
+std::string ToUtf8(std::wstring_view text)
+{
+    std::string narrow = mervane::EncodeText(text);
+    std::erase(narrow, '\r');
+    return narrow;
+}
+
+bool LoadContact(DbContacts& contacts, CEOID id, Contact* contact)
+{
+    const CeDBase::ReadScope scope(contacts);
+    WORD count = kFieldCount;
+    CEPROPVAL* read = nullptr;
+    if (!contacts.SeekRecord(id) || !contacts.ReadRecord(&count, kProperties, &read))
+        return false;
+    const LocalBlock<CEPROPVAL> block(read);
+    for (size_t i = 0; i < kFieldCount; ++i)
+        contact->texts[i] = read[i].wFlags & CEDB_PROPNOTFOUND ? std::string() : ToUtf8(read[i].val.lpwstr);
+    return true;
+}
+
+CEOID ContactSaver::Save(DbContacts& contacts, CEOID id, const Contact& contact)
+{
+    std::array<CEPROPVAL, kFieldCount> values{};
+    for (size_t i = 0; i < kFieldCount; ++i) {
+        Widen(contact.texts[i], &m_texts[i]);
+        values[i].propid = kProperties[i];
+        values[i].wFlags = m_texts[i].empty() ? CEDB_PROPDELETE : WORD{0};
+        values[i].val.lpwstr = m_texts[i].data();
+    }
+    return contacts.WriteRecord(id, kFieldCount, values.data());
+}
+
+} // namespace addrbook

@@ -1,0 +1,31 @@
+// A contact as a record of the store and back.
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "addrbook/contact.h"
+#include "mervane/db_contacts.h"
+
+namespace addrbook {
+
+CEPROPID PropertyOf(Field field);
+
+std::wstring ToWide(std::string_view text);
+std::string ToUtf8(std::wstring_view text);
+
+// Reads the record; false when it is gone.
+[[nodiscard]] bool LoadContact(DbContacts& contacts, CEOID id, Contact* contact);
+
+// Writes contacts one after the other; keeps its memory from one to the next.
+class ContactSaver {
+  public:
+    // Writes to the record id, or a new one when id is 0; what is empty is removed. The identifier written, 0
+    // on failure.
+    [[nodiscard]] CEOID Save(DbContacts& contacts, CEOID id, const Contact& contact);
+
+  private:
+    std::array<std::wstring, kFieldCount> m_texts;
+};
+
+} // namespace addrbook

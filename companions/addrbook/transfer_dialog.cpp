@@ -1,0 +1,87 @@
+#include "addrbook/transfer_dialog.h"
+
+#include <commctrl.h>
+
+#include "addrbook/resource.h"
+#include "ui/dialog.h"
+
+namespace addrbook {
+
+namespace {
+
+constexpr UINT_PTR kTimer = 1;
+constexpr unsigned kStepTime =
+    60; // milliseconds: long enough to get on, short enough for a button to feel alive
+
+class TransferDialog : public Dialog {
+  public:
+    TransferDialog(const wchar_t* title, Transfer& transfer) : m_title(title), m_transfer(transfer) {}
+
+    void OnOK() override { End(m_state == Transfer::State::Done ? 1 : 0); }
+    // At the end there is nothing left to cancel.
+    void OnCancel() override { OnOK(); }
+
+  protected:
+    bool OnInitDialog() override;
+    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+
+  private:
+    void Step();
+    void ShowEnd();
+
+    const wchar_t* m_title;
+    Transfer& m_transfer;
+    Transfer::State m_state = Transfer::State::Working;
+};
+
+bool TransferDialog::OnInitDialog()
+{
+    SetWindowTextW(GetWindow(), m_title);
+    SetWindowTextW(GetItem(IDC_TRANSFER_TEXT), L"Working...");
+    SendMessageW(GetItem(IDC_TRANSFER_BAR), PBM_SETRANGE32, 0, 1000);
+    CenterOnWorkArea();
+    SetTimer(GetWindow(), kTimer, USER_TIMER_MINIMUM, nullptr);
+    SetFocus(GetItem(IDCANCEL));
+    return false;
+}
+
+bool TransferDialog::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT*)
+{
+    if (message != WM_TIMER || wParam != kTimer)
+        return false;
+    if (m_state == Transfer::State::Working)
+        Step();
+    return true;
+}
+
+void TransferDialog::Step()
+{
+    m_state = m_transfer.Step(kStepTime);
+    SendMessageW(GetItem(IDC_TRANSFER_BAR), PBM_SETPOS, static_cast<WPARAM>(m_transfer.PerMille()), 0);
+    if (m_state != Transfer::State::Working)
+        ShowEnd();
+}
+
+void TransferDialog::ShowEnd()
+{
+    KillTimer(GetWindow(), kTimer);
+    SetWindowTextW(GetItem(IDC_TRANSFER_TEXT), m_transfer.Report().c_str());
+    // OK takes the place of Cancel, which has nothing left to do.
+    RECT place{};
+    GetWindowRect(GetItem(IDCANCEL), &place);
+    ScreenToClientRect(&place);
+    MoveWindow(place.left, place.top, place.right - place.left, place.bottom - place.top, true,
+               GetItem(IDOK));
+    EnableItem(IDOK, true);
+    SendMessageW(GetWindow(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetItem(IDOK)), TRUE);
+    HideItem(IDCANCEL);
+}
+
+} // namespace
+
+bool RunTransfer(HINSTANCE instance, HWND owner, const wchar_t* title, Transfer& transfer)
+{
+    return TransferDialog(title, transfer).DoModal(instance, IDD_TRANSFER, owner) == 1;
+}
+
+} // namespace addrbook

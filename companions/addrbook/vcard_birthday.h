@@ -1,0 +1,19 @@
+// A birthday as a vCard has it and as a person reads it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace addrbook {
+
+// A date in either of the two forms of ISO 8601 in the form without hyphens that version 4.0 asks for; what
+// stands behind it (a time) stays, and any other text is left as it is.
+std::string CompactDate(std::string_view value);
+
+// "19850415" as "1985-04-15", "--0415" as "--04-15"; a time is left out; any other text as it is.
+std::string ReadableDate(std::string_view value);
+
+// Whether the text is a date, in either form, and nothing else.
+bool IsDate(std::string_view text);
+
+} // namespace addrbook

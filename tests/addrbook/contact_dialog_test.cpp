@@ -1,0 +1,194 @@
+#include "addrbook/contact_dialog.h"
+
+#include <gtest/gtest.h>
+
+#include "addrbook/contact_record.h"
+#include "addrbook/resource.h"
+#include "cards.h"
+#include "support/test_windows.h"
+#include "ui/work_area.h"
+
+namespace addrbook {
+
+namespace {
+
+void Type(HWND dialog, int id, const wchar_t* text)
+{
+    SetDlgItemTextW(dialog, id, text);
+}
+
+std::wstring ItemText(HWND dialog, int id)
+{
+    return WindowText(GetDlgItem(dialog, id));
+}
+
+void Press(HWND dialog, int id)
+{
+    SendMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(id),
+                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
+}
+
+class ContactDialogTest : public testing::Test {
+  protected:
+    // What was saved, when something was.
+    bool Edit(const Contact& contact, std::function<void(HWND)> work, bool isNew = false)
+    {
+        const ModalDriver driver(std::move(work));
+        const bool saved = EditContact(GetModuleHandleW(nullptr), m_parent.Handle(), contact, isNew,
+                                       [this](const Contact& entered) {
+                                           m_saved = entered;
+                                           ++m_saves;
+                                           return m_maySave;
+                                       });
+        EXPECT_TRUE(driver.Ran());
+        return saved;
+    }
+
+    TestParent m_parent;
+    Contact m_saved;
+    int m_saves = 0;
+    bool m_maySave = true;
+};
+
+TEST_F(ContactDialogTest, MakesAContact)
+{
+    EXPECT_TRUE(Edit(
+        {},
+        [](HWND dialog) {
+            EXPECT_EQ(WindowText(dialog), L"New Contact");
+            Type(dialog, IDC_FIRST_NAME, L"J\u00FCrgen ");
+            Type(dialog, IDC_LAST_NAME, L"M\u00FCller");
+            EXPECT_EQ(ItemText(dialog, IDC_FILE_AS), L"M\u00FCller, J\u00FCrgen");
+            Type(dialog, IDC_PHONES, L"1 (work)\r\n2\r\n");
+            Type(dialog, IDC_BIRTHDAY, L"1985-04-15");
+            Press(dialog, IDOK);
+        },
+        true));
+    EXPECT_EQ(m_saved[Field::FirstName], "J\xC3\xBCrgen");
+    EXPECT_EQ(m_saved[Field::FileAs], "M\xC3\xBCller, J\xC3\xBCrgen");
+    EXPECT_EQ(m_saved[Field::Phones], "1 (work)\n2");
+    EXPECT_EQ(m_saved[Field::Birthday], "1985-04-15");
+}
+
+TEST_F(ContactDialogTest, ShowsAndKeepsEveryField)
+{
+    const Contact contact =
+        ContactOf("FN:Dr. Jane\nN:Doe;Jane;Q;;\nORG:Acme\nTITLE:Head\nEMAIL:j@d\nTEL;TYPE=cell:1\nTEL:2\n"
+                  "ADR:;;Elm;Town;;;\nBDAY:19850415\nNOTE:\\n a \\n\nX-A:b");
+    EXPECT_TRUE(Edit(contact, [](HWND dialog) {
+        EXPECT_EQ(WindowText(dialog), L"Doe, Jane");
+        EXPECT_EQ(ItemText(dialog, IDC_FILE_AS), L"Doe, Jane");
+        EXPECT_EQ(ItemText(dialog, IDC_FIRST_NAME), L"Jane");
+        EXPECT_EQ(ItemText(dialog, IDC_LAST_NAME), L"Doe");
+        EXPECT_EQ(ItemText(dialog, IDC_COMPANY), L"Acme");
+        EXPECT_EQ(ItemText(dialog, IDC_JOB_TITLE), L"Head");
+        EXPECT_EQ(ItemText(dialog, IDC_EMAILS), L"j@d");
+        EXPECT_EQ(ItemText(dialog, IDC_PHONES), L"1 (mobile)\r\n2");
+        EXPECT_EQ(ItemText(dialog, IDC_ADDRESS), L"Elm\r\nTown");
+        EXPECT_EQ(ItemText(dialog, IDC_BIRTHDAY), L"1985-04-15");
+        Press(dialog, IDOK);
+    }));
+    EXPECT_EQ(m_saved, contact) << "what nobody touched stays to the byte";
+}
+
+TEST_F(ContactDialogTest, FileAsFollowsTheNamesUntilItIsChosen)
+{
+    const Contact contact = ContactOf("FN:Jane Doe\nN:Doe;Jane;;;");
+    Edit(contact, [](HWND dialog) {
+        Type(dialog, IDC_LAST_NAME, L"Smith");
+        EXPECT_EQ(ItemText(dialog, IDC_FILE_AS), L"Smith, Jane");
+        Type(dialog, IDC_FILE_AS, L"Sister");
+        Type(dialog, IDC_LAST_NAME, L"Miller");
+        EXPECT_EQ(ItemText(dialog, IDC_FILE_AS), L"Sister");
+        Press(dialog, IDOK);
+    });
+    EXPECT_EQ(m_saved[Field::FileAs], "Sister");
+    EXPECT_EQ(m_saved[Field::LastName], "Miller");
+}
+
+TEST_F(ContactDialogTest, NeedsAName)
+{
+    const MessageBoxAnswerer answerer;
+    EXPECT_FALSE(Edit(
+        {},
+        [](HWND dialog) {
+            Type(dialog, IDC_NOTE, L"nobody");
+            Press(dialog, IDOK);
+            EXPECT_TRUE(IsWindowVisible(dialog));
+            Type(dialog, IDC_NOTE, L"");
+            Press(dialog, IDCANCEL);
+        },
+        true));
+    EXPECT_EQ(m_saves, 0);
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].text, L"A contact needs a name, a company, an e-mail or a phone.");
+}
+
+TEST_F(ContactDialogTest, StaysOpenWhenItCannotSave)
+{
+    const MessageBoxAnswerer answerer({IDOK, IDNO});
+    m_maySave = false;
+    EXPECT_FALSE(Edit(
+        {},
+        [](HWND dialog) {
+            Type(dialog, IDC_COMPANY, L"Acme");
+            Press(dialog, IDOK);
+            EXPECT_EQ(ItemText(dialog, IDC_COMPANY), L"Acme");
+            Press(dialog, IDCANCEL);
+        },
+        true));
+    EXPECT_EQ(m_saves, 1);
+    ASSERT_EQ(answerer.Boxes().size(), 2u);
+    EXPECT_EQ(answerer.Boxes()[0].text, L"The contact cannot be saved.");
+}
+
+TEST_F(ContactDialogTest, AsksBeforeChangesAreLost)
+{
+    const Contact contact = ContactOf("FN:Jane Doe\nN:Doe;Jane;;;");
+    const MessageBoxAnswerer answerer({IDCANCEL, IDYES});
+    EXPECT_TRUE(Edit(contact, [&](HWND dialog) {
+        Type(dialog, IDC_NOTE, L"new");
+        SendMessageW(dialog, WM_CLOSE, 0, 0);
+        EXPECT_EQ(m_saves, 0);
+        Press(dialog, IDCANCEL);
+    }));
+    EXPECT_EQ(m_saved[Field::Note], "new");
+    EXPECT_FALSE(Edit(contact, [](HWND dialog) { Press(dialog, IDCANCEL); }));
+    EXPECT_EQ(answerer.Boxes().size(), 2u) << "nothing was changed, nothing is asked";
+}
+
+// Each control that takes the focus can be seen then, whatever the screen.
+TEST(OnScreenContact, EverythingIsWithinReach)
+{
+    const TestParent parent;
+    const ModalDriver driver([](HWND dialog) {
+        RECT window{}, client{};
+        GetWindowRect(dialog, &window);
+        GetClientRect(dialog, &client);
+        const RECT area = WorkArea();
+        EXPECT_GE(window.left, area.left);
+        EXPECT_GE(window.top, area.top);
+        EXPECT_LE(window.right, area.right);
+        EXPECT_LE(window.bottom, area.bottom);
+        HWND control = nullptr;
+        int count = 0;
+        while ((control = GetNextDlgTabItem(dialog, control, FALSE)) != nullptr && count++ < 12) {
+            SendMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
+            RECT place{};
+            GetWindowRect(control, &place);
+            MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
+            EXPECT_GE(place.top, 0) << GetDlgCtrlID(control);
+            EXPECT_LE(place.bottom, client.bottom) << GetDlgCtrlID(control);
+            EXPECT_GE(place.left, 0) << GetDlgCtrlID(control);
+            EXPECT_LE(place.right, std::max(client.right, place.left + 1)) << GetDlgCtrlID(control);
+        }
+        EXPECT_EQ(count, 13);
+        EndDialog(dialog, 0);
+    });
+    EditContact(GetModuleHandleW(nullptr), parent.Handle(), {}, true, [](const Contact&) { return true; });
+    EXPECT_TRUE(driver.Ran());
+}
+
+} // namespace
+
+} // namespace addrbook

@@ -1,0 +1,150 @@
+#include "addrbook/contact_rows.h"
+
+#include <gtest/gtest.h>
+
+#include "addrbook/contact_record.h"
+#include "support/test_store.h"
+
+namespace addrbook {
+
+namespace {
+
+class Rows : public testing::Test {
+  protected:
+    void SetUp() override { ASSERT_EQ(m_contacts.Open(), 1); }
+    CEOID Add(const char* fileAs, Field field = Field::Note, const char* text = "")
+    {
+        Contact contact;
+        contact[Field::FileAs] = fileAs;
+        contact[field] = text;
+        return ContactSaver().Save(m_contacts, 0, contact);
+    }
+    std::vector<std::wstring> Names()
+    {
+        std::vector<std::wstring> names;
+        for (size_t row = 0; row < m_rows.Count(); ++row)
+            names.push_back(m_rows.Text(row, Column::FileAs));
+        return names;
+    }
+    std::vector<std::wstring> Found(const wchar_t* text)
+    {
+        m_rows.Find(text);
+        return Names();
+    }
+
+    TestStore m_store;
+    DbContacts m_contacts;
+    ContactRows m_rows{m_contacts};
+};
+
+using Texts = std::vector<std::wstring>;
+
+TEST_F(Rows, ComeByFileAsWithoutRegardToCase)
+{
+    Add("beta");
+    Add("\xC3\x84pfel");
+    Add("Alpha");
+    Add("Gamma");
+    m_rows.Load();
+    EXPECT_EQ(Names(), (Texts{L"Alpha", L"\u00C4pfel", L"beta", L"Gamma"}));
+    EXPECT_EQ(m_rows.CountOfAll(), 4u);
+}
+
+TEST_F(Rows, ShowTheFirstOfSeveral)
+{
+    Add("a", Field::Emails, "one@x (work)\ntwo@x");
+    Add("b", Field::Phones, "1\n2");
+    Add("c", Field::Company, "Acme");
+    m_rows.Load();
+    m_rows.Prepare(0, 2);
+    EXPECT_EQ(m_rows.Text(0, Column::Email), L"one@x (work)");
+    EXPECT_EQ(m_rows.Text(1, Column::Phone), L"1");
+    EXPECT_EQ(m_rows.Text(2, Column::Company), L"Acme");
+    EXPECT_EQ(m_rows.Text(2, Column::Email), L"");
+    EXPECT_EQ(m_rows.Text(3, Column::FileAs), L"");
+}
+
+TEST_F(Rows, AreFoundByAnyFieldAndInAnyCase)
+{
+    Add("Anna", Field::Company, "M\xC3\xBCller & Co");
+    Add("Bert", Field::Phones, "+49 30 1234");
+    Add("Carl", Field::Note, "met Anna at the lake");
+    m_rows.Load();
+    EXPECT_EQ(Found(L"anna"), (Texts{L"Anna", L"Carl"}));
+    EXPECT_EQ(Found(L"M\u00DCLLER"), Texts{L"Anna"});
+    EXPECT_EQ(Found(L"1234"), Texts{L"Bert"});
+    EXPECT_EQ(Found(L" lake  carl "), Texts{L"Carl"}) << "each word, in any order";
+    EXPECT_EQ(Found(L"nobody"), Texts());
+    EXPECT_EQ(m_rows.CountOfAll(), 3u);
+    EXPECT_EQ(Found(L"  ").size(), 3u);
+}
+
+TEST_F(Rows, FollowTheStoreWhenTheyAreLoadedAgain)
+{
+    const CEOID id = Add("Anna");
+    Add("Bert");
+    m_rows.Load();
+    EXPECT_EQ(Found(L"an"), Texts{L"Anna"});
+    ASSERT_EQ(m_contacts.DeleteRecord(id), 1);
+    Add("Antonia");
+    m_rows.Load();
+    EXPECT_EQ(Names(), Texts{L"Antonia"});
+    EXPECT_EQ(m_rows.RowOf(id), -1);
+    EXPECT_EQ(m_rows.RowOf(m_rows.IdAt(0)), 0);
+    EXPECT_EQ(m_rows.IdAt(1), 0u);
+}
+
+TEST_F(Rows, AreFoundByTheStartOfTheirName)
+{
+    for (const char* name : {"Anna", "Bert", "Bj\xC3\xB6rn", "Carl"})
+        Add(name);
+    m_rows.Load();
+    EXPECT_EQ(m_rows.FindName(L"b", 0), 1);
+    EXPECT_EQ(m_rows.FindName(L"b", 2), 2);
+    EXPECT_EQ(m_rows.FindName(L"b", 3), 1) << "from the top again";
+    EXPECT_EQ(m_rows.FindName(L"BJ\u00D6", 0), 2);
+    EXPECT_EQ(m_rows.FindName(L"x", 0), -1);
+}
+
+TEST_F(Rows, AreMoreThanARecordCountCanSay)
+{
+    {
+        CeDBase::BulkScope bulk(m_contacts);
+        ContactSaver saver;
+        Contact contact;
+        for (int i = 0; i < 66'000; ++i) {
+            contact[Field::FileAs] = "n" + std::to_string(i);
+            ASSERT_NE(saver.Save(m_contacts, 0, contact), 0u);
+        }
+        ASSERT_EQ(bulk.Commit(), 1);
+    }
+    m_rows.Load();
+    EXPECT_EQ(m_rows.Count(), 66'000u);
+    EXPECT_EQ(Found(L"n65999").size(), 1u);
+}
+
+TEST(ContactRecord, KeepsAContactToTheByte)
+{
+    const TestStore store;
+    DbContacts contacts;
+    ASSERT_EQ(contacts.Open(), 1);
+    Contact contact;
+    for (size_t i = 0; i < kFieldCount; ++i)
+        contact.texts[i] =
+            "line " + std::to_string(i) + "\n\xF0\x9F\x98\x80 \xCE\xB1\xC3\xBC\xE6\x97\xA5u\xCC\x88";
+    contact[Field::Address].clear();
+    const CEOID id = ContactSaver().Save(contacts, 0, contact);
+    ASSERT_NE(id, 0u);
+    Contact read;
+    ASSERT_TRUE(LoadContact(contacts, id, &read));
+    EXPECT_EQ(read, contact);
+    EXPECT_FALSE(LoadContact(contacts, id + 1, &read));
+    contact[Field::Note].clear();
+    ASSERT_EQ(ContactSaver().Save(contacts, id, contact), id);
+    ASSERT_TRUE(LoadContact(contacts, id, &read));
+    EXPECT_EQ(read[Field::Note], "");
+}
+
+} // namespace
+
+} // namespace addrbook

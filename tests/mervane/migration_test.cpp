@@ -1,0 +1,93 @@
+// Stores of older versions.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "mervane/store_header.h"
+#include "records.h"
+#include "support/test_store.h"
+
+namespace {
+
+std::string DumpOf(int version)
+{
+    std::ifstream file(std::string(SCHEMA_FOLDER) + "/schema_v" + std::to_string(version) + ".sql");
+    std::stringstream dump;
+    dump << file.rdbuf();
+    return dump.str();
+}
+
+constexpr const char* kAllColumns = "SELECT group_concat(sql || ';' || char(10), '') FROM (SELECT sql FROM "
+                                    "sqlite_schema WHERE name NOT LIKE 'sqlite_%' ORDER BY type DESC, name)";
+
+class Version1Store : public testing::Test {
+  protected:
+    void SetUp() override
+    {
+        ASSERT_FALSE(DumpOf(1).empty());
+        RawStore raw(m_store.Path());
+        ASSERT_TRUE(raw.Run(DumpOf(1)));
+        ASSERT_TRUE(
+            raw.Run("INSERT INTO journal(date, subject, contacts) VALUES(5, 'kept', x'0100000002000000');"
+                    "INSERT INTO categories(name, uses) VALUES('Work', 3);"
+                    "INSERT INTO contacts(oid, file_as, company) VALUES(2, 'Doe, Jane', 'Acme');"
+                    "PRAGMA application_id = 0x514A524E; PRAGMA user_version = 1001"));
+    }
+    void TearDown() override { SetFileAttributesW(m_store.Path().c_str(), FILE_ATTRIBUTE_NORMAL); }
+
+    TestStore m_store;
+};
+
+TEST_F(Version1Store, GetsTheNewestSchemaAndKeepsItsRecords)
+{
+    {
+        DbJournal journal;
+        ASSERT_EQ(journal.Open(nullptr), 1);
+        EXPECT_STREQ(journal.GetSubject(1), L"kept");
+        DbContacts contacts;
+        ASSERT_EQ(contacts.Open(), 1);
+        EXPECT_EQ(Received(contacts, 2).Text(kContactCompany), L"Acme");
+        EXPECT_EQ(Sent().Text(kContactPhones, L"1\r\n2").Write(contacts, 2), 2u);
+        EXPECT_EQ(JoinedNames(contacts, {1, 2}, L';'), L"Doe, Jane");
+    }
+    RawStore raw(m_store.Path());
+    EXPECT_EQ(raw.Integer("PRAGMA user_version"), mervane::kUserVersion);
+    EXPECT_EQ(raw.Text(kAllColumns), DumpOf(mervane::kSchemaVersion));
+    EXPECT_EQ(raw.Text("SELECT phones FROM contacts"), "1\r\n2");
+    EXPECT_EQ(raw.Integer("SELECT uses FROM categories"), 3);
+    EXPECT_EQ(raw.Text("PRAGMA integrity_check"), "ok");
+}
+
+TEST_F(Version1Store, ThatIsReadOnlyIsReadAndStaysAsItIs)
+{
+    ASSERT_TRUE(SetFileAttributesW(m_store.Path().c_str(), FILE_ATTRIBUTE_READONLY));
+    const std::string before = ReadFileBytes(m_store.Path());
+    {
+        DbJournal journal;
+        ASSERT_EQ(journal.Open(nullptr), 1);
+        EXPECT_STREQ(journal.GetSubject(1), L"kept");
+        DbContacts contacts;
+        ASSERT_EQ(contacts.Open(), 1);
+        const Received read(contacts, 2);
+        EXPECT_EQ(read.Ids(), (std::vector<CEPROPID>{kContactCompany, kContactsKey}));
+        EXPECT_EQ(read.Text(kContactsKey), L"Doe, Jane");
+        EXPECT_EQ(JoinedNames(contacts, {1, 2}, L';'), L"Doe, Jane");
+        EXPECT_EQ(Rows(contacts), std::vector<CEOID>{2});
+        EXPECT_EQ(AddContact(contacts, L"new"), 0u);
+    }
+    EXPECT_EQ(ReadFileBytes(m_store.Path()), before);
+}
+
+// What fails on the way leaves the store of its old version.
+TEST_F(Version1Store, IsNotMigratedHalfway)
+{
+    ASSERT_TRUE(RawStore(m_store.Path()).Run("ALTER TABLE contacts ADD COLUMN note TEXT"));
+    DbJournal journal;
+    EXPECT_EQ(journal.Open(nullptr), 0);
+    RawStore raw(m_store.Path());
+    EXPECT_EQ(raw.Integer("PRAGMA user_version"), 1001);
+    EXPECT_FALSE(raw.Run("SELECT first_name FROM contacts"));
+}
+
+} // namespace
