@@ -29,7 +29,7 @@ struct ColumnShape {
 };
 // In the order of Column.
 constexpr ColumnShape kColumns[kColumnCount] = {
-    {L"File As", 190}, {L"Company", 150}, {L"E-mail", 150}, {L"Phone", 110}};
+    {L"File As", 180}, {L"Company", 140}, {L"E-mail", 150}, {L"Phone", 132}};
 
 UniqueIcon LoadProgramIcon(HINSTANCE instance, int size)
 {
