@@ -142,8 +142,6 @@ std::string UpgradedValue(const VCard::Line& line, VCardVersion version, const O
 {
     if (old.encoding == Encoding::Base64)
         return DataAddress(line, old);
-    if (version == VCardVersion::V30 && old.encoding == Encoding::None && IsUtf8(line.value))
-        return std::string(line.value);
     std::string value = old.encoding == Encoding::QuotedPrintable ? DecodeQuotedPrintable(line.value)
                                                                   : std::string(line.value);
     value = ToUtf8(value, old.charset);
@@ -163,22 +161,24 @@ void DropValueType(std::string* parameters)
     *parameters = kept;
 }
 
-std::string Upgrade(const VCard::Line& line, VCardVersion version)
+void Upgrade(const VCard::Line& line, VCardVersion version, std::string* whole)
 {
     OldParameters old = ReadOldParameters(line.parameters);
     if (old.encoding == Encoding::Base64) {
         old.types.clear();
         DropValueType(&old.others);
     }
-    std::string value = UpgradedValue(line, version, old);
-    if (IsOneOf(line.name, {"BDAY", "ANNIVERSARY"}))
-        value = CompactDate(value);
-    std::string whole(line.group);
-    whole.append(line.group.empty() ? "" : ".").append(line.name);
+    whole->assign(line.group).append(line.group.empty() ? "" : ".").append(line.name);
     if (!old.types.empty())
-        whole.append(";TYPE=").append(old.types);
-    whole.append(old.isPreferred ? ";PREF=1" : "").append(old.others);
-    return whole.append(":").append(value);
+        whole->append(";TYPE=").append(old.types);
+    whole->append(old.isPreferred ? ";PREF=1" : "").append(old.others).append(":");
+    const bool isPlain = version == VCardVersion::V30 && old.encoding == Encoding::None && IsUtf8(line.value);
+    if (IsOneOf(line.name, {"BDAY", "ANNIVERSARY"}))
+        whole->append(CompactDate(isPlain ? std::string(line.value) : UpgradedValue(line, version, old)));
+    else if (isPlain)
+        whole->append(line.value);
+    else
+        whole->append(UpgradedValue(line, version, old));
 }
 
 bool HasItem(std::string_view list, std::string_view wanted)
@@ -216,7 +216,7 @@ bool IsCurrent(const VCard::Line& line, VCardVersion version, std::string* upgra
         isCurrent = isCurrent && line.value.find_first_of("\\,;") == std::string_view::npos;
     if (isCurrent)
         return true;
-    *upgraded = Upgrade(line, version);
+    Upgrade(line, version, upgraded);
     return *upgraded == line.whole;
 }
 
