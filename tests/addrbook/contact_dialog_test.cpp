@@ -162,6 +162,12 @@ TEST(OnScreenContact, EverythingIsWithinReach)
 {
     const TestParent parent;
     const ModalDriver driver([](HWND dialog) {
+        // A control is told of the focus only in a window that has the keyboard.
+        ShowWindow(dialog, SW_SHOW);
+        EXPECT_TRUE(PumpUntil([&] {
+            SetForegroundWindow(dialog);
+            return GetForegroundWindow() == dialog && IsChild(dialog, GetFocus());
+        }));
         RECT window{}, client{};
         GetWindowRect(dialog, &window);
         GetClientRect(dialog, &client);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/import_watch.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
 #include "ui/launch.h"
@@ -18,6 +19,7 @@ class Companions : public testing::TestWithParam<Failure> {};
 
 TEST_P(Companions, AMissingProgramIsToldInABox)
 {
+    const NothingStarts nothing;
     const MessageBoxAnswerer answerer({IDCANCEL});
     const TestParent owner;
     LaunchCompanionOf(GetParam().command, owner.Handle());

@@ -2,6 +2,7 @@
 
 #include "mervane/db_categories.h"
 #include "res/resource.h"
+#include "support/import_watch.h"
 
 namespace {
 
@@ -112,6 +113,7 @@ TEST_F(MainWindowTest, CutDeletesWithTheSameQuestion)
 
 TEST_F(MainWindowTest, TheFilterButtonsBodyStartsContacts)
 {
+    const NothingStarts nothing;
     Create();
     const MessageBoxAnswerer answerer({IDOK});
     Command(111);
@@ -121,6 +123,7 @@ TEST_F(MainWindowTest, TheFilterButtonsBodyStartsContacts)
 
 TEST_F(MainWindowTest, EachCommandStartsItsCompanion)
 {
+    const NothingStarts nothing;
     Create();
     const std::pair<UINT, const wchar_t*> titles[] = {
         {110, L"Calendar not found"},  {111, L"Addrbook not found"},     {112, L"Pmail.exe not found"},

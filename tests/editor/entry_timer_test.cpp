@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "editor_fixture.h"
-#include "import_watch.h"
+#include "support/import_watch.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "editor/quick_subjects.h"
 
 #include "editor_fixture.h"
-#include "import_watch.h"
+#include "support/import_watch.h"
 
 namespace {
 

@@ -96,14 +96,26 @@ TEST_F(OnScreen, AboutIsWholeAndClosesWithEnter)
 }
 
 // The body of the drop-down button is Contacts, whatever its picture says.
+// The address book lies beside the journal, as it does when both are built.
 TEST_F(OnScreen, TheFilterButtonsBodyStartsContacts)
 {
     ASSERT_NE(m_journal.Start(), nullptr);
     ASSERT_TRUE(Click(Buttons().BodyPoint(CMD_CONTACTS)));
+    HWND book = WaitForWindow([] { return FindWindowW(L"AddressBook", nullptr); });
+    ASSERT_NE(book, nullptr);
+    PostMessageW(book, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(WaitUntilGone(book));
+}
+
+// The box of a program that is missing, over the window in use.
+TEST_F(OnScreen, AMissingCompanionIsToldInABox)
+{
+    ASSERT_NE(m_journal.Start(), nullptr);
+    PostCommand(Window(), CMD_CALENDAR);
     const RemoteMessageBox box = WaitForMessageBox(m_journal.Id());
     ASSERT_TRUE(box);
-    EXPECT_EQ(box.Text(), L"Error starting Address Book");
-    EXPECT_EQ(box.Caption(), L"Addrbook not found");
+    EXPECT_EQ(box.Text(), L"Error starting Calendar");
+    EXPECT_EQ(box.Caption(), L"Calendar not found");
     EXPECT_TRUE(box.Offers(IDOK));
     EXPECT_TRUE(box.Offers(IDCANCEL));
     EXPECT_TRUE(box.Answer(IDCANCEL));

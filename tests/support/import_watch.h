@@ -8,6 +8,7 @@
 
 // The addresses under which the program finds the functions.
 extern "C" {
+extern decltype(&CreateProcessW) __imp_CreateProcessW;
 extern decltype(&SetTimer) __imp_SetTimer;
 extern decltype(&KillTimer) __imp_KillTimer;
 extern decltype(&RegSetValueExW) __imp_RegSetValueExW;
@@ -31,4 +32,17 @@ template <typename Function> class ImportWatch {
 
     Function* m_import;
     Function m_original;
+};
+
+// No program can be started, whatever lies beside this one.
+class NothingStarts {
+  private:
+    static BOOL WINAPI Refuse(LPCWSTR, LPWSTR, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL, DWORD,
+                              LPVOID, LPCWSTR, LPSTARTUPINFOW, LPPROCESS_INFORMATION)
+    {
+        SetLastError(ERROR_FILE_NOT_FOUND);
+        return FALSE;
+    }
+
+    const ImportWatch<decltype(&CreateProcessW)> m_watch{&__imp_CreateProcessW, Refuse};
 };
