@@ -49,6 +49,18 @@ class EntryEditorSubjectsTest : public EditorTest {
         entry.type = L"Note";
         return Write(entry);
     }
+    // A record with one property alone: "Note" or 0.
+    static CEOID WriteOnly(CEPROPID property)
+    {
+        std::wstring text = L"Note";
+        CEPROPVAL value{};
+        value.propid = property;
+        if (property == kPropBody || property == kPropType)
+            value.val.lpwstr = text.data();
+        const CEOID id = App().Journal().WriteRecord(0, 1, &value);
+        EXPECT_NE(id, 0u);
+        return id;
+    }
 };
 
 TEST_F(EntryEditorSubjectsTest, TheFirstItemOpensTheDialogAndTheBoxIsFilledAnew)
@@ -92,6 +104,24 @@ TEST_F(EntryEditorSubjectsTest, ANewEntrysTypedSubjectGivesWay)
     EXPECT_FALSE(Read(id).subject);
 }
 
+// Nothing has been loaded, and the box has "<Entry Subject>" until the user says otherwise.
+TEST_F(EntryEditorSubjectsTest, ANewEntrysSavedSubjectGivesWayToo)
+{
+    CEOID id = 0;
+    Run(&id, [&](EditorWindow& editor) {
+        editor.Enter(IDC_SUBJECT, L"Lunch");
+        editor.Command(CMD_SAVE);
+        ASSERT_NE(id, 0u);
+        ModifySubjects(editor);
+        EXPECT_EQ(editor.Text(IDC_SUBJECT), L"<Entry Subject>");
+        EXPECT_EQ(Items(editor).size(), 2u);
+        EXPECT_TRUE(editor.SaveEnabled());
+        EXPECT_EQ(Read(id).subject, L"Lunch") << "stored until the next save";
+        editor.Ok();
+    });
+    EXPECT_FALSE(Read(id).subject);
+}
+
 TEST_F(EntryEditorSubjectsTest, ARecordsSubjectComesBack)
 {
     CEOID id = WriteOne(L"Lunch");
@@ -116,6 +146,23 @@ TEST_F(EntryEditorSubjectsTest, ARecordsSubjectIsReadAfresh)
         EXPECT_EQ(editor.Text(IDC_SUBJECT), L"Dinner");
         EXPECT_EQ(Items(editor).size(), 3u);
     });
+}
+
+// The numbers of what was loaded decide, and those of the body and the sensitivity have the subject's bit.
+TEST_F(EntryEditorSubjectsTest, ASubjectThatARecordGotMeanwhileComesBackByWhatWasLoaded)
+{
+    const std::pair<CEPROPID, bool> loaded[] = {
+        {kPropBody, true}, {kPropSensitivity, true}, {kPropType, false}, {kPropPriority, false}};
+    for (const auto& [property, comesBack] : loaded) {
+        CEOID id = WriteOnly(property);
+        Run(&id, [&, subject = comesBack ? L"Dinner" : L"<Entry Subject>"](EditorWindow& editor) {
+            editor.Enter(IDC_SUBJECT, L"Dinner");
+            editor.Command(CMD_SAVE);
+            ASSERT_EQ(Read(id).subject, L"Dinner");
+            ModifySubjects(editor);
+            EXPECT_EQ(editor.Text(IDC_SUBJECT), subject) << PropertyNumber(property);
+        });
+    }
 }
 
 TEST_F(EntryEditorSubjectsTest, ARecordWithoutASubjectAddsNone)

@@ -3,9 +3,17 @@
 
 #include <functional>
 
+#include "store_trouble.h"
+#include "support/import_watch.h"
+
 namespace {
 
 constexpr UINT_PTR kTimer = 1;
+
+UINT_PTR WINAPI NoTimerLeft(HWND, UINT_PTR, UINT, TIMERPROC)
+{
+    return 0;
+}
 
 class EntryEditorTimerTest : public EditorTest {
   protected:
@@ -229,6 +237,43 @@ TEST_F(EntryEditorTimerTest, APressAfterASaveStopsTheTicks)
     });
 }
 
+TEST_F(EntryEditorTimerTest, AnOkThatFailsUnchecksTheButtonAndTheTicksGoOn)
+{
+    CEOID id = WriteOne();
+    Run(&id, [&](EditorWindow& editor) {
+        Press(editor);
+        Tick(editor);
+        {
+            const StoreTrouble trouble(m_store.Path());
+            editor.Ok();
+        }
+        EXPECT_FALSE(IsChecked(editor));
+        EXPECT_EQ(editor.BarText(CMD_TIMER), L"On");
+        Tick(editor, 2);
+        EXPECT_EQ(editor.Text(IDC_DURATION), L"13 minutes");
+        Press(editor);
+        EXPECT_EQ(editor.BarText(CMD_TIMER), L"Off");
+        editor.Ok();
+    });
+    EXPECT_EQ(Read(id).duration, Minutes(13));
+}
+
+TEST_F(EntryEditorTimerTest, WithoutATimerOfTheSystemTheButtonComesBack)
+{
+    RunNew([&](EditorWindow& editor) {
+        {
+            const ImportWatch<decltype(&SetTimer)> none(&__imp_SetTimer, NoTimerLeft);
+            Press(editor);
+        }
+        EXPECT_FALSE(IsChecked(editor));
+        EXPECT_EQ(editor.BarText(CMD_TIMER), L"Off");
+        EXPECT_EQ(LastTick(), TimeCount());
+        Press(editor);
+        EXPECT_TRUE(IsChecked(editor)) << "the next press tries again";
+        EXPECT_EQ(editor.BarText(CMD_TIMER), L"On");
+    });
+}
+
 TEST_F(EntryEditorTimerTest, CancelUnchecksTheButtonOnceTheUserAgrees)
 {
     const MessageBoxAnswerer boxes({IDNO, IDYES});
@@ -259,6 +304,18 @@ TEST_F(EntryEditorTimerTest, ATickThatAnEarlierEditorLeftIsNotTakenUp)
         EXPECT_EQ(editor.BarText(CMD_TIMER), L"Off");
         Tick(editor, 60);
         EXPECT_EQ(editor.Text(IDC_DURATION), L"0 minutes");
+    });
+}
+
+TEST_F(EntryEditorTimerTest, OpeningARecordClearsTheLastTickToo)
+{
+    CEOID id = WriteOne();
+    App().SetNumber(L"Settings", L"Tmrh", 5);
+    App().SetNumber(L"Settings", L"Tmrl", 6);
+    Run(&id, [](EditorWindow& editor) {
+        EXPECT_EQ(LastTick(), TimeCount());
+        EXPECT_EQ(editor.Text(IDC_DURATION), L"10 minutes");
+        EXPECT_FALSE(editor.SaveEnabled());
     });
 }
 

@@ -58,6 +58,18 @@ TEST_F(QuickSubjectsTest, WhatALongerListLeftStays)
     EXPECT_TRUE(ReadQuickSubjects(App()).empty());
 }
 
+TEST_F(QuickSubjectsTest, ALongSubjectIsStoredWhole)
+{
+    const std::wstring longest(240, L'x');
+    StoreQuickSubjects(&App(), {longest});
+    wchar_t text[300] = L"";
+    DWORD bytes = sizeof text;
+    EXPECT_EQ(RegGetValueW(HKEY_CURRENT_USER, L"Software\\Quillmarsh\\Journal\\Options", L"subj0",
+                           RRF_RT_REG_SZ, nullptr, text, &bytes),
+              ERROR_SUCCESS);
+    EXPECT_EQ(text, longest);
+}
+
 TEST_F(QuickSubjectsTest, ManyComeBackInTheirOrder)
 {
     Texts subjects;
