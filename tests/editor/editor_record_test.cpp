@@ -245,6 +245,22 @@ TEST_F(EditorRecordTest, UseCountsFollowWhatWasAddedAndReleased)
     EXPECT_EQ(Uses(released), 1);
 }
 
+TEST_F(EditorRecordTest, AReleasedCategoryIsNotCountedUpWhateverElseItIs)
+{
+    const CEOID home = Category(L"Home");
+    DbCategories categories;
+    ASSERT_TRUE(categories.Open());
+    categories.IncUse(home);
+    CEOID id = Write(Entry());
+    EditorRecord record(App().Journal(), &id);
+    record.OpenStores(nullptr);
+    record.Categories().Push({home, 0x1011});
+    EntryToWrite entry = Entry();
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+    EXPECT_EQ(Uses(home), 0);
+    EXPECT_FALSE(Read(id).categories);
+}
+
 TEST_F(EditorRecordTest, ReleasingTheLastCategoryDeletesTheProperty)
 {
     const CEOID only = Category(L"Only");

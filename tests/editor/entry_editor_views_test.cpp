@@ -2,6 +2,8 @@
 #include "assign_fixture.h"
 
 #include "editor/entry_editor_dialog.h"
+#include "mervane/store_path.h"
+#include "store_trouble.h"
 #include "ui/scale.h"
 #include "ui/work_area.h"
 
@@ -322,6 +324,30 @@ TEST_F(EntryEditorViewsTest, WhatAnotherProgramChangesShowsInTheLists)
         TellOfChange(editor, kChangeWorkEnded);
         EXPECT_EQ(Contacts(editor).Count(), 2);
         ExpectView(editor, 1055);
+    });
+}
+
+// Another program writes to a table of that number and tells of it.
+void WriteElsewhere(const std::wstring& path, const char* sql, WPARAM table)
+{
+    sqlite3* store = nullptr;
+    EXPECT_EQ(sqlite3_open16(path.c_str(), &store), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(store, sql, nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(store);
+    HWND hub = FindWindowExW(HWND_MESSAGE, nullptr, L"MervaneStore", mervane::PathKey(path).c_str());
+    EXPECT_NE(hub, nullptr);
+    PostMessageW(hub, RegisterWindowMessageW(L"MervaneStoreChange"), kChangeCreated | table << 8, 7);
+}
+
+TEST_F(EntryEditorViewsTest, TheStoreTellsTheEditorOfBoth)
+{
+    RunNewIn(1051, [&](EditorWindow& editor) {
+        WriteElsewhere(m_store.Path(), "INSERT INTO categories(name) VALUES('Added')", 1);
+        EXPECT_TRUE(PumpUntil([&] { return Categories(editor).Count() == 2; }));
+        editor.Command(1055);
+        WriteElsewhere(m_store.Path(), "INSERT INTO contacts(file_as) VALUES('Bo')", 2);
+        EXPECT_TRUE(PumpUntil([&] { return Contacts(editor).Count() == 2; }));
+        EXPECT_FALSE(editor.SaveEnabled());
     });
 }
 
