@@ -374,6 +374,52 @@ TEST_F(EntryEditorViewsTest, TheFirstContactAndTheLastOneMakeTheListAnew)
     });
 }
 
+// No list view is made while this lives.
+class RefusedLists {
+  public:
+    RefusedLists() : m_hook(SetWindowsHookExW(WH_CBT, Refuse, nullptr, GetCurrentThreadId()))
+    {
+        EXPECT_NE(m_hook, nullptr);
+    }
+    ~RefusedLists() { UnhookWindowsHookEx(m_hook); }
+    RefusedLists(const RefusedLists&) = delete;
+    RefusedLists& operator=(const RefusedLists&) = delete;
+
+  private:
+    static LRESULT CALLBACK Refuse(int code, WPARAM window, LPARAM)
+    {
+        wchar_t name[64] = L"";
+        if (code == HCBT_CREATEWND)
+            GetClassNameW(reinterpret_cast<HWND>(window), name, static_cast<int>(std::size(name)));
+        return lstrcmpiW(name, WC_LISTVIEWW) == 0;
+    }
+
+    HHOOK m_hook;
+};
+
+TEST_F(EntryEditorViewsTest, AViewWhoseListCannotBeMadeIsNotSwitchedTo)
+{
+    RunNew([&](EditorWindow& editor) {
+        {
+            const RefusedLists refused;
+            for (const int command : {1051, 1055}) {
+                editor.Command(command);
+                ExpectView(editor, 1052);
+            }
+        }
+        editor.Command(1055);
+        ExpectView(editor, 1055);
+        const RefusedLists refused;
+        editor.Command(1051);
+        ExpectView(editor, 1055);
+        DbContacts contacts;
+        ASSERT_TRUE(contacts.Open());
+        ASSERT_TRUE(contacts.DeleteRecord(m_ann));
+        TellOfChange(editor, kChangeDeleted);
+        ExpectView(editor, 1052);
+    });
+}
+
 // The editor with its input panel's hook seen.
 class PanelEditor : public EntryEditor {
   public:
