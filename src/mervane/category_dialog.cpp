@@ -268,8 +268,7 @@ void CategoryDialog::OnOK()
     if (m_draft.Save(m_categories))
         return End(1);
     Ask(L"The categories could not be stored. Another program may be writing, or have given one of these "
-        L"names to a "
-        L"category of its own.",
+        L"names to a category of its own.",
         MB_OK | MB_ICONEXCLAMATION);
 }
 

@@ -31,7 +31,6 @@ class ContactList {
         std::wstring company;
     };
 
-    bool IsOwn(HWND list) const;
     int RowCount() const { return static_cast<int>(m_rows.size()); }
     void ReadRows();
     // From this row to that one, in one read; what was held before is forgotten.

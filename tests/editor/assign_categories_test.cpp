@@ -54,6 +54,24 @@ TEST_F(AssignCategoriesTest, AllThatAreNotHiddenHaveABoxAndTheEntrysOnesAreCheck
     });
 }
 
+TEST_F(AssignCategoriesTest, AHiddenOneStaysNamedAndADeletedOneUnnamedInTheRecord)
+{
+    const CEOID home = AddCategory(L"Home");
+    const CEOID secret = AddCategory(L"Secret", 1);
+    const CEOID gone = AddCategory(L"Gone");
+    HideCategory(secret);
+    DeleteCategory(gone);
+    CEOID id = AddEntry({gone, secret, home});
+    RunIn(&id, 1051, [](EditorWindow& editor) {
+        EXPECT_EQ(Categories(editor).Count(), 1);
+        EXPECT_EQ(Line(editor), L"Home, Secret");
+        editor.Enter(IDC_SUBJECT, L"Dinner");
+        editor.Ok();
+    });
+    EXPECT_EQ(Read(id).categories, Ids({home, secret, gone}));
+    EXPECT_EQ(Uses(secret), 1);
+}
+
 TEST_F(AssignCategoriesTest, AnUncheckedOneStaysUncheckedInTheNextLook)
 {
     const CEOID home = AddCategory(L"Home");
@@ -275,6 +293,24 @@ TEST_F(AssignCategoriesTest, ANewEntrysCategoriesOutlastTheSecondWriteOfOk)
     EXPECT_EQ(Uses(home), 1);
 }
 
+TEST_F(AssignCategoriesTest, ASecondSaveKnowsOnlyWhatWasCheckedSince)
+{
+    const CEOID home = AddCategory(L"Home");
+    const CEOID garden = AddCategory(L"Garden");
+    CEOID id = AddEntry({});
+    RunIn(&id, 1051, [&](EditorWindow& editor) {
+        Categories(editor).Check(L"Home", true);
+        editor.Command(CMD_SAVE);
+        EXPECT_EQ(Uses(home), 1);
+        Categories(editor).Check(L"Garden", true);
+        EXPECT_EQ(Line(editor), L"Garden");
+        editor.Ok();
+    });
+    EXPECT_EQ(Read(id).categories, Ids({garden}));
+    EXPECT_EQ(Uses(home), 1);
+    EXPECT_EQ(Uses(garden), 1);
+}
+
 TEST_F(AssignCategoriesTest, AFailedSaveKeepsTheListAndTheAssignment)
 {
     const CEOID home = AddCategory(L"Home");
@@ -322,6 +358,18 @@ TEST_F(AssignCategoriesTest, WithoutTheLineCategoriesAreAssignedAllTheSame)
     EXPECT_EQ(Read(id).categories, Ids({home}));
 }
 
+TEST_F(AssignCategoriesTest, ALineThatASettingsChangeBringsInNamesThem)
+{
+    App().SetNumber(kOptions, L"DispCats", 0);
+    CEOID id = AddEntry({AddCategory(L"Home")});
+    Run(&id, [](EditorWindow& editor) {
+        App().SetNumber(kOptions, L"DispCats", 1);
+        SendMessageW(editor.Window(), WM_SETTINGCHANGE, 0, 0);
+        EXPECT_EQ(Line(editor), L"Home");
+        EXPECT_FALSE(editor.SaveEnabled());
+    });
+}
+
 TEST_F(AssignCategoriesTest, SixLongNamesEndAtTheLinesWidthInCharacters)
 {
     for (const wchar_t* name :
@@ -359,6 +407,18 @@ TEST_F(AssignCategoriesTest, ADoubleTapOpensTheCategories)
         EXPECT_EQ(list.Box(0), 1);
         EXPECT_EQ(list.ExtendedStyle(), static_cast<DWORD>(LVS_EX_CHECKBOXES));
         EXPECT_FALSE(editor.SaveEnabled());
+    });
+}
+
+TEST_F(AssignCategoriesTest, ADoubleTapOnACategoryOpensThemAndTogglesItOnce)
+{
+    AddCategory(L"Garden");
+    AddCategory(L"Home");
+    RunNewIn(1051, [&](EditorWindow& editor) {
+        WhileEditingCategories([&] { Categories(editor).DoubleClick(1); }, [] {});
+        EXPECT_TRUE(PumpUntil([&] { return Categories(editor).IsChecked(L"Home"); }));
+        EXPECT_FALSE(Categories(editor).IsChecked(L"Garden"));
+        EXPECT_EQ(Line(editor), L"Home");
     });
 }
 

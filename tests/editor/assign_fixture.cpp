@@ -114,6 +114,9 @@ void AssignTest::WhileEditingCategories(const std::function<void()>& trigger,
                                         const std::function<void()>& edit)
 {
     ModalDriver driver([&](HWND dialog) {
+        HWND editor = GetWindow(dialog, GW_OWNER);
+        EXPECT_NE(GetDlgItem(editor, IDC_EDITOR_BAR), nullptr) << "over the editor";
+        EXPECT_FALSE(IsWindowEnabled(editor));
         edit();
         SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
         if (IsWindowVisible(dialog))

@@ -245,6 +245,22 @@ TEST_F(EditorRecordTest, UseCountsFollowWhatWasAddedAndReleased)
     EXPECT_EQ(Uses(released), 1);
 }
 
+TEST_F(EditorRecordTest, AReleasedCategoryIsNotCountedUpWhateverElseItIs)
+{
+    const CEOID home = Category(L"Home");
+    DbCategories categories;
+    ASSERT_TRUE(categories.Open());
+    categories.IncUse(home);
+    CEOID id = Write(Entry());
+    EditorRecord record(App().Journal(), &id);
+    record.OpenStores(nullptr);
+    record.Categories().Push({home, 0x1011});
+    EntryToWrite entry = Entry();
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+    EXPECT_EQ(Uses(home), 0);
+    EXPECT_FALSE(Read(id).categories);
+}
+
 TEST_F(EditorRecordTest, ReleasingTheLastCategoryDeletesTheProperty)
 {
     const CEOID only = Category(L"Only");
@@ -327,6 +343,30 @@ TEST_F(EditorRecordTest, AFailedWriteChangesNothing)
     EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
     EXPECT_EQ(Read(id).subject, L"Other");
     EXPECT_EQ(Read(id).categories, Ids({work}));
+    EXPECT_EQ(Uses(home), 0);
+    EXPECT_EQ(Uses(work), 1);
+}
+
+TEST_F(EditorRecordTest, UsesChangeOnlyTogetherWithTheRecord)
+{
+    const CEOID home = Category(L"Home");
+    const CEOID work = Category(L"Work");
+    CEOID id = WriteWith(kPropCategories, Ids({home}));
+    EditorRecord record(App().Journal(), &id);
+    record.OpenStores(nullptr);
+    record.CategoryStore().IncUse(home);
+    JournalEntry loaded;
+    ASSERT_TRUE(record.Load(&loaded));
+    record.Categories().Find(home)->flags = 0x0011;
+    record.Categories().Push({work, 0x1101});
+    ASSERT_TRUE(Change("ALTER TABLE journal RENAME COLUMN sensitivity TO hidden"));
+    EntryToWrite entry = Entry(L"Other");
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Failed);
+    EXPECT_EQ(Uses(home), 1);
+    EXPECT_EQ(Uses(work), 0);
+    ASSERT_TRUE(Change("ALTER TABLE journal RENAME COLUMN hidden TO sensitivity"));
+    entry = Entry(L"Other");
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
     EXPECT_EQ(Uses(home), 0);
     EXPECT_EQ(Uses(work), 1);
 }

@@ -2,6 +2,8 @@
 #include "assign_fixture.h"
 
 #include "editor/entry_editor_dialog.h"
+#include "mervane/store_path.h"
+#include "store_trouble.h"
 #include "ui/scale.h"
 #include "ui/work_area.h"
 
@@ -325,6 +327,30 @@ TEST_F(EntryEditorViewsTest, WhatAnotherProgramChangesShowsInTheLists)
     });
 }
 
+// Another program writes to a table of that number and tells of it.
+void WriteElsewhere(const std::wstring& path, const char* sql, WPARAM table)
+{
+    sqlite3* store = nullptr;
+    EXPECT_EQ(sqlite3_open16(path.c_str(), &store), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(store, sql, nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(store);
+    HWND hub = FindWindowExW(HWND_MESSAGE, nullptr, L"MervaneStore", mervane::PathKey(path).c_str());
+    EXPECT_NE(hub, nullptr);
+    PostMessageW(hub, RegisterWindowMessageW(L"MervaneStoreChange"), kChangeCreated | table << 8, 7);
+}
+
+TEST_F(EntryEditorViewsTest, TheStoreTellsTheEditorOfBoth)
+{
+    RunNewIn(1051, [&](EditorWindow& editor) {
+        WriteElsewhere(m_store.Path(), "INSERT INTO categories(name) VALUES('Added')", 1);
+        EXPECT_TRUE(PumpUntil([&] { return Categories(editor).Count() == 2; }));
+        editor.Command(1055);
+        WriteElsewhere(m_store.Path(), "INSERT INTO contacts(file_as) VALUES('Bo')", 2);
+        EXPECT_TRUE(PumpUntil([&] { return Contacts(editor).Count() == 2; }));
+        EXPECT_FALSE(editor.SaveEnabled());
+    });
+}
+
 TEST_F(EntryEditorViewsTest, TheFirstContactAndTheLastOneMakeTheListAnew)
 {
     RunNewIn(1055, [&](EditorWindow& editor) {
@@ -345,6 +371,52 @@ TEST_F(EntryEditorViewsTest, TheFirstContactAndTheLastOneMakeTheListAnew)
         ExpectSameRect(editor.Rect(IDC_CONTACT_LIST), place);
         ExpectView(editor, 1055);
         EXPECT_FALSE(editor.SaveEnabled());
+    });
+}
+
+// No list view is made while this lives.
+class RefusedLists {
+  public:
+    RefusedLists() : m_hook(SetWindowsHookExW(WH_CBT, Refuse, nullptr, GetCurrentThreadId()))
+    {
+        EXPECT_NE(m_hook, nullptr);
+    }
+    ~RefusedLists() { UnhookWindowsHookEx(m_hook); }
+    RefusedLists(const RefusedLists&) = delete;
+    RefusedLists& operator=(const RefusedLists&) = delete;
+
+  private:
+    static LRESULT CALLBACK Refuse(int code, WPARAM window, LPARAM)
+    {
+        wchar_t name[64] = L"";
+        if (code == HCBT_CREATEWND)
+            GetClassNameW(reinterpret_cast<HWND>(window), name, static_cast<int>(std::size(name)));
+        return lstrcmpiW(name, WC_LISTVIEWW) == 0;
+    }
+
+    HHOOK m_hook;
+};
+
+TEST_F(EntryEditorViewsTest, AViewWhoseListCannotBeMadeIsNotSwitchedTo)
+{
+    RunNew([&](EditorWindow& editor) {
+        {
+            const RefusedLists refused;
+            for (const int command : {1051, 1055}) {
+                editor.Command(command);
+                ExpectView(editor, 1052);
+            }
+        }
+        editor.Command(1055);
+        ExpectView(editor, 1055);
+        const RefusedLists refused;
+        editor.Command(1051);
+        ExpectView(editor, 1055);
+        DbContacts contacts;
+        ASSERT_TRUE(contacts.Open());
+        ASSERT_TRUE(contacts.DeleteRecord(m_ann));
+        TellOfChange(editor, kChangeDeleted);
+        ExpectView(editor, 1052);
     });
 }
 

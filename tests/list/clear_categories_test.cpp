@@ -120,6 +120,19 @@ TEST_F(ClearedCategories, AreGoneFromTheListToo)
     EXPECT_EQ(Selected(), List{m_assigned[3]});
 }
 
+// Entries that are copied or deleted: only the editor's save counts.
+TEST_F(ClearedCategories, AreCountedAsBeforeAfterAPasteAndADeletion)
+{
+    App().SetNumber(kOptions, L"ConfirmDelete", 0);
+    m_list.SelectRecord(m_assigned[0]);
+    PasteEntries(m_list);
+    ASSERT_EQ(RowCount(), 22);
+    EXPECT_EQ(Uses(m_names[0]), 1);
+    DeleteEntries(m_list);
+    ASSERT_EQ(RowCount(), 21);
+    EXPECT_EQ(Uses(m_names[0]), 1);
+}
+
 TEST_F(EntryListTest, ClearingTheCategoriesOfAnEmptyJournalDoesNothing)
 {
     CreateList();

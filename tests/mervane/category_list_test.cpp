@@ -78,6 +78,7 @@ TEST_F(CategoryList, IsAChildWithCheckBoxes)
     const auto style = static_cast<DWORD>(GetWindowLongPtrW(list, GWL_STYLE));
     EXPECT_EQ(style & (WS_CHILD | WS_VISIBLE | WS_TABSTOP), DWORD{WS_CHILD | WS_VISIBLE | WS_TABSTOP});
     EXPECT_EQ(style & LVS_TYPEMASK, DWORD{LVS_LIST});
+    EXPECT_TRUE(style & LVS_SINGLESEL);
     EXPECT_TRUE(GetWindowLongPtrW(list, GWL_EXSTYLE) & WS_EX_CLIENTEDGE);
     EXPECT_EQ(ListView_GetExtendedListViewStyle(list), DWORD{LVS_EX_CHECKBOXES});
     EXPECT_EQ(ListView_GetItemCount(list), 0);

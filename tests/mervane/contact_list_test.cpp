@@ -220,6 +220,14 @@ TEST_F(ContactList, ABoxIsTurnedBySpace)
     EXPECT_EQ(m_contacts.Assigned(), (std::vector<CEOID>{a}));
     for (const int key : {VK_RETURN, VK_DELETE, VK_F2, VK_END, VK_TAB})
         Press(key);
+    for (const int held : {VK_CONTROL, VK_MENU}) {
+        BYTE keys[256]{};
+        keys[held] = 0x80;
+        SetKeyboardState(keys);
+        Press(VK_SPACE);
+        keys[held] = 0;
+        SetKeyboardState(keys);
+    }
     EXPECT_EQ(m_changes.size(), 3u);
 }
 
