@@ -228,7 +228,10 @@ LRESULT AddressWindow::OnListNotify(NMHDR* header)
         return isText ? m_rows.FindName(find->lvfi.psz, static_cast<size_t>(std::max(find->iStart, 0))) : -1;
     }
     case NM_DBLCLK: EditCurrent(); return 0;
-    case LVN_KEYDOWN: return OnListKey(reinterpret_cast<NMLVKEYDOWN*>(header)->wVKey);
+    case LVN_KEYDOWN:
+        if (reinterpret_cast<NMLVKEYDOWN*>(header)->wVKey == VK_DELETE)
+            DeleteSelected();
+        return 0;
     default: return 0;
     }
 }
@@ -242,13 +245,6 @@ void AddressWindow::OnDisplay(NMLVDISPINFOW* info)
     const std::wstring& text =
         m_rows.Text(static_cast<size_t>(item.iItem), static_cast<Column>(item.iSubItem));
     lstrcpynW(item.pszText, text.c_str(), item.cchTextMax);
-}
-
-bool AddressWindow::OnListKey(WPARAM key)
-{
-    if (key == VK_DELETE)
-        DeleteSelected();
-    return false;
 }
 
 // In the box the arrows move in the list, so that what was found is opened without leaving it.

@@ -47,7 +47,6 @@ class AddressWindow {
     void OnFindChanged();
     void OnEscape();
     void OnDestroy();
-    bool OnListKey(WPARAM key);
 
     void NewContact();
     void EditCurrent();
