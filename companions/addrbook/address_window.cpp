@@ -78,7 +78,7 @@ AddressWindow::~AddressWindow()
 bool AddressWindow::RegisterWindowClass(HINSTANCE instance)
 {
     WNDCLASSW windowClass{};
-    windowClass.lpfnWndProc = Procedure;
+    windowClass.lpfnWndProc = WindowProcedure<AddressWindow>::Run;
     windowClass.hInstance = instance;
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
@@ -101,24 +101,6 @@ bool AddressWindow::Create(HINSTANCE instance)
     }
     MessageBoxW(nullptr, L"The contacts cannot be opened.", kTitle, MB_OK | MB_ICONERROR);
     return false;
-}
-
-LRESULT CALLBACK AddressWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    if (message == WM_NCCREATE) {
-        auto* created = static_cast<AddressWindow*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
-        created->m_window = window;
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
-    }
-    auto* self = reinterpret_cast<AddressWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (!self)
-        return DefWindowProcW(window, message, wParam, lParam);
-    const LRESULT result = self->OnMessage(message, wParam, lParam);
-    if (message == WM_NCDESTROY) {
-        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-        self->m_window = nullptr;
-    }
-    return result;
 }
 
 LRESULT AddressWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)

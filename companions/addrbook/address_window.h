@@ -9,6 +9,7 @@
 #include "addrbook/contact.h"
 #include "addrbook/contact_rows.h"
 #include "mervane/db_contacts.h"
+#include "ui/window_procedure.h"
 #include "util/owners.h"
 
 namespace addrbook {
@@ -35,7 +36,7 @@ class AddressWindow {
     void Export(const std::wstring& path);
 
   private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    friend class WindowProcedure<AddressWindow>;
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     bool OnCreate();
     void OnSize();

@@ -7,6 +7,7 @@
 #include "app/main_bands.h"
 #include "list/column_set.h"
 #include "list/entry_list.h"
+#include "ui/window_procedure.h"
 
 constexpr const wchar_t* kMainWindowClass = L"Journal";
 constexpr const wchar_t* kMainWindowTitle = L"Kelvra Journal";
@@ -40,7 +41,7 @@ class MainWindow {
     void ShowAbout();
 
   private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    friend class WindowProcedure<MainWindow>;
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
     LRESULT OnCreate();

@@ -1,0 +1,27 @@
+// The procedure of a window class whose windows are objects.
+#pragma once
+
+#include <windows.h>
+
+// The creation parameter is the object. It has a member m_window, which this sets and clears, and OnMessage,
+// which gets all that comes from WM_NCCREATE on; it makes this class its friend.
+template <typename Window> class WindowProcedure {
+  public:
+    static LRESULT CALLBACK Run(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+    {
+        if (message == WM_NCCREATE) {
+            auto* created = static_cast<Window*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
+            created->m_window = window;
+            SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
+        }
+        auto* self = reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        if (!self)
+            return DefWindowProcW(window, message, wParam, lParam);
+        const LRESULT result = self->OnMessage(message, wParam, lParam);
+        if (message == WM_NCDESTROY) {
+            SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+            self->m_window = nullptr;
+        }
+        return result;
+    }
+};
