@@ -40,6 +40,10 @@ void RunSubjects(MainWindow& window, UINT)
 {
     RunQuickSubjects(window.Handle());
 }
+void RunCustomizeColumns(MainWindow& window, UINT)
+{
+    CustomizeListColumns(window.Handle(), window.List());
+}
 void RunClearCategories(MainWindow& window, UINT)
 {
     ClearCategories(window.List());
@@ -80,7 +84,7 @@ constexpr Command kCommands[] = {
     {CMD_CLEAR_FILTER, nullptr},
     {CMD_EXPORT, nullptr},
     {CMD_NOTHING, RunNothing},
-    {CMD_CUSTOMIZE_COLUMNS, nullptr},
+    {CMD_CUSTOMIZE_COLUMNS, RunCustomizeColumns},
     {CMD_MY_HANDHELD, RunCompanion},
     {CMD_HELP_CONTENTS, RunHelp},
     {CMD_QUIT, RunQuit},

@@ -3,6 +3,7 @@
 #include "app/journal_app.h"
 #include "editor/editor_settings.h"
 #include "editor/entry_editor.h"
+#include "list/columns_dialog.h"
 #include "list/entry_list.h"
 #include "mervane/db_categories.h"
 #include "mervane/z_cats_dlg.h"
@@ -115,6 +116,16 @@ void EditCategories(HWND owner, EntryList& list)
 {
     if (ZCatsDlg(owner).DoModal() == 1)
         list.Refresh();
+}
+
+void CustomizeListColumns(HWND owner, EntryList& list)
+{
+    ColumnSet& columns = list.Columns();
+    const bool taken = CustomizeColumns(owner, &columns);
+    SaveColumns(columns, App());
+    const int sort = GetSortColumn(columns);
+    if (list.BuildColumns() && taken && sort >= 0)
+        list.ApplySort(columns.columns[static_cast<size_t>(sort)]);
 }
 
 void ClearCategories(EntryList& list)

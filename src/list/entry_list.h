@@ -47,6 +47,8 @@ class EntryList {
     LRESULT OnNotify(NMHDR* notification);
 
     HWND Handle() const { return m_list; }
+    // As given to Create, which has succeeded.
+    ColumnSet& Columns() { return *m_columns; }
     SelectionSet& Selection() { return m_selection.Tracker().Selection(); }
     // The entry that the editor opens; 0 when there is none.
     CEOID CurrentEntry() const { return m_selection.Tracker().CurrentEntry(); }

@@ -134,4 +134,16 @@
 #define IDC_MODIFY_SUBJECT 1027
 #define IDC_DELETE_SUBJECT 1031
 
+/* Customize Columns (template 137; 138 is the same for an upright screen and is not loaded) */
+#define IDD_CUSTOMIZE_COLUMNS 137
+#define IDD_CUSTOMIZE_COLUMNS_UPRIGHT 138
+#define IDC_DEFAULT_COLUMNS 123
+#define IDC_ADD_FIELD 1170
+#define IDC_REMOVE_FIELD 1171
+#define IDC_FIELD_UP 1172
+#define IDC_FIELD_DOWN 1173
+#define IDC_RESET_FIELDS 1174
+#define IDC_SHOWN_FIELDS 1175
+#define IDC_AVAILABLE_FIELDS 1177
+
 #endif

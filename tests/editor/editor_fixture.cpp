@@ -1,35 +1,15 @@
 #include "editor_fixture.h"
 
+#include "support/send_input.h"
+
 namespace {
 
 constexpr int kNoSuchButton = -1;
 
-// The dialog manager's own loop: keys pass its translation as they do for a user.
-void PumpDialog(HWND dialog)
-{
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        if (IsDialogMessageW(dialog, &message))
-            continue;
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
-}
-
-void PressOrRelease(WORD key, bool release)
-{
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
-    input.ki.dwFlags = release ? KEYEVENTF_KEYUP : 0;
-    EXPECT_EQ(SendInput(1, &input, sizeof input), 1u);
-}
-
 void Tap(WORD key)
 {
-    PressOrRelease(key, false);
-    PressOrRelease(key, true);
+    SendKey(key, true);
+    SendKey(key, false);
 }
 
 LRESULT Notify(HWND editor, HWND control, NMHDR* header, UINT code)
@@ -69,31 +49,11 @@ TimeCount Minutes(int minutes)
     return count;
 }
 
-HWND EditorWindow::Item(int id) const
-{
-    HWND item = GetDlgItem(m_window, id);
-    EXPECT_NE(item, nullptr) << id;
-    return item;
-}
-
-RECT EditorWindow::RectOf(HWND control) const
-{
-    RECT rect{};
-    GetWindowRect(control, &rect);
-    MapWindowPoints(nullptr, m_window, reinterpret_cast<POINT*>(&rect), 2);
-    return rect;
-}
-
 SYSTEMTIME EditorWindow::Picked(int id) const
 {
     SYSTEMTIME time{};
     EXPECT_EQ(Ask(id, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&time)), GDT_VALID);
     return time;
-}
-
-LRESULT EditorWindow::Ask(int id, UINT message, WPARAM wParam, LPARAM lParam) const
-{
-    return SendMessageW(Item(id), message, wParam, lParam);
 }
 
 std::wstring EditorWindow::ListItem(int box, int index) const
@@ -103,55 +63,6 @@ std::wstring EditorWindow::ListItem(int box, int index) const
     Ask(box, CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
     text.pop_back();
     return text;
-}
-
-void EditorWindow::Command(int command, WORD code) const
-{
-    SendMessageW(m_window, WM_COMMAND, MAKEWPARAM(command, code),
-                 reinterpret_cast<LPARAM>(GetDlgItem(m_window, command)));
-}
-
-HWND EditorWindow::Field(int id) const
-{
-    HWND edit = FindWindowExW(Item(id), nullptr, L"Edit", nullptr);
-    return edit ? edit : Item(id);
-}
-
-void EditorWindow::Focus(int id) const
-{
-    SetFocus(Field(id));
-    PumpDialog(m_window);
-    EXPECT_EQ(GetFocus(), Field(id)) << id;
-}
-
-void EditorWindow::Type(const std::wstring& text) const
-{
-    for (const wchar_t character : text) {
-        for (const DWORD release : {0ul, static_cast<unsigned long>(KEYEVENTF_KEYUP)}) {
-            INPUT input{};
-            input.type = INPUT_KEYBOARD;
-            input.ki.wScan = character;
-            input.ki.dwFlags = KEYEVENTF_UNICODE | release;
-            EXPECT_EQ(SendInput(1, &input, sizeof input), 1u);
-        }
-        PumpDialog(m_window);
-    }
-}
-
-void EditorWindow::Key(WORD key, bool ctrl, bool shift) const
-{
-    if (ctrl)
-        PressOrRelease(VK_CONTROL, false);
-    if (shift)
-        PressOrRelease(VK_SHIFT, false);
-    PressOrRelease(key, false);
-    PumpDialog(m_window);
-    PressOrRelease(key, true);
-    if (shift)
-        PressOrRelease(VK_SHIFT, true);
-    if (ctrl)
-        PressOrRelease(VK_CONTROL, true);
-    PumpDialog(m_window);
 }
 
 void EditorWindow::Enter(int id, const std::wstring& text) const
@@ -166,7 +77,7 @@ void EditorWindow::Pick(int id, const SYSTEMTIME& time) const
     EXPECT_TRUE(Ask(id, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time)));
     NMDATETIMECHANGE change{};
     change.st = time;
-    Notify(m_window, Item(id), &change.nmhdr, DTN_DATETIMECHANGE);
+    Notify(Window(), Item(id), &change.nmhdr, DTN_DATETIMECHANGE);
 }
 
 void EditorWindow::ChooseInBox(int id, int item) const
@@ -193,7 +104,7 @@ void EditorWindow::DropDown(int button) const
 {
     NMTOOLBARW dropDown{};
     dropDown.iItem = button;
-    Notify(m_window, Item(IDC_EDITOR_BAR), &dropDown.hdr, TBN_DROPDOWN);
+    Notify(Window(), Item(IDC_EDITOR_BAR), &dropDown.hdr, TBN_DROPDOWN);
 }
 
 int EditorWindow::BarState(int command) const
@@ -262,16 +173,11 @@ void EditorTest::TearDown()
 
 int EditorTest::Run(CEOID* id, const std::function<void(EditorWindow&)>& action)
 {
-    ModalDriver driver([&](HWND window) {
-        ShowWindow(window, SW_SHOW); // the dialog manager shows it once it has nothing else to do
+    const auto work = [&](HWND window) {
         EditorWindow editor(window);
         action(editor);
-        if (IsWindowVisible(window)) // a dialog that has ended is hidden
-            EndDialog(window, -2);
-    });
-    const int result = OpenEntryEditor(nullptr, id);
-    EXPECT_TRUE(driver.Ran());
-    return result;
+    };
+    return static_cast<int>(RunDialog([=] { return OpenEntryEditor(nullptr, id); }, work, -2));
 }
 
 int EditorTest::RunNew(const std::function<void(EditorWindow&)>& action)

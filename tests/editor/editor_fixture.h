@@ -13,6 +13,7 @@
 #include "data/journal_entry.h"
 #include "editor/entry_editor.h"
 #include "res/resource.h"
+#include "support/dialog_window.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
 #include "util/clock.h"
@@ -23,29 +24,14 @@ constexpr SYSTEMTIME kTuesday{2024, 3, 2, 5, 14, 5, 30, 250};
 TimeCount At(const SYSTEMTIME& time);
 TimeCount Minutes(int minutes);
 
-// The editor's window, and the user in front of it.
-class EditorWindow {
+// The editor's window.
+class EditorWindow : public DialogWindow {
   public:
-    explicit EditorWindow(HWND window) : m_window(window) {}
+    using DialogWindow::DialogWindow;
 
-    HWND Window() const { return m_window; }
-    HWND Item(int id) const;
-    std::wstring Text(int id) const { return WindowText(Item(id)); }
-    RECT Rect(int id) const { return RectOf(Item(id)); }
-    RECT RectOf(HWND control) const; // in the editor's client area
     SYSTEMTIME Picked(int id) const;
-    LRESULT Ask(int id, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     std::wstring ListItem(int box, int index) const;
 
-    void Command(int command, WORD code = 0) const; // as the control or menu item would send it
-    void Ok() const { Command(IDOK); }
-    void Cancel() const { Command(IDCANCEL); }
-    void Focus(int id) const;
-    // The edit part of a box, else the control itself: what has the focus when the control is in use.
-    HWND Field(int id) const;
-    // Types into the field that has the focus, through the editor's own message loop's translation.
-    void Type(const std::wstring& text) const;
-    void Key(WORD key, bool ctrl = false, bool shift = false) const;
     // What the user sees as typed: the field gets the focus, the new text, and tells of the change.
     void Enter(int id, const std::wstring& text) const;
     void Pick(int id, const SYSTEMTIME& time) const; // a picker's new time, with its notification
@@ -58,9 +44,6 @@ class EditorWindow {
     std::wstring BarText(int command) const;
     int BarImage(int command) const;
     int BarWidth(int command) const;
-
-  private:
-    HWND m_window;
 };
 
 // Takes an item of the next popup menu with the arrow keys and Enter; leaves a menu that has no such item.
