@@ -186,29 +186,14 @@ struct Refused {
     const wchar_t* windowClass;
     int nth;
 };
-Refused g_refused{};
-int g_seen = 0;
-
-LRESULT CALLBACK RefuseCreation(int code, WPARAM wParam, LPARAM lParam)
-{
-    wchar_t name[32] = L"";
-    GetClassNameW(reinterpret_cast<HWND>(wParam), name, 32);
-    if (code == HCBT_CREATEWND && wcscmp(name, g_refused.windowClass) == 0 && ++g_seen == g_refused.nth)
-        return 1;
-    return CallNextHookEx(nullptr, code, wParam, lParam);
-}
 
 class RefusedPart : public MainWindowTest, public testing::WithParamInterface<Refused> {};
 
 TEST_P(RefusedPart, LeavesNoWindowAndNoSetting)
 {
-    g_refused = GetParam();
-    g_seen = 0;
-    HHOOK hook = SetWindowsHookExW(WH_CBT, RefuseCreation, nullptr, GetCurrentThreadId());
-    ASSERT_NE(hook, nullptr);
+    const WindowRefuser refuser(GetParam().windowClass, GetParam().nth);
     EXPECT_EQ(m_window.Create(Instance()), nullptr);
-    UnhookWindowsHookEx(hook);
-    EXPECT_EQ(g_seen, GetParam().nth);
+    EXPECT_EQ(refuser.Seen(), GetParam().nth);
     EXPECT_EQ(FindWindowW(L"Journal", nullptr), nullptr);
     EXPECT_FALSE(HasSettings());
     EXPECT_TRUE(TakeQuitMessage());

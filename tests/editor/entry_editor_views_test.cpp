@@ -374,34 +374,11 @@ TEST_F(EntryEditorViewsTest, TheFirstContactAndTheLastOneMakeTheListAnew)
     });
 }
 
-// No list view is made while this lives.
-class RefusedLists {
-  public:
-    RefusedLists() : m_hook(SetWindowsHookExW(WH_CBT, Refuse, nullptr, GetCurrentThreadId()))
-    {
-        EXPECT_NE(m_hook, nullptr);
-    }
-    ~RefusedLists() { UnhookWindowsHookEx(m_hook); }
-    RefusedLists(const RefusedLists&) = delete;
-    RefusedLists& operator=(const RefusedLists&) = delete;
-
-  private:
-    static LRESULT CALLBACK Refuse(int code, WPARAM window, LPARAM)
-    {
-        wchar_t name[64] = L"";
-        if (code == HCBT_CREATEWND)
-            GetClassNameW(reinterpret_cast<HWND>(window), name, static_cast<int>(std::size(name)));
-        return lstrcmpiW(name, WC_LISTVIEWW) == 0;
-    }
-
-    HHOOK m_hook;
-};
-
 TEST_F(EntryEditorViewsTest, AViewWhoseListCannotBeMadeIsNotSwitchedTo)
 {
     RunNew([&](EditorWindow& editor) {
         {
-            const RefusedLists refused;
+            const WindowRefuser refused(WC_LISTVIEWW);
             for (const int command : {1051, 1055}) {
                 editor.Command(command);
                 ExpectView(editor, 1052);
@@ -409,7 +386,7 @@ TEST_F(EntryEditorViewsTest, AViewWhoseListCannotBeMadeIsNotSwitchedTo)
         }
         editor.Command(1055);
         ExpectView(editor, 1055);
-        const RefusedLists refused;
+        const WindowRefuser refused(WC_LISTVIEWW);
         editor.Command(1051);
         ExpectView(editor, 1055);
         DbContacts contacts;

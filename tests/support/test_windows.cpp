@@ -108,7 +108,7 @@ LRESULT CALLBACK TestParent::Procedure(HWND window, UINT message, WPARAM wParam,
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
-WindowRefuser::WindowRefuser(const wchar_t* className) : m_className(className)
+WindowRefuser::WindowRefuser(const wchar_t* className, int nth) : m_className(className), m_nth(nth)
 {
     g_refuser = this;
     m_hook = SetWindowsHookExW(WH_CBT, Hook, nullptr, GetCurrentThreadId());
@@ -123,11 +123,18 @@ WindowRefuser::~WindowRefuser()
 
 LRESULT CALLBACK WindowRefuser::Hook(int code, WPARAM wParam, LPARAM lParam)
 {
-    wchar_t name[64] = L"";
-    if (code == HCBT_CREATEWND && g_refuser && GetClassNameW(reinterpret_cast<HWND>(wParam), name, 64) &&
-        g_refuser->m_className == name)
+    if (code == HCBT_CREATEWND && g_refuser && g_refuser->Refuses(reinterpret_cast<HWND>(wParam)))
         return 1;
     return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+bool WindowRefuser::Refuses(HWND window)
+{
+    wchar_t name[64] = L"";
+    if (!GetClassNameW(window, name, 64) || m_className != name)
+        return false;
+    ++m_seen;
+    return !m_nth || m_seen == m_nth;
 }
 
 MessageBoxAnswerer::MessageBoxAnswerer(std::vector<int> answers) : m_answers(std::move(answers))

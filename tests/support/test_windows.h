@@ -35,18 +35,24 @@ class TestParent {
     HWND m_window = nullptr;
 };
 
-// While it lives, this thread can make no window of the class.
+// While it lives, this thread can make no window of the class, or only the nth of them is refused.
 class WindowRefuser {
   public:
-    explicit WindowRefuser(const wchar_t* className);
+    explicit WindowRefuser(const wchar_t* className, int nth = 0);
     ~WindowRefuser();
     WindowRefuser(const WindowRefuser&) = delete;
     WindowRefuser& operator=(const WindowRefuser&) = delete;
 
+    int Seen() const { return m_seen; } // windows of the class that were to be made
+
   private:
     static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam);
 
+    bool Refuses(HWND window);
+
     std::wstring m_className;
+    int m_nth;
+    int m_seen = 0;
     HHOOK m_hook = nullptr;
 };
 

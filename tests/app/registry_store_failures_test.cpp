@@ -1,0 +1,151 @@
+// What fails, and how it is reported.
+#include "app/registry_store_fixture.h"
+
+namespace {
+
+TEST_F(RegistryStoreTest, ASubkeyThatDoesNotOpenIsReported)
+{
+    MakeDeadLink();
+    const MessageBoxAnswerer answerer;
+    EXPECT_EQ(m_store.GetNumber(kLinkName, L"n", 7), 7u);
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].caption, L"Error");
+    EXPECT_EQ(answerer.Boxes()[0].text, SystemMessage(ERROR_FILE_NOT_FOUND));
+    EXPECT_EQ(Text(L"Options", L"n", L"mine"), L"mine");
+    EXPECT_EQ(answerer.Boxes().size(), 2u);
+}
+
+TEST_F(RegistryStoreTest, ADeletionThatFailsGivesZero)
+{
+    MakeDeadLink();
+    const MessageBoxAnswerer answerer;
+    EXPECT_EQ(m_store.RemoveValue(L"Options", L"n"), 0);
+    EXPECT_EQ(answerer.Boxes().size(), 1u); // that the subkey did not open
+}
+
+TEST_F(RegistryStoreTest, AWriteWithoutASubkeyIsReportedTwice)
+{
+    ASSERT_EQ(SHDeleteKeyW(HKEY_CURRENT_USER, kPath), ERROR_SUCCESS);
+    const MessageBoxAnswerer answerer;
+    EXPECT_EQ(m_store.SetNumber(L"Options", L"n", 1), 1);
+    ASSERT_EQ(answerer.Boxes().size(), 2u);
+    EXPECT_EQ(answerer.Boxes()[0].text, SystemMessage(ERROR_KEY_DELETED));
+    EXPECT_EQ(answerer.Boxes()[1].text, SystemMessage(ERROR_INVALID_HANDLE));
+    EXPECT_EQ(answerer.Boxes()[1].caption, L"Error");
+    EXPECT_EQ(m_store.SetString(L"Options", L"t", L"x"), 1);
+    EXPECT_EQ(answerer.Boxes().size(), 4u);
+}
+
+TEST_F(RegistryStoreTest, AFailedWriteToTheRootIsReported)
+{
+    ASSERT_EQ(SHDeleteKeyW(HKEY_CURRENT_USER, kPath), ERROR_SUCCESS);
+    const MessageBoxAnswerer answerer;
+    EXPECT_EQ(m_store.SetNumber(L"", L"n", 1), 1);
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].text, SystemMessage(ERROR_KEY_DELETED));
+}
+
+TEST_F(RegistryStoreTest, ReadsOfARootThatIsGoneAreDefaultsUnreported)
+{
+    m_store.SetNumber(L"Options", L"n", 1);
+    ASSERT_EQ(SHDeleteKeyW(HKEY_CURRENT_USER, kPath), ERROR_SUCCESS);
+    const MessageBoxAnswerer answerer;
+    EXPECT_EQ(m_store.GetNumber(L"Options", L"n", 7), 7u);
+    EXPECT_EQ(m_store.GetNumber(L"", L"n", 8), 8u);
+    EXPECT_EQ(m_store.RemoveValue(L"Options", L"n"), 1);
+    EXPECT_TRUE(answerer.Boxes().empty());
+}
+
+TEST_F(RegistryStoreTest, OperationsLeaveNoHandleBehind)
+{
+    const auto handles = [] {
+        DWORD count = 0;
+        EXPECT_TRUE(GetProcessHandleCount(GetCurrentProcess(), &count));
+        return count;
+    };
+    const auto work = [this] {
+        m_store.SetNumber(L"Options", L"n", 1);
+        m_store.SetString(L"Options", L"Find0", L"x");
+        (void)m_store.GetNumber(L"Options", L"n", 0);
+        (void)Text(L"Options", L"Find0");
+        (void)m_store.FindListString(L"Options", L"Find", L"y", 5);
+        m_store.RemoveValue(L"Options", L"n");
+        RegistryStore other;
+        (void)other.Open(kPath);
+        (void)other.Open(kPath);
+    };
+    work();
+    const DWORD before = handles();
+    for (int i = 0; i < 50; ++i)
+        work();
+    EXPECT_LT(handles(), before + 10);
+}
+
+// The handle that opening the root takes: the one a key gets that is opened in its place.
+TEST_F(RegistryStoreTest, ARootThatDoesNotCloseIsReported)
+{
+    const MessageBoxAnswerer answerer;
+    {
+        HKEY probe = nullptr;
+        ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, kPath, 0, KEY_ALL_ACCESS, &probe), ERROR_SUCCESS);
+        RegCloseKey(probe);
+        RegistryStore store;
+        ASSERT_EQ(store.Open(kPath), 1);
+        ASSERT_EQ(RegCloseKey(probe), ERROR_SUCCESS);
+        EXPECT_TRUE(answerer.Boxes().empty());
+    }
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].caption, L"Error");
+    EXPECT_EQ(answerer.Boxes()[0].text, SystemMessage(ERROR_INVALID_HANDLE));
+}
+
+HICON g_boxIcon;
+HWND g_boxOwner;
+bool g_boxHasCancel;
+
+LRESULT CALLBACK LookAtBox(int code, WPARAM wParam, LPARAM lParam)
+{
+    if (code == HCBT_ACTIVATE) {
+        const HWND box = reinterpret_cast<HWND>(wParam);
+        g_boxOwner = GetWindow(box, GW_OWNER);
+        g_boxHasCancel = GetDlgItem(box, IDCANCEL) != nullptr;
+        for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+            if (const LRESULT icon = SendMessageW(child, STM_GETICON, 0, 0))
+                g_boxIcon = reinterpret_cast<HICON>(icon);
+        }
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+TEST(ReportError, ShowsTheSystemsTextInABoxTitledError)
+{
+    const MessageBoxAnswerer answerer;
+    g_boxIcon = nullptr;
+    const HHOOK hook = SetWindowsHookExW(WH_CBT, LookAtBox, nullptr, GetCurrentThreadId());
+    RegistryStore::ReportError(ERROR_ACCESS_DENIED);
+    UnhookWindowsHookEx(hook);
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].caption, L"Error");
+    EXPECT_EQ(answerer.Boxes()[0].text, SystemMessage(ERROR_ACCESS_DENIED));
+    EXPECT_EQ(g_boxIcon, LoadIconW(nullptr, IDI_INFORMATION));
+    EXPECT_EQ(g_boxOwner, nullptr);
+    EXPECT_FALSE(g_boxHasCancel);
+}
+
+TEST(ReportError, ShowsMessagesWithInsertionsAsTheyStand)
+{
+    const MessageBoxAnswerer answerer;
+    RegistryStore::ReportError(ERROR_BAD_EXE_FORMAT); // "%1 is not a valid Win32 application"
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].text, SystemMessage(ERROR_BAD_EXE_FORMAT));
+}
+
+TEST(ReportError, AnUnknownCodeStillShowsABox)
+{
+    const MessageBoxAnswerer answerer;
+    RegistryStore::ReportError(0x2FFFFFFF);
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].caption, L"Error");
+}
+
+} // namespace
