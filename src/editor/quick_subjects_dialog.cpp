@@ -13,14 +13,13 @@
 #include "ui/dialog.h"
 #include "ui/scale.h"
 #include "ui/scoped.h"
-#include "ui/work_area.h"
 
 namespace {
 
 constexpr size_t kLongestAdded = 240;
 constexpr size_t kLongestModified = 120;
 constexpr int kTextMargin = 4;   // pixels beside a subject in the list box
-constexpr int kMostGrowth = 110; // of the list box, in pixels
+constexpr int kMostGrowth = 110; // of the list box, in pixels at 96 dpi
 
 // Half a character at the end of a text that was cut is none.
 void CutTo(size_t length, std::wstring* text)
@@ -58,9 +57,7 @@ class QuickSubjectsDialog : public Dialog {
     void SelectText();
     void ShowSubjects();
     int WidthOfSubjects() const;
-    void GrowList();
     void ShowButtons(const SubjectButtons& buttons);
-    void KeepFocus(int otherwise);
 
     SubjectList m_subjects;
     SubjectButtons m_buttons;
@@ -74,7 +71,7 @@ bool QuickSubjectsDialog::OnInitDialog()
     m_subjects = SubjectList(ReadQuickSubjects(App()));
     ShowSubjects();
     ShowPlaceholder();
-    GrowList();
+    Grow(kMostGrowth, {IDC_QUICK_SUBJECT_LIST});
     CenterOnWorkArea();
     return true;
 }
@@ -233,35 +230,12 @@ int QuickSubjectsDialog::WidthOfSubjects() const
     return width + Scale(kTextMargin);
 }
 
-// The template is as low as a small screen wants it; elsewhere the list gets more of its rows to be seen.
-void QuickSubjectsDialog::GrowList()
-{
-    const RECT area = WorkArea();
-    RECT own{};
-    GetWindowRect(GetWindow(), &own);
-    const int room = (area.bottom - area.top) - (own.bottom - own.top);
-    const int growth = std::clamp(room, 0, Scale(kMostGrowth));
-    for (HWND window : {GetWindow(), GetItem(IDC_QUICK_SUBJECT_LIST)}) {
-        GetWindowRect(window, &own);
-        SetWindowPosition(0, 0, own.right - own.left, own.bottom - own.top + growth, window,
-                          SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE, nullptr);
-    }
-}
-
 void QuickSubjectsDialog::ShowButtons(const SubjectButtons& buttons)
 {
     m_buttons = buttons;
     EnableItem(IDC_ADD_SUBJECT, buttons.add);
     EnableItem(IDC_MODIFY_SUBJECT, buttons.modify);
     EnableItem(IDC_DELETE_SUBJECT, buttons.remove);
-}
-
-// A button that has done its work and cannot be pressed any more would keep the keyboard for itself.
-void QuickSubjectsDialog::KeepFocus(int otherwise)
-{
-    HWND focus = GetFocus();
-    if (!focus || !IsWindowEnabled(focus))
-        SendMessageW(GetWindow(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetItem(otherwise)), TRUE);
 }
 
 void QuickSubjectsDialog::OnOK()

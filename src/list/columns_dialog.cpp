@@ -11,6 +11,8 @@
 
 namespace {
 
+constexpr int kMostGrowth = 50; // of the lists, in pixels at 96 dpi: all fields are seen then
+
 class ColumnsDialog : public Dialog {
   public:
     explicit ColumnsDialog(ColumnSet* set) : m_set(set), m_draft(*set, WorkAreaRight()) {}
@@ -36,7 +38,6 @@ class ColumnsDialog : public Dialog {
     void Fill();
     void ShowDraft(int listBox, int item);
     void EnableItems();
-    void KeepFocus(int listBox);
     bool HasFocus(std::initializer_list<int> ids) const;
     int CountOf(int listBox) const { return Ask(listBox, LB_GETCOUNT); }
     int SelectedItem(int listBox) const { return Ask(listBox, LB_GETCURSEL); }
@@ -49,6 +50,7 @@ class ColumnsDialog : public Dialog {
 
 bool ColumnsDialog::OnInitDialog()
 {
+    Grow(kMostGrowth, {IDC_AVAILABLE_FIELDS, IDC_SHOWN_FIELDS}, {IDC_DEFAULT_COLUMNS});
     CenterOnWorkArea();
     SetFocus(GetItem(IDC_AVAILABLE_FIELDS));
     ShowDraft(IDC_AVAILABLE_FIELDS, 0);
@@ -200,17 +202,6 @@ void ColumnsDialog::EnableItems()
     EnableItem(IDC_FIELD_UP, moves.up);
     EnableItem(IDC_FIELD_DOWN, moves.down);
     EnableItem(IDC_RESET_FIELDS, own && m_draft.IsChanged());
-}
-
-// A button that has done its work and cannot be pressed any more would keep the keyboard for itself.
-void ColumnsDialog::KeepFocus(int listBox)
-{
-    HWND focus = GetFocus();
-    if (focus && IsWindowEnabled(focus))
-        return;
-    const int other = listBox == IDC_AVAILABLE_FIELDS ? IDC_SHOWN_FIELDS : IDC_AVAILABLE_FIELDS;
-    const int next = IsWindowEnabled(GetItem(listBox)) ? listBox : other;
-    SendMessageW(GetWindow(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetItem(next)), TRUE);
 }
 
 bool ColumnsDialog::HasFocus(std::initializer_list<int> ids) const

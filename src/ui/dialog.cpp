@@ -1,5 +1,7 @@
 #include "ui/dialog.h"
 
+#include <algorithm>
+
 #include "res/resource.h"
 #include "ui/scale.h"
 #include "ui/work_area.h"
@@ -117,6 +119,40 @@ bool Dialog::OnMessage(UINT, WPARAM, LPARAM, LRESULT*)
 bool Dialog::OnInitDialog()
 {
     return true;
+}
+
+void Dialog::Grow(int most, std::initializer_list<int> growing, std::initializer_list<int> below)
+{
+    constexpr UINT kSizeOnly = SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE;
+    constexpr UINT kPlaceOnly = SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE;
+    const RECT area = WorkArea();
+    RECT rect{};
+    GetWindowRect(m_window, &rect);
+    const int room = (area.bottom - area.top) - (rect.bottom - rect.top);
+    const int growth = std::clamp(room, 0, Scale(most));
+    SetWindowPosition(0, 0, rect.right - rect.left, rect.bottom - rect.top + growth, m_window, kSizeOnly,
+                      nullptr);
+    for (const int id : growing) {
+        GetWindowRect(GetItem(id), &rect);
+        SetWindowPosition(0, 0, rect.right - rect.left, rect.bottom - rect.top + growth, GetItem(id),
+                          kSizeOnly, nullptr);
+    }
+    for (const int id : below) {
+        GetWindowRect(GetItem(id), &rect);
+        ScreenToClientRect(&rect);
+        SetWindowPosition(rect.left, rect.top + growth, 0, 0, GetItem(id), kPlaceOnly, nullptr);
+    }
+}
+
+void Dialog::KeepFocus(int next)
+{
+    HWND focus = GetFocus();
+    if (focus && IsWindowEnabled(focus))
+        return;
+    HWND item = GetItem(next);
+    if (!IsWindowEnabled(item))
+        item = GetNextDlgTabItem(m_window, item, FALSE);
+    SendMessageW(m_window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(item), TRUE);
 }
 
 void Dialog::End(INT_PTR result)

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <initializer_list>
+
 #include "util/owners.h"
 
 class Dialog {
@@ -51,6 +53,12 @@ class Dialog {
     virtual bool OnInitDialog();
 
     void End(INT_PTR result);
+    // A template is as low as a small screen wants it. Elsewhere the dialog gets higher, by at most so many
+    // pixels at 96 dpi: some controls grow with it, those below them move down.
+    void Grow(int most, std::initializer_list<int> growing, std::initializer_list<int> below = {});
+    // A control that has been disabled while it had the keyboard would keep it for itself: the next one that
+    // can be used gets it, beginning with the given one.
+    void KeepFocus(int next);
 
   private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

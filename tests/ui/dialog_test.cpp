@@ -1,5 +1,6 @@
 #include "ui/dialog.h"
 
+#include <algorithm>
 #include <cstring>
 #include <functional>
 #include <vector>
@@ -32,6 +33,9 @@ class TestDialog : public Dialog {
         Dialog::OnCancel();
     }
     void OnSettingsChanged() override { ++settingsCount; }
+
+    using Dialog::Grow;
+    using Dialog::KeepFocus;
 
     std::function<bool()> onInit;
     std::function<bool(UINT, WPARAM, LPARAM, LRESULT*)> onMessage;
@@ -381,6 +385,49 @@ TEST(Dialog, CentersOnTheWorkArea)
         EXPECT_EQ(WindowRect(window).left, area.left);
         EXPECT_EQ(WindowRect(window).top, area.top);
         SendMessageW(window, WM_CLOSE, 0, 0);
+    });
+}
+
+TEST(Dialog, GrowsAsFarAsTheWorkAreaHasRoom)
+{
+    const RECT area = WorkArea();
+    const int room = area.bottom - area.top;
+    for (const int most : {30, 10'000}) {
+        TestDialog dialog;
+        RunDialog(dialog, [&](HWND window) {
+            const RECT before = WindowRect(window);
+            const int growth = std::min(Scale(most), room - static_cast<int>(before.bottom - before.top));
+            const RECT edit = WindowRect(GetDlgItem(window, ITEM_EDIT));
+            const RECT check = WindowRect(GetDlgItem(window, ITEM_CHECK));
+            const RECT ok = WindowRect(GetDlgItem(window, IDOK));
+            dialog.Grow(most, {ITEM_EDIT}, {IDOK});
+            const RECT after = WindowRect(window);
+            EXPECT_TRUE(IsSame(after, {before.left, before.top, before.right, before.bottom + growth}));
+            EXPECT_TRUE(IsSame(WindowRect(GetDlgItem(window, ITEM_EDIT)),
+                               {edit.left, edit.top, edit.right, edit.bottom + growth}));
+            EXPECT_TRUE(IsSame(WindowRect(GetDlgItem(window, ITEM_CHECK)), check));
+            EXPECT_TRUE(IsSame(WindowRect(GetDlgItem(window, IDOK)),
+                               {ok.left, ok.top + growth, ok.right, ok.bottom + growth}));
+            dialog.OnOK();
+        });
+    }
+}
+
+TEST(Dialog, ADisabledControlHandsTheKeyboardOn)
+{
+    TestDialog dialog;
+    RunDialog(dialog, [&](HWND window) {
+        ShowWindow(window, SW_SHOW);
+        SetFocus(GetDlgItem(window, IDOK));
+        dialog.KeepFocus(ITEM_CHECK);
+        EXPECT_EQ(GetFocus(), GetDlgItem(window, IDOK)) << "it can be used";
+        EnableWindow(GetDlgItem(window, IDOK), FALSE);
+        dialog.KeepFocus(ITEM_CHECK);
+        EXPECT_EQ(GetFocus(), GetDlgItem(window, ITEM_CHECK));
+        EnableWindow(GetDlgItem(window, ITEM_CHECK), FALSE);
+        dialog.KeepFocus(ITEM_CHECK);
+        EXPECT_EQ(GetFocus(), GetDlgItem(window, IDCANCEL)) << "the next one that can be used";
+        dialog.OnOK();
     });
 }
 
