@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include "ui/window_scroll.h"
+
 namespace addrbook {
 
 class DialogScroll {
@@ -14,12 +16,11 @@ class DialogScroll {
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
   private:
-    void SetBar(int bar, LONG whole, LONG page) const;
-    void Scroll(int bar, int to);
-    void OnBar(int bar, WORD request);
     void Reveal(HWND control);
 
     HWND m_dialog = nullptr;
+    WindowScroll m_down{SB_VERT};
+    WindowScroll m_across{SB_HORZ};
 };
 
 } // namespace addrbook

@@ -4,7 +4,7 @@
 
 #include "app/main_window.h"
 #include "res/resource.h"
-#include "ui/scale.h"
+#include "ui/program_icon.h"
 
 namespace {
 
@@ -37,16 +37,10 @@ void ShowCreationError()
     MessageBoxW(nullptr, L"Internal Main Window Creation Error", L"Journal", MB_OK);
 }
 
-// The icon, unless the window has one: then null. Not a shared one, of which the system may hand out another
-// size.
-UniqueIcon SetIconIfMissing(HWND window, HINSTANCE instance, WPARAM which, int size)
+// The icon, unless the window has one: then null.
+UniqueIcon SetIconIfMissing(HWND window, WPARAM which)
 {
-    if (SendMessageW(window, WM_GETICON, which, 0))
-        return nullptr;
-    UniqueIcon icon(static_cast<HICON>(
-        LoadImageW(instance, MAKEINTRESOURCEW(IDI_JOURNAL), IMAGE_ICON, size, size, LR_DEFAULTCOLOR)));
-    SendMessageW(window, WM_SETICON, which, reinterpret_cast<LPARAM>(icon.get()));
-    return icon;
+    return SendMessageW(window, WM_GETICON, which, 0) ? nullptr : SetProgramIcon(window, which);
 }
 
 // F1 is an accelerator here, but the system also posts a request for help of its own for it (WM_KEYF1), which
@@ -78,8 +72,8 @@ int JournalApp::InitInstance(HINSTANCE instance, int showCommand)
         ShowCreationError();
         return 0;
     }
-    m_smallIcon = SetIconIfMissing(MainWindowHandle(), instance, ICON_SMALL, Scale(16));
-    m_bigIcon = SetIconIfMissing(MainWindowHandle(), instance, ICON_BIG, Scale(32));
+    m_smallIcon = SetIconIfMissing(MainWindowHandle(), ICON_SMALL);
+    m_bigIcon = SetIconIfMissing(MainWindowHandle(), ICON_BIG);
     m_mainWindow->ShowFirst(showCommand);
     UpdateWindow(MainWindowHandle());
     return 1;

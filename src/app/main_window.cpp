@@ -3,11 +3,11 @@
 #include "app/about_dialog.h"
 #include "app/command_table.h"
 #include "app/journal_app.h"
-#include "app/window_placement.h"
 #include "res/resource.h"
 #include "ui/command_bands.h"
 #include "ui/launch.h"
 #include "ui/scale.h"
+#include "ui/window_placement.h"
 #include "ui/work_area.h"
 
 namespace {

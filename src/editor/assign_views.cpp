@@ -2,8 +2,8 @@
 
 #include "editor/command_keys.h"
 #include "editor/editor_bar.h"
-#include "editor/window_scroll.h"
 #include "res/resource.h"
+#include "ui/window_scroll.h"
 
 namespace {
 

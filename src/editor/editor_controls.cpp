@@ -10,10 +10,10 @@
 #include "editor/command_keys.h"
 #include "editor/editor_bar.h"
 #include "editor/placeholder_edit.h"
-#include "editor/window_scroll.h"
 #include "res/resource.h"
 #include "ui/scale.h"
 #include "ui/scoped.h"
+#include "ui/window_scroll.h"
 #include "util/date_text.h"
 
 namespace {

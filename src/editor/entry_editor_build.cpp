@@ -101,16 +101,16 @@ void EntryEditor::SetBarState()
 void EntryEditor::LayOut()
 {
     m_workArea = WorkArea();
-    m_scroll.SetHeights(GetWindow(), 0, 0);
+    m_scroll.SetExtent(GetWindow(), 0, 0);
     MoveWindow(m_workArea.left, m_workArea.top, m_workArea.right - m_workArea.left,
                m_workArea.bottom - m_workArea.top, true);
     EditorMetrics metrics = Measure();
     m_layout = LayOutEditor(metrics);
     if (m_layout.height > metrics.client.cy) {
-        m_scroll.SetHeights(GetWindow(), m_layout.height, metrics.client.cy);
+        m_scroll.SetExtent(GetWindow(), m_layout.height, metrics.client.cy);
         metrics = Measure();
         m_layout = LayOutEditor(metrics);
-        m_scroll.SetHeights(GetWindow(), m_layout.height, metrics.client.cy);
+        m_scroll.SetExtent(GetWindow(), m_layout.height, metrics.client.cy);
     }
     m_bar.BreakInto(m_layout.barWrapWidth);
     m_controls.Place(m_layout, m_bar, 0);

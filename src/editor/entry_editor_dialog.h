@@ -11,8 +11,8 @@
 #include "editor/editor_record.h"
 #include "editor/editor_times.h"
 #include "editor/entry_timer.h"
-#include "editor/window_scroll.h"
 #include "ui/dialog.h"
+#include "ui/window_scroll.h"
 #include "util/owners.h"
 
 class EntryEditor : public Dialog {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "res/resource.h"
+#include "ui/program_icon.h"
 #include "ui/scale.h"
 #include "ui/work_area.h"
 
@@ -30,14 +30,10 @@ bool IsAnsweredDirectly(UINT message)
 }
 
 // A caption with a system menu shows an icon: the system's own unless it is given one.
-void SetCaptionIcon(HWND window, WPARAM which, int size, UniqueIcon* icon)
+bool ShowsIcon(HWND window)
 {
     constexpr LONG_PTR kHasIcon = WS_CAPTION | WS_SYSMENU;
-    if ((GetWindowLongPtrW(window, GWL_STYLE) & kHasIcon) != kHasIcon)
-        return;
-    icon->reset(static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_JOURNAL),
-                                              IMAGE_ICON, Scale(size), Scale(size), LR_DEFAULTCOLOR)));
-    SendMessageW(window, WM_SETICON, which, reinterpret_cast<LPARAM>(icon->get()));
+    return (GetWindowLongPtrW(window, GWL_STYLE) & kHasIcon) == kHasIcon;
 }
 
 } // namespace
@@ -62,8 +58,10 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
 {
     if (message == WM_INITDIALOG) {
         auto* created = reinterpret_cast<Dialog*>(lParam);
-        SetCaptionIcon(window, ICON_SMALL, 16, &created->m_smallIcon);
-        SetCaptionIcon(window, ICON_BIG, 32, &created->m_bigIcon);
+        if (ShowsIcon(window)) {
+            created->m_smallIcon = SetProgramIcon(window, ICON_SMALL);
+            created->m_bigIcon = SetProgramIcon(window, ICON_BIG);
+        }
         SetWindowLongPtrW(window, DWLP_USER, lParam);
         created->SetWindow(window);
         return created->OnInitDialog();

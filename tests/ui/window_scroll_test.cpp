@@ -1,4 +1,4 @@
-#include "editor/window_scroll.h"
+#include "ui/window_scroll.h"
 
 #include <gtest/gtest.h>
 
@@ -42,7 +42,7 @@ TEST(WindowScroll, AFocusedControlComesIntoSight)
     HWND low = CreateWindowExW(0, L"BUTTON", L"", WS_CHILD | WS_VISIBLE, 0, client.bottom + 50, 50, 20,
                                parent.Handle(), nullptr, nullptr, nullptr);
     WindowScroll scroll;
-    scroll.SetHeights(parent.Handle(), client.bottom + 100, client.bottom);
+    scroll.SetExtent(parent.Handle(), client.bottom + 100, client.bottom);
     scroll.Reveal(parent.Handle(), low);
     EXPECT_EQ(scroll.Position(), 70);
     RECT rect{};

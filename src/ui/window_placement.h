@@ -1,9 +1,19 @@
-// The main window's frame and its remembered placement.
+// A program's main window where it was left: its place is kept in the settings.
 #pragma once
 
 #include <windows.h>
 
+#include <optional>
+
 #include "app/registry_store.h"
+
+struct WindowPlace {
+    RECT rect; // on the screen, of the window that is not maximised
+    bool maximized;
+};
+
+// The stored place when it can be reached, no larger than its screen.
+std::optional<WindowPlace> LoadPlacement(const RegistryStore& settings);
 
 // Where the window opens, on the screen: the stored place when it can be reached, no larger than the work
 // area, otherwise the work area.

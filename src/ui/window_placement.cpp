@@ -1,6 +1,4 @@
-#include "app/window_placement.h"
-
-#include <optional>
+#include "ui/window_placement.h"
 
 #include "ui/scale.h"
 #include "ui/work_area.h"
@@ -67,14 +65,6 @@ RECT Fitted(RECT place, const RECT& area)
     return place;
 }
 
-// The stored place when it can be reached, no larger than its screen.
-std::optional<RECT> ReachablePlace(const RegistryStore& settings)
-{
-    const RECT stored = LoadPlace(settings);
-    const std::optional<RECT> screen = ScreenOf(stored);
-    return screen ? std::optional(Fitted(stored, *screen)) : std::nullopt;
-}
-
 bool IsOpenCommand(int showCommand)
 {
     return showCommand == SW_SHOWNORMAL || showCommand == SW_SHOW || showCommand == SW_SHOWDEFAULT ||
@@ -83,20 +73,29 @@ bool IsOpenCommand(int showCommand)
 
 } // namespace
 
+std::optional<WindowPlace> LoadPlacement(const RegistryStore& settings)
+{
+    const RECT stored = LoadPlace(settings);
+    const std::optional<RECT> screen = ScreenOf(stored);
+    if (!screen)
+        return std::nullopt;
+    return WindowPlace{Fitted(stored, *screen), settings.GetNumber(kSettings, kMaximized, 0) != 0};
+}
+
 RECT PlaceToOpenAt(const RegistryStore& settings)
 {
-    const std::optional<RECT> stored = ReachablePlace(settings);
-    return stored ? *stored : WorkArea();
+    const std::optional<WindowPlace> stored = LoadPlacement(settings);
+    return stored ? stored->rect : WorkArea();
 }
 
 bool FrameAndPlace(HWND window, const RegistryStore& settings)
 {
-    const std::optional<RECT> stored = ReachablePlace(settings);
-    const RECT place = stored ? *stored : WorkArea();
+    const std::optional<WindowPlace> stored = LoadPlacement(settings);
+    const RECT place = stored ? stored->rect : WorkArea();
     SetWindowLongPtrW(window, GWL_STYLE, GetWindowLongPtrW(window, GWL_STYLE) | WS_OVERLAPPEDWINDOW);
     SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
                  SWP_FRAMECHANGED | SWP_NOZORDER | SWP_NOACTIVATE);
-    return stored && settings.GetNumber(kSettings, kMaximized, 0) != 0;
+    return stored && stored->maximized;
 }
 
 int FirstShowCommand(int showCommand, bool leftMaximized)

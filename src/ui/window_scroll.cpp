@@ -1,4 +1,4 @@
-#include "editor/window_scroll.h"
+#include "ui/window_scroll.h"
 
 #include <commctrl.h>
 
@@ -45,14 +45,14 @@ int ScrollTarget(WORD request, int position, int track, int page, int content, i
     return std::clamp(position, 0, std::max(content - page, 0));
 }
 
-int PositionToShow(int top, int bottom, int position, int page)
+int PositionToShow(int start, int end, int position, int page)
 {
-    if (bottom > position + page)
-        position = bottom - page;
-    return std::min(position, top);
+    if (end > position + page)
+        position = end - page;
+    return std::min(position, start);
 }
 
-void WindowScroll::SetHeights(HWND window, int content, int page)
+void WindowScroll::SetExtent(HWND window, int content, int page)
 {
     m_content = content;
     m_page = page;
@@ -62,7 +62,7 @@ void WindowScroll::SetHeights(HWND window, int content, int page)
     info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
     info.nMax = std::max(content - 1, 0);
     info.nPage = static_cast<UINT>(std::max(page, 0));
-    SetScrollInfo(window, SB_VERT, &info, TRUE);
+    SetScrollInfo(window, m_bar, &info, TRUE);
 }
 
 void WindowScroll::OnScroll(HWND window, WORD request)
@@ -70,7 +70,7 @@ void WindowScroll::OnScroll(HWND window, WORD request)
     SCROLLINFO info{};
     info.cbSize = sizeof info;
     info.fMask = SIF_TRACKPOS;
-    GetScrollInfo(window, SB_VERT, &info);
+    GetScrollInfo(window, m_bar, &info);
     MoveTo(window, ScrollTarget(request, m_position, info.nTrackPos, m_page, m_content, Scale(kLine)));
 }
 
@@ -81,7 +81,9 @@ void WindowScroll::Reveal(HWND window, HWND control)
     RECT rect{};
     GetWindowRect(control, &rect);
     MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&rect), 2);
-    const int target = PositionToShow(rect.top + m_position, rect.bottom + m_position, m_position, m_page);
+    const int start = (IsAcross() ? rect.left : rect.top) + m_position;
+    const int end = (IsAcross() ? rect.right : rect.bottom) + m_position;
+    const int target = PositionToShow(start, end, m_position, m_page);
     MoveTo(window, std::clamp(target, 0, m_content - m_page));
 }
 
@@ -91,7 +93,7 @@ void WindowScroll::MoveTo(HWND window, int position)
     if (moved == 0)
         return;
     m_position = position;
-    SetScrollPos(window, SB_VERT, position, TRUE);
-    ScrollWindowEx(window, 0, moved, nullptr, nullptr, nullptr, nullptr,
+    SetScrollPos(window, m_bar, position, TRUE);
+    ScrollWindowEx(window, IsAcross() ? moved : 0, IsAcross() ? 0 : moved, nullptr, nullptr, nullptr, nullptr,
                    SW_SCROLLCHILDREN | SW_INVALIDATE | SW_ERASE);
 }
