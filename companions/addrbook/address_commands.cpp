@@ -13,6 +13,15 @@ namespace {
 
 constexpr const wchar_t* kTitle = L"Address Book";
 
+// A card may bring a name that no box has room for.
+std::wstring Shortened(const std::wstring& name)
+{
+    constexpr size_t kLongest = 80;
+    if (name.size() <= kLongest)
+        return name;
+    return name.substr(0, IS_HIGH_SURROGATE(name[kLongest - 1]) ? kLongest - 1 : kLongest) + L"...";
+}
+
 bool DeleteAll(DbContacts& contacts, const std::vector<CEOID>& ids)
 {
     CeDBase::BulkScope bulk(contacts);
@@ -62,17 +71,16 @@ void AddressWindow::DeleteSelected()
     if (ids.empty())
         return;
     const int row = ListView_GetNextItem(m_list, -1, LVNI_SELECTED);
-    const std::wstring what = ids.size() == 1
-                                  ? L"\"" + m_rows.Text(static_cast<size_t>(row), Column::FileAs) + L"\""
-                                  : CountText(ids.size(), L"contact", L"contacts");
+    const std::wstring what =
+        ids.size() == 1 ? L"\"" + Shortened(m_rows.Text(static_cast<size_t>(row), Column::FileAs)) + L"\""
+                        : CountText(ids.size(), L"contact", L"contacts");
     if (MessageBoxW(m_window, (L"Delete " + what + L"?").c_str(), kTitle, MB_YESNO | MB_ICONQUESTION) !=
         IDYES)
         return;
     if (!DeleteAll(m_contacts, ids))
         MessageBoxW(m_window, L"The contacts cannot be deleted.", kTitle, MB_OK | MB_ICONERROR);
     m_rows.Load();
-    const auto next = static_cast<size_t>(row);
-    ShowRows({}, m_rows.IdAt(next < m_rows.Count() ? next : m_rows.Count() - 1));
+    ShowRows({}, 0, row);
 }
 
 void AddressWindow::AskImport()

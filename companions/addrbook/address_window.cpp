@@ -3,12 +3,15 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "addrbook/count_text.h"
+#include "addrbook/list_columns.h"
 #include "addrbook/resource.h"
-#include "res/resource.h"
+#include "ui/program_icon.h"
 #include "ui/scale.h"
 #include "ui/scoped.h"
+#include "ui/window_placement.h"
 #include "ui/work_area.h"
 
 namespace addrbook {
@@ -16,26 +19,13 @@ namespace addrbook {
 namespace {
 
 constexpr const wchar_t* kTitle = L"Address Book";
+constexpr int kEditMenu = 1; // its place in the menu bar
 constexpr int kMargin = 4;
 constexpr int kLabelWidth = 36;
 constexpr int kFindWidth = 220;
 constexpr int kAroundText = 8; // above and below the text of the box, together
 constexpr int kWindowWidth = 800;
 constexpr int kWindowHeight = 560;
-
-struct ColumnShape {
-    const wchar_t* title;
-    int width;
-};
-// In the order of Column.
-constexpr ColumnShape kColumns[kColumnCount] = {
-    {L"File As", 180}, {L"Company", 140}, {L"E-mail", 150}, {L"Phone", 132}};
-
-UniqueIcon LoadProgramIcon(HINSTANCE instance, int size)
-{
-    return UniqueIcon(static_cast<HICON>(LoadImageW(instance, MAKEINTRESOURCEW(IDI_JOURNAL), IMAGE_ICON,
-                                                    Scale(size), Scale(size), LR_DEFAULTCOLOR)));
-}
 
 UniqueFont MakeFont()
 {
@@ -64,7 +54,8 @@ RECT FirstPlace()
     const LONG roomX = area.right - area.left, roomY = area.bottom - area.top;
     const LONG width = std::min<LONG>(Scale(kWindowWidth), roomX);
     const LONG height = std::min<LONG>(Scale(kWindowHeight), roomY);
-    return {area.left + (roomX - width) / 2, area.top + (roomY - height) / 2, width, height};
+    const LONG left = area.left + (roomX - width) / 2, top = area.top + (roomY - height) / 2;
+    return {left, top, left + width, top + height};
 }
 
 } // namespace
@@ -90,17 +81,27 @@ bool AddressWindow::RegisterWindowClass(HINSTANCE instance)
 bool AddressWindow::Create(HINSTANCE instance)
 {
     m_instance = instance;
-    const RECT place = FirstPlace();
+    m_hasSettings = m_settings.Open(kSettingsKey) != 0;
+    const std::optional<WindowPlace> left = LoadPlacement(m_settings);
+    m_leftMaximized = left && left->maximized;
+    const RECT place = left ? left->rect : FirstPlace();
     if (!CreateWindowExW(WS_EX_CONTROLPARENT, kAddressWindowClass, kTitle,
-                         WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top, place.right,
-                         place.bottom, nullptr, nullptr, instance, this))
+                         WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top,
+                         place.right - place.left, place.bottom - place.top, nullptr, nullptr, instance,
+                         this))
         return false;
     if (m_contacts.Open(kContactsKey, m_window)) {
+        m_isLoaded = true;
         Reload();
         return true;
     }
     MessageBoxW(nullptr, L"The contacts cannot be opened.", kTitle, MB_OK | MB_ICONERROR);
     return false;
+}
+
+void AddressWindow::ShowFirst(int showCommand)
+{
+    ShowWindow(m_window, FirstShowCommand(showCommand, m_leftMaximized));
 }
 
 LRESULT AddressWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
@@ -118,6 +119,11 @@ LRESULT AddressWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
         return 0;
     case WM_NOTIFY: return OnNotify(reinterpret_cast<NMHDR*>(lParam));
     case WM_INITMENUPOPUP: EnableCommands(); return 0;
+    case WM_CONTEXTMENU:
+        if (reinterpret_cast<HWND>(wParam) != m_list)
+            return DefWindowProcW(m_window, message, wParam, lParam);
+        ShowListMenu({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+        return 0;
     case kMsgDatabaseChange: OnContactsChanged(wParam); return 0;
     case WM_DESTROY: OnDestroy(); return 0;
     default: return DefWindowProcW(m_window, message, wParam, lParam);
@@ -138,10 +144,8 @@ bool AddressWindow::OnCreate()
 {
     m_font = MakeFont();
     m_textHeight = TextHeight(m_window, m_font.get());
-    m_smallIcon = LoadProgramIcon(m_instance, 16);
-    m_bigIcon = LoadProgramIcon(m_instance, 32);
-    SendMessageW(m_window, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_smallIcon.get()));
-    SendMessageW(m_window, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(m_bigIcon.get()));
+    m_smallIcon = SetProgramIcon(m_window, ICON_SMALL);
+    m_bigIcon = SetProgramIcon(m_window, ICON_BIG);
     m_findLabel = MakeChild(L"STATIC", L"Fi&nd:", SS_CENTERIMAGE, 0, IDC_FIND_LABEL);
     m_find = MakeChild(L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, IDC_FIND);
     m_count = MakeChild(L"STATIC", L"", SS_CENTERIMAGE | SS_RIGHT | SS_NOPREFIX, 0, IDC_COUNT);
@@ -155,13 +159,7 @@ void AddressWindow::MakeList()
                        WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
                        WS_EX_CLIENTEDGE, IDC_CONTACTS);
     ListView_SetExtendedListViewStyle(m_list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
-    for (size_t i = 0; i < kColumnCount; ++i) {
-        LVCOLUMNW column{};
-        column.mask = LVCF_TEXT | LVCF_WIDTH;
-        column.pszText = const_cast<wchar_t*>(kColumns[i].title);
-        column.cx = Scale(kColumns[i].width);
-        SendMessageW(m_list, LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
-    }
+    InsertColumns(m_list, m_settings);
 }
 
 // The count gives way to the box, the box to nothing.
@@ -183,8 +181,13 @@ void AddressWindow::OnSize()
                TRUE);
 }
 
+// What was never loaded is not saved.
 void AddressWindow::OnDestroy()
 {
+    if (m_isLoaded && m_hasSettings) {
+        SavePlacement(m_window, m_settings);
+        SaveColumnWidths(m_list, m_settings);
+    }
     m_contacts.Close();
     PostQuitMessage(0);
 }
@@ -209,13 +212,31 @@ LRESULT AddressWindow::OnListNotify(NMHDR* header)
         const bool isText = (find->lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) != 0 && find->lvfi.psz;
         return isText ? m_rows.FindName(find->lvfi.psz, static_cast<size_t>(std::max(find->iStart, 0))) : -1;
     }
-    case NM_DBLCLK: EditCurrent(); return 0;
+    case NM_DBLCLK:
+        if (reinterpret_cast<NMITEMACTIVATE*>(header)->iItem >= 0)
+            EditCurrent();
+        return 0;
     case LVN_KEYDOWN:
         if (reinterpret_cast<NMLVKEYDOWN*>(header)->wVKey == VK_DELETE)
             DeleteSelected();
         return 0;
     default: return 0;
     }
+}
+
+// The Edit menu where the mouse is, or, when a key has asked for it, below the current contact.
+void AddressWindow::ShowListMenu(POINT point)
+{
+    if (point.x == -1 && point.y == -1) {
+        RECT place{}, client{};
+        GetClientRect(m_list, &client);
+        ListView_GetItemRect(m_list, ListView_GetNextItem(m_list, -1, LVNI_FOCUSED), &place, LVIR_LABEL);
+        point = {std::clamp(place.left, client.left, client.right),
+                 std::clamp(place.bottom, client.top, client.bottom)};
+        ClientToScreen(m_list, &point);
+    }
+    HMENU menu = GetSubMenu(GetMenu(m_window), kEditMenu);
+    TrackPopupMenu(menu, TPM_RIGHTBUTTON, point.x, point.y, 0, m_window, nullptr);
 }
 
 void AddressWindow::OnDisplay(NMLVDISPINFOW* info)
@@ -286,7 +307,7 @@ void AddressWindow::OnFindChanged()
     const std::vector<CEOID> selected = Selected();
     const CEOID focused = Focused();
     m_rows.Find(text);
-    ShowRows(selected, focused);
+    ShowRows(selected, focused, 0);
 }
 
 // Bulk work of another program is over at its end, which is told too.
@@ -312,34 +333,50 @@ CEOID AddressWindow::Focused() const
 
 void AddressWindow::Reload(CEOID current)
 {
+    const int row = std::max(ListView_GetNextItem(m_list, -1, LVNI_FOCUSED), 0);
     std::vector<CEOID> selected = Selected();
     if (current)
         selected = {current};
     const CEOID focused = current ? current : Focused();
     m_rows.Load();
-    ShowRows(selected, focused);
+    // What was just saved is seen, whatever was looked for.
+    if (current && m_rows.RowOf(current) < 0)
+        SetWindowTextW(m_find, L"");
+    ShowRows(selected, focused, row);
 }
 
-// Of what was selected and is still shown everything stays selected; when nothing is, the first row becomes
-// the current one.
-void AddressWindow::ShowRows(const std::vector<CEOID>& selected, CEOID focused)
+// Of what was selected and is still shown everything stays selected; when nothing is, the current row is. The
+// current row is the focused contact's, or, when it is no longer shown, the one given.
+void AddressWindow::ShowRows(const std::vector<CEOID>& selected, CEOID focused, int otherwise)
 {
+    const int count = static_cast<int>(m_rows.Count());
     SetRowState(-1, 0);
-    ListView_SetItemCountEx(m_list, static_cast<int>(m_rows.Count()), 0);
-    if (selected.size() > 1 && selected.size() >= m_rows.Count())
-        SetRowState(-1, LVIS_SELECTED);
-    else
-        for (const CEOID id : selected)
-            if (const int row = m_rows.RowOf(id); row >= 0)
-                SetRowState(row, LVIS_SELECTED);
-    const int row = std::max(m_rows.RowOf(focused), 0);
-    if (m_rows.Count()) {
-        const UINT selectedCount = ListView_GetSelectedCount(m_list);
-        SetRowState(row, selectedCount ? LVIS_FOCUSED : LVIS_FOCUSED | LVIS_SELECTED);
+    ListView_SetItemCountEx(m_list, count, 0);
+    const bool hasSelection = SelectRows(selected);
+    if (count > 0) {
+        const int found = m_rows.RowOf(focused);
+        const int row = found >= 0 ? found : std::min(otherwise, count - 1);
+        SetRowState(row, hasSelection ? LVIS_FOCUSED : LVIS_FOCUSED | LVIS_SELECTED);
         ListView_EnsureVisible(m_list, row, FALSE);
     }
     InvalidateRect(m_list, nullptr, FALSE);
     ShowCount();
+}
+
+// Those of the contacts that are shown; false when none is.
+bool AddressWindow::SelectRows(const std::vector<CEOID>& contacts)
+{
+    const std::unordered_set<CEOID> wanted(contacts.begin(), contacts.end());
+    std::vector<int> rows;
+    for (size_t row = 0; row < m_rows.Count() && rows.size() < wanted.size(); ++row)
+        if (wanted.count(m_rows.IdAt(row)))
+            rows.push_back(static_cast<int>(row));
+    // All at once is one message.
+    if (rows.size() > 1 && rows.size() == m_rows.Count())
+        rows = {-1};
+    for (const int row : rows)
+        SetRowState(row, LVIS_SELECTED);
+    return !rows.empty();
 }
 
 // No state at all takes the selection away.

@@ -8,6 +8,7 @@
 
 #include "addrbook/contact.h"
 #include "addrbook/contact_rows.h"
+#include "app/registry_store.h"
 #include "mervane/db_contacts.h"
 #include "ui/window_procedure.h"
 #include "util/owners.h"
@@ -15,6 +16,7 @@
 namespace addrbook {
 
 constexpr const wchar_t* kAddressWindowClass = L"AddressBook";
+constexpr const wchar_t* kSettingsKey = L"Software\\Quillmarsh\\Address Book"; // under HKEY_CURRENT_USER
 
 class AddressWindow {
   public:
@@ -24,9 +26,11 @@ class AddressWindow {
     ~AddressWindow();
 
     [[nodiscard]] static bool RegisterWindowClass(HINSTANCE instance);
-    // Opens the contacts and makes the window, which is not shown yet. False when either fails; a person has
-    // been told.
+    // Opens the contacts and makes the window where it was left, which is not shown yet. False when either
+    // fails; a person has been told.
     [[nodiscard]] bool Create(HINSTANCE instance);
+    // Shows it where and as it was left.
+    void ShowFirst(int showCommand);
     HWND Handle() const { return m_window; }
     // A message of the thread's queue before anything else sees it; true when it is used up.
     bool TranslateKey(const MSG& message);
@@ -43,6 +47,7 @@ class AddressWindow {
     void OnCommand(int id, WORD notification);
     LRESULT OnNotify(NMHDR* header);
     LRESULT OnListNotify(NMHDR* header);
+    void ShowListMenu(POINT point);
     void OnDisplay(NMLVDISPINFOW* info);
     void OnContactsChanged(WPARAM code);
     void OnFindChanged();
@@ -60,7 +65,8 @@ class AddressWindow {
     // Reads the contacts again; the one with the identifier becomes the current one, or when it is 0 what was
     // selected stays.
     void Reload(CEOID current = 0);
-    void ShowRows(const std::vector<CEOID>& selected, CEOID focused);
+    void ShowRows(const std::vector<CEOID>& selected, CEOID focused, int otherwise);
+    bool SelectRows(const std::vector<CEOID>& contacts);
     void SetRowState(int row, UINT state);
     void ShowCount();
     void EnableCommands();
@@ -68,6 +74,10 @@ class AddressWindow {
     CEOID Focused() const;
     bool Save(CEOID* id, const Contact& contact);
 
+    RegistryStore m_settings;
+    bool m_hasSettings = false;
+    bool m_leftMaximized = false;
+    bool m_isLoaded = false;
     DbContacts m_contacts;
     ContactRows m_rows;
     HINSTANCE m_instance = nullptr;

@@ -43,7 +43,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand)
     addrbook::AddressWindow window;
     if (!window.Create(instance))
         return 1;
-    ShowWindow(window.Handle(), showCommand);
+    window.ShowFirst(showCommand);
     UpdateWindow(window.Handle());
     return Run(instance, window);
 }

@@ -1,74 +1,15 @@
 #include "addrbook/address_window.h"
 
-#include <gtest/gtest.h>
+#include <commctrl.h>
 
-#include "addrbook/contact_record.h"
+#include "address_window_fixture.h"
 #include "addrbook/resource.h"
 #include "cards.h"
-#include "support/test_store.h"
 #include "support/test_windows.h"
 
 namespace addrbook {
 
 namespace {
-
-class AddressWindowTest : public testing::Test {
-  protected:
-    void SetUp() override { ASSERT_EQ(m_contacts.Open(), 1); }
-    void TearDown() override
-    {
-        m_window.reset();
-        // Its end is the program's.
-        MSG message;
-        while (PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
-        }
-        DeleteFileW(m_path.c_str());
-    }
-    CEOID Add(const char* fileAs, const char* note = "")
-    {
-        Contact contact;
-        contact[Field::FileAs] = fileAs;
-        contact[Field::Note] = note;
-        return ContactSaver().Save(m_contacts, 0, contact);
-    }
-    void Open()
-    {
-        HINSTANCE instance = GetModuleHandleW(nullptr);
-        ASSERT_TRUE(AddressWindow::RegisterWindowClass(instance));
-        m_window = std::make_unique<AddressWindow>();
-        ASSERT_TRUE(m_window->Create(instance));
-        ShowWindow(m_window->Handle(), SW_SHOW);
-        PumpMessages();
-    }
-    HWND Item(int id) const { return GetDlgItem(m_window->Handle(), id); }
-    HWND List() const { return Item(IDC_CONTACTS); }
-    std::vector<std::wstring> Names() const
-    {
-        std::vector<std::wstring> names;
-        for (int row = 0; row < ListView_GetItemCount(List()); ++row) {
-            wchar_t text[300] = L"";
-            ListView_GetItemText(List(), row, 0, text, 300);
-            names.emplace_back(text);
-        }
-        return names;
-    }
-    std::wstring Current() const
-    {
-        wchar_t text[300] = L"";
-        ListView_GetItemText(List(), ListView_GetNextItem(List(), -1, LVNI_FOCUSED | LVNI_SELECTED), 0, text,
-                             300);
-        return text;
-    }
-    void Command(int id) { SendMessageW(m_window->Handle(), WM_COMMAND, static_cast<WPARAM>(id), 0); }
-    void PressInList(WPARAM key) { SendMessageW(List(), WM_KEYDOWN, key, 0); }
-
-    TestStore m_store;
-    std::wstring m_path = m_store.Path() + L".vcf";
-    DbContacts m_contacts;
-    std::unique_ptr<AddressWindow> m_window;
-};
-
-using Texts = std::vector<std::wstring>;
 
 TEST_F(AddressWindowTest, ListsTheContactsByFileAs)
 {
@@ -203,9 +144,261 @@ TEST_F(AddressWindowTest, FollowsAnotherProgramsChanges)
     const CEOID bert = Add("Bert");
     Open();
     ASSERT_EQ(m_contacts.DeleteRecord(bert), 1);
-    PostMessageW(m_window->Handle(), kMsgDatabaseChange, kChangeDeleted, static_cast<LPARAM>(bert));
-    PumpMessages();
+    TellOfAChange(kChangeDeleted);
     EXPECT_EQ(Names(), Texts{L"Anna"});
+}
+
+TEST_F(AddressWindowTest, ASelectionIsNotHandedOnToOthers)
+{
+    Add("Anna", "lake");
+    Add("Bert", "hill");
+    Add("Carl", "lake");
+    Add("Dora", "hill");
+    Open();
+    SetWindowTextW(Item(IDC_FIND), L"lake");
+    Command(CMD_SELECT_ALL);
+    SetWindowTextW(Item(IDC_FIND), L"hill");
+    EXPECT_EQ(Names(), (Texts{L"Bert", L"Dora"}));
+    EXPECT_EQ(Selected(), Texts{L"Bert"}) << "nobody has selected these two";
+}
+
+TEST_F(AddressWindowTest, WhatStaysInSightStaysSelected)
+{
+    Add("Anna", "lake");
+    Add("Bert");
+    Add("Carl", "lake");
+    Add("Dora", "lake");
+    Open();
+    Select(0, false);
+    Select(1);
+    Select(3);
+    SetWindowTextW(Item(IDC_FIND), L"lake");
+    EXPECT_EQ(Selected(), Texts{L"Dora"});
+    Command(CMD_SELECT_ALL);
+    Command(IDCANCEL);
+    EXPECT_EQ(Selected(), (Texts{L"Anna", L"Carl", L"Dora"}));
+}
+
+// Whatever is looked for: who has just made a contact wants to see it.
+TEST_F(AddressWindowTest, WhatWasSavedIsShown)
+{
+    Add("Anna", "lake");
+    Add("Bert");
+    Open();
+    SetWindowTextW(Item(IDC_FIND), L"lake");
+    const ModalDriver driver([](HWND dialog) {
+        SetDlgItemTextW(dialog, IDC_COMPANY, L"Zeta");
+        SendMessageW(dialog, WM_COMMAND, IDOK, 0);
+    });
+    Command(CMD_NEW_CONTACT);
+    EXPECT_TRUE(driver.Ran());
+    EXPECT_EQ(WindowText(Item(IDC_FIND)), L"");
+    EXPECT_EQ(Names(), (Texts{L"Anna", L"Bert", L"Zeta"}));
+    EXPECT_EQ(Current(), L"Zeta");
+    EXPECT_EQ(Selected(), Texts{L"Zeta"});
+}
+
+TEST_F(AddressWindowTest, ACancelledContactChangesNothing)
+{
+    Add("Anna");
+    Open();
+    const ModalDriver driver([](HWND dialog) { SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0); });
+    Command(CMD_NEW_CONTACT);
+    EXPECT_TRUE(driver.Ran());
+    EXPECT_EQ(m_contacts.RecordCount(), 1u);
+}
+
+TEST_F(AddressWindowTest, ADoubleClickOpensAContactAndNothingElsewhere)
+{
+    Add("Anna");
+    Open();
+    NMITEMACTIVATE click{};
+    click.hdr = {List(), IDC_CONTACTS, static_cast<UINT>(NM_DBLCLK)};
+    const auto send = [&] {
+        SendMessageW(m_window->Handle(), WM_NOTIFY, IDC_CONTACTS, reinterpret_cast<LPARAM>(&click));
+    };
+    click.iItem = -1;
+    {
+        const ModalDriver driver([](HWND dialog) { EndDialog(dialog, 0); });
+        send();
+        EXPECT_FALSE(driver.Ran()) << "below the last row there is no contact";
+    }
+    click.iItem = 0;
+    const ModalDriver driver([](HWND dialog) {
+        EXPECT_EQ(WindowText(dialog), L"Anna");
+        EndDialog(dialog, 0);
+    });
+    send();
+    EXPECT_TRUE(driver.Ran());
+}
+
+TEST_F(AddressWindowTest, LettersGoToTheNextName)
+{
+    for (const char* name : {"Anna", "Bert", "Bj\xC3\xB6rn", "Carl"})
+        Add(name);
+    Open();
+    SendMessageW(List(), WM_CHAR, L'b', 1);
+    EXPECT_EQ(Current(), L"Bert");
+    SendMessageW(List(), WM_CHAR, L'j', 1);
+    EXPECT_EQ(Current(), L"Bj\u00F6rn");
+}
+
+TEST_F(AddressWindowTest, InTheBoxTheArrowsAndThePageKeysMoveInTheList)
+{
+    for (const char* name : {"Anna", "Bert", "Carl"})
+        Add(name);
+    Open();
+    const auto press = [&](WPARAM key, HWND control) {
+        return m_window->TranslateKey({control, WM_KEYDOWN, key, 0, 0, {}});
+    };
+    EXPECT_TRUE(press(VK_NEXT, Item(IDC_FIND)));
+    EXPECT_EQ(Current(), L"Carl");
+    EXPECT_TRUE(press(VK_UP, Item(IDC_FIND)));
+    EXPECT_EQ(Current(), L"Bert");
+    EXPECT_TRUE(press(VK_PRIOR, Item(IDC_FIND)));
+    EXPECT_EQ(Current(), L"Anna");
+    for (const WPARAM key : std::initializer_list<WPARAM>{VK_LEFT, VK_RIGHT, VK_HOME, VK_END, VK_DELETE})
+        EXPECT_FALSE(press(key, Item(IDC_FIND))) << key << " is the box's";
+    EXPECT_FALSE(press(VK_DOWN, List()));
+    EXPECT_FALSE(m_window->TranslateKey({Item(IDC_FIND), WM_KEYUP, VK_DOWN, 0, 0, {}}));
+}
+
+TEST_F(AddressWindowTest, SelectAllIsAKeyOfTheList)
+{
+    for (const char* name : {"Anna", "Bert", "Carl"})
+        Add(name);
+    Open();
+    const auto pressWith = [&](BYTE control, HWND window) {
+        BYTE keys[256] = {};
+        keys[VK_CONTROL] = control;
+        SetKeyboardState(keys);
+        const bool used = m_window->TranslateKey({window, WM_KEYDOWN, L'A', 0, 0, {}});
+        keys[VK_CONTROL] = 0;
+        SetKeyboardState(keys);
+        return used;
+    };
+    EXPECT_FALSE(pressWith(0, List()));
+    EXPECT_FALSE(pressWith(0x80, Item(IDC_FIND))) << "there it selects the text";
+    EXPECT_EQ(Selected(), Texts{L"Anna"});
+    EXPECT_TRUE(pressWith(0x80, List()));
+    EXPECT_EQ(Selected().size(), 3u);
+}
+
+TEST_F(AddressWindowTest, AfterADeletionTheNextOneIsCurrent)
+{
+    for (const char* name : {"Anna", "Bert", "Carl"})
+        Add(name);
+    Open();
+    const MessageBoxAnswerer answerer({IDYES});
+    PressInList(VK_DOWN);
+    PressInList(VK_DELETE);
+    EXPECT_EQ(Current(), L"Carl");
+    PressInList(VK_DELETE);
+    EXPECT_EQ(Current(), L"Anna") << "the last one is gone: the one before it";
+    EXPECT_EQ(WindowText(Item(IDC_COUNT)), L"1 contact");
+}
+
+// A card may bring a name of any length.
+TEST_F(AddressWindowTest, TheQuestionOfADeletionFitsTheScreen)
+{
+    Add(std::string(5'000, 'x'));
+    Open();
+    const MessageBoxAnswerer answerer({IDNO});
+    PressInList(VK_DELETE);
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].text, L"Delete \"" + std::wstring(80, L'x') + L"...\"?");
+    EXPECT_EQ(answerer.Boxes()[0].answers, (std::vector{IDYES, IDNO}));
+    EXPECT_EQ(answerer.Boxes()[0].owner, m_window->Handle());
+}
+
+TEST_F(AddressWindowTest, TheQuestionOfADeletionCutsNoCharacter)
+{
+    Add(std::string(79, 'x') + "\xF0\x9F\x98\x80\xF0\x9F\x98\x80");
+    Open();
+    const MessageBoxAnswerer answerer({IDNO});
+    PressInList(VK_DELETE);
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].text, L"Delete \"" + std::wstring(79, L'x') + L"...\"?");
+}
+
+TEST_F(AddressWindowTest, TheFocusComesBackToWhereItWas)
+{
+    Open();
+    HWND window = m_window->Handle();
+    const auto hasFocus = [&](int id) {
+        return PumpUntil([&] {
+            SetForegroundWindow(window);
+            return GetForegroundWindow() == window && GetFocus() == Item(id);
+        });
+    };
+    EXPECT_TRUE(hasFocus(IDC_CONTACTS)) << "at first it is the list's";
+    Command(CMD_FIND_CONTACT);
+    EXPECT_TRUE(hasFocus(IDC_FIND));
+    {
+        const TestParent other;
+        EXPECT_TRUE(PumpUntil([&] {
+            SetForegroundWindow(other.Handle());
+            return GetForegroundWindow() == other.Handle();
+        }));
+        SetForegroundWindow(window);
+        EXPECT_TRUE(hasFocus(IDC_FIND));
+    }
+    Command(IDCANCEL);
+    EXPECT_TRUE(hasFocus(IDC_CONTACTS));
+}
+
+TEST_F(AddressWindowTest, TheFindCommandTakesWhatWasTypedBefore)
+{
+    Open();
+    SetWindowTextW(Item(IDC_FIND), L"anna");
+    Command(CMD_FIND_CONTACT);
+    DWORD start = 9, end = 9;
+    SendMessageW(Item(IDC_FIND), EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+    EXPECT_EQ(start, 0u);
+    EXPECT_EQ(end, 4u);
+}
+
+TEST_F(AddressWindowTest, WhatAnotherProgramDeletesTakesNobodyElsewhere)
+{
+    Add("Anna");
+    const CEOID bert = Add("Bert");
+    Add("Carl");
+    Open();
+    PressInList(VK_DOWN);
+    EXPECT_EQ(Current(), L"Bert");
+    ASSERT_EQ(m_contacts.DeleteRecord(bert), 1);
+    TellOfAChange(kChangeDeleted);
+    EXPECT_EQ(Names(), (Texts{L"Anna", L"Carl"}));
+    EXPECT_EQ(Current(), L"Carl");
+    EXPECT_EQ(WindowText(Item(IDC_COUNT)), L"2 contacts");
+}
+
+TEST_F(AddressWindowTest, AnotherProgramsContactsAreFoundToo)
+{
+    Add("Anna", "lake");
+    Open();
+    SetWindowTextW(Item(IDC_FIND), L"lake");
+    Add("Zoe", "lake");
+    TellOfAChange(kChangeWorkBegins);
+    EXPECT_EQ(Names(), Texts{L"Anna"}) << "bulk work is waited for";
+    TellOfAChange(kChangeWorkEnded);
+    EXPECT_EQ(Names(), (Texts{L"Anna", L"Zoe"}));
+    EXPECT_EQ(Current(), L"Anna");
+}
+
+TEST_F(AddressWindowTest, AContactThatIsGoneWhenItIsSavedIsWrittenAnew)
+{
+    const CEOID anna = Add("Anna");
+    Open();
+    const ModalDriver driver([&](HWND dialog) {
+        EXPECT_EQ(m_contacts.DeleteRecord(anna), 1);
+        SetDlgItemTextW(dialog, IDC_COMPANY, L"Zeta");
+        SendMessageW(dialog, WM_COMMAND, IDOK, 0);
+    });
+    Command(CMD_EDIT_CONTACT);
+    EXPECT_TRUE(driver.Ran());
+    EXPECT_EQ(Names(), Texts{L"Anna"});
+    EXPECT_EQ(m_contacts.RecordCount(), 1u);
 }
 
 TEST_F(AddressWindowTest, GreysWhatHasNothingToWorkOn)

@@ -91,6 +91,105 @@ TEST_F(ContactDialogTest, ShowsAndKeepsEveryField)
     EXPECT_EQ(m_saved, contact) << "what nobody touched stays to the byte";
 }
 
+// Each box stands for its own field, whatever is written into it.
+TEST_F(ContactDialogTest, EachBoxIsItsField)
+{
+    constexpr std::pair<int, Field> kBoxes[] = {
+        {IDC_FILE_AS, Field::FileAs},  {IDC_FIRST_NAME, Field::FirstName}, {IDC_LAST_NAME, Field::LastName},
+        {IDC_COMPANY, Field::Company}, {IDC_JOB_TITLE, Field::JobTitle},   {IDC_EMAILS, Field::Emails},
+        {IDC_PHONES, Field::Phones},   {IDC_ADDRESS, Field::Address},      {IDC_BIRTHDAY, Field::Birthday},
+        {IDC_NOTE, Field::Note}};
+    const auto textOf = [](int id) { return L"text " + std::to_wstring(id); };
+    EXPECT_TRUE(Edit(
+        {},
+        [&](HWND dialog) {
+            for (const auto& [id, field] : kBoxes)
+                Type(dialog, id, textOf(id).c_str());
+            Type(dialog, IDC_FILE_AS, textOf(IDC_FILE_AS).c_str());
+            Press(dialog, IDOK);
+        },
+        true));
+    for (const auto& [id, field] : kBoxes)
+        EXPECT_EQ(m_saved[field], "text " + std::to_string(id));
+    const Contact contact = m_saved;
+    Edit(contact, [&](HWND dialog) {
+        for (const auto& [id, field] : kBoxes)
+            EXPECT_EQ(ItemText(dialog, id), textOf(id));
+        Press(dialog, IDCANCEL);
+    });
+}
+
+TEST_F(ContactDialogTest, ABoxTakesMoreThanTheSystemsUsualLength)
+{
+    const std::wstring note(40'000, L'n');
+    EXPECT_TRUE(Edit(
+        {},
+        [&](HWND dialog) {
+            Type(dialog, IDC_COMPANY, L"Acme");
+            for (const int id : {IDC_NOTE, IDC_JOB_TITLE})
+                SendDlgItemMessageW(dialog, id, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(note.c_str()));
+            Press(dialog, IDOK);
+        },
+        true));
+    EXPECT_EQ(m_saved[Field::Note].size(), note.size());
+    EXPECT_EQ(m_saved[Field::JobTitle].size(), note.size());
+}
+
+// Left empty it is made, as on a new contact.
+TEST_F(ContactDialogTest, AnEmptyFileAsIsMadeFromTheNames)
+{
+    const Contact contact = ContactOf("FN:Jane Doe\nN:Doe;Jane;;;");
+    EXPECT_TRUE(Edit(contact, [](HWND dialog) {
+        Type(dialog, IDC_FILE_AS, L" ");
+        Press(dialog, IDOK);
+    }));
+    EXPECT_EQ(m_saved[Field::FileAs], "Doe, Jane");
+}
+
+TEST_F(ContactDialogTest, AFileAsThatWasChosenStaysWhenAnythingIsTyped)
+{
+    Contact contact = ContactOf("FN:Jane Doe\nN:Doe;Jane;;;");
+    contact[Field::FileAs] = "Sister";
+    EXPECT_TRUE(Edit(contact, [](HWND dialog) {
+        EXPECT_EQ(WindowText(dialog), L"Sister");
+        Type(dialog, IDC_NOTE, L"hello");
+        Type(dialog, IDC_LAST_NAME, L"Smith");
+        Press(dialog, IDOK);
+    }));
+    EXPECT_EQ(m_saved[Field::FileAs], "Sister");
+    EXPECT_EQ(m_saved[Field::LastName], "Smith");
+}
+
+TEST_F(ContactDialogTest, BlanksAroundATextAreNotKept)
+{
+    EXPECT_TRUE(Edit(
+        {},
+        [](HWND dialog) {
+            Type(dialog, IDC_COMPANY, L"  Acme & Co\t");
+            Type(dialog, IDC_NOTE, L"\r\n one \r\n two \r\n\r\n");
+            Press(dialog, IDOK);
+        },
+        true));
+    EXPECT_EQ(m_saved[Field::Company], "Acme & Co");
+    EXPECT_EQ(m_saved[Field::Note], "one \n two");
+}
+
+TEST_F(ContactDialogTest, TheNameIsWhereOneIsSentForIt)
+{
+    const MessageBoxAnswerer answerer;
+    Edit(
+        {},
+        [](HWND dialog) {
+            SetFocus(GetDlgItem(dialog, IDC_NOTE));
+            Press(dialog, IDOK);
+            EXPECT_EQ(GetDlgCtrlID(GetFocus()), IDC_FIRST_NAME);
+            EXPECT_EQ(WindowText(dialog), L"New Contact");
+            Press(dialog, IDCANCEL);
+        },
+        true);
+    EXPECT_EQ(m_saves, 0);
+}
+
 TEST_F(ContactDialogTest, FileAsFollowsTheNamesUntilItIsChosen)
 {
     const Contact contact = ContactOf("FN:Jane Doe\nN:Doe;Jane;;;");

@@ -17,14 +17,16 @@ UniqueKernelHandle OpenTestFile(const std::wstring& path, DWORD access, DWORD di
     return UniqueKernelHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
 
-// The key itself stays: the application object of the test's process may hold it open.
-void EmptyJournalKey()
+// The keys themselves stay: the application object of the test's process may hold one open.
+void EmptyKeys()
 {
-    HKEY key = nullptr;
-    if (RegCreateKeyW(HKEY_CURRENT_USER, L"Software\\Quillmarsh\\Journal", &key) != ERROR_SUCCESS)
-        return;
-    const UniqueKey owner(key);
-    RegDeleteTreeW(key, nullptr);
+    for (const wchar_t* path : {L"Software\\Quillmarsh\\Journal", L"Software\\Quillmarsh\\Address Book"}) {
+        HKEY key = nullptr;
+        if (RegCreateKeyW(HKEY_CURRENT_USER, path, &key) != ERROR_SUCCESS)
+            continue;
+        const UniqueKey owner(key);
+        RegDeleteTreeW(key, nullptr);
+    }
 }
 
 } // namespace
@@ -48,11 +50,11 @@ TestStore::~TestStore()
 
 TestRegistry::TestRegistry()
 {
-    EmptyJournalKey();
+    EmptyKeys();
 }
 TestRegistry::~TestRegistry()
 {
-    EmptyJournalKey();
+    EmptyKeys();
 }
 
 std::string ReadFileBytes(const std::wstring& path)

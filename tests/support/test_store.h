@@ -20,7 +20,7 @@ class TestStore {
     std::wstring m_path;
 };
 
-// Empties the program's registry key before and after, so that every test starts from the defaults.
+// Empties the programs' registry keys before and after, so that every test starts from the defaults.
 class TestRegistry {
   public:
     TestRegistry();

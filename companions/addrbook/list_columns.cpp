@@ -1,0 +1,58 @@
+#include "addrbook/list_columns.h"
+
+#include <commctrl.h>
+
+#include <string>
+
+#include "addrbook/contact_rows.h"
+#include "ui/scale.h"
+
+namespace addrbook {
+
+namespace {
+
+struct ColumnShape {
+    const wchar_t* title;
+    int width;
+};
+// In the order of Column.
+constexpr ColumnShape kColumns[kColumnCount] = {
+    {L"File As", 180}, {L"Company", 140}, {L"E-mail", 150}, {L"Phone", 132}};
+
+constexpr DWORD kNarrowest = 8; // pixels: less the mouse does not get hold of
+constexpr DWORD kWidest = 4096;
+
+std::wstring WidthName(size_t column)
+{
+    return L"ColumnWidth" + std::to_wstring(column);
+}
+
+// In pixels of the screen as they are, so that a width comes back to the pixel.
+int WidthOf(size_t column, const RegistryStore& settings)
+{
+    const DWORD stored = settings.GetNumber(kSettings, WidthName(column).c_str(), 0);
+    return stored >= kNarrowest && stored <= kWidest ? static_cast<int>(stored)
+                                                     : Scale(kColumns[column].width);
+}
+
+} // namespace
+
+void InsertColumns(HWND list, const RegistryStore& settings)
+{
+    for (size_t i = 0; i < kColumnCount; ++i) {
+        LVCOLUMNW column{};
+        column.mask = LVCF_TEXT | LVCF_WIDTH;
+        column.pszText = const_cast<wchar_t*>(kColumns[i].title);
+        column.cx = WidthOf(i, settings);
+        SendMessageW(list, LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
+    }
+}
+
+void SaveColumnWidths(HWND list, RegistryStore& settings)
+{
+    for (size_t i = 0; i < kColumnCount; ++i)
+        settings.SetNumber(kSettings, WidthName(i).c_str(),
+                           static_cast<DWORD>(ListView_GetColumnWidth(list, static_cast<int>(i))));
+}
+
+} // namespace addrbook

@@ -1,0 +1,15 @@
+// The list's columns; a width that somebody has dragged is kept in the settings.
+#pragma once
+
+#include <windows.h>
+
+#include "app/registry_store.h"
+
+namespace addrbook {
+
+// One for each Column, in their order. A stored width that would hide the column or fill every screen is not
+// taken.
+void InsertColumns(HWND list, const RegistryStore& settings);
+void SaveColumnWidths(HWND list, RegistryStore& settings);
+
+} // namespace addrbook

@@ -1,0 +1,166 @@
+// What the address book remembers of its window.
+#include <windows.h>
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "address_window_fixture.h"
+#include "addrbook/contact_rows.h"
+#include "addrbook/resource.h"
+#include "app/registry_store.h"
+#include "support/test_windows.h"
+#include "ui/scale.h"
+#include "ui/work_area.h"
+
+namespace addrbook {
+
+namespace {
+
+using Widths = std::vector<int>;
+
+class AddressSettings : public AddressWindowTest {
+  protected:
+    AddressSettings() { EXPECT_EQ(m_settings.Open(L"Software\\Quillmarsh\\Address Book"), 1); }
+    void StorePlace(LONG left, LONG top, LONG right, LONG bottom)
+    {
+        m_settings.SetNumber(L"Settings", L"wLeft", static_cast<DWORD>(left));
+        m_settings.SetNumber(L"Settings", L"wTop", static_cast<DWORD>(top));
+        m_settings.SetNumber(L"Settings", L"wRight", static_cast<DWORD>(right));
+        m_settings.SetNumber(L"Settings", L"wBottom", static_cast<DWORD>(bottom));
+    }
+    RECT Place() const
+    {
+        RECT place{};
+        GetWindowRect(m_window->Handle(), &place);
+        return place;
+    }
+    bool LiesAt(RECT wanted)
+    {
+        return PumpUntil([&] {
+            const RECT place = Place();
+            return EqualRect(&place, &wanted) != FALSE;
+        });
+    }
+    Widths ColumnWidths() const
+    {
+        Widths widths;
+        for (int column = 0; column < static_cast<int>(kColumnCount); ++column)
+            widths.push_back(ListView_GetColumnWidth(List(), column));
+        return widths;
+    }
+    static Widths DefaultWidths() { return {Scale(180), Scale(140), Scale(150), Scale(132)}; }
+
+    RegistryStore m_settings;
+};
+
+RECT MiddleOfTheWorkArea()
+{
+    const RECT area = WorkArea();
+    const LONG width = std::min<LONG>(Scale(800), area.right - area.left);
+    const LONG height = std::min<LONG>(Scale(560), area.bottom - area.top);
+    const LONG left = area.left + (area.right - area.left - width) / 2;
+    const LONG top = area.top + (area.bottom - area.top - height) / 2;
+    return {left, top, left + width, top + height};
+}
+
+TEST_F(AddressSettings, OpensInTheMiddleTheFirstTime)
+{
+    Open();
+    EXPECT_TRUE(LiesAt(MiddleOfTheWorkArea()));
+    EXPECT_FALSE(IsZoomed(m_window->Handle()));
+    EXPECT_EQ(ColumnWidths(), DefaultWidths());
+}
+
+TEST_F(AddressSettings, ComesBackWhereItWasLeft)
+{
+    Open();
+    const RECT wanted{70, 80, 520, 330};
+    MoveWindow(m_window->Handle(), wanted.left, wanted.top, wanted.right - wanted.left,
+               wanted.bottom - wanted.top, TRUE);
+    ASSERT_TRUE(LiesAt(wanted));
+    Close();
+    Open();
+    EXPECT_TRUE(LiesAt(wanted));
+}
+
+TEST_F(AddressSettings, ComesBackMaximised)
+{
+    Open();
+    ShowWindow(m_window->Handle(), SW_SHOWMAXIMIZED);
+    ASSERT_TRUE(PumpUntil([&] { return IsZoomed(m_window->Handle()); }));
+    Close();
+    Open();
+    EXPECT_TRUE(PumpUntil([&] { return IsZoomed(m_window->Handle()); }));
+}
+
+TEST_F(AddressSettings, APlaceOffEveryScreenIsNotTaken)
+{
+    for (const RECT place :
+         {RECT{5000, 5000, 5400, 5300}, RECT{-900, 100, -500, 400}, RECT{100, 100, 90, 400}}) {
+        StorePlace(place.left, place.top, place.right, place.bottom);
+        Open();
+        EXPECT_TRUE(LiesAt(MiddleOfTheWorkArea())) << place.left;
+        Close();
+    }
+}
+
+TEST_F(AddressSettings, ColumnWidthsComeBack)
+{
+    Open();
+    const Widths wanted{211, 33, 150, 90};
+    for (size_t column = 0; column < wanted.size(); ++column)
+        ListView_SetColumnWidth(List(), static_cast<int>(column), wanted[column]);
+    Close();
+    Open();
+    EXPECT_EQ(ColumnWidths(), wanted);
+}
+
+TEST_F(AddressSettings, AWidthNobodyCanHaveMeantIsNotTaken)
+{
+    for (const DWORD width : {DWORD{0}, DWORD{7}, DWORD{4097}, DWORD{0x80000000}, DWORD{0xFFFFFFFF}}) {
+        m_settings.SetNumber(L"Settings", L"ColumnWidth1", width);
+        Open();
+        EXPECT_EQ(ColumnWidths(), DefaultWidths()) << width;
+        Close();
+    }
+    m_settings.SetString(L"Settings", L"ColumnWidth1", L"ninety");
+    Open();
+    EXPECT_EQ(ColumnWidths(), DefaultWidths());
+    Close();
+    for (const DWORD width : {DWORD{8}, DWORD{4096}}) {
+        m_settings.SetNumber(L"Settings", L"ColumnWidth1", width);
+        Open();
+        EXPECT_EQ(ColumnWidths()[1], static_cast<int>(width));
+        Close();
+    }
+}
+
+TEST_F(AddressSettings, AreNotTheJournals)
+{
+    Open();
+    Close();
+    EXPECT_NE(m_settings.GetNumber(L"Settings", L"wRight", 0), 0u);
+    RegistryStore journal;
+    ASSERT_EQ(journal.Open(L"Software\\Quillmarsh\\Journal"), 1);
+    EXPECT_EQ(journal.GetNumber(L"Settings", L"wRight", 0), 0u);
+}
+
+TEST_F(AddressSettings, AFailedStartStoresNothing)
+{
+    m_contacts.Close();
+    const TestStore broken;
+    ASSERT_TRUE(WriteFileBytes(broken.Path(), "no store"));
+    const MessageBoxAnswerer answerer;
+    HINSTANCE instance = GetModuleHandleW(nullptr);
+    ASSERT_TRUE(AddressWindow::RegisterWindowClass(instance));
+    m_window = std::make_unique<AddressWindow>();
+    EXPECT_FALSE(m_window->Create(instance));
+    Close();
+    EXPECT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(m_settings.GetNumber(L"Settings", L"wRight", 0), 0u);
+    EXPECT_EQ(m_settings.GetNumber(L"Settings", L"ColumnWidth0", 0), 0u);
+}
+
+} // namespace
+
+} // namespace addrbook
