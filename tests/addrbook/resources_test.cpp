@@ -60,10 +60,9 @@ TEST(AddressResources, MenusTellTheKeys)
     ACCEL keys[16];
     const int count = CopyAcceleratorTableW(table, keys, 16);
     std::map<int, wchar_t> letters;
-    for (int i = 0; i < count; ++i) {
-        EXPECT_EQ(keys[i].fVirt & (FVIRTKEY | FCONTROL | FSHIFT | FALT), FVIRTKEY | FCONTROL);
-        letters[keys[i].cmd] = static_cast<wchar_t>(keys[i].key);
-    }
+    for (int i = 0; i < count; ++i)
+        if ((keys[i].fVirt & (FVIRTKEY | FCONTROL | FSHIFT | FALT)) == (FVIRTKEY | FCONTROL))
+            letters[keys[i].cmd] = static_cast<wchar_t>(keys[i].key);
     EXPECT_EQ(letters, (std::map<int, wchar_t>{{CMD_NEW_CONTACT, L'N'},
                                                {CMD_FIND_CONTACT, L'F'},
                                                {CMD_IMPORT, L'I'},

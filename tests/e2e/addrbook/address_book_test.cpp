@@ -1,96 +1,12 @@
-// The address book as a person works it, and the journal beside it.
+// The address book as a person works it.
 #include <gtest/gtest.h>
 
-#include "addrbook/resource.h"
-#include "e2e/harness/input.h"
-#include "e2e/harness/journal_test.h"
-#include "e2e/harness/message_box.h"
-#include "e2e/harness/remote_list_view.h"
-#include "e2e/harness/remote_window.h"
-#include "e2e/harness/settings.h"
+#include "e2e/addrbook/address_book_window.h"
+#include "e2e/harness/remote_menu.h"
 #include "e2e/harness/store_reader.h"
 #include "mervane/db_contacts.h"
-#include "mervane/db_journal.h"
-#include "mervane/z_column.h"
 
 namespace {
-
-constexpr const wchar_t* kAddressBook = L"AddressBook";
-constexpr int kGoContacts = 111;
-constexpr int kFileName = 0x47C; // the system's box for a file's name
-constexpr CEPROPID kSubject = 0x0066001F, kContactsOfEntry = 0x006F0041;
-
-// As the journal stores that its list shows a column.
-DWORD ShownColumn(CEPROPID property)
-{
-    constexpr int kWidth = 90;
-    return DWORD{PropertyNumber(property)} << kColumnPropertyShift | kWidth << kColumnWidthShift |
-           kColumnShown;
-}
-
-class AddressBookTest : public JournalTest {
-  protected:
-    ~AddressBookTest() override
-    {
-        DeleteFileW(m_file.c_str());
-        EndStarted();
-    }
-    HWND Window() const { return m_book.MainWindow(); }
-    RemoteListView List() const { return RemoteListView(Control(Window(), IDC_CONTACTS)); }
-    bool ShowsNames(const std::vector<std::wstring>& names) const
-    {
-        return WaitFor([&] {
-            std::vector<std::wstring> shown;
-            for (int row = 0; row < List().RowCount(); ++row)
-                shown.push_back(List().Text(row, 0));
-            return shown == names;
-        });
-    }
-    // Enters a contact into the window that Ctrl+N opens, from the keyboard alone.
-    bool AddContact(const std::wstring& keys)
-    {
-        PressKeys({VK_CONTROL, 'N'});
-        HWND dialog = WaitForDialogWith(m_book.Id(), IDC_FIRST_NAME);
-        if (!dialog || !Activate(dialog))
-            return false;
-        TypeText(keys);
-        PressKey(VK_RETURN);
-        return WaitUntilGone(dialog) && WaitForForegroundOf(m_book.Id());
-    }
-    // Chooses the file in the system's window that the command opens; what the import or export says at its
-    // end.
-    std::wstring Transfer(int command)
-    {
-        PostCommand(Window(), command);
-        HWND chooser = WaitForDialogWith(m_book.Id(), kFileName);
-        if (!chooser || !SetText(Control(chooser, kFileName), m_file))
-            return L"no box for a file's name";
-        PressButton(chooser, IDOK);
-        HWND dialog = WaitForDialogWith(m_book.Id(), IDC_TRANSFER_BAR);
-        if (!dialog || !WaitFor([&] { return IsWindowEnabled(GetDlgItem(dialog, IDOK)) != FALSE; }))
-            return L"no end";
-        const std::wstring text = TextOf(GetDlgItem(dialog, IDC_TRANSFER_TEXT));
-        PressButton(dialog, IDOK);
-        return WaitUntilGone(dialog) ? text : L"still open";
-    }
-    // The one that the journal has started.
-    HWND StartedWindow() const
-    {
-        return WaitForWindow([] { return FindWindowW(kAddressBook, nullptr); });
-    }
-    static void EndStarted()
-    {
-        if (HWND started = FindWindowW(kAddressBook, nullptr)) {
-            PostMessageW(started, WM_CLOSE, 0, 0);
-            (void)WaitUntilGone(started);
-        }
-    }
-
-    JournalProcess m_book{L"addrbook.exe", kAddressBook};
-    std::wstring m_file = m_store.Path() + L".\u4EBA.vcf";
-};
-
-using Names = std::vector<std::wstring>;
 
 TEST_F(AddressBookTest, IsWorkedFromTheKeyboard)
 {
@@ -150,46 +66,129 @@ TEST_F(AddressBookTest, ImportsAndExports)
               "END:VCARD\r\n");
 }
 
-// Go > Contacts starts it; what happens in it the open journal shows at once.
-TEST_F(AddressBookTest, ADeletedContactIsNoLongerNamedInTheJournal)
+// What the mouse can reach the keyboard reaches too.
+TEST_F(AddressBookTest, HasItsMenuAtTheContextMenuKey)
 {
-    {
-        DbContacts contacts;
-        ASSERT_EQ(contacts.Open(), 1);
-        std::wstring name = L"Doe, Jane";
-        CEPROPVAL fileAs{kContactsKey, 0, 0, {}};
-        fileAs.val.lpwstr = name.data();
-        const CEOID id = contacts.WriteRecord(0, 1, &fileAs);
-        ASSERT_NE(id, 0u);
-        DbJournal journal;
-        ASSERT_EQ(journal.Open(nullptr), 1);
-        contacts.Assign(id);
-        std::wstring subject = L"Call";
-        CEPROPVAL entry[2] = {{kSubject, 0, 0, {}}, {kContactsOfEntry, 0, 0, {}}};
-        entry[0].val.lpwstr = subject.data();
-        ASSERT_EQ(contacts.SetBlob(&entry[1].val.blob), 1);
-        ASSERT_NE(journal.WriteRecord(0, 2, entry), 0u);
-        LocalFree(entry[1].val.blob.lpb);
-    }
-    ASSERT_TRUE(StoreSetting(L"Settings", L"Column0", ShownColumn(kSubject)));
-    ASSERT_TRUE(StoreSetting(L"Settings", L"Column1", ShownColumn(kContactsOfEntry)));
-    ASSERT_TRUE(StoreSetting(L"Settings", L"iCols", DWORD{2}));
-    ASSERT_NE(m_journal.Start(), nullptr);
-    const RemoteListView entries(ChildOfClass(m_journal.MainWindow(), L"SysListView32"));
-    ASSERT_TRUE(WaitFor([&] { return entries.Text(0, 1) == L"Doe, Jane"; }));
-
-    PostCommand(m_journal.MainWindow(), kGoContacts);
-    HWND book = StartedWindow();
-    ASSERT_NE(book, nullptr);
-    ASSERT_TRUE(WaitFor([&] { return RemoteListView(Control(book, IDC_CONTACTS)).RowCount() == 1; }));
-    DWORD process = 0;
-    GetWindowThreadProcessId(book, &process);
-    PostCommand(book, CMD_DELETE_CONTACT);
-    const RemoteMessageBox box = WaitForMessageBox(process);
+    for (const char* card : {"FN:Anna", "FN:Bert"})
+        m_cards += CardOf(card);
+    ASSERT_TRUE(StartWithCards());
+    PressKey(VK_DOWN);
+    ASSERT_TRUE(WaitFor([&] { return List().SelectedRows() == std::vector{1}; }));
+    PressKey(VK_APPS);
+    HWND popup = WaitForPopup(m_book.Id());
+    ASSERT_NE(popup, nullptr);
+    EXPECT_TRUE(MenuOfPopup(popup).Find(CMD_DELETE_CONTACT).enabled);
+    EXPECT_TRUE(MenuOfPopup(popup).Find(CMD_EDIT_CONTACT).enabled);
+    PressKey('D');
+    const RemoteMessageBox box = WaitForMessageBox(m_book.Id());
     ASSERT_TRUE(box);
-    ASSERT_TRUE(box.Answer(IDYES));
-    EXPECT_TRUE(WaitFor([&] { return entries.Text(0, 1).empty(); }));
-    EXPECT_EQ(entries.Text(0, 0), L"Call");
+    EXPECT_EQ(box.Text(), L"Delete \"Bert\"?");
+    ASSERT_TRUE(box.Answer(IDNO));
+
+    ASSERT_TRUE(Click(List().LabelPoint(0), MouseButton::Right));
+    popup = WaitForPopup(m_book.Id());
+    ASSERT_NE(popup, nullptr);
+    ASSERT_TRUE(ChooseFromPopup(popup, CMD_SELECT_ALL));
+    EXPECT_TRUE(WaitFor([&] { return List().SelectedRows() == (std::vector{0, 1}); }));
+}
+
+TEST_F(AddressBookTest, TabAndLettersLeadToEveryControl)
+{
+    ASSERT_NE(m_book.Start(), nullptr);
+    HWND find = Control(Window(), IDC_FIND);
+    const auto hasFocus = [&](HWND top, HWND control) {
+        return WaitFor([&] { return FocusOf(top) == control; });
+    };
+    ASSERT_TRUE(hasFocus(Window(), List().Handle()));
+    PressKey(VK_TAB);
+    EXPECT_TRUE(hasFocus(Window(), find));
+    PressKey(VK_TAB);
+    EXPECT_TRUE(hasFocus(Window(), List().Handle()));
+    PressKeys({VK_MENU, 'N'});
+    EXPECT_TRUE(hasFocus(Window(), find));
+
+    PressKeys({VK_CONTROL, 'N'});
+    HWND dialog = WaitForDialogWith(m_book.Id(), IDC_FIRST_NAME);
+    ASSERT_TRUE(dialog && Activate(dialog));
+    constexpr std::pair<WORD, int> kLetters[] = {
+        {'L', IDC_LAST_NAME}, {'C', IDC_COMPANY},   {'J', IDC_JOB_TITLE}, {'I', IDC_FILE_AS},
+        {'B', IDC_BIRTHDAY},  {'E', IDC_EMAILS},    {'P', IDC_PHONES},    {'A', IDC_ADDRESS},
+        {'N', IDC_NOTE},      {'F', IDC_FIRST_NAME}};
+    for (const auto& [letter, id] : kLetters) {
+        PressKeys({VK_MENU, letter});
+        EXPECT_TRUE(hasFocus(dialog, Control(dialog, id))) << id;
+    }
+    PressKey(VK_ESCAPE);
+    EXPECT_TRUE(WaitUntilGone(dialog));
+}
+
+// In a box of several lines Enter begins the next one; Tab goes on.
+TEST_F(AddressBookTest, EnterBreaksALineWhereThereAreSeveral)
+{
+    ASSERT_NE(m_book.Start(), nullptr);
+    ASSERT_TRUE(AddContact(L"Jane\tDoe\t\t\t\t\tj@one\nj@two\t1\n2\t\tfriend\t"));
+    ASSERT_TRUE(ShowsNames({L"Doe, Jane"}));
+    ASSERT_TRUE(m_book.Close());
+    const StoreReader store(m_store.Path());
+    EXPECT_EQ(store.QueryOne("SELECT emails FROM contacts"), "j@one\r\nj@two");
+    EXPECT_EQ(store.QueryOne("SELECT phones FROM contacts"), "1\r\n2");
+    EXPECT_EQ(store.QueryOne("SELECT note FROM contacts"), "friend");
+}
+
+TEST_F(AddressBookTest, EscAsksForWhatWasTypedAndTheKeyboardGoesOn)
+{
+    ASSERT_NE(m_book.Start(), nullptr);
+    PressKeys({VK_CONTROL, 'N'});
+    HWND dialog = WaitForDialogWith(m_book.Id(), IDC_FIRST_NAME);
+    ASSERT_TRUE(dialog && Activate(dialog));
+    TypeText(L"Jane");
+    ASSERT_TRUE(WaitFor([&] { return TextOf(Control(dialog, IDC_FIRST_NAME)) == L"Jane"; }));
+    PressKey(VK_ESCAPE);
+    const RemoteMessageBox box = WaitForMessageBox(m_book.Id());
+    ASSERT_TRUE(box);
+    EXPECT_EQ(box.Text(), L"Save the changes to this contact?");
+    EXPECT_TRUE(box.Offers(IDCANCEL));
+    ASSERT_TRUE(box.Answer(IDNO));
+    ASSERT_TRUE(WaitUntilGone(dialog));
+    EXPECT_TRUE(AddContact(L"Anna"));
+    EXPECT_TRUE(ShowsNames({L"Anna"}));
+}
+
+TEST_F(AddressBookTest, AFileThatIsThereIsNotReplacedUnasked)
+{
+    m_cards = CardOf("FN:Anna");
+    ASSERT_TRUE(StartWithCards());
+    PressKeys({VK_CONTROL, 'E'});
+    HWND chooser = WaitForDialogWith(m_book.Id(), kFileName);
+    ASSERT_NE(chooser, nullptr);
+    ASSERT_TRUE(SetText(Control(chooser, kFileName), m_file));
+    PressButton(chooser, IDOK);
+    const RemoteMessageBox box = WaitForMessageBox(m_book.Id());
+    ASSERT_TRUE(box);
+    ASSERT_TRUE(box.Answer(IDNO));
+    EXPECT_EQ(ReadFileBytes(m_file), m_cards);
+
+    // A name without an extension gets the one of the files that are offered.
+    const std::wstring name = m_store.Path().substr(0, m_store.Path().rfind(L'.')) + L"-bare";
+    ASSERT_TRUE(SetText(Control(chooser, kFileName), name));
+    PressButton(chooser, IDOK);
+    EXPECT_EQ(EndOfTransfer(), L"1 contact was exported.");
+    EXPECT_EQ(ReadFileBytes(name + L".vcf"), "BEGIN:VCARD\r\nVERSION:4.0\r\nFN:Anna\r\nEND:VCARD\r\n");
+    DeleteFileW((name + L".vcf").c_str());
+}
+
+TEST_F(AddressBookTest, OpensWhereItWasClosed)
+{
+    ASSERT_NE(m_book.Start(), nullptr);
+    ASSERT_TRUE(MoveWindow(Window(), 90, 60, 420, 300, TRUE));
+    ASSERT_TRUE(m_book.Close());
+    ASSERT_NE(m_book.Start(), nullptr);
+    RECT place{};
+    EXPECT_TRUE(WaitFor([&] {
+        GetWindowRect(Window(), &place);
+        return place.left == 90 && place.top == 60 && place.right == 510 && place.bottom == 360;
+    })) << place.left
+        << " " << place.top << " " << place.right << " " << place.bottom;
 }
 
 TEST_F(AddressBookTest, ASecondStartBringsTheFirstForward)
