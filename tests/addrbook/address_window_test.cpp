@@ -5,6 +5,7 @@
 #include "address_window_fixture.h"
 #include "addrbook/resource.h"
 #include "cards.h"
+#include "editor/store_trouble.h"
 #include "support/test_windows.h"
 
 namespace addrbook {
@@ -321,6 +322,39 @@ TEST_F(AddressWindowTest, TheQuestionOfADeletionCutsNoCharacter)
     EXPECT_EQ(answerer.Boxes()[0].text, L"Delete \"" + std::wstring(79, L'x') + L"...\"?");
 }
 
+// All of them or none.
+TEST_F(AddressWindowTest, ADeletionThatFailsSaysSoAndLosesNothing)
+{
+    Add("Anna");
+    Add("Bert");
+    Open();
+    Command(CMD_SELECT_ALL);
+    const MessageBoxAnswerer answerer({IDYES, IDOK});
+    {
+        const StoreTrouble trouble(m_store.Path());
+        PressInList(VK_DELETE);
+    }
+    ASSERT_EQ(answerer.Boxes().size(), 2u);
+    EXPECT_EQ(answerer.Boxes()[1].text, L"The contacts cannot be deleted.");
+    EXPECT_EQ(Names(), (Texts{L"Anna", L"Bert"}));
+    EXPECT_EQ(m_contacts.RecordCount(), 2u);
+}
+
+// What another program was quicker with is no failure.
+TEST_F(AddressWindowTest, ADeletionGoesOnPastWhatIsGoneAlready)
+{
+    Add("Anna");
+    const CEOID bert = Add("Bert");
+    Add("Carl");
+    Open();
+    Command(CMD_SELECT_ALL);
+    ASSERT_EQ(m_contacts.DeleteRecord(bert), 1);
+    const MessageBoxAnswerer answerer({IDYES});
+    PressInList(VK_DELETE);
+    EXPECT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(Names(), Texts());
+}
+
 TEST_F(AddressWindowTest, TheFocusComesBackToWhereItWas)
 {
     Open();
@@ -410,6 +444,7 @@ TEST_F(AddressWindowTest, GreysWhatHasNothingToWorkOn)
          std::initializer_list<UINT>{CMD_EDIT_CONTACT, CMD_DELETE_CONTACT, CMD_SELECT_ALL, CMD_EXPORT_CARDS})
         EXPECT_TRUE(GetMenuState(menu, id, MF_BYCOMMAND) & MF_GRAYED) << id;
     EXPECT_FALSE(GetMenuState(menu, CMD_IMPORT, MF_BYCOMMAND) & MF_GRAYED);
+    EXPECT_EQ(WindowText(Item(IDC_COUNT)), L"0 contacts");
     Command(CMD_EDIT_CONTACT);
     Command(CMD_DELETE_CONTACT);
 }

@@ -1,6 +1,11 @@
 #include "addrbook/contact_dialog.h"
 
+#include <windows.h>
+#include <commctrl.h>
+
 #include <gtest/gtest.h>
+
+#include <cstdlib>
 
 #include "addrbook/contact_record.h"
 #include "addrbook/resource.h"
@@ -59,6 +64,9 @@ TEST_F(ContactDialogTest, MakesAContact)
             Type(dialog, IDC_FIRST_NAME, L"J\u00FCrgen ");
             Type(dialog, IDC_LAST_NAME, L"M\u00FCller");
             EXPECT_EQ(ItemText(dialog, IDC_FILE_AS), L"M\u00FCller, J\u00FCrgen");
+            wchar_t hint[20] = L"";
+            SendDlgItemMessageW(dialog, IDC_BIRTHDAY, EM_GETCUEBANNER, reinterpret_cast<WPARAM>(hint), 20);
+            EXPECT_STREQ(hint, L"YYYY-MM-DD");
             Type(dialog, IDC_PHONES, L"1 (work)\r\n2\r\n");
             Type(dialog, IDC_BIRTHDAY, L"1985-04-15");
             Press(dialog, IDOK);
@@ -119,20 +127,17 @@ TEST_F(ContactDialogTest, EachBoxIsItsField)
     });
 }
 
-TEST_F(ContactDialogTest, ABoxTakesMoreThanTheSystemsUsualLength)
+// The system's own limit is 32,767 characters.
+TEST_F(ContactDialogTest, ABoxTakesMoreThanAPersonTypes)
 {
-    const std::wstring note(40'000, L'n');
-    EXPECT_TRUE(Edit(
+    Edit(
         {},
-        [&](HWND dialog) {
-            Type(dialog, IDC_COMPANY, L"Acme");
-            for (const int id : {IDC_NOTE, IDC_JOB_TITLE})
-                SendDlgItemMessageW(dialog, id, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(note.c_str()));
-            Press(dialog, IDOK);
+        [](HWND dialog) {
+            for (int id = IDC_FILE_AS; id <= IDC_NOTE; ++id)
+                EXPECT_GT(SendDlgItemMessageW(dialog, id, EM_GETLIMITTEXT, 0, 0), 1'000'000) << id;
+            Press(dialog, IDCANCEL);
         },
-        true));
-    EXPECT_EQ(m_saved[Field::Note].size(), note.size());
-    EXPECT_EQ(m_saved[Field::JobTitle].size(), note.size());
+        true);
 }
 
 // Left empty it is made, as on a new contact.
@@ -158,6 +163,29 @@ TEST_F(ContactDialogTest, AFileAsThatWasChosenStaysWhenAnythingIsTyped)
     }));
     EXPECT_EQ(m_saved[Field::FileAs], "Sister");
     EXPECT_EQ(m_saved[Field::LastName], "Smith");
+}
+
+// Another tool may write contacts without it; looking at one is no change.
+TEST_F(ContactDialogTest, AContactWithoutFileAsIsNotChangedByBeingShown)
+{
+    Contact contact;
+    contact[Field::FirstName] = "Jane";
+    const MessageBoxAnswerer answerer({IDNO});
+    Edit(contact, [](HWND dialog) {
+        EXPECT_EQ(ItemText(dialog, IDC_FILE_AS), L"");
+        Press(dialog, IDCANCEL);
+    });
+    EXPECT_TRUE(answerer.Boxes().empty());
+}
+
+TEST_F(ContactDialogTest, ACardsOwnLinesFollowTheFields)
+{
+    const Contact contact = ContactOf("FN:Dr. Jane Doe\nN:Doe;Jane;Q;Dr.;PhD");
+    EXPECT_TRUE(Edit(contact, [](HWND dialog) {
+        Type(dialog, IDC_LAST_NAME, L"Smith");
+        Press(dialog, IDOK);
+    }));
+    EXPECT_EQ(LinesOf(m_saved), "FN:Jane Smith\nN:Smith;Jane;Q;Dr.;PhD\n");
 }
 
 TEST_F(ContactDialogTest, BlanksAroundATextAreNotKept)
@@ -256,11 +284,65 @@ TEST_F(ContactDialogTest, AsksBeforeChangesAreLost)
     EXPECT_EQ(answerer.Boxes().size(), 2u) << "nothing was changed, nothing is asked";
 }
 
+bool HasBar(HWND dialog, int bar)
+{
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_RANGE | SIF_PAGE;
+    return GetScrollInfo(dialog, bar, &info) && info.nMax > 0 && static_cast<int>(info.nPage) <= info.nMax;
+}
+
+POINT PlaceOf(HWND dialog, int id)
+{
+    RECT place{};
+    GetWindowRect(GetDlgItem(dialog, id), &place);
+    return {place.left, place.top};
+}
+
+void OpenContact(std::function<void(HWND)> work)
+{
+    const TestParent parent;
+    const ModalDriver driver(std::move(work));
+    EditContact(GetModuleHandleW(nullptr), parent.Handle(), {}, true, [](const Contact&) { return true; });
+    EXPECT_TRUE(driver.Ran());
+}
+
+// Where there is a bar, and nowhere else.
+TEST(OnScreenContact, TheWheelAndTheBarsScroll)
+{
+    OpenContact([](HWND dialog) {
+        const POINT start = PlaceOf(dialog, IDC_FIRST_NAME);
+        SendMessageW(dialog, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
+        const POINT turned = PlaceOf(dialog, IDC_FIRST_NAME);
+        EXPECT_EQ(turned.y < start.y, HasBar(dialog, SB_VERT));
+        SendMessageW(dialog, WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
+        EXPECT_EQ(PlaceOf(dialog, IDC_FIRST_NAME).y, start.y);
+        SendMessageW(dialog, WM_VSCROLL, SB_LINEDOWN, 0);
+        EXPECT_EQ(PlaceOf(dialog, IDC_FIRST_NAME).y, turned.y);
+        EXPECT_EQ(turned.x, start.x);
+        SendMessageW(dialog, WM_HSCROLL, SB_LINERIGHT, 0);
+        EXPECT_EQ(PlaceOf(dialog, IDC_FIRST_NAME).x < start.x, HasBar(dialog, SB_HORZ));
+        EXPECT_EQ(PlaceOf(dialog, IDC_FIRST_NAME).y, turned.y);
+        EndDialog(dialog, 0);
+    });
+}
+
+TEST(OnScreenContact, LiesInTheMiddle)
+{
+    OpenContact([](HWND dialog) {
+        RECT window{};
+        GetWindowRect(dialog, &window);
+        const RECT area = WorkArea();
+        EXPECT_LE(std::abs((window.left - area.left) - (area.right - window.right)), 1);
+        EXPECT_LE(std::abs((window.top - area.top) - (area.bottom - window.bottom)), 1);
+        EndDialog(dialog, 0);
+    });
+}
+
 // Each control that takes the focus can be seen then, whatever the screen.
 TEST(OnScreenContact, EverythingIsWithinReach)
 {
-    const TestParent parent;
-    const ModalDriver driver([](HWND dialog) {
+    OpenContact([](HWND dialog) {
         // A control is told of the focus only in a window that has the keyboard.
         ShowWindow(dialog, SW_SHOW);
         EXPECT_TRUE(PumpUntil([&] {
@@ -290,8 +372,6 @@ TEST(OnScreenContact, EverythingIsWithinReach)
         EXPECT_EQ(count, 13);
         EndDialog(dialog, 0);
     });
-    EditContact(GetModuleHandleW(nullptr), parent.Handle(), {}, true, [](const Contact&) { return true; });
-    EXPECT_TRUE(driver.Ran());
 }
 
 } // namespace

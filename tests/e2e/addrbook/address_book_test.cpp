@@ -189,6 +189,11 @@ TEST_F(AddressBookTest, OpensWhereItWasClosed)
         return place.left == 90 && place.top == 60 && place.right == 510 && place.bottom == 360;
     })) << place.left
         << " " << place.top << " " << place.right << " " << place.bottom;
+    ShowWindow(Window(), SW_SHOWMAXIMIZED);
+    ASSERT_TRUE(WaitFor([&] { return IsZoomed(Window()) != FALSE; }));
+    ASSERT_TRUE(m_book.Close());
+    ASSERT_NE(m_book.Start(), nullptr);
+    EXPECT_TRUE(WaitFor([&] { return IsZoomed(Window()) != FALSE; }));
 }
 
 TEST_F(AddressBookTest, ASecondStartBringsTheFirstForward)
@@ -199,6 +204,21 @@ TEST_F(AddressBookTest, ASecondStartBringsTheFirstForward)
     ASSERT_TRUE(second.WaitForEnd());
     EXPECT_EQ(second.ExitCode(), 0u);
     EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == Window(); }));
+
+    // One that lies in the task bar comes back, with what it has open in front.
+    PressKeys({VK_CONTROL, 'N'});
+    HWND dialog = WaitForDialogWith(m_book.Id(), IDC_FIRST_NAME);
+    ASSERT_NE(dialog, nullptr);
+    ASSERT_TRUE(second.Launch());
+    ASSERT_TRUE(second.WaitForEnd());
+    EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == dialog; }));
+    PressButton(dialog, IDCANCEL);
+    ASSERT_TRUE(WaitUntilGone(dialog));
+    ShowWindow(Window(), SW_MINIMIZE);
+    ASSERT_TRUE(WaitFor([&] { return IsIconic(Window()) != FALSE; }));
+    ASSERT_TRUE(second.Launch());
+    ASSERT_TRUE(second.WaitForEnd());
+    EXPECT_TRUE(WaitFor([&] { return IsIconic(Window()) == FALSE; }));
 }
 
 TEST_F(AddressBookTest, SaysWhenTheContactsCannotBeOpened)

@@ -82,9 +82,11 @@ class BesideTheJournal : public JournalTest {
     // In the address book's first contact.
     bool Rename(const wchar_t* fileAs)
     {
+        if (!Activate(m_book))
+            return false;
         PostCommand(m_book, CMD_EDIT_CONTACT);
         HWND dialog = WaitForDialogWith(m_bookProcess, IDC_FIRST_NAME);
-        if (!dialog || !SetText(Control(dialog, IDC_FILE_AS), fileAs))
+        if (!dialog || !Activate(dialog) || !SetText(Control(dialog, IDC_FILE_AS), fileAs))
             return false;
         PressButton(dialog, IDOK);
         return WaitUntilGone(dialog);
