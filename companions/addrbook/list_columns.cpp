@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <string>
 
 #include "addrbook/contact_rows.h"
@@ -15,7 +16,7 @@ struct ColumnShape {
     const wchar_t* title;
     int width;
 };
-// In the order of Column.
+// In the order of Column; the widths are the narrowest to begin with.
 constexpr ColumnShape kColumns[kColumnCount] = {
     {L"File As", 180}, {L"Company", 140}, {L"E-mail", 150}, {L"Phone", 132}};
 
@@ -27,23 +28,41 @@ std::wstring WidthName(size_t column)
     return L"ColumnWidth" + std::to_wstring(column);
 }
 
+// The columns share a width; they get no narrower than they need.
+int FirstWidth(size_t column, int room)
+{
+    int all = 0;
+    for (const ColumnShape& shape : kColumns)
+        all += Scale(shape.width);
+    return MulDiv(Scale(kColumns[column].width), std::max(room, all), all);
+}
+
 // In pixels of the screen as they are, so that a width comes back to the pixel.
-int WidthOf(size_t column, const RegistryStore& settings)
+int WidthOf(size_t column, const RegistryStore& settings, int room)
 {
     const DWORD stored = settings.GetNumber(kSettings, WidthName(column).c_str(), 0);
-    return stored >= kNarrowest && stored <= kWidest ? static_cast<int>(stored)
-                                                     : Scale(kColumns[column].width);
+    return stored >= kNarrowest && stored <= kWidest ? static_cast<int>(stored) : FirstWidth(column, room);
+}
+
+// What a list as wide as its parent has for columns beside its border and its scroll bar.
+int RoomForColumns(HWND list)
+{
+    RECT client{};
+    GetClientRect(GetParent(list), &client);
+    return static_cast<int>(client.right) - GetSystemMetrics(SM_CXVSCROLL) - 2 * GetSystemMetrics(SM_CXEDGE) -
+           static_cast<int>(kColumnCount);
 }
 
 } // namespace
 
 void InsertColumns(HWND list, const RegistryStore& settings)
 {
+    const int room = RoomForColumns(list);
     for (size_t i = 0; i < kColumnCount; ++i) {
         LVCOLUMNW column{};
         column.mask = LVCF_TEXT | LVCF_WIDTH;
         column.pszText = const_cast<wchar_t*>(kColumns[i].title);
-        column.cx = WidthOf(i, settings);
+        column.cx = WidthOf(i, settings, room);
         SendMessageW(list, LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
     }
 }

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <numeric>
 
 #include "address_window_fixture.h"
 #include "addrbook/contact_rows.h"
@@ -48,8 +49,6 @@ class AddressSettings : public AddressWindowTest {
             widths.push_back(ListView_GetColumnWidth(List(), column));
         return widths;
     }
-    static Widths DefaultWidths() { return {Scale(180), Scale(140), Scale(150), Scale(132)}; }
-
     RegistryStore m_settings;
 };
 
@@ -68,7 +67,28 @@ TEST_F(AddressSettings, OpensInTheMiddleTheFirstTime)
     Open();
     EXPECT_TRUE(LiesAt(MiddleOfTheWorkArea()));
     EXPECT_FALSE(IsZoomed(m_window->Handle()));
-    EXPECT_EQ(ColumnWidths(), DefaultWidths());
+}
+
+// The texts have all the room that there is, and on a small screen what they need.
+TEST_F(AddressSettings, ColumnsTakeTheWidthOfTheList)
+{
+    const Widths narrowest{Scale(180), Scale(140), Scale(150), Scale(132)};
+    const int all = std::accumulate(narrowest.begin(), narrowest.end(), 0);
+    StorePlace(20, 20, 20 + all + Scale(200), 300);
+    Open();
+    RECT client{};
+    GetClientRect(List(), &client);
+    const int room = static_cast<int>(client.right) - GetSystemMetrics(SM_CXVSCROLL);
+    const Widths wide = ColumnWidths();
+    EXPECT_LE(std::accumulate(wide.begin(), wide.end(), 0), room) << "nothing is out of sight";
+    EXPECT_GE(std::accumulate(wide.begin(), wide.end(), 0), room - 8);
+    EXPECT_GT(wide[0], wide[1]);
+    Close();
+    for (int column = 0; column < 4; ++column)
+        m_settings.RemoveValue(L"Settings", (L"ColumnWidth" + std::to_wstring(column)).c_str());
+    StorePlace(20, 20, 320, 300);
+    Open();
+    EXPECT_EQ(ColumnWidths(), narrowest);
 }
 
 TEST_F(AddressSettings, ComesBackWhereItWasLeft)
@@ -117,15 +137,18 @@ TEST_F(AddressSettings, ColumnWidthsComeBack)
 
 TEST_F(AddressSettings, AWidthNobodyCanHaveMeantIsNotTaken)
 {
+    Open();
+    const Widths first = ColumnWidths();
+    Close();
     for (const DWORD width : {DWORD{0}, DWORD{7}, DWORD{4097}, DWORD{0x80000000}, DWORD{0xFFFFFFFF}}) {
         m_settings.SetNumber(L"Settings", L"ColumnWidth1", width);
         Open();
-        EXPECT_EQ(ColumnWidths(), DefaultWidths()) << width;
+        EXPECT_EQ(ColumnWidths(), first) << width;
         Close();
     }
     m_settings.SetString(L"Settings", L"ColumnWidth1", L"ninety");
     Open();
-    EXPECT_EQ(ColumnWidths(), DefaultWidths());
+    EXPECT_EQ(ColumnWidths(), first);
     Close();
     for (const DWORD width : {DWORD{8}, DWORD{4096}}) {
         m_settings.SetNumber(L"Settings", L"ColumnWidth1", width);
