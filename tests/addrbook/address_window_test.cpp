@@ -244,6 +244,16 @@ TEST_F(AddressWindowTest, LettersGoToTheNextName)
     EXPECT_EQ(Current(), L"Bj\u00F6rn");
 }
 
+TEST_F(AddressWindowTest, ALetterGoesOnFromTheCurrentName)
+{
+    for (const char* name : {"Anna", "Bert", "Bill"})
+        Add(name);
+    Open();
+    PressInList(VK_DOWN);
+    SendMessageW(List(), WM_CHAR, L'b', 1);
+    EXPECT_EQ(Current(), L"Bill");
+}
+
 TEST_F(AddressWindowTest, InTheBoxTheArrowsAndThePageKeysMoveInTheList)
 {
     for (const char* name : {"Anna", "Bert", "Carl"})

@@ -73,10 +73,25 @@ TEST_F(Rows, AreFoundByAnyFieldAndInAnyCase)
     EXPECT_EQ(Found(L"anna"), (Texts{L"Anna", L"Carl"}));
     EXPECT_EQ(Found(L"M\u00DCLLER"), Texts{L"Anna"});
     EXPECT_EQ(Found(L"1234"), Texts{L"Bert"});
-    EXPECT_EQ(Found(L" lake  carl "), Texts{L"Carl"}) << "each word, in any order";
+    EXPECT_EQ(Found(L" lake  anna "), Texts{L"Carl"}) << "each word, in any order";
     EXPECT_EQ(Found(L"nobody"), Texts());
     EXPECT_EQ(m_rows.CountOfAll(), 3u);
     EXPECT_EQ(Found(L"  ").size(), 3u);
+}
+
+TEST_F(Rows, AreFoundByEachFieldButNotByWhatNobodySees)
+{
+    Contact contact;
+    for (size_t i = 0; i < kFieldCount; ++i)
+        contact.texts[i] = "word" + std::string(1, static_cast<char>('a' + i));
+    ASSERT_NE(ContactSaver().Save(m_contacts, 0, contact), 0u);
+    m_rows.Load();
+    const auto finds = [&](size_t field) {
+        return Found((L"word" + std::wstring(1, static_cast<wchar_t>(L'a' + field))).c_str()).size() == 1;
+    };
+    constexpr size_t kHidden = static_cast<size_t>(Field::Extra);
+    for (size_t i = 0; i < kFieldCount; ++i)
+        EXPECT_EQ(finds(i), i != kHidden) << i;
 }
 
 TEST_F(Rows, FollowTheStoreWhenTheyAreLoadedAgain)
