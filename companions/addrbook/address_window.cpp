@@ -3,9 +3,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
-#include <unordered_set>
 
-#include "addrbook/count_text.h"
 #include "addrbook/list_columns.h"
 #include "addrbook/resource.h"
 #include "ui/program_icon.h"
@@ -19,7 +17,6 @@ namespace addrbook {
 namespace {
 
 constexpr const wchar_t* kTitle = L"Address Book";
-constexpr int kEditMenu = 1; // its place in the menu bar
 constexpr int kMargin = 4;
 constexpr int kLabelWidth = 36;
 constexpr int kFindWidth = 220;
@@ -88,8 +85,10 @@ bool AddressWindow::Create(HINSTANCE instance)
     if (!CreateWindowExW(WS_EX_CONTROLPARENT, kAddressWindowClass, kTitle,
                          WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top,
                          place.right - place.left, place.bottom - place.top, nullptr, nullptr, instance,
-                         this))
+                         this)) {
+        MessageBoxW(nullptr, L"The address book cannot be shown.", kTitle, MB_OK | MB_ICONERROR);
         return false;
+    }
     if (m_contacts.Open(kContactsKey, m_window)) {
         m_isLoaded = true;
         Reload();
@@ -153,15 +152,6 @@ bool AddressWindow::OnCreate()
     return m_findLabel && m_find && m_count && m_list;
 }
 
-void AddressWindow::MakeList()
-{
-    m_list = MakeChild(WC_LISTVIEWW, L"",
-                       WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
-                       WS_EX_CLIENTEDGE, IDC_CONTACTS);
-    ListView_SetExtendedListViewStyle(m_list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
-    InsertColumns(m_list, m_settings);
-}
-
 // The count gives way to the box, the box to nothing.
 void AddressWindow::OnSize()
 {
@@ -181,73 +171,18 @@ void AddressWindow::OnSize()
                TRUE);
 }
 
-// What was never loaded is not saved.
+// What was never loaded is not saved. Nor does it end the program: with a quit message in the queue the box
+// that tells why would close by itself.
 void AddressWindow::OnDestroy()
 {
-    if (m_isLoaded && m_hasSettings) {
+    if (!m_isLoaded)
+        return;
+    if (m_hasSettings) {
         SavePlacement(m_window, m_settings);
         SaveColumnWidths(m_list, m_settings);
     }
     m_contacts.Close();
     PostQuitMessage(0);
-}
-
-LRESULT AddressWindow::OnNotify(NMHDR* header)
-{
-    return header->hwndFrom == m_list ? OnListNotify(header) : 0;
-}
-
-LRESULT AddressWindow::OnListNotify(NMHDR* header)
-{
-    switch (header->code) {
-    case LVN_GETDISPINFOW: OnDisplay(reinterpret_cast<NMLVDISPINFOW*>(header)); return 0;
-    case LVN_ODCACHEHINT: {
-        const auto* hint = reinterpret_cast<NMLVCACHEHINT*>(header);
-        if (hint->iFrom >= 0 && hint->iTo >= hint->iFrom)
-            m_rows.Prepare(static_cast<size_t>(hint->iFrom), static_cast<size_t>(hint->iTo));
-        return 0;
-    }
-    case LVN_ODFINDITEMW: {
-        const auto* find = reinterpret_cast<NMLVFINDITEMW*>(header);
-        const bool isText = (find->lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) != 0 && find->lvfi.psz;
-        return isText ? m_rows.FindName(find->lvfi.psz, static_cast<size_t>(std::max(find->iStart, 0))) : -1;
-    }
-    case NM_DBLCLK:
-        if (reinterpret_cast<NMITEMACTIVATE*>(header)->iItem >= 0)
-            EditCurrent();
-        return 0;
-    case LVN_KEYDOWN:
-        if (reinterpret_cast<NMLVKEYDOWN*>(header)->wVKey == VK_DELETE)
-            DeleteSelected();
-        return 0;
-    default: return 0;
-    }
-}
-
-// The Edit menu where the mouse is, or, when a key has asked for it, below the current contact.
-void AddressWindow::ShowListMenu(POINT point)
-{
-    if (point.x == -1 && point.y == -1) {
-        RECT place{}, client{};
-        GetClientRect(m_list, &client);
-        ListView_GetItemRect(m_list, ListView_GetNextItem(m_list, -1, LVNI_FOCUSED), &place, LVIR_LABEL);
-        point = {std::clamp(place.left, client.left, client.right),
-                 std::clamp(place.bottom, client.top, client.bottom)};
-        ClientToScreen(m_list, &point);
-    }
-    HMENU menu = GetSubMenu(GetMenu(m_window), kEditMenu);
-    TrackPopupMenu(menu, TPM_RIGHTBUTTON, point.x, point.y, 0, m_window, nullptr);
-}
-
-void AddressWindow::OnDisplay(NMLVDISPINFOW* info)
-{
-    LVITEMW& item = info->item;
-    if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0 || item.iItem < 0 || item.iSubItem < 0 ||
-        item.iSubItem >= static_cast<int>(kColumnCount))
-        return;
-    const std::wstring& text =
-        m_rows.Text(static_cast<size_t>(item.iItem), static_cast<Column>(item.iSubItem));
-    lstrcpynW(item.pszText, text.c_str(), item.cchTextMax);
 }
 
 // In the box the arrows move in the list, so that what was found is opened without leaving it.
@@ -315,85 +250,6 @@ void AddressWindow::OnContactsChanged(WPARAM code)
 {
     if (code != kChangeWorkBegins)
         Reload();
-}
-
-std::vector<CEOID> AddressWindow::Selected() const
-{
-    std::vector<CEOID> ids;
-    for (int row = -1; (row = ListView_GetNextItem(m_list, row, LVNI_SELECTED)) >= 0;)
-        ids.push_back(m_rows.IdAt(static_cast<size_t>(row)));
-    return ids;
-}
-
-CEOID AddressWindow::Focused() const
-{
-    const int row = ListView_GetNextItem(m_list, -1, LVNI_FOCUSED);
-    return row >= 0 ? m_rows.IdAt(static_cast<size_t>(row)) : 0;
-}
-
-void AddressWindow::Reload(CEOID current)
-{
-    const int row = std::max(ListView_GetNextItem(m_list, -1, LVNI_FOCUSED), 0);
-    std::vector<CEOID> selected = Selected();
-    if (current)
-        selected = {current};
-    const CEOID focused = current ? current : Focused();
-    m_rows.Load();
-    // What was just saved is seen, whatever was looked for.
-    if (current && m_rows.RowOf(current) < 0)
-        SetWindowTextW(m_find, L"");
-    ShowRows(selected, focused, row);
-}
-
-// Of what was selected and is still shown everything stays selected; when nothing is, the current row is. The
-// current row is the focused contact's, or, when it is no longer shown, the one given.
-void AddressWindow::ShowRows(const std::vector<CEOID>& selected, CEOID focused, int otherwise)
-{
-    const int count = static_cast<int>(m_rows.Count());
-    SetRowState(-1, 0);
-    ListView_SetItemCountEx(m_list, count, 0);
-    const bool hasSelection = SelectRows(selected);
-    if (count > 0) {
-        const int found = m_rows.RowOf(focused);
-        const int row = found >= 0 ? found : std::min(otherwise, count - 1);
-        SetRowState(row, hasSelection ? LVIS_FOCUSED : LVIS_FOCUSED | LVIS_SELECTED);
-        ListView_EnsureVisible(m_list, row, FALSE);
-    }
-    InvalidateRect(m_list, nullptr, FALSE);
-    ShowCount();
-}
-
-// Those of the contacts that are shown; false when none is.
-bool AddressWindow::SelectRows(const std::vector<CEOID>& contacts)
-{
-    const std::unordered_set<CEOID> wanted(contacts.begin(), contacts.end());
-    std::vector<int> rows;
-    for (size_t row = 0; row < m_rows.Count() && rows.size() < wanted.size(); ++row)
-        if (wanted.count(m_rows.IdAt(row)))
-            rows.push_back(static_cast<int>(row));
-    // All at once is one message.
-    if (rows.size() > 1 && rows.size() == m_rows.Count())
-        rows = {-1};
-    for (const int row : rows)
-        SetRowState(row, LVIS_SELECTED);
-    return !rows.empty();
-}
-
-// No state at all takes the selection away.
-void AddressWindow::SetRowState(int row, UINT state)
-{
-    LVITEMW item{};
-    item.state = state;
-    item.stateMask = state ? state : LVIS_SELECTED | LVIS_FOCUSED;
-    SendMessageW(m_list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-}
-
-void AddressWindow::ShowCount()
-{
-    std::wstring text = CountText(m_rows.CountOfAll(), L"contact", L"contacts");
-    if (m_rows.Count() != m_rows.CountOfAll())
-        text = CountText(m_rows.Count(), L"of ", L"of ") + text;
-    SetWindowTextW(m_count, text.c_str());
 }
 
 void AddressWindow::EnableCommands()

@@ -184,6 +184,25 @@ TEST_F(AddressSettings, AFailedStartStoresNothing)
     EXPECT_EQ(m_settings.GetNumber(L"Settings", L"ColumnWidth0", 0), 0u);
 }
 
+// A box that waits for an answer, not one that a quit message closes.
+TEST_F(AddressSettings, AWindowThatCannotBeMadeSaysSo)
+{
+    const MessageBoxAnswerer answerer;
+    HINSTANCE instance = GetModuleHandleW(nullptr);
+    ASSERT_TRUE(AddressWindow::RegisterWindowClass(instance));
+    for (const wchar_t* refused : {L"SysListView32", L"Edit", L"AddressBook"}) {
+        const WindowRefuser refuser(refused);
+        m_window = std::make_unique<AddressWindow>();
+        EXPECT_FALSE(m_window->Create(instance)) << refused;
+        m_window.reset();
+        MSG message;
+        EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) << refused;
+    }
+    ASSERT_EQ(answerer.Boxes().size(), 3u);
+    EXPECT_EQ(answerer.Boxes()[0].text, L"The address book cannot be shown.");
+    EXPECT_EQ(m_settings.GetNumber(L"Settings", L"wRight", 0), 0u);
+}
+
 } // namespace
 
 } // namespace addrbook
