@@ -51,4 +51,23 @@ TEST(WindowScroll, AFocusedControlComesIntoSight)
     EXPECT_EQ(rect.bottom, client.bottom);
 }
 
+TEST(WindowScroll, AcrossItMovesSideways)
+{
+    TestParent parent(nullptr, 300, 200);
+    SetWindowLongPtrW(parent.Handle(), GWL_STYLE, GetWindowLongPtrW(parent.Handle(), GWL_STYLE) | WS_HSCROLL);
+    RECT client{};
+    GetClientRect(parent.Handle(), &client);
+    HWND outside = CreateWindowExW(0, L"BUTTON", L"", WS_CHILD | WS_VISIBLE, client.right + 50, 10, 50, 20,
+                                   parent.Handle(), nullptr, nullptr, nullptr);
+    WindowScroll scroll(SB_HORZ);
+    scroll.SetExtent(parent.Handle(), client.right + 130, client.right);
+    scroll.Reveal(parent.Handle(), outside);
+    EXPECT_EQ(scroll.Position(), 100);
+    RECT rect{};
+    GetWindowRect(outside, &rect);
+    MapWindowPoints(nullptr, parent.Handle(), reinterpret_cast<POINT*>(&rect), 2);
+    EXPECT_EQ(rect.right, client.right);
+    EXPECT_EQ(rect.top, 10);
+}
+
 } // namespace

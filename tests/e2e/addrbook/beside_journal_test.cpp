@@ -21,11 +21,12 @@ DWORD ShownColumn(CEPROPID property)
            kColumnShown;
 }
 
-CEOID WriteContact(DbContacts& contacts, const wchar_t* name)
+// A new one, or the one with the identifier.
+CEOID WriteContact(DbContacts& contacts, const wchar_t* name, CEOID id = 0)
 {
     CEPROPVAL fileAs{kContactsKey, 0, 0, {}};
     fileAs.val.lpwstr = const_cast<wchar_t*>(name);
-    return contacts.WriteRecord(0, 1, &fileAs);
+    return contacts.WriteRecord(id, 1, &fileAs);
 }
 
 CEOID WriteCall(DbContacts& contacts)
@@ -47,9 +48,9 @@ class BesideTheJournal : public JournalTest {
         {
             DbContacts contacts;
             ASSERT_EQ(contacts.Open(), 1);
-            const CEOID jane = WriteContact(contacts, L"Doe, Jane");
-            ASSERT_NE(jane, 0u);
-            contacts.Assign(jane);
+            m_jane = WriteContact(contacts, L"Doe, Jane");
+            ASSERT_NE(m_jane, 0u);
+            contacts.Assign(m_jane);
             ASSERT_NE(WriteCall(contacts), 0u);
         }
         ASSERT_TRUE(StoreSetting(L"Settings", L"Column0", ShownColumn(kSubject)));
@@ -92,6 +93,7 @@ class BesideTheJournal : public JournalTest {
         return WaitUntilGone(dialog);
     }
 
+    CEOID m_jane = 0;
     HWND m_book = nullptr;
     DWORD m_bookProcess = 0;
 };
@@ -121,8 +123,11 @@ TEST_F(BesideTheJournal, AnOpenEditorsListFollows)
     ASSERT_TRUE(WaitFor([&] { return Control(editor, IDC_CONTACT_LIST) != nullptr; }));
     const RemoteListView list(Control(editor, IDC_CONTACT_LIST));
     ASSERT_TRUE(WaitFor([&] { return list.RowCount() == 1 && list.Text(0, 0) == L"Doe, Jane"; }));
-    ASSERT_TRUE(Rename(L"Smith, Jane"));
+    DbContacts contacts;
+    ASSERT_EQ(contacts.Open(), 1);
+    ASSERT_EQ(WriteContact(contacts, L"Smith, Jane", m_jane), m_jane);
     EXPECT_TRUE(WaitFor([&] { return list.Text(0, 0) == L"Smith, Jane"; }));
+    EXPECT_TRUE(WaitFor([&] { return Book().Text(0, 0) == L"Smith, Jane"; }));
 }
 
 // The other way: whoever else writes a contact, the open address book shows it.
