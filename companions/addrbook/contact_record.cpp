@@ -1,5 +1,7 @@
 #include "addrbook/contact_record.h"
 
+#include <algorithm>
+
 #include "mervane/text_codec.h"
 #include "util/owners.h"
 
@@ -13,13 +15,19 @@ constexpr CEPROPID kProperties[kFieldCount] = {
     kContactPhones, kContactAddress,   kContactBirthday, kContactNote,    kContactExtra,
 };
 
-// The store's lines end with CR LF.
+// The store's lines end with CR LF. From the end on, so that each character moves once.
 void Widen(std::string_view text, std::wstring* wide)
 {
     wide->resize(text.size());
-    wide->resize(mervane::DecodeText(text, wide->data()));
-    for (size_t end = 0; (end = wide->find(L'\n', end)) != std::wstring::npos; end += 2)
-        wide->insert(end, 1, L'\r');
+    size_t from = mervane::DecodeText(text, wide->data());
+    wide->resize(from);
+    size_t to = from + static_cast<size_t>(std::count(wide->begin(), wide->end(), L'\n'));
+    wide->resize(to);
+    while (from < to) {
+        (*wide)[--to] = (*wide)[--from];
+        if ((*wide)[to] == L'\n')
+            (*wide)[--to] = L'\r';
+    }
 }
 
 } // namespace

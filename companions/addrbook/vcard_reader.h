@@ -24,7 +24,7 @@ class VCardReader {
     // A card that the caller cannot use; counted as unreadable from its first line on.
     void Reject(const char* why) { Note(m_cardLine, why); }
 
-    static constexpr size_t kLargestCard = size_t{16} << 20; // bytes
+    static constexpr size_t kLargestCard = size_t{16} << 20; // bytes, of which each line costs some
 
   private:
     // A line of the card as it is in the file, unfolded.
@@ -39,6 +39,7 @@ class VCardReader {
     void TakeOutside(std::string_view line, VCard* card);
     void TakeInside(std::string_view line, VCard* card);
     bool Continues(std::string_view line, const VCard& card) const;
+    bool TakeSoftBreak(VCard* card);
     void Append(std::string_view line, VCard* card);
     void TakeVersion(std::string_view line);
     void Begin(VCard* card);
@@ -54,6 +55,7 @@ class VCardReader {
     State m_state = State::Outside;
     VCardVersion m_version = VCardVersion::V30;
     bool m_unknownVersion = false;
+    bool m_hasLabels = false;
     int m_agentDepth = 0;
     size_t m_cardLine = 0;
     std::vector<RawLine> m_raw;
