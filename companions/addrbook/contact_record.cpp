@@ -64,6 +64,16 @@ bool LoadContact(DbContacts& contacts, CEOID id, Contact* contact)
     return true;
 }
 
+bool SaveField(DbContacts& contacts, CEOID id, Field field, const std::string& text)
+{
+    std::wstring wide = ToWide(text);
+    CEPROPVAL value{};
+    value.propid = PropertyOf(field);
+    value.wFlags = wide.empty() ? CEDB_PROPDELETE : WORD{0};
+    value.val.lpwstr = wide.data();
+    return contacts.WriteRecord(id, 1, &value) != 0;
+}
+
 CEOID ContactSaver::Save(DbContacts& contacts, CEOID id, const Contact& contact)
 {
     std::array<CEPROPVAL, kFieldCount> values{};
