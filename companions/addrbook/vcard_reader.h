@@ -1,9 +1,11 @@
-// Reads the cards of a vCard file one by one: versions 2.1, 3.0 and 4.0, in little memory.
+// Reads the cards of a vCard file one by one: versions 2.1, 3.0 and 4.0, in UTF-8 or UTF-16, in little
+// memory.
 #pragma once
 
 #include <string>
 
 #include "addrbook/text_lines.h"
+#include "addrbook/utf16_source.h"
 #include "addrbook/vcard_card.h"
 #include "addrbook/vcard_upgrade.h"
 
@@ -11,7 +13,7 @@ namespace addrbook {
 
 class VCardReader {
   public:
-    explicit VCardReader(ByteSource source) : m_lines(std::move(source)) {}
+    explicit VCardReader(ByteSource source) : m_lines(WithUtf16Decoded(std::move(source))) {}
 
     // The next card that can be read; false at the end. What cannot be read is passed over and counted.
     [[nodiscard]] bool Next(VCard* card);

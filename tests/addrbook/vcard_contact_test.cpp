@@ -40,6 +40,27 @@ TEST(VCardContact, IsCalledByTheBestThatThereIs)
     EXPECT_EQ(ContactOf("FN:x\nX-FILE-AS:Own")[Field::FileAs], "Own");
 }
 
+TEST(VCardContact, PassesOverEmptyPhones)
+{
+    EXPECT_EQ(ContactOf("FN:x\nTEL:\nTEL:1\nTEL;TYPE=work:\nTEL:2\nTEL:")[Field::Phones], "1\n2");
+}
+
+TEST(VCardContact, IsReadWithoutARestOfTheOneBefore)
+{
+    VCardReader cards(SourceOf(CardOf("FN:One\nFN:Two\nN:a;b;;;\nORG:c\nX-FILE-AS:d\nX-A:b\nTEL:1") +
+                               CardOf("FN:Next") + CardOf("X-A:b")));
+    ContactReader reader;
+    VCard card;
+    Contact contact;
+    ASSERT_TRUE(cards.Next(&card));
+    ASSERT_TRUE(reader.Read(card, &contact));
+    ASSERT_TRUE(cards.Next(&card));
+    ASSERT_TRUE(reader.Read(card, &contact));
+    EXPECT_EQ(contact, ContactOf("FN:Next"));
+    ASSERT_TRUE(cards.Next(&card));
+    EXPECT_FALSE(reader.Read(card, &contact));
+}
+
 TEST(VCardContact, TakesALabelForAnAddressWithoutParts)
 {
     EXPECT_EQ(ContactOf("FN:x\nADR;LABEL=\"Elm St 1^nSpringfield\":;;;;;;")[Field::Address],
@@ -96,6 +117,10 @@ TEST(VCardContact, WritesEverythingBack)
     ExpectKept("FN:One Two\nN:Two;One;;;\nFN:Zwei");
     ExpectKept("FN:x\nX-FILE-AS:Own order");
     ExpectKept("FN:x\nBDAY;VALUE=text:about 1900\nN:;;;;");
+    ExpectKept("FN:x\nTEL:tel:+3");
+    ExpectKept("FN:x\nTEL:1 (work)\nEMAIL:a@b (home)");
+    ExpectKept("FN:x\ntitle:Head\ng.NOTE:n");
+    ExpectKept("FN:x\nORG:;Sales\nTEL:1\\n2");
 }
 
 TEST(VCardContact, WritesEveryScriptByteForByte)
