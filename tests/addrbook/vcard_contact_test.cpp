@@ -70,6 +70,7 @@ TEST(VCardContact, TakesALabelForAnAddressWithoutParts)
 TEST(VCardContact, ReadsABirthdayInWords)
 {
     EXPECT_EQ(ContactOf("FN:x\nBDAY;VALUE=text:about 1900")[Field::Birthday], "about 1900");
+    EXPECT_EQ(ContactOf("FN:x\nBDAY;VALUE=text:19850415")[Field::Birthday], "19850415");
     EXPECT_EQ(ContactOf("FN:x\nBDAY:1985-04-15T00:00:00Z", "3.0")[Field::Birthday], "1985-04-15");
 }
 
@@ -150,19 +151,53 @@ TEST(VCardContact, FoldsLongLinesBetweenCharacters)
     EXPECT_EQ(ReadAll(card).contacts.at(0), contact);
 }
 
+TEST(VCardContact, FoldsAfter75Bytes)
+{
+    Contact contact;
+    contact[Field::FileAs] = "x";
+    for (const size_t length : {size_t{70}, size_t{71}, size_t{144}, size_t{145}}) {
+        const std::string note(length, 'n');
+        contact[Field::Note] = note;
+        std::string card;
+        AppendCard(card, contact);
+        std::string expected = "NOTE:" + note.substr(0, 70);
+        for (size_t place = 70; place < length; place += 74)
+            expected += "\r\n " + note.substr(place, 74);
+        EXPECT_NE(card.find("\r\n" + expected + "\r\nEND"), std::string::npos) << card;
+    }
+}
+
+TEST(VCardContact, IsOneLineWhereAFieldIs)
+{
+    EXPECT_EQ(ContactOf("FN:x\nTITLE:a\\nb")[Field::JobTitle], "a b");
+    EXPECT_EQ(ContactOf("FN:a\\nb")[Field::FileAs], "a b");
+}
+
+// Contacts as another program may leave them in the store.
+TEST(VCardContact, HasAFormattedNameWhateverItLacks)
+{
+    Contact contact;
+    contact[Field::Company] = "Acme";
+    EXPECT_EQ(LinesOf(contact), "FN:Acme\nORG:Acme\n");
+    contact[Field::Company].clear();
+    contact[Field::Note] = "n";
+    EXPECT_EQ(LinesOf(contact), "FN:\nNOTE:n\n");
+}
+
 TEST(VCardContact, WritesWhatWasTyped)
 {
     Contact contact;
     contact[Field::FileAs] = "Doe, Jane";
     contact[Field::FirstName] = "Jane";
     contact[Field::LastName] = "Doe";
-    contact[Field::Phones] = "1 (mobile)\n2 (work, fax)\n3 (boat)\n4";
+    contact[Field::Phones] = "1 (mobile)\n2 (work, fax)\n3 (boat)\n4\n5 (work, boat)";
     contact[Field::Emails] = "a@b (home)";
     contact[Field::Address] = "Elm St 1; left\n12345 Springfield";
     contact[Field::Birthday] = "--04-15";
     EXPECT_EQ(LinesOf(contact),
               "FN:Jane Doe\nN:Doe;Jane;;;\nEMAIL;TYPE=home:a@b\nTEL;TYPE=cell:1\nTEL;TYPE=work,fax:2\n"
-              "TEL:3 (boat)\nTEL:4\nADR:;;Elm St 1\\; left\\n12345 Springfield;;;;\nBDAY:--0415\n");
+              "TEL:3 (boat)\nTEL:4\nTEL:5 (work\\, boat)\nADR:;;Elm St 1\\; left\\n12345 "
+              "Springfield;;;;\nBDAY:--0415\n");
     contact[Field::FileAs] = "Sister";
     EXPECT_NE(LinesOf(contact).find("\nX-FILE-AS:Sister\n"), std::string::npos);
 }
@@ -171,7 +206,8 @@ TEST(VCardContact, WritesNoBrokenCardFromAStrangersLines)
 {
     Contact contact;
     contact[Field::FileAs] = "x";
-    contact[Field::Extra] = "END:VCARD\nno colon\nVERSION:9\nBEGIN:VCARD\nX-GOOD:1\n\nTEL:gone";
+    contact[Field::Extra] =
+        "END:VCARD\nno colon\nVERSION:9\nBEGIN:VCARD\nX-GOOD:1\n\nTEL:gone\nX-FILE-AS:not it";
     EXPECT_EQ(LinesOf(contact), "FN:x\nX-GOOD:1\n");
 }
 
