@@ -22,6 +22,7 @@ class ContactUids {
     // Reads all contacts.
     void Load(DbContacts& contacts);
 
+    bool IsEmpty() const { return m_ids.empty(); }
     // The contact with this UID, which is not found again: a second card of the same UID is another contact.
     // 0 when there is none.
     CEOID Take(const std::string& uid);

@@ -31,7 +31,7 @@ void ImportJob::Begin()
 
 bool ImportJob::Save()
 {
-    const CEOID stored = m_uids.Take(UidOf(m_contact[Field::Extra]));
+    const CEOID stored = m_uids.IsEmpty() ? 0 : m_uids.Take(UidOf(m_contact[Field::Extra]));
     ++(stored ? m_updated : m_imported);
     return m_saver.Save(m_contacts, stored, m_contact) != 0;
 }

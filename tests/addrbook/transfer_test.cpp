@@ -144,6 +144,18 @@ TEST_F(Transfers, BringEveryScriptThroughByteForByte)
     EXPECT_EQ(again, written);
 }
 
+TEST_F(Transfers, BringAPictureOfManyMegabytesThrough)
+{
+    std::string picture;
+    for (size_t i = 0; i < 10'000'000; ++i)
+        picture += static_cast<char>('A' + i * 7 % 26);
+    ASSERT_EQ(Import(CardOf("FN:x\nPHOTO;ENCODING=b;TYPE=PNG:" + picture + "\nUID:1", "3.0")), State::Done);
+    ASSERT_EQ(Export(Ids()), State::Done);
+    std::vector<Contact> contacts = ReadAll(ReadFileBytes(m_path)).contacts;
+    ASSERT_EQ(contacts.size(), 1u);
+    EXPECT_TRUE(contacts[0][Field::Extra] == "PHOTO:data:image/png;base64," + picture + "\nUID:1");
+}
+
 } // namespace
 
 } // namespace addrbook

@@ -65,6 +65,9 @@ TEST(VCardContact, TakesALabelForAnAddressWithoutParts)
 {
     EXPECT_EQ(ContactOf("FN:x\nADR;LABEL=\"Elm St 1^nSpringfield\":;;;;;;")[Field::Address],
               "Elm St 1\nSpringfield");
+    EXPECT_EQ(ContactOf(R"(FN:x
+ADR;LABEL="Elm St 1\nSpringfield\, IL":;;;;;;)")[Field::Address],
+              "Elm St 1\nSpringfield, IL");
 }
 
 TEST(VCardContact, ReadsABirthdayInWords)
@@ -118,6 +121,7 @@ TEST(VCardContact, WritesEverythingBack)
     ExpectKept("FN:One Two\nN:Two;One;;;\nFN:Zwei");
     ExpectKept("FN:x\nX-FILE-AS:Own order");
     ExpectKept("FN:x\nBDAY;VALUE=text:about 1900\nN:;;;;");
+    ExpectKept("FN:x\nADR;LABEL=\"Elm\\nTown\":;;;;;;");
     ExpectKept("FN:x\nTEL:tel:+3");
     ExpectKept("FN:x\nTEL:1 (work)\nEMAIL:a@b (home)");
     ExpectKept("FN:x\ntitle:Head\ng.NOTE:n");
