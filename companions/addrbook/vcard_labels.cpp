@@ -40,10 +40,10 @@ std::string AddressLine(const VCard::Line& address, std::string_view value, std:
 
 void JoinLabels(VCard* card)
 {
-    std::multimap<std::string, size_t> addresses; // without a label
+    std::multimap<std::string, size_t> addresses;
     for (size_t i = 0; i < card->Count(); ++i) {
         const VCard::Line line = card->At(i);
-        if (EqualsNoCase(line.name, "ADR") && FindParameter(line.parameters, "LABEL").empty())
+        if (EqualsNoCase(line.name, "ADR"))
             addresses.emplace(KeyOf(line), i);
     }
     const size_t count = card->Count();

@@ -73,6 +73,12 @@ TEST(VCardUpgrade, PutsALabelToItsAddress)
               "e;;;;");
 }
 
+TEST(VCardUpgrade, TellsAddressesByTheirGroup)
+{
+    EXPECT_EQ(Upgraded("a.ADR:;;a;;;;\nADR:;;b;;;;\nc.ADR:;;c;;;;\nc.LABEL:C\nLABEL:B", "3.0"),
+              "a.ADR:;;a;;;;\nADR;LABEL=\"B\":;;b;;;;\nc.ADR;LABEL=\"C\":;;c;;;;");
+}
+
 TEST(VCardUpgrade, MakesALabelWithoutItsAddressOne)
 {
     EXPECT_EQ(Upgraded("g.LABEL;TYPE=home;LANGUAGE=en:Elm 1\nADR;TYPE=home:;;h;;;;", "3.0"),
