@@ -158,6 +158,8 @@ bool IsUtf8(std::string_view text)
 
 std::string ToUtf8(std::string_view text, std::string_view charset)
 {
+    if (charset.empty() && IsUtf8(text))
+        return std::string(text);
     const UINT codePage = CodePageOf(charset);
     const std::wstring wide = codePage == CP_UTF8 || text.empty() ? std::wstring() : Decode(text, codePage);
     return wide.empty() ? MendUtf8(text) : Encode(wide);

@@ -167,7 +167,9 @@ void Upgrade(const VCard::Line& line, VCardVersion version, std::string* whole)
     whole->append(old.isPreferred ? ";PREF=1" : "");
     if (!valueType.empty())
         whole->append(";VALUE=").append(ToUtf8(valueType, old.charset));
-    whole->append(ToUtf8(old.others, old.charset)).append(":").append(value);
+    if (!old.others.empty())
+        whole->append(ToUtf8(old.others, old.charset));
+    whole->append(":").append(value);
 }
 
 bool HasItem(std::string_view list, std::string_view wanted)
