@@ -4,14 +4,11 @@ namespace addrbook {
 
 namespace {
 
+constexpr int kNames = 10; // of unfinished files that are tried; after a crash one may be there
+
 HANDLE OrNull(HANDLE file)
 {
     return file == INVALID_HANDLE_VALUE ? nullptr : file;
-}
-
-std::wstring UnfinishedName(const std::wstring& path)
-{
-    return path + L".part";
 }
 
 } // namespace
@@ -31,7 +28,7 @@ size_t InputFile::Read(char* buffer, size_t size)
 {
     constexpr size_t kMost = size_t{1} << 20;
     DWORD read = 0;
-    if (!ReadFile(m_file.get(), buffer, static_cast<DWORD>(size < kMost ? size : kMost), &read, nullptr)) {
+    if (!m_reader(m_file.get(), buffer, static_cast<DWORD>(size < kMost ? size : kMost), &read, nullptr)) {
         m_failed = true;
         return 0;
     }
@@ -44,32 +41,59 @@ OutputFile::~OutputFile()
     if (!m_file)
         return;
     m_file.reset();
-    DeleteFileW(UnfinishedName(m_path).c_str());
+    DeleteFileW(m_unfinishedPath.c_str());
+}
+
+bool OutputFile::Check(bool succeeded)
+{
+    m_error = succeeded ? 0 : GetLastError();
+    return succeeded;
 }
 
 bool OutputFile::Open(const std::wstring& path)
 {
     m_path = path;
-    m_file.reset(OrNull(CreateFileW(UnfinishedName(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr)));
+    for (int attempt = 0; attempt < kNames; ++attempt) {
+        m_unfinishedPath = path + L".part" + (attempt ? std::to_wstring(attempt) : L"");
+        m_file.reset(OrNull(CreateFileW(m_unfinishedPath.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr)));
+        if (Check(m_file != nullptr) || m_error != ERROR_FILE_EXISTS)
+            break;
+    }
     return m_file != nullptr;
 }
 
 bool OutputFile::Write(std::string_view bytes)
 {
     DWORD written = 0;
-    return WriteFile(m_file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
-           written == bytes.size();
+    if (!Check(m_writer(m_file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)))
+        return false;
+    m_error = written == bytes.size() ? 0 : ERROR_DISK_FULL;
+    return m_error == 0;
+}
+
+bool OutputFile::TakePlace()
+{
+    if (Check(MoveFileExW(m_unfinishedPath.c_str(), m_path.c_str(), MOVEFILE_REPLACE_EXISTING)))
+        return true;
+    // A file that is held open is told from one that may not be written only by asking for it.
+    const DWORD error = m_error;
+    const UniqueKernelHandle place(
+        OrNull(CreateFileW(m_path.c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                           nullptr, OPEN_EXISTING, 0, nullptr)));
+    if (Check(place != nullptr) || m_error != ERROR_SHARING_VIOLATION)
+        m_error = error;
+    return false;
 }
 
 bool OutputFile::Finish()
 {
-    if (!FlushFileBuffers(m_file.get()))
+    if (!Check(FlushFileBuffers(m_file.get())))
         return false;
     m_file.reset();
-    if (MoveFileExW(UnfinishedName(m_path).c_str(), m_path.c_str(), MOVEFILE_REPLACE_EXISTING))
+    if (TakePlace())
         return true;
-    DeleteFileW(UnfinishedName(m_path).c_str());
+    DeleteFileW(m_unfinishedPath.c_str());
     return false;
 }
 

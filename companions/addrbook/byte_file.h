@@ -14,6 +14,9 @@ namespace addrbook {
 // A file that is read from its start to its end.
 class InputFile {
   public:
+    using Reader = decltype(&ReadFile); // a test's may fail
+
+    explicit InputFile(Reader reader = ReadFile) : m_reader(reader) {}
     [[nodiscard]] bool Open(const std::wstring& path);
     // Up to size bytes; 0 at the end and when reading fails.
     size_t Read(char* buffer, size_t size);
@@ -22,28 +25,41 @@ class InputFile {
     uint64_t Position() const { return m_position; }
 
   private:
+    Reader m_reader;
     UniqueKernelHandle m_file;
     uint64_t m_size = 0;
     uint64_t m_position = 0;
     bool m_failed = false;
 };
 
-// A file that takes its place only when it is whole: until then it lies beside it under another name.
+// A file that takes its place only when it is whole: until then it lies beside it under a name that no other
+// file has. Whatever fails, a file that was there before stays as it was.
 class OutputFile {
   public:
-    OutputFile() = default;
+    using Writer = decltype(&WriteFile); // a test's may fail
+
+    explicit OutputFile(Writer writer = WriteFile) : m_writer(writer) {}
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
     [[nodiscard]] bool Open(const std::wstring& path);
     [[nodiscard]] bool Write(std::string_view bytes);
-    // Puts it in its place. Without it, or when it fails, whatever was there stays.
-    [[nodiscard]] bool Finish();
+    [[nodiscard]] bool Finish(); // puts it in its place
+
+    // The system's number for why the last of these failed: ERROR_SHARING_VIOLATION also where another
+    // program has the file open whose place this one was to take.
+    DWORD Error() const { return m_error; }
 
   private:
+    bool Check(bool succeeded);
+    bool TakePlace();
+
+    Writer m_writer;
     std::wstring m_path;
+    std::wstring m_unfinishedPath;
     UniqueKernelHandle m_file;
+    DWORD m_error = 0;
 };
 
 } // namespace addrbook

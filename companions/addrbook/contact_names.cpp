@@ -41,6 +41,8 @@ void AppendFormattedName(std::string& out, const Contact& contact)
     AppendJoined(out, contact[Field::FirstName], " ", contact[Field::LastName]);
     if (out.size() == start)
         out += contact[Field::FileAs];
+    if (out.size() == start)
+        AppendFileAs(out, contact, {});
 }
 
 std::string FormattedNameOf(const Contact& contact)

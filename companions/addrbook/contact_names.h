@@ -10,7 +10,7 @@ namespace addrbook {
 void AppendFileAs(std::string& out, const Contact& contact, std::string_view formattedName);
 std::string FileAsOf(const Contact& contact, std::string_view formattedName = {});
 
-// The whole name as one writes it on a letter: "First Last", else File As.
+// The whole name as one writes it on a letter: "First Last", else File As, else what that would be.
 void AppendFormattedName(std::string& out, const Contact& contact);
 std::string FormattedNameOf(const Contact& contact);
 

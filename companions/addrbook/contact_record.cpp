@@ -1,5 +1,7 @@
 #include "addrbook/contact_record.h"
 
+#include <algorithm>
+
 #include "mervane/text_codec.h"
 #include "util/owners.h"
 
@@ -13,13 +15,19 @@ constexpr CEPROPID kProperties[kFieldCount] = {
     kContactPhones, kContactAddress,   kContactBirthday, kContactNote,    kContactExtra,
 };
 
-// The store's lines end with CR LF.
+// The store's lines end with CR LF. From the end on, so that each character moves once.
 void Widen(std::string_view text, std::wstring* wide)
 {
     wide->resize(text.size());
-    wide->resize(mervane::DecodeText(text, wide->data()));
-    for (size_t end = 0; (end = wide->find(L'\n', end)) != std::wstring::npos; end += 2)
-        wide->insert(end, 1, L'\r');
+    size_t from = mervane::DecodeText(text, wide->data());
+    wide->resize(from);
+    size_t to = from + static_cast<size_t>(std::count(wide->begin(), wide->end(), L'\n'));
+    wide->resize(to);
+    while (from < to) {
+        (*wide)[--to] = (*wide)[--from];
+        if ((*wide)[to] == L'\n')
+            (*wide)[--to] = L'\r';
+    }
 }
 
 } // namespace
@@ -54,6 +62,16 @@ bool LoadContact(DbContacts& contacts, CEOID id, Contact* contact)
     for (size_t i = 0; i < kFieldCount; ++i)
         contact->texts[i] = read[i].wFlags & CEDB_PROPNOTFOUND ? std::string() : ToUtf8(read[i].val.lpwstr);
     return true;
+}
+
+bool SaveField(DbContacts& contacts, CEOID id, Field field, const std::string& text)
+{
+    std::wstring wide = ToWide(text);
+    CEPROPVAL value{};
+    value.propid = PropertyOf(field);
+    value.wFlags = wide.empty() ? CEDB_PROPDELETE : WORD{0};
+    value.val.lpwstr = wide.data();
+    return contacts.WriteRecord(id, 1, &value) != 0;
 }
 
 CEOID ContactSaver::Save(DbContacts& contacts, CEOID id, const Contact& contact)

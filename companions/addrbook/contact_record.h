@@ -17,6 +17,9 @@ std::string ToUtf8(std::wstring_view text);
 // Reads the record; false when it is gone.
 [[nodiscard]] bool LoadContact(DbContacts& contacts, CEOID id, Contact* contact);
 
+// Writes one field of a record. false on failure.
+[[nodiscard]] bool SaveField(DbContacts& contacts, CEOID id, Field field, const std::string& text);
+
 // Writes contacts one after the other; keeps its memory from one to the next.
 class ContactSaver {
   public:

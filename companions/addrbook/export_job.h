@@ -1,6 +1,8 @@
-// Exports contacts to a vCard file, which takes its place only when it is whole.
+// Exports contacts to a vCard file, which takes its place only when it is whole. A contact without a UID gets
+// one, which it keeps, so that its card is known again when it comes back.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "addrbook/byte_file.h"
@@ -12,20 +14,29 @@ namespace addrbook {
 class ExportJob : public Transfer {
   public:
     // The contacts in their order; one that is gone when its turn comes is passed over.
-    ExportJob(DbContacts& contacts, std::vector<CEOID> ids, const std::wstring& path);
+    ExportJob(DbContacts& contacts, std::vector<CEOID> ids, const std::wstring& path,
+              OutputFile::Writer writer = WriteFile);
 
     State Step(unsigned milliseconds) override;
     int PerMille() const override;
     std::wstring Report() const override;
 
   private:
+    void AppendCards(std::string* cards);
+    void Name(CEOID id, Contact* contact);
+    std::wstring Failure() const;
+
     DbContacts& m_contacts;
     std::vector<CEOID> m_ids;
+    std::wstring m_path;
     OutputFile m_file;
     bool m_isOpen;
     size_t m_next = 0;
     size_t m_exported = 0;
     bool m_failed = false;
+    // For the new UIDs, which are kept if the file is; from the first one on.
+    std::optional<CeDBase::BulkScope> m_bulk;
+    bool m_canName = true;
 };
 
 } // namespace addrbook

@@ -54,8 +54,12 @@ std::string InForm(std::string_view text, std::string_view form)
 std::string CompactDate(std::string_view value)
 {
     for (const Form& form : kForms)
-        if (const size_t length = Match(value, form.readable))
-            return InForm(value.substr(0, length), form.compact).append(value.substr(length));
+        for (const std::string_view known : {form.readable, form.compact})
+            if (const size_t length = Match(value, known)) {
+                std::string time(value.substr(length));
+                std::erase(time, ':');
+                return InForm(value.substr(0, length), form.compact) + time;
+            }
     return std::string(value);
 }
 

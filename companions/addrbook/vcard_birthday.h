@@ -6,8 +6,8 @@
 
 namespace addrbook {
 
-// A date in either of the two forms of ISO 8601 in the form without hyphens that version 4.0 asks for; what
-// stands behind it (a time) stays, and any other text is left as it is.
+// A date in either of the two forms of ISO 8601, maybe with a time, in the form without hyphens and colons
+// that version 4.0 asks for; any other text is left as it is.
 std::string CompactDate(std::string_view value);
 
 // "19850415" as "1985-04-15", "--0415" as "--04-15"; a time is left out; any other text as it is.

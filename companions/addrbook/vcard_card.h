@@ -41,6 +41,24 @@ class VCard {
     {
         m_lines.push_back({start, length, places});
     }
+    // In the place of the line at index, which it may have been made of.
+    void Replace(size_t index, const std::string& whole)
+    {
+        LinePlaces places{};
+        if (!FindPlaces(whole, &places))
+            return;
+        m_lines[index] = {m_text.size(), whole.size(), places};
+        m_text += whole;
+    }
+    // The lines for which it is true.
+    void Remove(const std::vector<bool>& isUnwanted)
+    {
+        size_t kept = 0;
+        for (size_t i = 0; i < m_lines.size(); ++i)
+            if (!isUnwanted[i])
+                m_lines[kept++] = m_lines[i];
+        m_lines.resize(kept);
+    }
     void Clear()
     {
         m_text.clear();

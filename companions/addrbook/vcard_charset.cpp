@@ -18,15 +18,30 @@ struct Charset {
     UINT codePage;
 };
 constexpr Charset kCharsets[] = {
-    {"utf-8", CP_UTF8},     {"utf8", CP_UTF8},     {"us-ascii", kWestern},
-    {"ascii", kWestern},    {"iso-8859-1", 28591}, {"latin1", 28591},
-    {"iso-8859-2", 28592},  {"iso-8859-3", 28593}, {"iso-8859-4", 28594},
-    {"iso-8859-5", 28595},  {"iso-8859-6", 28596}, {"iso-8859-7", 28597},
-    {"iso-8859-8", 28598},  {"iso-8859-9", 28599}, {"iso-8859-13", 28603},
-    {"iso-8859-15", 28605}, {"koi8-r", 20866},     {"koi8-u", 21866},
-    {"shift_jis", 932},     {"shift-jis", 932},    {"euc-jp", 20932},
-    {"gb2312", 936},        {"gbk", 936},          {"gb18030", 54936},
-    {"big5", 950},          {"euc-kr", 949},       {"ks_c_5601-1987", 949},
+    // What says that it is ISO-8859-1 often is its superset, Windows' own.
+    {"iso-8859-1", kWestern},
+    {"latin1", kWestern},
+    {"iso-8859-2", 28592},
+    {"iso-8859-3", 28593},
+    {"iso-8859-4", 28594},
+    {"iso-8859-5", 28595},
+    {"iso-8859-6", 28596},
+    {"iso-8859-7", 28597},
+    {"iso-8859-8", 28598},
+    {"iso-8859-9", 28599},
+    {"iso-8859-13", 28603},
+    {"iso-8859-15", 28605},
+    {"koi8-r", 20866},
+    {"koi8-u", 21866},
+    {"shift_jis", 932},
+    {"shift-jis", 932},
+    {"euc-jp", 20932},
+    {"gb2312", 936},
+    {"gbk", 936},
+    {"gb18030", 54936},
+    {"big5", 950},
+    {"euc-kr", 949},
+    {"ks_c_5601-1987", 949},
     {"windows-874", 874},
 };
 
@@ -35,9 +50,9 @@ UINT WindowsPage(std::string_view charset)
 {
     constexpr std::string_view kPrefix = "windows-125";
     if (charset.size() != kPrefix.size() + 1 || !StartsWithNoCase(charset, kPrefix))
-        return kWestern;
+        return CP_UTF8;
     const char digit = charset.back();
-    return digit >= '0' && digit <= '8' ? 1250u + static_cast<UINT>(digit - '0') : kWestern;
+    return digit >= '0' && digit <= '8' ? 1250u + static_cast<UINT>(digit - '0') : CP_UTF8;
 }
 
 UINT CodePageOf(std::string_view charset)
@@ -65,6 +80,19 @@ std::string Encode(const std::wstring& wide)
                                            static_cast<int>(text.size()), nullptr, nullptr);
     text.resize(length > 0 ? static_cast<size_t>(length) : 0);
     return text;
+}
+
+// How many bytes from the start are UTF-8.
+size_t Utf8Length(std::string_view text);
+
+std::string MendUtf8(std::string_view text)
+{
+    std::string mended;
+    for (size_t length; length = Utf8Length(text), mended.append(text, 0, length), length < text.size();) {
+        mended += Encode(Decode(text.substr(length, 1), kWestern));
+        text.remove_prefix(length + 1);
+    }
+    return mended;
 }
 
 int HexValue(char digit)
@@ -95,9 +123,7 @@ size_t SequenceLength(const unsigned char* bytes, size_t available)
     return overlong || beyond ? 0 : length;
 }
 
-} // namespace
-
-bool IsUtf8(std::string_view text)
+size_t Utf8Length(std::string_view text)
 {
     const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
     for (size_t i = 0; i < text.size();) {
@@ -109,21 +135,34 @@ bool IsUtf8(std::string_view text)
         }
         const size_t length = SequenceLength(bytes + i, text.size() - i);
         if (length == 0)
-            return false;
+            return i;
         i += length;
     }
-    return true;
+    return text.size();
+}
+
+// -1 for what is none.
+int Base64Value(char digit)
+{
+    constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    const size_t value = kDigits.find(digit);
+    return value == std::string_view::npos ? -1 : static_cast<int>(value);
+}
+
+} // namespace
+
+bool IsUtf8(std::string_view text)
+{
+    return Utf8Length(text) == text.size();
 }
 
 std::string ToUtf8(std::string_view text, std::string_view charset)
 {
-    const bool maybeUtf8 = charset.empty() || CodePageOf(charset) == CP_UTF8;
-    if (text.empty() || (maybeUtf8 && IsUtf8(text)))
+    if (charset.empty() && IsUtf8(text))
         return std::string(text);
-    std::wstring wide = maybeUtf8 ? std::wstring() : Decode(text, CodePageOf(charset));
-    if (wide.empty())
-        wide = Decode(text, kWestern);
-    return Encode(wide);
+    const UINT codePage = CodePageOf(charset);
+    const std::wstring wide = codePage == CP_UTF8 || text.empty() ? std::wstring() : Decode(text, codePage);
+    return wide.empty() ? MendUtf8(text) : Encode(wide);
 }
 
 std::string DecodeQuotedPrintable(std::string_view text)
@@ -134,6 +173,25 @@ std::string DecodeQuotedPrintable(std::string_view text)
         const int low = high >= 0 ? HexValue(text[i + 2]) : -1;
         out += low >= 0 ? static_cast<char>(high << 4 | low) : text[i];
         i += low >= 0 ? 2 : 0;
+    }
+    return out;
+}
+
+std::string DecodeBase64(std::string_view text)
+{
+    std::string out;
+    unsigned bits = 0;
+    int count = 0; // of the bits that wait
+    for (const char character : text.substr(0, text.find('='))) {
+        const int value = Base64Value(character);
+        if (character == ' ' || character == '\t')
+            continue;
+        if (value < 0)
+            return std::string(text);
+        bits = bits << 6 | static_cast<unsigned>(value);
+        count += 6;
+        if (count >= 8)
+            out += static_cast<char>(bits >> (count -= 8) & 0xFF);
     }
     return out;
 }

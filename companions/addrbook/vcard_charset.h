@@ -8,12 +8,14 @@ namespace addrbook {
 
 bool IsUtf8(std::string_view text);
 
-// The text in UTF-8. charset is a name of the Internet's ("ISO-8859-1"), or empty: then the text is UTF-8
-// where it can be, and Windows' Western set where it cannot, as is the text of a set that the system does not
-// know.
+// The text in UTF-8. charset is a name of the Internet's ("ISO-8859-1"). When it is empty, "UTF-8", or not
+// known, the text is taken for UTF-8, and each byte that is none for one of Windows' Western set.
 std::string ToUtf8(std::string_view text, std::string_view charset);
 
 // Quoted-printable undone. A "=" that no two hexadecimal digits follow stays.
 std::string DecodeQuotedPrintable(std::string_view text);
+
+// Base 64 undone, blanks in it passed over; the text itself when it is something else.
+std::string DecodeBase64(std::string_view text);
 
 } // namespace addrbook

@@ -130,8 +130,9 @@ void AppendAddressText(std::string& out, const VCard::Line& line)
     append(parts[Locality], parts[Code].empty() ? "\n" : " ");
     append(parts[Region], "\n");
     append(parts[Country], "\n");
+    // Its line ends are written in two ways: as in a parameter and as in a value.
     if (out.size() == start)
-        out += ParameterText(FindParameter(line.parameters, "LABEL"));
+        AppendUnescaped(out, ParameterText(FindParameter(line.parameters, "LABEL")));
 }
 
 void AppendBirthdayText(std::string& out, const VCard::Line& line)

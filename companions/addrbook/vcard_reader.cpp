@@ -1,6 +1,6 @@
 #include "addrbook/vcard_reader.h"
 
-#include <algorithm>
+#include "addrbook/vcard_labels.h"
 
 namespace addrbook {
 
@@ -8,6 +8,12 @@ namespace {
 
 constexpr std::string_view kBegin = "BEGIN:VCARD";
 constexpr std::string_view kEnd = "END:VCARD";
+
+// An encoding stands within the first bytes of a line, if it has one. So much is looked at for each line that
+// may go on with it, however long that has become.
+constexpr size_t kHeadBytes = 1024;
+// What a line costs beside its bytes, about.
+constexpr size_t kLineCost = 256;
 
 std::string_view Trimmed(std::string_view line)
 {
@@ -38,6 +44,7 @@ bool IsFolded(std::string_view line)
 std::string_view ParametersOf(std::string_view line)
 {
     LinePlaces places;
+    line = line.substr(0, kHeadBytes);
     return FindPlaces(line, &places) ? line.substr(places.parameters, places.colon - places.parameters)
                                      : std::string_view();
 }
@@ -115,6 +122,7 @@ void VCardReader::Begin(VCard* card)
     m_state = State::Inside;
     m_version = VCardVersion::V30;
     m_unknownVersion = false;
+    m_hasLabels = false;
     m_agentDepth = 0;
     m_cardLine = m_lines.Number();
     m_raw.clear();
@@ -134,14 +142,8 @@ bool VCardReader::Continues(std::string_view line, const VCard& card) const
 
 void VCardReader::TakeInside(std::string_view line, VCard* card)
 {
-    std::string& text = card->Text();
-    const bool isSoftBreak =
-        !m_raw.empty() && !text.empty() && text.back() == '=' &&
-        HasWord(ParametersOf(std::string_view(text).substr(m_raw.back().start)), "QUOTED-PRINTABLE");
-    if (isSoftBreak) {
-        text.pop_back();
+    if (TakeSoftBreak(card))
         return Append(line, card);
-    }
     if (Continues(line, *card)) {
         // Version 2.1 folds where there is a blank, which it keeps.
         if (IsFolded(line) && m_version != VCardVersion::V21)
@@ -153,8 +155,21 @@ void VCardReader::TakeInside(std::string_view line, VCard* card)
     if (Is(line, kBegin))
         return BeginInside(card);
     TakeVersion(line);
-    m_raw.push_back({text.size(), text.size(), m_lines.Number()});
+    const size_t start = card->Text().size();
+    m_raw.push_back({start, start, m_lines.Number()});
     Append(line, card);
+}
+
+// Whether the line so far ends with quoted-printable's mark that it goes on, which is taken off.
+bool VCardReader::TakeSoftBreak(VCard* card)
+{
+    std::string& text = card->Text();
+    if (m_raw.empty() || !text.ends_with('=') ||
+        !HasWord(ParametersOf(std::string_view(text).substr(m_raw.back().start)), "QUOTED-PRINTABLE"))
+        return false;
+    text.pop_back();
+    m_raw.back().end = text.size();
+    return true;
 }
 
 void VCardReader::Append(std::string_view line, VCard* card)
@@ -162,7 +177,7 @@ void VCardReader::Append(std::string_view line, VCard* card)
     std::string& text = card->Text();
     text.append(line);
     m_raw.back().end = text.size();
-    if (text.size() >= kLargestCard)
+    if (text.size() + m_raw.size() * kLineCost >= kLargestCard)
         Break(m_lines.Number(), "the card is too large");
 }
 
@@ -171,7 +186,9 @@ void VCardReader::TakeVersion(std::string_view line)
     constexpr std::string_view kVersion = "VERSION:";
     if ((line[0] | 0x20) != 'v' || !StartsWithNoCase(line, kVersion))
         return;
-    const std::string_view version = Trimmed(line.substr(kVersion.size()));
+    std::string_view version = Trimmed(line.substr(kVersion.size()));
+    while (IsFolded(version))
+        version.remove_prefix(1);
     if (version == "2.1")
         m_version = VCardVersion::V21;
     else if (version == "3.0")
@@ -209,6 +226,7 @@ void VCardReader::TakeAgent(std::string_view line, VCard* card)
 bool VCardReader::End(VCard* card)
 {
     m_state = State::Outside;
+    (void)TakeSoftBreak(card); // with nothing to go on with
     if (m_unknownVersion) {
         Note(m_cardLine, "the card's version is not known");
         return false;
@@ -229,6 +247,8 @@ bool VCardReader::Build(VCard* card)
             return false;
         }
     }
+    if (m_hasLabels)
+        JoinLabels(card);
     return true;
 }
 
@@ -239,7 +259,9 @@ bool VCardReader::BuildLine(const RawLine& raw, VCard* card)
     const std::string_view whole = std::string_view(text).substr(raw.start, raw.end - raw.start);
     if (!FindPlaces(whole, &places))
         return false;
-    if (IsCurrent(VCard::LineOf(whole, places), m_version, &m_upgraded)) {
+    const VCard::Line line = VCard::LineOf(whole, places);
+    m_hasLabels |= m_version != VCardVersion::V40 && EqualsNoCase(line.name, "LABEL");
+    if (IsCurrent(line, m_version, &m_upgraded)) {
         card->AddLine(raw.start, whole.size(), places);
         return true;
     }

@@ -1,9 +1,11 @@
-// Reads the cards of a vCard file one by one: versions 2.1, 3.0 and 4.0, in little memory.
+// Reads the cards of a vCard file one by one: versions 2.1, 3.0 and 4.0, in UTF-8 or UTF-16, in little
+// memory.
 #pragma once
 
 #include <string>
 
 #include "addrbook/text_lines.h"
+#include "addrbook/utf16_source.h"
 #include "addrbook/vcard_card.h"
 #include "addrbook/vcard_upgrade.h"
 
@@ -11,7 +13,7 @@ namespace addrbook {
 
 class VCardReader {
   public:
-    explicit VCardReader(ByteSource source) : m_lines(std::move(source)) {}
+    explicit VCardReader(ByteSource source) : m_lines(WithUtf16Decoded(std::move(source))) {}
 
     // The next card that can be read; false at the end. What cannot be read is passed over and counted.
     [[nodiscard]] bool Next(VCard* card);
@@ -24,7 +26,7 @@ class VCardReader {
     // A card that the caller cannot use; counted as unreadable from its first line on.
     void Reject(const char* why) { Note(m_cardLine, why); }
 
-    static constexpr size_t kLargestCard = size_t{16} << 20; // bytes
+    static constexpr size_t kLargestCard = size_t{16} << 20; // bytes, of which each line costs some
 
   private:
     // A line of the card as it is in the file, unfolded.
@@ -39,6 +41,7 @@ class VCardReader {
     void TakeOutside(std::string_view line, VCard* card);
     void TakeInside(std::string_view line, VCard* card);
     bool Continues(std::string_view line, const VCard& card) const;
+    bool TakeSoftBreak(VCard* card);
     void Append(std::string_view line, VCard* card);
     void TakeVersion(std::string_view line);
     void Begin(VCard* card);
@@ -54,6 +57,7 @@ class VCardReader {
     State m_state = State::Outside;
     VCardVersion m_version = VCardVersion::V30;
     bool m_unknownVersion = false;
+    bool m_hasLabels = false;
     int m_agentDepth = 0;
     size_t m_cardLine = 0;
     std::vector<RawLine> m_raw;

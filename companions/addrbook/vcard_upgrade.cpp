@@ -2,28 +2,50 @@
 
 #include "addrbook/vcard_birthday.h"
 #include "addrbook/vcard_charset.h"
+#include "addrbook/vcard_old_values.h"
 
 namespace addrbook {
 
 namespace {
 
-enum class Encoding { None, QuotedPrintable, Base64 };
+enum class Encoding { None, QuotedPrintable, Base64, Unknown };
 
 // What the parameters of an older line say, and what of them stays.
 struct OldParameters {
     Encoding encoding = Encoding::None;
     std::string_view charset;
-    std::string_view mediaType; // the first word of TYPE
+    std::string_view valueType;
     bool isPreferred = false;
     std::string types; // the list of TYPE
     std::string others;
 };
 
+bool IsOneOf(std::string_view name, std::initializer_list<std::string_view> names)
+{
+    for (const std::string_view other : names)
+        if (EqualsNoCase(name, other))
+            return true;
+    return false;
+}
+
 Encoding EncodingOf(std::string_view word)
 {
     if (EqualsNoCase(word, "QUOTED-PRINTABLE"))
         return Encoding::QuotedPrintable;
-    return EqualsNoCase(word, "BASE64") || EqualsNoCase(word, "B") ? Encoding::Base64 : Encoding::None;
+    if (IsOneOf(word, {"BASE64", "B"}))
+        return Encoding::Base64;
+    return IsOneOf(word, {"7BIT", "8BIT"}) ? Encoding::None : Encoding::Unknown;
+}
+
+bool IsBareEncoding(std::string_view word)
+{
+    return IsOneOf(word, {"QUOTED-PRINTABLE", "BASE64", "7BIT", "8BIT"});
+}
+
+std::string_view WithoutQuotes(std::string_view text)
+{
+    const bool isQuoted = text.size() > 1 && text.front() == '"' && text.back() == '"';
+    return isQuoted ? text.substr(1, text.size() - 2) : text;
 }
 
 void TakeTypes(std::string_view list, OldParameters* old)
@@ -34,8 +56,6 @@ void TakeTypes(std::string_view list, OldParameters* old)
             old->isPreferred = true;
             continue;
         }
-        if (old->mediaType.empty())
-            old->mediaType = item;
         old->types += old->types.empty() ? "" : ",";
         old->types += item;
     }
@@ -45,12 +65,15 @@ void TakeTypes(std::string_view list, OldParameters* old)
 void TakeParameter(const Parameter& parameter, OldParameters* old)
 {
     const bool isBare = parameter.name.empty();
-    const bool isLetter = EqualsNoCase(parameter.value, "B");
-    const Encoding encoding = isBare && isLetter ? Encoding::None : EncodingOf(parameter.value);
-    if (EqualsNoCase(parameter.name, "ENCODING") || (isBare && encoding != Encoding::None))
+    const bool isEncoding =
+        isBare ? IsBareEncoding(parameter.value) : EqualsNoCase(parameter.name, "ENCODING");
+    const Encoding encoding = isEncoding ? EncodingOf(WithoutQuotes(parameter.value)) : Encoding::Unknown;
+    if (encoding != Encoding::Unknown)
         old->encoding = encoding;
     else if (EqualsNoCase(parameter.name, "CHARSET"))
-        old->charset = parameter.value;
+        old->charset = WithoutQuotes(parameter.value);
+    else if (EqualsNoCase(parameter.name, "VALUE"))
+        old->valueType = parameter.value;
     else if (isBare || EqualsNoCase(parameter.name, "TYPE"))
         TakeTypes(parameter.value, old);
     else
@@ -66,119 +89,87 @@ OldParameters ReadOldParameters(std::string_view parameters)
     return old;
 }
 
-bool IsOneOf(std::string_view name, std::initializer_list<std::string_view> names)
+bool IsDate(std::string_view name)
 {
-    for (const std::string_view other : names)
-        if (EqualsNoCase(name, other))
-            return true;
-    return false;
+    return IsOneOf(name, {"BDAY", "ANNIVERSARY", "REV"});
 }
 
-// The properties whose value is words, which version 2.1 escapes in its own way.
-bool IsText(std::string_view name)
+// Bytes that stay bytes; words may be in base 64 as well.
+bool IsBinary(const VCard::Line& line, const OldParameters& old)
 {
-    return IsOneOf(name,
-                   {"FN", "N", "ORG", "TITLE", "ROLE", "NOTE", "ADR", "LABEL", "EMAIL", "TEL", "NICKNAME"});
+    return old.encoding == Encoding::Base64 && !IsText(line.name);
 }
 
-// In version 2.1 a backslash escapes the semicolon (and, by custom, comma and colon) and nothing else. A
-// semicolon without one parts the value where the property has parts.
-std::string EscapeOldText(std::string_view value, bool hasParts)
+// Another person's address; a whole card of his stays where it is.
+bool IsAgentAddress(const VCard::Line& line, const OldParameters& old)
 {
-    std::string out;
-    for (size_t i = 0; i < value.size(); ++i) {
-        const char next = i + 1 < value.size() ? value[i + 1] : '\0';
-        if (value[i] == '\\' && (next == ';' || next == ',' || next == ':')) {
-            out.append(next == ':' ? "" : "\\").append(1, next);
-            ++i;
-        } else if (value[i] == '\\' || value[i] == ',' || (value[i] == ';' && !hasParts)) {
-            out.append({'\\', value[i]});
-        } else {
-            out += value[i];
-        }
-    }
-    return out;
+    return EqualsNoCase(line.name, "AGENT") && IsOneOf(old.valueType, {"URI", "URL", "CID", "CONTENT-ID"});
 }
 
-// Line ends inside a value, which only an encoding can bring, as the escape for them.
-std::string EscapeLineEnds(std::string_view value)
+// What the value's type is called now; empty where the new form says it by itself.
+std::string_view ValueTypeOf(const VCard::Line& line, const OldParameters& old)
 {
-    std::string out;
-    for (size_t i = 0; i < value.size(); ++i) {
-        if (value[i] == '\r' && i + 1 < value.size() && value[i + 1] == '\n')
-            ++i;
-        if (value[i] == '\r' || value[i] == '\n')
-            out += "\\n";
-        else if (value[i] != '\0')
-            out += value[i];
-    }
-    return out;
+    const bool isOldDate = IsDate(line.name) && IsOneOf(old.valueType, {"DATE", "DATE-TIME", "TIMESTAMP"});
+    if (isOldDate || IsBinary(line, old) || IsAgentAddress(line, old))
+        return {};
+    return EqualsNoCase(old.valueType, "URL") ? "uri" : old.valueType;
 }
 
-std::string MediaTypeOf(std::string_view name, std::string_view type)
+std::string Decoded(const VCard::Line& line, const OldParameters& old)
 {
-    if (type.find('/') != std::string_view::npos)
-        return std::string(type);
-    std::string lower(type);
-    for (char& character : lower)
-        character = character >= 'A' && character <= 'Z' ? static_cast<char>(character + 32) : character;
-    if (IsOneOf(name, {"PHOTO", "LOGO"}))
-        return "image/" + (lower.empty() ? "jpeg" : lower);
-    if (EqualsNoCase(name, "SOUND"))
-        return "audio/" + (lower.empty() ? "basic" : lower);
-    return lower == "pgp" ? "application/pgp-keys" : "application/octet-stream";
+    if (old.encoding == Encoding::QuotedPrintable)
+        return DecodeQuotedPrintable(line.value);
+    return old.encoding == Encoding::Base64 ? DecodeBase64(line.value) : std::string(line.value);
 }
 
-std::string DataAddress(const VCard::Line& line, const OldParameters& old)
+std::string UpgradedText(const VCard::Line& line, VCardVersion version, const OldParameters& old)
 {
-    std::string value = "data:" + MediaTypeOf(line.name, old.mediaType) + ";base64,";
-    for (const char character : line.value)
-        if (character != ' ' && character != '\t')
-            value += character;
-    return value;
-}
-
-std::string UpgradedValue(const VCard::Line& line, VCardVersion version, const OldParameters& old)
-{
-    if (old.encoding == Encoding::Base64)
-        return DataAddress(line, old);
-    std::string value = old.encoding == Encoding::QuotedPrintable ? DecodeQuotedPrintable(line.value)
-                                                                  : std::string(line.value);
-    value = ToUtf8(value, old.charset);
+    const bool isDecoded = old.encoding == Encoding::QuotedPrintable || old.encoding == Encoding::Base64;
+    if (version != VCardVersion::V21 && !isDecoded && IsUtf8(line.value))
+        return std::string(line.value);
+    std::string value = ToUtf8(Decoded(line, old), old.charset);
     if (version == VCardVersion::V21 && IsText(line.name))
-        value = EscapeOldText(value, IsOneOf(line.name, {"N", "ORG", "ADR"}));
+        value = EscapeOldText(line.name, value);
     return EscapeLineEnds(value);
 }
 
-// "VALUE=binary" and the like say what the new form says by itself.
-void DropValueType(std::string* parameters)
+// The kind of a picture or sound goes from TYPE into its address.
+std::string UpgradedBytes(const VCard::Line& line, OldParameters* old)
 {
-    std::string kept;
-    Parameter parameter;
-    for (Parameters all(*parameters); all.Next(&parameter);)
-        if (!EqualsNoCase(parameter.name, "VALUE"))
-            kept.append(";").append(parameter.name).append("=").append(parameter.value);
-    *parameters = kept;
+    std::string_view types = old->types;
+    const std::string mediaType = MediaTypeOf(line.name, TakeListItem(&types), line.value);
+    if (!mediaType.empty())
+        old->types = std::string(types);
+    return DataAddress(mediaType, line.value);
+}
+
+std::string UpgradedValue(const VCard::Line& line, VCardVersion version, OldParameters* old)
+{
+    if (IsBinary(line, *old))
+        return UpgradedBytes(line, old);
+    if (IsAgentAddress(line, *old))
+        old->types += old->types.empty() ? "agent" : ",agent";
+    const std::string value = UpgradedText(line, version, *old);
+    if (EqualsNoCase(line.name, "GEO"))
+        return GeoAddress(value);
+    return IsDate(line.name) ? CompactDate(value) : value;
 }
 
 void Upgrade(const VCard::Line& line, VCardVersion version, std::string* whole)
 {
     OldParameters old = ReadOldParameters(line.parameters);
-    if (old.encoding == Encoding::Base64) {
-        old.types.clear();
-        DropValueType(&old.others);
-    }
-    whole->assign(line.group).append(line.group.empty() ? "" : ".").append(line.name);
+    const std::string value = UpgradedValue(line, version, &old);
+    const std::string_view valueType = ValueTypeOf(line, old);
+    whole->assign(line.group).append(line.group.empty() ? "" : ".");
+    whole->append(IsAgentAddress(line, old) ? "RELATED" : line.name);
     if (!old.types.empty())
-        whole->append(";TYPE=").append(old.types);
-    whole->append(old.isPreferred ? ";PREF=1" : "").append(old.others).append(":");
-    const bool isPlain = version == VCardVersion::V30 && old.encoding == Encoding::None && IsUtf8(line.value);
-    if (IsOneOf(line.name, {"BDAY", "ANNIVERSARY"}))
-        whole->append(CompactDate(isPlain ? std::string(line.value) : UpgradedValue(line, version, old)));
-    else if (isPlain)
-        whole->append(line.value);
-    else
-        whole->append(UpgradedValue(line, version, old));
+        whole->append(";TYPE=").append(ToUtf8(old.types, old.charset));
+    whole->append(old.isPreferred ? ";PREF=1" : "");
+    if (!valueType.empty())
+        whole->append(";VALUE=").append(ToUtf8(valueType, old.charset));
+    if (!old.others.empty())
+        whole->append(ToUtf8(old.others, old.charset));
+    whole->append(":").append(value);
 }
 
 bool HasItem(std::string_view list, std::string_view wanted)
@@ -189,34 +180,46 @@ bool HasItem(std::string_view list, std::string_view wanted)
     return false;
 }
 
-bool HasOldDate(const VCard::Line& line)
+// Version 4.0 knows no encoding either, but there are programs that write one.
+bool IsOld(const Parameter& parameter, VCardVersion version)
 {
-    return IsOneOf(line.name, {"BDAY", "ANNIVERSARY"}) && CompactDate(line.value) != line.value;
+    if (IsOneOf(parameter.name, {"ENCODING", "CHARSET"}))
+        return true;
+    if (version == VCardVersion::V40)
+        return false;
+    const bool isPreference = EqualsNoCase(parameter.name, "TYPE") && HasItem(parameter.value, "PREF");
+    const bool isAddress = EqualsNoCase(parameter.name, "VALUE") && EqualsNoCase(parameter.value, "URL");
+    return isPreference || isAddress || parameter.name.empty();
 }
 
-bool HasOldParameter(std::string_view parameters)
+bool HasOldParameter(std::string_view parameters, VCardVersion version)
 {
     Parameter parameter;
-    for (Parameters all(parameters); all.Next(&parameter);) {
-        const bool isPreference = EqualsNoCase(parameter.name, "TYPE") && HasItem(parameter.value, "PREF");
-        if (isPreference || parameter.name.empty() || IsOneOf(parameter.name, {"ENCODING", "CHARSET"}))
+    for (Parameters all(parameters); all.Next(&parameter);)
+        if (IsOld(parameter, version))
             return true;
-    }
     return false;
+}
+
+bool MayHaveOldValue(const VCard::Line& line, VCardVersion version)
+{
+    if (version == VCardVersion::V40)
+        return false;
+    return IsDate(line.name) || IsOneOf(line.name, {"GEO", "AGENT"}) ||
+           (version == VCardVersion::V21 && line.value.find_first_of("\\,;") != std::string_view::npos);
 }
 
 } // namespace
 
 bool IsCurrent(const VCard::Line& line, VCardVersion version, std::string* upgraded)
 {
-    bool isCurrent = IsUtf8(line.whole);
-    if (version != VCardVersion::V40)
-        isCurrent = isCurrent && !HasOldDate(line) && !HasOldParameter(line.parameters);
-    if (version == VCardVersion::V21)
-        isCurrent = isCurrent && line.value.find_first_of("\\,;") == std::string_view::npos;
-    if (isCurrent)
+    const bool isOld = HasOldParameter(line.parameters, version) || MayHaveOldValue(line, version);
+    if (!isOld && IsUtf8(line.whole))
         return true;
-    Upgrade(line, version, upgraded);
+    if (isOld)
+        Upgrade(line, version, upgraded);
+    else
+        *upgraded = ToUtf8(line.whole, {});
     return *upgraded == line.whole;
 }
 

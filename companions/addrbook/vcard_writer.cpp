@@ -104,6 +104,8 @@ void CardWriter::PutFormattedName()
     ExtraLine* extra = Find(Property::FormattedName, [](const VCard::Line&) { return true; });
     const std::string known =
         extra ? FieldText(Property::FormattedName, extra->line) : FormattedNameOf(m_contact);
+    if (m_plain.empty())
+        m_plain = "FN:"; // no card is without it
     PutEither(extra);
     m_plain.clear();
     if (m_contact[Field::FileAs] != FileAsOf(m_contact, known))

@@ -94,7 +94,8 @@ TEST_F(AddressWindowTest, DeletesWhatIsSelectedAndAsksBefore)
 TEST_F(AddressWindowTest, ImportsAndExportsAndTellsTheCount)
 {
     Open();
-    ASSERT_TRUE(WriteFileBytes(m_path, CardOf("FN:Anna") + CardOf("FN:Bert\nX-A:kept") + "BEGIN:VCARD"));
+    ASSERT_TRUE(
+        WriteFileBytes(m_path, CardOf("FN:Anna") + CardOf("FN:Bert\nX-A:kept\nUID:b") + "BEGIN:VCARD"));
     const auto answer = [](const wchar_t* expected) {
         return [expected](HWND dialog) {
             HWND ok = GetDlgItem(dialog, IDOK);
@@ -106,7 +107,7 @@ TEST_F(AddressWindowTest, ImportsAndExportsAndTellsTheCount)
     };
     {
         const ModalDriver driver(
-            answer(L"2 contacts were imported.\r\n1 card could not be read.\r\nLine 10: the file ends "
+            answer(L"2 contacts were imported.\r\n1 card could not be read.\r\nLine 11: the file ends "
                    L"before the card does."));
         m_window->Import(m_path);
         EXPECT_TRUE(driver.Ran());
@@ -118,7 +119,8 @@ TEST_F(AddressWindowTest, ImportsAndExportsAndTellsTheCount)
         m_window->Export(m_path);
         EXPECT_TRUE(driver.Ran());
     }
-    EXPECT_EQ(ReadFileBytes(m_path), "BEGIN:VCARD\r\nVERSION:4.0\r\nFN:Bert\r\nX-A:kept\r\nEND:VCARD\r\n");
+    EXPECT_EQ(ReadFileBytes(m_path),
+              "BEGIN:VCARD\r\nVERSION:4.0\r\nFN:Bert\r\nX-A:kept\r\nUID:b\r\nEND:VCARD\r\n");
 }
 
 TEST_F(AddressWindowTest, AnImportThatIsCancelledChangesNothing)

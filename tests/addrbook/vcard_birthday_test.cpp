@@ -29,7 +29,8 @@ TEST(VCardBirthday, IsWrittenWithoutHyphens)
     EXPECT_EQ(CompactDate("19850415"), "19850415");
     EXPECT_EQ(CompactDate("--04-15"), "--0415");
     EXPECT_EQ(CompactDate("1985-04"), "1985-04");
-    EXPECT_EQ(CompactDate("1985-04-15T10:22:00Z"), "19850415T10:22:00Z");
+    EXPECT_EQ(CompactDate("1985-04-15T10:22:00-08:00"), "19850415T102200-0800");
+    EXPECT_EQ(CompactDate("19850415T10:22:00Z"), "19850415T102200Z");
     EXPECT_EQ(CompactDate("soon"), "soon");
 }
 

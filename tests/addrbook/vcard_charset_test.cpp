@@ -34,6 +34,11 @@ TEST(VCardCharset, IsGuessedWhereItIsNotNamed)
     EXPECT_EQ(ToUtf8("J\xFCrgen", "utf-8"), "J\xC3\xBCrgen");
     EXPECT_EQ(ToUtf8("J\xFCrgen", "x-nobody-knows"), "J\xC3\xBCrgen");
     EXPECT_EQ(ToUtf8("", ""), "");
+    EXPECT_EQ(ToUtf8("", "Big5"), "");
+    EXPECT_EQ(ToUtf8("J\xC3\xBCrgen", "us-ascii"), "J\xC3\xBCrgen");
+    EXPECT_EQ(ToUtf8("\x93x\x94", "ISO-8859-1"), "\xE2\x80\x9Cx\xE2\x80\x9D") << "its superset";
+    // A text that some program has cut inside a character.
+    EXPECT_EQ(ToUtf8("\xE6\x9D\x8E \xE6\x9D", ""), "\xE6\x9D\x8E \xC3\xA6\xC2\x9D");
 }
 
 TEST(QuotedPrintable, IsDecoded)
@@ -41,6 +46,16 @@ TEST(QuotedPrintable, IsDecoded)
     EXPECT_EQ(DecodeQuotedPrintable("J=C3=BCrgen=0D=0AB=c3=a4r"), "J\xC3\xBCrgen\r\nB\xC3\xA4r");
     EXPECT_EQ(DecodeQuotedPrintable("a=b =G1 =4 ="), "a=b =G1 =4 =");
     EXPECT_EQ(DecodeQuotedPrintable("=3D=3d"), "==");
+}
+
+TEST(Base64, IsDecoded)
+{
+    EXPECT_EQ(DecodeBase64("TWFu"), "Man");
+    EXPECT_EQ(DecodeBase64("TW E\t="), "Ma");
+    EXPECT_EQ(DecodeBase64("TQ=="), "M");
+    EXPECT_EQ(DecodeBase64("//79+A=="), "\xFF\xFE\xFD\xF8");
+    EXPECT_EQ(DecodeBase64(""), "");
+    EXPECT_EQ(DecodeBase64("not: base"), "not: base");
 }
 
 } // namespace

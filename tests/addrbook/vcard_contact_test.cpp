@@ -40,15 +40,40 @@ TEST(VCardContact, IsCalledByTheBestThatThereIs)
     EXPECT_EQ(ContactOf("FN:x\nX-FILE-AS:Own")[Field::FileAs], "Own");
 }
 
+TEST(VCardContact, PassesOverEmptyPhones)
+{
+    EXPECT_EQ(ContactOf("FN:x\nTEL:\nTEL:1\nTEL;TYPE=work:\nTEL:2\nTEL:")[Field::Phones], "1\n2");
+}
+
+TEST(VCardContact, IsReadWithoutARestOfTheOneBefore)
+{
+    VCardReader cards(SourceOf(CardOf("FN:One\nFN:Two\nN:a;b;;;\nORG:c\nX-FILE-AS:d\nX-A:b\nTEL:1") +
+                               CardOf("FN:Next") + CardOf("X-A:b")));
+    ContactReader reader;
+    VCard card;
+    Contact contact;
+    ASSERT_TRUE(cards.Next(&card));
+    ASSERT_TRUE(reader.Read(card, &contact));
+    ASSERT_TRUE(cards.Next(&card));
+    ASSERT_TRUE(reader.Read(card, &contact));
+    EXPECT_EQ(contact, ContactOf("FN:Next"));
+    ASSERT_TRUE(cards.Next(&card));
+    EXPECT_FALSE(reader.Read(card, &contact));
+}
+
 TEST(VCardContact, TakesALabelForAnAddressWithoutParts)
 {
     EXPECT_EQ(ContactOf("FN:x\nADR;LABEL=\"Elm St 1^nSpringfield\":;;;;;;")[Field::Address],
               "Elm St 1\nSpringfield");
+    EXPECT_EQ(ContactOf(R"(FN:x
+ADR;LABEL="Elm St 1\nSpringfield\, IL":;;;;;;)")[Field::Address],
+              "Elm St 1\nSpringfield, IL");
 }
 
 TEST(VCardContact, ReadsABirthdayInWords)
 {
     EXPECT_EQ(ContactOf("FN:x\nBDAY;VALUE=text:about 1900")[Field::Birthday], "about 1900");
+    EXPECT_EQ(ContactOf("FN:x\nBDAY;VALUE=text:19850415")[Field::Birthday], "19850415");
     EXPECT_EQ(ContactOf("FN:x\nBDAY:1985-04-15T00:00:00Z", "3.0")[Field::Birthday], "1985-04-15");
 }
 
@@ -96,6 +121,11 @@ TEST(VCardContact, WritesEverythingBack)
     ExpectKept("FN:One Two\nN:Two;One;;;\nFN:Zwei");
     ExpectKept("FN:x\nX-FILE-AS:Own order");
     ExpectKept("FN:x\nBDAY;VALUE=text:about 1900\nN:;;;;");
+    ExpectKept("FN:x\nADR;LABEL=\"Elm\\nTown\":;;;;;;");
+    ExpectKept("FN:x\nTEL:tel:+3");
+    ExpectKept("FN:x\nTEL:1 (work)\nEMAIL:a@b (home)");
+    ExpectKept("FN:x\ntitle:Head\ng.NOTE:n");
+    ExpectKept("FN:x\nORG:;Sales\nTEL:1\\n2");
 }
 
 TEST(VCardContact, WritesEveryScriptByteForByte)
@@ -125,19 +155,53 @@ TEST(VCardContact, FoldsLongLinesBetweenCharacters)
     EXPECT_EQ(ReadAll(card).contacts.at(0), contact);
 }
 
+TEST(VCardContact, FoldsAfter75Bytes)
+{
+    Contact contact;
+    contact[Field::FileAs] = "x";
+    for (const size_t length : {size_t{70}, size_t{71}, size_t{144}, size_t{145}}) {
+        const std::string note(length, 'n');
+        contact[Field::Note] = note;
+        std::string card;
+        AppendCard(card, contact);
+        std::string expected = "NOTE:" + note.substr(0, 70);
+        for (size_t place = 70; place < length; place += 74)
+            expected += "\r\n " + note.substr(place, 74);
+        EXPECT_NE(card.find("\r\n" + expected + "\r\nEND"), std::string::npos) << card;
+    }
+}
+
+TEST(VCardContact, IsOneLineWhereAFieldIs)
+{
+    EXPECT_EQ(ContactOf("FN:x\nTITLE:a\\nb")[Field::JobTitle], "a b");
+    EXPECT_EQ(ContactOf("FN:a\\nb")[Field::FileAs], "a b");
+}
+
+// Contacts as another program may leave them in the store.
+TEST(VCardContact, HasAFormattedNameWhateverItLacks)
+{
+    Contact contact;
+    contact[Field::Company] = "Acme";
+    EXPECT_EQ(LinesOf(contact), "FN:Acme\nORG:Acme\n");
+    contact[Field::Company].clear();
+    contact[Field::Note] = "n";
+    EXPECT_EQ(LinesOf(contact), "FN:\nNOTE:n\n");
+}
+
 TEST(VCardContact, WritesWhatWasTyped)
 {
     Contact contact;
     contact[Field::FileAs] = "Doe, Jane";
     contact[Field::FirstName] = "Jane";
     contact[Field::LastName] = "Doe";
-    contact[Field::Phones] = "1 (mobile)\n2 (work, fax)\n3 (boat)\n4";
+    contact[Field::Phones] = "1 (mobile)\n2 (work, fax)\n3 (boat)\n4\n5 (work, boat)";
     contact[Field::Emails] = "a@b (home)";
     contact[Field::Address] = "Elm St 1; left\n12345 Springfield";
     contact[Field::Birthday] = "--04-15";
     EXPECT_EQ(LinesOf(contact),
               "FN:Jane Doe\nN:Doe;Jane;;;\nEMAIL;TYPE=home:a@b\nTEL;TYPE=cell:1\nTEL;TYPE=work,fax:2\n"
-              "TEL:3 (boat)\nTEL:4\nADR:;;Elm St 1\\; left\\n12345 Springfield;;;;\nBDAY:--0415\n");
+              "TEL:3 (boat)\nTEL:4\nTEL:5 (work\\, boat)\nADR:;;Elm St 1\\; left\\n12345 "
+              "Springfield;;;;\nBDAY:--0415\n");
     contact[Field::FileAs] = "Sister";
     EXPECT_NE(LinesOf(contact).find("\nX-FILE-AS:Sister\n"), std::string::npos);
 }
@@ -146,7 +210,8 @@ TEST(VCardContact, WritesNoBrokenCardFromAStrangersLines)
 {
     Contact contact;
     contact[Field::FileAs] = "x";
-    contact[Field::Extra] = "END:VCARD\nno colon\nVERSION:9\nBEGIN:VCARD\nX-GOOD:1\n\nTEL:gone";
+    contact[Field::Extra] =
+        "END:VCARD\nno colon\nVERSION:9\nBEGIN:VCARD\nX-GOOD:1\n\nTEL:gone\nX-FILE-AS:not it";
     EXPECT_EQ(LinesOf(contact), "FN:x\nX-GOOD:1\n");
 }
 

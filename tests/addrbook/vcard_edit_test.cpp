@@ -31,6 +31,14 @@ TEST(VCardEdit, OfANameKeepsItsOtherParts)
               "FN:Jane Smith\nX-FILE-AS:Doe\\, Jane\nN:Smith;Jane;Q;Dr.;PhD\n");
 }
 
+TEST(VCardEdit, OfANameCompletesIt)
+{
+    EXPECT_EQ(LinesAfter("FN:Jane Doe\nN;LANGUAGE=de:Doe;Jane", Field::LastName, "Smith"),
+              "FN:Jane Smith\nX-FILE-AS:Doe\\, Jane\nN;LANGUAGE=de:Smith;Jane;;;\n");
+    EXPECT_EQ(LinesAfter("FN:x\nN:a;b;;;\nN;ALTID=1:c;d;;;", Field::LastName, "e"),
+              "FN:b e\nX-FILE-AS:a\\, b\nN:e;b;;;\nN;ALTID=1:c;d;;;\n");
+}
+
 TEST(VCardEdit, OfFileAsKeepsTheFormattedName)
 {
     EXPECT_EQ(LinesAfter("FN:Dr. Jane Doe\nN:Doe;Jane;;;", Field::FileAs, "Sister"),

@@ -85,6 +85,7 @@ TEST(VCardReader, DecodesQuotedPrintable)
               "N:M\xC3\xBCller;J\xC3\xBCrgen\n");
     EXPECT_EQ(Of21("NOTE;QUOTED-PRINTABLE:a=0D=0Ab=0Ac, d"), "NOTE:a\\nb\\nc\\, d\n");
     EXPECT_EQ(Of21("X-A;ENCODING=QUOTED-PRINTABLE:a=0Ab, c"), "X-A:a\\nb, c\n");
+    EXPECT_EQ(Of21("X-A;ENCODING=QUOTED-PRINTABLE:a=00b=0Dc"), "X-A:ab\\nc\n") << "a NUL is no text";
 }
 
 TEST(VCardReader, JoinsSoftLineBreaks)
@@ -93,6 +94,8 @@ TEST(VCardReader, JoinsSoftLineBreaks)
               "NOTE:J\xC3\xBCrgen=\nFN:x\n");
     EXPECT_EQ(Of21("NOTE:1+1=\nFN:x"), "NOTE:1+1=\nFN:x\n")
         << "a line that is not encoded ends where it ends";
+    EXPECT_EQ(Of21("FN:x\nNOTE;QUOTED-PRINTABLE:a="), "FN:x\nNOTE:a\n") << "the card ends first";
+    EXPECT_EQ(Of21("NOTE;QUOTED-PRINTABLE:a=\n b\nFN:x"), "NOTE:a b\nFN:x\n") << "the blank is the text's";
 }
 
 TEST(VCardReader, TakesVersion21sWordsForTypes)
@@ -109,6 +112,8 @@ TEST(VCardReader, TakesVersion21sEscapes)
     EXPECT_EQ(Of21(R"(ORG:A\;B;C\D, Ltd)"), R"(ORG:A\;B;C\\D\, Ltd)"
                                             "\n");
     EXPECT_EQ(Of21("NOTE:a; b"), "NOTE:a\\; b\n");
+    EXPECT_EQ(Of21(R"(NOTE:a\:b\,c\)"), R"(NOTE:a:b\,c\\)"
+                                        "\n");
     EXPECT_EQ(Of21(R"(X-PATH:C:\new)"), R"(X-PATH:C:\new)"
                                         "\n");
 }
@@ -192,6 +197,54 @@ TEST(VCardReader, PassesOverACardThatIsTooLarge)
     const ReadCards read = ReadAll(CardOf("FN:a") + huge + "END:VCARD\n" + CardOf("FN:b"));
     EXPECT_EQ(read.contacts.size(), 2u);
     EXPECT_EQ(read.unreadable, 1u);
+}
+
+TEST(VCardReader, ReadsTheCardAfterOneThatIsTooLarge)
+{
+    // The first lacks its end, the second is too large within its agent's card.
+    const std::string large = "NOTE:" + std::string(VCardReader::kLargestCard, 'x') + "\n";
+    const ReadCards read =
+        ReadAll("BEGIN:VCARD\nFN:a\n" + large + "BEGIN:VCARD\nFN:b\nAGENT:\nBEGIN:VCARD\n" + large +
+                "END:VCARD\n" + CardOf("FN:c"));
+    EXPECT_EQ(read.unreadable, 2u);
+    EXPECT_EQ(read.errorLine, 3u);
+    ASSERT_EQ(read.contacts.size(), 1u);
+    EXPECT_EQ(read.contacts[0][Field::FileAs], "c");
+}
+
+// Each line costs memory, however short it is.
+TEST(VCardReader, PassesOverACardOfTooManyLines)
+{
+    std::string lines;
+    for (int i = 0; i < 100'000; ++i)
+        lines += "X:\n";
+    const ReadCards read = ReadAll(CardOf("FN:a\n" + lines) + CardOf("FN:b"));
+    EXPECT_EQ(read.unreadable, 1u);
+    EXPECT_EQ(read.contacts.size(), 1u);
+}
+
+// Foldings after which each line could be one that goes on.
+TEST(VCardReader, TakesNoLongerForOddFoldings)
+{
+    std::string folded = "X-A";
+    for (int i = 0; i < 1'000'000; ++i)
+        folded += "\n =";
+    EXPECT_EQ(ReadAll(CardOf(folded)).unreadable, 1u);
+    EXPECT_EQ(ReadAll(CardOf("FN:x\n" + folded + ":")).unreadable, 1u);
+}
+
+TEST(VCardReader, TakesEachCardsVersionForItself)
+{
+    const std::string folded = "NOTE:a\n b";
+    VCardReader reader(SourceOf(CardOf(folded, "2.1") + "BEGIN:VCARD\n" + folded + "\nEND:VCARD\n" +
+                                CardOf(folded, " 2.1 ") + CardOf("FN:x", "9") + CardOf(folded, "3.0")));
+    VCard card;
+    for (const char* expected : {"NOTE:a b", "NOTE:ab", "NOTE:a b", "NOTE:ab"}) {
+        ASSERT_TRUE(reader.Next(&card));
+        EXPECT_EQ(card.At(card.Count() - 1).whole, expected);
+    }
+    EXPECT_FALSE(reader.Next(&card));
+    EXPECT_EQ(reader.Unreadable(), 1u);
 }
 
 TEST(VCardReader, TakesWordsInAnyCaseAndBlanksBehindThem)

@@ -61,6 +61,7 @@ TEST(VCardText, FindsThePlacesOfALine)
     EXPECT_EQ(places.colon, 1u);
     ASSERT_TRUE(FindPlaces("X-A;Q=it\"s:v", &places)) << "a quote that is never closed";
     EXPECT_EQ(places.colon, 10u);
+    EXPECT_TRUE(FindPlaces("X-_9:v", &places));
     for (const char* line :
          {"", ":v", "FN", "FN;TYPE=x", "F N:v", "a.:v", ".FN:v", "a.b.c:v", "\xC3\xA4:v", "-"})
         EXPECT_FALSE(FindPlaces(line, &places)) << line;

@@ -1,0 +1,115 @@
+#include "addrbook/export_job.h"
+
+#include "addrbook/contact_uids.h"
+#include "transfers.h"
+
+namespace addrbook {
+
+namespace {
+
+TEST_F(Transfers, ExportPassesOverAContactThatIsGone)
+{
+    ASSERT_EQ(Import(CardOf("FN:a") + CardOf("FN:b")), State::Done);
+    std::vector<CEOID> ids = Ids();
+    ASSERT_EQ(m_contacts.DeleteRecord(ids[0]), 1);
+    ASSERT_EQ(Export(ids), State::Done);
+    EXPECT_EQ(m_report, L"1 contact was exported.");
+    std::vector<Contact> exported = ReadAll(ReadFileBytes(m_path)).contacts;
+    ASSERT_EQ(exported.size(), 1u);
+    TakeUid(exported.data());
+    EXPECT_EQ(LinesOf(exported[0]), "FN:b\n");
+}
+
+TEST_F(Transfers, ExportFromAStoreThatCannotBeWritten)
+{
+    ASSERT_EQ(Import(CardOf("FN:a") + CardOf("FN:b")), State::Done);
+    const std::vector<CEOID> ids = Ids();
+    m_contacts.Close();
+    ASSERT_TRUE(SetFileAttributesW(m_store.Path().c_str(), FILE_ATTRIBUTE_READONLY));
+    ASSERT_EQ(m_contacts.Open(), 1);
+    EXPECT_EQ(Export(ids), State::Done);
+    SetFileAttributesW(m_store.Path().c_str(), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_EQ(m_report, L"2 contacts were exported.");
+    EXPECT_EQ(ReadFileBytes(m_path), "BEGIN:VCARD\r\nVERSION:4.0\r\nFN:a\r\nEND:VCARD\r\n"
+                                     "BEGIN:VCARD\r\nVERSION:4.0\r\nFN:b\r\nEND:VCARD\r\n")
+        << "another UID each time would be none";
+}
+
+// Nothing but the file that was there, as it was.
+void ExpectUntouched(const std::wstring& path)
+{
+    EXPECT_EQ(ReadFileBytes(path), "before");
+    EXPECT_EQ(GetFileAttributesW((path + L".part").c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST_F(Transfers, ExportOverAFileThatIsHeldOpenSaysSoAndLeavesIt)
+{
+    ASSERT_EQ(Import(CardOf("FN:a")), State::Done);
+    ASSERT_TRUE(WriteFileBytes(m_path, "before"));
+    {
+        const UniqueKernelHandle held(
+            CreateFileW(m_path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+        ASSERT_NE(held.get(), INVALID_HANDLE_VALUE);
+        EXPECT_EQ(Export(Ids()), State::Failed);
+        EXPECT_EQ(m_report, L"The file cannot be written: another program has it open.\r\n"
+                            L"The file that was there is unchanged.");
+    }
+    ExpectUntouched(m_path);
+    EXPECT_EQ(Stored("a")[Field::Extra], "") << "no card has gone out";
+}
+
+BOOL WINAPI WriteToAFullDisk(HANDLE, const void*, DWORD, DWORD* written, OVERLAPPED*)
+{
+    *written = 0;
+    SetLastError(ERROR_DISK_FULL);
+    return FALSE;
+}
+
+BOOL WINAPI WriteTheHalf(HANDLE file, const void* bytes, DWORD size, DWORD* written, OVERLAPPED*)
+{
+    return WriteFile(file, bytes, size / 2, written, nullptr);
+}
+
+TEST_F(Transfers, ExportToAFullDiskSaysSoAndLeavesTheFile)
+{
+    ASSERT_EQ(Import(ManyCards(2000)), State::Done);
+    for (const OutputFile::Writer writer : {&WriteToAFullDisk, &WriteTheHalf}) {
+        ASSERT_TRUE(WriteFileBytes(m_path, "before"));
+        {
+            ExportJob job(m_contacts, Ids(), m_path, writer);
+            EXPECT_EQ(RunToEnd(job), State::Failed);
+            EXPECT_EQ(job.Report(), L"The file cannot be written: the disk is full.\r\n"
+                                    L"The file that was there is unchanged.");
+        }
+        ExpectUntouched(m_path);
+    }
+    DeleteFileW(m_path.c_str());
+    ExportJob job(m_contacts, Ids(), m_path, &WriteToAFullDisk);
+    EXPECT_EQ(RunToEnd(job), State::Failed);
+    EXPECT_EQ(job.Report(), L"The file cannot be written: the disk is full.");
+}
+
+TEST_F(Transfers, ExportThatIsGivenUpLeavesTheFile)
+{
+    ASSERT_EQ(Import(ManyCards(2000)), State::Done);
+    ASSERT_TRUE(WriteFileBytes(m_path, "before"));
+    {
+        ExportJob job(m_contacts, Ids(), m_path);
+        ASSERT_EQ(job.Step(0), State::Working);
+    }
+    ExpectUntouched(m_path);
+}
+
+TEST_F(Transfers, ExportLeavesAFileBesideItAlone)
+{
+    ASSERT_EQ(Import(CardOf("FN:a")), State::Done);
+    ASSERT_TRUE(WriteFileBytes(m_path + L".part", "somebody's"));
+    EXPECT_EQ(Export(Ids()), State::Done);
+    EXPECT_EQ(ReadAll(ReadFileBytes(m_path)).contacts.size(), 1u);
+    EXPECT_EQ(ReadFileBytes(m_path + L".part"), "somebody's");
+    EXPECT_EQ(GetFileAttributesW((m_path + L".part1").c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+} // namespace
+
+} // namespace addrbook
