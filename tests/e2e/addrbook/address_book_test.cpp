@@ -161,7 +161,7 @@ TEST_F(AddressBookTest, EscAsksForWhatWasTypedAndTheKeyboardGoesOn)
 
 TEST_F(AddressBookTest, AFileThatIsThereIsNotReplacedUnasked)
 {
-    m_cards = CardOf("FN:Anna");
+    m_cards = CardOf("FN:Anna\r\nUID:anna-1");
     ASSERT_TRUE(StartWithCards());
     PressKeys({VK_CONTROL, 'E'});
     HWND chooser = WaitForDialogWith(m_book.Id(), kFileName);
@@ -178,7 +178,8 @@ TEST_F(AddressBookTest, AFileThatIsThereIsNotReplacedUnasked)
     ASSERT_TRUE(SetText(Control(chooser, kFileName), name));
     PressButton(chooser, IDOK);
     EXPECT_EQ(EndOfTransfer(), L"1 contact was exported.");
-    EXPECT_EQ(ReadFileBytes(name + L".vcf"), "BEGIN:VCARD\r\nVERSION:4.0\r\nFN:Anna\r\nEND:VCARD\r\n");
+    EXPECT_EQ(ReadFileBytes(name + L".vcf"),
+              "BEGIN:VCARD\r\nVERSION:4.0\r\nFN:Anna\r\nUID:anna-1\r\nEND:VCARD\r\n");
     DeleteFileW((name + L".vcf").c_str());
 }
 
