@@ -137,6 +137,32 @@ int CeDBase::RowOf(CEOID id)
     return m_store ? m_cursor->RowOf(id) : -1;
 }
 
+uint32_t CeDBase::SetRowFilter(RowFilter filter)
+{
+    const bool known = mervane::FindProperty(InfoOf(m_table), filter.property) >= 0;
+    if (!m_cursor || !known || PropertyType(filter.property) == CEVT_LPWSTR || !filter.passes)
+        return 0;
+    m_cursor->SetRowFilter(std::make_shared<const RowFilter>(std::move(filter)));
+    return ++m_lastStamp;
+}
+
+void CeDBase::ClearRowFilter()
+{
+    if (m_cursor)
+        m_cursor->SetRowFilter(nullptr);
+}
+
+uint32_t CeDBase::RowFilterStamp() const
+{
+    return m_cursor && m_cursor->HasRowFilter() ? m_lastStamp : 0;
+}
+
+uint32_t CeDBase::PassingRows()
+{
+    const ReadScope scope(*this);
+    return m_store ? m_cursor->PassingCount() : 0;
+}
+
 int CeDBase::GetStr(CEOID id, wchar_t* text, int size, CEPROPID property)
 {
     if (!text || size <= 0)

@@ -9,6 +9,7 @@
 #pragma once
 
 #include "mervane/ce_types.h"
+#include "mervane/row_filter.h"
 
 #include <cstdint>
 #include <memory>
@@ -49,7 +50,9 @@ class CeDBase {
     // The identifier found, which is now the current record; 0 when the record is gone.
     [[nodiscard]] virtual CEOID SeekRecord(CEOID id);
     // Walks, in the current sort order. Non-zero when there is such a record, which is now the current one.
-    // A record deleted during a walk is passed over; the walk goes on behind it.
+    // A record deleted during a walk is passed over; the walk goes on behind it. What was begun with
+    // SeekFirstRecord or SeekRecord comes to all records in the sort order, whatever the row filter; what was
+    // begun with SeekRow goes on row by row.
     [[nodiscard]] virtual int SeekFirstRecord();
     [[nodiscard]] virtual int SeekNextRecord();
     virtual int DeleteRecord(CEOID id);
@@ -70,12 +73,23 @@ class CeDBase {
     // property, the disk is full, the store is read-only or locked past the busy time-out).
     [[nodiscard]] virtual CEOID WriteRecord(CEOID id, WORD count, const CEPROPVAL* properties);
 
-    // Rows of the current order, from 0. SeekRow makes the record of a row the current one and returns its
-    // identifier, 0 when there is no such row. RowOf returns -1 for a record that is not there. Both cost no
-    // walk, whatever the position.
+    // Rows of the current order, from 0: of all records, under a row filter those that pass before all
+    // others. SeekRow makes the record of a row the current one and returns its identifier, 0 when there is
+    // no such row. RowOf returns -1 for a record that is not there. Both cost no walk, whatever the position.
     [[nodiscard]] CEOID SeekRow(uint32_t row);
     [[nodiscard]] CEOID IdOfRow(uint32_t row);
     [[nodiscard]] int RowOf(CEOID id);
+
+    // Puts the records that pass the filter first in the rows, those that do not behind them, each group in
+    // the sort order, from now on: writes by whomever move records between the groups. All records are tested
+    // anew, over values held in memory. Lasts until it is cleared or the database closed. Returns the
+    // filter's stamp, which no other filter of this object gets; 0, and nothing changes, when this database
+    // has no such property, it is a text, there is no test, or it is closed.
+    uint32_t SetRowFilter(RowFilter filter);
+    void ClearRowFilter();
+    uint32_t RowFilterStamp() const; // of the one in force; 0: there is none
+    // How many records pass the row filter; without one, how many there are. Never cut.
+    [[nodiscard]] uint32_t PassingRows();
 
     // A text property of a record, cut to size - 1 characters and terminated; returns its length, 0 (and an
     // empty text) when there is none.
@@ -133,5 +147,6 @@ class CeDBase {
   private:
     mervane::TableId m_table;
     std::shared_ptr<mervane::Store> m_store;   // null while closed
-    std::unique_ptr<mervane::Cursor> m_cursor; // sort order and current record
+    std::unique_ptr<mervane::Cursor> m_cursor; // sort order, row filter and current record
+    uint32_t m_lastStamp = 0;                  // of a row filter
 };

@@ -6,6 +6,18 @@
 
 namespace mervane {
 
+CEOID Cursor::Orders::At(Way way, uint32_t row) const
+{
+    const uint32_t place = Of(way).PlaceAt(row);
+    return place == kNoPlace ? 0 : index->Records().IdAt(place);
+}
+
+uint32_t Cursor::Orders::RowOf(Way way, CEOID id) const
+{
+    const uint32_t place = index->Records().Find(id);
+    return place == kNoPlace ? kNoRow : Of(way).RowOf(place);
+}
+
 Cursor::Cursor(Store& store, TableId table, const SORTORDERSPEC& sort)
     : m_store(store), m_table(table), m_sort(sort)
 {
@@ -25,59 +37,96 @@ void Cursor::SetSort(const SORTORDERSPEC& sort)
     m_rowKnown = false;
 }
 
-void Cursor::SetCurrent(CEOID id)
+void Cursor::SetRowFilter(std::shared_ptr<const RowFilter> filter)
+{
+    m_filter = std::move(filter);
+    m_rowKnown = false;
+}
+
+void Cursor::StandOn(CEOID id, Way way)
 {
     m_current = id;
+    m_way = way;
     m_rowKnown = false;
     m_hasLeft = false;
 }
 
-// Takes the index and the order that hold now. A walk whose current record other programs have deleted finds
+bool Cursor::AreOrdersCurrent() const
+{
+    if (m_orders.index != m_store.IndexOf(m_table) ||
+        m_filter != (m_orders.passing ? m_orders.passing->Filter() : nullptr))
+        return false;
+    return m_orders.index->IsOrderOf(m_sort, nullptr, m_orders.sort.get()) &&
+           m_orders.index->IsOrderOf(m_sort, m_orders.passing, m_orders.rows.get());
+}
+
+// Takes the index and the orders that hold now. A walk whose current record other programs have deleted finds
 // its way on by the order it came in.
 void Cursor::Refresh()
 {
-    const auto& current = m_store.IndexOf(m_table);
-    if (m_index == current && m_index->IsOrderOf(m_sort, m_order.get()))
+    if (AreOrdersCurrent())
         return;
-    const auto oldIndex = std::exchange(m_index, current);
-    const auto oldOrder = std::exchange(m_order, m_index->OrderOf(m_sort));
+    Orders fresh{m_store.IndexOf(m_table), nullptr, nullptr, nullptr};
+    if (m_filter) {
+        const bool holds =
+            m_orders.index == fresh.index && m_orders.passing && m_orders.passing->Filter() == m_filter;
+        fresh.passing = holds ? m_orders.passing : fresh.index->PassingOf(m_filter);
+    }
+    fresh.sort = fresh.index->OrderOf(m_sort);
+    fresh.rows = fresh.index->OrderOf(m_sort, fresh.passing);
+    const Orders old = std::exchange(m_orders, std::move(fresh));
     m_rowKnown = false;
-    if (oldIndex && oldIndex != m_index && oldOrder && m_current)
-        FindWayOn(*oldIndex, *oldOrder);
+    if (old.index && old.index != m_orders.index && m_current)
+        FindWayOn(old);
 }
 
-void Cursor::FindWayOn(TableIndex& oldIndex, const RowOrder& oldOrder)
+void Cursor::FindWayOn(const Orders& old)
 {
     const CEOID wanted = m_hasLeft ? m_following : m_current;
-    if (!wanted || m_index->Records().Find(wanted) != kNoPlace)
+    const RecordSet& records = m_orders.index->Records();
+    if (!wanted || records.Find(wanted) != kNoPlace)
         return;
     m_hasLeft = true;
     m_following = 0;
-    const uint32_t place = oldIndex.Records().Find(wanted);
-    uint32_t row = place == kNoPlace ? kNoRow : oldOrder.RowOf(place);
-    while (row != kNoRow && !m_following && ++row < oldOrder.Count()) {
-        const CEOID candidate = oldIndex.Records().IdAt(oldOrder.PlaceAt(row));
-        if (m_index->Records().Find(candidate) != kNoPlace)
+    uint32_t row = old.RowOf(m_way, wanted);
+    while (row != kNoRow && !m_following && ++row < old.Of(m_way).Count()) {
+        const CEOID candidate = old.At(m_way, row);
+        if (records.Find(candidate) != kNoPlace)
             m_following = candidate;
     }
 }
 
-void Cursor::BeforeLeaving(CEOID id)
+// Whether a write of these values may move a record in the order in which this one walks. Without an order
+// yet there is no row to lose.
+bool Cursor::MovesWith(const RecordValues& values) const
 {
-    if (!m_current || id != (m_hasLeft ? m_following : m_current))
-        return;
-    const int row = RowOf(id);
-    if (row < 0)
-        return;
-    m_hasLeft = true;
-    m_following = At(static_cast<uint32_t>(row) + 1);
+    const TableInfo& table = InfoOf(m_table);
+    if (!m_orders.index)
+        return false;
+    if (values.Changes(FindProperty(table, m_sort.propid)))
+        return true;
+    return m_way == Way::Rows && m_filter &&
+           (m_filter->emptyPasses || values.Changes(FindProperty(table, m_filter->property)));
 }
 
-CEOID Cursor::ToRow(uint32_t row)
+void Cursor::BeforeWrite(CEOID id, const RecordValues* values)
 {
-    SetCurrent(At(row));
+    if (!m_current || id != (m_hasLeft ? m_following : m_current) || (values && !MovesWith(*values)))
+        return;
+    Refresh();
+    const uint32_t row = m_orders.RowOf(m_way, id);
+    if (row == kNoRow)
+        return;
+    m_hasLeft = true;
+    m_following = m_orders.At(m_way, row + 1);
+}
+
+CEOID Cursor::MoveTo(uint32_t row, Way way)
+{
+    Refresh();
+    StandOn(m_orders.At(way, row), way);
     m_row = row;
-    m_rowVersion = m_order->Version();
+    m_rowVersion = m_orders.Of(way).Version();
     m_rowKnown = m_current != 0;
     return m_current;
 }
@@ -88,36 +137,40 @@ CEOID Cursor::Next()
         return 0;
     Refresh();
     if (m_hasLeft) {
-        SetCurrent(m_following);
+        StandOn(m_following, m_way);
         return m_current;
     }
-    const bool rowHolds = m_rowKnown && m_rowVersion == m_order->Version();
-    const int row = rowHolds ? static_cast<int>(m_row) : RowOf(m_current);
-    if (row >= 0)
-        return ToRow(static_cast<uint32_t>(row) + 1);
-    SetCurrent(0);
+    const bool rowHolds = m_rowKnown && m_rowVersion == m_orders.Of(m_way).Version();
+    const uint32_t row = rowHolds ? m_row : m_orders.RowOf(m_way, m_current);
+    if (row != kNoRow)
+        return MoveTo(row + 1, m_way);
+    StandOn(0, m_way);
     return 0;
 }
 
 CEOID Cursor::At(uint32_t row)
 {
     Refresh();
-    const uint32_t place = m_order->PlaceAt(row);
-    return place == kNoPlace ? 0 : m_index->Records().IdAt(place);
+    return m_orders.At(Way::Rows, row);
 }
 
 int Cursor::RowOf(CEOID id)
 {
     Refresh();
-    const uint32_t place = m_index->Records().Find(id);
-    const uint32_t row = place == kNoPlace ? kNoRow : m_order->RowOf(place);
+    const uint32_t row = m_orders.RowOf(Way::Rows, id);
     return row == kNoRow ? -1 : static_cast<int>(row);
 }
 
 uint32_t Cursor::Count()
 {
     Refresh();
-    return m_order->Count();
+    return m_orders.sort->Count();
+}
+
+uint32_t Cursor::PassingCount()
+{
+    Refresh();
+    return m_orders.passing ? m_orders.passing->Count() : m_orders.sort->Count();
 }
 
 } // namespace mervane

@@ -1,4 +1,4 @@
-// Where an open database stands: its sort order and its current record.
+// Where an open database stands: its sort order, its row filter and its current record.
 #pragma once
 
 #include <memory>
@@ -18,36 +18,61 @@ class Cursor {
 
     void SetSort(const SORTORDERSPEC& sort);
     const SORTORDERSPEC& Sort() const { return m_sort; }
+    // Of a number or a blob of the table; null: none.
+    void SetRowFilter(std::shared_ptr<const RowFilter> filter);
+    bool HasRowFilter() const { return m_filter != nullptr; }
     TableId Table() const { return m_table; }
 
     CEOID Current() const { return m_current; }
-    void SetCurrent(CEOID id);
+    void SetCurrent(CEOID id) { StandOn(id, Way::Sort); }
 
-    // The identifier of the record moved to, which is now the current one; 0 for none. Inside a read, like
-    // all that follows.
-    CEOID First() { return ToRow(0); }
+    // The identifier of the record moved to, which is now the current one; 0 for none. Next goes on in the
+    // way in which the current record was come to: by rows after ToRow, otherwise by the sort alone. Inside a
+    // read, like all that follows.
+    CEOID First() { return MoveTo(0, Way::Sort); }
     CEOID Next();
-    CEOID ToRow(uint32_t row);
+    CEOID ToRow(uint32_t row) { return MoveTo(row, Way::Rows); }
 
+    // Of the rows: under a filter those that pass come first.
     CEOID At(uint32_t row);
     int RowOf(CEOID id);
     uint32_t Count();
-    bool HasOrder() const { return m_order != nullptr; }
+    uint32_t PassingCount();
 
-    // The record is about to be deleted, or to move in the order: a walk that stands on it will go on behind
-    // its present row.
-    void BeforeLeaving(CEOID id);
+    // A record is about to be deleted, or to get these values (null: to be deleted): a walk that stands on it
+    // and would lose its place will go on behind its present row.
+    void BeforeWrite(CEOID id, const RecordValues* values);
 
   private:
+    enum class Way { Sort, Rows };
+    // What holds for one state of the index.
+    struct Orders {
+        std::shared_ptr<TableIndex> index;
+        TableIndex::Passing passing;          // null without a filter
+        std::shared_ptr<const RowOrder> sort; // all records
+        std::shared_ptr<const RowOrder> rows; // the same, without a filter
+
+        const RowOrder& Of(Way way) const { return way == Way::Sort ? *sort : *rows; }
+        // 0 past the end.
+        CEOID At(Way way, uint32_t row) const;
+        // kNoRow for a record that is not there.
+        uint32_t RowOf(Way way, CEOID id) const;
+    };
+
+    bool AreOrdersCurrent() const;
     void Refresh();
-    void FindWayOn(TableIndex& oldIndex, const RowOrder& oldOrder);
+    void FindWayOn(const Orders& old);
+    bool MovesWith(const RecordValues& values) const;
+    void StandOn(CEOID id, Way way);
+    CEOID MoveTo(uint32_t row, Way way);
 
     Store& m_store;
     TableId m_table;
     SORTORDERSPEC m_sort;
-    std::shared_ptr<TableIndex> m_index;
-    std::shared_ptr<const RowOrder> m_order;
+    std::shared_ptr<const RowFilter> m_filter;
+    Orders m_orders; // empty until first asked for
     CEOID m_current = 0;
+    Way m_way = Way::Sort;
     // The current record's row, as long as the order is of this version.
     uint32_t m_row = 0;
     uint64_t m_rowVersion = 0;

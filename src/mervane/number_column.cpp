@@ -20,8 +20,18 @@ void NumberColumn::Set(uint32_t place, std::optional<int64_t> stored)
     if (IsWide())
         m_wide[place] = static_cast<uint64_t>(value.value_or(0));
     else
-        m_narrow[place] =
-            static_cast<uint16_t>(value.value_or(0) ^ (PropertyType(m_property.id) == CEVT_I2 ? 0x8000 : 0));
+        m_narrow[place] = static_cast<uint16_t>(value.value_or(0) ^ Bias());
+}
+
+CEPROPVAL NumberColumn::Value(uint32_t place) const
+{
+    CEPROPVAL value{};
+    value.propid = m_property.id;
+    if (IsWide())
+        value.val.filetime = {static_cast<DWORD>(m_wide[place]), static_cast<DWORD>(m_wide[place] >> 32)};
+    else
+        value.val.uiVal = static_cast<USHORT>(m_narrow[place] ^ Bias());
+    return value;
 }
 
 } // namespace mervane

@@ -21,8 +21,12 @@ class NumberColumn {
     bool IsMissing(uint32_t place) const { return !m_present[place]; }
     // What orders the values: times as unsigned numbers, the others as their type says.
     uint64_t Key(uint32_t place) const { return IsWide() ? m_wide[place] : m_narrow[place]; }
+    // As a read gives it. Not of a place that lacks it.
+    CEPROPVAL Value(uint32_t place) const;
 
   private:
+    // The narrow keys' distance from their values: signed ones compare as unsigned.
+    uint16_t Bias() const { return PropertyType(m_property.id) == CEVT_I2 ? 0x8000 : 0; }
     bool IsWide() const { return PropertyType(m_property.id) == CEVT_FILETIME; }
 
     const Property& m_property;

@@ -130,13 +130,9 @@ const std::shared_ptr<TableIndex>& Store::IndexOf(TableId table)
 // Before a write: walks that stand on the record find their way on. values is null for a deletion.
 void Store::TellCursors(TableId table, CEOID id, const RecordValues* values)
 {
-    for (Cursor* cursor : m_cursors) {
-        if (cursor->Table() != table || cursor->Current() == 0)
-            continue;
-        const int property = FindProperty(InfoOf(table), cursor->Sort().propid);
-        if (!values || (cursor->HasOrder() && values->Changes(property)))
-            cursor->BeforeLeaving(id);
-    }
+    for (Cursor* cursor : m_cursors)
+        if (cursor->Table() == table)
+            cursor->BeforeWrite(id, values);
 }
 
 void Store::AfterNames(TableId table)

@@ -29,7 +29,8 @@ bool IsDescending(const SORTORDERSPEC& sort)
 } // namespace
 
 TableIndex::TableIndex(Database& database, TableId table, NameCaches& names)
-    : m_database(database), m_table(table), m_info(InfoOf(table)), m_names(names)
+    : m_database(database), m_table(table), m_info(InfoOf(table)), m_names(names),
+      m_emptyTest(database, m_info)
 {}
 
 bool TableIndex::IsNumber(int property) const
@@ -152,29 +153,34 @@ std::shared_ptr<RowOrder> TableIndex::MakeOrder(int property, bool descending)
     }));
 }
 
-std::shared_ptr<const RowOrder> TableIndex::OrderOf(const SORTORDERSPEC& sort)
+void TableIndex::Remember(const KnownOrder& known)
 {
-    const int property = FindProperty(m_info, sort.propid);
-    const bool descending = IsDescending(sort);
+    std::erase_if(m_orders, [](const KnownOrder& other) { return !other.IsAlive(); });
+    m_orders.push_back(known);
+}
+
+std::shared_ptr<const RowOrder> TableIndex::PlainOrderOf(int property, bool descending)
+{
     for (const KnownOrder& known : m_orders)
-        if (known.property == property && known.descending == descending)
+        if (known.property == property && known.descending == descending && !known.groups)
             if (auto order = known.order.lock()) {
                 m_lastOrder = order;
                 return order;
             }
     m_lastOrder = MakeOrder(property, descending);
-    m_orders.push_back({property, descending, m_lastOrder.get(), m_lastOrder});
+    Remember({property, descending, m_lastOrder.get(), m_lastOrder});
     if (const auto keys = m_keys.find(property); keys != m_keys.end())
         keys->second.lastUse = ++m_useCount;
     return m_lastOrder;
 }
 
-bool TableIndex::IsOrderOf(const SORTORDERSPEC& sort, const RowOrder* order) const
+bool TableIndex::IsOrderOf(const SORTORDERSPEC& sort, const Passing& passing, const RowOrder* order) const
 {
     const int property = FindProperty(m_info, sort.propid);
     const bool descending = IsDescending(sort);
     return std::any_of(m_orders.begin(), m_orders.end(), [&](const KnownOrder& known) {
-        return known.address == order && known.property == property && known.descending == descending;
+        return known.address == order && known.property == property && known.descending == descending &&
+               known.passing.lock() == passing;
     });
 }
 
@@ -183,7 +189,8 @@ template <typename Action> void TableIndex::ForEachOrder(Action action)
 {
     std::erase_if(m_orders, [&](const KnownOrder& known) {
         const auto order = known.order.lock();
-        if (!order || !HasColumn(known.property))
+        const auto passing = known.passing.lock();
+        if (!order || passing.get() != known.groups || !HasColumn(known.property))
             return true;
         action(known, *order);
         return false;
@@ -202,6 +209,13 @@ bool TableIndex::IsKeyBefore(const KnownOrder& order, uint32_t a, uint32_t b)
 }
 
 bool TableIndex::IsBefore(const KnownOrder& order, uint32_t a, uint32_t b)
+{
+    if (order.groups && order.groups->Passes(a) != order.groups->Passes(b))
+        return order.groups->Passes(a);
+    return IsSortedBefore(order, a, b);
+}
+
+bool TableIndex::IsSortedBefore(const KnownOrder& order, uint32_t a, uint32_t b)
 {
     const auto numbers = m_numbers.find(order.property);
     const bool isNumber = numbers != m_numbers.end();
@@ -233,6 +247,7 @@ void TableIndex::SetColumns(uint32_t place, const RecordValues& values, bool isN
         if (values.Changes(property))
             keys.column.Set(place, keys.source.KeyOfValue(values.Value(property)));
     }
+    SetBlobs(place, values, isNew);
 }
 
 bool TableIndex::Inserted(CEOID id, const RecordValues& values)
@@ -244,6 +259,10 @@ bool TableIndex::Inserted(CEOID id, const RecordValues& values)
         return false;
     SetColumns(place, values, true);
     DropGrownKeys();
+    ForEachPassing([&](PassingSet& passing) {
+        passing.Resize(m_records.PlaceCount());
+        passing.Set(place, Passes(*passing.Filter(), place));
+    });
     ForEachOrder([&](const KnownOrder& known, RowOrder& order) {
         order.Insert(place, [&](uint32_t other) { return IsBefore(known, other, place); });
     });
@@ -255,15 +274,15 @@ void TableIndex::Updated(CEOID id, const RecordValues& values)
     const uint32_t place = m_loaded ? m_records.Find(id) : kNoPlace;
     if (place == kNoPlace)
         return;
-    ForEachOrder([&](const KnownOrder& known, RowOrder& order) {
-        if (values.Changes(known.property))
-            order.Remove(place);
-    });
     SetColumns(place, values, false);
     DropGrownKeys();
+    const std::vector<const PassingSet*> moved = UpdatePassing(place, values);
     ForEachOrder([&](const KnownOrder& known, RowOrder& order) {
-        if (values.Changes(known.property))
-            order.Insert(place, [&](uint32_t other) { return IsBefore(known, other, place); });
+        const bool moves = std::find(moved.begin(), moved.end(), known.groups) != moved.end();
+        if (!moves && !values.Changes(known.property))
+            return;
+        order.Remove(place);
+        order.Insert(place, [&](uint32_t other) { return IsBefore(known, other, place); });
     });
 }
 
@@ -273,6 +292,7 @@ void TableIndex::Removed(CEOID id)
     if (place == kNoPlace)
         return;
     m_records.Remove(place);
+    ForEachPassing([place](PassingSet& passing) { passing.Set(place, false); });
     ForEachOrder([place](const KnownOrder&, RowOrder& order) { order.Remove(place); });
 }
 

@@ -7,9 +7,12 @@
 #include <memory>
 #include <vector>
 
+#include "mervane/blob_column.h"
+#include "mervane/empty_record.h"
 #include "mervane/key_column.h"
 #include "mervane/key_source.h"
 #include "mervane/number_column.h"
+#include "mervane/passing_set.h"
 #include "mervane/record_set.h"
 #include "mervane/row_order.h"
 
@@ -20,11 +23,16 @@ class TableIndex {
     TableIndex(Database& database, TableId table, NameCaches& names);
 
     const RecordSet& Records();
-    // The order of a sort by a property of this table. It is kept up to date; where that is no longer
-    // possible, the next call gives another one.
-    std::shared_ptr<const RowOrder> OrderOf(const SORTORDERSPEC& sort);
+    // Which records pass a filter by a number or a blob of this table. It is kept up to date while somebody
+    // holds it.
+    std::shared_ptr<const PassingSet> PassingOf(const std::shared_ptr<const RowFilter>& filter);
+    // The order of a sort by a property of this table; with passing, which PassingOf gave, the records that
+    // pass come first, each group in that order. It is kept up to date; where that is no longer possible, the
+    // next call gives another one.
+    using Passing = std::shared_ptr<const PassingSet>;
+    std::shared_ptr<const RowOrder> OrderOf(const SORTORDERSPEC& sort, const Passing& passing = nullptr);
     // Whether OrderOf would give this one, which somebody holds.
-    bool IsOrderOf(const SORTORDERSPEC& sort, const RowOrder* order) const;
+    bool IsOrderOf(const SORTORDERSPEC& sort, const Passing& passing, const RowOrder* order) const;
     // false when not all could be read, for a reason that may pass.
     bool IsComplete() const { return m_complete; }
 
@@ -50,6 +58,11 @@ class TableIndex {
         bool descending;
         const RowOrder* address;
         std::weak_ptr<RowOrder> order;
+        // What is first grouped by; null for an order without a filter.
+        const PassingSet* groups = nullptr;
+        std::weak_ptr<const PassingSet> passing = {};
+
+        bool IsAlive() const { return !order.expired() && (!groups || !passing.expired()); }
     };
 
     const Property& PropertyAt(int property) const
@@ -62,9 +75,29 @@ class TableIndex {
     void LoadKeys(int property);
     void KeepWithinLimit(int property);
     void DropGrownKeys();
+    void Remember(const KnownOrder& known);
+    std::shared_ptr<const RowOrder> PlainOrderOf(int property, bool descending);
     std::shared_ptr<RowOrder> MakeOrder(int property, bool descending);
+    BlobColumn& BlobsOf(int property);
+    void LoadBlobs(int property);
+    void SetBlobs(uint32_t place, const RecordValues& values, bool isNew);
+    bool Passes(const RowFilter& filter, uint32_t place);
+    std::optional<CEPROPVAL> ValueAt(int property, uint32_t place);
+    bool IsEmptyRecord(uint32_t place);
+    std::vector<const PassingSet*> UpdatePassing(uint32_t place, const RecordValues& values);
+    // Acts on those that somebody holds; the others are given up.
+    template <typename Action> void ForEachPassing(Action action)
+    {
+        std::erase_if(m_passing, [&](const std::weak_ptr<PassingSet>& known) {
+            const auto passing = known.lock();
+            if (passing)
+                action(*passing);
+            return !passing;
+        });
+    }
     bool HasColumn(int property) const;
     bool IsBefore(const KnownOrder& order, uint32_t a, uint32_t b);
+    bool IsSortedBefore(const KnownOrder& order, uint32_t a, uint32_t b);
     bool IsKeyBefore(const KnownOrder& order, uint32_t a, uint32_t b);
     void SetColumns(uint32_t place, const RecordValues& values, bool isNew);
     void DropOrders(int property);
@@ -82,7 +115,10 @@ class TableIndex {
         m_scanOrder; // the places in the order in which they were read, until the first sort
     std::map<int, NumberColumn> m_numbers; // by place in the property list
     std::map<int, Keys> m_keys;
+    std::map<int, BlobColumn> m_blobs; // what filters ask for
+    EmptyRecordTest m_emptyTest;
     std::vector<KnownOrder> m_orders;
+    std::vector<std::weak_ptr<PassingSet>> m_passing;
     std::shared_ptr<RowOrder> m_lastOrder; // outlives its cursors, for the next one
 };
 
