@@ -260,7 +260,8 @@ bool EntryList::Rebuild()
     FilterState& filter = App().Filter();
     const CeDBase::ReadScope scope(journal);
     ListView_DeleteAllItems(m_list);
-    filter.rowCount = CountRows(journal, filter);
+    m_rows.Apply(journal, filter);
+    filter.rowCount = CountRows(journal);
     SendMessageW(m_list, LVM_SETITEMCOUNT, filter.rowCount, 0);
     m_notice.Show(m_list, filter.rowCount == 0);
     return m_selection.SelectAgain();

@@ -8,6 +8,7 @@
 #include "list/column_set.h"
 #include "list/display_cache.h"
 #include "list/empty_notice.h"
+#include "list/list_rows.h"
 #include "list/row_selection.h"
 #include "ui/window_hook.h"
 #include "util/owners.h"
@@ -82,6 +83,7 @@ class EntryList {
     WindowHook m_hook;
     ColumnSet* m_columns = nullptr; // null until loaded
     UniqueImageList m_headerImages;
+    FilteredRows m_rows;
     DisplayCache m_cache;
     EmptyNotice m_notice;
     RowSelection m_selection;

@@ -1,33 +1,27 @@
 #include "list/list_rows.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "data/journal_entry.h"
-#include "list/passes_filter.h"
 #include "util/owners.h"
 
-namespace {
-
-// A record that cannot be read is passed over.
-bool CurrentRecordPasses(DbJournal& journal, const FilterState& filter)
+void FilteredRows::Apply(DbJournal& journal, const FilterState& filter)
 {
-    WORD count = 0;
-    CEPROPVAL* properties = nullptr;
-    const CEOID id = journal.ReadRecord(&count, nullptr, &properties);
-    const LocalBlock<CEPROPVAL> owner(properties);
-    return id && PassesFilter(filter, count, properties);
+    if (!filter.active) {
+        journal.ClearRowFilter();
+        return;
+    }
+    FilterTest test(filter);
+    if (m_stamp && journal.RowFilterStamp() == m_stamp && m_test == test)
+        return;
+    m_stamp = journal.SetRowFilter(MakeRowFilter(test));
+    m_test = std::move(test);
 }
 
-} // namespace
-
-DWORD CountRows(DbJournal& journal, const FilterState& filter)
+DWORD CountRows(DbJournal& journal)
 {
-    if (!filter.active)
-        return journal.RecordCount();
-    const CeDBase::ReadScope scope(journal);
-    const ScopedPosition position(journal);
-    DWORD rows = 0;
-    for (int more = journal.SeekFirstRecord(); more && rows < kRowsMax; more = journal.SeekNextRecord())
-        rows += CurrentRecordPasses(journal, filter);
-    return rows;
+    return std::min<DWORD>(journal.PassingRows(), kRowsMax);
 }
 
 ScopedPosition::ScopedPosition(DbJournal& journal) : m_journal(journal)

@@ -1,5 +1,7 @@
 #include "list/passes_filter.h"
 
+#include <algorithm>
+
 #include "data/journal_entry.h"
 #include "mervane/db_categories.h"
 #include "util/month_set.h"
@@ -7,6 +9,7 @@
 namespace {
 
 constexpr DWORD kStackFlags = 0x101; // what the reading of an entry's categories passes
+constexpr uint64_t kUnitsPerDay = TimeCount::kUnitsPerMinute * 60 * 24;
 
 // Null when the record lacks the property.
 const CEPROPVAL* FindProperty(CEPROPID id, WORD count, const CEPROPVAL* properties)
@@ -17,48 +20,86 @@ const CEPROPVAL* FindProperty(CEPROPID id, WORD count, const CEPROPVAL* properti
     return nullptr;
 }
 
-bool HasCategoryOf(const FilterState& filter, const CEBLOB& blob)
+std::vector<CEOID> CategoriesOf(const FilterState& filter)
+{
+    std::vector<CEOID> ids;
+    if (!DbCategories().Open())
+        return ids;
+    for (size_t i = 0; i < filter.categories.Count(); ++i)
+        ids.push_back(filter.categories.GetItem(i)->id);
+    std::sort(ids.begin(), ids.end());
+    return ids;
+}
+
+// The beginning of a date's day. What is no date counts as the beginning of all time, as where two dates are
+// compared.
+uint64_t DayOf(const SYSTEMTIME& time)
+{
+    TimeCount day;
+    return day.FromSystemTime({time.wYear, time.wMonth, 0, time.wDay, 0, 0, 0, 0}) ? day.Units() : 0;
+}
+
+} // namespace
+
+FilterTest::FilterTest(const FilterState& filter)
+{
+    if (filter.categoriesMode) {
+        m_mode = Mode::Categories;
+        m_categories = CategoriesOf(filter);
+    } else if (filter.rangeMode) {
+        m_mode = Mode::Range;
+        m_from = DayOf(filter.rangeStart);
+        m_to = DayOf(filter.rangeEnd) + kUnitsPerDay - 1;
+    } else {
+        m_months = filter.monthMask;
+    }
+}
+
+CEPROPID FilterTest::Property() const
+{
+    return m_mode == Mode::Categories ? kPropCategories : kPropDate;
+}
+
+bool FilterTest::Passes(const CEPROPVAL* value) const
+{
+    if (m_mode == Mode::Categories)
+        return value && HasCategory(value->val.blob);
+    return !value || HasDate(value->val.filetime);
+}
+
+bool FilterTest::HasCategory(const CEBLOB& blob) const
 {
     DbCategories categories;
-    if (!categories.Open())
-        return false;
     ZStack assigned;
     categories.SetStackFromBlob(&assigned, blob, kStackFlags);
-    categories.Close();
     ZCategory category;
     while (assigned.Pop(&category))
-        if (filter.categories.Find(category.id))
+        if (std::binary_search(m_categories.begin(), m_categories.end(), category.id))
             return true;
     return false;
 }
 
-// CompareDates writes into what it compares: all three are copies.
-bool IsInRange(SYSTEMTIME date, SYSTEMTIME start, SYSTEMTIME end)
-{
-    return CompareDates(&date, &start, kDateOnly) >= 0 && CompareDates(&date, &end, kDateOnly) <= 0;
-}
-
 // An instant that is no date lies in no month and in no range.
-bool HasDateOf(const FilterState& filter, const FILETIME& time)
+bool FilterTest::HasDate(const FILETIME& time) const
 {
-    SYSTEMTIME date;
-    if (!TimeCount(time).ToSystemTime(&date))
+    const TimeCount instant(time);
+    if (m_mode == Mode::Range && (instant.Units() < m_from || instant.Units() > m_to))
         return false;
-    if (filter.rangeMode)
-        return IsInRange(date, filter.rangeStart, filter.rangeEnd);
-    return (filter.monthMask & MonthBit(date.wMonth - 1)) != 0;
+    SYSTEMTIME date;
+    if (!instant.ToSystemTime(&date))
+        return false;
+    return m_mode == Mode::Range || (m_months & MonthBit(date.wMonth - 1)) != 0;
 }
-
-} // namespace
 
 int PassesFilter(const FilterState& filter, WORD count, const CEPROPVAL* properties)
 {
     if (!filter.active || !count)
         return 1;
-    if (filter.categoriesMode) {
-        const CEPROPVAL* categories = FindProperty(kPropCategories, count, properties);
-        return categories && HasCategoryOf(filter, categories->val.blob);
-    }
-    const CEPROPVAL* date = FindProperty(kPropDate, count, properties);
-    return !date || HasDateOf(filter, date->val.filetime);
+    const FilterTest test(filter);
+    return test.Passes(FindProperty(test.Property(), count, properties));
+}
+
+RowFilter MakeRowFilter(const FilterTest& test)
+{
+    return {test.Property(), [test](const CEPROPVAL* value) { return test.Passes(value); }, true};
 }

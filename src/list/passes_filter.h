@@ -1,8 +1,42 @@
 // Whether a record passes the filter.
 #pragma once
 
+#include <cstdint>
+#include <vector>
+
 #include "list/filter_state.h"
+#include "mervane/row_filter.h"
+
+// The test of an active filter as it stands, made once for many records.
+class FilterTest {
+  public:
+    explicit FilterTest(const FilterState& filter);
+
+    // The property that is tested.
+    CEPROPID Property() const;
+    // null: the record lacks the property. One without a date passes the filters by date, one without
+    // categories no filter by categories.
+    bool Passes(const CEPROPVAL* value) const;
+
+    friend bool operator==(const FilterTest&, const FilterTest&) = default;
+
+  private:
+    enum class Mode { Categories, Months, Range };
+
+    bool HasCategory(const CEBLOB& blob) const;
+    bool HasDate(const FILETIME& time) const;
+
+    Mode m_mode = Mode::Months;
+    std::vector<CEOID> m_categories; // ascending; none when the categories cannot be opened
+    DWORD m_months = 0;
+    // The range in units of a TimeCount, both ends included.
+    uint64_t m_from = 0;
+    uint64_t m_to = 0;
+};
 
 // 1: the record passes; 0: it is filtered out. Passes everything while the filter is not active, and a record
-// without properties or, in date mode, without a date.
+// without properties.
 int PassesFilter(const FilterState& filter, WORD count, const CEPROPVAL* properties);
+
+// The same of the whole journal's rows.
+RowFilter MakeRowFilter(const FilterTest& test);
