@@ -56,8 +56,8 @@ bool Cursor::AreOrdersCurrent() const
     if (m_orders.index != m_store.IndexOf(m_table) ||
         m_filter != (m_orders.passing ? m_orders.passing->Filter() : nullptr))
         return false;
-    return m_orders.index->IsOrderOf(m_sort, nullptr, m_orders.sort.get()) &&
-           m_orders.index->IsOrderOf(m_sort, m_orders.passing, m_orders.rows.get());
+    return m_orders.index->IsOrderOf(m_sort, m_orders.sort.get()) &&
+           m_orders.index->IsOrderOf(m_sort, m_orders.rows.get());
 }
 
 // Takes the index and the orders that hold now. A walk whose current record other programs have deleted finds

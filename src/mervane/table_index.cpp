@@ -174,13 +174,12 @@ std::shared_ptr<const RowOrder> TableIndex::PlainOrderOf(int property, bool desc
     return m_lastOrder;
 }
 
-bool TableIndex::IsOrderOf(const SORTORDERSPEC& sort, const Passing& passing, const RowOrder* order) const
+bool TableIndex::IsOrderOf(const SORTORDERSPEC& sort, const RowOrder* order) const
 {
     const int property = FindProperty(m_info, sort.propid);
     const bool descending = IsDescending(sort);
     return std::any_of(m_orders.begin(), m_orders.end(), [&](const KnownOrder& known) {
-        return known.address == order && known.property == property && known.descending == descending &&
-               known.passing.lock() == passing;
+        return known.address == order && known.property == property && known.descending == descending;
     });
 }
 

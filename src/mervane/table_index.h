@@ -31,8 +31,8 @@ class TableIndex {
     // next call gives another one.
     using Passing = std::shared_ptr<const PassingSet>;
     std::shared_ptr<const RowOrder> OrderOf(const SORTORDERSPEC& sort, const Passing& passing = nullptr);
-    // Whether OrderOf would give this one, which somebody holds.
-    bool IsOrderOf(const SORTORDERSPEC& sort, const Passing& passing, const RowOrder* order) const;
+    // Whether this one, which somebody holds, is still kept up to date and is of that sort.
+    bool IsOrderOf(const SORTORDERSPEC& sort, const RowOrder* order) const;
     // false when not all could be read, for a reason that may pass.
     bool IsComplete() const { return m_complete; }
 

@@ -1,6 +1,10 @@
 #include "list/passes_filter.h"
 
+#include <random>
+
 #include "list/journal_fixture.h"
+#include "mervane/db_categories.h"
+#include "util/month_set.h"
 
 namespace {
 
@@ -123,6 +127,130 @@ TEST_F(PassesFilterTest, WithoutCategoriesARecordFailsACategoryFilter)
     TestRecord broken = On(1, 1);
     broken.Blob(kPropCategories, {});
     EXPECT_EQ(Passes(Categories({1}), broken), 0);
+}
+
+// Ends in seconds, hours and years that are none, too.
+SYSTEMTIME RandomTime(std::mt19937& random)
+{
+    const auto below = [&random](unsigned limit) { return static_cast<WORD>(random() % limit); };
+    SYSTEMTIME time{};
+    constexpr WORD kYears[] = {0, 1600, 1601, 1999, 2000, 2001, 2004, 30'827, 30'828, 65'535};
+    time.wYear = kYears[below(10)];
+    time.wMonth = below(14);
+    time.wDay = below(33);
+    time.wHour = below(25);
+    time.wMinute = below(61);
+    time.wDayOfWeek = below(8);
+    time.wMilliseconds = below(1001);
+    return time;
+}
+
+// Near the ends of a day, of the range or anywhere.
+TimeCount RandomInstant(std::mt19937& random, const FilterState& filter)
+{
+    const SYSTEMTIME ends[] = {filter.rangeStart, filter.rangeEnd, RandomTime(random)};
+    SYSTEMTIME day = ends[random() % 3];
+    day.wHour = day.wMinute = day.wSecond = day.wMilliseconds = 0;
+    TimeCount instant;
+    if (random() % 8 == 0 || !instant.FromSystemTime(day))
+        return TimeCount(uint64_t{random()} << 32 >> random() % 33);
+    constexpr uint64_t kDay = 24 * 60 * TimeCount::kUnitsPerMinute;
+    const uint64_t offsets[] = {0, 1, kDay / 2, kDay - 1, kDay, ~uint64_t{0}};
+    return TimeCount(instant.Units() + offsets[random() % 6]);
+}
+
+// What the range is by the comparison of two dates; it writes into both.
+bool LiesInRange(TimeCount instant, const FilterState& filter)
+{
+    SYSTEMTIME date;
+    if (!instant.ToSystemTime(&date))
+        return false;
+    SYSTEMTIME sameDate = date, start = filter.rangeStart, end = filter.rangeEnd;
+    return CompareDates(&date, &start, kDateOnly) >= 0 && CompareDates(&sameDate, &end, kDateOnly) <= 0;
+}
+
+TEST_F(PassesFilterTest, ARangeIsWhatTheComparisonOfDatesSays)
+{
+    std::mt19937 random(107);
+    int passing = 0;
+    for (int i = 0; i < 20'000; ++i) {
+        const FilterState filter = Range(RandomTime(random), RandomTime(random));
+        const TimeCount instant = RandomInstant(random, filter);
+        TestRecord record;
+        record.Time(kPropDate, instant);
+        const bool passes = LiesInRange(instant, filter);
+        passing += passes;
+        ASSERT_EQ(Passes(filter, record), passes ? 1 : 0) << instant.Units();
+    }
+    EXPECT_GT(passing, 1000);
+}
+
+TEST_F(PassesFilterTest, CategoriesAreWhatTheBlobsStackHolds)
+{
+    std::mt19937 random(104);
+    DbCategories categories;
+    ASSERT_EQ(categories.Open(), 1);
+    for (int i = 0; i < 3000; ++i) {
+        const FilterState filter = Categories({random() % 6, random() % 6, 0xFFFFFFFF});
+        std::vector<DWORD> words;
+        for (unsigned n = random() % 5; n; --n)
+            words.push_back(random() % 9 ? random() % 6 : 0xFFFFFFFF);
+        TestRecord record;
+        record.Blob(kPropCategories, words);
+        ZStack stack;
+        categories.SetStackFromBlob(&stack, record.Properties()->val.blob, 257);
+        int expected = 0;
+        for (ZCategory category; stack.Pop(&category);)
+            expected |= filter.categories.Find(category.id) != nullptr;
+        ASSERT_EQ(Passes(filter, record), expected);
+    }
+}
+
+// The same of each record, whether it is tested by itself or with all others.
+TEST_F(PassesFilterTest, TheRowsOfTheJournalAreOfTheSameTest)
+{
+    std::mt19937 random(33);
+    DbJournal& journal = App().Journal();
+    const FilterState filters[] = {Months(0x5),
+                                   Range({1999, 1, 0, 1, 0, 0, 0, 0}, {2001, 2, 0, 3, 0, 0, 0, 0}),
+                                   Categories({2, 4}), Categories({})};
+    CeDBase::BulkScope bulk(journal);
+    for (int i = 0; i < 300; ++i) {
+        TestRecord record;
+        if (random() % 4)
+            record.Time(kPropDate, RandomInstant(random, filters[1]));
+        if (random() % 4)
+            record.Blob(kPropCategories,
+                        {static_cast<DWORD>(random() % 4), static_cast<DWORD>(random() % 5)});
+        record.Write();
+    }
+    ASSERT_EQ(bulk.Commit(), 1);
+    for (const FilterState& filter : filters) {
+        ASSERT_NE(journal.SetRowFilter(MakeRowFilter(FilterTest(filter))), 0u);
+        uint32_t passing = 0;
+        for (uint32_t row = 0; const CEOID id = journal.SeekRow(row); ++row) {
+            WORD count = 0;
+            CEPROPVAL* properties = nullptr;
+            ASSERT_EQ(journal.ReadRecord(&count, nullptr, &properties), id);
+            const LocalBlock<CEPROPVAL> owner(properties);
+            const int passes = PassesFilter(filter, count, properties);
+            passing += static_cast<uint32_t>(passes);
+            EXPECT_EQ(passes, row < journal.PassingRows() ? 1 : 0) << row;
+        }
+        EXPECT_EQ(journal.PassingRows(), passing);
+    }
+}
+
+TEST_F(PassesFilterTest, TestsOfDifferentFiltersAreToldApart)
+{
+    const SYSTEMTIME first{2001, 1, 0, 1, 0, 0, 0, 0}, second{2001, 1, 0, 2, 0, 0, 0, 0};
+    const FilterState filters[] = {
+        Months(1),      Months(2),       Range(first, first), Range(first, second), Range(second, second),
+        Categories({}), Categories({1}), Categories({1, 2})};
+    for (const FilterState& a : filters)
+        for (const FilterState& b : filters)
+            EXPECT_EQ(FilterTest(a) == FilterTest(b), &a == &b);
+    EXPECT_TRUE(FilterTest(Categories({1, 2})) == FilterTest(Categories({2, 1})));
 }
 
 } // namespace
