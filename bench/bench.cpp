@@ -64,6 +64,7 @@ constexpr Figure kFigures[] = {
     {L"count", bench::CountSql, bench::CountRequests},
     {L"server", bench::RememberConnections, bench::MeasureServer},
     {L"sort", bench::RememberConnections, bench::MeasureSorts},
+    {L"filter", bench::RememberConnections, bench::MeasureFilters},
     {L"save", bench::RememberConnections, bench::MeasureSaves},
     {L"assign", nullptr, bench::MeasureAssign},
     {L"import", bench::RememberConnections, bench::MeasureImports},

@@ -5,6 +5,7 @@ namespace bench {
 
 void MeasurePages();
 void MeasureSorts();
+void MeasureFilters();
 void MeasureSaves();
 void MeasureImports();
 void CountRequests();

@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr DWORD kStackFlags = 0x101; // what the reading of an entry's categories passes
 constexpr uint64_t kUnitsPerDay = TimeCount::kUnitsPerMinute * 60 * 24;
 
 // Null when the record lacks the property.
@@ -63,20 +62,8 @@ CEPROPID FilterTest::Property() const
 bool FilterTest::Passes(const CEPROPVAL* value) const
 {
     if (m_mode == Mode::Categories)
-        return value && HasCategory(value->val.blob);
+        return value && DbCategories::HoldsAny(value->val.blob, m_categories);
     return !value || HasDate(value->val.filetime);
-}
-
-bool FilterTest::HasCategory(const CEBLOB& blob) const
-{
-    DbCategories categories;
-    ZStack assigned;
-    categories.SetStackFromBlob(&assigned, blob, kStackFlags);
-    ZCategory category;
-    while (assigned.Pop(&category))
-        if (std::binary_search(m_categories.begin(), m_categories.end(), category.id))
-            return true;
-    return false;
 }
 
 // An instant that is no date lies in no month and in no range.

@@ -23,7 +23,6 @@ class FilterTest {
   private:
     enum class Mode { Categories, Months, Range };
 
-    bool HasCategory(const CEBLOB& blob) const;
     bool HasDate(const FILETIME& time) const;
 
     Mode m_mode = Mode::Months;

@@ -40,7 +40,6 @@ void Cursor::SetSort(const SORTORDERSPEC& sort)
 void Cursor::SetRowFilter(std::shared_ptr<const RowFilter> filter)
 {
     m_filter = std::move(filter);
-    m_rowKnown = false;
 }
 
 void Cursor::StandOn(CEOID id, Way way)

@@ -128,3 +128,8 @@ int DbCategories::SetStackFromBlob(ZStack* stack, const CEBLOB& blob, DWORD flag
         stack->Push({id, static_cast<WORD>(flags)});
     return read.rightShape ? 1 : 0;
 }
+
+bool DbCategories::HoldsAny(const CEBLOB& blob, std::span<const CEOID> wanted)
+{
+    return mervane::HoldsAnyId(blob, wanted);
+}

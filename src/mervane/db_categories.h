@@ -2,6 +2,7 @@
 // (kCategoriesKey, unique without regard to case, at most 59 characters), a use count and a hidden flag.
 #pragma once
 
+#include <span>
 #include <string>
 
 #include "mervane/ce_dbase.h"
@@ -52,4 +53,7 @@ class DbCategories : public CeDBase {
     // Empties the stack and fills it with the blob's categories, each carrying the low 16 bits of flags. 0
     // for a blob of a wrong shape, whose valid leading identifiers are taken all the same.
     int SetStackFromBlob(ZStack* stack, const CEBLOB& blob, DWORD flags);
+    // Whether SetStackFromBlob would give one of the wanted categories, which ascend: for many blobs in a
+    // row. No database need be open.
+    [[nodiscard]] static bool HoldsAny(const CEBLOB& blob, std::span<const CEOID> wanted);
 };

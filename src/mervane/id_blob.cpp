@@ -35,24 +35,46 @@ void AppendOnce(std::vector<CEOID>& ids, std::unordered_set<CEOID>& seen, CEOID 
         ids.push_back(id);
 }
 
+// How many words behind the count are counted and wholly there.
+size_t IdCount(std::span<const BYTE> bytes)
+{
+    return bytes.size() < kWord ? 0 : std::min<size_t>(WordAt(bytes, 0), bytes.size() / kWord - 1);
+}
+
+std::span<const BYTE> BytesOf(const CEBLOB& blob)
+{
+    return {blob.lpb, blob.lpb ? blob.dwCount : 0};
+}
+
 } // namespace
 
 IdBlob ReadIdBlob(std::span<const BYTE> bytes)
 {
     if (bytes.size() < kWord)
         return {{}, bytes.empty()};
-    const size_t counted = WordAt(bytes, 0);
-    const size_t held = bytes.size() / kWord - 1;
-    IdBlob blob{{}, bytes.size() == kWord + counted * kWord};
+    IdBlob blob{{}, bytes.size() == kWord + size_t{WordAt(bytes, 0)} * kWord};
     std::unordered_set<CEOID> seen;
-    for (size_t i = 0; i < std::min(counted, held); ++i)
+    const size_t count = IdCount(bytes);
+    for (size_t i = 0; i < count; ++i)
         AppendOnce(blob.ids, seen, WordAt(bytes, i + 1));
     return blob;
 }
 
 IdBlob ReadIdBlob(const CEBLOB& blob)
 {
-    return ReadIdBlob(std::span<const BYTE>(blob.lpb, blob.lpb ? blob.dwCount : 0));
+    return ReadIdBlob(BytesOf(blob));
+}
+
+bool HoldsAnyId(const CEBLOB& blob, std::span<const CEOID> wanted)
+{
+    const std::span<const BYTE> bytes = BytesOf(blob);
+    const size_t count = IdCount(bytes);
+    for (size_t i = 0; i < count; ++i) {
+        const CEOID id = WordAt(bytes, i + 1);
+        if (id && std::binary_search(wanted.begin(), wanted.end(), id))
+            return true;
+    }
+    return false;
 }
 
 int MakeIdBlob(std::span<const CEOID> ids, CEBLOB* blob)

@@ -48,17 +48,6 @@ uint32_t RowOrder::RowOf(uint32_t place) const
     return m_firstRow[chunk.sequence] + static_cast<uint32_t>(found - chunk.places.begin());
 }
 
-std::vector<uint32_t> RowOrder::Places() const
-{
-    std::vector<uint32_t> places;
-    places.reserve(m_count);
-    for (const uint32_t number : m_sequence) {
-        const Chunk& chunk = *m_chunks[number];
-        places.insert(places.end(), chunk.places.begin(), chunk.places.begin() + chunk.count);
-    }
-    return places;
-}
-
 void RowOrder::Remove(uint32_t place)
 {
     const uint32_t row = RowOf(place);

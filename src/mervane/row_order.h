@@ -25,7 +25,13 @@ class RowOrder {
     uint32_t PlaceAt(uint32_t row) const;          // kNoPlace past the end
     uint32_t RowOf(uint32_t place) const;          // kNoRow when it is not in the order
     uint64_t Version() const { return m_version; } // differs after each change
-    std::vector<uint32_t> Places() const;          // all, in their order
+    // Calls action(place) for all, in their order.
+    template <typename Action> void ForEachPlace(Action action) const
+    {
+        for (const uint32_t number : m_sequence)
+            for (uint32_t i = 0; i < m_chunks[number]->count; ++i)
+                action(m_chunks[number]->places[i]);
+    }
 
     // isBefore(other): the record of that place comes before the new one.
     template <typename IsBefore> void Insert(uint32_t place, IsBefore isBefore)

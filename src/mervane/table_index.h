@@ -81,8 +81,12 @@ class TableIndex {
     BlobColumn& BlobsOf(int property);
     void LoadBlobs(int property);
     void SetBlobs(uint32_t place, const RecordValues& values, bool isNew);
+    NumberColumn& NumbersOf(int property);
     bool Passes(const RowFilter& filter, uint32_t place);
-    std::optional<CEPROPVAL> ValueAt(int property, uint32_t place);
+    bool PassesByNumber(const RowFilter& filter, const NumberColumn& numbers, uint32_t place);
+    bool PassesByBlob(const RowFilter& filter, BlobColumn& blobs, uint32_t place);
+    bool PassesWithout(const RowFilter& filter, uint32_t place);
+    template <typename Test> void TestAll(PassingSet& passing, Test test); // test(place)
     bool IsEmptyRecord(uint32_t place);
     std::vector<const PassingSet*> UpdatePassing(uint32_t place, const RecordValues& values);
     // Acts on those that somebody holds; the others are given up.

@@ -25,12 +25,11 @@ bool HasGrown(const BlobColumn& column, uint32_t places)
 }
 
 // The passing places, then the others, each in the given order.
-std::vector<uint32_t> PassingFirst(const std::vector<uint32_t>& places, const PassingSet& passing)
+std::vector<uint32_t> PassingFirst(const RowOrder& plain, const PassingSet& passing)
 {
-    std::vector<uint32_t> grouped(places.size());
-    size_t nextPassing = 0, nextOther = passing.Count();
-    for (const uint32_t place : places)
-        grouped[passing.Passes(place) ? nextPassing++ : nextOther++] = place;
+    std::vector<uint32_t> grouped(plain.Count());
+    uint32_t next[] = {passing.Count(), 0}; // of the others, of the passing ones
+    plain.ForEachPlace([&](uint32_t place) { grouped[next[passing.Passes(place)]++] = place; });
     return grouped;
 }
 
@@ -74,21 +73,11 @@ void TableIndex::SetBlobs(uint32_t place, const RecordValues& values, bool isNew
                   [this](const auto& blobs) { return HasGrown(blobs.second, m_records.PlaceCount()); });
 }
 
-std::optional<CEPROPVAL> TableIndex::ValueAt(int property, uint32_t place)
+NumberColumn& TableIndex::NumbersOf(int property)
 {
-    if (IsNumber(property)) {
-        if (!m_numbers.contains(property))
-            LoadNumbers(property);
-        const NumberColumn& column = m_numbers.at(property);
-        return column.IsMissing(place) ? std::nullopt : std::optional(column.Value(place));
-    }
-    const auto blob = BlobsOf(property).At(place, m_records.IdAt(place));
-    if (!blob)
-        return std::nullopt;
-    CEPROPVAL value{};
-    value.propid = PropertyAt(property).id;
-    value.val.blob = {static_cast<DWORD>(blob->size()), const_cast<BYTE*>(blob->data())}; // only read
-    return value;
+    if (!m_numbers.contains(property))
+        LoadNumbers(property);
+    return m_numbers.at(property);
 }
 
 // Nearly every record has the number that came with the records.
@@ -99,19 +88,56 @@ bool TableIndex::IsEmptyRecord(uint32_t place)
            m_emptyTest.IsEmpty(m_records.IdAt(place));
 }
 
+bool TableIndex::PassesWithout(const RowFilter& filter, uint32_t place)
+{
+    return filter.passes(nullptr) || (filter.emptyPasses && IsEmptyRecord(place));
+}
+
+bool TableIndex::PassesByNumber(const RowFilter& filter, const NumberColumn& numbers, uint32_t place)
+{
+    if (numbers.IsMissing(place))
+        return PassesWithout(filter, place);
+    const CEPROPVAL value = numbers.Value(place);
+    return filter.passes(&value);
+}
+
+bool TableIndex::PassesByBlob(const RowFilter& filter, BlobColumn& blobs, uint32_t place)
+{
+    const auto blob = blobs.At(place, m_records.IdAt(place));
+    if (!blob)
+        return PassesWithout(filter, place);
+    CEPROPVAL value{};
+    value.propid = filter.property;
+    value.val.blob = {static_cast<DWORD>(blob->size()), const_cast<BYTE*>(blob->data())}; // only read
+    return filter.passes(&value);
+}
+
 bool TableIndex::Passes(const RowFilter& filter, uint32_t place)
 {
-    const auto value = ValueAt(FindProperty(m_info, filter.property), place);
-    return filter.passes(value ? &*value : nullptr) || (!value && filter.emptyPasses && IsEmptyRecord(place));
+    const int property = FindProperty(m_info, filter.property);
+    return IsNumber(property) ? PassesByNumber(filter, NumbersOf(property), place)
+                              : PassesByBlob(filter, BlobsOf(property), place);
+}
+
+template <typename Test> void TableIndex::TestAll(PassingSet& passing, Test test)
+{
+    for (uint32_t place = 0; place < m_records.PlaceCount(); ++place)
+        if (!m_records.IsRemoved(place))
+            passing.Set(place, test(place));
 }
 
 std::shared_ptr<const PassingSet> TableIndex::PassingOf(const std::shared_ptr<const RowFilter>& filter)
 {
+    const int property = FindProperty(m_info, filter->property);
     auto passing = std::make_shared<PassingSet>(filter);
     passing->Resize(Records().PlaceCount());
-    for (uint32_t place = 0; place < m_records.PlaceCount(); ++place)
-        if (!m_records.IsRemoved(place))
-            passing->Set(place, Passes(*filter, place));
+    if (IsNumber(property)) {
+        const NumberColumn& numbers = NumbersOf(property);
+        TestAll(*passing, [&](uint32_t place) { return PassesByNumber(*filter, numbers, place); });
+    } else {
+        BlobColumn& blobs = BlobsOf(property);
+        TestAll(*passing, [&](uint32_t place) { return PassesByBlob(*filter, blobs, place); });
+    }
     m_passing.push_back(passing);
     return passing;
 }
@@ -136,7 +162,7 @@ std::shared_ptr<const RowOrder> TableIndex::OrderOf(const SORTORDERSPEC& sort, c
     const auto plain = PlainOrderOf(property, descending);
     if (!passing)
         return plain;
-    const auto order = std::make_shared<RowOrder>(PassingFirst(plain->Places(), *passing));
+    const auto order = std::make_shared<RowOrder>(PassingFirst(*plain, *passing));
     Remember({property, descending, order.get(), order, passing.get(), passing});
     return order;
 }

@@ -498,6 +498,7 @@ TEST_F(FilteredWalks, InTheSortOrderAreNotMovedByGroups)
 {
     ASSERT_EQ(m_journal.SeekRecord(m_ids[1]), m_ids[1]);
     ASSERT_NE(m_journal.SetRowFilter({kPriority, [](const CEPROPVAL* v) { return v != nullptr; }}), 0u);
+    ASSERT_EQ(m_journal.PassingRows(), 0u);
     ASSERT_EQ(Sent().Number(kPriority, 1).Write(m_journal, m_ids[1]), m_ids[1]);
     const CEOID between = AddEntry(m_journal, L"n", 2);
     EXPECT_EQ(m_journal.RowOf(m_ids[1]), 0);
