@@ -275,6 +275,7 @@ void TableIndex::Updated(CEOID id, const RecordValues& values)
         return;
     SetColumns(place, values, false);
     DropGrownKeys();
+    m_notEmpty.erase(place);
     const std::vector<const PassingSet*> moved = UpdatePassing(place, values);
     ForEachOrder([&](const KnownOrder& known, RowOrder& order) {
         const bool moves = std::find(moved.begin(), moved.end(), known.groups) != moved.end();

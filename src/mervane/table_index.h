@@ -5,6 +5,7 @@
 
 #include <map>
 #include <memory>
+#include <unordered_set>
 #include <vector>
 
 #include "mervane/blob_column.h"
@@ -121,6 +122,7 @@ class TableIndex {
     std::map<int, Keys> m_keys;
     std::map<int, BlobColumn> m_blobs; // what filters ask for
     EmptyRecordTest m_emptyTest;
+    std::unordered_set<uint32_t> m_notEmpty; // places that were asked for and have some property
     std::vector<KnownOrder> m_orders;
     std::vector<std::weak_ptr<PassingSet>> m_passing;
     std::shared_ptr<RowOrder> m_lastOrder; // outlives its cursors, for the next one

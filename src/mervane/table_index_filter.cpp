@@ -83,9 +83,15 @@ NumberColumn& TableIndex::NumbersOf(int property)
 // Nearly every record has the number that came with the records.
 bool TableIndex::IsEmptyRecord(uint32_t place)
 {
-    return std::all_of(m_numbers.begin(), m_numbers.end(),
-                       [place](const auto& column) { return column.second.IsMissing(place); }) &&
-           m_emptyTest.IsEmpty(m_records.IdAt(place));
+    for (const auto& [property, column] : m_numbers)
+        if (!column.IsMissing(place))
+            return false;
+    if (m_notEmpty.contains(place))
+        return false;
+    const bool isEmpty = m_emptyTest.IsEmpty(m_records.IdAt(place));
+    if (!isEmpty)
+        m_notEmpty.insert(place);
+    return isEmpty;
 }
 
 bool TableIndex::PassesWithout(const RowFilter& filter, uint32_t place)
