@@ -111,8 +111,8 @@ TEST_F(OnScreen, TheFiltersDialogIsWholeInBothModes)
         ExpectOnScreen(PlaceOf(Control(dialog, id)), std::to_string(id));
     const RemoteListView months(Control(dialog, IDC_MONTH_LIST));
     for (int month = 0; month < 12; ++month) {
-        const POINT label = months.LabelPoint(month), box = months.CheckPoint(month);
-        ExpectOnScreen({box.x, box.y, label.x + 1, label.y + 1}, std::to_string(month));
+        for (const POINT& point : {months.LabelPoint(month), months.CheckPoint(month)})
+            ExpectOnScreen({point.x, point.y, point.x + 1, point.y + 1}, std::to_string(month));
     }
     EXPECT_FALSE(GetWindowLongPtrW(months.Handle(), GWL_STYLE) & WS_HSCROLL) << "all months are in sight";
     PressKeys({VK_MENU, 'C'});
