@@ -81,11 +81,8 @@ bool FilterDialog::OnNotify(const NMHDR& notification)
     }
 }
 
-// A radio button that gets the keyboard is clicked, also the one that is on.
 void FilterDialog::SetMode(bool categories)
 {
-    if (m_filter.categoriesMode == categories)
-        return;
     m_filter.categoriesMode = categories;
     ShowMode();
 }
