@@ -48,6 +48,7 @@ void OpenFilter::SetDay(int picker, WORD year, WORD month, WORD day) const
 
 void OpenFilter::Key(WORD key) const
 {
+    EXPECT_TRUE(PumpUntil([this] { return GetForegroundWindow() == m_window; }));
     for (const bool down : {true, false}) {
         SendKey(key, down);
         PumpDialog(m_window);
