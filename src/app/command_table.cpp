@@ -52,6 +52,18 @@ void RunCompanion(MainWindow& window, UINT command)
 {
     LaunchCompanionOf(command, window.Handle());
 }
+void RunFilterCategories(MainWindow& window, UINT)
+{
+    window.EditFilter(true);
+}
+void RunFilterMonths(MainWindow& window, UINT)
+{
+    window.EditFilter(false);
+}
+void RunClearFilter(MainWindow& window, UINT)
+{
+    window.ClearTheFilter();
+}
 void RunHelp(MainWindow& window, UINT)
 {
     ShowHelp(kHelpMain, window.Handle());
@@ -79,9 +91,9 @@ constexpr Command kCommands[] = {
     {CMD_TASKS, RunCompanion},
     {CMD_FIND, nullptr},
     {CMD_OPTIONS, nullptr},
-    {CMD_FILTER_CATEGORIES, nullptr},
-    {CMD_FILTER_MONTHS, nullptr},
-    {CMD_CLEAR_FILTER, nullptr},
+    {CMD_FILTER_CATEGORIES, RunFilterCategories},
+    {CMD_FILTER_MONTHS, RunFilterMonths},
+    {CMD_CLEAR_FILTER, RunClearFilter},
     {CMD_EXPORT, nullptr},
     {CMD_NOTHING, RunNothing},
     {CMD_CUSTOMIZE_COLUMNS, RunCustomizeColumns},

@@ -36,7 +36,7 @@ constexpr Button kButtons[] = {
     {kStandardImages + STD_PASTE, CMD_PASTE, BTNS_BUTTON, L"Paste"},
     {0, 0, BTNS_SEP, nullptr},
     {kStandardImages + STD_FIND, CMD_FIND, BTNS_BUTTON, L"Find"},
-    {2, CMD_CONTACTS, BTNS_DROPDOWN, nullptr},
+    {2, CMD_CONTACTS, BTNS_DROPDOWN | BTNS_NOPREFIX, nullptr},
     {0, 0, BTNS_SEP, nullptr},
 };
 constexpr int kButtonCount = static_cast<int>(sizeof kButtons / sizeof kButtons[0]);
@@ -87,11 +87,10 @@ bool MainBands::CreateButtons(HINSTANCE instance)
     }
     if (!SendMessageW(m_buttonBar, TB_ADDBUTTONSW, kButtonCount, reinterpret_cast<LPARAM>(buttons)))
         return false;
-    wchar_t text[] = L"None";
+    SetFilterText(L"None");
     TBBUTTONINFOW info{};
     info.cbSize = sizeof info;
-    info.dwMask = TBIF_TEXT | TBIF_SIZE;
-    info.pszText = text;
+    info.dwMask = TBIF_SIZE;
     info.cx = static_cast<WORD>(Scale(kFilterButtonWidth));
     return SendMessageW(m_buttonBar, TB_SETBUTTONINFOW, CMD_CONTACTS, reinterpret_cast<LPARAM>(&info)) != 0;
 }
@@ -136,6 +135,18 @@ bool MainBands::IsMenuCommandEnabled(UINT command) const
 {
     const UINT state = GetMenuState(CommandBar_GetMenu(m_menuBar), command, MF_BYCOMMAND);
     return state == static_cast<UINT>(-1) || !(state & (MF_GRAYED | MF_DISABLED));
+}
+
+void MainBands::SetFilterText(const std::wstring& text)
+{
+    if (text == m_filterText)
+        return;
+    m_filterText = text;
+    TBBUTTONINFOW info{};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_TEXT;
+    info.pszText = m_filterText.data();
+    SendMessageW(m_buttonBar, TB_SETBUTTONINFOW, CMD_CONTACTS, reinterpret_cast<LPARAM>(&info));
 }
 
 void MainBands::OnGetInfoTip(NMTBGETINFOTIPW* tip) const

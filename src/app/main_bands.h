@@ -4,6 +4,8 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <string>
+
 #include "app/registry_store.h"
 #include "util/owners.h"
 
@@ -25,6 +27,9 @@ class MainBands {
     void EnableMenuCommand(UINT command, bool enable);
     bool IsMenuCommandEnabled(UINT command) const;
 
+    // What the filter's button reads; "None" at first.
+    void SetFilterText(const std::wstring& text);
+
     // Answers TBN_GETINFOTIPW of the button bar.
     void OnGetInfoTip(NMTBGETINFOTIPW* tip) const;
 
@@ -35,6 +40,7 @@ class MainBands {
     void AddRunTimeMenuItems();
 
     UniqueImageList m_images;
+    std::wstring m_filterText;
     HWND m_buttonBar = nullptr;
     HWND m_bands = nullptr;
     HWND m_menuBar = nullptr;

@@ -3,8 +3,14 @@
 #include "app/about_dialog.h"
 #include "app/command_table.h"
 #include "app/journal_app.h"
+#include "list/filter_categories.h"
+#include "list/filter_dialog.h"
+#include "list/filter_menu.h"
+#include "list/filter_settings.h"
+#include "list/filter_text.h"
 #include "res/resource.h"
 #include "ui/command_bands.h"
+#include "ui/drop_down.h"
 #include "ui/launch.h"
 #include "ui/scale.h"
 #include "ui/window_placement.h"
@@ -15,6 +21,13 @@ namespace {
 constexpr int kMinWidth = 320;
 constexpr int kMinHeight = 160;
 constexpr UINT kFromAccelerator = 1; // the high word of an accelerator's WM_COMMAND
+
+// As for a combo box.
+bool IsDropDownKey(const MSG& message)
+{
+    return (message.message == WM_KEYDOWN && message.wParam == VK_F4) ||
+           (message.message == WM_SYSKEYDOWN && message.wParam == VK_DOWN);
+}
 
 } // namespace
 
@@ -42,9 +55,14 @@ void MainWindow::ShowFirst(int showCommand)
     ShowWindow(m_window, FirstShowCommand(showCommand, m_leftMaximized));
 }
 
-bool MainWindow::TranslateMenuKey(const MSG& message) const
+bool MainWindow::TranslateMenuKey(const MSG& message)
 {
-    return CommandBands_TranslateMenuKey(m_bands.MenuBar(), message);
+    if (CommandBands_TranslateMenuKey(m_bands.MenuBar(), message))
+        return true;
+    if (!IsDropDownKey(message) || GetAncestor(message.hwnd, GA_ROOT) != m_window)
+        return false;
+    DropFilterMenu();
+    return true;
 }
 
 LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
@@ -89,6 +107,8 @@ bool MainWindow::BuildContents()
         return false;
     OnSelectionChanged(0);
     GreyMissingCommands(m_bands);
+    LoadFilter(app, &app.Filter());
+    BringFilterUpToDate();
     return m_list.Create(m_window, &m_columns, LVS_REPORT | LVS_SHOWSELALWAYS, m_bands.Height()) != nullptr;
 }
 
@@ -139,6 +159,8 @@ LRESULT MainWindow::OnNotify(NMHDR* notification)
     HWND list = m_list.Handle();
     if (list && (notification->hwndFrom == list || notification->hwndFrom == ListView_GetHeader(list)))
         return m_list.OnNotify(notification);
+    if (notification->code == TBN_DROPDOWN)
+        DropFilterMenu();
     if (notification->code == TBN_GETINFOTIPW)
         m_bands.OnGetInfoTip(reinterpret_cast<NMTBGETINFOTIPW*>(notification));
     if (notification->idFrom == IDC_BANDS)
@@ -168,6 +190,9 @@ LRESULT MainWindow::OnCommand(UINT id, bool fromKeyboard)
     if (fromKeyboard && !m_bands.IsMenuCommandEnabled(id))
         return 0;
     command->run(*this, id);
+    // The command may have changed the categories that the filter names.
+    if (m_loaded)
+        BringFilterUpToDate();
     return 0;
 }
 
@@ -184,6 +209,7 @@ LRESULT MainWindow::OnDatabaseChange(WPARAM code, LPARAM lParam)
     case kChangeDeleted:
         RemoveHourglass();
         m_list.Refresh();
+        BringFilterUpToDate();
         return 0;
     default: return 0;
     }
@@ -198,4 +224,46 @@ LRESULT MainWindow::OnSelectionChanged(int flag)
 void MainWindow::ShowAbout()
 {
     ShowAboutDialog(m_instance, m_window);
+}
+
+// A category that is chosen is sent as a command too, which does nothing.
+void MainWindow::DropFilterMenu()
+{
+    FilterState& filter = App().Filter();
+    const FilterMenu menu(filter);
+    const UINT command = TrackDropDown(m_bands.ButtonBar(), CMD_CONTACTS, menu.Handle(), m_window);
+    menu.Choose(command, &filter);
+    if (command)
+        SendMessageW(m_window, WM_COMMAND, command, 0);
+    BringFilterUpToDate();
+    if (command && menu.ListsCategories())
+        m_list.Refresh();
+}
+
+void MainWindow::EditFilter(bool categoriesMode)
+{
+    OpenFilterDialog(m_window, categoriesMode);
+    OnFilterChanged();
+}
+
+void MainWindow::ClearTheFilter()
+{
+    ClearFilter(&App().Filter(), &App());
+    OnFilterChanged();
+}
+
+void MainWindow::OnFilterChanged()
+{
+    BringFilterUpToDate();
+    m_list.Refresh();
+}
+
+// Categories may have been renamed or deleted here or by another program.
+void MainWindow::BringFilterUpToDate()
+{
+    FilterState& filter = App().Filter();
+    const bool isOneGone = DropGoneCategories(&filter);
+    m_bands.SetFilterText(FilterText(&filter));
+    if (isOneGone)
+        m_list.Refresh();
 }

@@ -33,12 +33,14 @@ class MainWindow {
 
     HWND Handle() const { return m_window; }
     EntryList& List() { return m_list; }
-    // For the message loop: keys that open and work the menu.
-    bool TranslateMenuKey(const MSG& message) const;
+    // For the message loop: keys that open and work the menu, and F4 or Alt+Down for the filter's.
+    bool TranslateMenuKey(const MSG& message);
 
     // What the command table's handlers do in this window.
     void Close();
     void ShowAbout();
+    void EditFilter(bool categoriesMode);
+    void ClearTheFilter();
 
   private:
     friend class WindowProcedure<MainWindow>;
@@ -56,6 +58,9 @@ class MainWindow {
 
     bool BuildContents();
     void RefitList();
+    void DropFilterMenu();
+    void OnFilterChanged();
+    void BringFilterUpToDate();
 
     HWND m_window = nullptr;
     HINSTANCE m_instance = nullptr;

@@ -146,4 +146,21 @@
 #define IDC_SHOWN_FIELDS 1175
 #define IDC_AVAILABLE_FIELDS 1177
 
+/* The filter's drop-down menu: the categories, from this one on */
+#define CMD_FIRST_CATEGORY 150
+
+/* Filter (template 107) */
+#define IDD_FILTER 107
+#define IDC_FILTER_BY_MONTHS 1011
+#define IDC_FILTER_BY_CATEGORIES 1012
+#define IDC_RANGE_START_LABEL 1014
+#define IDC_RANGE_END_LABEL 1015
+#define IDC_RANGE_FRAME 1016
+#define IDC_FILTER_ON_RANGE 1201
+#define IDC_CLEAR_SELECTION 1408
+#define IDC_RANGE_START 114
+#define IDC_RANGE_END 115
+#define IDC_MONTH_LIST 116
+#define IDC_FILTER_CATEGORY_LIST 117 /* free choice */
+
 #endif

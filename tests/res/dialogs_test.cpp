@@ -197,9 +197,52 @@ TEST_F(DialogTemplateTest, QuickSubjectsFitsTheHandheldsScreenAtHalfAsMuchResolu
     EXPECT_LE(place.bottom - place.top, MulDiv(240, dpi, 144));
 }
 
+TEST_F(DialogTemplateTest, FilterHasItsControls)
+{
+    ASSERT_TRUE(Make(107));
+    struct Wanted {
+        int id;
+        const wchar_t* text;
+        DWORD type;
+        DWORD style;
+    };
+    const Wanted wanted[] = {{1011, L"Filter by &Months", BS_AUTORADIOBUTTON, WS_TABSTOP | WS_GROUP},
+                             {1012, L"Filter by &Categories", BS_AUTORADIOBUTTON, 0},
+                             {1016, L"", BS_GROUPBOX, WS_GROUP},
+                             {1201, L"Filter on Date &Range ", BS_AUTOCHECKBOX, WS_TABSTOP},
+                             {1408, L"C&lear Filter Selection", BS_PUSHBUTTON, WS_TABSTOP},
+                             {1, L"OK", BS_DEFPUSHBUTTON, WS_TABSTOP},
+                             {2, L"Cancel", BS_PUSHBUTTON, WS_TABSTOP}};
+    for (const Wanted& item : wanted) {
+        EXPECT_EQ(ItemClass(item.id), L"Button") << item.id;
+        EXPECT_EQ(ItemText(item.id), item.text);
+        EXPECT_EQ(ItemStyle(item.id) & BS_TYPEMASK, item.type) << item.id;
+        EXPECT_EQ(ItemStyle(item.id) & (WS_TABSTOP | WS_GROUP), item.style) << item.id;
+    }
+    for (const auto& [id, text] : {std::pair(1014, L"&Start"), std::pair(1015, L"&End")}) {
+        EXPECT_EQ(ItemClass(id), L"Static") << id;
+        EXPECT_EQ(ItemText(id), text);
+    }
+    EXPECT_EQ(CountItems(), 9) << "lists and date pickers are the program's";
+    EXPECT_EQ(LOWORD(SendMessageW(m_dialog, DM_GETDEFID, 0, 0)), 1);
+    ExpectNothingCutOff();
+}
+
+TEST_F(DialogTemplateTest, FilterFitsTheHandheldsScreenAtHalfAsMuchResolutionAgain)
+{
+    ASSERT_TRUE(Make(107));
+    RECT place;
+    GetWindowRect(m_dialog, &place);
+    HDC screen = GetDC(nullptr);
+    const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
+    ReleaseDC(nullptr, screen);
+    EXPECT_LE(place.right - place.left, MulDiv(640, dpi, 144));
+    EXPECT_LE(place.bottom - place.top, MulDiv(240, dpi, 144));
+}
+
 TEST(DialogTemplates, UseTheSystemsFont)
 {
-    for (const int id : {104, 106, 139}) {
+    for (const int id : {104, 106, 107, 139}) {
         const TemplateFont font = FontOfTemplate(id);
         EXPECT_EQ(font.points, 8) << id;
         EXPECT_EQ(font.face, L"MS Shell Dlg") << id;

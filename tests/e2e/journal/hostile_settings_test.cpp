@@ -84,6 +84,28 @@ TEST_P(HostileSettings, DoNotStopIt)
     EXPECT_EQ(m_journal.ExitCode(), 0u);
 }
 
+// Whatever it filters by, it can be looked at, accepted and cleared.
+TEST_P(HostileSettings, DoNotStopTheFilter)
+{
+    const HostileValue& value = GetParam();
+    ASSERT_TRUE(StoreRawSetting(L"Options", L"RememberFilter", value.type, value.bytes));
+    for (const wchar_t* name : {L"Active", L"fRange", L"fMonths", L"mLStart", L"mHStart", L"mLEnd", L"mHEnd"})
+        ASSERT_TRUE(StoreRawSetting(L"Filter", name, value.type, value.bytes));
+    ASSERT_NE(AddEntry(L"Still here"), 0u);
+    ASSERT_NE(m_journal.Start(), nullptr);
+    for (const int command : {CMD_FILTER_CATEGORIES, CMD_FILTER_MONTHS}) {
+        PostCommand(Window(), command);
+        HWND dialog = WaitForDialogWith(m_journal.Id(), IDC_MONTH_LIST);
+        ASSERT_NE(dialog, nullptr);
+        PressButton(dialog, IDOK);
+        ASSERT_TRUE(WaitUntilGone(dialog));
+    }
+    PostCommand(Window(), CMD_CLEAR_FILTER);
+    EXPECT_TRUE(ShowsRows(1));
+    EXPECT_EQ(Buttons().Text(CMD_CONTACTS), L"None");
+    EXPECT_TRUE(m_journal.Close());
+}
+
 INSTANTIATE_TEST_SUITE_P(Values, HostileSettings, testing::ValuesIn(kValues),
                          [](const auto& hostile) { return std::string(hostile.param.name); });
 

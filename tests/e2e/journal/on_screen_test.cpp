@@ -95,6 +95,33 @@ TEST_F(OnScreen, AboutIsWholeAndClosesWithEnter)
     EXPECT_TRUE(WaitUntilGone(about));
 }
 
+TEST_F(OnScreen, TheFiltersDialogIsWholeInBothModes)
+{
+    ASSERT_NE(AddEntry(L"One"), 0u);
+    ASSERT_TRUE(ChangeStore(m_store.Path(), "INSERT INTO categories(name, uses) VALUES('Work', 1)"));
+    ASSERT_NE(m_journal.Start(), nullptr);
+    PostCommand(Window(), CMD_FILTER_MONTHS);
+    HWND dialog = WaitForDialogWith(m_journal.Id(), IDC_MONTH_LIST);
+    ASSERT_NE(dialog, nullptr);
+    ASSERT_TRUE(Activate(dialog));
+    ExpectOnScreen(PlaceOf(dialog), "Filter");
+    for (const int id : {IDC_FILTER_BY_MONTHS, IDC_FILTER_BY_CATEGORIES, IDC_RANGE_START_LABEL,
+                         IDC_RANGE_END_LABEL, IDC_RANGE_FRAME, IDC_FILTER_ON_RANGE, IDC_CLEAR_SELECTION,
+                         IDC_RANGE_START, IDC_RANGE_END, IDC_MONTH_LIST, IDOK, IDCANCEL})
+        ExpectOnScreen(PlaceOf(Control(dialog, id)), std::to_string(id));
+    const RemoteListView months(Control(dialog, IDC_MONTH_LIST));
+    for (int month = 0; month < 12; ++month) {
+        for (const POINT& point : {months.LabelPoint(month), months.CheckPoint(month)})
+            ExpectOnScreen({point.x, point.y, point.x + 1, point.y + 1}, std::to_string(month));
+    }
+    EXPECT_FALSE(GetWindowLongPtrW(months.Handle(), GWL_STYLE) & WS_HSCROLL) << "all months are in sight";
+    PressKeys({VK_MENU, 'C'});
+    ASSERT_TRUE(WaitFor([&] { return TextOf(dialog) == L"Filter on Categories..."; }));
+    ExpectOnScreen(PlaceOf(Control(dialog, IDC_FILTER_CATEGORY_LIST)), "categories");
+    PressKey(VK_ESCAPE);
+    EXPECT_TRUE(WaitUntilGone(dialog));
+}
+
 // The body of the drop-down button is Contacts, whatever its picture says.
 // The address book lies beside the journal, as it does when both are built.
 TEST_F(OnScreen, TheFilterButtonsBodyStartsContacts)

@@ -1,0 +1,27 @@
+// The filter's categories and the device's list of them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "list/filter_state.h"
+
+struct OfferedCategory {
+    CEOID id;
+    std::wstring name;
+};
+
+// The first categories, in the order of their names, that have a name and that entries use; at most
+// kMostOffered. None when the categories cannot be opened.
+constexpr size_t kMostOffered = 8;
+std::vector<OfferedCategory> OfferedCategories();
+
+// Makes the filter this one category.
+void FilterOnCategory(CEOID id, FilterState* filter);
+
+// Takes categories that do not exist any more out of the filter; true when there was one. Entries that still
+// refer to one are filed under nothing that a person could see.
+bool DropGoneCategories(FilterState* filter);
+
+// Empty when there is none.
+std::wstring CategoryName(CEOID id);

@@ -1,0 +1,27 @@
+// The check boxes of a list view whose items have them.
+#pragma once
+
+#include <windows.h>
+#include <commctrl.h>
+
+int ItemCount(HWND list);
+LPARAM ItemParameter(HWND list, int item);
+// The item with the parameter; -1 when there is none.
+int FindItem(HWND list, LPARAM parameter);
+
+void CheckItem(HWND list, int item, bool checked);
+void UncheckAll(HWND list);
+
+// What an LVN_ITEMCHANGED has done to the item's box. A list that is filled or walked through turns none.
+enum class BoxChange { None, Checked, Unchecked };
+BoxChange BoxChangeOf(const NMLISTVIEW& change);
+
+// NM_CLICK: a tap on an item's text turns its box; a tap on the box itself is left to the list.
+void TurnTappedBox(HWND list, const NMITEMACTIVATE& tap);
+
+// The width of the columns of a list with items. It lasts: a control that has not drawn its items yet may
+// settle on another width when it does.
+void SetItemWidth(HWND list, int width);
+
+// Gives a control to a dialog: its font, and its place in the order of the keyboard behind another control.
+void PlaceInDialog(HWND control, HWND dialog, HWND behind);

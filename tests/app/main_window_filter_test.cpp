@@ -1,0 +1,399 @@
+// The filter as the main window has it: its button, its menu and its commands.
+#include <functional>
+
+#include "app/main_window_fixture.h"
+#include "mervane/db_categories.h"
+#include "res/resource.h"
+
+namespace {
+
+constexpr uint64_t kFirstOfMarch = 125'963'424'000'000'000; // 2000, in days since 1601
+constexpr uint64_t kDay = 864'000'000'000;
+
+// Waits for the next menu of this thread and works it: the action closes it.
+class MenuDriver {
+  public:
+    explicit MenuDriver(std::function<void(HMENU)> action) : m_action(std::move(action))
+    {
+        s_current = this;
+        m_timer = SetTimer(nullptr, 0, 10, OnTimer);
+    }
+    ~MenuDriver()
+    {
+        KillTimer(nullptr, m_timer);
+        s_current = nullptr;
+    }
+    MenuDriver(const MenuDriver&) = delete;
+    MenuDriver& operator=(const MenuDriver&) = delete;
+
+    bool Ran() const { return m_ran; }
+    RECT Place() const { return m_place; }
+
+  private:
+    static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD)
+    {
+        constexpr UINT kGetMenu = 0x01E1; // MN_GETHMENU
+        HWND window = FindWindowW(L"#32768", nullptr);
+        if (!window || !IsWindowVisible(window) || !s_current || s_current->m_ran)
+            return;
+        s_current->m_ran = true;
+        GetWindowRect(window, &s_current->m_place);
+        s_current->m_action(reinterpret_cast<HMENU>(SendMessageW(window, kGetMenu, 0, 0)));
+    }
+
+    static inline MenuDriver* s_current = nullptr;
+    std::function<void(HMENU)> m_action;
+    UINT_PTR m_timer = 0;
+    bool m_ran = false;
+    RECT m_place{};
+};
+
+class MainWindowFilter : public MainWindowTest {
+  protected:
+    MainWindowFilter()
+    {
+        App().Filter() = {};
+        EXPECT_EQ(m_categories.Open(), 1);
+    }
+    ~MainWindowFilter() override { App().Filter() = {}; }
+
+    CEOID AddCategory(const wchar_t* name)
+    {
+        const CEOID id = m_categories.Add(name);
+        EXPECT_EQ(m_categories.IncUse(id), 1);
+        return id;
+    }
+    // In the journal of the open window.
+    static void File(CEOID category, const wchar_t* subject)
+    {
+        DWORD ids[] = {1, category};
+        CEPROPVAL property{};
+        property.propid = kPropCategories;
+        property.val.blob = {sizeof ids, reinterpret_cast<BYTE*>(ids)};
+        ASSERT_NE(App().Journal().WriteRecord(AddEntry(subject, kFirstOfMarch), 1, &property), 0u);
+    }
+    std::wstring ButtonText() const
+    {
+        wchar_t text[100] = L"";
+        SendMessageW(Buttons(), TB_GETBUTTONTEXTW, 111, reinterpret_cast<LPARAM>(text));
+        return text;
+    }
+    // As the button's arrow does. A window manager that is late with the focus closes a menu: once more then.
+    void DropDown(const std::function<void(HMENU)>& action)
+    {
+        const MenuDriver driver(action);
+        NMTOOLBARW dropDown{};
+        dropDown.hdr = {Buttons(), 0, static_cast<UINT>(TBN_DROPDOWN)};
+        dropDown.iItem = 111;
+        for (int tries = 0; tries < 10 && !driver.Ran(); ++tries) {
+            EXPECT_EQ(SendMessageW(m_window.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&dropDown)),
+                      LRESULT{TBDDRET_DEFAULT});
+            PumpMessages();
+        }
+        EXPECT_TRUE(driver.Ran());
+        m_menuPlace = driver.Place();
+    }
+    // Chooses the item with this number of steps down; separators are stepped over.
+    void Choose(int steps)
+    {
+        DropDown([steps](HMENU) {
+            HWND menu = FindWindowW(L"#32768", nullptr);
+            for (int i = 0; i < steps; ++i)
+                PostMessageW(menu, WM_KEYDOWN, VK_DOWN, 0);
+            PostMessageW(menu, WM_KEYDOWN, VK_RETURN, 0);
+        });
+    }
+    // What the dialog of a command is called; it is left with the button.
+    std::wstring DialogOf(UINT command, int button, const std::function<void(HWND)>& action = nullptr)
+    {
+        std::wstring title;
+        const ModalDriver driver([&](HWND dialog) {
+            title = WindowText(dialog);
+            if (action)
+                action(dialog);
+            SendMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
+        });
+        Command(command);
+        EXPECT_TRUE(driver.Ran()) << command;
+        return title;
+    }
+    static void StoreMonths(DWORD months)
+    {
+        App().SetNumber(L"Filter", L"Active", 1);
+        App().SetNumber(L"Filter", L"fRange", 0);
+        App().SetNumber(L"Filter", L"fMonths", months);
+    }
+
+    DbCategories m_categories;
+    RECT m_menuPlace{};
+};
+
+TEST_F(MainWindowFilter, AStoredFilterIsInForceFromTheStart)
+{
+    StoreMonths(0x4);
+    Create();
+    EXPECT_EQ(ButtonText(), L"March");
+    AddEntry(L"March", kFirstOfMarch + 30 * kDay);
+    AddEntry(L"April", kFirstOfMarch + 31 * kDay);
+    m_window.List().Refresh();
+    EXPECT_EQ(Rows(), 1);
+}
+
+TEST_F(MainWindowFilter, TheButtonKeepsItsWidthWhateverItReads)
+{
+    StoreMonths(0xC);
+    Create();
+    EXPECT_EQ(ButtonText(), L"Months...");
+    TBBUTTONINFOW info{};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_SIZE;
+    SendMessageW(Buttons(), TB_GETBUTTONINFOW, 111, reinterpret_cast<LPARAM>(&info));
+    const WORD before = info.cx;
+    App().Filter() = {};
+    Command(123);
+    EXPECT_EQ(ButtonText(), L"None");
+    SendMessageW(Buttons(), TB_GETBUTTONINFOW, 111, reinterpret_cast<LPARAM>(&info));
+    EXPECT_EQ(info.cx, before);
+}
+
+TEST_F(MainWindowFilter, AnAmpersandInItsTextIsOne)
+{
+    Create();
+    TBBUTTONINFOW info{};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_STYLE;
+    SendMessageW(Buttons(), TB_GETBUTTONINFOW, 111, reinterpret_cast<LPARAM>(&info));
+    EXPECT_TRUE(info.fsStyle & BTNS_NOPREFIX);
+}
+
+TEST_F(MainWindowFilter, TheArrowOpensTheMenuBelowTheButton)
+{
+    Create();
+    int items = 0;
+    DropDown([&items](HMENU menu) {
+        items = GetMenuItemCount(menu);
+        EndMenu();
+    });
+    EXPECT_EQ(items, 5);
+    RECT button{};
+    SendMessageW(Buttons(), TB_GETRECT, 111, reinterpret_cast<LPARAM>(&button));
+    MapWindowPoints(Buttons(), nullptr, reinterpret_cast<POINT*>(&button), 2);
+    EXPECT_GE(m_menuPlace.top, button.bottom);
+    EXPECT_EQ(m_menuPlace.left, button.left);
+    EXPECT_EQ(ButtonText(), L"None");
+}
+
+TEST_F(MainWindowFilter, AChosenCategoryFiltersTheRowsAndStoresNothing)
+{
+    AddCategory(L"Garden");
+    const CEOID work = AddCategory(L"Work");
+    Create();
+    File(work, L"One");
+    AddEntry(L"Two", kFirstOfMarch);
+    m_window.List().Refresh();
+    ASSERT_EQ(Rows(), 2);
+    Choose(2);
+    EXPECT_EQ(ButtonText(), L"Work");
+    EXPECT_EQ(Rows(), 1);
+    EXPECT_TRUE(App().Filter().categories.Find(work));
+    for (const wchar_t* name : {L"Active", L"fRange", L"fMonths"})
+        EXPECT_EQ(App().GetNumber(L"Filter", name, 0xDEAD), 0xDEADu);
+    bool isChecked = false;
+    DropDown([&isChecked](HMENU menu) {
+        isChecked = GetMenuState(menu, 151, MF_BYCOMMAND) & MF_CHECKED;
+        EndMenu();
+    });
+    EXPECT_TRUE(isChecked);
+    EXPECT_EQ(Rows(), 1) << "nothing was chosen";
+}
+
+TEST_F(MainWindowFilter, EveryChosenCommandIsSent)
+{
+    AddCategory(L"Garden");
+    Create();
+    {
+        std::wstring title;
+        const ModalDriver driver([&](HWND dialog) {
+            title = WindowText(dialog);
+            SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+        });
+        Choose(3); // behind the category and "<New Category>"
+        EXPECT_EQ(title, L"Filter on Categories...");
+    }
+    {
+        std::wstring title;
+        const ModalDriver driver([&](HWND dialog) {
+            title = WindowText(dialog);
+            SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+        });
+        Choose(4);
+        EXPECT_EQ(title, L"Filter on Months...");
+    }
+    App().Filter().active = true;
+    App().Filter().monthMask = 1;
+    Choose(5);
+    EXPECT_FALSE(App().Filter().active) << "cleared";
+}
+
+TEST_F(MainWindowFilter, KeysOpenTheMenu)
+{
+    HWND window = Create();
+    struct Key {
+        UINT message;
+        WPARAM key;
+        bool opens;
+    };
+    const Key keys[] = {{WM_KEYDOWN, VK_F4, true},
+                        {WM_SYSKEYDOWN, VK_DOWN, true},
+                        {WM_KEYDOWN, VK_DOWN, false},
+                        {WM_SYSKEYDOWN, VK_F4, false},
+                        {WM_KEYUP, VK_F4, false}};
+    for (const Key& key : keys) {
+        const MenuDriver driver([](HMENU) { EndMenu(); });
+        MSG message{};
+        message.hwnd = List();
+        message.message = key.message;
+        message.wParam = key.key;
+        for (int tries = 0; tries < 10 && !driver.Ran(); ++tries) {
+            EXPECT_EQ(m_window.TranslateMenuKey(message), key.opens) << key.message << " " << key.key;
+            PumpMessages();
+        }
+        EXPECT_EQ(driver.Ran(), key.opens) << key.message << " " << key.key;
+    }
+    const TestParent other;
+    MSG message{};
+    message.hwnd = other.Handle();
+    message.message = WM_KEYDOWN;
+    message.wParam = VK_F4;
+    EXPECT_FALSE(m_window.TranslateMenuKey(message)) << "another window's key";
+    EXPECT_TRUE(IsWindow(window));
+}
+
+TEST_F(MainWindowFilter, TheDialogsChoiceShowsAtOnce)
+{
+    Create();
+    Command(121); // at a first start it is a range that counts
+    AddEntry(L"March", kFirstOfMarch);
+    AddEntry(L"April", kFirstOfMarch + 31 * kDay);
+    m_window.List().Refresh();
+    const auto checkApril = [](HWND dialog) {
+        ListView_SetCheckState(GetDlgItem(dialog, IDC_MONTH_LIST), 3, TRUE);
+    };
+    EXPECT_EQ(DialogOf(120, IDOK, checkApril), L"Filter on Months...");
+    EXPECT_EQ(ButtonText(), L"April");
+    EXPECT_EQ(Rows(), 1);
+    const auto checkMarch = [](HWND dialog) {
+        ListView_SetCheckState(GetDlgItem(dialog, IDC_MONTH_LIST), 2, TRUE);
+    };
+    DialogOf(120, IDCANCEL, checkMarch);
+    EXPECT_EQ(ButtonText(), L"April");
+    EXPECT_EQ(Rows(), 1);
+    DialogOf(120, IDOK, checkMarch);
+    EXPECT_EQ(ButtonText(), L"Months...");
+    EXPECT_EQ(Rows(), 2);
+}
+
+TEST_F(MainWindowFilter, CategoriesAreChosenInTheDialogToo)
+{
+    const CEOID work = AddCategory(L"Work");
+    AddCategory(L"Zoo");
+    Create();
+    File(work, L"One");
+    AddEntry(L"Two", kFirstOfMarch);
+    const auto turn = [](int item) {
+        return [item](HWND dialog) {
+            HWND list = GetDlgItem(dialog, IDC_FILTER_CATEGORY_LIST);
+            const BOOL isChecked = ListView_GetCheckState(list, item) != 0;
+            ListView_SetCheckState(list, item, isChecked ? FALSE : TRUE);
+        };
+    };
+    EXPECT_EQ(DialogOf(118, IDOK, turn(0)), L"Filter on Categories...");
+    EXPECT_EQ(ButtonText(), L"Work");
+    EXPECT_EQ(Rows(), 1);
+    DialogOf(118, IDOK, turn(1));
+    EXPECT_EQ(ButtonText(), L"Multiple...");
+    DialogOf(118, IDOK, turn(0));
+    EXPECT_EQ(ButtonText(), L"Zoo");
+    EXPECT_EQ(Rows(), 0);
+    DialogOf(118, IDOK, turn(1));
+    EXPECT_EQ(ButtonText(), L"None");
+    EXPECT_EQ(Rows(), 2);
+}
+
+TEST_F(MainWindowFilter, ClearShowsAllAgain)
+{
+    StoreMonths(0x4);
+    Create();
+    AddEntry(L"April", kFirstOfMarch + 31 * kDay);
+    m_window.List().Refresh();
+    ASSERT_EQ(Rows(), 0);
+    Command(121);
+    EXPECT_EQ(ButtonText(), L"None");
+    EXPECT_EQ(Rows(), 1);
+    EXPECT_EQ(App().GetNumber(L"Filter", L"Active", 9), 0u);
+    EXPECT_EQ(App().GetNumber(L"Filter", L"fMonths", 9), 0u);
+    EXPECT_EQ(App().GetNumber(L"Filter", L"fRange", 9), 1u);
+}
+
+TEST_F(MainWindowFilter, AfterClearTheDialogStartsWithoutAMonth)
+{
+    StoreMonths(0x4);
+    Create();
+    Command(121);
+    DialogOf(120, IDCANCEL, [](HWND dialog) {
+        EXPECT_FALSE(IsDlgButtonChecked(dialog, 1201)) << "months, though a range is stored";
+        EXPECT_FALSE(ListView_GetCheckState(GetDlgItem(dialog, IDC_MONTH_LIST), 2));
+    });
+    App().SetNumber(L"Options", L"RememberFilter", 1);
+    StoreMonths(0x4);
+    Command(121);
+    DialogOf(120, IDCANCEL, [](HWND dialog) {
+        EXPECT_FALSE(IsDlgButtonChecked(dialog, 1201));
+        EXPECT_TRUE(ListView_GetCheckState(GetDlgItem(dialog, IDC_MONTH_LIST), 2)) << "remembered";
+    });
+}
+
+TEST_F(MainWindowFilter, ARenamedCategoryShowsOnTheButton)
+{
+    const CEOID work = AddCategory(L"Work");
+    HWND window = Create();
+    Choose(1);
+    ASSERT_EQ(ButtonText(), L"Work");
+    ASSERT_EQ(m_categories.Rename(work, L"Lab"), 1);
+    SendMessageW(window, 1125, 15, 0);
+    EXPECT_EQ(ButtonText(), L"Lab");
+}
+
+TEST_F(MainWindowFilter, ADeletedCategoryIsNoFilter)
+{
+    const CEOID work = AddCategory(L"Work");
+    HWND window = Create();
+    File(work, L"One");
+    AddEntry(L"Two", kFirstOfMarch);
+    Choose(1);
+    ASSERT_EQ(Rows(), 1);
+    ASSERT_NE(m_categories.DeleteRecord(work), 0);
+    SendMessageW(window, 1125, 15, 0);
+    EXPECT_EQ(ButtonText(), L"None");
+    EXPECT_FALSE(App().Filter().active);
+    EXPECT_EQ(Rows(), 2);
+}
+
+// The dialog of the categories' list, and the editor, can delete and rename them.
+TEST_F(MainWindowFilter, EveryCommandBringsTheButtonUpToDate)
+{
+    const CEOID work = AddCategory(L"Work");
+    Create();
+    File(work, L"One");
+    AddEntry(L"Two", kFirstOfMarch);
+    Choose(1);
+    const auto rename = [&](HWND) { EXPECT_EQ(m_categories.Rename(work, L"Lab"), 1); };
+    DialogOf(100, IDCANCEL, rename);
+    EXPECT_EQ(ButtonText(), L"Lab");
+    const auto remove = [&](HWND) { EXPECT_NE(m_categories.DeleteRecord(work), 0); };
+    DialogOf(103, IDOK, remove);
+    EXPECT_EQ(ButtonText(), L"None");
+    EXPECT_EQ(Rows(), 2);
+}
+
+} // namespace

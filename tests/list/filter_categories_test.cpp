@@ -1,0 +1,99 @@
+#include "list/filter_categories.h"
+
+#include "list/filter_fixture.h"
+#include "list/filter_text.h"
+
+namespace {
+
+std::vector<std::wstring> OfferedNames()
+{
+    std::vector<std::wstring> names;
+    for (const OfferedCategory& category : OfferedCategories())
+        names.push_back(category.name);
+    return names;
+}
+
+TEST_F(FilterTest, OfTheCategoriesThoseInUseAreOfferedInTheirOrder)
+{
+    AddCategory(L"Work", 3);
+    AddCategory(L"Idle", 0);
+    const CEOID garden = AddCategory(L"Garden");
+    EXPECT_EQ(OfferedNames(), (std::vector<std::wstring>{L"Garden", L"Work"}));
+    EXPECT_EQ(OfferedCategories()[0].id, garden);
+}
+
+TEST_F(FilterTest, OnlyTheFirstEightCategoriesAreOffered)
+{
+    for (const wchar_t* name : {L"i", L"h", L"g", L"f", L"e", L"d", L"c", L"b"})
+        AddCategory(name);
+    EXPECT_EQ(OfferedNames().size(), 8u);
+    AddCategory(L"a");
+    AddCategory(L"0 unused", 0);
+    EXPECT_EQ(OfferedNames(), (std::vector<std::wstring>{L"a", L"b", L"c", L"d", L"e", L"f", L"g", L"h"}))
+        << "those that are not in use do not count";
+}
+
+TEST_F(FilterTest, AHiddenCategoryInUseIsOffered)
+{
+    Hide(AddCategory(L"Old"));
+    EXPECT_EQ(OfferedNames(), std::vector<std::wstring>{L"Old"});
+}
+
+TEST_F(FilterTest, ManyUsesCountAsUses)
+{
+    const CEOID id = AddCategory(L"Work", 0);
+    CEPROPVAL uses{};
+    uses.propid = kCategoryUses;
+    uses.val.iVal = 32767;
+    ASSERT_EQ(m_categories.WriteRecord(id, 1, &uses), id);
+    m_categories.IncUse(id);
+    EXPECT_EQ(OfferedNames().size(), 1u);
+}
+
+TEST_F(FilterTest, AChosenCategoryReplacesTheFilter)
+{
+    FilterState filter = OnCategories({4, 5});
+    filter.active = filter.categoriesMode = false;
+    FilterOnCategory(7, &filter);
+    EXPECT_TRUE(filter.active);
+    EXPECT_TRUE(filter.categoriesMode);
+    ASSERT_EQ(filter.categories.Count(), 1u);
+    EXPECT_EQ(filter.categories.GetItem(0)->id, 7u);
+}
+
+TEST_F(FilterTest, CategoriesThatAreGoneLeaveTheFilter)
+{
+    const CEOID work = AddCategory(L"Work"), garden = AddCategory(L"Garden");
+    FilterState filter = OnCategories({work, garden});
+    EXPECT_FALSE(DropGoneCategories(&filter));
+    EXPECT_EQ(filter.categories.Count(), 2u);
+    ASSERT_NE(m_categories.DeleteRecord(work), 0);
+    EXPECT_TRUE(DropGoneCategories(&filter));
+    EXPECT_FALSE(filter.categories.Find(work));
+    EXPECT_TRUE(filter.categories.Find(garden));
+    EXPECT_EQ(FilterText(&filter), L"Garden");
+}
+
+TEST_F(FilterTest, AHiddenCategoryStaysInTheFilter)
+{
+    const CEOID work = AddCategory(L"Work");
+    FilterState filter = OnCategories({work});
+    Hide(work);
+    EXPECT_FALSE(DropGoneCategories(&filter));
+    EXPECT_EQ(FilterText(&filter), L"Work");
+}
+
+class NoCategories : public testing::Test {};
+
+TEST_F(NoCategories, CanBeOpenedSoNoneAreOfferedOrDropped)
+{
+    const NoStore none;
+    EXPECT_TRUE(OfferedCategories().empty());
+    EXPECT_EQ(CategoryName(1), L"");
+    FilterState filter;
+    filter.categories.Push({1, 0});
+    EXPECT_FALSE(DropGoneCategories(&filter));
+    EXPECT_EQ(filter.categories.Count(), 1u);
+}
+
+} // namespace

@@ -1,0 +1,46 @@
+#include "list/filter_fixture.h"
+
+FilterTest::FilterTest()
+{
+    EXPECT_EQ(m_categories.Open(), 1);
+}
+
+CEOID FilterTest::AddCategory(const wchar_t* name, int uses)
+{
+    const CEOID id = m_categories.Add(name);
+    EXPECT_NE(id, 0u);
+    for (int i = 0; i < uses; ++i)
+        EXPECT_EQ(m_categories.IncUse(id), 1);
+    return id;
+}
+
+FilterState FilterTest::OnCategories(std::initializer_list<CEOID> ids)
+{
+    FilterState filter;
+    filter.active = filter.categoriesMode = true;
+    for (const CEOID id : ids)
+        filter.categories.Push({id, 0});
+    return filter;
+}
+
+FilterState FilterTest::OnMonths(DWORD months)
+{
+    FilterState filter;
+    filter.active = true;
+    filter.monthMask = months;
+    return filter;
+}
+
+// A folder is in the file's place.
+NoStore::NoStore()
+{
+    wchar_t folder[MAX_PATH];
+    GetTempPathW(MAX_PATH, folder);
+    GetEnvironmentVariableW(L"MERVANE_STORE", m_before, MAX_PATH);
+    SetEnvironmentVariableW(L"MERVANE_STORE", folder);
+}
+
+NoStore::~NoStore()
+{
+    SetEnvironmentVariableW(L"MERVANE_STORE", m_before);
+}

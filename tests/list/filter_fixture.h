@@ -1,0 +1,30 @@
+// A journal with categories of a test's own.
+#pragma once
+
+#include "list/journal_fixture.h"
+#include "mervane/db_categories.h"
+
+class FilterTest : public JournalTest {
+  protected:
+    FilterTest();
+
+    // A category that so many entries use.
+    CEOID AddCategory(const wchar_t* name, int uses = 1);
+    void Hide(CEOID category) { EXPECT_EQ(m_categories.SetHidden(category, true), 1); }
+    static FilterState OnCategories(std::initializer_list<CEOID> ids);
+    static FilterState OnMonths(DWORD months);
+
+    DbCategories m_categories;
+};
+
+// While it lives, no database can be opened. For tests that have none open.
+class NoStore {
+  public:
+    NoStore();
+    ~NoStore();
+    NoStore(const NoStore&) = delete;
+    NoStore& operator=(const NoStore&) = delete;
+
+  private:
+    wchar_t m_before[MAX_PATH] = L"";
+};
