@@ -7,6 +7,7 @@
 #include "app/main_window.h"
 #include "editor/quick_subjects_dialog.h"
 #include "list/entry_commands.h"
+#include "options/options_dialog.h"
 #include "res/resource.h"
 #include "ui/launch.h"
 
@@ -48,6 +49,10 @@ void RunClearCategories(MainWindow& window, UINT)
 {
     ClearCategories(window.List());
 }
+void RunOptionsDialog(MainWindow& window, UINT)
+{
+    RunOptions(window.Handle());
+}
 void RunCompanion(MainWindow& window, UINT command)
 {
     LaunchCompanionOf(command, window.Handle());
@@ -78,7 +83,7 @@ constexpr Command kCommands[] = {
     {CMD_INBOX, RunCompanion},
     {CMD_TASKS, RunCompanion},
     {CMD_FIND, nullptr},
-    {CMD_OPTIONS, nullptr},
+    {CMD_OPTIONS, RunOptionsDialog},
     {CMD_FILTER_CATEGORIES, nullptr},
     {CMD_FILTER_MONTHS, nullptr},
     {CMD_CLEAR_FILTER, nullptr},
