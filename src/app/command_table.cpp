@@ -7,6 +7,7 @@
 #include "app/main_window.h"
 #include "editor/quick_subjects_dialog.h"
 #include "list/entry_commands.h"
+#include "options/options_dialog.h"
 #include "res/resource.h"
 #include "ui/launch.h"
 
@@ -47,6 +48,10 @@ void RunCustomizeColumns(MainWindow& window, UINT)
 void RunClearCategories(MainWindow& window, UINT)
 {
     ClearCategories(window.List());
+}
+void RunOptionsDialog(MainWindow& window, UINT)
+{
+    RunOptions(window.Handle());
 }
 void RunCompanion(MainWindow& window, UINT command)
 {
@@ -90,7 +95,7 @@ constexpr Command kCommands[] = {
     {CMD_INBOX, RunCompanion},
     {CMD_TASKS, RunCompanion},
     {CMD_FIND, nullptr},
-    {CMD_OPTIONS, nullptr},
+    {CMD_OPTIONS, RunOptionsDialog},
     {CMD_FILTER_CATEGORIES, RunFilterCategories},
     {CMD_FILTER_MONTHS, RunFilterMonths},
     {CMD_CLEAR_FILTER, RunClearFilter},

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include "app/main_window.h"
+#include "options/password.h"
 #include "res/resource.h"
 #include "ui/program_icon.h"
 
@@ -66,6 +67,8 @@ int JournalApp::InitInstance(HINSTANCE instance, int showCommand)
     if (BringRunningCopyForward())
         return 0;
     if (!MainWindow::RegisterWindowClass(instance) || !InitControls())
+        return 0;
+    if (!UnlockAtStart(*this))
         return 0;
     m_mainWindow = {new MainWindow, [](MainWindow* window) { delete window; }};
     if (!m_mainWindow->Create(instance)) {

@@ -3,9 +3,7 @@
 #include "res/resource.h"
 
 namespace {
-constexpr const wchar_t* kDispCats = L"DispCats";
 constexpr const wchar_t* kDynSip = L"DynSIP";
-constexpr const wchar_t* kConfirmDelete = L"ConfirmDelete";
 constexpr const wchar_t* kZoom = L"iZoom";
 constexpr const wchar_t* kLastType = L"selType";
 } // namespace

@@ -5,6 +5,10 @@
 
 #include "app/registry_store.h"
 
+// Of the subkey Options; the Options dialog stores them.
+constexpr const wchar_t* kDispCats = L"DispCats";
+constexpr const wchar_t* kConfirmDelete = L"ConfirmDelete";
+
 bool ShowsCategories(const RegistryStore& settings);
 bool UsesInputPanel(const RegistryStore& settings);
 // Whether to ask before something is deleted.

@@ -10,8 +10,7 @@ constexpr const wchar_t* kRange = L"fRange";
 constexpr DWORD kRangeDefault = 1;
 constexpr const wchar_t* kMonths = L"fMonths";
 constexpr DWORD kAllMonths = (1u << kMonthCount) - 1;
-constexpr const wchar_t* kRememberFilter = L"RememberFilter"; // in Options
-constexpr DWORD kRememberFilterDefault = 0;                   // here; the user's own view of it has another
+constexpr DWORD kRememberFilterDefault = 0; // here; the user's own view of it has another
 
 // A day of the range, as the two halves of a FILETIME. Zero: never set.
 struct StoredDay {

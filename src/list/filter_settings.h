@@ -5,6 +5,9 @@
 #include "app/registry_store.h"
 #include "list/filter_state.h"
 
+// Of the subkey Options; the Options dialog stores it.
+constexpr const wchar_t* kRememberFilter = L"RememberFilter";
+
 // Whether a day of the range was ever set.
 inline bool IsSet(const SYSTEMTIME& day)
 {

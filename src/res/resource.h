@@ -163,4 +163,19 @@
 #define IDC_MONTH_LIST 116
 #define IDC_FILTER_CATEGORY_LIST 117 /* free choice */
 
+/* Options (template 103) */
+#define IDD_OPTIONS 103
+#define IDC_CONFIRM_DELETE 1010
+#define IDC_OPEN_ON_FIND 1011
+#define IDC_USE_INPUT_PANEL 1012
+#define IDC_SHOW_CATEGORIES 1014
+#define IDC_CLEAR_PASSWORD 1017
+#define IDC_SET_PASSWORD 1018
+#define IDC_PASSWORD_STATUS 1019
+#define IDC_REMEMBER_FILTER 1202
+
+/* Password prompt (template 105) */
+#define IDD_PASSWORD 105
+#define IDC_PASSWORD 1018
+
 #endif

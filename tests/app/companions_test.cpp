@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/command_line_file.h"
 #include "support/import_watch.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
@@ -75,52 +76,21 @@ TEST(Launch, HelpTopicsAreTheGivenCommandLines)
     EXPECT_STREQ(kHelpEntry, L"pellwyn.htp#Entry_Window");
 }
 
-// A program that writes down the command line it was started with.
-class StartedProgram : public testing::Test {
-  protected:
-    StartedProgram()
-    {
-        wchar_t folder[MAX_PATH];
-        GetTempPathW(MAX_PATH, folder);
-        m_path = std::wstring(folder) + L"command-line-" + std::to_wstring(GetCurrentProcessId());
-        DeleteFileW(m_path.c_str());
-        SetEnvironmentVariableW(L"COMMAND_LINE_FILE", m_path.c_str());
-    }
-    ~StartedProgram() override
-    {
-        SetEnvironmentVariableW(L"COMMAND_LINE_FILE", nullptr);
-        DeleteFileW(m_path.c_str());
-    }
-
-    // What it wrote, once it has; it closes with a line end.
-    std::wstring CommandLine() const
-    {
-        std::string bytes;
-        EXPECT_TRUE(PumpUntil([&] {
-            bytes = ReadFileBytes(m_path);
-            return bytes.size() >= 2 && bytes[bytes.size() - 2] == '\n';
-        }));
-        std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
-        memcpy(text.data(), bytes.data(), text.size() * sizeof(wchar_t));
-        return text.substr(0, text.find(L'\n'));
-    }
-
-    std::wstring m_path;
-};
-
-TEST_F(StartedProgram, GetsTheCommandLineAsItStands)
+TEST(StartedProgram, GetsTheCommandLineAsItStands)
 {
+    const CommandLineFile file;
     const MessageBoxAnswerer answerer;
     LaunchCompanion({L"command_line_writer.exe", L"My Handheld PC", L"", L""}, nullptr);
-    EXPECT_EQ(CommandLine(), L"My Handheld PC");
+    EXPECT_EQ(file.Read(), L"My Handheld PC");
     EXPECT_TRUE(answerer.Boxes().empty());
 }
 
-TEST_F(StartedProgram, WithoutACommandLineGetsNoArguments)
+TEST(StartedProgram, WithoutACommandLineGetsNoArguments)
 {
+    const CommandLineFile file;
     const MessageBoxAnswerer answerer;
     LaunchCompanion({L"command_line_writer.exe", nullptr, L"", L""}, nullptr);
-    const std::wstring commandLine = CommandLine();
+    const std::wstring commandLine = file.Read();
     EXPECT_TRUE(commandLine.ends_with(L"command_line_writer.exe") ||
                 commandLine.ends_with(L"command_line_writer.exe\""));
     EXPECT_TRUE(answerer.Boxes().empty());

@@ -1,0 +1,64 @@
+#include "options/password.h"
+
+namespace {
+
+constexpr const wchar_t* kText = L"vacc"; // as typed
+constexpr const wchar_t* kIsSet = L"setpw";
+constexpr const wchar_t* kAskAtStart = L"Password";
+constexpr int kAttempts = 3;
+
+bool IsSame(const std::wstring& a, const std::wstring& b)
+{
+    return CompareStringW(LOCALE_SYSTEM_DEFAULT, 0, a.c_str(), -1, b.c_str(), -1) == CSTR_EQUAL;
+}
+
+std::wstring StoredText(const RegistryStore& settings)
+{
+    wchar_t text[kSettingTextSize];
+    settings.GetString(kOptions, kText, L"", text);
+    return text;
+}
+
+} // namespace
+
+bool IsPasswordSet(const RegistryStore& settings)
+{
+    return settings.GetNumber(kOptions, kIsSet, 0) != 0;
+}
+
+bool CheckPassword(HWND owner, const RegistryStore& settings)
+{
+    std::wstring text;
+    return AskPassword(owner, PasswordMode::Check, &text) && IsSame(text, StoredText(settings));
+}
+
+bool SetNewPassword(HWND owner, RegistryStore& settings)
+{
+    std::wstring text, again;
+    if (!AskPassword(owner, PasswordMode::New, &text) || !AskPassword(owner, PasswordMode::Again, &again) ||
+        !IsSame(text, again))
+        return false;
+    settings.SetNumber(kOptions, kIsSet, 1);
+    settings.SetString(kOptions, kText, text.c_str());
+    return true;
+}
+
+bool ClearPassword(RegistryStore& settings)
+{
+    return settings.SetNumber(kOptions, kIsSet, 0) && settings.SetString(kOptions, kText, L"");
+}
+
+void StoreAskAtStart(RegistryStore& settings, bool ask)
+{
+    settings.SetNumber(kOptions, kAskAtStart, ask);
+}
+
+bool UnlockAtStart(const RegistryStore& settings)
+{
+    if (!settings.GetNumber(kOptions, kAskAtStart, 0))
+        return true;
+    for (int attempt = 0; attempt < kAttempts; ++attempt)
+        if (CheckPassword(nullptr, settings))
+            return true;
+    return false;
+}

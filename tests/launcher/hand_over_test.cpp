@@ -1,0 +1,178 @@
+#include "launcher/hand_over.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+#include <shlwapi.h>
+
+#include <string>
+#include <vector>
+
+#include "support/command_line_file.h"
+#include "support/test_windows.h"
+#include "util/owners.h"
+
+namespace {
+
+constexpr const wchar_t* kCalendars = L"Software\\Clients\\Calendar";
+constexpr const wchar_t* kMails = L"Software\\Clients\\Mail";
+
+void SetText(HKEY root, const std::wstring& key, const wchar_t* name, const std::wstring& text,
+             DWORD type = REG_SZ)
+{
+    ASSERT_EQ(SHSetValueW(root, key.c_str(), name, type, text.c_str(),
+                          static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t))),
+              ERROR_SUCCESS);
+}
+
+std::wstring Quoted(const std::wstring& path)
+{
+    return L"\"" + path + L"\"";
+}
+
+// What the user has installed: nothing at first.
+class HandOverTest : public testing::Test {
+  protected:
+    HandOverTest() { RemoveAll(); }
+    ~HandOverTest() override { RemoveAll(); }
+
+    static void SetClient(const wchar_t* type, const std::wstring& command, DWORD kind = REG_SZ)
+    {
+        SetText(HKEY_CURRENT_USER, type, nullptr, L"Some Client");
+        SetText(HKEY_CURRENT_USER, std::wstring(type) + L"\\Some Client\\shell\\open\\command", nullptr,
+                command, kind);
+    }
+    void SetProtocol(const wchar_t* scheme)
+    {
+        m_schemes.push_back(scheme);
+        SetText(HKEY_CLASSES_ROOT, scheme, L"URL Protocol", L"");
+        SetText(HKEY_CLASSES_ROOT, std::wstring(scheme) + L"\\shell\\open\\command", nullptr,
+                Quoted(CommandLineFile::ProgramPath()) + L" \"%1\"");
+    }
+
+    CommandLineFile m_file;
+
+  private:
+    void RemoveAll()
+    {
+        for (const wchar_t* type : {kCalendars, kMails})
+            SHDeleteKeyW(HKEY_CURRENT_USER, type);
+        for (const wchar_t* scheme : m_schemes)
+            SHDeleteKeyW(HKEY_CLASSES_ROOT, scheme);
+    }
+
+    std::vector<const wchar_t*> m_schemes;
+};
+
+TEST_F(HandOverTest, TheDefaultProgramOfATypeComesFirst)
+{
+    SetClient(kCalendars, Quoted(CommandLineFile::ProgramPath()) + L" calendar");
+    SetProtocol(L"outlookcal");
+    EXPECT_TRUE(HandOver(kCalendarErrand));
+    EXPECT_EQ(m_file.Read(), Quoted(CommandLineFile::ProgramPath()) + L" calendar");
+}
+
+TEST_F(HandOverTest, TheMailProgramIsTheMailsOwn)
+{
+    SetClient(kCalendars, Quoted(CommandLineFile::ProgramPath()) + L" calendar");
+    SetClient(kMails, Quoted(CommandLineFile::ProgramPath()) + L" mail");
+    EXPECT_TRUE(HandOver(kMailErrand));
+    EXPECT_EQ(m_file.Read(), Quoted(CommandLineFile::ProgramPath()) + L" mail");
+}
+
+TEST_F(HandOverTest, VariablesOfACommandAreFilledIn)
+{
+    SetEnvironmentVariableW(L"HAND_OVER_TEST", CommandLineFile::ProgramPath().c_str());
+    SetClient(kCalendars, L"\"%HAND_OVER_TEST%\" filled", REG_EXPAND_SZ);
+    EXPECT_TRUE(HandOver(kCalendarErrand));
+    EXPECT_EQ(m_file.Read(), Quoted(CommandLineFile::ProgramPath()) + L" filled");
+    SetEnvironmentVariableW(L"HAND_OVER_TEST", nullptr);
+}
+
+TEST_F(HandOverTest, WithoutADefaultProgramTheProtocolsAreTried)
+{
+    SetProtocol(L"outlookcal");
+    EXPECT_TRUE(HandOver(kCalendarErrand));
+    EXPECT_EQ(m_file.Read(), Quoted(CommandLineFile::ProgramPath()) + L" \"outlookcal:\"");
+}
+
+TEST_F(HandOverTest, MailFallsBackToItsProtocols)
+{
+    SetProtocol(L"outlookmail");
+    EXPECT_TRUE(HandOver(kMailErrand));
+    EXPECT_EQ(m_file.Read(), Quoted(CommandLineFile::ProgramPath()) + L" \"outlookmail:\"");
+}
+
+TEST_F(HandOverTest, TasksHaveAProtocolAndElseTheCalendar)
+{
+    SetClient(kCalendars, Quoted(CommandLineFile::ProgramPath()) + L" calendar");
+    EXPECT_TRUE(HandOver(kTasksErrand));
+    EXPECT_EQ(m_file.Read(), Quoted(CommandLineFile::ProgramPath()) + L" calendar");
+    SetProtocol(L"ms-to-do");
+    const CommandLineFile second;
+    EXPECT_TRUE(HandOver(kTasksErrand));
+    EXPECT_EQ(second.Read(), Quoted(CommandLineFile::ProgramPath()) + L" \"ms-to-do:\"");
+}
+
+TEST_F(HandOverTest, ADefaultProgramThatIsGoneIsPassedOver)
+{
+    for (const std::wstring command : {L"\"C:\\no such program.exe\"", L"", L"\""}) {
+        SetClient(kCalendars, command);
+        EXPECT_FALSE(HandOver(kCalendarErrand)) << command;
+    }
+    SetText(HKEY_CURRENT_USER, kCalendars, nullptr, L"Another Client");
+    EXPECT_FALSE(HandOver(kCalendarErrand)) << "a name without a command";
+    SetProtocol(L"outlookcal");
+    EXPECT_TRUE(HandOver(kCalendarErrand));
+    EXPECT_NE(m_file.Read(), L"");
+}
+
+TEST_F(HandOverTest, WhatIsNoTextOrTooLongIsNoCommand)
+{
+    SetClient(kCalendars, Quoted(CommandLineFile::ProgramPath()), REG_BINARY);
+    EXPECT_FALSE(HandOver(kCalendarErrand));
+    SetClient(kCalendars, Quoted(CommandLineFile::ProgramPath()) + L" " + std::wstring(40'000, L'x'));
+    EXPECT_FALSE(HandOver(kCalendarErrand));
+}
+
+TEST_F(HandOverTest, ASchemeThatIsNoProtocolIsNotOpened)
+{
+    SetProtocol(L"outlookcal");
+    SHDeleteValueW(HKEY_CLASSES_ROOT, L"outlookcal", L"URL Protocol");
+    EXPECT_FALSE(HandOver(kCalendarErrand));
+}
+
+TEST_F(HandOverTest, ThatThereIsNothingIsSaidPlainly)
+{
+    const MessageBoxAnswerer boxes;
+    EXPECT_EQ(RunErrand(kCalendarErrand), 1);
+    EXPECT_EQ(RunErrand(kTasksErrand), 1);
+    ASSERT_EQ(boxes.Boxes().size(), 2u);
+    EXPECT_EQ(boxes.Boxes()[0].caption, L"Calendar");
+    EXPECT_EQ(boxes.Boxes()[0].text,
+              L"There is no calendar program on this computer that the journal could open.");
+    EXPECT_EQ(boxes.Boxes()[0].owner, nullptr);
+    EXPECT_EQ(boxes.Boxes()[0].answers, std::vector<int>{IDOK});
+    EXPECT_EQ(boxes.Boxes()[1].caption, L"Tasks");
+    EXPECT_EQ(boxes.Boxes()[1].text,
+              L"There is no program for tasks on this computer that the journal could open.");
+}
+
+TEST_F(HandOverTest, AWayThatLeadsSomewhereSaysNothing)
+{
+    SetClient(kCalendars, Quoted(CommandLineFile::ProgramPath()));
+    const MessageBoxAnswerer boxes;
+    EXPECT_EQ(RunErrand(kCalendarErrand), 0);
+    EXPECT_NE(m_file.Read(), L"");
+    EXPECT_TRUE(boxes.Boxes().empty());
+}
+
+TEST(Launchers, EachIsAProgramOfItsOwn)
+{
+    const std::wstring path = CommandLineFile::ProgramPath();
+    const std::wstring folder = path.substr(0, path.find_last_of(L'\\') + 1);
+    for (const wchar_t* name : {L"calendar.exe", L"pmail.exe", L"tasks.exe", L"iexplorm.exe"})
+        EXPECT_NE(GetFileAttributesW((folder + name).c_str()), INVALID_FILE_ATTRIBUTES) << name;
+}
+
+} // namespace

@@ -1,0 +1,254 @@
+#include "options/password.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+#include "app/journal_app.h"
+#include "options/prompt_answerer.h"
+#include "res/resource.h"
+#include "support/test_store.h"
+#include "support/test_windows.h"
+#include "ui/work_area.h"
+
+namespace {
+
+using Titles = std::vector<std::wstring>;
+
+constexpr std::nullopt_t kCancel = std::nullopt;
+
+std::wstring StoredText()
+{
+    wchar_t text[kSettingTextSize];
+    App().GetString(L"Options", L"vacc", L"(none)", text);
+    return text;
+}
+
+DWORD Stored(const wchar_t* name)
+{
+    return App().GetNumber(L"Options", name, 0xDEAD);
+}
+
+void Store(const wchar_t* text)
+{
+    App().SetNumber(L"Options", L"setpw", 1);
+    App().SetString(L"Options", L"vacc", text);
+}
+
+class PasswordTest : public testing::Test {
+  protected:
+    TestRegistry m_registry;
+};
+
+TEST_F(PasswordTest, ThePromptAsksForWhatItsTitleSays)
+{
+    const std::pair<PasswordMode, const wchar_t*> titles[] = {
+        {PasswordMode::New, L"Enter New Password"},
+        {PasswordMode::Again, L"Re-Enter Password"},
+        {PasswordMode::Check, L"Enter Journal Password"}};
+    for (const auto& [mode, title] : titles) {
+        const PromptAnswerer prompts({L"abc"});
+        std::wstring text;
+        EXPECT_TRUE(AskPassword(nullptr, mode, &text));
+        EXPECT_EQ(text, L"abc");
+        EXPECT_EQ(prompts.Titles(), Titles{title});
+        EXPECT_TRUE(prompts.Prompts()[0].isMasked);
+        EXPECT_TRUE(prompts.Prompts()[0].hasKeyboard);
+    }
+    EXPECT_EQ(static_cast<int>(PasswordMode::New), 0x1);
+    EXPECT_EQ(static_cast<int>(PasswordMode::Again), 0x10);
+    EXPECT_EQ(static_cast<int>(PasswordMode::Check), 0x100);
+}
+
+TEST_F(PasswordTest, ACancelledPromptGivesNoText)
+{
+    const PromptAnswerer prompts({kCancel});
+    std::wstring text = L"before";
+    EXPECT_FALSE(AskPassword(nullptr, PasswordMode::New, &text));
+    EXPECT_EQ(text, L"before");
+}
+
+TEST_F(PasswordTest, EightCharactersAreTaken)
+{
+    const PromptAnswerer prompts({L"123456789012", L"12345678", L""});
+    std::wstring text;
+    EXPECT_TRUE(AskPassword(nullptr, PasswordMode::New, &text));
+    EXPECT_EQ(text, L"12345678");
+    EXPECT_TRUE(AskPassword(nullptr, PasswordMode::New, &text));
+    EXPECT_EQ(text, L"12345678");
+    EXPECT_TRUE(AskPassword(nullptr, PasswordMode::New, &text));
+    EXPECT_EQ(text, L"");
+}
+
+TEST_F(PasswordTest, ThePromptBelongsToItsOwnerAndStandsNearItsCorner)
+{
+    const TestParent parent(nullptr, 500, 200);
+    SetWindowPos(parent.Handle(), nullptr, 40, 30, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    PumpMessages();
+    const PromptAnswerer prompts({L""});
+    std::wstring text;
+    EXPECT_TRUE(AskPassword(parent.Handle(), PasswordMode::Check, &text));
+    ASSERT_EQ(prompts.Prompts().size(), 1u);
+    EXPECT_EQ(prompts.Prompts()[0].owner, parent.Handle());
+    POINT corner{};
+    ClientToScreen(parent.Handle(), &corner);
+    const RECT& place = prompts.Prompts()[0].place;
+    EXPECT_GT(place.left, corner.x);
+    EXPECT_GT(place.top, corner.y);
+    EXPECT_LT(place.left, corner.x + 100);
+    EXPECT_LT(place.top, corner.y + 100);
+}
+
+TEST_F(PasswordTest, IsWholeInTheMiddleWithoutAnOwner)
+{
+    const PromptAnswerer prompts({L""});
+    std::wstring text;
+    EXPECT_TRUE(AskPassword(nullptr, PasswordMode::Check, &text));
+    const RECT area = WorkArea();
+    const RECT& place = prompts.Prompts().at(0).place;
+    EXPECT_NEAR(place.left + place.right, area.left + area.right, 2);
+    EXPECT_NEAR(place.top + place.bottom, area.top + area.bottom, 2);
+    EXPECT_GE(place.left, area.left);
+    EXPECT_GE(place.top, area.top);
+}
+
+TEST_F(PasswordTest, TheCheckTakesTheStoredTextAndNoOther)
+{
+    Store(L"Secret");
+    for (const wchar_t* wrong : {L"secret", L"Secre", L"Secrets", L"", L"Secret "}) {
+        const PromptAnswerer prompts({wrong});
+        EXPECT_FALSE(CheckPassword(nullptr, App())) << wrong;
+    }
+    const PromptAnswerer prompts({L"Secret", kCancel});
+    EXPECT_TRUE(CheckPassword(nullptr, App()));
+    EXPECT_FALSE(CheckPassword(nullptr, App())) << "cancelled";
+    EXPECT_EQ(prompts.Titles(), (Titles{L"Enter Journal Password", L"Enter Journal Password"}));
+}
+
+TEST_F(PasswordTest, ACancelledCheckFailsAlsoWhenTheTextWouldBeRight)
+{
+    Store(L"");
+    const PromptAnswerer prompts({kCancel, L""});
+    EXPECT_FALSE(CheckPassword(nullptr, App()));
+    EXPECT_TRUE(CheckPassword(nullptr, App()));
+}
+
+TEST_F(PasswordTest, WithoutAStoredTextTheEmptyAnswerPasses)
+{
+    const PromptAnswerer prompts({L"x", L""});
+    EXPECT_FALSE(CheckPassword(nullptr, App()));
+    EXPECT_TRUE(CheckPassword(nullptr, App()));
+}
+
+TEST_F(PasswordTest, LettersOfAllKindsPass)
+{
+    const PromptAnswerer prompts({L"\u00c4\u03a9\u4e2d\U0001F600", L"\u00c4\u03a9\u4e2d\U0001F600",
+                                  L"\u00c4\u03a9\u4e2d\U0001F600", L"\u00e4\u03a9\u4e2d\U0001F600"});
+    EXPECT_TRUE(SetNewPassword(nullptr, App()));
+    EXPECT_TRUE(CheckPassword(nullptr, App()));
+    EXPECT_FALSE(CheckPassword(nullptr, App()));
+}
+
+TEST_F(PasswordTest, ANewPasswordIsAskedForTwiceAndStoredAtOnce)
+{
+    EXPECT_FALSE(IsPasswordSet(App()));
+    const PromptAnswerer prompts({L"Secret", L"Secret"});
+    EXPECT_TRUE(SetNewPassword(nullptr, App()));
+    EXPECT_EQ(prompts.Titles(), (Titles{L"Enter New Password", L"Re-Enter Password"}));
+    EXPECT_EQ(StoredText(), L"Secret");
+    EXPECT_EQ(Stored(L"setpw"), 1u);
+    EXPECT_EQ(Stored(L"Password"), 0xDEADu) << "only the options' OK stores it";
+    EXPECT_TRUE(IsPasswordSet(App()));
+}
+
+TEST_F(PasswordTest, TwelveCharactersCountAsTheirFirstEight)
+{
+    const PromptAnswerer prompts(
+        {L"123456789012", L"12345678abcd", L"12345678", L"123456789012", L"1234567"});
+    EXPECT_TRUE(SetNewPassword(nullptr, App()));
+    EXPECT_EQ(StoredText(), L"12345678");
+    EXPECT_TRUE(CheckPassword(nullptr, App()));
+    EXPECT_TRUE(CheckPassword(nullptr, App()));
+    EXPECT_FALSE(CheckPassword(nullptr, App()));
+}
+
+TEST_F(PasswordTest, TwoDifferentOrCancelledTextsStoreNothing)
+{
+    const std::pair<PromptAnswerer::Answers, size_t> attempts[] = {
+        {{L"Secret", L"secret"}, 2}, {{L"Secret", kCancel}, 2}, {{kCancel}, 1}};
+    for (const auto& [answers, asked] : attempts) {
+        const PromptAnswerer prompts(answers);
+        EXPECT_FALSE(SetNewPassword(nullptr, App()));
+        EXPECT_EQ(prompts.Prompts().size(), asked);
+        EXPECT_EQ(StoredText(), L"(none)");
+        EXPECT_EQ(Stored(L"setpw"), 0xDEADu);
+    }
+}
+
+TEST_F(PasswordTest, AnEmptyPasswordIsOne)
+{
+    const PromptAnswerer prompts({L"", L"", L"x", L""});
+    EXPECT_TRUE(SetNewPassword(nullptr, App()));
+    EXPECT_EQ(Stored(L"setpw"), 1u);
+    EXPECT_EQ(StoredText(), L"");
+    EXPECT_FALSE(CheckPassword(nullptr, App()));
+    EXPECT_TRUE(CheckPassword(nullptr, App()));
+}
+
+TEST_F(PasswordTest, ClearingStoresBothAtOnce)
+{
+    Store(L"Secret");
+    App().SetNumber(L"Options", L"Password", 1);
+    EXPECT_TRUE(ClearPassword(App()));
+    EXPECT_EQ(Stored(L"setpw"), 0u);
+    EXPECT_EQ(StoredText(), L"");
+    EXPECT_EQ(Stored(L"Password"), 1u) << "the next start still asks";
+}
+
+TEST_F(PasswordTest, AStoredTextThatIsTooLongReadsAsNone)
+{
+    Store(std::wstring(200, L'x').c_str());
+    const PromptAnswerer prompts({L"xxxxxxxx", L""});
+    EXPECT_FALSE(CheckPassword(nullptr, App()));
+    EXPECT_TRUE(CheckPassword(nullptr, App()));
+}
+
+TEST_F(PasswordTest, AStoredNumberIsNoTextAnybodyTypes)
+{
+    App().SetNumber(L"Options", L"vacc", 0x00420041); // the bytes of "AB"
+    const PromptAnswerer prompts({L"", L"AB"});
+    EXPECT_FALSE(CheckPassword(nullptr, App()));
+    EXPECT_TRUE(CheckPassword(nullptr, App())) << "the bytes of any type are a text";
+}
+
+TEST_F(PasswordTest, WithoutTheSettingTheStartDoesNotAsk)
+{
+    Store(L"Secret");
+    const PromptAnswerer prompts;
+    EXPECT_TRUE(UnlockAtStart(App())) << "missing";
+    StoreAskAtStart(App(), false);
+    EXPECT_TRUE(UnlockAtStart(App())) << "zero";
+    EXPECT_TRUE(prompts.Prompts().empty());
+}
+
+TEST_F(PasswordTest, TheStartAsksThreeTimesAtMost)
+{
+    Store(L"Secret");
+    StoreAskAtStart(App(), true);
+    const struct {
+        PromptAnswerer::Answers answers;
+        bool opens;
+        size_t asked;
+    } starts[] = {{{L"Secret"}, true, 1},
+                  {{L"x", L"y", L"Secret"}, true, 3},
+                  {{kCancel, L"Secret"}, true, 2},
+                  {{L"x", L"y", L"z", L"Secret"}, false, 3},
+                  {{kCancel, kCancel, kCancel}, false, 3}};
+    for (const auto& start : starts) {
+        const PromptAnswerer prompts(start.answers);
+        EXPECT_EQ(UnlockAtStart(App()), start.opens);
+        EXPECT_EQ(prompts.Prompts().size(), start.asked);
+    }
+}
+
+} // namespace
