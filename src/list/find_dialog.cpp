@@ -24,6 +24,13 @@ LPARAM TextParam(const std::wstring& text)
     return reinterpret_cast<LPARAM>(text.c_str());
 }
 
+SIZE DroppedSize(HWND box)
+{
+    RECT dropped{};
+    SendMessageW(box, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&dropped));
+    return {dropped.right - dropped.left, dropped.bottom - dropped.top};
+}
+
 class FindDialog : public Dialog {
   public:
     FindDialog(bool hasCurrentEntry, FindRequest* request)
@@ -98,13 +105,16 @@ void FindDialog::FillBox()
     ShowText(m_request->text);
 }
 
+// A box counts itself into its dropped height or not, by system: what is missing after a first try is added.
 void FindDialog::MakeDropTaller()
 {
     HWND box = GetItem(IDC_FIND_TEXT);
-    RECT dropped{};
-    SendMessageW(box, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&dropped));
-    SetWindowPosition(0, 0, dropped.right - dropped.left, dropped.bottom - dropped.top + Scale(kDropTaller),
-                      box, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE, nullptr);
+    const SIZE before = DroppedSize(box);
+    const LONG wanted = before.cy + Scale(kDropTaller);
+    constexpr UINT kSizeOnly = SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE;
+    SetWindowPosition(0, 0, before.cx, wanted, box, kSizeOnly, nullptr);
+    const LONG missing = wanted - DroppedSize(box).cy;
+    SetWindowPosition(0, 0, before.cx, wanted + missing, box, kSizeOnly, nullptr);
 }
 
 // The history may have the text in another case, so the box is told both.
