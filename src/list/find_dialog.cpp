@@ -17,6 +17,7 @@
 namespace {
 
 constexpr RECT kDayPlace = {18, 125, 18 + 177, 125 + 22}; // in pixels
+constexpr int kDayMargin = 7;                             // below it, inside its frame
 constexpr int kDropTaller = 70;
 
 LPARAM TextParam(const std::wstring& text)
@@ -46,6 +47,7 @@ class FindDialog : public Dialog {
   private:
     bool OnCommand(int id, WORD code);
     void CreateDayPicker();
+    void MakeRoomForDay();
     void FillBox();
     void MakeDropTaller();
     void ShowText(const std::wstring& text);
@@ -66,9 +68,10 @@ class FindDialog : public Dialog {
 bool FindDialog::OnInitDialog()
 {
     CreateDayPicker();
+    MakeRoomForDay();
     FillBox();
-    FitIntoWorkArea();
     CenterOnWorkArea();
+    FitIntoWorkArea();
     SetFocus(m_day);
     ClickSearchBy(ReadSearchBy(App()));
     CheckButton(IDC_FIND_MATCH_CASE, ReadMatchCase(App()));
@@ -90,6 +93,22 @@ void FindDialog::CreateDayPicker()
     const bool isChosen = m_request->date.wYear != 0;
     const SYSTEMTIME day = isChosen ? m_request->date : LocalNow();
     SendMessageW(m_day, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&day));
+}
+
+// The picker's place is given in pixels, all others follow the font: its frame may have to grow.
+void FindDialog::MakeRoomForDay()
+{
+    RECT day{}, frame{};
+    GetWindowRect(m_day, &day);
+    GetWindowRect(GetItem(IDC_FIND_TEXT_FRAME), &frame);
+    const LONG growth = day.bottom + Scale(kDayMargin) - frame.bottom;
+    if (growth <= 0)
+        return;
+    for (HWND window : {GetItem(IDC_FIND_TEXT_FRAME), GetItem(IDC_FIND_CASE_FRAME), GetWindow()}) {
+        GetWindowRect(window, &frame);
+        SetWindowPosition(0, 0, frame.right - frame.left, frame.bottom - frame.top + growth, window,
+                          SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE, nullptr);
+    }
 }
 
 void FindDialog::FillBox()
@@ -156,7 +175,7 @@ void FindDialog::EnableWhatBelongs()
         SetFocus(byDate ? m_day : box);
 }
 
-// A dialog higher than the work area scrolls.
+// A dialog higher than the work area scrolls, which needs it to be shown already.
 void FindDialog::FitIntoWorkArea()
 {
     const RECT area = WorkArea();
@@ -168,9 +187,11 @@ void FindDialog::FitIntoWorkArea()
         return;
     SetWindowPosition(0, 0, own.right - own.left + GetSystemMetrics(SM_CXVSCROLL), area.bottom - area.top,
                       nullptr, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE, nullptr);
+    CenterOnWorkArea();
     m_scroll.SetExtent(GetWindow(), inside.bottom, inside.bottom - missing);
     for (HWND child = ::GetWindow(GetWindow(), GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT))
         TellFocus(child, GetWindow());
+    ShowWindow(GetWindow());
 }
 
 SearchBy FindDialog::By() const

@@ -172,7 +172,9 @@
 #define IDC_FIND_FROM_CURRENT 1049
 #define IDC_FIND_MATCH_CASE 1407
 #define IDC_FIND_TEXT 1105
-#define IDC_FIND_DAY 1109 /* free choice: the date picker, which the program makes */
+#define IDC_FIND_DAY 1109 /* from here on free choices; the date picker, which the program makes */
+#define IDC_FIND_TEXT_FRAME 1110
+#define IDC_FIND_CASE_FRAME 1111
 
 /* Find Results (template 142; 143 for a portrait screen) */
 #define IDD_FIND_RESULTS 142

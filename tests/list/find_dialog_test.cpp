@@ -121,9 +121,10 @@ TEST_F(FindDialogTest, ThePickerHasItsPlaceAndTheFocus)
         ASSERT_NE(picker, nullptr);
         const RECT place = dialog.PlaceOf(picker);
         EXPECT_EQ(place.left, Scale(18));
-        EXPECT_EQ(place.top, Scale(125));
+        EXPECT_EQ(place.top + GetScrollPos(dialog.Window(), SB_VERT), Scale(125));
         EXPECT_EQ(place.right - place.left, Scale(177));
         EXPECT_EQ(place.bottom - place.top, Scale(22));
+        EXPECT_GT(dialog.Place(1110).bottom, place.bottom) << "inside its frame";
         EXPECT_EQ(GetFocus(), picker);
         const auto style = GetWindowLongPtrW(picker, GWL_STYLE);
         EXPECT_EQ(style & (DTS_LONGDATEFORMAT | DTS_TIMEFORMAT | DTS_SHOWNONE), 0) << "the short date";
