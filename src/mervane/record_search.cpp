@@ -67,20 +67,25 @@ bool RecordSearch::Find(Store& store, const Basis& basis, const RowOrder& order)
     if (!CanSearch(property, basis.request.property))
         return false;
     const RecordSet& records = store.IndexOf(basis.table)->Records();
+    const PlaceFinder finder(records);
     std::vector<bool> isFound(records.PlaceCount());
-    uint32_t next = 0;
     const Matches matches = MatcherOf(basis.request);
     const char* column = info.properties[static_cast<size_t>(property)].column;
     if (!store.Scan(basis.table, column, [&](CEOID id, const Statement& row) {
-            if (const uint32_t place = records.FindFrom(id, &next); place != kNoPlace && matches(row))
+            if (!matches(row))
+                return;
+            if (const uint32_t place = finder.Find(id); place != kNoPlace)
                 isFound[place] = true;
         }))
         return false;
-    for (uint32_t row = 0; row < order.Count(); ++row)
-        if (const uint32_t place = order.PlaceAt(row); isFound[place]) {
+    uint32_t row = 0;
+    order.ForEachPlace([&](uint32_t place) {
+        if (isFound[place]) {
             m_found.push_back(records.IdAt(place));
             m_rows.push_back(row);
         }
+        ++row;
+    });
     return true;
 }
 
