@@ -161,18 +161,14 @@ void FindDialog::ClickSearchFrom(SearchFrom from)
     CheckButton(IDC_FIND_FROM_CURRENT, from == SearchFrom::Current);
 }
 
-// The date belongs to a search by date, the text and its case to the others. What has the keyboard and turns
-// grey hands it on.
+// The date belongs to a search by date, the text and its case to the others.
 void FindDialog::EnableWhatBelongs()
 {
     const bool byDate = By() == SearchBy::Date;
-    HWND box = GetItem(IDC_FIND_TEXT);
-    EnableWindow(m_day, byDate);
-    EnableWindow(box, !byDate);
+    EnableItem(IDC_FIND_DAY, byDate);
+    EnableItem(IDC_FIND_TEXT, !byDate);
     EnableItem(IDC_FIND_MATCH_CASE, !byDate);
-    HWND focus = GetFocus();
-    if (!focus || !IsWindowEnabled(focus))
-        SetFocus(byDate ? m_day : box);
+    KeepFocus(byDate ? IDC_FIND_DAY : IDC_FIND_TEXT);
 }
 
 // A dialog higher than the work area scrolls, which needs it to be shown already.

@@ -23,7 +23,8 @@ constexpr SYSTEMTIME kToday{2024, 3, 2, 5, 14, 5, 30, 250};
 class FindDialogTest : public testing::Test {
   protected:
     // Works the dialog; what the action leaves open is closed with Cancel.
-    bool Run(const std::function<void(const DialogWindow&)>& action, bool hasCurrentEntry = true)
+    bool Run(const std::function<void(const DialogWindow&)>& action, bool hasCurrentEntry = true,
+             HWND owner = nullptr)
     {
         ModalDriver driver([&](HWND window) {
             ShowWindow(window, SW_SHOW); // the dialog manager shows it once it has nothing else to do
@@ -32,7 +33,7 @@ class FindDialogTest : public testing::Test {
             if (IsWindowVisible(window))
                 dialog.Cancel();
         });
-        const bool accepted = RunFindDialog(nullptr, hasCurrentEntry, &m_request);
+        const bool accepted = RunFindDialog(owner, hasCurrentEntry, &m_request);
         EXPECT_TRUE(driver.Ran());
         return accepted;
     }
@@ -130,6 +131,18 @@ TEST_F(FindDialogTest, ThePickerHasItsPlaceAndTheFocus)
         EXPECT_EQ(style & (DTS_LONGDATEFORMAT | DTS_TIMEFORMAT | DTS_SHOWNONE), 0) << "the short date";
         EXPECT_EQ(SendMessageW(picker, WM_GETFONT, 0, 0), SendMessageW(dialog.Window(), WM_GETFONT, 0, 0));
     });
+}
+
+TEST_F(FindDialogTest, TheKeyboardComesFromTheOwner)
+{
+    const TestParent owner;
+    HWND list = CreateWindowExW(0, L"Edit", L"", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20, owner.Handle(), nullptr,
+                                nullptr, nullptr);
+    SetFocus(list);
+    Run([](const DialogWindow& dialog) { EXPECT_EQ(GetFocus(), Picker(dialog)); }, true, owner.Handle());
+    SetFocus(list);
+    Store(L"SearchBy", 1107);
+    Run([](const DialogWindow& dialog) { EXPECT_EQ(GetFocus(), EditOf(dialog)); }, true, owner.Handle());
 }
 
 TEST_F(FindDialogTest, ThePickerStandsBehindTheBoxInTheTabOrder)

@@ -207,8 +207,7 @@ TEST_F(Searches, SeeAnotherStoreAfterItWasOpened)
     m_journal.Close();
     const TestStore other;
     ASSERT_EQ(m_journal.Open(nullptr), 1);
-    EXPECT_EQ(m_journal.FindText(kSubject, L"walk", false), 0u);
-    ASSERT_NE(Add(L"lunch", 1), 0u);
+    ASSERT_NE(Add(L"lunch", 1), 0u); // as many changes as the other store has seen
     ASSERT_EQ(Add(L"a walk", 3), second);
     EXPECT_EQ(AllOf(kSubject, L"walk"), (Ids{second}));
 }
