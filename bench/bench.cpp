@@ -65,6 +65,7 @@ constexpr Figure kFigures[] = {
     {L"server", bench::RememberConnections, bench::MeasureServer},
     {L"sort", bench::RememberConnections, bench::MeasureSorts},
     {L"filter", bench::RememberConnections, bench::MeasureFilters},
+    {L"find", bench::RememberConnections, bench::MeasureFinds},
     {L"save", bench::RememberConnections, bench::MeasureSaves},
     {L"assign", nullptr, bench::MeasureAssign},
     {L"import", bench::RememberConnections, bench::MeasureImports},

@@ -6,6 +6,7 @@ namespace bench {
 void MeasurePages();
 void MeasureSorts();
 void MeasureFilters();
+void MeasureFinds();
 void MeasureSaves();
 void MeasureImports();
 void CountRequests();

@@ -7,6 +7,7 @@
 #include "app/main_window.h"
 #include "editor/quick_subjects_dialog.h"
 #include "list/entry_commands.h"
+#include "list/find_command.h"
 #include "options/options_dialog.h"
 #include "res/resource.h"
 #include "ui/launch.h"
@@ -69,6 +70,10 @@ void RunClearFilter(MainWindow& window, UINT)
 {
     window.ClearTheFilter();
 }
+void RunFindCommand(MainWindow& window, UINT)
+{
+    RunFind(window.Handle(), window.List(), &window.Request());
+}
 void RunHelp(MainWindow& window, UINT)
 {
     ShowHelp(kHelpMain, window.Handle());
@@ -94,7 +99,7 @@ constexpr Command kCommands[] = {
     {CMD_CONTACTS, RunCompanion},
     {CMD_INBOX, RunCompanion},
     {CMD_TASKS, RunCompanion},
-    {CMD_FIND, nullptr},
+    {CMD_FIND, RunFindCommand},
     {CMD_OPTIONS, RunOptionsDialog},
     {CMD_FILTER_CATEGORIES, RunFilterCategories},
     {CMD_FILTER_MONTHS, RunFilterMonths},

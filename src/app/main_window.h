@@ -7,6 +7,7 @@
 #include "app/main_bands.h"
 #include "list/column_set.h"
 #include "list/entry_list.h"
+#include "list/find_request.h"
 #include "ui/window_procedure.h"
 
 constexpr const wchar_t* kMainWindowClass = L"Journal";
@@ -33,6 +34,8 @@ class MainWindow {
 
     HWND Handle() const { return m_window; }
     EntryList& List() { return m_list; }
+    // What Find looked for last.
+    FindRequest& Request() { return m_findRequest; }
     // For the message loop: keys that open and work the menu, and F4 or Alt+Down for the filter's.
     bool TranslateMenuKey(const MSG& message);
 
@@ -67,6 +70,7 @@ class MainWindow {
     MainBands m_bands;
     ColumnSet m_columns;
     EntryList m_list;
+    FindRequest m_findRequest;
     bool m_leftMaximized = false; // when it was last closed
     // Set once everything stored has been loaded: from then on it may be stored again.
     bool m_loaded = false;

@@ -1,5 +1,6 @@
 #include "mervane/db_journal.h"
 
+#include "mervane/record_search.h"
 #include "mervane/store.h"
 
 namespace {
@@ -8,7 +9,11 @@ constexpr CEPROPID kSubject = 0x0066001F;
 
 } // namespace
 
-DbJournal::DbJournal() : CeDBase(mervane::TableId::Journal) {}
+DbJournal::DbJournal()
+    : CeDBase(mervane::TableId::Journal), m_search(std::make_unique<mervane::RecordSearch>())
+{}
+
+DbJournal::~DbJournal() = default;
 
 int DbJournal::Open(HWND owner, const SORTORDERSPEC& sort)
 {
@@ -26,4 +31,46 @@ const wchar_t* DbJournal::GetSubject(CEOID id)
         m_subject = store->TableOf(mervane::TableId::Journal).ReadText(id, kSubject).value_or(L"");
     }
     return m_subject.c_str();
+}
+
+CEOID DbJournal::FindText(CEPROPID property, const wchar_t* text, bool matchCase)
+{
+    return FindTextAfter(0, property, text, matchCase);
+}
+
+CEOID DbJournal::FindTextAfter(CEOID id, CEPROPID property, const wchar_t* text, bool matchCase)
+{
+    if (PropertyType(property) != CEVT_LPWSTR || !text)
+        return 0;
+    mervane::SearchRequest request;
+    request.property = property;
+    request.text = text;
+    request.matchCase = matchCase;
+    return FindBehind(id, request);
+}
+
+CEOID DbJournal::FindDate(CEPROPID property, const FILETIME& date)
+{
+    return FindDateAfter(0, property, date);
+}
+
+CEOID DbJournal::FindDateAfter(CEOID id, CEPROPID property, const FILETIME& date)
+{
+    if (PropertyType(property) != CEVT_FILETIME)
+        return 0;
+    mervane::SearchRequest request;
+    request.property = property;
+    request.time = mervane::CountOf(date);
+    return FindBehind(id, request);
+}
+
+CEOID DbJournal::FindBehind(CEOID id, const mervane::SearchRequest& request)
+{
+    const auto& store = SharedStore();
+    if (!store)
+        return 0;
+    const ReadScope scope(*this);
+    SORTORDERSPEC sort{};
+    GetSort(&sort);
+    return m_search->Next(store, mervane::TableId::Journal, sort, request, id);
 }

@@ -62,6 +62,7 @@ void Store::LookForForeignChanges()
 
 void Store::ForgetAll()
 {
+    ++m_version;
     m_names.ForgetAll();
     m_indexes = {};
 }
@@ -127,6 +128,11 @@ const std::shared_ptr<TableIndex>& Store::IndexOf(TableId table)
     return index;
 }
 
+bool Store::Scan(TableId table, const std::string& columns, const OnScannedRow& onRow)
+{
+    return ScanTable(m_connection.Sql(), InfoOf(table).name, columns, onRow);
+}
+
 // Before a write: walks that stand on the record find their way on. values is null for a deletion.
 void Store::TellCursors(TableId table, CEOID id, const RecordValues* values)
 {
@@ -144,6 +150,7 @@ void Store::AfterNames(TableId table)
 
 void Store::AfterWrite(TableId table, const Change& change, const RecordValues* values)
 {
+    ++m_version;
     if (table != TableId::Journal)
         AfterNames(table);
     // A new category has the table's own values for what was not sent, so its index is read again.

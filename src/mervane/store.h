@@ -11,6 +11,7 @@
 #include "mervane/name_cache.h"
 #include "mervane/table.h"
 #include "mervane/table_index.h"
+#include "mervane/table_scan.h"
 
 namespace mervane {
 
@@ -43,6 +44,11 @@ class Store {
     // Inside BeginRead.
     const NameCache& NamesOf(TableId table) { return m_names.Of(table); }
     const std::shared_ptr<TableIndex>& IndexOf(TableId table);
+    // As ScanTable, of one of the store's tables.
+    [[nodiscard]] bool Scan(TableId table, const std::string& columns, const OnScannedRow& onRow);
+
+    // Differs after each change of a record, whoever has made it. Inside a read.
+    uint64_t Version() const { return m_version; }
 
     ChangeHub& Changes() { return m_changes; }
     void AddCursor(Cursor* cursor) { m_cursors.push_back(cursor); }
@@ -69,6 +75,7 @@ class Store {
     std::array<std::shared_ptr<TableIndex>, kTableCount> m_indexes;
     std::vector<Cursor*> m_cursors;
     ChangeHub m_changes;
+    uint64_t m_version = 0;
     int m_readDepth = 0;
     int m_bulkDepth = 0;
     bool m_bulkFailed = false;

@@ -4,10 +4,8 @@ namespace mervane {
 
 namespace {
 
-using OnRow = std::function<void(CEOID, const Statement&)>;
-
 // false when it did not come to the end.
-bool Scan(Database& database, const std::string& sql, const OnRow& onRow)
+bool Scan(Database& database, const std::string& sql, const OnScannedRow& onRow)
 {
     Statement statement(database, sql);
     for (;;) {
@@ -24,7 +22,7 @@ bool Scan(Database& database, const std::string& sql, const OnRow& onRow)
 
 } // namespace
 
-bool ScanTable(Database& database, const char* table, const std::string& columns, const OnRow& onRow)
+bool ScanTable(Database& database, const char* table, const std::string& columns, const OnScannedRow& onRow)
 {
     const std::string select = "SELECT oid" + (columns.empty() ? columns : ", " + columns) + " FROM " + table;
     if (Scan(database, select, onRow))

@@ -9,10 +9,12 @@
 
 namespace mervane {
 
+using OnScannedRow = std::function<void(CEOID id, const Statement& row)>;
+
 // Calls onRow for each record with a valid identifier, in any order; columns is an SQL list, whose columns
 // are numbered from 1 in the row. Of a damaged table or index it reads what can be read, and a record may
 // come twice. false when it failed for a reason that may pass.
 [[nodiscard]] bool ScanTable(Database& database, const char* table, const std::string& columns,
-                             const std::function<void(CEOID id, const Statement& row)>& onRow);
+                             const OnScannedRow& onRow);
 
 } // namespace mervane

@@ -79,6 +79,13 @@ Decoded DecodeSequence(const unsigned char* bytes, size_t available)
     return {code, static_cast<size_t>(tail) + 1};
 }
 
+constexpr size_t kSurrogateLength = 3; // bytes of a surrogate that is encoded by itself
+
+Decoded DecodeAt(std::string_view text, size_t at)
+{
+    return DecodeSequence(reinterpret_cast<const unsigned char*>(text.data()) + at, text.size() - at);
+}
+
 constexpr size_t kBlock = sizeof(__m128i);
 
 // Sixteen characters at once, when all of them are ASCII and none is NUL.
@@ -171,6 +178,32 @@ std::wstring DecodeText(std::string_view text)
     std::wstring out(text.size(), L'\0');
     out.resize(DecodeText(text, out.data()));
     return out;
+}
+
+DecodedCharacter DecodeCharacter(std::string_view text, size_t at)
+{
+    if (const auto byte = static_cast<unsigned char>(text[at]); byte < 0x80)
+        return {byte, 1};
+    const Decoded decoded = DecodeAt(text, at);
+    if (!decoded.length)
+        return {kReplacement, 1};
+    if (!IsHighSurrogate(decoded.code) || at + kSurrogateLength >= text.size())
+        return {decoded.code, decoded.length};
+    const Decoded next = DecodeAt(text, at + kSurrogateLength);
+    if (!next.length || !IsLowSurrogate(next.code))
+        return {decoded.code, decoded.length};
+    return {0x10000 + ((decoded.code - 0xD800) << 10) + (next.code - 0xDC00), 2 * kSurrogateLength};
+}
+
+size_t StartOfCharacter(std::string_view text, size_t lastByte)
+{
+    size_t start = lastByte;
+    while (start > 0 && lastByte - start < 3 && (text[start] & 0xC0) == 0x80)
+        --start;
+    const bool mayFollow = start >= kSurrogateLength && text[start] == '\xED';
+    if (mayFollow && DecodeCharacter(text, start - kSurrogateLength).length == 2 * kSurrogateLength)
+        start -= kSurrogateLength;
+    return start;
 }
 
 } // namespace mervane

@@ -17,4 +17,14 @@ void AppendEncoded(std::string& out, std::wstring_view text);
 size_t DecodeText(std::string_view text, wchar_t* out);
 std::wstring DecodeText(std::string_view text);
 
+// A character of an encoded text as DecodeText understands it: two surrogates that are encoded one by one and
+// make a pair are one character. For a place inside the text where a character begins.
+struct DecodedCharacter {
+    char32_t code;
+    size_t length; // bytes
+};
+DecodedCharacter DecodeCharacter(std::string_view text, size_t at);
+// Where the character begins whose last byte is at a place, if that is a valid one.
+size_t StartOfCharacter(std::string_view text, size_t lastByte);
+
 } // namespace mervane

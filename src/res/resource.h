@@ -178,4 +178,24 @@
 #define IDD_PASSWORD 105
 #define IDC_PASSWORD 1018
 
+/* Find (template 102) */
+#define IDD_FIND 102
+#define IDC_FIND_DATE 1106 /* Search by */
+#define IDC_FIND_SUBJECT 1107
+#define IDC_FIND_ENTRY 1108
+#define IDC_FIND_FROM_TOP 1047 /* Search from */
+#define IDC_FIND_FROM_CURRENT 1049
+#define IDC_FIND_MATCH_CASE 1407
+#define IDC_FIND_TEXT 1105
+#define IDC_FIND_DAY 1109 /* from here on free choices; the date picker, which the program makes */
+#define IDC_FIND_TEXT_FRAME 1110
+#define IDC_FIND_CASE_FRAME 1111
+
+/* Find Results (template 142; 143 for a portrait screen) */
+#define IDD_FIND_RESULTS 142
+#define IDD_FIND_RESULTS_PORTRAIT 143
+#define IDC_FOUND_LIST 1041
+#define IDC_FOUND_COUNT 1042
+#define IDC_FOUND_HINT 1043 /* free choice */
+
 #endif

@@ -1,5 +1,7 @@
 #include "app/main_window_fixture.h"
 
+#include <memory>
+
 #include "mervane/db_categories.h"
 #include "res/resource.h"
 #include "support/import_watch.h"
@@ -9,13 +11,44 @@ namespace {
 TEST_F(MainWindowTest, WhatIsNotThereYetIsGrey)
 {
     Create();
-    EXPECT_FALSE(ButtonEnabled(115));
-    for (UINT command : {115u, 122u})
+    for (UINT command : {122u})
         EXPECT_FALSE(MenuEnabled(command)) << command;
-    for (UINT command :
-         {100u, 103u, 104u, 110u, 111u, 112u, 113u, 117u, 118u, 120u, 121u, 124u, 125u, 127u, 140u, 160u})
+    for (UINT command : {100u, 103u, 104u, 110u, 111u, 112u, 113u, 115u, 117u, 118u, 120u, 121u, 124u, 125u,
+                         127u, 140u, 160u})
         EXPECT_TRUE(MenuEnabled(command)) << command;
     EXPECT_TRUE(ButtonEnabled(111));
+    EXPECT_TRUE(ButtonEnabled(115));
+}
+
+TEST_F(MainWindowTest, FindKeepsItsRequestFromOneFindToTheNext)
+{
+    HWND window = Create();
+    const CEOID id = AddEntry(L"a walk", 1);
+    m_window.List().Refresh();
+    std::wstring before, found;
+    const auto find = [&](const wchar_t* text) {
+        std::unique_ptr<ModalDriver> results;
+        ModalDriver driver([&](HWND dialog) {
+            results = std::make_unique<ModalDriver>([&](HWND resultsDialog) {
+                found = WindowText(GetDlgItem(resultsDialog, 1042));
+                PostMessageW(resultsDialog, WM_COMMAND, IDOK, 0);
+            });
+            EXPECT_EQ(GetWindow(dialog, GW_OWNER), window);
+            before = WindowText(GetDlgItem(dialog, 1105));
+            SendDlgItemMessageW(dialog, 1107, BM_CLICK, 0, 0);
+            if (text)
+                SetDlgItemTextW(dialog, 1105, text);
+            PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+        });
+        SendMessageW(window, WM_COMMAND, 115, 0);
+    };
+    find(L"WALK");
+    EXPECT_EQ(before, L"<Search Text>");
+    EXPECT_EQ(found, L"1");
+    EXPECT_TRUE(m_window.List().Selection().Contains(id));
+    find(nullptr);
+    EXPECT_EQ(before, L"WALK");
+    EXPECT_EQ(found, L"1");
 }
 
 TEST_F(MainWindowTest, NothingSelectedGreysTheEntryCommands)

@@ -5,25 +5,8 @@
 #include <algorithm>
 #include <functional>
 
-#include "editor/entry_editor.h"
+#include "list/editor_stand_in.h"
 #include "list/entry_list_fixture.h"
-
-namespace {
-
-// What the user does in the editor: works on the record reference and answers how the editor was closed.
-std::function<int(CEOID* id)> g_edit;
-HWND g_editorOwner = nullptr;
-int g_editorRuns = 0;
-
-} // namespace
-
-// Stands in for the editor's window.
-int OpenEntryEditor(HWND owner, CEOID* id)
-{
-    ++g_editorRuns;
-    g_editorOwner = owner;
-    return g_edit ? g_edit(id) : 0;
-}
 
 namespace {
 

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "support/test_windows.h"
 
@@ -240,9 +242,70 @@ TEST_F(DialogTemplateTest, FilterFitsTheHandheldsScreenAtHalfAsMuchResolutionAga
     EXPECT_LE(place.bottom - place.top, MulDiv(240, dpi, 144));
 }
 
+TEST_F(DialogTemplateTest, FindHasItsControls)
+{
+    ASSERT_TRUE(Make(102));
+    EXPECT_EQ(WindowText(m_dialog), L"Find");
+    const std::pair<int, const wchar_t*> buttons[] = {
+        {1106, L"&Date"}, {1107, L"&Subject"}, {1108, L"&Entry"}, {1047, L"To&p"}, {1049, L"&Current"}};
+    for (const auto& [id, text] : buttons) {
+        EXPECT_EQ(ItemText(id), text);
+        EXPECT_EQ(ItemStyle(id) & BS_TYPEMASK, DWORD{BS_AUTORADIOBUTTON}) << id;
+    }
+    EXPECT_EQ(ItemText(1407), L"&Match");
+    EXPECT_EQ(ItemStyle(1407) & BS_TYPEMASK, DWORD{BS_AUTOCHECKBOX});
+    EXPECT_EQ(ItemClass(1105), L"ComboBox");
+    EXPECT_EQ(ItemStyle(1105) & 3, DWORD{CBS_DROPDOWN});
+    EXPECT_EQ(LOWORD(SendMessageW(m_dialog, DM_GETDEFID, 0, 0)), 1);
+    for (const int id : {1, 2})
+        EXPECT_EQ(ItemStyle(id) & (WS_TABSTOP | WS_VISIBLE), WS_TABSTOP | WS_VISIBLE);
+    ExpectNothingCutOff();
+}
+
+TEST_F(DialogTemplateTest, FindHasItsFrames)
+{
+    ASSERT_TRUE(Make(102));
+    std::vector<std::wstring> frames;
+    for (HWND item = ::GetWindow(m_dialog, GW_CHILD); item; item = ::GetWindow(item, GW_HWNDNEXT))
+        if ((GetWindowLongPtrW(item, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX && GetDlgCtrlID(item) != 1105 &&
+            !WindowText(item).empty() && WindowText(item)[0] == L' ')
+            frames.push_back(WindowText(item));
+    std::sort(frames.begin(), frames.end());
+    EXPECT_EQ(frames,
+              (std::vector<std::wstring>{L" Case ", L" Search by ", L" Search for", L" Search from "}));
+}
+
+TEST_F(DialogTemplateTest, FindsTwoGroupsOfButtonsAreApart)
+{
+    ASSERT_TRUE(Make(102));
+    CheckDlgButton(m_dialog, 1106, BST_CHECKED);
+    CheckDlgButton(m_dialog, 1047, BST_CHECKED);
+    SendMessageW(Item(1108), BM_CLICK, 0, 0);
+    EXPECT_FALSE(IsDlgButtonChecked(m_dialog, 1106));
+    EXPECT_TRUE(IsDlgButtonChecked(m_dialog, 1047));
+    SendMessageW(Item(1049), BM_CLICK, 0, 0);
+    EXPECT_FALSE(IsDlgButtonChecked(m_dialog, 1047));
+    EXPECT_TRUE(IsDlgButtonChecked(m_dialog, 1108));
+}
+
+TEST_F(DialogTemplateTest, FindResultsHasItsControlsInBothForms)
+{
+    for (const int id : {142, 143}) {
+        ASSERT_TRUE(Make(id));
+        EXPECT_EQ(WindowText(m_dialog), L"Find Results...");
+        EXPECT_EQ(ItemText(-1), L"Found:");
+        EXPECT_EQ(ItemText(1042), L"0");
+        EXPECT_EQ(ItemText(1043), L"(double tap to Edit)");
+        EXPECT_EQ(ItemClass(1041), L"SysListView32");
+        EXPECT_EQ(ItemText(1), L"OK");
+        ExpectNothingCutOff();
+        DestroyWindow(m_dialog);
+    }
+}
+
 TEST(DialogTemplates, UseTheSystemsFont)
 {
-    for (const int id : {104, 106, 107, 139}) {
+    for (const int id : {102, 104, 106, 107, 139, 142, 143}) {
         const TemplateFont font = FontOfTemplate(id);
         EXPECT_EQ(font.points, 8) << id;
         EXPECT_EQ(font.face, L"MS Shell Dlg") << id;

@@ -1,0 +1,43 @@
+#include "list/find_command.h"
+
+#include "app/journal_app.h"
+#include "list/entry_list.h"
+#include "list/find_dialog.h"
+#include "list/find_results_dialog.h"
+#include "list/find_search.h"
+#include "ui/scoped.h"
+
+namespace {
+
+std::vector<CEOID> Search(const FindRequest& request, CEOID currentEntry)
+{
+    const ScopedWaitCursor wait;
+    return FindEntries(App().Journal(), request, currentEntry);
+}
+
+// A record that the list does not show leaves the selection. The last one that stays gets the focus, as if
+// they had been selected one by one.
+void SelectFound(EntryList& list, const std::vector<CEOID>& found)
+{
+    const ScopedWaitCursor wait;
+    SelectionSet& selection = list.Selection();
+    for (const CEOID id : found)
+        selection.Append(id);
+    list.Refresh();
+    if (!selection.IsEmpty())
+        list.SelectRecord(selection.InOrder().back());
+}
+
+} // namespace
+
+void RunFind(HWND owner, EntryList& list, FindRequest* request)
+{
+    const CEOID currentEntry = list.CurrentEntry();
+    if (!RunFindDialog(owner, currentEntry != 0, request))
+        return;
+    list.ClearSelection();
+    const auto found = Search(*request, currentEntry);
+    SelectFound(list, found);
+    RunFindResults(owner, found);
+    list.Refresh();
+}

@@ -1,0 +1,148 @@
+#include "list/find_command.h"
+
+#include <memory>
+
+#include "list/dialog_window.h"
+#include "list/entry_list_fixture.h"
+#include "res/resource.h"
+
+namespace {
+
+using Ids = std::vector<CEOID>;
+
+class RunFindTest : public EntryListTest {
+  protected:
+    // Finds a text by the subject; inResults runs while the results are shown.
+    void Find(const std::wstring& text, const std::function<void(const DialogWindow&)>& inResults = nullptr,
+              int from = IDC_FIND_FROM_TOP)
+    {
+        std::unique_ptr<ModalDriver> results;
+        bool shown = false;
+        ModalDriver find([&](HWND window) {
+            results = std::make_unique<ModalDriver>([&](HWND resultsWindow) {
+                const DialogWindow dialog(resultsWindow);
+                shown = dialog.Item(IDC_FOUND_LIST) != nullptr;
+                m_resultCount = dialog.Text(IDC_FOUND_COUNT);
+                EXPECT_EQ(::GetWindow(resultsWindow, GW_OWNER), m_parent.Handle());
+                if (inResults)
+                    inResults(dialog);
+                dialog.Ok();
+            });
+            const DialogWindow dialog(window);
+            dialog.Click(IDC_FIND_SUBJECT);
+            dialog.Click(from);
+            dialog.SetText(IDC_FIND_TEXT, text);
+            dialog.Ok();
+        });
+        RunFind(m_parent.Handle(), m_list, &m_request);
+        EXPECT_TRUE(shown);
+        PumpMessages();
+    }
+    CEOID Current() { return m_list.CurrentEntry(); }
+
+    FindRequest m_request;
+    std::wstring m_resultCount;
+};
+
+} // namespace
+
+TEST_F(RunFindTest, SelectsEveryEntryFound)
+{
+    const CEOID a = AddEntry(3, L"walk"), b = AddEntry(2, L"lunch"), c = AddEntry(1, L"Walk");
+    CreateList(); // the newest first
+    m_list.SelectRecord(b);
+    Find(L"walk", [&](const DialogWindow&) {
+        EXPECT_EQ(Selected(), (Ids{a, c}));
+        EXPECT_EQ(SelectedRows(), (std::vector<int>{0, 2}));
+    });
+    EXPECT_EQ(Selected(), (Ids{a, c}));
+    EXPECT_EQ(m_resultCount, L"2");
+    EXPECT_EQ(Current(), c) << "as if they had been selected one by one";
+    EXPECT_EQ(LastReport(), 1);
+    EXPECT_EQ(m_request.text, L"walk");
+}
+
+TEST_F(RunFindTest, NothingFoundEmptiesTheSelection)
+{
+    const CEOID a = AddEntry(1, L"walk");
+    CreateList();
+    m_list.SelectRecord(a);
+    Find(L"nowhere");
+    EXPECT_EQ(Selected(), Ids{});
+    EXPECT_EQ(SelectedRows(), std::vector<int>{});
+    EXPECT_EQ(Current(), 0u);
+    EXPECT_EQ(LastReport(), 0);
+    EXPECT_EQ(m_resultCount, L"0");
+}
+
+TEST_F(RunFindTest, CancelLeavesTheSelection)
+{
+    const CEOID a = AddEntry(1, L"walk");
+    CreateList();
+    m_list.SelectRecord(a);
+    ModalDriver find([](HWND window) { DialogWindow(window).Cancel(); });
+    RunFind(m_parent.Handle(), m_list, &m_request);
+    EXPECT_EQ(Selected(), (Ids{a}));
+    EXPECT_EQ(Current(), a);
+}
+
+TEST_F(RunFindTest, FromCurrentStartsBehindTheFocusThatWasThereBefore)
+{
+    const CEOID a = AddEntry(4, L"walk"), b = AddEntry(3, L"lunch"), c = AddEntry(2, L"walk"),
+                d = AddEntry(1, L"walk");
+    CreateList();
+    m_list.SelectRecord(c);
+    Find(L"walk", nullptr, IDC_FIND_FROM_CURRENT);
+    EXPECT_EQ(Selected(), (Ids{d, a}));
+    m_list.ClearSelection();
+    m_list.SelectRecord(b);
+    Find(L"walk", nullptr, IDC_FIND_FROM_CURRENT);
+    EXPECT_EQ(Selected(), (Ids{c, d, a})) << "an entry that does not match itself";
+}
+
+TEST_F(RunFindTest, CurrentIsGreyWhereNothingHasTheFocus)
+{
+    AddEntry(1, L"walk");
+    CreateList();
+    bool enabled = true;
+    ModalDriver find([&](HWND window) {
+        const DialogWindow dialog(window);
+        enabled = dialog.IsEnabled(IDC_FIND_FROM_CURRENT);
+        dialog.Cancel();
+    });
+    RunFind(m_parent.Handle(), m_list, &m_request);
+    EXPECT_FALSE(enabled);
+}
+
+TEST_F(RunFindTest, WhatTheFilterHidesIsInTheResultsAndNotInTheSelection)
+{
+    const CEOID hidden =
+        TestRecord().Time(kPropDate, Instant(2000, 1, 5)).Text(kPropSubject, L"walk").Write();
+    const CEOID seen = TestRecord().Time(kPropDate, Instant(2000, 3, 5)).Text(kPropSubject, L"walk").Write();
+    App().Filter().active = true;
+    App().Filter().monthMask = 1 << 2; // March
+    CreateList();
+    ASSERT_EQ(RowCount(), 1);
+    Find(L"walk", [&](const DialogWindow& dialog) {
+        EXPECT_EQ(ListView_GetItemCount(dialog.Item(IDC_FOUND_LIST)), 2);
+        EXPECT_EQ(Selected(), (Ids{seen}));
+    });
+    EXPECT_EQ(m_resultCount, L"2");
+    EXPECT_EQ(Selected(), (Ids{seen}));
+    EXPECT_EQ(Current(), seen);
+    EXPECT_FALSE(m_list.Selection().Contains(hidden));
+}
+
+TEST_F(RunFindTest, TheListIsRefreshedAfterTheResults)
+{
+    const CEOID a = AddEntry(1, L"walk");
+    CreateList();
+    Find(L"walk", [&](const DialogWindow&) {
+        EXPECT_EQ(RowCount(), 1);
+        AddEntry(2, L"new");
+        EXPECT_EQ(App().Journal().DeleteRecord(a), 1);
+        AddEntry(3, L"newer");
+    });
+    EXPECT_EQ(RowCount(), 2);
+    EXPECT_EQ(Selected(), Ids{}) << "what is gone leaves the selection";
+}

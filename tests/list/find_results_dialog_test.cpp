@@ -1,0 +1,331 @@
+#include "list/find_results_dialog.h"
+
+#include <commctrl.h>
+
+#include <functional>
+
+#include "list/dialog_window.h"
+#include "list/editor_stand_in.h"
+#include "list/journal_fixture.h"
+#include "ui/scale.h"
+#include "ui/work_area.h"
+#include "util/date_text.h"
+
+namespace {
+
+constexpr int kList = 1041, kCount = 1042;
+
+using Row = std::vector<std::wstring>;
+
+class FindResultsTest : public JournalTest {
+  protected:
+    void Run(const std::vector<CEOID>& found, const std::function<void(const DialogWindow&)>& action,
+             HWND owner = nullptr)
+    {
+        ModalDriver driver([&](HWND window) {
+            ShowWindow(window, SW_SHOW); // the dialog manager shows it once it has nothing else to do
+            const DialogWindow dialog(window);
+            action(dialog);
+            if (IsWindow(window))
+                dialog.Ok();
+        });
+        RunFindResults(owner, found);
+        EXPECT_TRUE(driver.Ran());
+    }
+    static int RowCount(const DialogWindow& dialog) { return ListView_GetItemCount(dialog.Item(kList)); }
+    static std::wstring Cell(const DialogWindow& dialog, int row, int column)
+    {
+        wchar_t text[300] = L"";
+        LVITEMW item{};
+        item.iSubItem = column;
+        item.pszText = text;
+        item.cchTextMax = 300;
+        dialog.Ask(kList, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+        return text;
+    }
+    static CEOID IdOf(const DialogWindow& dialog, int row)
+    {
+        LVITEMW item{};
+        item.mask = LVIF_PARAM;
+        item.iItem = row;
+        EXPECT_TRUE(ListView_GetItem(dialog.Item(kList), &item));
+        return static_cast<CEOID>(item.lParam);
+    }
+    static int Selected(const DialogWindow& dialog)
+    {
+        return ListView_GetNextItem(dialog.Item(kList), -1, LVNI_SELECTED);
+    }
+    static void Select(const DialogWindow& dialog, int row)
+    {
+        ListView_SetItemState(dialog.Item(kList), row, LVIS_SELECTED | LVIS_FOCUSED,
+                              LVIS_SELECTED | LVIS_FOCUSED);
+    }
+    static void DoubleClick(const DialogWindow& dialog, int row)
+    {
+        RECT rect{};
+        ASSERT_TRUE(ListView_GetItemRect(dialog.Item(kList), row, &rect, LVIR_LABEL));
+        const LPARAM point = MAKELPARAM(rect.left + 5, (rect.top + rect.bottom) / 2);
+        PostMessageW(dialog.Item(kList), WM_LBUTTONDOWN, MK_LBUTTON, point);
+        PostMessageW(dialog.Item(kList), WM_LBUTTONUP, 0, point);
+        PumpMessages();
+        PostMessageW(dialog.Item(kList), WM_LBUTTONDBLCLK, MK_LBUTTON, point);
+        PostMessageW(dialog.Item(kList), WM_LBUTTONUP, 0, point);
+        PumpMessages();
+    }
+    // What opens the editor, and what the user does in it.
+    static void InEditor(const DialogWindow& results, const std::function<void()>& open,
+                         const std::function<void(CEOID* id)>& work)
+    {
+        g_editorRuns = 0;
+        g_edit = [&](CEOID* id) {
+            work(id);
+            return 1;
+        };
+        open();
+        g_edit = nullptr;
+        EXPECT_EQ(g_editorRuns, 1);
+        EXPECT_EQ(g_editorOwner, results.Window());
+    }
+    static void Retitle(CEOID id, const wchar_t* subject)
+    {
+        CEPROPVAL property{};
+        property.propid = kPropSubject;
+        property.val.lpwstr = const_cast<wchar_t*>(subject);
+        EXPECT_EQ(App().Journal().WriteRecord(id, 1, &property), id);
+    }
+};
+
+std::wstring DateText(TimeCount time)
+{
+    wchar_t text[kDateTimeTextSize];
+    return DateTimeText(time, text);
+}
+
+} // namespace
+
+TEST_F(FindResultsTest, ShowsWhatWasFoundInItsOrder)
+{
+    const CEOID late = AddEntry(30, L"late"), early = AddEntry(10, L"early");
+    Run({late, early}, [&](const DialogWindow& dialog) {
+        EXPECT_EQ(WindowText(dialog.Window()), L"Find Results...");
+        EXPECT_EQ(dialog.Text(kCount), L"2");
+        ASSERT_EQ(RowCount(dialog), 2);
+        EXPECT_EQ(Cell(dialog, 0, 0), DateText(Instant(2000, 1, 1, 0, 30)));
+        EXPECT_EQ(Cell(dialog, 0, 1), L"late");
+        EXPECT_EQ(IdOf(dialog, 0), late);
+        EXPECT_EQ(Cell(dialog, 1, 0), DateText(Instant(2000, 1, 1, 0, 10)));
+        EXPECT_EQ(Cell(dialog, 1, 1), L"early");
+        EXPECT_EQ(IdOf(dialog, 1), early);
+    });
+}
+
+TEST_F(FindResultsTest, NothingFoundIsNought)
+{
+    Run({}, [](const DialogWindow& dialog) {
+        EXPECT_EQ(dialog.Text(kCount), L"0");
+        EXPECT_EQ(RowCount(dialog), 0);
+        EXPECT_EQ(GetFocus(), dialog.Item(IDOK));
+        dialog.Press(VK_RETURN);
+        EXPECT_FALSE(IsWindowVisible(dialog.Window())) << "Enter closes it";
+    });
+}
+
+TEST_F(FindResultsTest, TheListHasItsStyleAndColumns)
+{
+    const CEOID id = AddEntry(1, L"one");
+    Run({id}, [](const DialogWindow& dialog) {
+        HWND list = dialog.Item(kList);
+        constexpr LONG_PTR kStyle = LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER;
+        EXPECT_EQ(GetWindowLongPtrW(list, GWL_STYLE) & (kStyle | LVS_TYPEMASK), kStyle | LVS_REPORT);
+        EXPECT_NE(ListView_GetExtendedListViewStyle(list) & LVS_EX_FULLROWSELECT, 0u);
+        for (const auto& [column, title] : {std::pair(0, L"Date"), std::pair(1, L"Subject")}) {
+            wchar_t text[20] = L"";
+            LVCOLUMNW info{};
+            info.mask = LVCF_TEXT | LVCF_WIDTH;
+            info.pszText = text;
+            info.cchTextMax = 20;
+            ASSERT_TRUE(ListView_GetColumn(list, column, &info));
+            EXPECT_STREQ(text, title);
+            EXPECT_GE(info.cx, Scale(60));
+        }
+        EXPECT_EQ(Header_GetItemCount(ListView_GetHeader(list)), 2);
+        EXPECT_EQ(Selected(dialog), 0);
+        EXPECT_EQ(GetFocus(), list);
+    });
+}
+
+TEST_F(FindResultsTest, WhatCannotBeReadIsPassedOver)
+{
+    const CEOID first = AddEntry(1, L"one"), gone = AddEntry(2, L"two"), last = AddEntry(3, L"three");
+    ASSERT_EQ(App().Journal().DeleteRecord(gone), 1);
+    Run({first, gone, 777, last}, [&](const DialogWindow& dialog) {
+        ASSERT_EQ(RowCount(dialog), 2);
+        EXPECT_EQ(dialog.Text(kCount), L"2");
+        EXPECT_EQ(IdOf(dialog, 1), last);
+    });
+}
+
+TEST_F(FindResultsTest, AnEntryWithoutDateOrSubjectHasEmptyCells)
+{
+    const CEOID bare = TestRecord().Text(kPropBody, L"body").Write();
+    Run({bare}, [](const DialogWindow& dialog) {
+        ASSERT_EQ(RowCount(dialog), 1);
+        EXPECT_EQ(Cell(dialog, 0, 0), L"");
+        EXPECT_EQ(Cell(dialog, 0, 1), L"");
+    });
+}
+
+TEST_F(FindResultsTest, ADoubleClickOpensTheEntryOverTheResultsAndFillsThemAnew)
+{
+    const auto ids = AddEntries(3);
+    Run(ids, [&](const DialogWindow& dialog) {
+        InEditor(
+            dialog, [&] { DoubleClick(dialog, 1); },
+            [&](const CEOID* id) {
+                EXPECT_EQ(*id, ids[1]);
+                Retitle(*id, L"changed");
+            });
+        ASSERT_EQ(RowCount(dialog), 3);
+        EXPECT_EQ(Cell(dialog, 1, 1), L"changed");
+        EXPECT_EQ(Selected(dialog), 1);
+        EXPECT_EQ(GetFocus(), dialog.Item(kList));
+    });
+}
+
+TEST_F(FindResultsTest, EnterOpensTheEntryWithTheFocus)
+{
+    const auto ids = AddEntries(3);
+    Run(ids, [&](const DialogWindow& dialog) {
+        dialog.Press(VK_DOWN);
+        dialog.Press(VK_DOWN);
+        InEditor(
+            dialog, [&] { dialog.Press(VK_RETURN); }, [&](const CEOID* id) { EXPECT_EQ(*id, ids[2]); });
+        EXPECT_EQ(Selected(dialog), 2);
+        EXPECT_TRUE(IsWindowVisible(dialog.Window()));
+    });
+}
+
+TEST_F(FindResultsTest, ADoubleClickBelowTheRowsOpensNothing)
+{
+    const auto ids = AddEntries(1);
+    Run(ids, [](const DialogWindow& dialog) {
+        NMITEMACTIVATE click{};
+        click.hdr = {dialog.Item(kList), kList, static_cast<UINT>(NM_DBLCLK)};
+        click.iItem = -1;
+        g_editorRuns = 0;
+        SendMessageW(dialog.Window(), WM_NOTIFY, kList, reinterpret_cast<LPARAM>(&click));
+        EXPECT_EQ(g_editorRuns, 0);
+    });
+}
+
+TEST_F(FindResultsTest, WhatWasDeletedMeanwhileVanishes)
+{
+    const auto ids = AddEntries(4);
+    Run(ids, [&](const DialogWindow& dialog) {
+        InEditor(
+            dialog, [&] { DoubleClick(dialog, 1); },
+            [&](CEOID*) {
+                EXPECT_EQ(App().Journal().DeleteRecord(ids[0]), 1);
+                EXPECT_EQ(App().Journal().DeleteRecord(ids[3]), 1);
+            });
+        ASSERT_EQ(RowCount(dialog), 2);
+        EXPECT_EQ(dialog.Text(kCount), L"2");
+        EXPECT_EQ(Cell(dialog, Selected(dialog), 1), L"entry 1");
+    });
+}
+
+TEST_F(FindResultsTest, TheEntryItselfGoneSelectsTheNext)
+{
+    const auto ids = AddEntries(3);
+    Run(ids, [&](const DialogWindow& dialog) {
+        InEditor(
+            dialog, [&] { DoubleClick(dialog, 2); },
+            [&](CEOID*) { EXPECT_EQ(App().Journal().DeleteRecord(ids[2]), 1); });
+        ASSERT_EQ(RowCount(dialog), 2);
+        EXPECT_EQ(Selected(dialog), 1);
+    });
+}
+
+TEST_F(FindResultsTest, AnEntryThatIsWrittenAnewStays)
+{
+    const auto ids = AddEntries(2);
+    Run(ids, [&](const DialogWindow& dialog) {
+        InEditor(
+            dialog, [&] { DoubleClick(dialog, 0); },
+            [&](CEOID* id) {
+                EXPECT_EQ(App().Journal().DeleteRecord(ids[0]), 1);
+                *id = AddEntry(9, L"anew");
+            });
+        ASSERT_EQ(RowCount(dialog), 2);
+        EXPECT_EQ(Cell(dialog, 0, 1), L"anew");
+        EXPECT_NE(IdOf(dialog, 0), ids[0]);
+    });
+}
+
+TEST_F(FindResultsTest, AFarRowStaysInSight)
+{
+    const auto ids = AddEntries(200);
+    Run(ids, [](const DialogWindow& dialog) {
+        HWND list = dialog.Item(kList);
+        Select(dialog, 120);
+        ListView_EnsureVisible(list, 120, FALSE);
+        const int top = ListView_GetTopIndex(list);
+        InEditor(
+            dialog, [&] { dialog.Press(VK_RETURN); }, [](CEOID*) {});
+        EXPECT_EQ(Selected(dialog), 120);
+        EXPECT_EQ(ListView_GetTopIndex(list), top);
+    });
+}
+
+TEST_F(FindResultsTest, EscClosesIt)
+{
+    const auto ids = AddEntries(1);
+    Run(ids, [](const DialogWindow& dialog) {
+        dialog.Press(VK_ESCAPE);
+        EXPECT_FALSE(IsWindowVisible(dialog.Window()));
+    });
+}
+
+TEST_F(FindResultsTest, HelpIsAskedOnceAndNotOfTheOwner)
+{
+    bool ownerAsked = false;
+    const TestParent owner([&](HWND, UINT message, WPARAM, LPARAM, LRESULT*) {
+        ownerAsked |= message == WM_HELP;
+        return false;
+    });
+    Run(
+        {},
+        [](const DialogWindow& dialog) {
+            const MessageBoxAnswerer boxes; // there is no help viewer here
+            HELPINFO info{};
+            info.cbSize = sizeof info;
+            EXPECT_EQ(SendMessageW(dialog.Window(), WM_HELP, 0, reinterpret_cast<LPARAM>(&info)), TRUE);
+            ASSERT_EQ(boxes.Boxes().size(), 1u);
+            EXPECT_EQ(boxes.Boxes()[0].text, L"Error starting help");
+            EXPECT_EQ(boxes.Boxes()[0].owner, dialog.Window());
+        },
+        owner.Handle());
+    EXPECT_FALSE(ownerAsked);
+}
+
+TEST_F(FindResultsTest, EverythingIsOnTheScreen)
+{
+    const auto ids = AddEntries(3);
+    Run(ids, [](const DialogWindow& dialog) {
+        const RECT area = WorkArea();
+        RECT own{}, seen{}, inside{};
+        GetWindowRect(dialog.Window(), &own);
+        IntersectRect(&seen, &own, &area);
+        EXPECT_TRUE(EqualRect(&seen, &own));
+        GetClientRect(dialog.Window(), &inside);
+        for (HWND child = ::GetWindow(dialog.Window(), GW_CHILD); child;
+             child = ::GetWindow(child, GW_HWNDNEXT)) {
+            const RECT place = dialog.PlaceOf(child);
+            IntersectRect(&seen, &place, &inside);
+            EXPECT_TRUE(EqualRect(&seen, &place)) << GetDlgCtrlID(child);
+        }
+        EXPECT_GE(ListView_GetCountPerPage(dialog.Item(kList)), 1);
+        RECT hint = dialog.Place(1043), button = dialog.Place(IDOK);
+        EXPECT_FALSE(IntersectRect(&seen, &hint, &button));
+    });
+}

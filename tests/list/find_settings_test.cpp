@@ -1,0 +1,160 @@
+#include "list/find_settings.h"
+
+#include <gtest/gtest.h>
+
+#include "app/journal_app.h"
+#include "support/test_store.h"
+
+namespace {
+
+using Texts = std::vector<std::wstring>;
+
+class FindSettings : public testing::Test {
+  protected:
+    static DWORD Stored(const wchar_t* name) { return App().GetNumber(kSettings, name, 0xDEAD); }
+    static void Store(const wchar_t* name, DWORD value) { App().SetNumber(kSettings, name, value); }
+    static void StoreText(int index, const std::wstring& text)
+    {
+        App().SetString(kOptions, (L"Find" + std::to_wstring(index)).c_str(), text.c_str());
+    }
+    static std::wstring StoredText(int index)
+    {
+        wchar_t text[kSettingTextSize];
+        App().GetString(kOptions, (L"Find" + std::to_wstring(index)).c_str(), L"", text);
+        return text;
+    }
+    static void Add(const std::wstring& text) { AddToFindHistory(&App(), text); }
+    static Texts History() { return ReadFindHistory(App()); }
+
+    TestRegistry m_registry;
+};
+
+} // namespace
+
+TEST_F(FindSettings, NothingStoredReadsAsTheDefaults)
+{
+    EXPECT_EQ(ReadSearchBy(App()), SearchBy::Date);
+    EXPECT_EQ(ReadSearchFrom(App()), SearchFrom::Top);
+    EXPECT_FALSE(ReadMatchCase(App()));
+    EXPECT_EQ(History(), Texts{});
+}
+
+TEST_F(FindSettings, ButtonsAreStoredByTheirNumbers)
+{
+    const std::pair<SearchBy, DWORD> kinds[] = {
+        {SearchBy::Date, 1106}, {SearchBy::Subject, 1107}, {SearchBy::Entry, 1108}};
+    for (const auto& [by, button] : kinds) {
+        FindRequest request;
+        request.by = by;
+        request.matchCase = by == SearchBy::Subject;
+        request.from = by == SearchBy::Entry ? SearchFrom::Current : SearchFrom::Top;
+        StoreFindChoices(&App(), request);
+        EXPECT_EQ(Stored(L"SearchBy"), button);
+        EXPECT_EQ(Stored(L"MatchCase"), by == SearchBy::Subject ? 1u : 0u);
+        EXPECT_EQ(Stored(L"SearchFrom"), by == SearchBy::Entry ? 1049u : 1047u);
+        EXPECT_EQ(ReadSearchBy(App()), by);
+        EXPECT_EQ(ReadMatchCase(App()), request.matchCase);
+        EXPECT_EQ(ReadSearchFrom(App()), request.from);
+    }
+}
+
+TEST_F(FindSettings, NumbersOfNoSuchButtonReadAsTheDefaults)
+{
+    for (const DWORD number : {0u, 1u, 2u, 1105u, 1109u, 1048u, 0xFFFFFFFFu}) {
+        Store(L"SearchBy", number);
+        Store(L"SearchFrom", number);
+        EXPECT_EQ(ReadSearchBy(App()), SearchBy::Date) << number;
+        EXPECT_EQ(ReadSearchFrom(App()), SearchFrom::Top) << number;
+    }
+    Store(L"MatchCase", 0xFFFFFFFF);
+    EXPECT_TRUE(ReadMatchCase(App()));
+}
+
+TEST_F(FindSettings, ANewTextComesFirstAndTheSixthDropsTheOldest)
+{
+    for (const wchar_t* text : {L"one", L"two", L"three", L"four", L"five"})
+        Add(text);
+    EXPECT_EQ(History(), (Texts{L"five", L"four", L"three", L"two", L"one"}));
+    Add(L"six");
+    EXPECT_EQ(History(), (Texts{L"six", L"five", L"four", L"three", L"two"}));
+    EXPECT_EQ(StoredText(5), L"");
+}
+
+TEST_F(FindSettings, ATextThatIsThereAlreadyChangesNothing)
+{
+    for (const wchar_t* text : {L"one", L"two", L"three"})
+        Add(text);
+    for (const wchar_t* text : {L"one", L"THREE", L"Two"}) {
+        Add(text);
+        EXPECT_EQ(History(), (Texts{L"three", L"two", L"one"}));
+    }
+}
+
+TEST_F(FindSettings, AnEmptyTextChangesNothing)
+{
+    Add(L"one");
+    Add(L"");
+    EXPECT_EQ(History(), (Texts{L"one"}));
+    EXPECT_EQ(StoredText(0), L"one");
+}
+
+TEST_F(FindSettings, TheHistoryEndsAtItsFirstEmptyText)
+{
+    StoreText(0, L"one");
+    StoreText(2, L"three");
+    EXPECT_EQ(History(), (Texts{L"one"}));
+    Add(L"new");
+    EXPECT_EQ(StoredText(0), L"new");
+    EXPECT_EQ(StoredText(1), L"one");
+    EXPECT_EQ(StoredText(2), L"three") << "what stands behind an empty one is left alone";
+}
+
+TEST_F(FindSettings, StoredRepetitionsAreNotCarriedOn)
+{
+    StoreText(0, L"a");
+    StoreText(1, L"A");
+    StoreText(2, L"b");
+    Add(L"new");
+    EXPECT_EQ(History(), (Texts{L"new", L"A", L"b"}));
+}
+
+TEST_F(FindSettings, ATextTooLongToBeReadEndsTheHistory)
+{
+    StoreText(0, L"one");
+    StoreText(1, std::wstring(156, L'x'));
+    StoreText(2, L"three");
+    EXPECT_EQ(History(), (Texts{L"one"}));
+    StoreText(1, std::wstring(155, L'x'));
+    EXPECT_EQ(History(), (Texts{L"one", std::wstring(155, L'x'), L"three"}));
+}
+
+TEST_F(FindSettings, NumbersWhereTextsShouldBeDoNoHarm)
+{
+    App().SetNumber(kOptions, L"Find0", 0x00410042);
+    EXPECT_EQ(History(), (Texts{L"BA"}));
+    App().SetString(kSettings, L"SearchBy", L"text");
+    EXPECT_EQ(ReadSearchBy(App()), SearchBy::Date);
+}
+
+TEST(SearchText, IsTheFirstThirteenCharacters)
+{
+    EXPECT_EQ(SearchTextOf(L"12345678901234567890"), L"1234567890123");
+    EXPECT_EQ(SearchTextOf(L"1234567890123"), L"1234567890123");
+    EXPECT_EQ(SearchTextOf(L"walk"), L"walk");
+    EXPECT_EQ(SearchTextOf(L""), L"");
+}
+
+TEST(SearchText, DoesNotEndInHalfACharacter)
+{
+    EXPECT_EQ(SearchTextOf(L"123456789012\xD83C\xDF82"), L"123456789012");
+    EXPECT_EQ(SearchTextOf(L"12345678901\xD83C\xDF82x"), L"12345678901\xD83C\xDF82");
+    EXPECT_EQ(SearchTextOf(L"123456789012\xD83C"), L"123456789012\xD83C") << "half as it was given";
+}
+
+TEST(SearchText, ThePlaceholderIsNoText)
+{
+    EXPECT_EQ(SearchTextOf(L"<Search Text>"), L"");
+    EXPECT_EQ(SearchTextOf(L"<Search Text> and more"), L"") << "it is as long as what is taken";
+    EXPECT_EQ(SearchTextOf(L"<search text>"), L"<search text>");
+    EXPECT_EQ(SearchTextOf(L"<Search Text"), L"<Search Text");
+}
