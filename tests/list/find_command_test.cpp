@@ -2,7 +2,8 @@
 
 #include <memory>
 
-#include "list/dialog_window.h"
+#include "support/dialog_window.h"
+#include "support/test_windows.h"
 #include "list/entry_list_fixture.h"
 #include "res/resource.h"
 

@@ -8,7 +8,8 @@
 #include <vector>
 
 #include "app/journal_app.h"
-#include "list/dialog_window.h"
+#include "support/dialog_window.h"
+#include "support/test_windows.h"
 #include "support/test_store.h"
 #include "ui/scale.h"
 #include "ui/work_area.h"
@@ -120,12 +121,12 @@ TEST_F(FindDialogTest, ThePickerHasItsPlaceAndTheFocus)
     Run([](const DialogWindow& dialog) {
         HWND picker = Picker(dialog);
         ASSERT_NE(picker, nullptr);
-        const RECT place = dialog.PlaceOf(picker);
+        const RECT place = dialog.RectOf(picker);
         EXPECT_EQ(place.left, Scale(18));
         EXPECT_EQ(place.top + GetScrollPos(dialog.Window(), SB_VERT), Scale(125));
         EXPECT_EQ(place.right - place.left, Scale(177));
         EXPECT_EQ(place.bottom - place.top, Scale(22));
-        EXPECT_GT(dialog.Place(1110).bottom, place.bottom) << "inside its frame";
+        EXPECT_GT(dialog.Rect(1110).bottom, place.bottom) << "inside its frame";
         EXPECT_EQ(GetFocus(), picker);
         const auto style = GetWindowLongPtrW(picker, GWL_STYLE);
         EXPECT_EQ(style & (DTS_LONGDATEFORMAT | DTS_TIMEFORMAT | DTS_SHOWNONE), 0) << "the short date";
@@ -236,7 +237,7 @@ TEST_F(FindDialogTest, CancelChangesNothing)
         dialog.Click(kCurrent);
         dialog.SetText(kText, L"walk");
         Pick(dialog, {1999, 12, 5, 31, 0, 0, 0, 0});
-        dialog.Press(VK_ESCAPE);
+        dialog.Key(VK_ESCAPE);
     }));
     EXPECT_EQ(m_request.text, L"before");
     EXPECT_EQ(m_request.by, SearchBy::Date);
@@ -249,7 +250,7 @@ TEST_F(FindDialogTest, CancelChangesNothing)
 
 TEST_F(FindDialogTest, EnterIsOk)
 {
-    EXPECT_TRUE(Run([](const DialogWindow& dialog) { dialog.Press(VK_RETURN); }));
+    EXPECT_TRUE(Run([](const DialogWindow& dialog) { dialog.Key(VK_RETURN); }));
     EXPECT_EQ(Stored(L"SearchBy"), 1106u);
 }
 
@@ -391,13 +392,13 @@ TEST_F(FindDialogTest, EveryControlIsInReachOnTheScreen)
         dialog.Click(kSubject);
         for (const int id : {kDate, kSubject, kEntry, kTop, kCurrent, kMatch, kText, IDOK, IDCANCEL}) {
             SetFocus(dialog.Item(id));
-            const RECT place = dialog.Place(id);
+            const RECT place = dialog.Rect(id);
             IntersectRect(&seen, &place, &inside);
             EXPECT_TRUE(EqualRect(&seen, &place)) << id;
         }
         dialog.Click(kDate);
         SetFocus(Picker(dialog));
-        const RECT place = dialog.PlaceOf(Picker(dialog));
+        const RECT place = dialog.RectOf(Picker(dialog));
         IntersectRect(&seen, &place, &inside);
         EXPECT_TRUE(EqualRect(&seen, &place));
     });

@@ -4,7 +4,8 @@
 
 #include <functional>
 
-#include "list/dialog_window.h"
+#include "support/dialog_window.h"
+#include "support/test_windows.h"
 #include "list/editor_stand_in.h"
 #include "list/journal_fixture.h"
 #include "ui/scale.h"
@@ -125,7 +126,7 @@ TEST_F(FindResultsTest, NothingFoundIsNought)
         EXPECT_EQ(dialog.Text(kCount), L"0");
         EXPECT_EQ(RowCount(dialog), 0);
         EXPECT_EQ(GetFocus(), dialog.Item(IDOK));
-        dialog.Press(VK_RETURN);
+        dialog.Key(VK_RETURN);
         EXPECT_FALSE(IsWindowVisible(dialog.Window())) << "Enter closes it";
     });
 }
@@ -196,10 +197,10 @@ TEST_F(FindResultsTest, EnterOpensTheEntryWithTheFocus)
 {
     const auto ids = AddEntries(3);
     Run(ids, [&](const DialogWindow& dialog) {
-        dialog.Press(VK_DOWN);
-        dialog.Press(VK_DOWN);
+        dialog.Key(VK_DOWN);
+        dialog.Key(VK_DOWN);
         InEditor(
-            dialog, [&] { dialog.Press(VK_RETURN); }, [&](const CEOID* id) { EXPECT_EQ(*id, ids[2]); });
+            dialog, [&] { dialog.Key(VK_RETURN); }, [&](const CEOID* id) { EXPECT_EQ(*id, ids[2]); });
         EXPECT_EQ(Selected(dialog), 2);
         EXPECT_TRUE(IsWindowVisible(dialog.Window()));
     });
@@ -271,7 +272,7 @@ TEST_F(FindResultsTest, AFarRowStaysInSight)
         ListView_EnsureVisible(list, 120, FALSE);
         const int top = ListView_GetTopIndex(list);
         InEditor(
-            dialog, [&] { dialog.Press(VK_RETURN); }, [](CEOID*) {});
+            dialog, [&] { dialog.Key(VK_RETURN); }, [](CEOID*) {});
         EXPECT_EQ(Selected(dialog), 120);
         EXPECT_EQ(ListView_GetTopIndex(list), top);
     });
@@ -281,7 +282,7 @@ TEST_F(FindResultsTest, EscClosesIt)
 {
     const auto ids = AddEntries(1);
     Run(ids, [](const DialogWindow& dialog) {
-        dialog.Press(VK_ESCAPE);
+        dialog.Key(VK_ESCAPE);
         EXPECT_FALSE(IsWindowVisible(dialog.Window()));
     });
 }
@@ -320,12 +321,12 @@ TEST_F(FindResultsTest, EverythingIsOnTheScreen)
         GetClientRect(dialog.Window(), &inside);
         for (HWND child = ::GetWindow(dialog.Window(), GW_CHILD); child;
              child = ::GetWindow(child, GW_HWNDNEXT)) {
-            const RECT place = dialog.PlaceOf(child);
+            const RECT place = dialog.RectOf(child);
             IntersectRect(&seen, &place, &inside);
             EXPECT_TRUE(EqualRect(&seen, &place)) << GetDlgCtrlID(child);
         }
         EXPECT_GE(ListView_GetCountPerPage(dialog.Item(kList)), 1);
-        RECT hint = dialog.Place(1043), button = dialog.Place(IDOK);
+        RECT hint = dialog.Rect(1043), button = dialog.Rect(IDOK);
         EXPECT_FALSE(IntersectRect(&seen, &hint, &button));
     });
 }

@@ -31,11 +31,6 @@ std::wstring StoredText()
     return text;
 }
 
-bool IsChecked(const DialogWindow& dialog, int id)
-{
-    return dialog.Ask(id, BM_GETCHECK) == BST_CHECKED;
-}
-
 class OptionsDialogTest : public testing::Test {
   protected:
     // What the action leaves open is closed with nothing stored.
@@ -72,10 +67,10 @@ TEST_F(OptionsDialogTest, AtFirstEverythingIsOnButTheInputPanel)
     Run([](DialogWindow& dialog) {
         EXPECT_EQ(WindowText(dialog.Window()), L"Options");
         for (const int id : {kConfirm, kOpenOnFind, kRetain, kCategories}) {
-            EXPECT_TRUE(IsChecked(dialog, id)) << id;
+            EXPECT_TRUE(dialog.IsChecked(id)) << id;
             EXPECT_TRUE(dialog.IsEnabled(id)) << id;
         }
-        EXPECT_FALSE(IsChecked(dialog, kInputPanel));
+        EXPECT_FALSE(dialog.IsChecked(kInputPanel));
         EXPECT_FALSE(dialog.IsEnabled(kInputPanel));
         ExpectPassword(dialog, L"Password NOT Set!", false);
     });
@@ -120,7 +115,7 @@ TEST_F(OptionsDialogTest, EachBoxShowsItsValue)
             App().SetNumber(L"Options", value.second, value.first != off);
         Run([&](DialogWindow& dialog) {
             for (const auto& value : values)
-                EXPECT_EQ(IsChecked(dialog, value.first), value.first != off) << value.second;
+                EXPECT_EQ(dialog.IsChecked(value.first), value.first != off) << value.second;
         });
     }
 }
@@ -169,11 +164,11 @@ TEST_F(OptionsDialogTest, TheKeyboardAloneDoesIt)
 {
     Run([](DialogWindow& dialog) {
         dialog.AltKey('D');
-        EXPECT_FALSE(IsChecked(dialog, kConfirm));
+        EXPECT_FALSE(dialog.IsChecked(kConfirm));
         dialog.Key(VK_TAB);
         EXPECT_TRUE(dialog.HasFocus(kOpenOnFind));
         dialog.Key(VK_SPACE);
-        EXPECT_FALSE(IsChecked(dialog, kOpenOnFind));
+        EXPECT_FALSE(dialog.IsChecked(kOpenOnFind));
         dialog.Key(VK_TAB);
         EXPECT_TRUE(dialog.HasFocus(kRetain)) << "past what is grey";
         dialog.AltKey('R');

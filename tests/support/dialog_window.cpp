@@ -85,8 +85,17 @@ void DialogWindow::Click(int id) const
     PumpDialog(m_window);
 }
 
+// What a device sends goes to the window in front, which a window manager may make this one a little late.
+void DialogWindow::TakeKeyboard() const
+{
+    if (GetForegroundWindow() != m_window)
+        SetForegroundWindow(m_window);
+    EXPECT_TRUE(PumpUntil([this] { return GetForegroundWindow() == m_window; }));
+}
+
 void DialogWindow::Type(const std::wstring& text) const
 {
+    TakeKeyboard();
     for (const wchar_t character : text) {
         SendCharacter(character, 0);
         SendCharacter(character, KEYEVENTF_KEYUP);
@@ -96,6 +105,7 @@ void DialogWindow::Type(const std::wstring& text) const
 
 void DialogWindow::Key(WORD key, bool ctrl, bool shift) const
 {
+    TakeKeyboard();
     if (ctrl)
         SendKey(VK_CONTROL, true);
     if (shift)
@@ -112,6 +122,7 @@ void DialogWindow::Key(WORD key, bool ctrl, bool shift) const
 
 void DialogWindow::AltKey(WORD key) const
 {
+    TakeKeyboard();
     SendKey(VK_MENU, true);
     SendKey(key, true);
     PumpDialog(m_window);

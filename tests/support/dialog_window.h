@@ -14,6 +14,7 @@ class DialogWindow {
     HWND Item(int id) const;
     std::wstring Text(int id) const;
     bool IsEnabled(int id) const { return IsWindowEnabled(Item(id)) != 0; }
+    bool IsChecked(int id) const { return Ask(id, BM_GETCHECK) == BST_CHECKED; }
     RECT Rect(int id) const { return RectOf(Item(id)); }
     RECT RectOf(HWND control) const; // in the dialog's client area
     LRESULT Ask(int id, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
@@ -27,12 +28,15 @@ class DialogWindow {
     bool HasFocus(int id) const { return GetFocus() == Field(id); }
     // The left button goes down and up in the middle of a control, which takes the focus if it wants it.
     void Click(int id) const;
+    void SetText(int id, const std::wstring& text) const { SetWindowTextW(Item(id), text.c_str()); }
     // Types into the field that has the focus, through the dialog's own message loop's translation.
     void Type(const std::wstring& text) const;
     void Key(WORD key, bool ctrl = false, bool shift = false) const;
     void AltKey(WORD key) const;
 
   private:
+    void TakeKeyboard() const;
+
     HWND m_window;
 };
 
