@@ -209,7 +209,7 @@ TEST(VCardUpgrade, KnowsEachEncodingInBothForms)
 
 TEST(VCardUpgrade, TakesQuotesOffOnlyInPairs)
 {
-    EXPECT_EQ(Upgraded("X-A;CHARSET=\"iso-8859-7:\xC1", "2.1"), "X-A:\xC3\x81") << "no set that is known";
+    EXPECT_EQ(Upgraded("X-A;CHARSET=\"iso-8859-7x:\xC1", "2.1"), "X-A:\xC3\x81") << "no set that is known";
     EXPECT_EQ(Upgraded("X-A;CHARSET=\":\xC1", "2.1"), "X-A:\xC3\x81");
     EXPECT_EQ(Upgraded("X-A;CHARSET=\"\":\xC1", "2.1"), "X-A:\xC3\x81");
 }
@@ -238,6 +238,7 @@ TEST(VCardUpgrade, NamesNoTypeThatADateSaysByItself)
     EXPECT_EQ(Upgraded("ANNIVERSARY;VALUE=date:2009-08-08", "3.0"), "ANNIVERSARY:20090808");
     EXPECT_EQ(Upgraded("ANNIVERSARY:2009-08-08", "2.1"), "ANNIVERSARY:20090808");
     EXPECT_EQ(Upgraded("BDAY:1985-04-15", "4.0"), "BDAY:1985-04-15");
+    EXPECT_EQ(Upgraded("X-DAY;TYPE=pref;VALUE=date:1985-04-15", "3.0"), "X-DAY;PREF=1;VALUE=date:1985-04-15");
 }
 
 TEST(VCardUpgrade, KnowsEachNameOfAnAgentsAddress)
