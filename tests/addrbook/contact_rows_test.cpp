@@ -109,6 +109,21 @@ TEST_F(Rows, FollowTheStoreWhenTheyAreLoadedAgain)
     EXPECT_EQ(m_rows.IdAt(1), 0u);
 }
 
+TEST_F(Rows, AreFoundByWhatTheStoreSaysNow)
+{
+    const CEOID id = Add("Anna", Field::Note, "lake");
+    m_rows.Load();
+    EXPECT_EQ(Found(L"lake"), Texts{L"Anna"});
+    Contact changed;
+    changed[Field::FileAs] = "Anna";
+    changed[Field::Note] = "hill";
+    ASSERT_EQ(ContactSaver().Save(m_contacts, id, changed), id);
+    m_rows.Load();
+    EXPECT_EQ(Names(), Texts()) << "as many contacts as before, but other texts";
+    EXPECT_EQ(Found(L"hill"), Texts{L"Anna"});
+    EXPECT_EQ(m_rows.Text(0, Column::FileAs), L"Anna");
+}
+
 TEST_F(Rows, AreFoundByTheStartOfTheirName)
 {
     for (const char* name : {"Anna", "Bert", "Bj\xC3\xB6rn", "Carl"})
