@@ -18,17 +18,16 @@ bool InputFile::Open(const std::wstring& path)
     m_file.reset(OrNull(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
                                     OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr)));
     LARGE_INTEGER size;
-    if (!m_file || !GetFileSizeEx(m_file.get(), &size))
-        return false;
-    m_size = static_cast<uint64_t>(size.QuadPart);
-    return true;
+    if (m_file && GetFileSizeEx(m_file.get(), &size))
+        m_size = static_cast<uint64_t>(size.QuadPart);
+    return m_file != nullptr;
 }
 
 size_t InputFile::Read(char* buffer, size_t size)
 {
     constexpr size_t kMost = size_t{1} << 20;
     DWORD read = 0;
-    if (!m_reader(m_file.get(), buffer, static_cast<DWORD>(size < kMost ? size : kMost), &read, nullptr)) {
+    if (!ReadFile(m_file.get(), buffer, static_cast<DWORD>(size < kMost ? size : kMost), &read, nullptr)) {
         m_failed = true;
         return 0;
     }
@@ -66,7 +65,7 @@ bool OutputFile::Open(const std::wstring& path)
 bool OutputFile::Write(std::string_view bytes)
 {
     DWORD written = 0;
-    if (!Check(m_writer(m_file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)))
+    if (!Check(WriteFile(m_file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)))
         return false;
     m_error = written == bytes.size() ? 0 : ERROR_DISK_FULL;
     return m_error == 0;

@@ -14,18 +14,14 @@ namespace addrbook {
 // A file that is read from its start to its end.
 class InputFile {
   public:
-    using Reader = decltype(&ReadFile); // a test's may fail
-
-    explicit InputFile(Reader reader = ReadFile) : m_reader(reader) {}
     [[nodiscard]] bool Open(const std::wstring& path);
     // Up to size bytes; 0 at the end and when reading fails.
     size_t Read(char* buffer, size_t size);
     bool HasFailed() const { return m_failed; }
-    uint64_t Size() const { return m_size; }
+    uint64_t Size() const { return m_size; } // 0 for a pipe, which has none
     uint64_t Position() const { return m_position; }
 
   private:
-    Reader m_reader;
     UniqueKernelHandle m_file;
     uint64_t m_size = 0;
     uint64_t m_position = 0;
@@ -36,9 +32,7 @@ class InputFile {
 // file has. Whatever fails, a file that was there before stays as it was.
 class OutputFile {
   public:
-    using Writer = decltype(&WriteFile); // a test's may fail
-
-    explicit OutputFile(Writer writer = WriteFile) : m_writer(writer) {}
+    OutputFile() = default;
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
@@ -55,7 +49,6 @@ class OutputFile {
     bool Check(bool succeeded);
     bool TakePlace();
 
-    Writer m_writer;
     std::wstring m_path;
     std::wstring m_unfinishedPath;
     UniqueKernelHandle m_file;

@@ -19,6 +19,10 @@ static_assert(static_cast<size_t>(Field::Extra) == kShownFields);
 constexpr std::array<int, kShownFields> kControls = {
     IDC_FILE_AS, IDC_FIRST_NAME, IDC_LAST_NAME, IDC_COMPANY,  IDC_JOB_TITLE,
     IDC_EMAILS,  IDC_PHONES,     IDC_ADDRESS,   IDC_BIRTHDAY, IDC_NOTE};
+// Where there is room, the boxes of several lines show so many more.
+constexpr int kLine = 13; // pixels at 96 dpi
+constexpr int kMoreOfAList = 3;
+constexpr int kMoreOfTheNote = 10;
 constexpr const wchar_t* kCaption = L"Address Book";
 
 std::wstring TextOf(HWND control)
@@ -55,6 +59,7 @@ class ContactDialog : public Dialog {
     Contact Entered() const;
     void FollowNames();
     bool Save();
+    void GrowBoxes();
 
     Contact m_contact;
     bool m_isNew;
@@ -79,9 +84,23 @@ bool ContactDialog::OnInitDialog()
     m_ownFileAs = FileAsOf(m_contact);
     if (!m_isNew)
         SetWindowTextW(GetWindow(), ToWide(m_contact[Field::FileAs]).c_str());
+    GrowBoxes();
     m_scroll.Fit(GetWindow());
     m_filled = true;
     return true;
+}
+
+// The template fits the smallest screen. The lists get what more there is line by line, the note the rest.
+void ContactDialog::GrowBoxes()
+{
+    for (int line = 0; line < kMoreOfAList; ++line) {
+        Grow(kLine, {IDC_EMAILS},
+             {IDC_PHONES_LABEL, IDC_PHONES, IDC_ADDRESS_LABEL, IDC_ADDRESS, IDC_NOTE_LABEL, IDC_NOTE, IDOK,
+              IDCANCEL});
+        Grow(kLine, {IDC_PHONES}, {IDC_ADDRESS_LABEL, IDC_ADDRESS, IDC_NOTE_LABEL, IDC_NOTE, IDOK, IDCANCEL});
+        Grow(kLine, {IDC_ADDRESS}, {IDC_NOTE_LABEL, IDC_NOTE, IDOK, IDCANCEL});
+    }
+    Grow(kMoreOfTheNote * kLine, {IDC_NOTE}, {IDOK, IDCANCEL});
 }
 
 // What was not touched stays as it is, to the byte.

@@ -16,16 +16,56 @@ constexpr CEPROPID kSearched[] = {kContactsKey,     kContactFirstName, kContactL
                                   kContactBirthday, kContactNote};
 constexpr WORD kSearchedCount = static_cast<WORD>(std::size(kSearched));
 
-std::wstring Folded(const std::wstring& text)
+bool IsAccent(wchar_t character)
 {
-    if (text.empty())
-        return text;
-    const int size = static_cast<int>(text.size());
-    std::wstring folded(text.size(), L'\0');
-    const int length = LCMapStringEx(LOCALE_NAME_INVARIANT, LCMAP_LOWERCASE, text.c_str(), size,
-                                     folded.data(), size, nullptr, nullptr, 0);
-    return length == size ? folded : text;
+    return character >= 0x300 && character <= 0x36F;
 }
+
+// A unit of a text as what counts when texts are looked for: small, without accents.
+std::wstring FoldedUnit(wchar_t unit)
+{
+    constexpr int kMostParts = 4;
+    wchar_t parts[kMostParts] = {};
+    const int count = FoldStringW(MAP_COMPOSITE, &unit, 1, parts, kMostParts);
+    std::wstring folded(parts, static_cast<size_t>(count));
+    std::erase_if(folded, IsAccent);
+    std::wstring small = folded;
+    const int size = static_cast<int>(folded.size());
+    if (size)
+        LCMapStringEx(LOCALE_NAME_INVARIANT, LCMAP_LOWERCASE, folded.data(), size, small.data(), size,
+                      nullptr, nullptr, 0);
+    return small;
+}
+
+// Folds texts. The system is asked once for each letter beside A to Z: thousands of texts have few of them.
+class TextFolder {
+  public:
+    std::wstring Folded(std::wstring_view text)
+    {
+        std::wstring folded;
+        folded.reserve(text.size());
+        for (const wchar_t unit : text) {
+            if (unit >= kFirstLetter && !IS_HIGH_SURROGATE(unit) && !IS_LOW_SURROGATE(unit))
+                folded += Known(unit);
+            else
+                folded += unit >= L'A' && unit <= L'Z' ? static_cast<wchar_t>(unit | 0x20) : unit;
+        }
+        return folded;
+    }
+
+  private:
+    static constexpr wchar_t kFirstLetter = 0xC0; // beside ASCII's
+
+    const std::wstring& Known(wchar_t unit)
+    {
+        const auto [place, isNew] = m_known.try_emplace(unit);
+        if (isNew)
+            place->second = FoldedUnit(unit);
+        return place->second;
+    }
+
+    std::unordered_map<wchar_t, std::wstring> m_known;
+};
 
 std::vector<std::wstring> WordsOf(const std::wstring& text)
 {
@@ -66,7 +106,7 @@ void ContactRows::Load()
 
 void ContactRows::Find(const std::wstring& text)
 {
-    m_words = WordsOf(Folded(text));
+    m_words = WordsOf(TextFolder().Folded(text));
     ShowFound();
 }
 
@@ -94,18 +134,21 @@ void ContactRows::LoadSearchTexts()
         return;
     const CeDBase::ReadScope scope(m_contacts);
     m_searchTexts.reserve(m_all.size());
-    for (const CEOID id : m_all)
-        m_searchTexts.push_back(ReadSearchText(id));
+    TextFolder folder;
+    std::wstring text;
+    for (const CEOID id : m_all) {
+        ReadSearchText(id, &text);
+        m_searchTexts.push_back(folder.Folded(text));
+    }
 }
 
-std::wstring ContactRows::ReadSearchText(CEOID id)
+void ContactRows::ReadSearchText(CEOID id, std::wstring* all)
 {
     const auto values = Read(m_contacts, id, kSearched, kSearchedCount);
-    std::wstring all;
+    all->clear();
     for (WORD i = 0; values && i < kSearchedCount; ++i)
         if (const wchar_t* text = TextIn(values.get()[i]))
-            all.append(text).append(1, L'\n');
-    return Folded(all);
+            all->append(text).append(1, L'\n');
 }
 
 int ContactRows::RowOf(CEOID id) const

@@ -19,8 +19,8 @@ class ContactRows {
 
     // Reads anew which contacts there are.
     void Load();
-    // Shows those in which each word of the text is found, wherever and in whatever case; all for an empty
-    // text.
+    // Shows those in which each word of the text is found, wherever, in whatever case, with or
+    // without accents; all for an empty text.
     void Find(const std::wstring& text);
 
     size_t Count() const { return m_shown.size(); }
@@ -41,7 +41,7 @@ class ContactRows {
 
     const Cells& CellsOf(CEOID id);
     Cells ReadCells(CEOID id);
-    std::wstring ReadSearchText(CEOID id);
+    void ReadSearchText(CEOID id, std::wstring* all);
     void LoadSearchTexts();
     void ShowFound();
 

@@ -10,6 +10,8 @@ namespace {
 
 constexpr size_t kBlockBytes = size_t{64} << 10; // written at once, about
 
+} // namespace
+
 const wchar_t* ReasonOf(DWORD error)
 {
     switch (error) {
@@ -20,11 +22,8 @@ const wchar_t* ReasonOf(DWORD error)
     }
 }
 
-} // namespace
-
-ExportJob::ExportJob(DbContacts& contacts, std::vector<CEOID> ids, const std::wstring& path,
-                     OutputFile::Writer writer)
-    : m_contacts(contacts), m_ids(std::move(ids)), m_path(path), m_file(writer), m_isOpen(m_file.Open(path))
+ExportJob::ExportJob(DbContacts& contacts, std::vector<CEOID> ids, const std::wstring& path)
+    : m_contacts(contacts), m_ids(std::move(ids)), m_path(path), m_isOpen(m_file.Open(path))
 {}
 
 // A store that cannot be written is exported all the same: a UID that would be another one each time is none.

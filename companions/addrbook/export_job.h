@@ -11,11 +11,14 @@
 
 namespace addrbook {
 
+// What a message says of why a file could not be written, by the system's number for it: the end of a
+// sentence.
+const wchar_t* ReasonOf(DWORD error);
+
 class ExportJob : public Transfer {
   public:
     // The contacts in their order; one that is gone when its turn comes is passed over.
-    ExportJob(DbContacts& contacts, std::vector<CEOID> ids, const std::wstring& path,
-              OutputFile::Writer writer = WriteFile);
+    ExportJob(DbContacts& contacts, std::vector<CEOID> ids, const std::wstring& path);
 
     State Step(unsigned milliseconds) override;
     int PerMille() const override;

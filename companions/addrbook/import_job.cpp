@@ -10,8 +10,8 @@ constexpr int kCardsPerLookAtTheClock = 16;
 
 } // namespace
 
-ImportJob::ImportJob(DbContacts& contacts, const std::wstring& path, InputFile::Reader reader)
-    : m_contacts(contacts), m_file(reader), m_isOpen(m_file.Open(path)),
+ImportJob::ImportJob(DbContacts& contacts, const std::wstring& path)
+    : m_contacts(contacts), m_isOpen(m_file.Open(path)),
       m_reader([this](char* buffer, size_t size) { return m_file.Read(buffer, size); })
 {}
 

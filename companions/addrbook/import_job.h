@@ -19,7 +19,7 @@ namespace addrbook {
 // write to the store.
 class ImportJob : public Transfer {
   public:
-    ImportJob(DbContacts& contacts, const std::wstring& path, InputFile::Reader reader = ReadFile);
+    ImportJob(DbContacts& contacts, const std::wstring& path);
 
     State Step(unsigned milliseconds) override;
     int PerMille() const override;

@@ -34,6 +34,10 @@
 #define IDC_ADDRESS 1107
 #define IDC_BIRTHDAY 1108
 #define IDC_NOTE 1109
+/* The labels of those that move */
+#define IDC_PHONES_LABEL 1110
+#define IDC_ADDRESS_LABEL 1111
+#define IDC_NOTE_LABEL 1112
 
 /* Import and export */
 #define IDC_TRANSFER_TEXT 1200

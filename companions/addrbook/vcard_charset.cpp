@@ -12,6 +12,8 @@ namespace addrbook {
 namespace {
 
 constexpr UINT kWestern = 1252;
+constexpr UINT kChinese = 936;
+constexpr UINT kChineseOfAll = 54936;
 
 struct Charset {
     std::string_view name;
@@ -19,30 +21,14 @@ struct Charset {
 };
 constexpr Charset kCharsets[] = {
     // What says that it is ISO-8859-1 often is its superset, Windows' own.
-    {"iso-8859-1", kWestern},
-    {"latin1", kWestern},
-    {"iso-8859-2", 28592},
-    {"iso-8859-3", 28593},
-    {"iso-8859-4", 28594},
-    {"iso-8859-5", 28595},
-    {"iso-8859-6", 28596},
-    {"iso-8859-7", 28597},
-    {"iso-8859-8", 28598},
-    {"iso-8859-9", 28599},
-    {"iso-8859-13", 28603},
-    {"iso-8859-15", 28605},
-    {"koi8-r", 20866},
-    {"koi8-u", 21866},
-    {"shift_jis", 932},
-    {"shift-jis", 932},
-    {"euc-jp", 20932},
-    {"gb2312", 936},
-    {"gbk", 936},
-    {"gb18030", 54936},
-    {"big5", 950},
-    {"euc-kr", 949},
-    {"ks_c_5601-1987", 949},
-    {"windows-874", 874},
+    {"iso-8859-1", kWestern}, {"latin1", kWestern},       {"iso-8859-2", 28592},
+    {"iso-8859-3", 28593},    {"iso-8859-4", 28594},      {"iso-8859-5", 28595},
+    {"iso-8859-6", 28596},    {"iso-8859-7", 28597},      {"iso-8859-8", 28598},
+    {"iso-8859-9", 28599},    {"iso-8859-13", 28603},     {"iso-8859-15", 28605},
+    {"koi8-r", 20866},        {"koi8-u", 21866},          {"shift_jis", 932},
+    {"shift-jis", 932},       {"euc-jp", 20932},          {"gb2312", kChinese},
+    {"gbk", kChinese},        {"gb18030", kChineseOfAll}, {"big5", 950},
+    {"euc-kr", 949},          {"ks_c_5601-1987", 949},    {"windows-874", 874},
 };
 
 // "windows-1250" to "windows-1258" are code pages of the same number.
@@ -59,7 +45,9 @@ UINT CodePageOf(std::string_view charset)
 {
     for (const Charset& known : kCharsets)
         if (EqualsNoCase(charset, known.name))
-            return known.codePage;
+            // Not every system has it, and most of its texts need no more than the smaller set in it.
+            return known.codePage == kChineseOfAll && !IsValidCodePage(kChineseOfAll) ? kChinese
+                                                                                      : known.codePage;
     return WindowsPage(charset);
 }
 

@@ -14,7 +14,7 @@ bool IsPlain(Property property, const VCard::Line& line)
     const bool isAddress = property == Property::Phone && StartsWithNoCase(line.value, "tel:");
     if (isAddress || property == Property::Address || property == Property::Birthday)
         return false;
-    const bool isBare = line.parameters.empty() && line.group.empty();
+    const bool isBare = line.group.empty() && (line.parameters.empty() || IsKind(property, line.parameters));
     return isBare && std::none_of(line.value.begin(), line.value.end(), NeedsEscape) && !line.value.empty() &&
            line.value.back() != ')' && NameOf(property) == line.name;
 }

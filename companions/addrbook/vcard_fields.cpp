@@ -163,6 +163,16 @@ void AppendBirthday(std::string& out, std::string_view text)
 
 } // namespace
 
+bool IsKind(Property property, std::string_view parameters)
+{
+    constexpr std::string_view kType = ";TYPE=";
+    if ((property != Property::Phone && property != Property::Email) || !parameters.starts_with(kType))
+        return false;
+    parameters.remove_prefix(kType.size());
+    return std::any_of(std::begin(kKinds), std::end(kKinds),
+                       [&](const Kind& kind) { return parameters == kind.type; });
+}
+
 Property PropertyOf(std::string_view name)
 {
     for (const Known& known : kKnown)

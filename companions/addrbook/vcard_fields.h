@@ -24,6 +24,9 @@ enum class Property {
     Other
 };
 
+// Whether the parameters of a phone or an e-mail name one kind of it, in the words in which it is written.
+bool IsKind(Property property, std::string_view parameters);
+
 Property PropertyOf(std::string_view name);
 std::string_view NameOf(Property property); // empty for Other
 

@@ -113,6 +113,22 @@ TEST_F(AddressSettings, ComesBackMaximised)
     EXPECT_TRUE(PumpUntil([&] { return IsZoomed(m_window->Handle()); }));
 }
 
+TEST_F(AddressSettings, WhetherItWasMaximisedIsReadBack)
+{
+    const RECT wanted{70, 80, 520, 330};
+    StorePlace(wanted.left, wanted.top, wanted.right, wanted.bottom);
+    m_settings.SetNumber(L"Settings", L"wMax", 1);
+    Open();
+    EXPECT_TRUE(PumpUntil([&] { return IsZoomed(m_window->Handle()) != FALSE; }));
+    ShowWindow(m_window->Handle(), SW_RESTORE);
+    EXPECT_TRUE(LiesAt(wanted)) << "the place that it comes back to is kept";
+    Close();
+    EXPECT_EQ(m_settings.GetNumber(L"Settings", L"wMax", 9), 0u);
+    Open();
+    EXPECT_TRUE(LiesAt(wanted));
+    EXPECT_FALSE(IsZoomed(m_window->Handle()));
+}
+
 TEST_F(AddressSettings, APlaceOffEveryScreenIsNotTaken)
 {
     for (const RECT place :

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include "address_window_fixture.h"
+#include "addrbook/contact_record.h"
 #include "addrbook/resource.h"
 #include "cards.h"
 #include "editor/store_trouble.h"
@@ -459,6 +460,92 @@ TEST_F(AddressWindowTest, GreysWhatHasNothingToWorkOn)
     EXPECT_EQ(WindowText(Item(IDC_COUNT)), L"0 contacts");
     Command(CMD_EDIT_CONTACT);
     Command(CMD_DELETE_CONTACT);
+}
+
+TEST_F(AddressWindowTest, OffersWhatThereIsToWorkOn)
+{
+    Add("Anna");
+    Add("Bert");
+    Open();
+    HMENU menu = GetMenu(m_window->Handle());
+    const auto offers = [&](UINT id) {
+        SendMessageW(m_window->Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(GetSubMenu(menu, 1)), 1);
+        return (GetMenuState(menu, id, MF_BYCOMMAND) & MF_GRAYED) == 0;
+    };
+    SetWindowTextW(Item(IDC_FIND), L"nobody");
+    for (const UINT id :
+         std::initializer_list<UINT>{CMD_EDIT_CONTACT, CMD_DELETE_CONTACT, CMD_SELECT_ALL, CMD_EXPORT_CARDS})
+        EXPECT_FALSE(offers(id)) << id;
+    SetWindowTextW(Item(IDC_FIND), L"");
+    for (const UINT id :
+         std::initializer_list<UINT>{CMD_EDIT_CONTACT, CMD_DELETE_CONTACT, CMD_SELECT_ALL, CMD_EXPORT_CARDS})
+        EXPECT_TRUE(offers(id)) << id;
+    Select(0, false);
+    EXPECT_FALSE(offers(CMD_DELETE_CONTACT)) << "nothing is selected";
+    EXPECT_TRUE(offers(CMD_EDIT_CONTACT)) << "but there is a current one";
+    EXPECT_TRUE(offers(CMD_SELECT_ALL));
+}
+
+TEST_F(AddressWindowTest, EscEmptiesTheBoxAndThenLeavesIt)
+{
+    Add("Anna");
+    Add("Bert");
+    Open();
+    HWND window = m_window->Handle();
+    Command(CMD_FIND_CONTACT);
+    ASSERT_TRUE(PumpUntil([&] {
+        SetForegroundWindow(window);
+        return GetForegroundWindow() == window && GetFocus() == Item(IDC_FIND);
+    }));
+    SetWindowTextW(Item(IDC_FIND), L"bert");
+    EXPECT_EQ(Names(), Texts{L"Bert"});
+    Command(IDCANCEL);
+    EXPECT_EQ(WindowText(Item(IDC_FIND)), L"");
+    EXPECT_EQ(Names().size(), 2u);
+    EXPECT_EQ(GetFocus(), Item(IDC_FIND));
+    Command(IDCANCEL);
+    EXPECT_EQ(GetFocus(), List());
+}
+
+TEST_F(AddressWindowTest, InTheBoxTheArrowsStopAtTheEnds)
+{
+    Add("Anna");
+    Add("Bert");
+    Open();
+    const auto press = [&](WPARAM key) {
+        return m_window->TranslateKey({Item(IDC_FIND), WM_KEYDOWN, key, 0, 0, {}});
+    };
+    EXPECT_TRUE(press(VK_UP));
+    EXPECT_EQ(Current(), L"Anna");
+    EXPECT_TRUE(press(VK_DOWN));
+    EXPECT_TRUE(press(VK_DOWN));
+    EXPECT_EQ(Current(), L"Bert");
+    EXPECT_TRUE(press(VK_UP));
+    EXPECT_EQ(Selected(), Texts{L"Anna"}) << "one row at a time is selected";
+}
+
+// While one types into the box it is seen which contact the keys would open.
+TEST_F(AddressWindowTest, TheSelectionIsSeenWithoutTheFocus)
+{
+    Open();
+    EXPECT_TRUE(GetWindowLongW(List(), GWL_STYLE) & LVS_SHOWSELALWAYS);
+}
+
+TEST_F(AddressWindowTest, FindsWhatWasChangedWhileItLooks)
+{
+    const CEOID anna = Add("Anna", "lake");
+    Add("Bert");
+    Open();
+    SetWindowTextW(Item(IDC_FIND), L"lake");
+    EXPECT_EQ(Names(), Texts{L"Anna"});
+    Contact changed;
+    changed[Field::FileAs] = "Anna";
+    changed[Field::Note] = "hill";
+    ASSERT_EQ(ContactSaver().Save(m_contacts, anna, changed), anna);
+    Add("Aaron", "lake");
+    TellOfAChange(kChangeModified);
+    EXPECT_EQ(Names(), Texts{L"Aaron"});
+    EXPECT_EQ(WindowText(Item(IDC_COUNT)), L"1 of 3 contacts");
 }
 
 TEST_F(AddressWindowTest, FitsASmallScreen)

@@ -11,6 +11,7 @@
 #include "addrbook/resource.h"
 #include "cards.h"
 #include "support/test_windows.h"
+#include "ui/scale.h"
 #include "ui/work_area.h"
 
 namespace addrbook {
@@ -305,6 +306,53 @@ void OpenContact(std::function<void(HWND)> work)
     const ModalDriver driver(std::move(work));
     EditContact(GetModuleHandleW(nullptr), parent.Handle(), {}, true, [](const Contact&) { return true; });
     EXPECT_TRUE(driver.Ran());
+}
+
+int LinesShown(HWND box)
+{
+    RECT text{};
+    SendMessageW(box, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&text));
+    HDC dc = GetDC(box);
+    HGDIOBJ before = SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(box, WM_GETFONT, 0, 0)));
+    TEXTMETRICW metrics{};
+    GetTextMetricsW(dc, &metrics);
+    SelectObject(dc, before);
+    ReleaseDC(box, dc);
+    return static_cast<int>((text.bottom - text.top) / metrics.tmHeight);
+}
+
+TEST_F(ContactDialogTest, ShowsMoreThanTwoLinesWhereThereIsRoom)
+{
+    OpenContact([](HWND dialog) {
+        for (const int id : {IDC_EMAILS, IDC_PHONES, IDC_ADDRESS})
+            EXPECT_GE(LinesShown(GetDlgItem(dialog, id)), 5) << id;
+        EXPECT_GE(LinesShown(GetDlgItem(dialog, IDC_NOTE)), 12);
+        EndDialog(dialog, 0);
+    });
+}
+
+// Whatever has grown, each box stands beside its label and below the one before.
+TEST(OnScreenContact, TheBoxesStandOneBelowTheOther)
+{
+    OpenContact([](HWND dialog) {
+        RECT above{};
+        GetWindowRect(GetDlgItem(dialog, IDC_EMAILS), &above);
+        for (const int id : {IDC_PHONES, IDC_ADDRESS, IDC_NOTE}) {
+            HWND box = GetDlgItem(dialog, id);
+            RECT place{}, label{};
+            GetWindowRect(box, &place);
+            GetWindowRect(GetWindow(box, GW_HWNDPREV), &label);
+            EXPECT_GE(place.top, above.bottom) << id;
+            EXPECT_LE(place.top - above.bottom, Scale(8)) << id;
+            EXPECT_LE(std::abs(label.top - place.top - Scale(3)), Scale(2)) << id;
+            above = place;
+        }
+        for (const int id : {IDOK, IDCANCEL}) {
+            EXPECT_GE(PlaceOf(dialog, id).y, above.bottom);
+            EXPECT_LE(PlaceOf(dialog, id).y - above.bottom, Scale(8));
+        }
+        EndDialog(dialog, 0);
+    });
 }
 
 // Where there is a bar, and nowhere else.

@@ -1,5 +1,6 @@
 #include "addrbook/contact_rows.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "addrbook/contact_record.h"
@@ -37,6 +38,7 @@ class Rows : public testing::Test {
     ContactRows m_rows{m_contacts};
 };
 
+using testing::UnorderedElementsAreArray;
 using Texts = std::vector<std::wstring>;
 
 TEST_F(Rows, ComeByFileAsWithoutRegardToCase)
@@ -107,6 +109,41 @@ TEST_F(Rows, FollowTheStoreWhenTheyAreLoadedAgain)
     EXPECT_EQ(m_rows.RowOf(id), -1);
     EXPECT_EQ(m_rows.RowOf(m_rows.IdAt(0)), 0);
     EXPECT_EQ(m_rows.IdAt(1), 0u);
+}
+
+TEST_F(Rows, AreFoundWithAndWithoutAccents)
+{
+    for (const char* name : {"M\xC3\xBCller", "Mueller", "Mu\xCC\x88ller e", "Mullen",
+                             "\xC5\x81\xC3\xB3\xC5\xBA", "\xCE\x86\xCE\xBD\xCE\xBD\xCE\xB1", "\xE1\xBE\x82",
+                             "\xE6\x9D\x8E \xF0\x9F\x98\x80", "\xC4\xB0zmir"})
+        Add(name);
+    m_rows.Load();
+    const Texts mull{L"Mullen", L"M\u00FCller", L"Mu\u0308ller e"};
+    EXPECT_THAT(Found(L"mull"), UnorderedElementsAreArray(mull));
+    EXPECT_THAT(Found(L"M\u00DCLL"), UnorderedElementsAreArray(mull));
+    EXPECT_THAT(Found(L"mu\u0308ll"), UnorderedElementsAreArray(mull));
+    EXPECT_EQ(Found(L"\u0141oz"), Texts{L"\u0141\u00F3\u017A"}) << "a stroke is no accent";
+    EXPECT_EQ(Found(L"\u03B1\u03BD"), Texts{L"\u0386\u03BD\u03BD\u03B1"});
+    EXPECT_EQ(Found(L"\u03B1").size(), 2u) << "three accents on one letter";
+    EXPECT_EQ(Found(L"\u674E"), Texts{L"\u674E \U0001F600"});
+    EXPECT_EQ(Found(L"\U0001F600").size(), 1u);
+    EXPECT_EQ(Found(L"izmir"), Texts{L"\u0130zmir"});
+    EXPECT_EQ(Found(L"\u0308").size(), 9u) << "an accent alone is nothing to look for";
+}
+
+TEST_F(Rows, AreFoundByWhatTheStoreSaysNow)
+{
+    const CEOID id = Add("Anna", Field::Note, "lake");
+    m_rows.Load();
+    EXPECT_EQ(Found(L"lake"), Texts{L"Anna"});
+    Contact changed;
+    changed[Field::FileAs] = "Anna";
+    changed[Field::Note] = "hill";
+    ASSERT_EQ(ContactSaver().Save(m_contacts, id, changed), id);
+    m_rows.Load();
+    EXPECT_EQ(Names(), Texts()) << "as many contacts as before, but other texts";
+    EXPECT_EQ(Found(L"hill"), Texts{L"Anna"});
+    EXPECT_EQ(m_rows.Text(0, Column::FileAs), L"Anna");
 }
 
 TEST_F(Rows, AreFoundByTheStartOfTheirName)

@@ -58,35 +58,13 @@ TEST_F(Transfers, ExportOverAFileThatIsHeldOpenSaysSoAndLeavesIt)
     EXPECT_EQ(Stored("a")[Field::Extra], "") << "no card has gone out";
 }
 
-BOOL WINAPI WriteToAFullDisk(HANDLE, const void*, DWORD, DWORD* written, OVERLAPPED*)
+TEST(ExportReason, IsNamedWhereAPersonCanDoSomething)
 {
-    *written = 0;
-    SetLastError(ERROR_DISK_FULL);
-    return FALSE;
-}
-
-BOOL WINAPI WriteTheHalf(HANDLE file, const void* bytes, DWORD size, DWORD* written, OVERLAPPED*)
-{
-    return WriteFile(file, bytes, size / 2, written, nullptr);
-}
-
-TEST_F(Transfers, ExportToAFullDiskSaysSoAndLeavesTheFile)
-{
-    ASSERT_EQ(Import(ManyCards(2000)), State::Done);
-    for (const OutputFile::Writer writer : {&WriteToAFullDisk, &WriteTheHalf}) {
-        ASSERT_TRUE(WriteFileBytes(m_path, "before"));
-        {
-            ExportJob job(m_contacts, Ids(), m_path, writer);
-            EXPECT_EQ(RunToEnd(job), State::Failed);
-            EXPECT_EQ(job.Report(), L"The file cannot be written: the disk is full.\r\n"
-                                    L"The file that was there is unchanged.");
-        }
-        ExpectUntouched(m_path);
-    }
-    DeleteFileW(m_path.c_str());
-    ExportJob job(m_contacts, Ids(), m_path, &WriteToAFullDisk);
-    EXPECT_EQ(RunToEnd(job), State::Failed);
-    EXPECT_EQ(job.Report(), L"The file cannot be written: the disk is full.");
+    EXPECT_STREQ(ReasonOf(ERROR_DISK_FULL), L": the disk is full.");
+    EXPECT_STREQ(ReasonOf(ERROR_HANDLE_DISK_FULL), L": the disk is full.");
+    EXPECT_STREQ(ReasonOf(ERROR_SHARING_VIOLATION), L": another program has it open.");
+    for (const long other : {ERROR_SUCCESS, ERROR_ACCESS_DENIED, ERROR_GEN_FAILURE, ERROR_LOCK_VIOLATION})
+        EXPECT_STREQ(ReasonOf(static_cast<DWORD>(other)), L".");
 }
 
 TEST_F(Transfers, ExportThatIsGivenUpLeavesTheFile)

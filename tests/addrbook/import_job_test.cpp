@@ -78,21 +78,46 @@ TEST_F(Transfers, ImportNothingFromAFileThatStillIsWritten)
     EXPECT_EQ(ImportJob(m_contacts, m_path).Step(10), State::Failed);
 }
 
-// A disk that can be read to a million bytes.
-BOOL WINAPI ReadTheFirstPart(HANDLE file, void* bytes, DWORD size, DWORD* read, OVERLAPPED*)
-{
-    if (SetFilePointer(file, 0, nullptr, FILE_CURRENT) < 1'000'000)
-        return ReadFile(file, bytes, size, read, nullptr);
-    SetLastError(ERROR_CRC);
-    return FALSE;
-}
+// A file that is read from a pipe, whose other end goes away when so much of it has been read.
+class BreakingPipe {
+  public:
+    BreakingPipe(const wchar_t* path, std::string bytes)
+        : m_bytes(std::move(bytes)),
+          m_end(CreateNamedPipeW(path, PIPE_ACCESS_OUTBOUND, PIPE_TYPE_BYTE, 1, 0, 0, 0, nullptr)),
+          m_thread(CreateThread(nullptr, 0, &Write, this, 0, nullptr))
+    {}
+    ~BreakingPipe() { EXPECT_EQ(WaitForSingleObject(m_thread.get(), 10'000), WAIT_OBJECT_0); }
+    BreakingPipe(const BreakingPipe&) = delete;
+    BreakingPipe& operator=(const BreakingPipe&) = delete;
+
+  private:
+    static DWORD WINAPI Write(void* self)
+    {
+        auto* pipe = static_cast<BreakingPipe*>(self);
+        HANDLE end = pipe->m_end.get();
+        DWORD written = 0;
+        (void)ConnectNamedPipe(end, nullptr);
+        (void)WriteFile(end, pipe->m_bytes.data(), static_cast<DWORD>(pipe->m_bytes.size()), &written,
+                        nullptr);
+        FlushFileBuffers(end);
+        DisconnectNamedPipe(end);
+        return 0;
+    }
+
+    std::string m_bytes;
+    UniqueKernelHandle m_end, m_thread;
+};
 
 TEST_F(Transfers, ImportNothingWhenReadingFailsHalfway)
 {
-    ASSERT_TRUE(WriteFileBytes(m_path, ManyCards(20'000)));
-    ImportJob job(m_contacts, m_path, &ReadTheFirstPart);
-    EXPECT_EQ(RunToEnd(job), State::Failed);
-    EXPECT_GT(job.Imported(), 1000u);
+    const std::wstring path = L"\\\\.\\pipe\\addrbook" + std::to_wstring(GetCurrentProcessId());
+    const BreakingPipe pipe(path.c_str(), ManyCards(10'000));
+    ImportJob job(m_contacts, path);
+    State state;
+    while ((state = job.Step(20)) == State::Working)
+        EXPECT_LE(job.PerMille(), 1000);
+    EXPECT_EQ(state, State::Failed);
+    EXPECT_EQ(job.Imported(), 10'000u);
     EXPECT_EQ(job.Report().substr(0, job.Report().find(L'\r')),
               L"The file cannot be read to its end. Nothing was imported.");
     EXPECT_EQ(m_contacts.RecordCount(), 0u);

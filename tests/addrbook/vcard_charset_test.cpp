@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "addrbook/contact_record.h"
+
 namespace addrbook {
 
 namespace {
@@ -41,11 +43,95 @@ TEST(VCardCharset, IsGuessedWhereItIsNotNamed)
     EXPECT_EQ(ToUtf8("\xE6\x9D\x8E \xE6\x9D", ""), "\xE6\x9D\x8E \xC3\xA6\xC2\x9D");
 }
 
+// A letter in each of the character sets.
+struct CharsetSample {
+    const char* charset;
+    const char* bytes;
+    const wchar_t* letter;
+};
+constexpr CharsetSample kCharsetSamples[] = {
+    {"iso-8859-1", "\xFC", L"\u00FC"},
+    {"latin1", "\xDF", L"\u00DF"},
+    {"iso-8859-2", "\xB3", L"\u0142"},
+    {"iso-8859-3", "\xF8", L"\u011D"},
+    {"iso-8859-4", "\xF3", L"\u0137"},
+    {"iso-8859-5", "\xB6", L"\u0416"},
+    {"iso-8859-6", "\xD4", L"\u0634"},
+    {"iso-8859-7", "\xD9", L"\u03A9"},
+    {"iso-8859-8", "\xF9", L"\u05E9"},
+    {"iso-8859-9", "\xF0", L"\u011F"},
+    {"iso-8859-13", "\xF8", L"\u0173"},
+    {"iso-8859-15", "\xA4", L"\u20AC"},
+    {"koi8-r", "\xF6", L"\u0416"},
+    {"koi8-u", "\xA7", L"\u0457"},
+    {"shift_jis", "\x93\xFA", L"\u65E5"},
+    {"shift-jis", "\x96\x7B", L"\u672C"},
+    {"euc-jp", "\xC6\xFC", L"\u65E5"},
+    {"gb2312", "\xD6\xD0", L"\u4E2D"},
+    {"gbk", "\xE9\x46", L"\u9555"},
+    {"gb18030", "\xE9\x46", L"\u9555"},
+    {"big5", "\xBB\x4F", L"\u81FA"},
+    {"euc-kr", "\xC7\xD1", L"\uD55C"},
+    {"ks_c_5601-1987", "\xB1\xDB", L"\uAE00"},
+    {"windows-874", "\xA1", L"\u0E01"},
+    {"windows-1250", "\xB3", L"\u0142"},
+    {"Windows-1251", "\xC6", L"\u0416"},
+    {"windows-1252", "\x80", L"\u20AC"},
+    {"windows-1253", "\xD9", L"\u03A9"},
+    {"windows-1254", "\xF0", L"\u011F"},
+    {"windows-1255", "\xF9", L"\u05E9"},
+    {"windows-1256", "\xD4", L"\u0634"},
+    {"windows-1257", "\xF8", L"\u0173"},
+    {"windows-1258", "\xF5", L"\u01A1"},
+};
+
+TEST(VCardCharset, IsKnownByItsName)
+{
+    for (const CharsetSample& sample : kCharsetSamples)
+        EXPECT_EQ(ToUtf8(sample.bytes, sample.charset), ToUtf8(sample.letter)) << sample.charset;
+}
+
+// The letter is one of Windows' Western set then.
+TEST(VCardCharset, IsNotGuessedFromAName)
+{
+    for (const char* charset : {"windows-1259", "windows-125", "windows-12511", "windows-125x",
+                                "windows-125/", "xwindows-1251", "iso-8859", "iso-8859-70"})
+        EXPECT_EQ(ToUtf8("\xC4", charset), "\xC3\x84") << charset;
+}
+
+TEST(VCardCharset, IsTakenAtItsWord)
+{
+    EXPECT_EQ(ToUtf8("\xC3\xBC", "ISO-8859-1"), "\xC3\x83\xC2\xBC") << "though it could be UTF-8";
+}
+
+TEST(VCardCharset, KnowsTheEndsOfUtf8)
+{
+    for (const char* text : {"\x7F", "\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEE\x80\x80",
+                             "\xEF\xBF\xBF", "\xF0\x90\x80\x80", "\xF3\xBF\xBF\xBF", "\xF4\x8F\xBF\xBF"})
+        EXPECT_TRUE(IsUtf8(text)) << text;
+    for (const char* text :
+         {"\xC1\xBF", "\xC2\x7F", "\xC2\xC0", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xEF\xBF\x7F",
+          "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFF"})
+        EXPECT_FALSE(IsUtf8(text)) << text;
+}
+
+TEST(VCardCharset, LooksAtEachByte)
+{
+    for (size_t place = 0; place < 24; ++place) {
+        std::string text(24, 'a');
+        text[place] = '\xFC';
+        EXPECT_FALSE(IsUtf8(text)) << place;
+        EXPECT_EQ(ToUtf8(text, ""), text.substr(0, place) + "\xC3\xBC" + text.substr(place + 1));
+    }
+}
+
 TEST(QuotedPrintable, IsDecoded)
 {
     EXPECT_EQ(DecodeQuotedPrintable("J=C3=BCrgen=0D=0AB=c3=a4r"), "J\xC3\xBCrgen\r\nB\xC3\xA4r");
     EXPECT_EQ(DecodeQuotedPrintable("a=b =G1 =4 ="), "a=b =G1 =4 =");
     EXPECT_EQ(DecodeQuotedPrintable("=3D=3d"), "==");
+    EXPECT_EQ(DecodeQuotedPrintable("=AF=af=Fa=09=90"), "\xAF\xAF\xFA\t\x90");
+    EXPECT_EQ(DecodeQuotedPrintable("=4g=g4=4@=4/=4:=4`"), "=4g=g4=4@=4/=4:=4`");
 }
 
 TEST(Base64, IsDecoded)

@@ -165,6 +165,127 @@ TEST(VCardUpgrade, NamesAnAddressAsVersion40Does)
     EXPECT_EQ(Upgraded("PHOTO;VALUE=uri:http://a/b", "3.0"), "PHOTO;VALUE=uri:http://a/b");
 }
 
+TEST(VCardUpgrade, EscapesTheWordsOfVersion21)
+{
+    for (const std::string name : {"FN", "TITLE", "ROLE", "NOTE", "EMAIL", "TEL", "NICKNAME"}) {
+        EXPECT_EQ(Upgraded(name + ":a,b", "2.1"), name + R"(:a\,b)");
+        EXPECT_EQ(Upgraded(name + ":a;b", "2.1"), name + R"(:a\;b)");
+        EXPECT_EQ(Upgraded(name + R"(:a\nb)", "2.1"), name + R"(:a\\nb)");
+    }
+    EXPECT_EQ(Upgraded("LABEL:a,b", "2.1"), "ADR;LABEL=\"a,b\":;;;;;;");
+    EXPECT_EQ(Upgraded(R"(LABEL:C:\new)", "2.1"), R"(ADR;LABEL="C:\new":;;;;;;)");
+    for (const char* name : {"N", "ORG", "ADR"})
+        EXPECT_EQ(Upgraded(name + std::string(R"(:a,x;b\;c\,d\:e\)"), "2.1"),
+                  name + std::string(R"(:a\,x;b\;c\,d:e\\)"))
+            << "their parts stay apart";
+}
+
+TEST(VCardUpgrade, LeavesWhatIsNoWordsInVersion21)
+{
+    for (const char* line : {R"(URL:http://a/b,c;d\e)", "X-A:a,b;c", R"(CATEGORIES:a,b\;c)", "UID:a;b"})
+        EXPECT_EQ(Upgraded(line, "2.1"), line);
+}
+
+TEST(VCardUpgrade, LeavesTheEscapesOfVersion30)
+{
+    for (const char* line : {R"(NOTE:a\, b\; c\\ d\n)", "NOTE:a, b; c", "N:a,b;c;;;", "TEL;TYPE=home:1,2"})
+        EXPECT_EQ(Upgraded(line, "3.0"), line);
+}
+
+TEST(VCardUpgrade, KnowsEachEncodingInBothForms)
+{
+    for (const char* plain : {"7BIT", "8BIT", "7bit", "8Bit"}) {
+        EXPECT_EQ(Upgraded(std::string("X-A;") + plain + ":=41", "2.1"), "X-A:=41");
+        EXPECT_EQ(Upgraded(std::string("X-A;ENCODING=") + plain + ":=41", "3.0"), "X-A:=41");
+    }
+    for (const char* encoding : {"QUOTED-PRINTABLE", "quoted-printable"}) {
+        EXPECT_EQ(Upgraded(std::string("X-A;") + encoding + ":=41", "2.1"), "X-A:A");
+        EXPECT_EQ(Upgraded(std::string("X-A;ENCODING=\"") + encoding + "\":=41", "3.0"), "X-A:A");
+    }
+    EXPECT_EQ(Upgraded("NOTE;Base64:QQ==", "2.1"), "NOTE:A");
+    EXPECT_EQ(Upgraded("NOTE;ENCODING=B:QQ==", "3.0"), "NOTE:A");
+    EXPECT_EQ(Upgraded("NOTE;ENCODING=base64:QQ==", "3.0"), "NOTE:A");
+}
+
+TEST(VCardUpgrade, TakesQuotesOffOnlyInPairs)
+{
+    EXPECT_EQ(Upgraded("X-A;CHARSET=\"iso-8859-7x:\xC1", "2.1"), "X-A:\xC3\x81") << "no set that is known";
+    EXPECT_EQ(Upgraded("X-A;CHARSET=\":\xC1", "2.1"), "X-A:\xC3\x81");
+    EXPECT_EQ(Upgraded("X-A;CHARSET=\"\":\xC1", "2.1"), "X-A:\xC3\x81");
+}
+
+TEST(VCardUpgrade, KeepsLineEndsThatAnEncodingBrings)
+{
+    EXPECT_EQ(Upgraded("NOTE;QUOTED-PRINTABLE:a=0D=0Ab=0Dc=0Ad=0A=0De=00f=0D", "2.1"),
+              R"(NOTE:a\nb\nc\nd\n\nef\n)");
+    EXPECT_EQ(Upgraded("NOTE;ENCODING=b:YQ0KYg==", "3.0"), R"(NOTE:a\nb)");
+    EXPECT_EQ(Upgraded("X-A;QUOTED-PRINTABLE:a=0Ab", "2.1"), R"(X-A:a\nb)");
+}
+
+// Many programs name a set and write UTF-8 all the same.
+TEST(VCardUpgrade, BelievesTheBytesOfVersion30MoreThanTheName)
+{
+    EXPECT_EQ(Upgraded("FN;CHARSET=ISO-8859-1:J\xC3\xBCrgen", "3.0"), "FN:J\xC3\xBCrgen");
+    EXPECT_EQ(Upgraded("FN;CHARSET=ISO-8859-1:J\xFCrgen", "3.0"), "FN:J\xC3\xBCrgen");
+    EXPECT_EQ(Upgraded("FN;CHARSET=ISO-8859-1:\xC3\xBC", "2.1"), "FN:\xC3\x83\xC2\xBC");
+    EXPECT_EQ(Upgraded("FN;CHARSET=UTF-8:J\xC3\xBC", "4.0"), "FN:J\xC3\xBC");
+}
+
+TEST(VCardUpgrade, NamesNoTypeThatADateSaysByItself)
+{
+    EXPECT_EQ(Upgraded("BDAY;VALUE=date:1985-04-15", "3.0"), "BDAY:19850415");
+    EXPECT_EQ(Upgraded("REV;VALUE=TIMESTAMP:1995-10-31T22:27:10Z", "3.0"), "REV:19951031T222710Z");
+    EXPECT_EQ(Upgraded("ANNIVERSARY;VALUE=date:2009-08-08", "3.0"), "ANNIVERSARY:20090808");
+    EXPECT_EQ(Upgraded("ANNIVERSARY:2009-08-08", "2.1"), "ANNIVERSARY:20090808");
+    EXPECT_EQ(Upgraded("BDAY:1985-04-15", "4.0"), "BDAY:1985-04-15");
+    EXPECT_EQ(Upgraded("X-DAY;TYPE=pref;VALUE=date:1985-04-15", "3.0"), "X-DAY;PREF=1;VALUE=date:1985-04-15");
+}
+
+TEST(VCardUpgrade, KnowsEachNameOfAnAgentsAddress)
+{
+    for (const char* type : {"uri", "URL", "CID", "content-id"})
+        EXPECT_EQ(Upgraded(std::string("AGENT;VALUE=") + type + ":x", "2.1"), "RELATED;TYPE=agent:x") << type;
+    EXPECT_EQ(Upgraded("AGENT;VALUE=text:x", "3.0"), "AGENT;VALUE=text:x");
+    EXPECT_EQ(Upgraded("AGENT;VALUE=uri:x", "4.0"), "AGENT;VALUE=uri:x");
+}
+
+TEST(VCardUpgrade, MakesAPreferenceOfAType)
+{
+    EXPECT_EQ(Upgraded("TEL;TYPE=home,PREF,cell:1", "3.0"), "TEL;TYPE=home,cell;PREF=1:1");
+    EXPECT_EQ(Upgraded("TEL;PREF;HOME;CELL:1", "2.1"), "TEL;TYPE=HOME,CELL;PREF=1:1");
+    EXPECT_EQ(Upgraded("g.EMAIL;TYPE=pref;A=b;C=d:x", "3.0"), "g.EMAIL;PREF=1;A=b;C=d:x");
+    EXPECT_EQ(Upgraded("TEL;TYPE=preferred;A=pref:1", "3.0"), "TEL;TYPE=preferred;A=pref:1");
+}
+
+TEST(VCardUpgrade, NamesBytesByTheirMediaType)
+{
+    for (const char* type : {"image/svg+xml", "image/x-icon", "image/vnd.ms", "audio/3gpp"})
+        EXPECT_EQ(Upgraded(std::string("PHOTO;TYPE=") + type + ";VALUE=binary;ENCODING=b:aGk=", "3.0"),
+                  std::string("PHOTO:data:") + type + ";base64,aGk=");
+    EXPECT_EQ(Upgraded("LOGO;TYPE=GIF;ENCODING=b:aGk=", "3.0"), "LOGO:data:image/gif;base64,aGk=");
+    EXPECT_EQ(Upgraded("KEY;TYPE=PGP;ENCODING=b:aGk=", "3.0"), "KEY:data:application/pgp-keys;base64,aGk=");
+    EXPECT_EQ(Upgraded("X-A;TYPE=PGP;ENCODING=b:aGk=", "3.0"),
+              "X-A;TYPE=PGP:data:application/octet-stream;base64,aGk=");
+    EXPECT_EQ(Upgraded("SOUND;TYPE=\"a;b\";ENCODING=b:aGk=", "3.0"),
+              "SOUND;TYPE=\"a;b\":data:application/octet-stream;base64,aGk=");
+    EXPECT_EQ(Upgraded("PHOTO;ENCODING=b: \tR0lG\t OD", "3.0"), "PHOTO:data:image/gif;base64,R0lGOD");
+    EXPECT_EQ(Upgraded("PHOTO;ENCODING=b: ", "3.0"), "PHOTO:data:image/jpeg;base64,");
+}
+
+TEST(VCardUpgrade, ReadsOldCharacterSetsOfTypesAndValues)
+{
+    EXPECT_EQ(Upgraded("X-A;VALUE=\xC1;CHARSET=iso-8859-7;TYPE=\xC1:v", "3.0"),
+              "X-A;TYPE=\xCE\x91;VALUE=\xCE\x91:v");
+}
+
+TEST(VCardUpgrade, TakesNamesInAnyCase)
+{
+    EXPECT_EQ(Upgraded("adr;type=A-Z:;;a;;;;\nlabel;TYPE=a-z:A", "3.0"), "ADR;type=A-Z;LABEL=\"A\":;;a;;;;");
+    EXPECT_EQ(Upgraded("geo:1;2", "3.0"), "geo:geo:1,2");
+    EXPECT_EQ(Upgraded("GEO:.5;1", "3.0"), "GEO:.5;1");
+    EXPECT_EQ(Upgraded("Fn;Encoding=Quoted-Printable;Charset=Iso-8859-1:=FC", "2.1"), "Fn:\xC3\xBC");
+}
+
 } // namespace
 
 } // namespace addrbook
