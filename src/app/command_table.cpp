@@ -6,6 +6,7 @@
 #include "app/main_bands.h"
 #include "app/main_window.h"
 #include "editor/quick_subjects_dialog.h"
+#include "export/export_command.h"
 #include "list/entry_commands.h"
 #include "list/find_command.h"
 #include "options/options_dialog.h"
@@ -45,6 +46,10 @@ void RunSubjects(MainWindow& window, UINT)
 void RunCustomizeColumns(MainWindow& window, UINT)
 {
     CustomizeListColumns(window.Handle(), window.List());
+}
+void RunExport(MainWindow& window, UINT)
+{
+    ExportEntries(window.Handle(), window.List());
 }
 void RunClearCategories(MainWindow& window, UINT)
 {
@@ -104,7 +109,7 @@ constexpr Command kCommands[] = {
     {CMD_FILTER_CATEGORIES, RunFilterCategories},
     {CMD_FILTER_MONTHS, RunFilterMonths},
     {CMD_CLEAR_FILTER, RunClearFilter},
-    {CMD_EXPORT, nullptr},
+    {CMD_EXPORT, RunExport},
     {CMD_NOTHING, RunNothing},
     {CMD_CUSTOMIZE_COLUMNS, RunCustomizeColumns},
     {CMD_MY_HANDHELD, RunCompanion},

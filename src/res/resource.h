@@ -198,4 +198,15 @@
 #define IDC_FOUND_COUNT 1042
 #define IDC_FOUND_HINT 1043 /* free choice */
 
+/* Export (the templates' numbers are a free choice) */
+#define IDD_EXPORT_WIDE 144
+#define IDD_EXPORT_TALL 145
+#define IDC_EXPORT_ALL 1034
+#define IDC_EXPORT_SELECTED 1035
+#define IDC_EXPORT_FILTERED 1036
+#define IDC_EXPORT_FIELDS 1037
+#define IDC_EXPORT_HEADER 1038
+#define IDC_EXPORT_FORMAT 1039
+#define IDC_EXPORT_PROGRESS 1040
+
 #endif

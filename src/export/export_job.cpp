@@ -1,0 +1,96 @@
+#include "export/export_job.h"
+
+#include "export/csv_rows.h"
+#include "export/entry_text.h"
+#include "list/passes_filter.h"
+
+namespace {
+
+// The record count of the journal saturates; its rows do not.
+uint32_t CountEntries(DbJournal& journal)
+{
+    const CeDBase::ReadScope scope(journal);
+    uint32_t inside = 0, outside = 1; // rows that are known to be there, and one that is not
+    while (journal.IdOfRow(outside - 1) && outside < 1u << 31) {
+        inside = outside;
+        outside *= 2;
+    }
+    while (inside + 1 < outside) {
+        const uint32_t middle = inside + (outside - inside) / 2;
+        (journal.IdOfRow(middle - 1) ? inside : outside) = middle;
+    }
+    return inside;
+}
+
+} // namespace
+
+ExportJob::ExportJob(const ExportRequest& request, const SORTORDERSPEC& sort)
+    : m_request(request), m_file(request.path)
+{
+    (void)m_journal.Open(nullptr, sort);
+}
+
+uint32_t ExportJob::EntryCount()
+{
+    return m_request.scope == ExportScope::Selected ? static_cast<uint32_t>(m_request.selection.size())
+                                                    : CountEntries(m_journal);
+}
+
+uint32_t ExportJob::Run(const std::function<bool(uint32_t)>& afterEntry)
+{
+    if (m_request.format == ExportFormat::CommaSeparated && m_request.headerOrLabels)
+        WriteHeaderRow(*m_request.columns, m_file);
+    uint32_t count = 0;
+    for (bool goesOn = true; goesOn;) {
+        bool isExported = false;
+        {
+            const CeDBase::ReadScope scope(m_journal);
+            if (!Seek())
+                break;
+            isExported = ExportCurrent();
+        }
+        if (isExported)
+            goesOn = afterEntry(++count);
+    }
+    return count;
+}
+
+bool ExportJob::Seek()
+{
+    if (m_request.scope == ExportScope::Selected)
+        return SeekSelected();
+    const bool begun = m_begun;
+    m_begun = true;
+    return (begun ? m_journal.SeekNextRecord() : m_journal.SeekFirstRecord()) != 0;
+}
+
+bool ExportJob::SeekSelected()
+{
+    while (m_nextSelected < m_request.selection.size()) {
+        const CEOID id = m_request.selection[m_nextSelected++];
+        if (m_journal.SeekRecord(id) == id)
+            return true;
+    }
+    return false;
+}
+
+bool ExportJob::ExportCurrent()
+{
+    WORD count = 0;
+    CEPROPVAL* properties = nullptr;
+    const CEOID id = m_journal.ReadRecord(&count, nullptr, &properties);
+    const LocalBlock<CEPROPVAL> owner(properties);
+    if (!id)
+        return false;
+    if (m_request.scope != ExportScope::Filtered || PassesFilter(*m_request.filter, count, properties))
+        Write({count, properties});
+    return true;
+}
+
+void ExportJob::Write(const ExportedRecord& entry)
+{
+    if (m_request.format == ExportFormat::SimpleText)
+        WriteEntryText(entry, m_request.headerOrLabels, m_file);
+    else
+        WriteEntryRow(*m_request.columns, entry, m_file);
+}

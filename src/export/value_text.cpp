@@ -1,0 +1,53 @@
+#include "export/value_text.h"
+
+#include "data/journal_entry.h"
+#include "mervane/db_categories.h"
+#include "mervane/db_contacts.h"
+#include "util/date_text.h"
+#include "util/duration_text.h"
+
+namespace {
+
+bool WriteDate(const FILETIME& time, PieceWriter& file)
+{
+    wchar_t text[kDateTimeTextSize];
+    return file.Write(DateTimeText(TimeCount(time), text));
+}
+
+bool WriteDuration(const FILETIME& duration, PieceWriter& file)
+{
+    wchar_t text[kDurationTextSize];
+    const int length = FormatDuration(TimeCount(duration), text);
+    return file.Write({text, static_cast<size_t>(length)});
+}
+
+template <typename Database> bool WriteNames(const CEBLOB& blob, wchar_t separator, PieceWriter& file)
+{
+    Database database;
+    if (!database.Open())
+        return true;
+    wchar_t* names = nullptr;
+    const int length = database.SetStrFromBlob(blob, separator, &names);
+    const LocalBlock<wchar_t> owner(names);
+    return !names || file.Write({names, static_cast<size_t>(length)});
+}
+
+} // namespace
+
+bool WriteValue(const CEPROPVAL& property, PieceWriter& file)
+{
+    const CEVALUNION& value = property.val;
+    switch (property.propid) {
+    case kPropDate:
+    case kPropEndTime: return WriteDate(value.filetime, file);
+    case kPropSubject:
+    case kPropBody:
+    case kPropType: return !value.lpwstr || file.Write(value.lpwstr);
+    case kPropCategories: return WriteNames<DbCategories>(value.blob, kCategorySeparator, file);
+    case kPropPriority: return file.Write(PriorityWord(value.iVal));
+    case kPropSensitivity: return file.Write(SensitivityWord(value.iVal));
+    case kPropDuration: return WriteDuration(value.filetime, file);
+    case kPropContacts: return WriteNames<DbContacts>(value.blob, kContactSeparator, file);
+    default: return true;
+    }
+}
