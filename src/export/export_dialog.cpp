@@ -51,6 +51,7 @@ class ExportDialog : public Dialog {
     const ExportSource m_source;
     bool m_writes = false;
     bool m_stopped = false; // by the user, or because the program ends
+    bool m_ends = false;    // the program
     ULONGLONG m_lastPump = 0;
 };
 
@@ -103,7 +104,8 @@ void ExportDialog::OnOK()
     // The main window may have been closed meanwhile, and this one with it.
     if (!GetWindow())
         return;
-    TellCount(count);
+    if (!m_ends)
+        TellCount(count);
     End(1);
 }
 
@@ -187,16 +189,16 @@ void ExportDialog::Pump()
 {
     MSG message;
     while (!m_stopped && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        if (message.message == WM_QUIT)
+        if (message.message == WM_QUIT) {
             PostQuitMessage(static_cast<int>(message.wParam));
-        else if (message.message == WM_KEYDOWN && message.wParam == VK_RETURN)
+            m_ends = true;
+        } else if (message.message == WM_KEYDOWN && message.wParam == VK_RETURN) {
             continue;
-        else if (!IsDialogMessageW(GetWindow(), &message)) {
+        } else if (!IsDialogMessageW(GetWindow(), &message)) {
             TranslateMessage(&message);
             DispatchMessageW(&message);
         }
-        if (message.message == WM_QUIT || !GetWindow())
-            m_stopped = true;
+        m_stopped = m_stopped || m_ends || !GetWindow();
     }
     m_lastPump = GetTickCount64();
 }
