@@ -69,6 +69,7 @@ constexpr Figure kFigures[] = {
     {L"save", bench::RememberConnections, bench::MeasureSaves},
     {L"assign", nullptr, bench::MeasureAssign},
     {L"import", bench::RememberConnections, bench::MeasureImports},
+    {L"export", nullptr, bench::MeasureExports},
 };
 
 int Measure(const wchar_t* name)

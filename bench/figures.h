@@ -9,6 +9,7 @@ void MeasureFilters();
 void MeasureFinds();
 void MeasureSaves();
 void MeasureImports();
+void MeasureExports();
 void CountRequests();
 void MeasureStarts();
 void MeasureServer();

@@ -1,7 +1,8 @@
 #!/bin/sh
 # Measures the figures of docs/bench.md and prints them with their limits.
 #
-#   sh bench/run.sh [FIGURE...]     start page sort filter find save assign import count server memory; all of them unless named
+#   sh bench/run.sh [FIGURE...]     start page sort filter find save assign import export count
+#                                   server memory; all of them unless named
 #
 # BENCH_STORES  where the stores of up to a million entries are kept (2 GB), build/bench unless set
 set -u
@@ -91,5 +92,5 @@ if [ "${1-}" = --inside ]; then
     exit
 fi
 prepare
-if [ $# -eq 0 ]; then set -- start page sort filter find save assign import count server memory; fi
+if [ $# -eq 0 ]; then set -- start page sort filter find save assign import export count server memory; fi
 exec tests/support/session.sh --unix sh bench/run.sh --inside "$@"

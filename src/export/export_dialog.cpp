@@ -15,7 +15,7 @@ namespace {
 
 constexpr const wchar_t* kHeaderName = L"WriteHeader"; // in Settings; header or labels
 constexpr DWORD kHeaderDefault = 1;
-constexpr ULONGLONG kPumpPeriod = 15; // milliseconds
+constexpr ULONGLONG kShowPeriod = 100; // milliseconds
 
 class ExportDialog : public Dialog {
   public:
@@ -39,6 +39,7 @@ class ExportDialog : public Dialog {
     void ShowProgress(uint32_t entryCount);
     uint32_t Write(const ExportRequest& request);
     bool AfterEntry(uint32_t count);
+    void Show(uint32_t count);
     void Pump();
     void TellCount(uint32_t count);
     LRESULT Ask(int id, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const
@@ -52,7 +53,7 @@ class ExportDialog : public Dialog {
     bool m_writes = false;
     bool m_stopped = false; // by the user, or because the program ends
     bool m_ends = false;    // the program
-    ULONGLONG m_lastPump = 0;
+    ULONGLONG m_lastShown = 0;
 };
 
 bool ExportDialog::OnInitDialog()
@@ -170,18 +171,27 @@ uint32_t ExportDialog::Write(const ExportRequest& request)
     ExportJob job(request, sort);
     m_writes = true;
     ShowProgress(job.EntryCount());
-    Pump();
+    Show(0);
     const uint32_t count = job.Run([this](uint32_t soFar) { return AfterEntry(soFar); });
+    Ask(IDC_EXPORT_PROGRESS, PBM_SETPOS, count);
     m_writes = false;
     return count;
 }
 
+// To move the bar and to look at messages takes longer than to make an entry's texts: it is done as often as
+// a person sees it.
 bool ExportDialog::AfterEntry(uint32_t count)
 {
-    Ask(IDC_EXPORT_PROGRESS, PBM_SETPOS, count);
-    if (GetTickCount64() - m_lastPump >= kPumpPeriod)
-        Pump();
+    if (GetTickCount64() - m_lastShown >= kShowPeriod)
+        Show(count);
     return !m_stopped;
+}
+
+void ExportDialog::Show(uint32_t count)
+{
+    Ask(IDC_EXPORT_PROGRESS, PBM_SETPOS, count);
+    Pump();
+    m_lastShown = GetTickCount64();
 }
 
 // Lets all windows of the program paint themselves, and this one be stopped; those below it are disabled.
@@ -200,7 +210,6 @@ void ExportDialog::Pump()
         }
         m_stopped = m_stopped || m_ends || !GetWindow();
     }
-    m_lastPump = GetTickCount64();
 }
 
 void ExportDialog::TellCount(uint32_t count)
