@@ -4,26 +4,6 @@
 #include "export/entry_text.h"
 #include "list/passes_filter.h"
 
-namespace {
-
-// The record count of the journal saturates; its rows do not.
-uint32_t CountEntries(DbJournal& journal)
-{
-    const CeDBase::ReadScope scope(journal);
-    uint32_t inside = 0, outside = 1; // rows that are known to be there, and one that is not
-    while (journal.IdOfRow(outside - 1) && outside < 1u << 31) {
-        inside = outside;
-        outside *= 2;
-    }
-    while (inside + 1 < outside) {
-        const uint32_t middle = inside + (outside - inside) / 2;
-        (journal.IdOfRow(middle - 1) ? inside : outside) = middle;
-    }
-    return inside;
-}
-
-} // namespace
-
 ExportJob::ExportJob(const ExportRequest& request, const SORTORDERSPEC& sort)
     : m_request(request), m_file(request.path)
 {
@@ -33,7 +13,7 @@ ExportJob::ExportJob(const ExportRequest& request, const SORTORDERSPEC& sort)
 uint32_t ExportJob::EntryCount()
 {
     return m_request.scope == ExportScope::Selected ? static_cast<uint32_t>(m_request.selection.size())
-                                                    : CountEntries(m_journal);
+                                                    : m_journal.PassingRows();
 }
 
 uint32_t ExportJob::Run(const std::function<bool(uint32_t)>& afterEntry)
