@@ -154,11 +154,15 @@ void FindDialog::ClickSearchBy(SearchBy by)
     EnableWhatBelongs();
 }
 
-// Stored as it was chosen, Current shows as chosen also where there is no entry to search from.
+// Stored as it was chosen, Current shows as chosen also where there is no entry to search from. The tab key
+// stops at the chosen button alone, so a grey one would hide the other from it.
 void FindDialog::ClickSearchFrom(SearchFrom from)
 {
     CheckButton(IDC_FIND_FROM_TOP, from == SearchFrom::Top);
     CheckButton(IDC_FIND_FROM_CURRENT, from == SearchFrom::Current);
+    HWND top = GetItem(IDC_FIND_FROM_TOP);
+    if (!m_hasCurrentEntry)
+        SetWindowLongPtrW(top, GWL_STYLE, GetWindowLongPtrW(top, GWL_STYLE) | WS_TABSTOP);
 }
 
 // The date belongs to a search by date, the text and its case to the others.

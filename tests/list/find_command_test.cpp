@@ -1,5 +1,7 @@
 #include "list/find_command.h"
 
+#include <sqlite3.h>
+
 #include <memory>
 
 #include "support/dialog_window.h"
@@ -40,6 +42,26 @@ class RunFindTest : public EntryListTest {
         PumpMessages();
     }
     CEOID Current() { return m_list.CurrentEntry(); }
+    // What the results list, in its order.
+    static Ids Listed(const DialogWindow& results)
+    {
+        Ids ids;
+        HWND list = results.Item(IDC_FOUND_LIST);
+        LVITEMW item{};
+        item.mask = LVIF_PARAM;
+        for (; item.iItem < ListView_GetItemCount(list); ++item.iItem) {
+            EXPECT_TRUE(ListView_GetItem(list, &item));
+            ids.push_back(static_cast<CEOID>(item.lParam));
+        }
+        return ids;
+    }
+    void Execute(const std::string& sql)
+    {
+        sqlite3* database = nullptr;
+        ASSERT_EQ(sqlite3_open16(m_store.Path().c_str(), &database), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(database);
+    }
 
     FindRequest m_request;
     std::wstring m_resultCount;
@@ -61,6 +83,7 @@ TEST_F(RunFindTest, SelectsEveryEntryFound)
     EXPECT_EQ(Current(), c) << "as if they had been selected one by one";
     EXPECT_EQ(LastReport(), 1);
     EXPECT_EQ(m_request.text, L"walk");
+    EXPECT_EQ(GetFocus(), Handle()) << "the keyboard is back in the list";
 }
 
 TEST_F(RunFindTest, NothingFoundEmptiesTheSelection)
@@ -132,6 +155,77 @@ TEST_F(RunFindTest, WhatTheFilterHidesIsInTheResultsAndNotInTheSelection)
     EXPECT_EQ(Selected(), (Ids{seen}));
     EXPECT_EQ(Current(), seen);
     EXPECT_FALSE(m_list.Selection().Contains(hidden));
+}
+
+TEST_F(RunFindTest, UnderAFilterTheSearchGoesThroughTheWholeOrder)
+{
+    Ids ids;
+    for (const WORD month : {WORD{5}, WORD{4}, WORD{3}, WORD{2}})
+        ids.push_back(
+            TestRecord().Time(kPropDate, Instant(2000, month, 5)).Text(kPropSubject, L"walk").Write());
+    App().Filter().active = true;
+    App().Filter().monthMask = 1 << 1 | 1 << 3; // February and April
+    CreateList();
+    ASSERT_EQ(RowCount(), 2);
+    Find(L"walk", [&](const DialogWindow& dialog) { EXPECT_EQ(Listed(dialog), ids); });
+    EXPECT_EQ(Selected(), (Ids{ids[1], ids[3]}));
+    m_list.ClearSelection();
+    m_list.SelectRecord(ids[1]);
+    Find(
+        L"walk",
+        [&](const DialogWindow& dialog) {
+            EXPECT_EQ(Listed(dialog), (Ids{ids[2], ids[3], ids[0]}));
+        },
+        IDC_FIND_FROM_CURRENT);
+    EXPECT_EQ(Selected(), (Ids{ids[3]}));
+    EXPECT_EQ(LastReport(), 1) << "although what was found last is hidden";
+}
+
+TEST_F(RunFindTest, OnlyHiddenEntriesFoundSelectNothing)
+{
+    const CEOID seen = TestRecord().Time(kPropDate, Instant(2000, 3, 5)).Text(kPropSubject, L"lunch").Write();
+    TestRecord().Time(kPropDate, Instant(2000, 1, 5)).Text(kPropSubject, L"walk").Write();
+    App().Filter().active = true;
+    App().Filter().monthMask = 1 << 2; // March
+    CreateList();
+    m_list.SelectRecord(seen);
+    Find(L"walk");
+    EXPECT_EQ(m_resultCount, L"1");
+    EXPECT_EQ(Selected(), Ids{});
+    EXPECT_EQ(Current(), 0u);
+    EXPECT_EQ(LastReport(), 0);
+}
+
+TEST_F(RunFindTest, WhatAnotherProgramDoesMeanwhileIsSeenInTheEnd)
+{
+    const CEOID a = AddEntry(3, L"walk"), b = AddEntry(2, L"walk"), c = AddEntry(1, L"lunch");
+    CreateList();
+    Find(L"walk", [&](const DialogWindow&) {
+        Execute("DELETE FROM journal WHERE oid = " + std::to_string(b));
+        Execute("UPDATE journal SET subject = 'swim' WHERE oid = " + std::to_string(a));
+    });
+    EXPECT_EQ(Selected(), (Ids{a}));
+    ASSERT_EQ(RowCount(), 2);
+    Paint();
+    EXPECT_EQ(Cell(0, 1), L"swim");
+    EXPECT_FALSE(m_list.Selection().Contains(c));
+}
+
+TEST_F(RunFindTest, MoreThanTheListCanShowAreFoundAndListed)
+{
+    constexpr int kMost = 65'535;
+    const Ids ids = AddEntries(kMost + 1);
+    CreateList(); // the newest first
+    const ULONGLONG start = GetTickCount64();
+    Find(L"ENTRY", [&](const DialogWindow& dialog) {
+        EXPECT_EQ(ListView_GetItemCount(dialog.Item(IDC_FOUND_LIST)), kMost + 1);
+    });
+    EXPECT_EQ(m_resultCount, L"65536");
+    EXPECT_EQ(m_list.Selection().Count(), size_t{kMost});
+    EXPECT_EQ(ListView_GetSelectedCount(Handle()), UINT{kMost});
+    EXPECT_EQ(Current(), ids[1]) << "the last of those that the list shows";
+    // What costs a pass for each would take minutes.
+    EXPECT_LT(GetTickCount64() - start, 60'000u);
 }
 
 TEST_F(RunFindTest, TheListIsRefreshedAfterTheResults)

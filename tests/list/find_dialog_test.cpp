@@ -254,6 +254,99 @@ TEST_F(FindDialogTest, EnterIsOk)
     EXPECT_EQ(Stored(L"SearchBy"), 1106u);
 }
 
+TEST_F(FindDialogTest, TheTabKeyGoesThroughWhatCanBeUsed)
+{
+    const auto expectStops = [](const DialogWindow& dialog, const std::vector<HWND>& stops) {
+        EXPECT_EQ(GetFocus(), stops[0]);
+        for (size_t i = 1; i <= stops.size(); ++i) {
+            dialog.Key(VK_TAB);
+            EXPECT_EQ(GetFocus(), stops[i % stops.size()]) << i;
+        }
+    };
+    Run([&](const DialogWindow& dialog) {
+        expectStops(dialog, {Picker(dialog), dialog.Item(IDOK), dialog.Item(IDCANCEL), dialog.Item(kDate),
+                             dialog.Item(kTop)});
+    });
+    Store(L"SearchBy", 1107);
+    Store(L"SearchFrom", 1049);
+    Run([&](const DialogWindow& dialog) {
+        expectStops(dialog, {EditOf(dialog), dialog.Item(IDOK), dialog.Item(IDCANCEL), dialog.Item(kSubject),
+                             dialog.Item(kCurrent), dialog.Item(kMatch)});
+    });
+    Run(
+        [&](const DialogWindow& dialog) {
+            expectStops(dialog, {EditOf(dialog), dialog.Item(IDOK), dialog.Item(IDCANCEL),
+                                 dialog.Item(kSubject), dialog.Item(kTop), dialog.Item(kMatch)});
+        },
+        false);
+}
+
+TEST_F(FindDialogTest, ArrowsChooseAndKeepTheFocus)
+{
+    Run([](const DialogWindow& dialog) {
+        dialog.Focus(kDate);
+        for (const int by : {kSubject, kEntry, kDate}) {
+            dialog.Key(VK_DOWN);
+            EXPECT_TRUE(dialog.IsChecked(by)) << by;
+            EXPECT_TRUE(dialog.HasFocus(by)) << by;
+            EXPECT_EQ(dialog.IsEnabled(kText), by != kDate) << by;
+        }
+        dialog.Key(VK_UP);
+        EXPECT_TRUE(dialog.IsChecked(kEntry));
+        dialog.Key(VK_TAB);
+        dialog.Key(VK_DOWN);
+        EXPECT_TRUE(dialog.IsChecked(kCurrent));
+        EXPECT_FALSE(dialog.IsChecked(kTop));
+    });
+}
+
+TEST_F(FindDialogTest, ASearchIsChosenAndTypedByTheKeyboardAlone)
+{
+    EXPECT_TRUE(Run([](const DialogWindow& dialog) {
+        dialog.AltKey('E');
+        dialog.AltKey('C');
+        dialog.AltKey('M');
+        EXPECT_TRUE(dialog.IsChecked(kMatch));
+        dialog.Key(VK_TAB);
+        EXPECT_TRUE(dialog.HasFocus(kText));
+        dialog.Type(L"Park");
+        EXPECT_EQ(dialog.Text(kText), L"Park") << "the placeholder was selected";
+        dialog.Key(VK_RETURN);
+    }));
+    EXPECT_EQ(m_request.by, SearchBy::Entry);
+    EXPECT_EQ(m_request.from, SearchFrom::Current);
+    EXPECT_TRUE(m_request.matchCase);
+    EXPECT_EQ(m_request.text, L"Park");
+    EXPECT_EQ(StoredText(0), L"Park");
+}
+
+TEST_F(FindDialogTest, ATextOfTheHistoryIsChosenByTheKeyboard)
+{
+    StoreText(0, L"park");
+    StoreText(1, L"walk");
+    Store(L"SearchBy", 1107);
+    EXPECT_TRUE(Run([](const DialogWindow& dialog) {
+        dialog.Key(VK_F4);
+        dialog.Key(VK_DOWN);
+        dialog.Key(VK_DOWN);
+        dialog.Key(VK_RETURN);
+        EXPECT_TRUE(IsWindowVisible(dialog.Window())) << "it closes the list alone";
+        EXPECT_EQ(dialog.Text(kText), L"walk");
+        dialog.Key(VK_RETURN);
+    }));
+    EXPECT_EQ(m_request.text, L"walk");
+    EXPECT_EQ(StoredText(0), L"park");
+}
+
+TEST_F(FindDialogTest, AfterASearchByDateTheTextComesBack)
+{
+    EXPECT_TRUE(FindText(kSubject, L"walk"));
+    EXPECT_TRUE(RunAndAccept([](const DialogWindow& dialog) { dialog.Click(kDate); }));
+    Run([](const DialogWindow& dialog) { EXPECT_EQ(dialog.Text(kText), L"walk"); });
+    EXPECT_TRUE(FindText(kSubject, L"<Search Text>"));
+    Run([](const DialogWindow& dialog) { EXPECT_EQ(dialog.Text(kText), L"<Search Text>"); });
+}
+
 TEST_F(FindDialogTest, WhatBelongsToTheChoiceIsEnabled)
 {
     Run([](const DialogWindow& dialog) {

@@ -1,10 +1,12 @@
 #include "list/find_results_dialog.h"
 
 #include <commctrl.h>
+#include <sqlite3.h>
 
 #include <functional>
 
 #include "support/dialog_window.h"
+#include "support/import_watch.h"
 #include "support/test_windows.h"
 #include "list/editor_stand_in.h"
 #include "list/journal_fixture.h"
@@ -65,7 +67,11 @@ class FindResultsTest : public JournalTest {
     {
         RECT rect{};
         ASSERT_TRUE(ListView_GetItemRect(dialog.Item(kList), row, &rect, LVIR_LABEL));
-        const LPARAM point = MAKELPARAM(rect.left + 5, (rect.top + rect.bottom) / 2);
+        DoubleClick(dialog, {rect.left + 5, (rect.top + rect.bottom) / 2});
+    }
+    static void DoubleClick(const DialogWindow& dialog, POINT place)
+    {
+        const LPARAM point = MAKELPARAM(place.x, place.y);
         PostMessageW(dialog.Item(kList), WM_LBUTTONDOWN, MK_LBUTTON, point);
         PostMessageW(dialog.Item(kList), WM_LBUTTONUP, 0, point);
         PumpMessages();
@@ -87,6 +93,14 @@ class FindResultsTest : public JournalTest {
         EXPECT_EQ(g_editorRuns, 1);
         EXPECT_EQ(g_editorOwner, results.Window());
     }
+    // Changes the store from another connection.
+    void Execute(const std::string& sql)
+    {
+        sqlite3* database = nullptr;
+        ASSERT_EQ(sqlite3_open16(m_store.Path().c_str(), &database), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(database);
+    }
     static void Retitle(CEOID id, const wchar_t* subject)
     {
         CEPROPVAL property{};
@@ -94,6 +108,43 @@ class FindResultsTest : public JournalTest {
         property.val.lpwstr = const_cast<wchar_t*>(subject);
         EXPECT_EQ(App().Journal().WriteRecord(id, 1, &property), id);
     }
+};
+
+// A help viewer that is found and never started: what it would have been started with is kept.
+class HelpViewer {
+  public:
+    HelpViewer()
+    {
+        s_asked.clear();
+        GetCurrentDirectoryW(MAX_PATH, m_before);
+        wchar_t folder[MAX_PATH];
+        GetTempPathW(MAX_PATH, folder);
+        m_folder = folder + (L"viewer" + std::to_wstring(GetCurrentProcessId()));
+        EXPECT_TRUE(CreateDirectoryW(m_folder.c_str(), nullptr));
+        EXPECT_TRUE(WriteFileBytes(m_folder + L"\\PegHelp.exe", "no program"));
+        EXPECT_TRUE(SetCurrentDirectoryW(m_folder.c_str()));
+    }
+    ~HelpViewer()
+    {
+        SetCurrentDirectoryW(m_before);
+        DeleteFileW((m_folder + L"\\PegHelp.exe").c_str());
+        RemoveDirectoryW(m_folder.c_str());
+    }
+
+    const std::vector<std::wstring>& Asked() const { return s_asked; }
+
+  private:
+    static BOOL WINAPI Take(LPCWSTR, LPWSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL,
+                            DWORD, LPVOID, LPCWSTR, LPSTARTUPINFOW, LPPROCESS_INFORMATION)
+    {
+        s_asked.push_back(commandLine);
+        return TRUE;
+    }
+
+    static inline std::vector<std::wstring> s_asked;
+    wchar_t m_before[MAX_PATH] = L"";
+    std::wstring m_folder;
+    const ImportWatch<decltype(&CreateProcessW)> m_watch{&__imp_CreateProcessW, Take};
 };
 
 std::wstring DateText(TimeCount time)
@@ -210,12 +261,95 @@ TEST_F(FindResultsTest, ADoubleClickBelowTheRowsOpensNothing)
 {
     const auto ids = AddEntries(1);
     Run(ids, [](const DialogWindow& dialog) {
-        NMITEMACTIVATE click{};
-        click.hdr = {dialog.Item(kList), kList, static_cast<UINT>(NM_DBLCLK)};
-        click.iItem = -1;
+        RECT row{}, inside{};
+        ASSERT_TRUE(ListView_GetItemRect(dialog.Item(kList), 0, &row, LVIR_BOUNDS));
+        GetClientRect(dialog.Item(kList), &inside);
+        ASSERT_LT(row.bottom + 3, inside.bottom);
         g_editorRuns = 0;
-        SendMessageW(dialog.Window(), WM_NOTIFY, kList, reinterpret_cast<LPARAM>(&click));
+        DoubleClick(dialog, {row.left + 5, row.bottom + 3});
         EXPECT_EQ(g_editorRuns, 0);
+        EXPECT_TRUE(IsWindowVisible(dialog.Window()));
+    });
+}
+
+TEST_F(FindResultsTest, ADoubleClickOnTheSubjectOpensTheEntryToo)
+{
+    const auto ids = AddEntries(3);
+    Run(ids, [&](const DialogWindow& dialog) {
+        RECT subject{};
+        ASSERT_TRUE(ListView_GetSubItemRect(dialog.Item(kList), 2, 1, LVIR_BOUNDS, &subject));
+        const POINT place{subject.left + 20, (subject.top + subject.bottom) / 2};
+        InEditor(
+            dialog, [&] { DoubleClick(dialog, place); }, [&](const CEOID* id) { EXPECT_EQ(*id, ids[2]); });
+    });
+}
+
+TEST_F(FindResultsTest, EnterWithNothingChosenClosesIt)
+{
+    const auto ids = AddEntries(2);
+    Run(ids, [](const DialogWindow& dialog) {
+        ListView_SetItemState(dialog.Item(kList), -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+        SetFocus(dialog.Item(kList));
+        g_editorRuns = 0;
+        dialog.Key(VK_RETURN);
+        EXPECT_EQ(g_editorRuns, 0);
+        EXPECT_FALSE(IsWindowVisible(dialog.Window()));
+    });
+}
+
+TEST_F(FindResultsTest, WhatAnotherProgramChangesShowsAfterTheEditor)
+{
+    const auto ids = AddEntries(4);
+    Run(ids, [&](const DialogWindow& dialog) {
+        InEditor(
+            dialog, [&] { DoubleClick(dialog, 1); },
+            [&](CEOID*) {
+                Execute("UPDATE journal SET subject = 'theirs' WHERE oid = " + std::to_string(ids[3]));
+                Execute("DELETE FROM journal WHERE oid = " + std::to_string(ids[0]));
+                Execute("UPDATE journal SET subject = NULL, date = 'no time' WHERE oid = " +
+                        std::to_string(ids[2]));
+            });
+        ASSERT_EQ(RowCount(dialog), 3);
+        EXPECT_EQ(dialog.Text(kCount), L"3");
+        EXPECT_EQ(Selected(dialog), 0);
+        EXPECT_EQ(IdOf(dialog, 0), ids[1]);
+        EXPECT_EQ(Cell(dialog, 1, 0), L"");
+        EXPECT_EQ(Cell(dialog, 1, 1), L"");
+        EXPECT_EQ(Cell(dialog, 2, 1), L"theirs");
+    });
+}
+
+TEST_F(FindResultsTest, AnEntryThatIsGoneAlreadyIsOpenedAsANewOne)
+{
+    const auto ids = AddEntries(2);
+    for (const bool saved : {false, true}) {
+        const CEOID gone = AddEntry(9, L"gone");
+        Run({ids[0], gone, ids[1]}, [&](const DialogWindow& dialog) {
+            Execute("DELETE FROM journal WHERE oid = " + std::to_string(gone));
+            InEditor(
+                dialog, [&] { DoubleClick(dialog, 1); },
+                [&](CEOID* id) {
+                    EXPECT_EQ(*id, gone);
+                    if (saved)
+                        *id = AddEntry(9, L"anew");
+                });
+            ASSERT_EQ(RowCount(dialog), saved ? 3 : 2);
+            EXPECT_EQ(Cell(dialog, 1, 1), saved ? L"anew" : L"entry 1");
+            EXPECT_EQ(Selected(dialog), 1);
+        });
+    }
+}
+
+TEST_F(FindResultsTest, AllGoneLeavesNoRow)
+{
+    const auto ids = AddEntries(1);
+    Run(ids, [&](const DialogWindow& dialog) {
+        InEditor(
+            dialog, [&] { DoubleClick(dialog, 0); }, [&](CEOID*) { Execute("DELETE FROM journal"); });
+        EXPECT_EQ(RowCount(dialog), 0);
+        EXPECT_EQ(dialog.Text(kCount), L"0");
+        dialog.Key(VK_RETURN);
+        EXPECT_FALSE(IsWindowVisible(dialog.Window()));
     });
 }
 
@@ -307,6 +441,13 @@ TEST_F(FindResultsTest, HelpIsAskedOnceAndNotOfTheOwner)
         },
         owner.Handle());
     EXPECT_FALSE(ownerAsked);
+}
+
+TEST_F(FindResultsTest, F1AsksForThePageOfTheFoundEntries)
+{
+    const HelpViewer viewer;
+    Run({}, [](const DialogWindow& dialog) { dialog.Key(VK_F1); });
+    EXPECT_EQ(viewer.Asked(), (std::vector<std::wstring>{L"pellwyn.htm#Found_Window"}));
 }
 
 TEST_F(FindResultsTest, EverythingIsOnTheScreen)

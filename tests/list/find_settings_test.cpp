@@ -23,6 +23,13 @@ class FindSettings : public testing::Test {
         App().GetString(kOptions, (L"Find" + std::to_wstring(index)).c_str(), L"", text);
         return text;
     }
+    static void StoreBytes(const wchar_t* subkey, const wchar_t* name, DWORD type, const std::string& bytes)
+    {
+        const std::wstring path = std::wstring(L"Software\\Quillmarsh\\Journal\\") + subkey;
+        EXPECT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, path.c_str(), name, type, bytes.data(),
+                                  static_cast<DWORD>(bytes.size())),
+                  ERROR_SUCCESS);
+    }
     static void Add(const std::wstring& text) { AddToFindHistory(&App(), text); }
     static Texts History() { return ReadFindHistory(App()); }
 
@@ -90,6 +97,29 @@ TEST_F(FindSettings, ATextThatIsThereAlreadyChangesNothing)
     }
 }
 
+TEST_F(FindSettings, TheOldestOfFiveIsStillThere)
+{
+    for (const wchar_t* text : {L"one", L"two", L"three", L"four", L"five"})
+        Add(text);
+    Add(L"ONE");
+    EXPECT_EQ(History(), (Texts{L"five", L"four", L"three", L"two", L"one"}));
+}
+
+TEST_F(FindSettings, ATextBehindAnEmptyOneIsNotInTheHistory)
+{
+    StoreText(0, L"one");
+    StoreText(2, L"three");
+    Add(L"three");
+    EXPECT_EQ(History(), (Texts{L"three", L"one", L"three"})) << "the gap is closed";
+}
+
+TEST_F(FindSettings, LettersBeyondAsciiHaveTwoCasesToo)
+{
+    Add(L"\u00e4rger");
+    Add(L"\u00c4RGER");
+    EXPECT_EQ(History(), (Texts{L"\u00e4rger"}));
+}
+
 TEST_F(FindSettings, AnEmptyTextChangesNothing)
 {
     Add(L"one");
@@ -126,6 +156,61 @@ TEST_F(FindSettings, ATextTooLongToBeReadEndsTheHistory)
     EXPECT_EQ(History(), (Texts{L"one"}));
     StoreText(1, std::wstring(155, L'x'));
     EXPECT_EQ(History(), (Texts{L"one", std::wstring(155, L'x'), L"three"}));
+}
+
+TEST_F(FindSettings, ATextTooLongToBeReadIsReplacedAndNotCarriedOn)
+{
+    StoreText(0, std::wstring(200, L'x'));
+    StoreText(1, L"one");
+    Add(L"new");
+    EXPECT_EQ(History(), (Texts{L"new", L"one"}));
+}
+
+TEST_F(FindSettings, ButtonsOfAnyTypeAndLengthReadAsANumberOrTheDefault)
+{
+    using namespace std::string_literals;
+    const struct {
+        DWORD type;
+        std::string bytes;
+        SearchBy by;
+    } values[] = {
+        {REG_BINARY, "\x53\x04\0\0"s, SearchBy::Subject}, // the type is not looked at
+        {REG_BINARY, "\x53\x04\0"s, SearchBy::Date},
+        {REG_BINARY, ""s, SearchBy::Date},
+        {REG_QWORD, "\x53\x04\0\0\0\0\0\0"s, SearchBy::Date},
+        {REG_SZ, "1\0001\0000\0007\0\0\0"s, SearchBy::Date},
+    };
+    Store(L"SearchBy", 0); // makes the key
+    for (const auto& [type, bytes, by] : values) {
+        for (const wchar_t* name : {L"SearchBy", L"SearchFrom", L"MatchCase"})
+            StoreBytes(kSettings, name, type, bytes);
+        EXPECT_EQ(ReadSearchBy(App()), by) << type << ", " << bytes.size();
+        EXPECT_EQ(ReadSearchFrom(App()), SearchFrom::Top) << type << ", " << bytes.size();
+        EXPECT_EQ(ReadMatchCase(App()), by == SearchBy::Subject) << type << ", " << bytes.size();
+    }
+}
+
+TEST_F(FindSettings, TextsOfAnyTypeAndLengthReadAsATextOrNone)
+{
+    using namespace std::string_literals;
+    const struct {
+        DWORD type;
+        std::string bytes;
+        Texts history;
+    } values[] = {
+        {REG_DWORD, "\0\0\0\0"s, {}},
+        {REG_BINARY, ""s, {}},
+        {REG_BINARY, "A\0B"s, {L"A"}}, // half a character at its end
+        {REG_SZ, "A\0B\0"s, {L"AB"}},  // not terminated
+        {REG_EXPAND_SZ, "%\0A\0%\0\0\0"s, {L"%A%"}},
+        {REG_MULTI_SZ, "A\0\0\0B\0\0\0\0\0"s, {L"A"}},
+        {REG_BINARY, std::string(5'000, 'A'), {}},
+    };
+    StoreText(1, L""); // makes the key
+    for (const auto& [type, bytes, history] : values) {
+        StoreBytes(kOptions, L"Find0", type, bytes);
+        EXPECT_EQ(History(), history) << type << ", " << bytes.size();
+    }
 }
 
 TEST_F(FindSettings, NumbersWhereTextsShouldBeDoNoHarm)
