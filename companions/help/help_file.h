@@ -6,7 +6,7 @@
 
 namespace help {
 
-constexpr size_t kMaxHelpFile = 2 * 1024 * 1024; // bytes
+constexpr size_t kMaxHelpFile = 512 * 1024; // bytes
 
 enum class FileState { Read, Missing, Unreadable, TooLarge, NoText };
 

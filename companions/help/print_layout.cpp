@@ -131,8 +131,9 @@ void Layout::AddPiece(const Piece& piece)
     if (m_x + size.width > Right() && m_x > m_left)
         EndLine(size.height);
     if (m_x + size.width > Right())
-        return AddBroken(piece);
-    Put(word, piece.look, size);
+        AddBroken({word, piece.look});
+    else
+        Put(word, piece.look, size);
     m_x += m_measure(piece.text, piece.look).width - size.width;
 }
 

@@ -78,18 +78,19 @@ std::string TextInRtf(const std::wstring& text)
     return rtf;
 }
 
+// A control word ends with a blank of its own; a blank behind a brace would be text.
 std::string RunInRtf(const Run& run)
 {
-    std::string rtf = "{";
+    std::string words;
     if (run.isBold)
-        rtf += "\\b";
+        words += "\\b";
     if (run.isItalic)
-        rtf += "\\i";
+        words += "\\i";
     if (run.isCode)
-        rtf += "\\f1";
+        words += "\\f1";
     if (!run.target.empty())
-        rtf += "\\ul\\cf1";
-    return rtf + " " + TextInRtf(run.text) + "}";
+        words += "\\ul";
+    return "{" + (words.empty() ? words : words + " ") + TextInRtf(run.text) + "}";
 }
 
 std::string BlockInRtf(const Block& block)
@@ -107,14 +108,10 @@ std::string BlockInRtf(const Block& block)
 
 } // namespace
 
-std::string RtfOf(const std::vector<Block>& blocks, unsigned long linkColor)
+std::string RtfOf(const std::vector<Block>& blocks)
 {
-    std::string rtf =
-        "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fswiss Tahoma;}{\\f1\\fmodern Courier New;}}"
-        "{\\colortbl;" +
-        Word("red", static_cast<int>(linkColor & 0xFF)) +
-        Word("green", static_cast<int>(linkColor >> 8 & 0xFF)) +
-        Word("blue", static_cast<int>(linkColor >> 16 & 0xFF)) + ";}\n";
+    std::string rtf = "{\\rtf1\\ansi\\ansicpg1252\\deff0"
+                      "{\\fonttbl{\\f0\\fswiss Tahoma;}{\\f1\\fmodern Courier New;}}\n";
     for (size_t block = 0; block < blocks.size(); ++block)
         rtf += BlockInRtf(blocks[block]) + (block + 1 < blocks.size() ? "\\par}\n" : "}\n");
     return rtf + "}";

@@ -8,7 +8,7 @@
 
 namespace help {
 
-// In ASCII, whole. The control's text is then that of TextOf. color is the one of the links.
-std::string RtfOf(const std::vector<Block>& blocks, unsigned long linkColor);
+// In ASCII, whole. The control's text is then that of TextOf. The control gives links their color itself.
+std::string RtfOf(const std::vector<Block>& blocks);
 
 } // namespace help

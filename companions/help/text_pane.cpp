@@ -66,7 +66,7 @@ void TextPane::Show(const std::vector<Block>& blocks)
 {
     const int zoom = Zoom();
     m_text = TextOf(blocks);
-    const std::string rtf = RtfOf(blocks, GetSysColor(COLOR_HOTLIGHT));
+    const std::string rtf = RtfOf(blocks);
     {
         const ScopedRedrawPause pause(m_window);
         RtfSource source{rtf};
