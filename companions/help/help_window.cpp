@@ -83,10 +83,15 @@ bool HelpWindow::Create(HINSTANCE instance)
     const std::optional<WindowPlace> left = LoadPlacement(m_settings);
     m_leftMaximized = left && left->maximized;
     const RECT place = left ? left->rect : FirstPlace();
-    return CreateWindowExW(WS_EX_CONTROLPARENT, kHelpWindowClass, L"Journal Help",
-                           WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top,
-                           place.right - place.left, place.bottom - place.top, nullptr, nullptr, instance,
-                           this) != nullptr;
+    if (!CreateWindowExW(WS_EX_CONTROLPARENT, kHelpWindowClass, L"Journal Help",
+                         WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top,
+                         place.right - place.left, place.bottom - place.top, nullptr, nullptr, instance,
+                         this))
+        return false;
+    // A window that is not seen yet has not been told its size, and a text without any is broken into lines
+    // twice.
+    OnSize();
+    return true;
 }
 
 void HelpWindow::ShowFirst(int showCommand)

@@ -139,7 +139,8 @@ int TextPane::Zoom() const
 void TextPane::SetZoom(int percent)
 {
     const int zoom = std::clamp(percent, kSmallestZoom, kLargestZoom);
-    SendMessageW(m_window, EM_SETZOOM, static_cast<WPARAM>(zoom), kNormalZoom);
+    if (zoom != Zoom()) // setting it lays the text out anew
+        SendMessageW(m_window, EM_SETZOOM, static_cast<WPARAM>(zoom), kNormalZoom);
 }
 
 } // namespace help
