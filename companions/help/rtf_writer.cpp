@@ -9,6 +9,7 @@ namespace {
 // Lengths in twips, sizes in half points.
 constexpr int kTextSize = 20;
 constexpr int kHeadingSizes[] = {32, 26, 22, 20, 20, 20};
+constexpr int kEdge = 120;        // around the text
 constexpr int kIndent = 360;      // of one level of a list
 constexpr int kMarkerWidth = 260; // between an item's marker and its text
 constexpr int kFirstCell = 2400;  // the width of a row's first cell
@@ -23,7 +24,7 @@ std::string TabStops(const Block& block)
 {
     std::string stops;
     for (size_t cell = 1; cell < block.cells.size(); ++cell)
-        stops += Word("tx", kFirstCell + kOtherCells * static_cast<int>(cell - 1));
+        stops += Word("tx", kEdge + kFirstCell + kOtherCells * static_cast<int>(cell - 1));
     return stops;
 }
 
@@ -31,25 +32,26 @@ std::string TabStops(const Block& block)
 std::string RowFormat(const Block& block)
 {
     if (block.cells.size() < 2)
-        return "\\sa40";
+        return "\\sa40" + Word("li", kEdge);
     const int hanging = kFirstCell + kOtherCells * static_cast<int>(block.cells.size() - 2);
-    return "\\sa40" + Word("li", hanging) + Word("fi", -hanging) + TabStops(block);
+    return "\\sa40" + Word("li", kEdge + hanging) + Word("fi", -hanging) + TabStops(block);
 }
 
 std::string ItemFormat(const Block& block)
 {
-    const int left = kIndent * (block.level - 1) + kMarkerWidth;
+    const int left = kEdge + kIndent * (block.level - 1) + kMarkerWidth;
     return "\\sa60" + Word("li", left) + Word("fi", -kMarkerWidth) + Word("tx", left);
 }
 
 std::string FormatOf(const Block& block)
 {
     switch (block.kind) {
-    case BlockKind::Heading: return "\\sb160\\sa100\\b" + Word("fs", kHeadingSizes[block.level - 1]);
+    case BlockKind::Heading:
+        return "\\sb160\\sa100\\b" + Word("li", kEdge) + Word("fs", kHeadingSizes[block.level - 1]);
     case BlockKind::ListItem: return ItemFormat(block);
     case BlockKind::TableRow: return RowFormat(block) + (block.isHeader ? "\\b" : "");
-    case BlockKind::Preformatted: return "\\sa120\\f1";
-    case BlockKind::Paragraph: return "\\sa120";
+    case BlockKind::Preformatted: return "\\sb60\\sa100\\f1" + Word("li", kEdge);
+    case BlockKind::Paragraph: return "\\sb60\\sa100" + Word("li", kEdge);
     }
     return {};
 }
@@ -95,7 +97,8 @@ std::string RunInRtf(const Run& run)
 
 std::string BlockInRtf(const Block& block)
 {
-    std::string rtf = "{\\pard\\plain\\f0" + Word("fs", kTextSize) + FormatOf(block) + " ";
+    std::string rtf =
+        "{\\pard\\plain\\f0" + Word("fs", kTextSize) + Word("ri", kEdge) + FormatOf(block) + " ";
     rtf += TextInRtf(LeadOf(block));
     for (size_t cell = 0; cell < block.cells.size(); ++cell) {
         if (cell > 0)

@@ -4,14 +4,12 @@
 #include <cstring>
 
 #include "help/rtf_writer.h"
-#include "ui/scale.h"
 #include "ui/scoped.h"
 
 namespace help {
 
 namespace {
 
-constexpr int kMargin = 8;
 constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY |
                          ES_AUTOVSCROLL | ES_NOHIDESEL;
 
@@ -72,8 +70,6 @@ void TextPane::Show(const std::vector<Block>& blocks)
         RtfSource source{rtf};
         EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&source), 0, ReadRtf};
         SendMessageW(m_window, EM_STREAMIN, SF_RTF, reinterpret_cast<LPARAM>(&stream));
-        SendMessageW(m_window, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN,
-                     MAKELPARAM(Scale(kMargin), Scale(kMargin)));
         MarkLinks();
         Select({0, 0});
     }

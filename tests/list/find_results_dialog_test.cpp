@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "support/dialog_window.h"
+#include "support/import_watch.h"
 #include "support/test_windows.h"
 #include "list/editor_stand_in.h"
 #include "list/journal_fixture.h"
@@ -289,6 +290,7 @@ TEST_F(FindResultsTest, EscClosesIt)
 
 TEST_F(FindResultsTest, HelpIsAskedOnceAndNotOfTheOwner)
 {
+    const NothingStarts nothing;
     bool ownerAsked = false;
     const TestParent owner([&](HWND, UINT message, WPARAM, LPARAM, LRESULT*) {
         ownerAsked |= message == WM_HELP;
@@ -297,7 +299,7 @@ TEST_F(FindResultsTest, HelpIsAskedOnceAndNotOfTheOwner)
     Run(
         {},
         [](const DialogWindow& dialog) {
-            const MessageBoxAnswerer boxes; // there is no help viewer here
+            const MessageBoxAnswerer boxes;
             HELPINFO info{};
             info.cbSize = sizeof info;
             EXPECT_EQ(SendMessageW(dialog.Window(), WM_HELP, 0, reinterpret_cast<LPARAM>(&info)), TRUE);
