@@ -61,6 +61,7 @@ TEST(CompanionOf, NamesTheProgramAndItsCommandLine)
 
 TEST(Launch, AMissingHelpViewerIsToldInABox)
 {
+    const NothingStarts nothing;
     const MessageBoxAnswerer answerer({IDOK});
     const TestParent owner;
     ShowHelp(kHelpMain, owner.Handle());

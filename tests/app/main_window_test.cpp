@@ -1,6 +1,7 @@
 #include "app/main_window.h"
 
 #include "app/main_window_fixture.h"
+#include "support/import_watch.h"
 #include "ui/scale.h"
 
 namespace {
@@ -102,6 +103,7 @@ TEST_F(MainWindowTest, TheListHasTheKeyboard)
 
 TEST_F(MainWindowTest, HelpIsAnsweredAndReturnsOne)
 {
+    const NothingStarts nothing;
     HWND window = Create();
     const MessageBoxAnswerer answerer({IDOK});
     HELPINFO info{};

@@ -1,5 +1,6 @@
 // The editor worked with real keys, through the dialog manager's translation.
 #include "editor_fixture.h"
+#include "support/import_watch.h"
 
 namespace {
 
@@ -189,8 +190,9 @@ TEST_F(EntryEditorKeysTest, EscInADroppedListClosesOnlyTheList)
 
 TEST_F(EntryEditorKeysTest, F1AsksForHelpOnce)
 {
+    const NothingStarts nothing;
     for (const int field : {IDC_START_DATE, IDC_SUBJECT, IDC_TYPE, IDC_EDITOR_BAR, IDC_BODY, IDOK}) {
-        const MessageBoxAnswerer boxes; // the help viewer is not beside the test
+        const MessageBoxAnswerer boxes;
         RunNew([&](EditorWindow& editor) {
             editor.Focus(field);
             editor.Key(VK_F1);

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "editor_fixture.h"
+#include "support/import_watch.h"
 
 #include "ui/scale.h"
 #include "ui/work_area.h"
@@ -366,6 +367,7 @@ TEST_F(EntryEditorTest, AChangedWorkAreaIsFilledAnew)
 
 TEST_F(EntryEditorTest, HelpIsAnsweredOnceAndByTheEditor)
 {
+    const NothingStarts nothing;
     int ownerAsked = 0;
     TestParent owner([&](HWND, UINT message, WPARAM, LPARAM, LRESULT*) {
         ownerAsked += message == WM_HELP;
@@ -384,7 +386,6 @@ TEST_F(EntryEditorTest, HelpIsAnsweredOnceAndByTheEditor)
     CEOID id = 0;
     EXPECT_EQ(OpenEntryEditor(owner.Handle(), &id), 0);
     EXPECT_EQ(ownerAsked, 0);
-    // The help viewer is not beside the test.
     ASSERT_EQ(boxes.Boxes().size(), 2u);
     for (const MessageBoxAnswerer::Box& box : boxes.Boxes()) {
         EXPECT_EQ(box.text, L"Error starting help");

@@ -423,6 +423,7 @@ TEST_F(FindResultsTest, EscClosesIt)
 
 TEST_F(FindResultsTest, HelpIsAskedOnceAndNotOfTheOwner)
 {
+    const NothingStarts nothing;
     bool ownerAsked = false;
     const TestParent owner([&](HWND, UINT message, WPARAM, LPARAM, LRESULT*) {
         ownerAsked |= message == WM_HELP;
@@ -431,7 +432,7 @@ TEST_F(FindResultsTest, HelpIsAskedOnceAndNotOfTheOwner)
     Run(
         {},
         [](const DialogWindow& dialog) {
-            const MessageBoxAnswerer boxes; // there is no help viewer here
+            const MessageBoxAnswerer boxes;
             HELPINFO info{};
             info.cbSize = sizeof info;
             EXPECT_EQ(SendMessageW(dialog.Window(), WM_HELP, 0, reinterpret_cast<LPARAM>(&info)), TRUE);

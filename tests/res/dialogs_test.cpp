@@ -210,8 +210,8 @@ TEST_F(DialogTemplateTest, FilterHasItsControls)
     };
     const Wanted wanted[] = {{1011, L"Filter by &Months", BS_AUTORADIOBUTTON, WS_TABSTOP | WS_GROUP},
                              {1012, L"Filter by &Categories", BS_AUTORADIOBUTTON, 0},
-                             {1016, L"", BS_GROUPBOX, WS_GROUP},
-                             {1201, L"Filter on Date &Range ", BS_AUTOCHECKBOX, WS_TABSTOP},
+                             {1016, L"", BS_GROUPBOX, 0},
+                             {1201, L"Filter on Date &Range ", BS_AUTOCHECKBOX, WS_TABSTOP | WS_GROUP},
                              {1408, L"C&lear Filter Selection", BS_PUSHBUTTON, WS_TABSTOP},
                              {1, L"OK", BS_DEFPUSHBUTTON, WS_TABSTOP},
                              {2, L"Cancel", BS_PUSHBUTTON, WS_TABSTOP}};

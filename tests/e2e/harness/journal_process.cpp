@@ -3,8 +3,6 @@
 #include "e2e/harness/remote_memory.h"
 #include "e2e/harness/remote_window.h"
 
-namespace {
-
 std::wstring PathBesideTest(const wchar_t* program)
 {
     wchar_t path[MAX_PATH];
@@ -13,8 +11,13 @@ std::wstring PathBesideTest(const wchar_t* program)
     return own.substr(0, own.rfind(L'\\') + 1) + program;
 }
 
+namespace {
+
+// A name alone is of a program beside the test's.
 std::wstring ProgramPath(const wchar_t* program)
 {
+    if (wcschr(program, L'\\'))
+        return program;
     wchar_t chosen[MAX_PATH];
     const DWORD length = GetEnvironmentVariableW(L"JOURNAL_EXE", chosen, MAX_PATH);
     if (length > 0 && length < MAX_PATH && wcscmp(program, L"journal.exe") == 0)

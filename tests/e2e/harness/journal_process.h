@@ -9,12 +9,14 @@
 #include "e2e/harness/wait.h"
 #include "util/owners.h"
 
+std::wstring PathBesideTest(const wchar_t* program);
+
 // Its store is what MERVANE_STORE names when it starts (TestStore sets that), its settings are the registry's
 // (TestRegistry empties them). A process that still runs when this goes is killed.
 class JournalProcess {
   public:
-    // The program lies beside the test program; the environment variable JOURNAL_EXE names another
-    // journal.exe.
+    // A path, or the name of a program that lies beside the test's; the environment variable JOURNAL_EXE
+    // names another journal.exe.
     explicit JournalProcess(const wchar_t* program = L"journal.exe", const wchar_t* windowClass = L"Journal");
     ~JournalProcess();
     JournalProcess(const JournalProcess&) = delete;

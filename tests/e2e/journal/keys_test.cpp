@@ -105,23 +105,6 @@ TEST_F(Keys, GreyCommandsDoNothingFromTheKeyboard)
     EXPECT_EQ(List().RowCount(), 1);
 }
 
-TEST_F(Keys, F1AsksForHelpOnce)
-{
-    ASSERT_NE(m_journal.Start(), nullptr);
-    PressKey(VK_F1);
-    RemoteMessageBox box = WaitForMessageBox(m_journal.Id());
-    ASSERT_TRUE(box);
-    EXPECT_EQ(box.Text(), L"Error starting help");
-    EXPECT_EQ(box.Caption(), L"PegHelp.exe not found");
-    ASSERT_TRUE(box.Answer(IDOK));
-    PressKeys({VK_CONTROL, 'N'});
-    HWND editor = WaitForEditor();
-    ASSERT_NE(editor, nullptr);
-    EXPECT_FALSE(HasMessageBox(m_journal.Id()));
-    PressKey(VK_ESCAPE);
-    EXPECT_TRUE(WaitUntilGone(editor));
-}
-
 TEST_F(Keys, TheKeyboardAloneSelectsAndOpens)
 {
     ASSERT_NE(AddEntry(L"One", kNoon), 0u);

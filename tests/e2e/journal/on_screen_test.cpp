@@ -134,18 +134,27 @@ TEST_F(OnScreen, TheFilterButtonsBodyStartsContacts)
     EXPECT_TRUE(WaitUntilGone(book));
 }
 
-// The box of a program that is missing, over the window in use.
+// The box of a program that is missing, over the window in use: the journal lies alone in a folder.
 TEST_F(OnScreen, AMissingCompanionIsToldInABox)
 {
-    ASSERT_NE(m_journal.Start(), nullptr);
-    PostCommand(Window(), CMD_CALENDAR);
-    const RemoteMessageBox box = WaitForMessageBox(m_journal.Id());
+    const std::wstring folder = m_store.Path() + L"-alone";
+    const std::wstring program = folder + L"\\journal.exe";
+    ASSERT_TRUE(CreateDirectoryW(folder.c_str(), nullptr));
+    ASSERT_TRUE(CopyFileW(PathBesideTest(L"journal.exe").c_str(), program.c_str(), TRUE));
+    JournalProcess journal(program.c_str());
+    HWND window = journal.Start();
+    ASSERT_NE(window, nullptr);
+    PostCommand(window, CMD_CALENDAR);
+    const RemoteMessageBox box = WaitForMessageBox(journal.Id());
     ASSERT_TRUE(box);
     EXPECT_EQ(box.Text(), L"Error starting Calendar");
     EXPECT_EQ(box.Caption(), L"Calendar not found");
     EXPECT_TRUE(box.Offers(IDOK));
     EXPECT_TRUE(box.Offers(IDCANCEL));
     EXPECT_TRUE(box.Answer(IDCANCEL));
+    EXPECT_TRUE(journal.Close());
+    EXPECT_TRUE(DeleteFileW(program.c_str()));
+    EXPECT_TRUE(RemoveDirectoryW(folder.c_str()));
 }
 
 } // namespace

@@ -1,0 +1,106 @@
+#include "help/help_book.h"
+
+#include "help/help_file.h"
+#include "help/help_request.h"
+#include "help/html_reader.h"
+
+namespace help {
+
+namespace {
+
+constexpr const wchar_t* kTitle = L"Journal Help";
+
+Block TextBlock(BlockKind kind, const std::wstring& text)
+{
+    Block block;
+    block.kind = kind;
+    block.level = 1;
+    if (kind == BlockKind::ListItem)
+        block.marker = L"\u2022";
+    Run run;
+    run.text = text;
+    block.cells.front().push_back(std::move(run));
+    return block;
+}
+
+const wchar_t* ReasonOf(FileState state)
+{
+    switch (state) {
+    case FileState::Missing: return L"The help file cannot be found. It was looked for here:";
+    case FileState::TooLarge: return L"This file is too large to be the help:";
+    case FileState::NoText: return L"This file is no text, and so not the help:";
+    case FileState::Unreadable:
+    case FileState::Read: break;
+    }
+    return L"The help file is there, but cannot be read:";
+}
+
+std::vector<Block> TroubleWith(FileState state, const std::vector<std::wstring>& places)
+{
+    std::vector<Block> blocks{TextBlock(BlockKind::Heading, L"There is no help to show"),
+                              TextBlock(BlockKind::Paragraph, ReasonOf(state))};
+    for (const std::wstring& place : places)
+        blocks.push_back(TextBlock(BlockKind::ListItem, place));
+    blocks.push_back(TextBlock(BlockKind::Paragraph,
+                               L"Copy the file pellwyn.htm into the folder of the journal's programs, "
+                               L"then ask for help again. Your journal works without it."));
+    return blocks;
+}
+
+} // namespace
+
+void HelpBook::Open(const std::wstring& file, std::wstring_view program)
+{
+    *this = HelpBook();
+    m_title = kTitle;
+    const std::vector<std::wstring> places = PlacesOf(file, program);
+    for (const std::wstring& place : places) {
+        const HelpFile read = ReadHelpFile(place);
+        m_path = place;
+        if (read.state == FileState::Read)
+            return Take(read.text);
+        if (read.state != FileState::Missing) {
+            m_trouble = TroubleWith(read.state, {place});
+            return;
+        }
+    }
+    m_trouble = TroubleWith(FileState::Missing, places);
+}
+
+void HelpBook::Take(const std::wstring& page)
+{
+    Document document = ReadHtml(page);
+    if (!document.title.empty())
+        m_title = document.title;
+    m_topics = TopicsOf(std::move(document), m_title);
+    for (const Topic& topic : m_topics)
+        m_texts.push_back(TextOf(topic.blocks).text);
+}
+
+bool HelpBook::IsOpen(const std::wstring& file, std::wstring_view program) const
+{
+    if (m_topics.empty())
+        return false;
+    for (const std::wstring& place : PlacesOf(file, program))
+        if (place == m_path)
+            return true;
+    return false;
+}
+
+std::vector<Block> HelpBook::AllBlocks() const
+{
+    std::vector<Block> blocks;
+    for (const Topic& topic : m_topics)
+        blocks.insert(blocks.end(), topic.blocks.begin(), topic.blocks.end());
+    return blocks;
+}
+
+std::vector<Block> NoSuchTopic(const std::wstring& anchor)
+{
+    return {TextBlock(BlockKind::Heading, L"There is no such topic"),
+            TextBlock(BlockKind::Paragraph, L"This help has no topic \u201C" + anchor + L"\u201D."),
+            TextBlock(BlockKind::Paragraph,
+                      L"The contents at the left name all topics. Find looks for a word in all of them.")};
+}
+
+} // namespace help

@@ -1,0 +1,254 @@
+#include "help/help_window.h"
+
+#include <algorithm>
+
+#include "help/one_window.h"
+#include "help/resource.h"
+#include "ui/program_icon.h"
+#include "ui/scale.h"
+#include "ui/scoped.h"
+#include "ui/window_placement.h"
+#include "ui/work_area.h"
+
+namespace help {
+
+namespace {
+
+constexpr int kMargin = 4;
+constexpr int kButtonWidth = 72;
+constexpr int kLabelWidth = 36;
+constexpr int kFindWidth = 180;
+constexpr int kAroundText = 8; // above and below the text of the box, together
+constexpr int kNarrowestContents = 110;
+constexpr int kWidestContents = 260;
+constexpr int kWindowWidth = 860;
+constexpr int kWindowHeight = 600;
+constexpr const wchar_t* kZoomSetting = L"Zoom"; // percent
+
+UniqueFont MakeFont()
+{
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+    return UniqueFont(CreateFontIndirectW(&metrics.lfMessageFont));
+}
+
+int TextHeight(HWND window, HFONT font)
+{
+    HDC dc = GetDC(window);
+    TEXTMETRICW metrics{};
+    {
+        const ScopedSelectObject selected(dc, font);
+        GetTextMetricsW(dc, &metrics);
+    }
+    ReleaseDC(window, dc);
+    return static_cast<int>(metrics.tmHeight);
+}
+
+// At the right of the work area, no larger than it, so that what asked for help stays in sight.
+RECT FirstPlace()
+{
+    const RECT area = WorkArea();
+    const LONG roomX = area.right - area.left, roomY = area.bottom - area.top;
+    const LONG width = std::min<LONG>(Scale(kWindowWidth), roomX);
+    const LONG height = std::min<LONG>(Scale(kWindowHeight), roomY);
+    const LONG left = area.right - width, top = area.top + (roomY - height) / 2;
+    return {left, top, left + width, top + height};
+}
+
+} // namespace
+
+HelpWindow::~HelpWindow()
+{
+    if (m_window)
+        DestroyWindow(m_window);
+}
+
+bool HelpWindow::RegisterWindowClass(HINSTANCE instance)
+{
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = WindowProcedure<HelpWindow>::Run;
+    windowClass.hInstance = instance;
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+    windowClass.lpszMenuName = MAKEINTRESOURCEW(IDR_HELP_MENU);
+    windowClass.lpszClassName = kHelpWindowClass;
+    return RegisterClassW(&windowClass) || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
+}
+
+bool HelpWindow::Create(HINSTANCE instance)
+{
+    m_instance = instance;
+    m_hasSettings = m_settings.Open(kSettingsKey) != 0;
+    const std::optional<WindowPlace> left = LoadPlacement(m_settings);
+    m_leftMaximized = left && left->maximized;
+    const RECT place = left ? left->rect : FirstPlace();
+    if (!CreateWindowExW(WS_EX_CONTROLPARENT, kHelpWindowClass, L"Journal Help",
+                         WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top,
+                         place.right - place.left, place.bottom - place.top, nullptr, nullptr, instance,
+                         this))
+        return false;
+    // A window that is not seen yet has not been told its size, and a text without any is broken into lines
+    // twice.
+    OnSize();
+    return true;
+}
+
+void HelpWindow::ShowFirst(int showCommand)
+{
+    ShowWindow(m_window, FirstShowCommand(showCommand, m_leftMaximized));
+}
+
+LRESULT HelpWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_CREATE: return OnCreate() ? 0 : -1;
+    case WM_SIZE: OnSize(); return 0;
+    case WM_SETFOCUS: SetFocus(m_focus ? m_focus : m_text.Handle()); return 0;
+    case WM_ACTIVATE:
+        if (LOWORD(wParam) == WA_INACTIVE && IsChild(m_window, GetFocus()))
+            m_focus = GetFocus();
+        return DefWindowProcW(m_window, message, wParam, lParam);
+    case WM_COMMAND: OnCommand(LOWORD(wParam)); return 0;
+    case WM_NOTIFY: return OnNotify(reinterpret_cast<NMHDR*>(lParam));
+    case WM_INITMENUPOPUP: EnableCommands(); return 0;
+    case WM_COPYDATA: return OnHandedOver(reinterpret_cast<const COPYDATASTRUCT*>(lParam));
+    case WM_APPCOMMAND: return OnAppCommand(lParam);
+    case WM_DESTROY: OnDestroy(); return 0;
+    default: return DefWindowProcW(m_window, message, wParam, lParam);
+    }
+}
+
+HWND HelpWindow::MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, DWORD exStyle,
+                           int id)
+{
+    HWND child =
+        CreateWindowExW(exStyle, windowClass, text, style | WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, m_window,
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), m_instance, nullptr);
+    SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
+    return child;
+}
+
+bool HelpWindow::OnCreate()
+{
+    m_font = MakeFont();
+    m_textHeight = TextHeight(m_window, m_font.get());
+    m_smallIcon = SetProgramIcon(m_window, ICON_SMALL);
+    m_bigIcon = SetProgramIcon(m_window, ICON_BIG);
+    m_back = MakeChild(L"BUTTON", L"\u2190 Back", WS_TABSTOP, 0, IDC_BACK);
+    m_forward = MakeChild(L"BUTTON", L"Forward \u2192", WS_TABSTOP, 0, IDC_FORWARD);
+    m_findLabel = MakeChild(L"STATIC", L"Fi&nd:", SS_CENTERIMAGE | SS_RIGHT, 0, IDC_FIND_LABEL);
+    m_find = MakeChild(L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, IDC_FIND);
+    m_status = MakeChild(L"STATIC", L"", SS_CENTERIMAGE | SS_ENDELLIPSIS | SS_NOPREFIX, 0, IDC_STATUS);
+    if (!m_back || !m_forward || !m_findLabel || !m_find || !m_status ||
+        !m_contents.Create(m_window, IDC_CONTENTS) || !m_text.Create(m_window, IDC_TEXT))
+        return false;
+    SendMessageW(m_contents.Handle(), WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
+    m_text.SetZoom(static_cast<int>(
+        std::min<DWORD>(m_settings.GetNumber(kSettings, kZoomSetting, kNormalZoom), kLargestZoom)));
+    return true;
+}
+
+// What was found gives way to the box, the box to nothing.
+void HelpWindow::PlaceRow(int width)
+{
+    const int margin = Scale(kMargin), height = m_textHeight + Scale(kAroundText);
+    int left = margin;
+    const auto place = [&](HWND child, int childWidth) {
+        MoveWindow(child, left, margin, std::max(0, std::min(childWidth, width - left - margin)), height,
+                   TRUE);
+        left += childWidth + margin;
+    };
+    place(m_back, Scale(kButtonWidth));
+    place(m_forward, Scale(kButtonWidth));
+    place(m_findLabel, Scale(kLabelWidth));
+    place(m_find, Scale(kFindWidth));
+    place(m_status, width);
+}
+
+void HelpWindow::OnSize()
+{
+    RECT client{};
+    GetClientRect(m_window, &client);
+    const int width = client.right, margin = Scale(kMargin);
+    PlaceRow(width);
+    const int top = m_textHeight + Scale(kAroundText) + 2 * margin;
+    const int height = std::max(0, static_cast<int>(client.bottom) - top);
+    const int contents =
+        std::min(std::clamp(width * 3 / 10, Scale(kNarrowestContents), Scale(kWidestContents)), width);
+    MoveWindow(m_contents.Handle(), 0, top, contents, height, TRUE);
+    MoveWindow(m_text.Handle(), contents + margin, top, std::max(0, width - contents - margin), height, TRUE);
+}
+
+void HelpWindow::OnDestroy()
+{
+    if (m_hasSettings) {
+        SavePlacement(m_window, m_settings);
+        m_settings.SetNumber(kSettings, kZoomSetting, static_cast<DWORD>(m_text.Zoom()));
+    }
+    PostQuitMessage(0);
+}
+
+LRESULT HelpWindow::OnNotify(NMHDR* header)
+{
+    if (const auto topic = m_contents.ChosenBy(header)) {
+        GoTo(*topic);
+    } else if (header->idFrom == IDC_CONTENTS && header->code == NM_RETURN) {
+        SetFocus(m_text.Handle());
+        return 1;
+    } else if (header->idFrom == IDC_TEXT && header->code == EN_LINK) {
+        const auto* link = reinterpret_cast<const ENLINK*>(header);
+        if (link->msg == WM_LBUTTONUP)
+            Follow(LinkAt(m_text.Text(), static_cast<size_t>(std::max<LONG>(link->chrg.cpMin, 0))));
+    }
+    return 0;
+}
+
+// Another program of ours, or anything that looks like it: the message is looked at before it is believed.
+LRESULT HelpWindow::OnHandedOver(const COPYDATASTRUCT* data)
+{
+    const std::optional<std::wstring> request = HandedOver(data);
+    if (!request)
+        return FALSE;
+    if (IsIconic(m_window))
+        ShowWindow(m_window, SW_RESTORE);
+    SetForegroundWindow(GetLastActivePopup(m_window));
+    Show(RequestOfText(*request));
+    return TRUE;
+}
+
+LRESULT HelpWindow::OnAppCommand(LPARAM lParam)
+{
+    switch (GET_APPCOMMAND_LPARAM(lParam)) {
+    case APPCOMMAND_BROWSER_BACKWARD: OnCommand(CMD_BACK); return TRUE;
+    case APPCOMMAND_BROWSER_FORWARD: OnCommand(CMD_FORWARD); return TRUE;
+    default: return DefWindowProcW(m_window, WM_APPCOMMAND, 0, lParam);
+    }
+}
+
+// In the text Tab goes from link to link, and Enter follows the one that the caret is in.
+bool HelpWindow::TranslateKey(const MSG& message)
+{
+    if (message.message != WM_KEYDOWN || message.hwnd != m_text.Handle())
+        return false;
+    const bool isPlain = GetKeyState(VK_CONTROL) >= 0 && GetKeyState(VK_MENU) >= 0;
+    if (isPlain && message.wParam == VK_TAB)
+        StepLink(GetKeyState(VK_SHIFT) < 0);
+    else if (isPlain && message.wParam == VK_RETURN)
+        OnEnter();
+    else
+        return false;
+    return true;
+}
+
+void HelpWindow::OnEnter()
+{
+    if (GetFocus() == m_find)
+        Find(false);
+    else if (GetFocus() == m_contents.Handle())
+        SetFocus(m_text.Handle());
+    else
+        Follow(LinkAt(m_text.Text(), m_text.Selection().begin));
+}
+
+} // namespace help

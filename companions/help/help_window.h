@@ -1,0 +1,107 @@
+// The help viewer's window: a row with the way back and the box to find in, the contents, the text.
+#pragma once
+
+#include <windows.h>
+#include <commctrl.h>
+#include <richedit.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/registry_store.h"
+#include "help/contents_pane.h"
+#include "help/find_in_topics.h"
+#include "help/help_book.h"
+#include "help/help_request.h"
+#include "help/history.h"
+#include "help/text_pane.h"
+#include "ui/window_procedure.h"
+#include "util/owners.h"
+
+namespace help {
+
+constexpr const wchar_t* kSettingsKey = L"Software\\Quillmarsh\\Help"; // under HKEY_CURRENT_USER
+
+class HelpWindow {
+  public:
+    // program is the full path of the program, beside which the help lies.
+    explicit HelpWindow(std::wstring program) : m_program(std::move(program)) {}
+    HelpWindow(const HelpWindow&) = delete;
+    HelpWindow& operator=(const HelpWindow&) = delete;
+    ~HelpWindow();
+
+    [[nodiscard]] static bool RegisterWindowClass(HINSTANCE instance);
+    // Makes the window where it was left, which is not shown yet; false when that fails.
+    [[nodiscard]] bool Create(HINSTANCE instance);
+    void ShowFirst(int showCommand);
+    HWND Handle() const { return m_window; }
+    // A message of the thread's queue before anything else sees it; true when it is used up.
+    bool TranslateKey(const MSG& message);
+
+    // Opens the file and the topic, or says that there is none.
+    void Show(const HelpRequest& request);
+    // The topic that is shown; nothing while something else is said.
+    std::optional<size_t> ShownTopic() const { return m_topic; }
+    const HelpBook& Book() const { return m_book; }
+    const TextPane& Text() const { return m_text; }
+
+  private:
+    friend class WindowProcedure<HelpWindow>;
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    bool OnCreate();
+    void OnSize();
+    void OnCommand(int id);
+    LRESULT OnNotify(NMHDR* header);
+    LRESULT OnHandedOver(const COPYDATASTRUCT* data);
+    LRESULT OnAppCommand(LPARAM lParam);
+    void OnDestroy();
+    void OnEnter();
+
+    HWND MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, DWORD exStyle, int id);
+    void PlaceRow(int width);
+    void EnableCommands();
+    void SayStatus(const std::wstring& text);
+
+    void ShowTopic(size_t topic);
+    void ShowNotice(const std::vector<Block>& blocks);
+    // Leaves what is shown, which is on the way back from then on.
+    void Leave();
+    Visit Here() const;
+    void GoTo(size_t topic, size_t block = 0);
+    void Revisit(const std::optional<Visit>& visit);
+    void GoToNeighbour(bool forwards);
+    bool GoToAnchor(const std::wstring& anchor);
+    void Follow(const TextLink* link);
+    void StepLink(bool backwards);
+    void Find(bool backwards);
+    void StepPane(bool backwards);
+    void FocusFind();
+    void SendToFocused(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+    void StepZoom(int steps);
+    void Print(const std::vector<Block>& blocks);
+
+    std::wstring m_program;
+    RegistryStore m_settings;
+    bool m_hasSettings = false;
+    bool m_leftMaximized = false;
+    HelpBook m_book;
+    History m_history;
+    std::optional<size_t> m_topic;
+    HINSTANCE m_instance = nullptr;
+    HWND m_window = nullptr;
+    HWND m_back = nullptr;
+    HWND m_forward = nullptr;
+    HWND m_findLabel = nullptr;
+    HWND m_find = nullptr;
+    HWND m_status = nullptr;
+    ContentsPane m_contents;
+    TextPane m_text;
+    HWND m_focus = nullptr; // which child had it when the window was last left
+    UniqueFont m_font;
+    int m_textHeight = 0;
+    UniqueIcon m_smallIcon;
+    UniqueIcon m_bigIcon;
+};
+
+} // namespace help

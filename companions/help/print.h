@@ -1,0 +1,23 @@
+// Printing the help.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "help/help_document.h"
+#include "help/print_layout.h"
+
+namespace help {
+
+// Asks for a printer and prints; what goes wrong is told in a box. Nothing when a person cancels.
+void AskAndPrint(HWND owner, const std::wstring& title, const std::vector<Block>& blocks);
+
+// The printed part of the device's page: all but three quarters of an inch around it.
+PrintArea AreaOf(HDC dc);
+
+// Prints onto the device, a page for each that the text needs. False when the device refuses.
+bool PrintBlocks(HDC dc, const std::wstring& title, const std::vector<Block>& blocks);
+
+} // namespace help

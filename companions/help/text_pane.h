@@ -1,0 +1,48 @@
+// The pane that shows a topic: the system's rich text control, which can be read from the keyboard and by a
+// screen reader, but not written into.
+#pragma once
+
+#include <windows.h>
+#include <richedit.h>
+
+#include <string>
+#include <vector>
+
+#include "help/topic_text.h"
+
+namespace help {
+
+constexpr int kNormalZoom = 100; // percent
+constexpr int kSmallestZoom = 50;
+constexpr int kLargestZoom = 400;
+
+class TextPane {
+  public:
+    // False when the control cannot be made.
+    [[nodiscard]] bool Create(HWND parent, int id);
+    HWND Handle() const { return m_window; }
+
+    // The blocks from their beginning.
+    void Show(const std::vector<Block>& blocks);
+    const TopicText& Text() const { return m_text; }
+
+    // Brings the place to the top of the pane, with the caret before it.
+    void GoTo(size_t place);
+    // Selects the range and brings it into sight.
+    void Select(const TextRange& range);
+    TextRange Selection() const;
+    // The first place that is in sight.
+    size_t FirstVisible() const;
+    void ScrollTo(size_t place);
+
+    int Zoom() const;
+    void SetZoom(int percent);
+
+  private:
+    void MarkLinks();
+
+    HWND m_window = nullptr;
+    TopicText m_text;
+};
+
+} // namespace help

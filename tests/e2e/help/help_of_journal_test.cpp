@@ -1,0 +1,83 @@
+// Help asked for in the journal.
+#include <gtest/gtest.h>
+
+#include "e2e/help/help_viewer.h"
+#include "e2e/journal/journal_window.h"
+
+namespace {
+
+class HelpOfJournal : public JournalWindowTest {
+  protected:
+    void TearDown() override { EXPECT_TRUE(CloseHelp()); }
+};
+
+TEST_F(HelpOfJournal, F1OpensItAndTheNextRequestMovesIt)
+{
+    ASSERT_NE(m_journal.Start(), nullptr);
+    PressKey(VK_F1);
+    ASSERT_TRUE(HelpShows(L"Your journal"));
+    HWND help = HelpViewer();
+    ASSERT_TRUE(Activate(Window()));
+    PressKeys({VK_CONTROL, 'N'});
+    HWND editor = WaitForEditor();
+    ASSERT_NE(editor, nullptr);
+    PressKey(VK_F1);
+    EXPECT_TRUE(HelpShows(L"The entry window"));
+    EXPECT_EQ(HelpViewer(), help);
+    EXPECT_EQ(FindWindowExW(nullptr, help, kHelpViewer, nullptr), nullptr) << "one window";
+    EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == help; }));
+    EXPECT_FALSE(HasMessageBox(m_journal.Id()));
+    ASSERT_TRUE(Activate(editor));
+    PressKey(VK_ESCAPE);
+    EXPECT_TRUE(WaitFor([&] { return !IsWindow(editor); }));
+    EXPECT_TRUE(m_journal.Close());
+    EXPECT_TRUE(IsWindow(help)) << "the help is a program of its own";
+}
+
+TEST_F(HelpOfJournal, TheMenuOpensIt)
+{
+    ASSERT_NE(m_journal.Start(), nullptr);
+    PostCommand(Window(), CMD_HELP_CONTENTS);
+    EXPECT_TRUE(HelpShows(L"Your journal"));
+}
+
+// The journal alone in a folder.
+class WithoutViewer : public HelpOfJournal {
+  protected:
+    WithoutViewer()
+    {
+        wchar_t path[MAX_PATH] = L"", temporary[MAX_PATH] = L"";
+        const std::wstring own(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
+        GetTempPathW(MAX_PATH, temporary);
+        m_copy = std::wstring(temporary) + L"lonely journal.exe";
+        EXPECT_TRUE(
+            CopyFileW((own.substr(0, own.rfind(L'\\') + 1) + L"journal.exe").c_str(), m_copy.c_str(), FALSE));
+    }
+    ~WithoutViewer() override { DeleteFileW(m_copy.c_str()); }
+
+    std::wstring m_copy;
+};
+
+TEST_F(WithoutViewer, F1TellsOnceThatItIsMissing)
+{
+    SetEnvironmentVariableW(L"JOURNAL_EXE", m_copy.c_str());
+    JournalProcess journal;
+    SetEnvironmentVariableW(L"JOURNAL_EXE", nullptr);
+    ASSERT_NE(journal.Start(), nullptr);
+    PressKey(VK_F1);
+    const RemoteMessageBox box = WaitForMessageBox(journal.Id());
+    ASSERT_TRUE(box);
+    EXPECT_EQ(box.Text(), L"Error starting help");
+    EXPECT_EQ(box.Caption(), L"PegHelp.exe not found");
+    ASSERT_TRUE(box.Answer(IDOK));
+    PressKeys({VK_CONTROL, 'N'});
+    HWND editor = WaitForDialogWith(journal.Id(), IDC_BODY);
+    ASSERT_NE(editor, nullptr);
+    EXPECT_FALSE(HasMessageBox(journal.Id()));
+    ASSERT_TRUE(Activate(editor));
+    PressKey(VK_ESCAPE);
+    EXPECT_TRUE(WaitUntilGone(editor));
+    EXPECT_TRUE(journal.Close());
+}
+
+} // namespace

@@ -1,0 +1,387 @@
+#include "help/help_window.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "help/resource.h"
+#include "help/help_file.h"
+#include "help_window_fixture.h"
+#include "support/test_windows.h"
+
+namespace help {
+namespace {
+
+constexpr const char* kPage =
+    "<title>My Help</title><h1 id=One>First</h1><p>Alpha beta. See <a href=#Two>the second</a> or "
+    "<a href=#Nowhere>nothing</a>.</p><ul><li>item\xC3\xA9</ul><table><tr><td>cell<td>other</table>"
+    "<h2 id=Two>Second</h2><p>Beta gamma<pre>line\n  two</pre><h1 id=Three>Third</h1><p>end <a "
+    "href=#One>back</a>";
+
+TEST_F(HelpWindowTest, ShowsTheTopicThatIsAskedFor)
+{
+    Open(kPage, L"pellwyn.htp#Two");
+    EXPECT_EQ(Title(), L"Second");
+    EXPECT_EQ(TreeTopic(), L"Second");
+    EXPECT_EQ(PaneText(), L"Second\rBeta gamma\rline   two");
+    EXPECT_EQ(WindowText(m_window->Handle()), L"My Help");
+    EXPECT_TRUE(IsWindowVisible(m_window->Handle()));
+}
+
+// Links and places found are counted in the program's text and applied to the control's.
+TEST_F(HelpWindowTest, TheControlHasTheTextThatThePlacesAreCountedIn)
+{
+    OpenShipped(L"pellwyn.htm");
+    for (size_t topic = 0; topic < m_window->Book().Count(); ++topic) {
+        EXPECT_EQ(m_window->ShownTopic(), topic);
+        std::wstring text = m_window->Text().Text().text;
+        std::replace(text.begin(), text.end(), L'\v', L' ');
+        EXPECT_EQ(PaneText(), text) << topic;
+        Command(CMD_NEXT_TOPIC);
+    }
+    EXPECT_EQ(m_window->ShownTopic(), m_window->Book().Count() - 1) << "the last one stays";
+}
+
+TEST_F(HelpWindowTest, NoTopicAskedForIsTheContents)
+{
+    Open(kPage);
+    EXPECT_EQ(Title(), L"First");
+    m_window->Show(RequestOfText(L"pellwyn.htm#Three"));
+    EXPECT_EQ(Title(), L"Third");
+    m_window->Show(RequestOfText(L""));
+    EXPECT_EQ(Title(), L"First");
+}
+
+TEST_F(HelpWindowTest, ATopicThatIsNotThereIsSaid)
+{
+    Open(kPage, L"pellwyn.htm#Absent");
+    EXPECT_EQ(Title(), L"");
+    EXPECT_EQ(TreeTopic(), L"");
+    EXPECT_NE(PaneText().find(L"no topic \u201CAbsent\u201D"), std::wstring::npos);
+    EXPECT_FALSE(IsWindowEnabled(Item(IDC_BACK)));
+    Command(CMD_FIRST_TOPIC);
+    EXPECT_EQ(Title(), L"First");
+    m_window->Show(RequestOfText(L"#Absent"));
+    EXPECT_EQ(Title(), L"");
+    Command(CMD_BACK);
+    EXPECT_EQ(Title(), L"First");
+}
+
+TEST_F(HelpWindowTest, AMissingFileIsSaidAndAskedForAgain)
+{
+    Open(kPage, L"C:\\absent\\other.htm#One");
+    EXPECT_EQ(Title(), L"");
+    EXPECT_NE(PaneText().find(L"C:\\absent\\other.htm"), std::wstring::npos);
+    EXPECT_NE(PaneText().find(L"cannot be found"), std::wstring::npos);
+    for (const int command : {CMD_PRINT_TOPIC, CMD_BACK, CMD_FORWARD, CMD_FIRST_TOPIC, CMD_NEXT_TOPIC,
+                              CMD_PREVIOUS_TOPIC, CMD_HELP_ON_HELP})
+        Command(command);
+    Find(L"x");
+    EXPECT_EQ(Title(), L"");
+    m_window->Show(RequestOfText(L"pellwyn.htm#Two"));
+    EXPECT_EQ(Title(), L"Second");
+}
+
+TEST_F(HelpWindowTest, GoesBackAndForward)
+{
+    Open(kPage);
+    EXPECT_FALSE(IsWindowEnabled(Item(IDC_BACK)));
+    m_window->Show(RequestOfText(L"#Two"));
+    m_window->Show(RequestOfText(L"#Three"));
+    EXPECT_TRUE(IsWindowEnabled(Item(IDC_BACK)));
+    Command(CMD_BACK);
+    EXPECT_EQ(Title(), L"Second");
+    EXPECT_EQ(TreeTopic(), L"Second");
+    Command(IDC_BACK);
+    EXPECT_EQ(Title(), L"First");
+    EXPECT_FALSE(IsWindowEnabled(Item(IDC_BACK)));
+    Command(CMD_BACK);
+    EXPECT_EQ(Title(), L"First");
+    Command(IDC_FORWARD);
+    EXPECT_EQ(Title(), L"Second");
+    SendMessageW(m_window->Handle(), WM_APPCOMMAND, 0, MAKELPARAM(0, APPCOMMAND_BROWSER_FORWARD));
+    EXPECT_EQ(Title(), L"Third");
+    EXPECT_FALSE(IsWindowEnabled(Item(IDC_FORWARD)));
+}
+
+TEST_F(HelpWindowTest, GoesToTheNeighbouringTopics)
+{
+    Open(kPage);
+    Command(CMD_PREVIOUS_TOPIC);
+    EXPECT_EQ(Title(), L"First");
+    Command(CMD_NEXT_TOPIC);
+    Command(CMD_NEXT_TOPIC);
+    EXPECT_EQ(Title(), L"Third");
+    Command(CMD_NEXT_TOPIC);
+    EXPECT_EQ(Title(), L"Third");
+    Command(CMD_PREVIOUS_TOPIC);
+    EXPECT_EQ(Title(), L"Second");
+    Command(CMD_FIRST_TOPIC);
+    EXPECT_EQ(Title(), L"First");
+}
+
+TEST_F(HelpWindowTest, TheContentsAreATreeOfTheTopics)
+{
+    Open(kPage);
+    HWND tree = Item(IDC_CONTENTS);
+    EXPECT_EQ(TreeView_GetCount(tree), 3u);
+    const HTREEITEM first = TreeView_GetRoot(tree);
+    const HTREEITEM second = TreeView_GetChild(tree, first);
+    ASSERT_NE(second, nullptr);
+    EXPECT_NE(TreeView_GetNextSibling(tree, first), nullptr);
+    SetFocus(tree);
+    TreeView_SelectItem(tree, second);
+    EXPECT_EQ(Title(), L"Second");
+    EXPECT_EQ(GetFocus(), tree) << "the keyboard goes on through the contents";
+    Command(IDOK);
+    EXPECT_EQ(GetFocus(), Pane());
+    Command(CMD_BACK);
+    EXPECT_EQ(Title(), L"First");
+}
+
+TEST_F(HelpWindowTest, TabGoesFromLinkToLinkAndEnterFollows)
+{
+    Open(kPage);
+    SetFocus(Pane());
+    EXPECT_TRUE(KeyInText(VK_TAB));
+    EXPECT_EQ(Selected(), L"the second");
+    EXPECT_TRUE(KeyInText(VK_TAB));
+    EXPECT_EQ(Selected(), L"nothing");
+    EXPECT_TRUE(KeyInText(VK_RETURN));
+    EXPECT_EQ(Title(), L"First");
+    EXPECT_EQ(Status(), L"This link leads nowhere: #Nowhere");
+    EXPECT_TRUE(KeyInText(VK_TAB));
+    EXPECT_EQ(GetFocus(), Item(IDC_FIND)) << "behind the last link the next pane";
+    Command(CMD_PREVIOUS_PANE);
+    m_window->Show(RequestOfText(L"#Three"));
+    KeyInText(VK_TAB);
+    EXPECT_TRUE(KeyInText(VK_RETURN));
+    EXPECT_EQ(Title(), L"First");
+    EXPECT_FALSE(KeyInText(VK_DOWN)) << "the control's own keys stay its own";
+}
+
+TEST_F(HelpWindowTest, AClickOnALinkFollowsIt)
+{
+    Open(kPage);
+    const TextLink& link = m_window->Text().Text().links[0];
+    ENLINK click{};
+    click.nmhdr.hwndFrom = Pane();
+    click.nmhdr.idFrom = IDC_TEXT;
+    click.nmhdr.code = EN_LINK;
+    click.msg = WM_MOUSEMOVE;
+    click.chrg = {static_cast<LONG>(link.range.begin), static_cast<LONG>(link.range.end)};
+    SendMessageW(m_window->Handle(), WM_NOTIFY, IDC_TEXT, reinterpret_cast<LPARAM>(&click));
+    EXPECT_EQ(Title(), L"First");
+    click.msg = WM_LBUTTONUP;
+    SendMessageW(m_window->Handle(), WM_NOTIFY, IDC_TEXT, reinterpret_cast<LPARAM>(&click));
+    EXPECT_EQ(Title(), L"Second");
+}
+
+TEST_F(HelpWindowTest, TheControlKnowsWhatIsALink)
+{
+    Open(kPage);
+    for (const auto& [place, isLink] : {std::pair{8, false}, {24, true}}) {
+        const CHARRANGE range{place, place + 1};
+        SendMessageW(Pane(), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+        CHARFORMAT2W format{};
+        format.cbSize = sizeof format;
+        SendMessageW(Pane(), EM_GETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+        EXPECT_EQ((format.dwEffects & CFE_LINK) != 0, isLink) << place;
+    }
+}
+
+TEST_F(HelpWindowTest, FindGoesThroughAllTopics)
+{
+    Open(kPage);
+    Find(L"BETA");
+    EXPECT_EQ(Selected(), L"beta");
+    EXPECT_EQ(Title(), L"First");
+    EXPECT_EQ(Status(), L"Found in: First");
+    EXPECT_EQ(GetFocus(), Pane());
+    Command(CMD_FIND_NEXT);
+    EXPECT_EQ(Selected(), L"Beta");
+    EXPECT_EQ(Title(), L"Second");
+    Command(CMD_FIND_NEXT);
+    EXPECT_EQ(Title(), L"First");
+    Command(CMD_FIND_PREVIOUS);
+    EXPECT_EQ(Title(), L"Second");
+    Command(CMD_BACK);
+    EXPECT_EQ(Title(), L"First");
+    Find(L"absent");
+    EXPECT_EQ(Title(), L"First");
+    EXPECT_EQ(Status(), L"Not found: absent");
+    SetWindowTextW(Item(IDC_FIND), L"");
+    Command(CMD_FIND_NEXT);
+    EXPECT_EQ(GetFocus(), Item(IDC_FIND)) << "with nothing to look for the box is gone to";
+}
+
+TEST_F(HelpWindowTest, EnterInTheBoxFindsAndEscLeavesIt)
+{
+    Open(kPage);
+    Command(CMD_FIND_TEXT);
+    EXPECT_EQ(GetFocus(), Item(IDC_FIND));
+    SetWindowTextW(Item(IDC_FIND), L"gamma");
+    Command(IDOK);
+    EXPECT_EQ(Title(), L"Second");
+    Command(CMD_FIND_TEXT);
+    Command(IDCANCEL);
+    EXPECT_EQ(GetFocus(), Pane());
+}
+
+TEST_F(HelpWindowTest, PanesAreGoneThroughInTurn)
+{
+    Open(kPage);
+    SetFocus(Item(IDC_CONTENTS));
+    for (const int pane : {IDC_TEXT, IDC_FIND, IDC_CONTENTS}) {
+        Command(CMD_NEXT_PANE);
+        EXPECT_EQ(GetFocus(), Item(pane));
+    }
+    for (const int pane : {IDC_FIND, IDC_TEXT, IDC_CONTENTS}) {
+        Command(CMD_PREVIOUS_PANE);
+        EXPECT_EQ(GetFocus(), Item(pane));
+    }
+}
+
+TEST_F(HelpWindowTest, SelectAllAndCopyWorkWhereTheKeyboardIs)
+{
+    Open(kPage);
+    SetFocus(Pane());
+    Command(CMD_SELECT_ALL);
+    EXPECT_EQ(Selected().substr(0, 5), L"First");
+    SetWindowTextW(Item(IDC_FIND), L"box");
+    SetFocus(Item(IDC_FIND));
+    Command(CMD_SELECT_ALL);
+    DWORD begin = 9, end = 9;
+    SendMessageW(Item(IDC_FIND), EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
+    EXPECT_EQ(begin, 0u);
+    EXPECT_EQ(end, 3u);
+}
+
+TEST_F(HelpWindowTest, TheTextCannotBeWrittenInto)
+{
+    Open(kPage);
+    const std::wstring before = PaneText();
+    for (const wchar_t key : std::wstring(L"x\b\r"))
+        SendMessageW(Pane(), WM_CHAR, key, 0);
+    EXPECT_EQ(PaneText(), before);
+    EXPECT_TRUE(GetWindowLongPtrW(Pane(), GWL_STYLE) & ES_READONLY);
+}
+
+TEST_F(HelpWindowTest, ZoomStaysForTheNextTopicAndTheNextStart)
+{
+    Open(kPage);
+    EXPECT_EQ(m_window->Text().Zoom(), 100);
+    Command(CMD_ZOOM_IN);
+    Command(CMD_ZOOM_IN);
+    EXPECT_EQ(m_window->Text().Zoom(), 150);
+    Command(CMD_NEXT_TOPIC);
+    EXPECT_EQ(m_window->Text().Zoom(), 150);
+    Close();
+    Open(kPage);
+    EXPECT_EQ(m_window->Text().Zoom(), 150);
+    Command(CMD_ZOOM_NORMAL);
+    EXPECT_EQ(m_window->Text().Zoom(), 100);
+    for (int step = 0; step < 50; ++step)
+        Command(CMD_ZOOM_OUT);
+    EXPECT_EQ(m_window->Text().Zoom(), 50);
+}
+
+TEST_F(HelpWindowTest, IsWhereItWasLeft)
+{
+    Open(kPage);
+    MoveWindow(m_window->Handle(), 30, 40, 500, 200, TRUE);
+    Close();
+    Open(kPage);
+    RECT place{};
+    GetWindowRect(m_window->Handle(), &place);
+    EXPECT_EQ(place.left, 30);
+    EXPECT_EQ(place.top, 40);
+    EXPECT_EQ(place.right, 530);
+    EXPECT_EQ(place.bottom, 240);
+}
+
+LRESULT HandOverTo(HWND window, ULONG_PTR mark, const std::wstring& request, DWORD bytes)
+{
+    COPYDATASTRUCT data{};
+    data.dwData = mark;
+    data.cbData = bytes;
+    data.lpData = const_cast<wchar_t*>(request.data());
+    return SendMessageW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
+}
+
+TEST_F(HelpWindowTest, TakesARequestOfAnotherProgramAndNothingElse)
+{
+    Open(kPage);
+    HWND window = m_window->Handle();
+    EXPECT_EQ(HandOverTo(window, 0x48454C50, L"#Two", 8), TRUE);
+    EXPECT_EQ(Title(), L"Second");
+    EXPECT_EQ(HandOverTo(window, 1, L"#One", 8), FALSE);
+    EXPECT_EQ(HandOverTo(window, 0x48454C50, L"#One", 7), FALSE);
+    EXPECT_EQ(SendMessageW(window, WM_COPYDATA, 0, 0), FALSE);
+    EXPECT_EQ(Title(), L"Second");
+    ShowWindow(window, SW_MINIMIZE);
+    EXPECT_EQ(HandOverTo(window, 0x48454C50, L"#Three", 12), TRUE);
+    EXPECT_FALSE(IsIconic(window));
+    EXPECT_EQ(Title(), L"Third");
+}
+
+TEST_F(HelpWindowTest, F1ShowsThePageOnThisWindow)
+{
+    OpenShipped(L"pellwyn.htm#Found_Window");
+    EXPECT_EQ(Title(), L"Find Results");
+    Command(CMD_HELP_ON_HELP);
+    EXPECT_EQ(Title(), L"This help");
+}
+
+TEST_F(HelpWindowTest, ShowsTheLargestHelpThereCanBe)
+{
+    std::string page = "<h1>Large</h1>";
+    while (page.size() < kMaxHelpFile - 1000)
+        page += "<p>" + std::string(900, 'x') + " word</p><ul><li>item</ul>\n";
+    const DWORD start = GetTickCount();
+    Open(page);
+    EXPECT_EQ(Title(), L"Large");
+    EXPECT_LT(GetTickCount() - start, 60'000u);
+}
+
+TEST_F(HelpWindowTest, AControlThatCannotBeMadeIsAFailure)
+{
+    HINSTANCE instance = GetModuleHandleW(nullptr);
+    ASSERT_TRUE(HelpWindow::RegisterWindowClass(instance));
+    for (const wchar_t* control : {L"RICHEDIT50W", L"SysTreeView32", L"Edit"}) {
+        const WindowRefuser refuser(control);
+        HelpWindow window(m_folder.Path() + L"PegHelp.exe");
+        // An older rich text control may stand in for the newer one.
+        if (window.Create(instance)) {
+            EXPECT_STREQ(control, L"RICHEDIT50W");
+        } else {
+            EXPECT_EQ(window.Handle(), nullptr);
+        }
+    }
+    Close();
+}
+
+// On a screen of 640 to 240 pixels too, whatever the resolution.
+class OnScreen : public HelpWindowTest {};
+
+TEST_F(OnScreen, EverythingIsInReach)
+{
+    OpenShipped(L"pellwyn.htm");
+    RECT area{}, window{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    GetWindowRect(m_window->Handle(), &window);
+    EXPECT_GE(window.left, area.left);
+    EXPECT_LE(window.right, area.right);
+    EXPECT_LE(window.bottom, area.bottom);
+    for (const int id : {IDC_BACK, IDC_FORWARD, IDC_FIND, IDC_CONTENTS, IDC_TEXT}) {
+        RECT place{};
+        GetWindowRect(Item(id), &place);
+        EXPECT_GT(place.right - place.left, 40) << id;
+        EXPECT_GT(place.bottom - place.top, 12) << id;
+        EXPECT_LE(place.right, window.right) << id;
+        EXPECT_LE(place.bottom, window.bottom) << id;
+    }
+}
+
+} // namespace
+} // namespace help

@@ -1,0 +1,121 @@
+#include "help/print_layout.h"
+
+#include <gtest/gtest.h>
+
+#include "help/print.h"
+#include "pages.h"
+#include "util/owners.h"
+
+namespace help {
+namespace {
+
+// Each character is as wide as a unit and as high as ten; headings are twice that high.
+PrintSize Measure(const std::wstring& text, const PrintLook& look)
+{
+    return {static_cast<int>(text.size()), look.points > 12 ? 20 : 10};
+}
+
+constexpr PrintArea kArea{5, 7, 20, 100, 1};
+
+std::vector<PlacedText> Placed(const std::wstring& page, const PrintArea& area = kArea)
+{
+    return LayOut(BlocksOf(page), area, Measure);
+}
+
+// The lines' texts, from left to right.
+Texts LinesOf(const std::vector<PlacedText>& placed)
+{
+    Texts lines;
+    for (size_t place = 0; place < placed.size(); ++place) {
+        if (place == 0 || placed[place].y != placed[place - 1].y ||
+            placed[place].page != placed[place - 1].page)
+            lines.emplace_back();
+        lines.back() += placed[place].text + L"|";
+    }
+    return lines;
+}
+
+TEST(PrintLayout, WrapsWordsIntoLines)
+{
+    const auto placed = Placed(L"<p>one two three <b>four</b> five six");
+    EXPECT_EQ(LinesOf(placed), (Texts{L"one|two|three|four|", L"five|six|"}));
+    EXPECT_EQ(placed[0].x, 5);
+    EXPECT_EQ(placed[0].y, 7);
+    EXPECT_EQ(placed[1].x, 5 + 4);
+    EXPECT_TRUE(placed[3].look.isBold);
+    EXPECT_EQ(placed[4].x, 5);
+    EXPECT_EQ(placed[4].y, 17);
+}
+
+TEST(PrintLayout, NothingStandsOutsideTheArea)
+{
+    std::wstring page = L"<h1>A heading</h1>";
+    for (int block = 0; block < 200; ++block)
+        page +=
+            L"<p>words and words and averyveryverylongwordthatfitsnowhere</p><ol><li>an item of a list</ol>"
+            L"<table><tr><td>first cell</td><td>second cell</td></tr></table>";
+    const auto placed = Placed(page);
+    ASSERT_FALSE(placed.empty());
+    int page0 = 0;
+    for (const PlacedText& text : placed) {
+        EXPECT_GE(text.x, 5);
+        EXPECT_LE(text.x + static_cast<int>(text.text.size()), 25) << text.page;
+        EXPECT_GE(text.y, 7);
+        EXPECT_LE(text.y + 10, 107);
+        EXPECT_TRUE(text.page == page0 || text.page == page0 + 1) << "no page is left empty";
+        page0 = text.page;
+    }
+    EXPECT_GT(page0, 50);
+}
+
+TEST(PrintLayout, EveryWordIsPrintedOnce)
+{
+    std::wstring text, printed;
+    for (int word = 0; word < 500; ++word)
+        text += L"w" + std::to_wstring(word) + L" ";
+    for (const PlacedText& placed : Placed(L"<p>" + text))
+        printed += placed.text + L" ";
+    EXPECT_EQ(printed, text);
+}
+
+TEST(PrintLayout, AHeadingIsNotLeftAtTheFootOfAPage)
+{
+    // Seven lines of ten units, then a heading of twenty and its text: three lines of it do not fit.
+    const auto placed = Placed(L"<p>1<br>2<br>3<br>4<br>5<br>6<br>7<h1>Head</h1><p>text");
+    ASSERT_EQ(placed.size(), 9u);
+    EXPECT_EQ(placed[6].page, 0);
+    EXPECT_EQ(placed[7].text, L"Head");
+    EXPECT_EQ(placed[7].page, 1);
+    EXPECT_EQ(placed[8].page, 1);
+}
+
+TEST(PrintLayout, ATinyPageStillHoldsALine)
+{
+    const auto placed = Placed(L"<p>ab cd", {0, 0, 1, 1, 1});
+    EXPECT_EQ(LinesOf(placed), (Texts{L"a|", L"b|", L"c|", L"d|"}));
+    EXPECT_EQ(placed.back().page, 3);
+}
+
+TEST(PrintLayout, ItemsStandBehindTheirMarkers)
+{
+    const auto placed = Placed(L"<ol><li>item", {0, 0, 100, 100, 100});
+    ASSERT_EQ(placed.size(), 2u);
+    EXPECT_EQ(placed[0].text, L"1.");
+    EXPECT_EQ(placed[1].x, 18);
+}
+
+// A metafile takes what a printer would get.
+TEST(Print, PrintsOntoADevice)
+{
+    HDC device = CreateEnhMetaFileW(nullptr, nullptr, nullptr, L"help\0test\0");
+    ASSERT_NE(device, nullptr);
+    const PrintArea area = AreaOf(device);
+    EXPECT_GT(area.width, area.inch);
+    EXPECT_EQ(area.left, area.inch * 3 / 4);
+    (void)PrintBlocks(device, L"Title", BlocksOf(L"<h1>Head</h1><p>text"));
+    const UniqueHandle<HENHMETAFILE, DeleteEnhMetaFile> file(CloseEnhMetaFile(device));
+    ASSERT_TRUE(file);
+}
+
+} // namespace
+} // namespace help
