@@ -1,4 +1,5 @@
 // The filter as the main window has it: its button, its menu and its commands.
+#include <algorithm>
 #include <functional>
 
 #include "app/main_window_fixture.h"
@@ -46,6 +47,38 @@ class MenuDriver {
     UINT_PTR m_timer = 0;
     bool m_ran = false;
     RECT m_place{};
+};
+
+// Keeps the parameters of one message that a window gets while this lives.
+class MessageLog {
+  public:
+    MessageLog(HWND window, UINT message) : m_window(window), m_message(message)
+    {
+        EXPECT_TRUE(SetWindowSubclass(window, Procedure, 1, reinterpret_cast<DWORD_PTR>(this)));
+    }
+    ~MessageLog() { RemoveWindowSubclass(m_window, Procedure, 1); }
+    MessageLog(const MessageLog&) = delete;
+    MessageLog& operator=(const MessageLog&) = delete;
+
+    size_t Count() const { return m_parameters.size(); }
+    bool Has(WPARAM wanted) const
+    {
+        return std::find(m_parameters.begin(), m_parameters.end(), wanted) != m_parameters.end();
+    }
+
+  private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                      DWORD_PTR self)
+    {
+        auto* log = reinterpret_cast<MessageLog*>(self);
+        if (message == log->m_message)
+            log->m_parameters.push_back(wParam);
+        return DefSubclassProc(window, message, wParam, lParam);
+    }
+
+    HWND m_window;
+    UINT m_message;
+    std::vector<WPARAM> m_parameters;
 };
 
 class MainWindowFilter : public MainWindowTest {
@@ -137,6 +170,18 @@ TEST_F(MainWindowFilter, AStoredFilterIsInForceFromTheStart)
     AddEntry(L"April", kFirstOfMarch + 31 * kDay);
     m_window.List().Refresh();
     EXPECT_EQ(Rows(), 1);
+}
+
+TEST_F(MainWindowFilter, TheFirstFillIsUnderTheStoredFilter)
+{
+    ASSERT_EQ(App().Journal().Open(nullptr), 1);
+    AddEntry(L"March", kFirstOfMarch);
+    AddEntry(L"April", kFirstOfMarch + 31 * kDay);
+    App().Journal().Close();
+    StoreMonths(0x8);
+    Create();
+    EXPECT_EQ(Rows(), 1);
+    EXPECT_EQ(ButtonText(), L"April");
 }
 
 TEST_F(MainWindowFilter, TheButtonKeepsItsWidthWhateverItReads)
@@ -233,6 +278,53 @@ TEST_F(MainWindowFilter, EveryChosenCommandIsSent)
     App().Filter().monthMask = 1;
     Choose(5);
     EXPECT_FALSE(App().Filter().active) << "cleared";
+}
+
+TEST_F(MainWindowFilter, AChosenCategoryIsSentAsACommandToo)
+{
+    AddCategory(L"Garden");
+    AddCategory(L"Work");
+    const MessageLog sent(Create(), WM_COMMAND);
+    Choose(2);
+    EXPECT_TRUE(sent.Has(151));
+    EXPECT_EQ(sent.Count(), 1u);
+    DropDown([](HMENU) { EndMenu(); });
+    EXPECT_EQ(sent.Count(), 1u) << "nothing was chosen";
+}
+
+TEST_F(MainWindowFilter, AChoiceRefreshesTheListWhereCategoriesAreListed)
+{
+    Create();
+    const auto cancelNewCategory = [this](int steps) {
+        const ModalDriver driver([](HWND dialog) { SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0); });
+        const MessageLog refreshes(List(), LVM_SETITEMCOUNT);
+        Choose(steps);
+        EXPECT_TRUE(driver.Ran());
+        return refreshes.Count();
+    };
+    EXPECT_EQ(cancelNewCategory(1), 0u);
+    AddCategory(L"Garden");
+    EXPECT_EQ(cancelNewCategory(2), 1u);
+    const MessageLog refreshes(List(), LVM_SETITEMCOUNT);
+    DropDown([](HMENU) { EndMenu(); });
+    EXPECT_EQ(refreshes.Count(), 0u) << "nothing was chosen";
+}
+
+TEST_F(MainWindowFilter, NoCommandReachesAnEntryThatItHides)
+{
+    Create();
+    AddEntry(L"March", kFirstOfMarch);
+    AddEntry(L"April", kFirstOfMarch + 31 * kDay);
+    m_window.List().Refresh();
+    ListView_SetItemState(List(), 1, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    ASSERT_TRUE(ButtonEnabled(101));
+    App().Filter() = {}; // at a first start it is a range that counts
+    App().Filter().active = true;
+    App().Filter().monthMask = 0x8;
+    m_window.List().Refresh();
+    ASSERT_EQ(Rows(), 1);
+    for (const int command : {101, 102, 141, 143})
+        EXPECT_FALSE(ButtonEnabled(command)) << command;
 }
 
 TEST_F(MainWindowFilter, KeysOpenTheMenu)

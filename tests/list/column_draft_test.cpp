@@ -180,6 +180,15 @@ TEST_F(ColumnDraftTest, TheSortColumnStaysWhenThereIsOne)
         EXPECT_FALSE(taken.columns[i].Has(kColumnSort)) << i;
 }
 
+TEST(ColumnDraft, ASortColumnThatIsNotShownIsOneToo)
+{
+    ColumnSet opened = Defaults();
+    Column(opened, 101).Remove(kColumnSort);
+    Column(opened, 110).Add(kColumnSort);
+    const ColumnSet taken = ColumnDraft(opened, kRight).Taken();
+    EXPECT_EQ(GetSortColumn(taken), FindColumnByProperty(taken, 110));
+}
+
 TEST_F(ColumnDraftTest, WithoutASortColumnTheFirstSortableOneIsIt)
 {
     m_draft.Show(At(103));

@@ -167,6 +167,19 @@ TEST_F(ColumnsDialogTest, WithAllFieldsShownOnlyTheirListCanBeUsed)
     });
 }
 
+TEST_F(ColumnsDialogTest, AnAddedLastFieldHandsTheKeyboardOn)
+{
+    Show({101, 102, 103, 104, 105, 107, 108, 109, 110});
+    Run([](ColumnsWindow& dialog) {
+        EXPECT_EQ(dialog.Items(kAvailable), Texts{L"Contacts"});
+        dialog.Click(kAdd);
+        EXPECT_EQ(dialog.Items(kAvailable), Texts{});
+        EXPECT_EQ(dialog.Items(kShown).back(), L"Contacts");
+        EXPECT_TRUE(dialog.HasFocus(kShown));
+        EXPECT_EQ(dialog.Enabled(), "-W -R-DS");
+    });
+}
+
 TEST_F(ColumnsDialogTest, AddPutsTheFieldBehindTheShownOnes)
 {
     EXPECT_TRUE(Run([](ColumnsWindow& dialog) {
@@ -411,6 +424,25 @@ TEST_F(ColumnsDialogTest, TheKeyboardAloneDoesIt)
         dialog.Key(VK_RETURN);
     }));
     EXPECT_EQ(Shown(), (std::vector<int>{102, 105, 104}));
+}
+
+TEST_F(ColumnsDialogTest, TheKeyboardResetsAndRestores)
+{
+    Show({105, 101});
+    Run([](ColumnsWindow& dialog) {
+        dialog.AltKey('A');
+        EXPECT_EQ(dialog.Items(kShown), (Texts{L"Type", L"Date", L"Subject"}));
+        dialog.AltKey('S');
+        EXPECT_EQ(dialog.Items(kShown), (Texts{L"Type", L"Date"}));
+        for (int i = 0; i < 8 && !dialog.HasFocus(kDefaults); ++i)
+            dialog.Key(VK_TAB);
+        ASSERT_TRUE(dialog.HasFocus(kDefaults));
+        dialog.Key(VK_SPACE);
+        EXPECT_EQ(dialog.Items(kShown), (Texts{L"Date", L"Subject"}));
+        EXPECT_TRUE(dialog.HasFocus(kDefaults));
+        dialog.Key(VK_SPACE);
+        EXPECT_EQ(dialog.Items(kShown), (Texts{L"Type", L"Date"}));
+    });
 }
 
 TEST_F(ColumnsDialogTest, IsWholeOnTheScreen)

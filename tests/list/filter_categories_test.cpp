@@ -13,7 +13,7 @@ std::vector<std::wstring> OfferedNames()
     return names;
 }
 
-TEST_F(FilterTest, OfTheCategoriesThoseInUseAreOfferedInTheirOrder)
+TEST_F(JournalFilterTest, OfTheCategoriesThoseInUseAreOfferedInTheirOrder)
 {
     AddCategory(L"Work", 3);
     AddCategory(L"Idle", 0);
@@ -22,7 +22,7 @@ TEST_F(FilterTest, OfTheCategoriesThoseInUseAreOfferedInTheirOrder)
     EXPECT_EQ(OfferedCategories()[0].id, garden);
 }
 
-TEST_F(FilterTest, OnlyTheFirstEightCategoriesAreOffered)
+TEST_F(JournalFilterTest, OnlyTheFirstEightCategoriesAreOffered)
 {
     for (const wchar_t* name : {L"i", L"h", L"g", L"f", L"e", L"d", L"c", L"b"})
         AddCategory(name);
@@ -33,13 +33,13 @@ TEST_F(FilterTest, OnlyTheFirstEightCategoriesAreOffered)
         << "those that are not in use do not count";
 }
 
-TEST_F(FilterTest, AHiddenCategoryInUseIsOffered)
+TEST_F(JournalFilterTest, AHiddenCategoryInUseIsOffered)
 {
     Hide(AddCategory(L"Old"));
     EXPECT_EQ(OfferedNames(), std::vector<std::wstring>{L"Old"});
 }
 
-TEST_F(FilterTest, ManyUsesCountAsUses)
+TEST_F(JournalFilterTest, ManyUsesCountAsUses)
 {
     const CEOID id = AddCategory(L"Work", 0);
     CEPROPVAL uses{};
@@ -50,7 +50,7 @@ TEST_F(FilterTest, ManyUsesCountAsUses)
     EXPECT_EQ(OfferedNames().size(), 1u);
 }
 
-TEST_F(FilterTest, AChosenCategoryReplacesTheFilter)
+TEST_F(JournalFilterTest, AChosenCategoryReplacesTheFilter)
 {
     FilterState filter = OnCategories({4, 5});
     filter.active = filter.categoriesMode = false;
@@ -61,7 +61,7 @@ TEST_F(FilterTest, AChosenCategoryReplacesTheFilter)
     EXPECT_EQ(filter.categories.GetItem(0)->id, 7u);
 }
 
-TEST_F(FilterTest, CategoriesThatAreGoneLeaveTheFilter)
+TEST_F(JournalFilterTest, CategoriesThatAreGoneLeaveTheFilter)
 {
     const CEOID work = AddCategory(L"Work"), garden = AddCategory(L"Garden");
     FilterState filter = OnCategories({work, garden});
@@ -74,7 +74,7 @@ TEST_F(FilterTest, CategoriesThatAreGoneLeaveTheFilter)
     EXPECT_EQ(FilterText(&filter), L"Garden");
 }
 
-TEST_F(FilterTest, AHiddenCategoryStaysInTheFilter)
+TEST_F(JournalFilterTest, AHiddenCategoryStaysInTheFilter)
 {
     const CEOID work = AddCategory(L"Work");
     FilterState filter = OnCategories({work});

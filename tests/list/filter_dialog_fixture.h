@@ -35,7 +35,7 @@ class OpenFilter {
     HWND m_window;
 };
 
-class FilterDialogTest : public FilterTest {
+class FilterDialogTest : public JournalFilterTest {
   protected:
     // Runs the dialog; the action must end it. Its answer.
     bool Run(bool categoriesMode, const std::function<void(const OpenFilter&)>& action);

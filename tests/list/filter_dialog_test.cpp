@@ -1,3 +1,5 @@
+#include <sqlite3.h>
+
 #include "list/filter_dialog_fixture.h"
 #include "ui/scale.h"
 #include "util/clock.h"
@@ -391,6 +393,23 @@ TEST_F(FilterDialogTest, ChangesOfTheCategoriesShowWhileItIsOpen)
         dialog.Press(IDOK);
     });
     EXPECT_EQ(Filter().categories.Count(), 1u);
+}
+
+// Nobody but the dialog is told of it here.
+TEST_F(FilterDialogTest, HearsOfWhatAnotherProgramWrites)
+{
+    AddCategory(L"Work");
+    Run(true, [this](const OpenFilter& dialog) {
+        sqlite3* other = nullptr;
+        ASSERT_EQ(sqlite3_open16(m_store.Path().c_str(), &other), SQLITE_OK);
+        EXPECT_EQ(
+            sqlite3_exec(other, "INSERT INTO categories(name) VALUES('Garden')", nullptr, nullptr, nullptr),
+            SQLITE_OK);
+        sqlite3_close(other);
+        EXPECT_TRUE(PumpUntil([&] { return dialog.Categories().Count() == 2; }));
+        EXPECT_EQ(dialog.Categories().Text(0), L"Garden");
+        dialog.Press(IDCANCEL);
+    });
 }
 
 TEST_F(FilterDialogTest, ChangingTheModeKeepsWhatWasChosen)

@@ -1,11 +1,11 @@
 #include "list/filter_fixture.h"
 
-FilterTest::FilterTest()
+JournalFilterTest::JournalFilterTest()
 {
     EXPECT_EQ(m_categories.Open(), 1);
 }
 
-CEOID FilterTest::AddCategory(const wchar_t* name, int uses)
+CEOID JournalFilterTest::AddCategory(const wchar_t* name, int uses)
 {
     const CEOID id = m_categories.Add(name);
     EXPECT_NE(id, 0u);
@@ -14,7 +14,7 @@ CEOID FilterTest::AddCategory(const wchar_t* name, int uses)
     return id;
 }
 
-FilterState FilterTest::OnCategories(std::initializer_list<CEOID> ids)
+FilterState JournalFilterTest::OnCategories(std::initializer_list<CEOID> ids)
 {
     FilterState filter;
     filter.active = filter.categoriesMode = true;
@@ -23,7 +23,7 @@ FilterState FilterTest::OnCategories(std::initializer_list<CEOID> ids)
     return filter;
 }
 
-FilterState FilterTest::OnMonths(DWORD months)
+FilterState JournalFilterTest::OnMonths(DWORD months)
 {
     FilterState filter;
     filter.active = true;

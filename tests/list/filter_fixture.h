@@ -4,9 +4,9 @@
 #include "list/journal_fixture.h"
 #include "mervane/db_categories.h"
 
-class FilterTest : public JournalTest {
+class JournalFilterTest : public JournalTest {
   protected:
-    FilterTest();
+    JournalFilterTest();
 
     // A category that so many entries use.
     CEOID AddCategory(const wchar_t* name, int uses = 1);

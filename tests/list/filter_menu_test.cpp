@@ -34,11 +34,22 @@ const std::vector<Item> kCommands = {{103, L"<New Category>", false},
                                      {kSeparator, L"", false},
                                      {121, L"Clear Filter", false}};
 
-using FilterMenuTest = FilterTest;
+using FilterMenuTest = JournalFilterTest;
 
 TEST_F(FilterMenuTest, HasItsCommandsAlone)
 {
     AddCategory(L"Idle", 0);
+    const FilterMenu menu({});
+    EXPECT_EQ(ItemsOf(menu.Handle()), kCommands);
+    EXPECT_FALSE(menu.ListsCategories());
+}
+
+TEST_F(FilterMenuTest, HasItsCommandsWhereCategoriesCannotBeOpened)
+{
+    AddCategory(L"Work");
+    m_categories.Close();
+    App().Journal().Close();
+    const NoStore none;
     const FilterMenu menu({});
     EXPECT_EQ(ItemsOf(menu.Handle()), kCommands);
     EXPECT_FALSE(menu.ListsCategories());

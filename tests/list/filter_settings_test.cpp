@@ -171,16 +171,23 @@ TEST_F(FilterSettings, DatesThatAreNoneReadAsNeverSet)
 
 TEST_F(FilterSettings, ValuesOfAnotherTypeReadAsTheDefault)
 {
-    for (const wchar_t* name :
-         {L"Active", L"fRange", L"fMonths", L"mLStart", L"mHStart", L"mLEnd", L"mHEnd"}) {
-        StoreRaw(name, REG_SZ, L"seven", 12);
-        StoreRaw(name, REG_QWORD, "\1\1\1\1\1\1\1\1", 8);
+    struct Value {
+        DWORD type;
+        const void* bytes;
+        DWORD size;
+    };
+    const Value values[] = {
+        {REG_SZ, L"seven", 12}, {REG_QWORD, "\1\1\1\1\1\1\1\1", 8}, {REG_BINARY, "\1", 1}};
+    for (const Value& value : values) {
+        for (const wchar_t* name :
+             {L"Active", L"fRange", L"fMonths", L"mLStart", L"mHStart", L"mLEnd", L"mHEnd"})
+            StoreRaw(name, value.type, value.bytes, value.size);
+        EXPECT_FALSE(Loaded().active) << value.type;
+        EXPECT_TRUE(Loaded().rangeMode) << value.type;
+        EXPECT_EQ(Loaded().monthMask, 0u) << value.type;
+        EXPECT_FALSE(IsSet(Loaded().rangeStart)) << value.type;
+        EXPECT_FALSE(IsSet(Loaded().rangeEnd)) << value.type;
     }
-    EXPECT_FALSE(Loaded().active);
-    EXPECT_TRUE(Loaded().rangeMode);
-    EXPECT_EQ(Loaded().monthMask, 0u);
-    EXPECT_FALSE(IsSet(Loaded().rangeStart));
-    EXPECT_FALSE(IsSet(Loaded().rangeEnd));
 }
 
 TEST_F(FilterSettings, ToRememberIsOffUnlessItIsStored)
@@ -190,6 +197,8 @@ TEST_F(FilterSettings, ToRememberIsOffUnlessItIsStored)
     EXPECT_TRUE(RemembersFilter(App()));
     App().SetNumber(L"Options", L"RememberFilter", 0);
     EXPECT_FALSE(RemembersFilter(App()));
+    App().SetString(L"Options", L"RememberFilter", L"yes");
+    EXPECT_FALSE(RemembersFilter(App())) << "no number";
 }
 
 TEST_F(FilterSettings, AcceptedMonthsLeaveTheStoredRange)

@@ -4,7 +4,7 @@
 
 namespace {
 
-using FilterTextTest = FilterTest;
+using FilterTextTest = JournalFilterTest;
 
 TEST_F(FilterTextTest, ReadsNoneWhileNotActive)
 {

@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "list/journal_fixture.h"
+#include "list/filter_fixture.h"
 #include "mervane/db_categories.h"
 #include "util/month_set.h"
 
@@ -127,6 +127,17 @@ TEST_F(PassesFilterTest, WithoutCategoriesARecordFailsACategoryFilter)
     TestRecord broken = On(1, 1);
     broken.Blob(kPropCategories, {});
     EXPECT_EQ(Passes(Categories({1}), broken), 0);
+}
+
+TEST_F(PassesFilterTest, CategoriesThatCannotBeOpenedLetNothingPass)
+{
+    TestRecord record;
+    record.Blob(kPropCategories, {1, 7});
+    ASSERT_EQ(Passes(Categories({7}), record), 1);
+    App().Journal().Close();
+    const NoStore none;
+    EXPECT_EQ(Passes(Categories({7}), record), 0);
+    EXPECT_EQ(Passes(Months(0x1), On(1, 1)), 1) << "dates need none";
 }
 
 // Ends in seconds, hours and years that are none, too.
