@@ -106,6 +106,20 @@ TEST_F(CustomizeColumnsTest, CancelSavesAndRebuildsToo)
     EXPECT_EQ(Subjects(1), (std::vector<std::wstring>{L"Apple", L"Banana", L"Cherry"}));
 }
 
+// As after a click on the header of a column that is not sorted by.
+TEST_F(CustomizeColumnsTest, OnlyOkSortsAnew)
+{
+    App().Journal().SetSort({kPropSubject, 0}, 1);
+    SORTORDERSPEC sort{};
+    Run([](DialogWindow& dialog) { dialog.Cancel(); });
+    App().Journal().GetSort(&sort);
+    EXPECT_EQ(sort.propid, kPropSubject);
+    Run([](DialogWindow& dialog) { dialog.Ok(); });
+    App().Journal().GetSort(&sort);
+    EXPECT_EQ(sort.propid, kPropDate);
+    EXPECT_EQ(sort.dwFlags, DWORD{CEDB_SORT_DESCENDING});
+}
+
 TEST_F(CustomizeColumnsTest, TheSelectionStays)
 {
     ClickRow(1);
