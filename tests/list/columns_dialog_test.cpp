@@ -129,6 +129,15 @@ TEST_F(ColumnsDialogTest, TheLabelsBelongToTheLists)
     Run([](ColumnsWindow& dialog) {
         EXPECT_EQ(WindowText(GetWindow(dialog.Item(kAvailable), GW_HWNDPREV)), L"A&vailable fields:");
         EXPECT_EQ(WindowText(GetWindow(dialog.Item(kShown), GW_HWNDPREV)), L"Sh&ow these fields:");
+        for (const int list : {kAvailable, kShown}) {
+            HWND label = GetWindow(dialog.Item(list), GW_HWNDPREV);
+            HDC dc = GetDC(label);
+            SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0)));
+            RECT needed{};
+            DrawTextW(dc, WindowText(label).c_str(), -1, &needed, DT_CALCRECT | DT_SINGLELINE);
+            ReleaseDC(label, dc);
+            EXPECT_LE(needed.right, dialog.RectOf(label).right - dialog.RectOf(label).left) << list;
+        }
         dialog.AltKey('O');
         EXPECT_TRUE(dialog.HasFocus(kShown));
         dialog.AltKey('V');

@@ -2,6 +2,7 @@
 
 #include "list/filter_dialog_fixture.h"
 #include "ui/scale.h"
+#include "ui/work_area.h"
 #include "util/clock.h"
 
 namespace {
@@ -475,6 +476,28 @@ TEST_F(FilterDialogTest, CategoriesThatCannotBeOpenedAreNotListed)
         dialog.Press(IDOK);
     }));
     EXPECT_TRUE(Filter().categories.IsEmpty());
+}
+
+TEST_F(FilterDialogTest, IsWholeOnTheScreen)
+{
+    Run(false, [](const OpenFilter& dialog) {
+        const RECT area = WorkArea();
+        RECT window{}, client{};
+        GetWindowRect(dialog.Window(), &window);
+        GetClientRect(dialog.Window(), &client);
+        MapWindowPoints(dialog.Window(), nullptr, reinterpret_cast<POINT*>(&client), 2);
+        for (const int id : {kByMonths, kByCategories, kRange, kFrame, kStartLabel, kStart, kEndLabel, kEnd,
+                             kMonthList, kClear, IDOK, IDCANCEL}) {
+            RECT both{}, rect{};
+            GetWindowRect(dialog.Item(id), &rect);
+            UnionRect(&both, &client, &rect);
+            EXPECT_TRUE(EqualRect(&both, &client)) << id << " lies in the dialog";
+        }
+        EXPECT_GE(window.left, area.left);
+        EXPECT_GE(window.top, area.top);
+        EXPECT_LE(window.right, area.right);
+        EXPECT_LE(window.bottom, area.bottom);
+    });
 }
 
 TEST_F(FilterDialogTest, ABadOwnerIsNoAnswer)
