@@ -355,10 +355,21 @@ TEST(OnScreenContact, TheBoxesStandOneBelowTheOther)
     });
 }
 
+// A window manager puts its frame around the dialog and moves it back onto the screen after that.
+bool IsOnScreen(HWND dialog)
+{
+    const RECT area = WorkArea();
+    RECT own{}, seen{};
+    GetWindowRect(dialog, &own);
+    IntersectRect(&seen, &own, &area);
+    return EqualRect(&seen, &own) != FALSE;
+}
+
 // Where there is a bar, and nowhere else.
 TEST(OnScreenContact, TheWheelAndTheBarsScroll)
 {
     OpenContact([](HWND dialog) {
+        EXPECT_TRUE(PumpUntil([=] { return IsOnScreen(dialog); }));
         const POINT start = PlaceOf(dialog, IDC_FIRST_NAME);
         SendMessageW(dialog, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
         const POINT turned = PlaceOf(dialog, IDC_FIRST_NAME);
