@@ -303,7 +303,11 @@ POINT PlaceOf(HWND dialog, int id)
 void OpenContact(std::function<void(HWND)> work)
 {
     const TestParent parent;
-    const ModalDriver driver(std::move(work));
+    // The dialog manager shows it once it has nothing else to do, and what is not shown does not scroll.
+    const ModalDriver driver([&](HWND dialog) {
+        ShowWindow(dialog, SW_SHOW);
+        work(dialog);
+    });
     EditContact(GetModuleHandleW(nullptr), parent.Handle(), {}, true, [](const Contact&) { return true; });
     EXPECT_TRUE(driver.Ran());
 }
