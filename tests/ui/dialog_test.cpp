@@ -352,6 +352,9 @@ TEST(Dialog, MovesItselfOrAControl)
 {
     TestDialog dialog;
     RunDialog(dialog, [&dialog](HWND window) {
+        // Until then a window manager may still be placing it.
+        ShowWindow(window, SW_SHOW);
+        EXPECT_TRUE(PumpUntil([window] { return GetForegroundWindow() == window; }));
         dialog.MoveWindow(31, 42, 310, 220, true);
         EXPECT_TRUE(PumpUntil([window] { return IsSame(WindowRect(window), {31, 42, 341, 262}); }));
         dialog.MoveWindow(5, 6, 70, 80, true, dialog.GetItem(ITEM_EDIT));
