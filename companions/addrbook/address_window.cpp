@@ -6,9 +6,9 @@
 
 #include "addrbook/list_columns.h"
 #include "addrbook/resource.h"
+#include "ui/message_font.h"
 #include "ui/program_icon.h"
 #include "ui/scale.h"
-#include "ui/scoped.h"
 #include "ui/window_placement.h"
 #include "ui/work_area.h"
 
@@ -23,37 +23,6 @@ constexpr int kFindWidth = 220;
 constexpr int kAroundText = 8; // above and below the text of the box, together
 constexpr int kWindowWidth = 800;
 constexpr int kWindowHeight = 560;
-
-UniqueFont MakeFont()
-{
-    NONCLIENTMETRICSW metrics{};
-    metrics.cbSize = sizeof metrics;
-    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-    return UniqueFont(CreateFontIndirectW(&metrics.lfMessageFont));
-}
-
-int TextHeight(HWND window, HFONT font)
-{
-    HDC dc = GetDC(window);
-    TEXTMETRICW metrics{};
-    {
-        const ScopedSelectObject selected(dc, font);
-        GetTextMetricsW(dc, &metrics);
-    }
-    ReleaseDC(window, dc);
-    return static_cast<int>(metrics.tmHeight);
-}
-
-// In the middle of the work area, no larger than it.
-RECT FirstPlace()
-{
-    const RECT area = WorkArea();
-    const LONG roomX = area.right - area.left, roomY = area.bottom - area.top;
-    const LONG width = std::min<LONG>(Scale(kWindowWidth), roomX);
-    const LONG height = std::min<LONG>(Scale(kWindowHeight), roomY);
-    const LONG left = area.left + (roomX - width) / 2, top = area.top + (roomY - height) / 2;
-    return {left, top, left + width, top + height};
-}
 
 } // namespace
 
@@ -81,7 +50,7 @@ bool AddressWindow::Create(HINSTANCE instance)
     m_hasSettings = m_settings.Open(kSettingsKey) != 0;
     const std::optional<WindowPlace> left = LoadPlacement(m_settings);
     m_leftMaximized = left && left->maximized;
-    const RECT place = left ? left->rect : FirstPlace();
+    const RECT place = left ? left->rect : MiddlePlace(kWindowWidth, kWindowHeight);
     if (!CreateWindowExW(WS_EX_CONTROLPARENT, kAddressWindowClass, kTitle,
                          WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top,
                          place.right - place.left, place.bottom - place.top, nullptr, nullptr, instance,
@@ -141,7 +110,7 @@ HWND AddressWindow::MakeChild(const wchar_t* windowClass, const wchar_t* text, D
 
 bool AddressWindow::OnCreate()
 {
-    m_font = MakeFont();
+    m_font = MakeMessageFont();
     m_textHeight = TextHeight(m_window, m_font.get());
     m_smallIcon = SetProgramIcon(m_window, ICON_SMALL);
     m_bigIcon = SetProgramIcon(m_window, ICON_BIG);

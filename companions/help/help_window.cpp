@@ -4,9 +4,9 @@
 
 #include "help/one_window.h"
 #include "help/resource.h"
+#include "ui/message_font.h"
 #include "ui/program_icon.h"
 #include "ui/scale.h"
-#include "ui/scoped.h"
 #include "ui/window_placement.h"
 #include "ui/work_area.h"
 
@@ -25,35 +25,12 @@ constexpr int kWindowWidth = 860;
 constexpr int kWindowHeight = 600;
 constexpr const wchar_t* kZoomSetting = L"Zoom"; // percent
 
-UniqueFont MakeFont()
-{
-    NONCLIENTMETRICSW metrics{};
-    metrics.cbSize = sizeof metrics;
-    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-    return UniqueFont(CreateFontIndirectW(&metrics.lfMessageFont));
-}
-
-int TextHeight(HWND window, HFONT font)
-{
-    HDC dc = GetDC(window);
-    TEXTMETRICW metrics{};
-    {
-        const ScopedSelectObject selected(dc, font);
-        GetTextMetricsW(dc, &metrics);
-    }
-    ReleaseDC(window, dc);
-    return static_cast<int>(metrics.tmHeight);
-}
-
-// At the right of the work area, no larger than it, so that what asked for help stays in sight.
+// At the right of the work area, so that what asked for help stays in sight.
 RECT FirstPlace()
 {
-    const RECT area = WorkArea();
-    const LONG roomX = area.right - area.left, roomY = area.bottom - area.top;
-    const LONG width = std::min<LONG>(Scale(kWindowWidth), roomX);
-    const LONG height = std::min<LONG>(Scale(kWindowHeight), roomY);
-    const LONG left = area.right - width, top = area.top + (roomY - height) / 2;
-    return {left, top, left + width, top + height};
+    RECT place = MiddlePlace(kWindowWidth, kWindowHeight);
+    OffsetRect(&place, WorkArea().right - place.right, 0);
+    return place;
 }
 
 } // namespace
@@ -131,7 +108,7 @@ HWND HelpWindow::MakeChild(const wchar_t* windowClass, const wchar_t* text, DWOR
 
 bool HelpWindow::OnCreate()
 {
-    m_font = MakeFont();
+    m_font = MakeMessageFont();
     m_textHeight = TextHeight(m_window, m_font.get());
     m_smallIcon = SetProgramIcon(m_window, ICON_SMALL);
     m_bigIcon = SetProgramIcon(m_window, ICON_BIG);

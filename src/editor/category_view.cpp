@@ -4,6 +4,7 @@
 #include "editor/only_item.h"
 #include "editor/scoped_quiet.h"
 #include "res/resource.h"
+#include "ui/list_boxes.h"
 
 namespace {
 
@@ -11,27 +12,6 @@ constexpr const wchar_t* kNoCategoriesYet = L"<Double Tap to Create Categories>"
 
 // Every bit but the one of the boxes, as the handheld's program has it.
 constexpr DWORD kWithoutBoxes = 0xFFFFFFFB;
-
-enum Box : UINT { kNone = 0, kUnchecked = 1, kChecked = 2 }; // numbers of the state images
-
-UINT BoxOf(UINT state)
-{
-    return (state & LVIS_STATEIMAGEMASK) >> 12;
-}
-
-void SetBox(HWND list, int item, Box box)
-{
-    ListView_SetItemState(list, item, INDEXTOSTATEIMAGEMASK(box), LVIS_STATEIMAGEMASK);
-}
-
-CEOID CategoryOf(HWND list, int item)
-{
-    LVITEMW wanted{};
-    wanted.mask = LVIF_PARAM;
-    wanted.iItem = item;
-    SendMessageW(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&wanted));
-    return static_cast<CEOID>(wanted.lParam);
-}
 
 // One of the bits that the list gets without boxes is for a header in every kind of list.
 void NeverShowHeader(HWND list)
@@ -90,15 +70,9 @@ void CategoryView::Refresh()
 
 void CategoryView::CheckAssigned()
 {
-    for (const CEOID id : AssignedCategories(m_record->Categories())) {
-        LVFINDINFOW wanted{};
-        wanted.flags = LVFI_PARAM;
-        wanted.lParam = static_cast<LPARAM>(id);
-        const auto item = static_cast<int>(
-            SendMessageW(m_list, LVM_FINDITEMW, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&wanted)));
-        if (item >= 0)
-            SetBox(m_list, item, kChecked);
-    }
+    for (const CEOID id : AssignedCategories(m_record->Categories()))
+        if (const int item = FindItem(m_list, static_cast<LPARAM>(id)); item >= 0)
+            CheckItem(m_list, item, true);
 }
 
 CategoryView::Outcome CategoryView::OnNotify(const NMHDR& notification)
@@ -116,30 +90,25 @@ CategoryView::Outcome CategoryView::OnNotify(const NMHDR& notification)
 // A tap on the box is toggled by the list itself.
 void CategoryView::OnTap(const NMITEMACTIVATE& tap)
 {
+    constexpr UINT kMarked = LVIS_SELECTED | LVIS_FOCUSED;
     LVHITTESTINFO hit{};
     hit.pt = tap.ptAction;
     const int item = ListView_HitTest(m_list, &hit);
-    if (item < 0)
-        return;
-    if (hit.flags == LVHT_ONITEMSTATEICON) {
-        constexpr UINT kMarked = LVIS_SELECTED | LVIS_FOCUSED;
+    if (item >= 0 && hit.flags == LVHT_ONITEMSTATEICON) {
         ListView_SetItemState(m_list, item, kMarked, kMarked);
-        return;
+    } else {
+        TurnTappedBox(m_list, tap);
     }
-    const UINT box = BoxOf(ListView_GetItemState(m_list, item, LVIS_STATEIMAGEMASK));
-    if (hit.flags == LVHT_ONITEMLABEL && box != kNone)
-        SetBox(m_list, item, box == kChecked ? kUnchecked : kChecked);
 }
 
 // The list tells before it changes a box, and also when nothing changes in it.
 bool CategoryView::OnItemChanging(const NMLISTVIEW& change)
 {
-    const UINT before = BoxOf(change.uOldState);
-    const UINT after = BoxOf(change.uNewState);
-    if (*m_quiet || before == kNone || after == kNone || before == after)
+    const BoxChange box = BoxChangeOf(change);
+    if (*m_quiet || box == BoxChange::None)
         return false;
-    const CEOID id = CategoryOf(m_list, change.iItem);
-    if (before == kChecked)
+    const CEOID id = static_cast<CEOID>(ItemParameter(m_list, change.iItem));
+    if (box == BoxChange::Unchecked)
         ReleaseCategory(&m_record->Categories(), id);
     else
         AssignCategory(&m_record->Categories(), id);

@@ -2,8 +2,9 @@
 
 #include "editor/only_item.h"
 #include "list/filter_dialog_layout.h"
-#include "list/list_boxes.h"
 #include "res/resource.h"
+#include "ui/dialog.h"
+#include "ui/list_boxes.h"
 
 namespace {
 

@@ -3,9 +3,10 @@
 #include <commctrl.h>
 
 #include "list/filter_settings.h"
-#include "list/list_boxes.h"
 #include "list/filter_dialog_layout.h"
 #include "res/resource.h"
+#include "ui/dialog.h"
+#include "ui/list_boxes.h"
 #include "ui/scale.h"
 #include "util/clock.h"
 #include "util/month_set.h"

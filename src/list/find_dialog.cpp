@@ -6,11 +6,11 @@
 
 #include "app/journal_app.h"
 #include "editor/placeholder_edit.h"
-#include "ui/window_scroll.h"
 #include "list/find_settings.h"
 #include "res/resource.h"
 #include "ui/dialog.h"
 #include "ui/scale.h"
+#include "ui/window_scroll.h"
 #include "ui/work_area.h"
 #include "util/clock.h"
 
@@ -88,8 +88,7 @@ void FindDialog::CreateDayPicker()
                             Scale(kDayPlace.top), Scale(kDayPlace.right - kDayPlace.left),
                             Scale(kDayPlace.bottom - kDayPlace.top), GetWindow(),
                             reinterpret_cast<HMENU>(IDC_FIND_DAY), GetModuleHandleW(nullptr), nullptr);
-    SendMessageW(m_day, WM_SETFONT, static_cast<WPARAM>(SendMessageW(GetWindow(), WM_GETFONT, 0, 0)), FALSE);
-    SetWindowPosition(0, 0, 0, 0, m_day, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE, GetItem(IDC_FIND_TEXT));
+    PlaceInDialog(m_day, GetWindow(), GetItem(IDC_FIND_TEXT));
     const bool isChosen = m_request->date.wYear != 0;
     const SYSTEMTIME day = isChosen ? m_request->date : LocalNow();
     SendMessageW(m_day, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&day));
@@ -102,13 +101,8 @@ void FindDialog::MakeRoomForDay()
     GetWindowRect(m_day, &day);
     GetWindowRect(GetItem(IDC_FIND_TEXT_FRAME), &frame);
     const LONG growth = day.bottom + Scale(kDayMargin) - frame.bottom;
-    if (growth <= 0)
-        return;
-    for (HWND window : {GetItem(IDC_FIND_TEXT_FRAME), GetItem(IDC_FIND_CASE_FRAME), GetWindow()}) {
-        GetWindowRect(window, &frame);
-        SetWindowPosition(0, 0, frame.right - frame.left, frame.bottom - frame.top + growth, window,
-                          SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE, nullptr);
-    }
+    if (growth > 0)
+        GrowBy(growth, {IDC_FIND_TEXT_FRAME, IDC_FIND_CASE_FRAME});
 }
 
 void FindDialog::FillBox()

@@ -121,24 +121,30 @@ bool Dialog::OnInitDialog()
 
 void Dialog::Grow(int most, std::initializer_list<int> growing, std::initializer_list<int> below)
 {
-    constexpr UINT kSizeOnly = SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE;
-    constexpr UINT kPlaceOnly = SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE;
     const RECT area = WorkArea();
-    RECT rect{};
-    GetWindowRect(m_window, &rect);
-    const int room = (area.bottom - area.top) - (rect.bottom - rect.top);
-    const int growth = std::clamp(room, 0, Scale(most));
-    SetWindowPosition(0, 0, rect.right - rect.left, rect.bottom - rect.top + growth, m_window, kSizeOnly,
-                      nullptr);
-    for (const int id : growing) {
-        GetWindowRect(GetItem(id), &rect);
-        SetWindowPosition(0, 0, rect.right - rect.left, rect.bottom - rect.top + growth, GetItem(id),
-                          kSizeOnly, nullptr);
-    }
+    RECT own{};
+    GetWindowRect(m_window, &own);
+    const int room = (area.bottom - area.top) - (own.bottom - own.top);
+    GrowBy(std::clamp(room, 0, Scale(most)), growing, below);
+}
+
+void Dialog::GrowBy(int growth, std::initializer_list<int> growing, std::initializer_list<int> below)
+{
+    const auto grow = [&](HWND window) {
+        RECT rect{};
+        GetWindowRect(window, &rect);
+        SetWindowPosition(0, 0, rect.right - rect.left, rect.bottom - rect.top + growth, window,
+                          SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE, nullptr);
+    };
+    grow(m_window);
+    for (const int id : growing)
+        grow(GetItem(id));
     for (const int id : below) {
+        RECT rect{};
         GetWindowRect(GetItem(id), &rect);
         ScreenToClientRect(&rect);
-        SetWindowPosition(rect.left, rect.top + growth, 0, 0, GetItem(id), kPlaceOnly, nullptr);
+        SetWindowPosition(rect.left, rect.top + growth, 0, 0, GetItem(id),
+                          SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE, nullptr);
     }
 }
 
@@ -264,3 +270,9 @@ bool Dialog::IsButtonChecked(int id) const
 }
 
 void Dialog::ShowInputPanel(bool) {}
+
+void PlaceInDialog(HWND control, HWND dialog, HWND behind)
+{
+    SendMessageW(control, WM_SETFONT, static_cast<WPARAM>(SendMessageW(dialog, WM_GETFONT, 0, 0)), FALSE);
+    SetWindowPos(control, behind, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}

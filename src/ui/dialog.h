@@ -56,6 +56,8 @@ class Dialog {
     // A template is as low as a small screen wants it. Elsewhere the dialog gets higher, by at most so many
     // pixels at 96 dpi: some controls grow with it, those below them move down.
     void Grow(int most, std::initializer_list<int> growing, std::initializer_list<int> below = {});
+    // The same by this many pixels.
+    void GrowBy(int growth, std::initializer_list<int> growing, std::initializer_list<int> below = {});
     // A control that has been disabled while it had the keyboard would keep it for itself: the next one that
     // can be used gets it, beginning with the given one.
     void KeepFocus(int next);
@@ -69,3 +71,6 @@ class Dialog {
     UniqueIcon m_smallIcon; // the program's, for the caption
     UniqueIcon m_bigIcon;
 };
+
+// Gives a control to a dialog: its font, and its place in the order of the keyboard behind another control.
+void PlaceInDialog(HWND control, HWND dialog, HWND behind);

@@ -1,8 +1,21 @@
 #include "ui/work_area.h"
 
+#include <algorithm>
+
+#include "ui/scale.h"
+
 RECT WorkArea()
 {
     RECT area{};
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
     return area;
+}
+
+RECT MiddlePlace(int width, int height)
+{
+    const RECT area = WorkArea();
+    const LONG roomX = area.right - area.left, roomY = area.bottom - area.top;
+    const LONG ownX = std::min<LONG>(Scale(width), roomX), ownY = std::min<LONG>(Scale(height), roomY);
+    const LONG left = area.left + (roomX - ownX) / 2, top = area.top + (roomY - ownY) / 2;
+    return {left, top, left + ownX, top + ownY};
 }

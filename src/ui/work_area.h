@@ -4,3 +4,6 @@
 #include <windows.h>
 
 RECT WorkArea();
+// The place of a window of this size, in pixels at 96 dpi, in the middle of the work area and no larger than
+// it.
+RECT MiddlePlace(int width, int height);

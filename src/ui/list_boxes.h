@@ -12,7 +12,8 @@ int FindItem(HWND list, LPARAM parameter);
 void CheckItem(HWND list, int item, bool checked);
 void UncheckAll(HWND list);
 
-// What an LVN_ITEMCHANGED has done to the item's box. A list that is filled or walked through turns none.
+// What an LVN_ITEMCHANGING or LVN_ITEMCHANGED does to the item's box. A list that is filled or walked through
+// turns none.
 enum class BoxChange { None, Checked, Unchecked };
 BoxChange BoxChangeOf(const NMLISTVIEW& change);
 
@@ -22,6 +23,3 @@ void TurnTappedBox(HWND list, const NMITEMACTIVATE& tap);
 // The width of the columns of a list with items. It lasts: a control that has not drawn its items yet may
 // settle on another width when it does.
 void SetItemWidth(HWND list, int width);
-
-// Gives a control to a dialog: its font, and its place in the order of the keyboard behind another control.
-void PlaceInDialog(HWND control, HWND dialog, HWND behind);

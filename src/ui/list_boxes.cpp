@@ -1,4 +1,4 @@
-#include "list/list_boxes.h"
+#include "ui/list_boxes.h"
 
 #include "ui/canvas.h"
 
@@ -87,10 +87,4 @@ void SetItemWidth(HWND list, int width)
     for (const LONG more : {1L, 0L})
         SetWindowPos(list, nullptr, 0, 0, place.right - place.left, place.bottom - place.top + more,
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-void PlaceInDialog(HWND control, HWND dialog, HWND behind)
-{
-    SendMessageW(control, WM_SETFONT, static_cast<WPARAM>(SendMessageW(dialog, WM_GETFONT, 0, 0)), FALSE);
-    SetWindowPos(control, behind, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
