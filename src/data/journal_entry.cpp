@@ -130,6 +130,14 @@ const wchar_t* SensitivityWord(int sensitivity)
     }
 }
 
+const CEPROPVAL* FindProperty(CEPROPID id, WORD count, const CEPROPVAL* properties)
+{
+    for (WORD i = count; i-- > 0;)
+        if (properties[i].propid == id && !(properties[i].wFlags & CEDB_PROPNOTFOUND))
+            return &properties[i];
+    return nullptr;
+}
+
 void ReadEntry(const CEPROPVAL* properties, WORD count, JournalEntry* entry)
 {
     const CEOID id = entry->id;

@@ -86,6 +86,10 @@ struct JournalEntry {
     std::optional<std::vector<BYTE>> contacts;
 };
 
+// A record's property; null when the record lacks it: it is not there, or flagged CEDB_PROPNOTFOUND. Of one
+// that comes twice the last one counts.
+const CEPROPVAL* FindProperty(CEPROPID id, WORD count, const CEPROPVAL* properties);
+
 // Fills an entry from a property array in whatever order; unknown identifiers, properties flagged
 // CEDB_PROPNOTFOUND, null texts and blobs that claim bytes at a null address are passed over. Of a property
 // that comes twice the last one counts. id is left alone; every other member is set anew.

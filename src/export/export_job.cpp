@@ -2,10 +2,10 @@
 
 #include "export/csv_rows.h"
 #include "export/entry_text.h"
-#include "list/passes_filter.h"
 
 ExportJob::ExportJob(const ExportRequest& request, const SORTORDERSPEC& sort)
-    : m_request(request), m_file(request.path)
+    : m_request(request), m_file(request.path),
+      m_test(request.scope == ExportScope::Filtered ? *request.filter : FilterState())
 {
     (void)m_journal.Open(nullptr, sort);
 }
@@ -62,7 +62,7 @@ bool ExportJob::ExportCurrent()
     const LocalBlock<CEPROPVAL> owner(properties);
     if (!id)
         return false;
-    if (m_request.scope != ExportScope::Filtered || PassesFilter(*m_request.filter, count, properties))
+    if (m_test.PassesRecord(count, properties))
         Write({count, properties});
     return true;
 }

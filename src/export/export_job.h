@@ -9,7 +9,7 @@
 #include "export/exported_record.h"
 #include "export/piece_writer.h"
 #include "list/column_set.h"
-#include "list/filter_state.h"
+#include "list/passes_filter.h"
 #include "mervane/db_journal.h"
 
 enum class ExportFormat { CommaSeparated, SimpleText };
@@ -49,6 +49,7 @@ class ExportJob {
 
     const ExportRequest& m_request;
     PieceWriter m_file;
+    FilterTest m_test; // passes everything unless the scope is what the filter passes
     // A walk of its own: what the list shows meanwhile moves the position in its journal.
     DbJournal m_journal;
     bool m_begun = false;

@@ -7,7 +7,5 @@ struct ExportedRecord {
     WORD count = 0;
     const CEPROPVAL* properties = nullptr; // borrowed
 
-    // Null when the record lacks the property: it is not there, or flagged CEDB_PROPNOTFOUND. Of one that
-    // comes twice the last one counts.
-    const CEPROPVAL* Find(CEPROPID id) const;
+    const CEPROPVAL* Find(CEPROPID id) const { return FindProperty(id, count, properties); }
 };

@@ -64,6 +64,7 @@ void DisplayCache::ReadRows(Block* block)
 {
     const CeDBase::ReadScope scope(m_journal);
     const ScopedPosition position(m_journal);
+    const FilterTest test(m_filter);
     const size_t wanted = static_cast<size_t>(block->count) + 1;
     int more = m_journal.SeekRow(static_cast<uint32_t>(block->start)) != 0;
     for (; more && block->records.size() < wanted; more = m_journal.SeekNextRecord()) {
@@ -73,7 +74,7 @@ void DisplayCache::ReadRows(Block* block)
         const LocalBlock<CEPROPVAL> owner(properties);
         if (!id)
             block->records.emplace_back();
-        else if (PassesFilter(m_filter, count, properties))
+        else if (test.PassesRecord(count, properties))
             block->records.push_back(FormatRecord(id, count, properties));
     }
 }

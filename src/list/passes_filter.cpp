@@ -10,15 +10,6 @@ namespace {
 
 constexpr uint64_t kUnitsPerDay = TimeCount::kUnitsPerMinute * 60 * 24;
 
-// Null when the record lacks the property.
-const CEPROPVAL* FindProperty(CEPROPID id, WORD count, const CEPROPVAL* properties)
-{
-    for (WORD i = 0; i < count; ++i)
-        if (properties[i].propid == id && !(properties[i].wFlags & CEDB_PROPNOTFOUND))
-            return &properties[i];
-    return nullptr;
-}
-
 std::vector<CEOID> CategoriesOf(const FilterState& filter)
 {
     std::vector<CEOID> ids;
@@ -42,6 +33,8 @@ uint64_t DayOf(const SYSTEMTIME& time)
 
 FilterTest::FilterTest(const FilterState& filter)
 {
+    if (!filter.active)
+        return;
     if (filter.categoriesMode) {
         m_mode = Mode::Categories;
         m_categories = CategoriesOf(filter);
@@ -50,6 +43,7 @@ FilterTest::FilterTest(const FilterState& filter)
         m_from = DayOf(filter.rangeStart);
         m_to = DayOf(filter.rangeEnd) + kUnitsPerDay - 1;
     } else {
+        m_mode = Mode::Months;
         m_months = filter.monthMask;
     }
 }
@@ -61,6 +55,8 @@ CEPROPID FilterTest::Property() const
 
 bool FilterTest::Passes(const CEPROPVAL* value) const
 {
+    if (m_mode == Mode::Everything)
+        return true;
     if (m_mode == Mode::Categories)
         return value && DbCategories::HoldsAny(value->val.blob, m_categories);
     return !value || HasDate(value->val.filetime);
@@ -78,12 +74,14 @@ bool FilterTest::HasDate(const FILETIME& time) const
     return m_mode == Mode::Range || (m_months & MonthBit(date.wMonth - 1)) != 0;
 }
 
+bool FilterTest::PassesRecord(WORD count, const CEPROPVAL* properties) const
+{
+    return !count || Passes(FindProperty(Property(), count, properties));
+}
+
 int PassesFilter(const FilterState& filter, WORD count, const CEPROPVAL* properties)
 {
-    if (!filter.active || !count)
-        return 1;
-    const FilterTest test(filter);
-    return test.Passes(FindProperty(test.Property(), count, properties));
+    return FilterTest(filter).PassesRecord(count, properties);
 }
 
 RowFilter MakeRowFilter(const FilterTest& test)

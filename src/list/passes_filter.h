@@ -7,7 +7,7 @@
 #include "list/filter_state.h"
 #include "mervane/row_filter.h"
 
-// The test of an active filter as it stands, made once for many records.
+// The test of a filter as it stands, made once for many records. One that is not in force passes everything.
 class FilterTest {
   public:
     explicit FilterTest(const FilterState& filter);
@@ -17,15 +17,17 @@ class FilterTest {
     // null: the record lacks the property. One without a date passes the filters by date, one without
     // categories no filter by categories.
     bool Passes(const CEPROPVAL* value) const;
+    // The same of a whole record; one without properties passes.
+    bool PassesRecord(WORD count, const CEPROPVAL* properties) const;
 
     friend bool operator==(const FilterTest&, const FilterTest&) = default;
 
   private:
-    enum class Mode { Categories, Months, Range };
+    enum class Mode { Everything, Categories, Months, Range };
 
     bool HasDate(const FILETIME& time) const;
 
-    Mode m_mode = Mode::Months;
+    Mode m_mode = Mode::Everything;
     std::vector<CEOID> m_categories; // ascending; none when the categories cannot be opened
     DWORD m_months = 0;
     // The range in units of a TimeCount, both ends included.
