@@ -131,13 +131,6 @@ const Command* FindCommand(UINT id)
     return nullptr;
 }
 
-void GreyMissingCommands(MainBands& bands)
-{
-    for (const Command& command : kCommands)
-        if (!command.run)
-            bands.EnableCommand(command.id, false);
-}
-
 void EnableEntryCommands(MainBands& bands, const SelectionState& state)
 {
     for (const UINT command :

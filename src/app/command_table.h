@@ -9,14 +9,12 @@ class MainWindow;
 
 struct Command {
     UINT id;
-    void (*run)(MainWindow& window, UINT command); // null: not there yet, grey
+    void (*run)(MainWindow& window, UINT command);
 };
 
 // Null for an identifier that is no command.
 const Command* FindCommand(UINT id);
 
-// Greys what has no handler, in the menu and on the button bar.
-void GreyMissingCommands(MainBands& bands);
 // The rules for Delete, Copy, Cut, Edit and Paste.
 struct SelectionState {
     bool hasSelection;    // at least one entry is selected

@@ -106,9 +106,8 @@ bool MainWindow::BuildContents()
     if (!m_bands.Create(m_instance, m_window, app))
         return false;
     OnSelectionChanged(0);
-    GreyMissingCommands(m_bands);
     LoadFilter(app, &app.Filter());
-    BringFilterUpToDate();
+    (void)BringFilterUpToDate();
     return m_list.Create(m_window, &m_columns, LVS_REPORT | LVS_SHOWSELALWAYS, m_bands.Height()) != nullptr;
 }
 
@@ -184,15 +183,15 @@ LRESULT MainWindow::OnBandsNotify(const NMHDR& notification)
 LRESULT MainWindow::OnCommand(UINT id, bool fromKeyboard)
 {
     const Command* command = FindCommand(id);
-    if (!command || !command->run)
+    if (!command)
         return 0;
     // What is grey does nothing from the keyboard either.
     if (fromKeyboard && !m_bands.IsMenuCommandEnabled(id))
         return 0;
     command->run(*this, id);
     // The command may have changed the categories that the filter names.
-    if (m_loaded)
-        BringFilterUpToDate();
+    if (m_loaded && BringFilterUpToDate())
+        m_list.Refresh();
     return 0;
 }
 
@@ -208,8 +207,7 @@ LRESULT MainWindow::OnDatabaseChange(WPARAM code, LPARAM lParam)
     case kChangeModified:
     case kChangeDeleted:
         RemoveHourglass();
-        m_list.Refresh();
-        BringFilterUpToDate();
+        OnFilterChanged();
         return 0;
     default: return 0;
     }
@@ -235,8 +233,7 @@ void MainWindow::DropFilterMenu()
     menu.Choose(command, &filter);
     if (command)
         SendMessageW(m_window, WM_COMMAND, command, 0);
-    BringFilterUpToDate();
-    if (command && menu.ListsCategories())
+    if (BringFilterUpToDate() || (command && menu.ListsCategories()))
         m_list.Refresh();
 }
 
@@ -254,16 +251,16 @@ void MainWindow::ClearTheFilter()
 
 void MainWindow::OnFilterChanged()
 {
-    BringFilterUpToDate();
+    (void)BringFilterUpToDate();
     m_list.Refresh();
 }
 
-// Categories may have been renamed or deleted here or by another program.
-void MainWindow::BringFilterUpToDate()
+// Categories may have been renamed or deleted here or by another program. True when one of the filter's has
+// gone: the list is to be refreshed.
+bool MainWindow::BringFilterUpToDate()
 {
     FilterState& filter = App().Filter();
     const bool isOneGone = DropGoneCategories(&filter);
     m_bands.SetFilterText(FilterText(&filter));
-    if (isOneGone)
-        m_list.Refresh();
+    return isOneGone;
 }

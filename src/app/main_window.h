@@ -63,7 +63,7 @@ class MainWindow {
     void RefitList();
     void DropFilterMenu();
     void OnFilterChanged();
-    void BringFilterUpToDate();
+    [[nodiscard]] bool BringFilterUpToDate();
 
     HWND m_window = nullptr;
     HINSTANCE m_instance = nullptr;
