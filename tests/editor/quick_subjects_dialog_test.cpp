@@ -33,11 +33,7 @@ TEST_F(QuickSubjectsDialogTest, StandsInTheMiddleOfTheWorkArea)
 TEST_F(QuickSubjectsDialogTest, IsWholeOnTheScreen)
 {
     Run([](EditorWindow& dialog) {
-        const RECT area = WorkArea();
-        RECT own{}, seen{};
-        GetWindowRect(dialog.Window(), &own);
-        IntersectRect(&seen, &own, &area);
-        EXPECT_TRUE(EqualRect(&seen, &own));
+        dialog.ExpectWholeOnScreen();
         EXPECT_GE(dialog.Rect(kList).bottom - dialog.Rect(kList).top,
                   3 * dialog.Ask(kList, LB_GETITEMHEIGHT, 0));
     });

@@ -6,33 +6,22 @@
 #include "editor/list_in_editor.h"
 #include "list/filter_dialog.h"
 #include "list/filter_fixture.h"
+#include "support/dialog_window.h"
 #include "support/test_windows.h"
 
 // The open dialog.
-class OpenFilter {
+class OpenFilter : public DialogWindow {
   public:
-    explicit OpenFilter(HWND window) : m_window(window) {}
+    using DialogWindow::DialogWindow;
 
-    HWND Window() const { return m_window; }
-    HWND Item(int id) const { return GetDlgItem(m_window, id); }
     bool IsShown(int id) const { return IsWindowVisible(Item(id)) != FALSE; }
-    bool IsEnabled(int id) const { return IsWindowEnabled(Item(id)) != FALSE; }
-    bool IsChecked(int id) const { return IsDlgButtonChecked(m_window, id) == BST_CHECKED; }
     ListInEditor Months() const { return ListInEditor(Item(116)); }
     // Null when there is none.
     ListInEditor Categories() const;
     std::vector<std::wstring> CheckedMonths() const;
 
-    void Click(int id) const { SendMessageW(Item(id), BM_CLICK, 0, 0); }
-    void Press(int id) const { SendMessageW(m_window, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), 0); }
     SYSTEMTIME Day(int picker) const;
     void SetDay(int picker, WORD year, WORD month, WORD day) const;
-    // The dialog's part in the program's work: keys go as its message loop hands them on.
-    void Key(WORD key) const;
-    void AltKey(WORD key) const;
-
-  private:
-    HWND m_window;
 };
 
 class FilterDialogTest : public JournalFilterTest {

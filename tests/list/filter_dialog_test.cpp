@@ -2,7 +2,6 @@
 
 #include "list/filter_dialog_fixture.h"
 #include "ui/scale.h"
-#include "ui/work_area.h"
 #include "util/clock.h"
 
 namespace {
@@ -189,7 +188,7 @@ TEST_F(FilterDialogTest, MonthsAreTurnedByBoxAndByLabel)
         dialog.Months().ClickLabel(5);
         dialog.Months().ClickBelow();
         EXPECT_EQ(dialog.CheckedMonths(), (Names{L"March", L"May", L"December"}));
-        dialog.Press(IDOK);
+        dialog.Command(IDOK);
     }));
     EXPECT_TRUE(Filter().active);
     EXPECT_FALSE(Filter().categoriesMode);
@@ -206,7 +205,7 @@ TEST_F(FilterDialogTest, WithoutAMonthTheFilterIsOutOfForce)
     Filter() = OnMonths(0x4);
     EXPECT_TRUE(Run(false, [](const OpenFilter& dialog) {
         dialog.Months().ClickBox(2);
-        dialog.Press(IDOK);
+        dialog.Command(IDOK);
     }));
     EXPECT_FALSE(Filter().active);
     EXPECT_EQ(Stored(L"Active"), 0u);
@@ -220,7 +219,7 @@ TEST_F(FilterDialogTest, TheChosenRangeIsStored)
         dialog.Click(kRange);
         dialog.SetDay(kStart, 2000, 3, 1);
         dialog.SetDay(kEnd, 2000, 3, 31);
-        dialog.Press(IDOK);
+        dialog.Command(IDOK);
     }));
     EXPECT_TRUE(Filter().active);
     EXPECT_TRUE(Filter().rangeMode);
@@ -239,7 +238,7 @@ TEST_F(FilterDialogTest, ARangeThatEndsBeforeItStartsIsAccepted)
         dialog.Click(kRange);
         dialog.SetDay(kStart, 2000, 3, 31);
         dialog.SetDay(kEnd, 2000, 3, 1);
-        dialog.Press(IDOK);
+        dialog.Command(IDOK);
     }));
     EXPECT_TRUE(Filter().active);
     ExpectDay(Filter().rangeStart, 2000, 3, 31);
@@ -253,7 +252,7 @@ TEST_F(FilterDialogTest, ClearUnchecksTheMonths)
         dialog.Click(kClear);
         EXPECT_TRUE(dialog.CheckedMonths().empty());
         dialog.Months().ClickBox(1);
-        dialog.Press(IDOK);
+        dialog.Command(IDOK);
     }));
     EXPECT_EQ(Filter().monthMask, 0x2u);
 }
@@ -271,7 +270,7 @@ TEST_F(FilterDialogTest, CancelLeavesTheFilterAsItWas)
         dialog.Click(kRange);
         dialog.Click(kByCategories);
         dialog.Click(kClear);
-        dialog.Press(IDCANCEL);
+        dialog.Command(IDCANCEL);
     }));
     EXPECT_FALSE(Filter().active);
     EXPECT_FALSE(Filter().categoriesMode);
@@ -288,7 +287,7 @@ TEST_F(FilterDialogTest, TheRowCountStaysTheLists)
     Filter().rowCount = 5;
     EXPECT_TRUE(Run(false, [](const OpenFilter& dialog) {
         Filter().rowCount = 6;
-        dialog.Press(IDOK);
+        dialog.Command(IDOK);
     }));
     EXPECT_EQ(Filter().rowCount, 6u);
 }
@@ -322,7 +321,7 @@ TEST_F(FilterDialogTest, CheckedCategoriesAreTheFilter)
         dialog.Categories().ClickBox(0);
         dialog.Categories().ClickLabel(1);
         dialog.Categories().ClickBox(2);
-        dialog.Press(IDOK);
+        dialog.Command(IDOK);
     }));
     EXPECT_TRUE(Filter().active);
     EXPECT_TRUE(Filter().categoriesMode);
@@ -340,7 +339,7 @@ TEST_F(FilterDialogTest, WithoutACategoryTheFilterIsOutOfForce)
         dialog.Click(kClear);
         EXPECT_FALSE(dialog.Categories().IsChecked(L"Work"));
         EXPECT_FALSE(dialog.Categories().IsChecked(L"Garden"));
-        dialog.Press(IDOK);
+        dialog.Command(IDOK);
     }));
     EXPECT_FALSE(Filter().active);
     EXPECT_TRUE(Filter().categories.IsEmpty());
@@ -354,10 +353,10 @@ TEST_F(FilterDialogTest, WhatIsNotListedLeavesTheFilter)
     Filter() = OnCategories({old, work, 999});
     Run(true, [](const OpenFilter& dialog) {
         EXPECT_EQ(dialog.Categories().Count(), 1);
-        dialog.Press(IDCANCEL);
+        dialog.Command(IDCANCEL);
     });
     EXPECT_EQ(Filter().categories.Count(), 3u);
-    EXPECT_TRUE(Run(true, [](const OpenFilter& dialog) { dialog.Press(IDOK); }));
+    EXPECT_TRUE(Run(true, [](const OpenFilter& dialog) { dialog.Command(IDOK); }));
     EXPECT_EQ(Filter().categories.Count(), 1u);
     EXPECT_TRUE(Filter().categories.Find(work));
 }
@@ -373,7 +372,7 @@ TEST_F(FilterDialogTest, AnEmptyListSaysNoneWithoutABox)
         list.ClickLabel(0);
         SendMessageW(list.Window(), WM_KEYDOWN, VK_SPACE, 0);
         dialog.Click(kClear);
-        dialog.Press(IDOK);
+        dialog.Command(IDOK);
     }));
     EXPECT_FALSE(Filter().active);
     EXPECT_TRUE(Filter().categories.IsEmpty());
@@ -391,7 +390,7 @@ TEST_F(FilterDialogTest, ChangesOfTheCategoriesShowWhileItIsOpen)
         SendMessageW(dialog.Window(), WM_USER + 101, 15, 0);
         EXPECT_TRUE(dialog.Categories().IsChecked(L"Work"));
         EXPECT_FALSE(dialog.Categories().IsChecked(L"Garden"));
-        dialog.Press(IDOK);
+        dialog.Command(IDOK);
     });
     EXPECT_EQ(Filter().categories.Count(), 1u);
 }
@@ -409,7 +408,7 @@ TEST_F(FilterDialogTest, HearsOfWhatAnotherProgramWrites)
         sqlite3_close(other);
         EXPECT_TRUE(PumpUntil([&] { return dialog.Categories().Count() == 2; }));
         EXPECT_EQ(dialog.Categories().Text(0), L"Garden");
-        dialog.Press(IDCANCEL);
+        dialog.Command(IDCANCEL);
     });
 }
 
@@ -437,7 +436,7 @@ TEST_F(FilterDialogTest, ChangingTheModeKeepsWhatWasChosen)
         ExpectDay(dialog.Day(kStart), 2000, 3, 1);
         dialog.Click(kByCategories);
         EXPECT_TRUE(dialog.Categories().IsChecked(L"Work"));
-        dialog.Press(IDOK);
+        dialog.Command(IDOK);
     }));
     EXPECT_TRUE(Filter().active);
     EXPECT_TRUE(Filter().categoriesMode) << "the mode that was shown last";
@@ -451,7 +450,7 @@ TEST_F(FilterDialogTest, ClearIsForTheModeThatIsShown)
     Filter().monthMask = 1;
     EXPECT_TRUE(Run(false, [](const OpenFilter& dialog) {
         dialog.Click(kClear);
-        dialog.Press(IDOK);
+        dialog.Command(IDOK);
     }));
     EXPECT_EQ(Filter().monthMask, 0u);
     EXPECT_EQ(Filter().categories.Count(), 1u);
@@ -467,37 +466,21 @@ TEST_F(FilterDialogTest, CategoriesThatCannotBeOpenedAreNotListed)
     Filter() = OnCategories({7});
     EXPECT_TRUE(Run(true, [](const OpenFilter& dialog) {
         EXPECT_EQ(dialog.Categories().Window(), nullptr);
-        dialog.Press(IDOK);
+        dialog.Command(IDOK);
     }));
     EXPECT_TRUE(Filter().active);
     EXPECT_TRUE(Filter().categories.Find(7));
     EXPECT_TRUE(Run(true, [](const OpenFilter& dialog) {
         dialog.Click(kClear);
-        dialog.Press(IDOK);
+        dialog.Command(IDOK);
     }));
     EXPECT_TRUE(Filter().categories.IsEmpty());
 }
 
 TEST_F(FilterDialogTest, IsWholeOnTheScreen)
 {
-    Run(false, [](const OpenFilter& dialog) {
-        const RECT area = WorkArea();
-        RECT window{}, client{};
-        GetWindowRect(dialog.Window(), &window);
-        GetClientRect(dialog.Window(), &client);
-        MapWindowPoints(dialog.Window(), nullptr, reinterpret_cast<POINT*>(&client), 2);
-        for (const int id : {kByMonths, kByCategories, kRange, kFrame, kStartLabel, kStart, kEndLabel, kEnd,
-                             kMonthList, kClear, IDOK, IDCANCEL}) {
-            RECT both{}, rect{};
-            GetWindowRect(dialog.Item(id), &rect);
-            UnionRect(&both, &client, &rect);
-            EXPECT_TRUE(EqualRect(&both, &client)) << id << " lies in the dialog";
-        }
-        EXPECT_GE(window.left, area.left);
-        EXPECT_GE(window.top, area.top);
-        EXPECT_LE(window.right, area.right);
-        EXPECT_LE(window.bottom, area.bottom);
-    });
+    for (const bool byCategories : {false, true})
+        Run(byCategories, [](const OpenFilter& dialog) { dialog.ExpectWholeOnScreen(); });
 }
 
 TEST_F(FilterDialogTest, ABadOwnerIsNoAnswer)

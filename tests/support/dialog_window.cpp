@@ -4,6 +4,7 @@
 
 #include "support/send_input.h"
 #include "support/test_windows.h"
+#include "ui/work_area.h"
 
 namespace {
 
@@ -17,6 +18,13 @@ void PumpDialog(HWND dialog)
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
+}
+
+bool LiesIn(const RECT& outer, const RECT& inner)
+{
+    RECT seen{};
+    IntersectRect(&seen, &inner, &outer);
+    return EqualRect(&seen, &inner) != FALSE;
 }
 
 void SendCharacter(wchar_t character, DWORD release)
@@ -48,6 +56,26 @@ RECT DialogWindow::RectOf(HWND control) const
     GetWindowRect(control, &rect);
     MapWindowPoints(nullptr, m_window, reinterpret_cast<POINT*>(&rect), 2);
     return rect;
+}
+
+void DialogWindow::ExpectOnScreen() const
+{
+    EXPECT_TRUE(PumpUntil([&] {
+        RECT own{};
+        GetWindowRect(m_window, &own);
+        return LiesIn(WorkArea(), own);
+    }));
+}
+
+void DialogWindow::ExpectWholeOnScreen() const
+{
+    ExpectOnScreen();
+    for (HWND child = GetWindow(m_window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        EXPECT_TRUE(PumpUntil([&] {
+            RECT inside{};
+            GetClientRect(m_window, &inside);
+            return !IsWindowVisible(child) || LiesIn(inside, RectOf(child));
+        })) << GetDlgCtrlID(child);
 }
 
 LRESULT DialogWindow::Ask(int id, UINT message, WPARAM wParam, LPARAM lParam) const

@@ -17,6 +17,10 @@ class DialogWindow {
     bool IsChecked(int id) const { return Ask(id, BM_GETCHECK) == BST_CHECKED; }
     RECT Rect(int id) const { return RectOf(Item(id)); }
     RECT RectOf(HWND control) const; // in the dialog's client area
+    // The dialog lies on the screen, once a window manager has given it its place and size.
+    void ExpectOnScreen() const;
+    // And all that it shows lies in it.
+    void ExpectWholeOnScreen() const;
     LRESULT Ask(int id, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
 
     void Command(int command, WORD code = 0) const; // as the control or menu item would send it

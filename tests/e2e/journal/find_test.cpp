@@ -87,7 +87,7 @@ TEST_F(Find, ByMouseADayIsFoundAndOpenedWithADoubleClick)
     ASSERT_TRUE(Click(Buttons().BodyPoint(CMD_FIND)));
     HWND find = WaitForDialog(m_journal.Id(), L"Find");
     ASSERT_NE(find, nullptr);
-    const SYSTEMTIME day{2026, 11, 2, 24, 0, 0, 0, 0}; // that of kNoon
+    const SYSTEMTIME day{2026, 11, 6, 21, 0, 0, 0, 0}; // that of kNoon
     ASSERT_TRUE(RemoteDatePicker(ChildOfClass(find, L"SysDateTimePick32")).Change(day));
     ASSERT_TRUE(Activate(find));
     ASSERT_TRUE(Click(MiddleOf(Control(find, IDOK))));

@@ -29,4 +29,4 @@ class JournalWindowTest : public JournalTest {
 };
 
 // 2026-11-21 12:00 as a FILETIME count of local wall-clock time.
-constexpr uint64_t kNoon = 134'400'000'000'000'000;
+constexpr uint64_t kNoon = 134'397'360'000'000'000;
