@@ -143,6 +143,19 @@ TEST_F(ExportDialogTest, TheKeyboardAloneDoesIt)
     EXPECT_EQ(m_file.Bytes(), "\"one\",\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\"\r\n");
 }
 
+TEST_F(ExportDialogTest, TheArrowsComeToTheFilteredOnes)
+{
+    FilterMonth(5);
+    Run(ExportFormat::SimpleText, [](ExportWindow& dialog) {
+        dialog.Focus(kAll);
+        dialog.Key(VK_DOWN);
+        EXPECT_TRUE(dialog.IsOn(kFiltered)) << "past the selected ones, of which there are none";
+        EXPECT_FALSE(dialog.IsOn(kAll));
+        dialog.Key(VK_UP);
+        EXPECT_TRUE(dialog.IsOn(kAll));
+    });
+}
+
 TEST_F(ExportDialogTest, IsWholeOnTheScreen)
 {
     Run(ExportFormat::CommaSeparated, [](ExportWindow& dialog) {
@@ -286,6 +299,20 @@ TEST_P(ExportLayout, TheScopesAreOneGroup)
     EXPECT_NE(StyleOf(next) & WS_GROUP, 0u);
     for (const int id : {1034, 1035, 1036})
         EXPECT_EQ(StyleOf(GetDlgItem(m_dialog, id)) & BS_TYPEMASK, DWORD{BS_AUTORADIOBUTTON});
+}
+
+TEST_P(ExportLayout, TheKeyboardComesToAllOfThem)
+{
+    std::vector<int> stops, scopes;
+    for (HWND item = GetNextDlgTabItem(m_dialog, nullptr, FALSE); stops.size() < 5;
+         item = GetNextDlgTabItem(m_dialog, item, FALSE))
+        stops.push_back(GetDlgCtrlID(item));
+    EXPECT_EQ(stops, IsWide() ? (std::vector<int>{1037, 1034, 1038, 1, 2})
+                              : (std::vector<int>{1034, 1037, 1038, 1, 2}));
+    for (HWND item = GetDlgItem(m_dialog, 1034); scopes.size() < 4;
+         item = GetNextDlgGroupItem(m_dialog, item, FALSE))
+        scopes.push_back(GetDlgCtrlID(item));
+    EXPECT_EQ(scopes, (std::vector<int>{1034, 1035, 1036, 1034}));
 }
 
 TEST_P(ExportLayout, TextsHaveRoom)
