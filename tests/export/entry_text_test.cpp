@@ -32,6 +32,30 @@ TEST_F(EntryTextTest, AnEntryOfADateOnly)
     EXPECT_EQ(Text(record, false), "3/5/2000 9:30 AM\r\nNormal\r\nNormal\r\n\r\n\r\n");
 }
 
+TEST_F(EntryTextTest, AnOrdinaryEntry)
+{
+    const CEOID work = AddCategory(L"Work");
+    TestRecord record;
+    record.Time(kPropDate, Instant(2000, 3, 5, 9, 30));
+    record.Time(kPropDuration, TimeCount(90 * TimeCount::kUnitsPerMinute));
+    record.Short(kPropPriority, 1).Short(kPropSensitivity, 1).Text(kPropSubject, L"Meeting");
+    record.Text(kPropType, L"Phone call").Text(kPropBody, L"Agreed terms").Blob(kPropCategories, {1, work});
+    EXPECT_EQ(Text(record), "Date: 3/5/2000 9:30 AM\r\n"
+                            "Duration: 1 hour 30 min\r\n"
+                            "Priority: Normal\r\n"
+                            "Sensitivity: Personal\r\n"
+                            "Subject: Meeting\r\n"
+                            "Type: Phone call\r\n"
+                            "\r\n"
+                            "Entry:\r\n"
+                            "Agreed terms\r\n"
+                            "\r\n"
+                            "Assigned Categories:\r\n"
+                            "Work\r\n"
+                            "\r\n"
+                            "\r\n");
+}
+
 TEST_F(EntryTextTest, AnEntryWithoutPropertiesHasItsWords)
 {
     EXPECT_EQ(Text(TestRecord()), WithDefaults("", ""));

@@ -171,6 +171,27 @@ TEST_F(ExportWritingTest, TheBarGoesUpToTheCount)
     EXPECT_EQ(positions, (std::vector<LRESULT>{0, 1, 2, 3}));
 }
 
+TEST_F(ExportWritingTest, TheBarCountsBeyondSixteenBits)
+{
+    constexpr CEOID kMany = 70'000;
+    m_selection.Append(AddEntry(1, L"one"));
+    for (CEOID gone = 1000; m_selection.Count() < kMany; ++gone)
+        m_selection.Append(gone);
+    PBRANGE range{};
+    const MessageBoxAnswerer answerer;
+    PieceWatch pieces;
+    Run(ExportFormat::SimpleText, [&](ExportWindow& dialog) {
+        pieces.onFlush = [&](size_t) {
+            dialog.Ask(kProgress, PBM_GETRANGE, TRUE, reinterpret_cast<LPARAM>(&range));
+        };
+        dialog.Click(kSelected);
+        dialog.Ok();
+    });
+    EXPECT_EQ(range.iHigh, int{kMany});
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].text, L"Exported 1 record");
+}
+
 TEST_F(ExportWritingTest, NothingCanBeChosenWhileItWrites)
 {
     AddEntries(2);
@@ -321,6 +342,15 @@ TEST_F(ExportWritingTest, AnOwnerThatIsDestroyedEndsIt)
         owner.Handle());
     EXPECT_EQ(m_file.Bytes(), "\"entry 0\"\r\n\"entry 1\"\r\n");
     EXPECT_TRUE(m_boxes.empty());
+}
+
+TEST_F(ExportWritingTest, AFileThatCannotBeOpenedStillEndsInTheCount)
+{
+    AddEntries(2);
+    ASSERT_TRUE(CreateDirectoryW(m_file.Path().c_str(), nullptr)) << "a folder in the file's place";
+    EXPECT_EQ(RunThrough(ExportFormat::CommaSeparated), L"Exported 2 records");
+    EXPECT_EQ(RunThrough(ExportFormat::SimpleText), L"Exported 2 records");
+    EXPECT_TRUE(RemoveDirectoryW(m_file.Path().c_str())) << "it is there, and empty";
 }
 
 TEST_F(ExportWritingTest, AFileThatIsHeldStillEndsInTheCount)

@@ -1,5 +1,6 @@
 // An export as a person makes it, through the system's own window for a file's name.
 #include <gtest/gtest.h>
+#include <shlobj.h>
 
 #include <algorithm>
 #include <cwchar>
@@ -33,6 +34,7 @@ class Export : public JournalWindowTest {
         HWND chooser = WaitForDialogWith(m_journal.Id(), kFileName);
         ASSERT_NE(chooser, nullptr);
         ASSERT_TRUE(Activate(chooser));
+        EXPECT_EQ(GetWindow(chooser, GW_OWNER), Window());
         EXPECT_EQ(ComboItems(Control(chooser, kFileTypes)).size(), 2u);
         EXPECT_EQ(ComboItems(Control(chooser, kFileTypes))[0].substr(0, 23), L"Common Separated Values");
         EXPECT_EQ(ComboItems(Control(chooser, kFileTypes))[1].substr(0, 10), L"Text Files");
@@ -67,6 +69,28 @@ class Export : public JournalWindowTest {
         return box.Answer(IDOK) && WaitUntilGone(m_dialog) ? text : L"still open";
     }
     std::string Bytes() const { return ReadFileBytes(m_path); }
+    void AddMany(int count, const wchar_t* subject) const
+    {
+        DbJournal journal;
+        ASSERT_NE(journal.Open(nullptr), 0);
+        CeDBase::BulkScope bulk(journal);
+        for (int i = 0; i < count; ++i)
+            ASSERT_NE(AddEntry(subject, kWhen), 0u);
+        ASSERT_EQ(bulk.Commit(), 1);
+    }
+    // Labelled blocks of entries that have this subject.
+    static std::string Blocks(size_t count, const std::string& subject)
+    {
+        std::string text;
+        for (size_t i = 0; i < count; ++i)
+            text += "Date: 11/21/2026 12:00 PM\r\nPriority: Normal\r\nSensitivity: Normal\r\nSubject: " +
+                    subject + "\r\n\r\n\r\n";
+        return text;
+    }
+    bool HasBegun() const
+    {
+        return WaitFor([&] { return Send(Control(m_dialog, IDC_EXPORT_PROGRESS), PBM_GETPOS) > 0; });
+    }
     void SelectRow(int row, bool more)
     {
         const POINT point = List().LabelPoint(row);
@@ -194,6 +218,21 @@ TEST_F(Export, EndsWithoutAWordWhenNoFileIsChosen)
     ASSERT_TRUE(m_journal.Close());
 }
 
+TEST_F(Export, OfAFileWithoutAFolderGoesIntoTheDocuments)
+{
+    wchar_t folder[MAX_PATH];
+    ASSERT_EQ(SHGetFolderPathW(nullptr, CSIDL_PERSONAL, nullptr, SHGFP_TYPE_CURRENT, folder), S_OK);
+    const std::wstring name = L"export-e2e.csv", whole = std::wstring(folder) + L"\\" + name;
+    DeleteFileW(whole.c_str());
+    m_path = name;
+    ASSERT_NE(m_journal.Start(), nullptr);
+    ASSERT_NO_FATAL_FAILURE(Open());
+    EXPECT_EQ(Finish(), L"Exported 0 records");
+    EXPECT_EQ(ReadFileBytes(whole).substr(0, 16), "\"Date\",\"Subject\"");
+    DeleteFileW(whole.c_str());
+    ASSERT_TRUE(m_journal.Close());
+}
+
 // The file is what the whole export would be, up to some piece.
 TEST_F(Export, ThatIsKilledLeavesWholePieces)
 {
@@ -204,14 +243,7 @@ TEST_F(Export, ThatIsKilledLeavesWholePieces)
         whole += piece;
         ends.push_back(whole.size());
     };
-    {
-        DbJournal journal;
-        ASSERT_NE(journal.Open(nullptr), 0);
-        CeDBase::BulkScope bulk(journal);
-        for (int i = 0; i < kEntries; ++i)
-            ASSERT_NE(AddEntry(L"A subject of some length", kWhen), 0u);
-        ASSERT_EQ(bulk.Commit(), 1);
-    }
+    ASSERT_NO_FATAL_FAILURE(AddMany(kEntries, L"A subject of some length"));
     for (int i = 0; i < kEntries; ++i)
         for (const char* piece :
              {"Date: ", "11/21/2026 12:00 PM", "\r\n", "Priority: ", "Normal", "\r\n",
@@ -240,18 +272,11 @@ TEST_F(Export, ThatIsKilledLeavesWholePieces)
 TEST_F(Export, IsStoppedByEsc)
 {
     constexpr int kEntries = 5000;
-    {
-        DbJournal journal;
-        ASSERT_NE(journal.Open(nullptr), 0);
-        CeDBase::BulkScope bulk(journal);
-        for (int i = 0; i < kEntries; ++i)
-            ASSERT_NE(AddEntry(L"x", kWhen), 0u);
-        ASSERT_EQ(bulk.Commit(), 1);
-    }
+    ASSERT_NO_FATAL_FAILURE(AddMany(kEntries, L"x"));
     ASSERT_NE(m_journal.Start(), nullptr);
     ASSERT_NO_FATAL_FAILURE(Open(true));
     PressKey(VK_RETURN);
-    ASSERT_TRUE(WaitFor([&] { return Send(Control(m_dialog, IDC_EXPORT_PROGRESS), PBM_GETPOS) > 0; }));
+    ASSERT_TRUE(HasBegun());
     EXPECT_FALSE(IsWindowEnabled(Window()));
     PressKey(VK_ESCAPE);
     const RemoteMessageBox box = WaitForMessageBox(m_journal.Id());
@@ -262,12 +287,28 @@ TEST_F(Export, IsStoppedByEsc)
     EXPECT_LT(count, kEntries);
     ASSERT_TRUE(box.Answer(IDOK));
     ASSERT_TRUE(WaitUntilGone(m_dialog));
-    std::string expected;
-    for (int i = 0; i < count; ++i)
-        expected +=
-            "Date: 11/21/2026 12:00 PM\r\nPriority: Normal\r\nSensitivity: Normal\r\nSubject: x\r\n\r\n\r\n";
-    EXPECT_EQ(Bytes(), expected);
+    EXPECT_EQ(Bytes(), Blocks(static_cast<size_t>(count), "x"));
     ASSERT_TRUE(m_journal.Close());
+}
+
+TEST_F(Export, EndsBehindAnEntryWhenTheProgramIsClosed)
+{
+    constexpr int kEntries = 5000;
+    ASSERT_NO_FATAL_FAILURE(AddMany(kEntries, L"x"));
+    ASSERT_NE(m_journal.Start(), nullptr);
+    ASSERT_NO_FATAL_FAILURE(Open(true));
+    PressKey(VK_RETURN);
+    ASSERT_TRUE(HasBegun());
+    ASSERT_TRUE(m_journal.Close());
+    EXPECT_EQ(m_journal.ExitCode(), 0u);
+    const std::string bytes = Bytes();
+    const size_t count = bytes.size() / Blocks(1, "x").size();
+    EXPECT_GT(count, 0u);
+    EXPECT_LT(count, size_t{kEntries});
+    EXPECT_EQ(bytes, Blocks(count, "x"));
+    EXPECT_EQ(NumberSetting(L"Settings", L"WriteHeader"), 1u);
+    const StoreReader store(m_store.Path());
+    EXPECT_EQ(store.QueryOne("PRAGMA integrity_check"), "ok");
 }
 
 } // namespace
