@@ -172,7 +172,7 @@ uint32_t ExportDialog::Write(const ExportRequest& request)
     m_writes = true;
     ShowProgress(job.EntryCount());
     Show(0);
-    const uint32_t count = job.Run([this](uint32_t soFar) { return AfterEntry(soFar); });
+    const uint32_t count = m_stopped ? 0 : job.Run([this](uint32_t soFar) { return AfterEntry(soFar); });
     Ask(IDC_EXPORT_PROGRESS, PBM_SETPOS, count);
     m_writes = false;
     return count;

@@ -253,6 +253,28 @@ TEST_F(ExportWritingTest, WindowsPaintThemselvesMeanwhile)
     EXPECT_LT(painted[1], painted[2]);
 }
 
+TEST_F(ExportWritingTest, WindowsPaintThemselvesBeforeTheFirstEntry)
+{
+    AddEntries(1);
+    int paints = 0;
+    TestParent below([&](HWND, UINT message, WPARAM, LPARAM, LRESULT*) {
+        paints += message == WM_PAINT;
+        return false;
+    });
+    const MessageBoxAnswerer answerer;
+    PieceWatch pieces;
+    std::vector<int> painted;
+    pieces.onFlush = [&](size_t) { painted.push_back(paints); };
+    Run(ExportFormat::CommaSeparated, [&](ExportWindow& dialog) {
+        PumpMessages();
+        paints = 0;
+        InvalidateRect(below.Handle(), nullptr, TRUE);
+        dialog.Ok();
+    });
+    ASSERT_FALSE(painted.empty());
+    EXPECT_GT(painted[0], 0);
+}
+
 TEST_F(ExportWritingTest, AStopComesBehindTheEntryThatIsBeingWritten)
 {
     enum class Way { Escape, Button, Close };
@@ -273,6 +295,19 @@ TEST_F(ExportWritingTest, AStopComesBehindTheEntryThatIsBeingWritten)
         ASSERT_EQ(m_boxes.size(), 1u);
         EXPECT_EQ(m_boxes[0].text, L"Exported 2 records");
     }
+}
+
+TEST_F(ExportWritingTest, AStopBeforeTheFirstEntryWritesNothing)
+{
+    AddEntries(5);
+    const MessageBoxAnswerer answerer;
+    Run(ExportFormat::CommaSeparated, [](ExportWindow& dialog) {
+        PostMessageW(dialog.Window(), WM_COMMAND, IDCANCEL, 0);
+        dialog.Ok();
+    });
+    EXPECT_EQ(m_file.Bytes(), "");
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].text, L"Exported 0 records");
 }
 
 TEST_F(ExportWritingTest, EnterDoesNotStopIt)
