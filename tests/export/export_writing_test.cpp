@@ -8,6 +8,7 @@
 
 extern "C" {
 extern decltype(&GetTickCount64) __imp_GetTickCount64;
+extern decltype(&MessageBoxW) __imp_MessageBoxW;
 }
 
 namespace {
@@ -17,6 +18,23 @@ ULONGLONG WINAPI RunFast()
 {
     static ULONGLONG s_now = 0;
     return s_now += 1000;
+}
+
+// What is looked at in the place of the box at the end.
+std::function<void()> g_onBox;
+
+int WINAPI SeeBox(HWND, LPCWSTR, LPCWSTR, UINT)
+{
+    if (g_onBox)
+        g_onBox();
+    return IDOK;
+}
+
+// So slowly that it does not look at them behind any.
+ULONGLONG WINAPI RunSlowly()
+{
+    static ULONGLONG s_now = 1000;
+    return ++s_now;
 }
 
 class ExportWritingTest : public ExportDialogTest {
@@ -329,22 +347,31 @@ TEST_F(ExportWritingTest, OkDoesNotBeginAgain)
     EXPECT_EQ(m_file.Bytes(), "\"entry 0\"\r\n\"entry 1\"\r\n\"entry 2\"\r\n");
 }
 
-TEST_F(ExportWritingTest, TheFileIsWholeBeforeTheBoxComes)
+TEST_F(ExportWritingTest, AllIsDoneWhenTheBoxComes)
 {
-    AddEntries(2);
-    ASSERT_TRUE(WriteFileBytes(m_file.Path(), std::string(500, 'x')));
+    const ImportWatch<decltype(&GetTickCount64)> clock(&__imp_GetTickCount64, RunSlowly);
+    const ImportWatch<decltype(&MessageBoxW)> box(&__imp_MessageBoxW, SeeBox);
+    AddEntries(3);
+    ASSERT_TRUE(WriteFileBytes(m_file.Path(), std::string(5000, 'x')));
     std::string seen;
-    const MessageBoxAnswerer answerer;
-    Run(ExportFormat::CommaSeparated, [&](ExportWindow& dialog) {
-        dialog.Click(kHeader);
-        PostMessageW(dialog.Window(), WM_COMMAND, IDOK, 0);
-        EXPECT_TRUE(PumpUntil([&] {
-            if (!answerer.Boxes().empty() && seen.empty())
-                seen = m_file.Bytes();
-            return !seen.empty();
-        }));
+    PieceWatch pieces;
+    Run(ExportFormat::SimpleText, [&](ExportWindow& dialog) {
+        pieces.onFlush = [&](size_t) {
+            EXPECT_EQ(dialog.Ask(kProgress, PBM_GETPOS), 0) << "it is moved ten times a second, no more";
+        };
+        g_onBox = [&] {
+            seen = m_file.Bytes();
+            EXPECT_EQ(dialog.Ask(kProgress, PBM_GETPOS), 3);
+            EXPECT_TRUE(IsWindowVisible(dialog.Window()));
+            SendMessageW(dialog.Window(), WM_SETCURSOR, reinterpret_cast<WPARAM>(dialog.Window()),
+                         MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+            EXPECT_NE(GetCursor(), LoadCursorW(nullptr, IDC_WAIT));
+        };
+        dialog.Ok();
+        g_onBox = nullptr;
     });
-    EXPECT_EQ(seen.find('x'), std::string::npos);
+    EXPECT_EQ(seen.substr(0, 6), "Date: ") << "nobody holds the file any more";
+    EXPECT_EQ(seen.find('x'), std::string::npos) << "the longer one is cut";
 }
 
 TEST_F(ExportWritingTest, AClosedProgramEndsIt)
