@@ -57,7 +57,7 @@ int PieceWriter::Convert(std::wstring_view piece)
 bool PieceWriter::MakeRoom(int bytes)
 {
     LocalBlock<char> block(static_cast<char*>(LocalAlloc(LMEM_FIXED, static_cast<SIZE_T>(bytes))));
-    if (!block || bytes <= 0)
+    if (!block)
         return false;
     m_bytes = std::move(block);
     m_room = bytes;

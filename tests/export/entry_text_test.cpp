@@ -1,6 +1,7 @@
 #include "export/entry_text.h"
 
 #include "export/export_fixture.h"
+#include "mervane/db_categories.h"
 
 namespace {
 
@@ -144,6 +145,18 @@ TEST_F(EntryTextTest, BlobsThatNameNobodyHaveTheirLine)
     record.Blob(kPropCategories, {0xFFFFFFFF, 4711}).Blob(kPropContacts, {});
     const std::string expected = WithDefaults("", "Assigned Categories:\r\n\r\nAssigned Contacts:\r\n\r\n");
     EXPECT_EQ(Text(record), expected);
+}
+
+TEST_F(EntryTextTest, NamesThatCannotBeReadHaveTheirLine)
+{
+    const CEOID work = AddCategory(L"Work");
+    TestRecord record;
+    record.Blob(kPropCategories, {1, work}).Blob(kPropContacts, {0});
+    App().Journal().Close();
+    SetEnvironmentVariableW(L"MERVANE_STORE", L"C:\\windows");
+    EXPECT_FALSE(DbCategories().Open());
+    EXPECT_EQ(Text(record), WithDefaults("", "Assigned Categories:\r\n\r\nAssigned Contacts:\r\n\r\n"));
+    SetEnvironmentVariableW(L"MERVANE_STORE", m_store.Path().c_str());
 }
 
 TEST_F(EntryTextTest, TimesThatAreNoDatesAreEmpty)

@@ -344,8 +344,8 @@ TEST(ExportLayouts, TheWideOneIsForAWorkAreaWiderThanTall)
     EXPECT_TRUE(UsesWideLayout({0, 0, 641, 640}));
     EXPECT_FALSE(UsesWideLayout({0, 0, 640, 640}));
     EXPECT_FALSE(UsesWideLayout({0, 0, 240, 320}));
-    EXPECT_TRUE(UsesWideLayout({1000, 0, 1640, 480}));
-    EXPECT_FALSE(UsesWideLayout({0, 1000, 1500, 2600}));
+    EXPECT_TRUE(UsesWideLayout({0, 1000, 800, 1600}));
+    EXPECT_FALSE(UsesWideLayout({1000, 0, 1400, 600}));
 }
 
 } // namespace

@@ -41,6 +41,7 @@ TEST_F(PieceWriterTest, CharactersComeInTheAnsiCodePage)
     EXPECT_EQ(Written({L"a\u65E5b"}), "a?b") << "the code page's default character";
     EXPECT_EQ(Written({L"a\U0001F600b"}), "a??b") << "one for each half";
     EXPECT_EQ(Written({std::wstring(1, L'\xD83D')}), "?");
+    EXPECT_EQ(Written({L"\u0100\uFF22"}), "AB") << "what comes near is taken instead";
 }
 
 TEST_F(PieceWriterTest, EachPieceIsOneWriteAndOneFlush)
@@ -123,6 +124,19 @@ TEST_F(PieceWriterTest, AFileThatAnotherProgramHoldsStaysAsItIs)
     }
     CloseHandle(theirs);
     EXPECT_EQ(m_file.Bytes(), "theirs");
+}
+
+TEST_F(PieceWriterTest, AFileThatAnotherProgramWritesToIsWrittenToo)
+{
+    HANDLE theirs =
+        CreateFileW(m_file.Path().c_str(), GENERIC_WRITE, FILE_SHARE_WRITE, nullptr, CREATE_NEW, 0, nullptr);
+    ASSERT_NE(theirs, INVALID_HANDLE_VALUE);
+    {
+        PieceWriter file(m_file.Path());
+        EXPECT_TRUE(file.Write(L"ours"));
+    }
+    CloseHandle(theirs);
+    EXPECT_EQ(m_file.Bytes(), "ours");
 }
 
 TEST_F(PieceWriterTest, FailedWritesAreNotReportedAndEachIsTried)
