@@ -142,6 +142,8 @@ TEST_F(CsvRowsTest, AValueWithoutMemoryIsLeftOut)
     record.Text(kPropSubject, L"S").Text(kPropBody, std::wstring(60'000, L'x')).Text(kPropType, L"T");
     const NoMemoryFor noMemory(50'000);
     EXPECT_EQ(Row(record), "\"S\",\"\",\"T\"\r\n");
+    Choose({103});
+    EXPECT_EQ(Row(record), "\"\"\r\n") << "the entry has the field";
 }
 
 } // namespace
