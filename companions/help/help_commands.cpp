@@ -24,13 +24,13 @@ void HelpWindow::OnCommand(int id)
     case CMD_FIND_TEXT: return FocusFind();
     case CMD_FIND_NEXT: return Find(false);
     case CMD_FIND_PREVIOUS: return Find(true);
-    case CMD_ZOOM_IN: return StepZoom(1);
-    case CMD_ZOOM_OUT: return StepZoom(-1);
-    case CMD_ZOOM_NORMAL: return m_text.SetZoom(kNormalZoom);
+    case CMD_ZOOM_IN: return SetZoom(m_text.Zoom() + kZoomStep);
+    case CMD_ZOOM_OUT: return SetZoom(m_text.Zoom() - kZoomStep);
+    case CMD_ZOOM_NORMAL: return SetZoom(kNormalZoom);
     case IDC_BACK:
-    case CMD_BACK: return Revisit(m_history.CanGoBack() ? m_history.Back(Here()) : std::nullopt);
+    case CMD_BACK: return Revisit(m_history.Back(Here()));
     case IDC_FORWARD:
-    case CMD_FORWARD: return Revisit(m_history.CanGoForward() ? m_history.Forward(Here()) : std::nullopt);
+    case CMD_FORWARD: return Revisit(m_history.Forward(Here()));
     case CMD_FIRST_TOPIC: return GoTo(0);
     case CMD_PREVIOUS_TOPIC: return GoToNeighbour(false);
     case CMD_NEXT_TOPIC: return GoToNeighbour(true);
@@ -217,9 +217,10 @@ void HelpWindow::SendToFocused(UINT message, WPARAM wParam, LPARAM lParam)
     SendMessageW(GetFocus() == m_find ? m_find : m_text.Handle(), message, wParam, lParam);
 }
 
-void HelpWindow::StepZoom(int steps)
+void HelpWindow::SetZoom(int percent)
 {
-    m_text.SetZoom(m_text.Zoom() + steps * kZoomStep);
+    m_text.SetZoom(percent);
+    m_text.Fit();
 }
 
 void HelpWindow::Print(const std::vector<Block>& blocks)

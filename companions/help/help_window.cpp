@@ -80,8 +80,11 @@ LRESULT HelpWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
     case WM_CREATE: return OnCreate() ? 0 : -1;
-    case WM_SIZE: OnSize(); return 0;
-    case WM_SETFOCUS: SetFocus(m_focus ? m_focus : m_text.Handle()); return 0;
+    case WM_SIZE:
+        if (wParam != SIZE_MINIMIZED)
+            OnSize();
+        return 0;
+    case WM_SETFOCUS: OnSetFocus(); return 0;
     case WM_ACTIVATE:
         if (LOWORD(wParam) == WA_INACTIVE && IsChild(m_window, GetFocus()))
             m_focus = GetFocus();
@@ -155,6 +158,7 @@ void HelpWindow::OnSize()
         std::min(std::clamp(width * 3 / 10, Scale(kNarrowestContents), Scale(kWidestContents)), width);
     MoveWindow(m_contents.Handle(), 0, top, contents, height, TRUE);
     MoveWindow(m_text.Handle(), contents + margin, top, std::max(0, width - contents - margin), height, TRUE);
+    m_text.Fit();
 }
 
 void HelpWindow::OnDestroy()

@@ -78,7 +78,7 @@ class HelpWindow {
     void StepPane(bool backwards);
     void FocusFind();
     void SendToFocused(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
-    void StepZoom(int steps);
+    void SetZoom(int percent);
     void Print(const std::vector<Block>& blocks);
 
     std::wstring m_program;

@@ -1,8 +1,9 @@
 #include "help/print_layout.h"
 
 #include <algorithm>
+#include <cstdint>
 
-#include "help/topic_text.h"
+#include "help/table_columns.h"
 
 namespace help {
 
@@ -14,8 +15,6 @@ constexpr int kHeadingPoints[] = {16, 13, 11, 10, 10, 10};
 // Lengths in hundredths of an inch.
 constexpr int kIndent = 25;
 constexpr int kMarkerWidth = 18;
-constexpr int kFirstCell = 170;
-constexpr int kOtherCells = 130;
 constexpr int kAfterBlock = 8;
 constexpr int kAfterRow = 3;
 constexpr int kBeforeHeading = 12;
@@ -52,6 +51,12 @@ std::vector<Piece> PiecesOf(const std::wstring& text, const PrintLook& look)
     return pieces;
 }
 
+// In twips.
+int TextWidthOf(const PrintArea& area)
+{
+    return static_cast<int>(int64_t{area.width} * kTwipsPerInch / std::max(1, area.inch));
+}
+
 // Puts pieces of text one after the other into lines between two edges, and lines onto pages.
 class Layout {
   public:
@@ -59,14 +64,15 @@ class Layout {
         : m_area(area), m_measure(measure), m_left(area.left), m_x(area.left), m_y(area.top)
     {}
 
-    void Add(const Block& block, bool isFollowed);
+    void Add(const Block& block, int firstColumn, bool isFollowed);
     std::vector<PlacedText> Take() { return std::move(m_placed); }
 
   private:
     int Length(int hundredths) const { return m_area.inch * hundredths / 100; }
     int Right() const { return m_area.left + m_area.width; }
     int Bottom() const { return m_area.top + m_area.height; }
-    void AddCell(const Block& block, size_t cell);
+    int ColumnOf(size_t cell, int firstColumn) const;
+    void AddCell(const Block& block, size_t cell, int firstColumn);
     void AddPiece(const Piece& piece);
     void AddBroken(const Piece& piece);
     void Put(const std::wstring& text, const PrintLook& look, const PrintSize& size);
@@ -84,7 +90,7 @@ class Layout {
     int m_height = 0; // of the line
 };
 
-void Layout::Add(const Block& block, bool isFollowed)
+void Layout::Add(const Block& block, int firstColumn, bool isFollowed)
 {
     const PrintSize line = m_measure(L"x", LookOf(block, {}));
     const bool isHeading = block.kind == BlockKind::Heading;
@@ -103,19 +109,27 @@ void Layout::Add(const Block& block, bool isFollowed)
         m_x = std::max(m_x, m_left);
     }
     for (size_t cell = 0; cell < block.cells.size(); ++cell)
-        AddCell(block, cell);
+        AddCell(block, cell, firstColumn);
     EndLine(line.height);
     GoDown(Length(block.kind == BlockKind::TableRow ? kAfterRow : kAfterBlock));
 }
 
-// A row's cells stand at their columns, those that reach beyond theirs push the next one on; only the last
-// one wraps below itself.
-void Layout::AddCell(const Block& block, size_t cell)
+// On a narrow page all begin in its left half.
+int Layout::ColumnOf(size_t cell, int firstColumn) const
+{
+    const int twips = firstColumn + kOtherCells * static_cast<int>(cell - 1);
+    return m_area.left + std::min(m_area.inch * twips / kTwipsPerInch, m_area.width / 2);
+}
+
+// A cell stands at its column, or below there when those before it reach too far, and wraps below itself.
+void Layout::AddCell(const Block& block, size_t cell, int firstColumn)
 {
     if (cell > 0) {
-        const int column = m_area.left + Length(kFirstCell + kOtherCells * static_cast<int>(cell - 1));
-        m_x = std::max(m_x, std::min(column, m_area.left + m_area.width * 2 / 3));
-        m_left = std::min(m_x, m_area.left + m_area.width / 2);
+        m_left = ColumnOf(cell, firstColumn);
+        const PrintSize blank = m_measure(L" ", LookOf(block, {}));
+        if (m_x + blank.width > m_left)
+            EndLine(blank.height);
+        m_x = m_left;
     }
     for (const Run& run : block.cells[cell])
         for (const Piece& piece : PiecesOf(run.text, LookOf(block, run)))
@@ -180,8 +194,9 @@ std::vector<PlacedText> LayOut(const std::vector<Block>& blocks, const PrintArea
                                const MeasureText& measure)
 {
     Layout layout(area, measure);
+    const std::vector<int> firstColumns = FirstColumnsOf(blocks, WidestColumn(TextWidthOf(area)));
     for (size_t block = 0; block < blocks.size(); ++block)
-        layout.Add(blocks[block], block + 1 < blocks.size());
+        layout.Add(blocks[block], firstColumns[block], block + 1 < blocks.size());
     return layout.Take();
 }
 

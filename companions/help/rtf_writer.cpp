@@ -1,5 +1,6 @@
 #include "help/rtf_writer.h"
 
+#include "help/table_columns.h"
 #include "help/topic_text.h"
 
 namespace help {
@@ -12,29 +13,28 @@ constexpr int kHeadingSizes[] = {32, 26, 22, 20, 20, 20};
 constexpr int kEdge = 120;        // around the text
 constexpr int kIndent = 360;      // of one level of a list
 constexpr int kMarkerWidth = 260; // between an item's marker and its text
-constexpr int kFirstCell = 2400;  // the width of a row's first cell
-constexpr int kOtherCells = 1900;
 
 std::string Word(const char* name, int value)
 {
     return "\\" + std::string(name) + std::to_string(value);
 }
 
-std::string TabStops(const Block& block)
+std::string TabStops(const Block& block, int firstColumn)
 {
     std::string stops;
     for (size_t cell = 1; cell < block.cells.size(); ++cell)
-        stops += Word("tx", kEdge + kFirstCell + kOtherCells * static_cast<int>(cell - 1));
+        stops += Word("tx", kEdge + firstColumn + kOtherCells * static_cast<int>(cell - 1));
     return stops;
 }
 
-// The last cell goes on below itself.
-std::string RowFormat(const Block& block)
+// The last cell goes on below itself; a row of titles stands off from what is above.
+std::string RowFormat(const Block& block, int firstColumn)
 {
+    const std::string space = block.isHeader ? "\\sb120\\sa40\\b" : "\\sa40";
     if (block.cells.size() < 2)
-        return "\\sa40" + Word("li", kEdge);
-    const int hanging = kFirstCell + kOtherCells * static_cast<int>(block.cells.size() - 2);
-    return "\\sa40" + Word("li", kEdge + hanging) + Word("fi", -hanging) + TabStops(block);
+        return space + Word("li", kEdge);
+    const int hanging = firstColumn + kOtherCells * static_cast<int>(block.cells.size() - 2);
+    return space + Word("li", kEdge + hanging) + Word("fi", -hanging) + TabStops(block, firstColumn);
 }
 
 std::string ItemFormat(const Block& block)
@@ -43,13 +43,13 @@ std::string ItemFormat(const Block& block)
     return "\\sa60" + Word("li", left) + Word("fi", -kMarkerWidth) + Word("tx", left);
 }
 
-std::string FormatOf(const Block& block)
+std::string FormatOf(const Block& block, int firstColumn)
 {
     switch (block.kind) {
     case BlockKind::Heading:
         return "\\sb160\\sa100\\b" + Word("li", kEdge) + Word("fs", kHeadingSizes[block.level - 1]);
     case BlockKind::ListItem: return ItemFormat(block);
-    case BlockKind::TableRow: return RowFormat(block) + (block.isHeader ? "\\b" : "");
+    case BlockKind::TableRow: return RowFormat(block, firstColumn);
     case BlockKind::Preformatted: return "\\sb60\\sa100\\f1" + Word("li", kEdge);
     case BlockKind::Paragraph: return "\\sb60\\sa100" + Word("li", kEdge);
     }
@@ -95,14 +95,14 @@ std::string RunInRtf(const Run& run)
     return "{" + (words.empty() ? words : words + " ") + TextInRtf(run.text) + "}";
 }
 
-std::string BlockInRtf(const Block& block)
+std::string BlockInRtf(const Block& block, int firstColumn)
 {
     std::string rtf =
-        "{\\pard\\plain\\f0" + Word("fs", kTextSize) + Word("ri", kEdge) + FormatOf(block) + " ";
+        "{\\pard\\plain\\f0" + Word("fs", kTextSize) + Word("ri", kEdge) + FormatOf(block, firstColumn) + " ";
     rtf += TextInRtf(LeadOf(block));
     for (size_t cell = 0; cell < block.cells.size(); ++cell) {
         if (cell > 0)
-            rtf += "\\tab ";
+            rtf += BreaksBehindFirst(block, firstColumn) ? "\\line " : "\\tab ";
         for (const Run& run : block.cells[cell])
             rtf += RunInRtf(run);
     }
@@ -111,12 +111,15 @@ std::string BlockInRtf(const Block& block)
 
 } // namespace
 
-std::string RtfOf(const std::vector<Block>& blocks)
+// The last paragraph ends as all do: the control takes a paragraph's format when it ends, and leaves out the
+// empty paragraph behind the last one.
+std::string RtfOf(const std::vector<Block>& blocks, int widestColumn)
 {
     std::string rtf = "{\\rtf1\\ansi\\ansicpg1252\\deff0"
                       "{\\fonttbl{\\f0\\fswiss Tahoma;}{\\f1\\fmodern Courier New;}}\n";
+    const std::vector<int> firstColumns = FirstColumnsOf(blocks, widestColumn);
     for (size_t block = 0; block < blocks.size(); ++block)
-        rtf += BlockInRtf(blocks[block]) + (block + 1 < blocks.size() ? "\\par}\n" : "}\n");
+        rtf += BlockInRtf(blocks[block], firstColumns[block]) + "\\par}\n";
     return rtf + "}";
 }
 

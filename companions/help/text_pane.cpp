@@ -4,6 +4,8 @@
 #include <cstring>
 
 #include "help/rtf_writer.h"
+#include "help/table_columns.h"
+#include "ui/scale.h"
 #include "ui/scoped.h"
 
 namespace help {
@@ -62,19 +64,44 @@ bool TextPane::Create(HWND parent, int id)
 
 void TextPane::Show(const std::vector<Block>& blocks)
 {
-    const int zoom = Zoom();
+    m_blocks = blocks;
     m_text = TextOf(blocks);
-    const std::string rtf = RtfOf(blocks);
+    Load();
+    Select({0, 0});
+    SendMessageW(m_window, WM_VSCROLL, SB_TOP, 0);
+}
+
+void TextPane::Load()
+{
+    const int zoom = Zoom();
+    m_widestColumn = WidestColumnNow();
+    const std::string rtf = RtfOf(m_blocks, m_widestColumn);
     {
         const ScopedRedrawPause pause(m_window);
         RtfSource source{rtf};
         EDITSTREAM stream{reinterpret_cast<DWORD_PTR>(&source), 0, ReadRtf};
         SendMessageW(m_window, EM_STREAMIN, SF_RTF, reinterpret_cast<LPARAM>(&stream));
         MarkLinks();
-        Select({0, 0});
     }
     SetZoom(zoom);
-    SendMessageW(m_window, WM_VSCROLL, SB_TOP, 0);
+}
+
+void TextPane::Fit()
+{
+    if (m_blocks.empty() || WidestColumnNow() == m_widestColumn)
+        return;
+    const TextRange selected = Selection();
+    const size_t first = FirstVisible();
+    Load();
+    Select(selected);
+    ScrollTo(first);
+}
+
+int TextPane::WidestColumnNow() const
+{
+    RECT client{};
+    GetClientRect(m_window, &client);
+    return WidestColumn(MulDiv(client.right, kTwipsPerInch * kNormalZoom, SystemDpi() * Zoom()));
 }
 
 void TextPane::MarkLinks()

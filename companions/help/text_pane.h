@@ -24,6 +24,8 @@ class TextPane {
 
     // The blocks from their beginning.
     void Show(const std::vector<Block>& blocks);
+    // After a change of the pane's size: puts the columns of tables where there is room for them.
+    void Fit();
     const TopicText& Text() const { return m_text; }
 
     // Brings the place to the top of the pane, with the caret before it.
@@ -39,9 +41,13 @@ class TextPane {
     void SetZoom(int percent);
 
   private:
+    void Load();
     void MarkLinks();
+    int WidestColumnNow() const;
 
     HWND m_window = nullptr;
+    std::vector<Block> m_blocks;
+    int m_widestColumn = 0; // for which the blocks were laid out
     TopicText m_text;
 };
 

@@ -104,6 +104,30 @@ TEST(PrintLayout, ItemsStandBehindTheirMarkers)
     EXPECT_EQ(placed[1].x, 18);
 }
 
+// At 1440 units to the inch a column of so many twips is as many units wide; a letter is one.
+TEST(PrintLayout, CellsStandAtTheirColumn)
+{
+    const auto placed =
+        Placed(L"<table><tr><td>a<td>b b<tr><td>c<td>d<td>e</table>", {10, 0, 9000, 100, 1440});
+    ASSERT_EQ(placed.size(), 6u);
+    EXPECT_EQ(placed[0].x, 10);
+    EXPECT_EQ(placed[1].x, 10 + 1200);
+    EXPECT_EQ(placed[4].x, 10 + 1200);
+    EXPECT_EQ(placed[5].x, 10 + 1200 + 1900);
+    EXPECT_EQ(placed[5].y, placed[3].y);
+}
+
+TEST(PrintLayout, ACellThatReachesTooFarPushesTheNextOneDown)
+{
+    const std::wstring page = L"<table><tr><td>0123456789<td>one two</table>";
+    const auto placed = Placed(page, {0, 0, 21, 100, 6});
+    EXPECT_EQ(LinesOf(placed), (Texts{L"0123456789|", L"one|two|"}));
+    ASSERT_EQ(placed.size(), 3u);
+    EXPECT_EQ(placed[1].x, 5) << "6 units to the inch, 1200 twips";
+    EXPECT_EQ(placed[1].y, 10);
+    EXPECT_EQ(Placed(page, {0, 0, 8, 100, 1440}).back().x, 4) << "on a narrow page in its left half";
+}
+
 // A metafile takes what a printer would get.
 TEST(Print, PrintsOntoADevice)
 {
