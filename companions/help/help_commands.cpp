@@ -109,15 +109,15 @@ void HelpWindow::ShowNotice(const std::vector<Block>& blocks)
     EnableCommands();
 }
 
-Visit HelpWindow::Here() const
+std::optional<Visit> HelpWindow::Here() const
 {
-    return {m_topic.value_or(0), m_topic ? m_text.FirstVisible() : 0};
+    return m_topic ? std::optional(Visit{*m_topic, m_text.FirstVisible()}) : std::nullopt;
 }
 
 void HelpWindow::Leave()
 {
-    if (m_topic)
-        m_history.Leave(Here());
+    if (const auto here = Here())
+        m_history.Leave(*here);
 }
 
 void HelpWindow::GoTo(size_t topic, size_t block)

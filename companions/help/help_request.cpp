@@ -70,7 +70,8 @@ HelpRequest RequestOfText(std::wstring_view text)
     std::wstring plain(text.substr(0, end));
     std::erase(plain, L'"');
     const size_t hash = plain.rfind(L'#');
-    if (hash == std::wstring::npos)
+    // A folder's name may have one.
+    if (hash == std::wstring::npos || plain.find(L'\\', hash) != std::wstring::npos)
         return {Trimmed(plain), {}};
     return {Trimmed(std::wstring_view(plain).substr(0, hash)),
             Trimmed(std::wstring_view(plain).substr(hash + 1))};

@@ -18,6 +18,7 @@ constexpr int kMargin = 4;
 constexpr int kButtonWidth = 72;
 constexpr int kLabelWidth = 36;
 constexpr int kFindWidth = 180;
+constexpr int kNarrowestFind = 90;
 constexpr int kAroundText = 8; // above and below the text of the box, together
 constexpr int kNarrowestContents = 110;
 constexpr int kWidestContents = 260;
@@ -109,27 +110,41 @@ HWND HelpWindow::MakeChild(const wchar_t* windowClass, const wchar_t* text, DWOR
     return child;
 }
 
+bool HelpWindow::MakeRow()
+{
+    m_back = MakeChild(L"BUTTON", L"\u2190 Back", WS_TABSTOP, 0, IDC_BACK);
+    m_forward = MakeChild(L"BUTTON", L"Forward \u2192", WS_TABSTOP, 0, IDC_FORWARD);
+    m_findLabel = MakeChild(L"STATIC", L"Fi&nd:", SS_CENTERIMAGE | SS_RIGHT, 0, IDC_FIND_LABEL);
+    m_find = MakeChild(L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, IDC_FIND);
+    m_status = MakeChild(L"STATIC", L"", SS_CENTERIMAGE | SS_ENDELLIPSIS | SS_NOPREFIX, 0, IDC_STATUS);
+    return m_back && m_forward && m_findLabel && m_find && m_status;
+}
+
+// A screen reader calls a control that has no name of its own by the label before it. These have no size.
+bool HelpWindow::MakePanes()
+{
+    if (!MakeChild(L"STATIC", L"Contents", 0, 0, IDC_CONTENTS_LABEL) ||
+        !m_contents.Create(m_window, IDC_CONTENTS) || !MakeChild(L"STATIC", L"Topic", 0, 0, IDC_TEXT_LABEL) ||
+        !m_text.Create(m_window, IDC_TEXT))
+        return false;
+    SendMessageW(m_contents.Handle(), WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
+    return true;
+}
+
 bool HelpWindow::OnCreate()
 {
     m_font = MakeMessageFont();
     m_textHeight = TextHeight(m_window, m_font.get());
     m_smallIcon = SetProgramIcon(m_window, ICON_SMALL);
     m_bigIcon = SetProgramIcon(m_window, ICON_BIG);
-    m_back = MakeChild(L"BUTTON", L"\u2190 Back", WS_TABSTOP, 0, IDC_BACK);
-    m_forward = MakeChild(L"BUTTON", L"Forward \u2192", WS_TABSTOP, 0, IDC_FORWARD);
-    m_findLabel = MakeChild(L"STATIC", L"Fi&nd:", SS_CENTERIMAGE | SS_RIGHT, 0, IDC_FIND_LABEL);
-    m_find = MakeChild(L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, IDC_FIND);
-    m_status = MakeChild(L"STATIC", L"", SS_CENTERIMAGE | SS_ENDELLIPSIS | SS_NOPREFIX, 0, IDC_STATUS);
-    if (!m_back || !m_forward || !m_findLabel || !m_find || !m_status ||
-        !m_contents.Create(m_window, IDC_CONTENTS) || !m_text.Create(m_window, IDC_TEXT))
+    if (!MakeRow() || !MakePanes())
         return false;
-    SendMessageW(m_contents.Handle(), WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
     m_text.SetZoom(static_cast<int>(
         std::min<DWORD>(m_settings.GetNumber(kSettings, kZoomSetting, kNormalZoom), kLargestZoom)));
     return true;
 }
 
-// What was found gives way to the box, the box to nothing.
+// Where the row is short the box leaves room behind it for what is said about what was found.
 void HelpWindow::PlaceRow(int width)
 {
     const int margin = Scale(kMargin), height = m_textHeight + Scale(kAroundText);
@@ -142,7 +157,7 @@ void HelpWindow::PlaceRow(int width)
     place(m_back, Scale(kButtonWidth));
     place(m_forward, Scale(kButtonWidth));
     place(m_findLabel, Scale(kLabelWidth));
-    place(m_find, Scale(kFindWidth));
+    place(m_find, std::clamp((width - left) / 2, Scale(kNarrowestFind), Scale(kFindWidth)));
     place(m_status, width);
 }
 
@@ -222,11 +237,20 @@ bool HelpWindow::TranslateKey(const MSG& message)
     return true;
 }
 
+// What had the keyboard may be grey by now.
+void HelpWindow::OnSetFocus()
+{
+    SetFocus(m_focus && IsWindowEnabled(m_focus) ? m_focus : m_text.Handle());
+}
+
 void HelpWindow::OnEnter()
 {
-    if (GetFocus() == m_find)
+    HWND focus = GetFocus();
+    if (focus == m_find)
         Find(false);
-    else if (GetFocus() == m_contents.Handle())
+    else if (focus == m_back || focus == m_forward)
+        OnCommand(GetDlgCtrlID(focus));
+    else if (focus == m_contents.Handle())
         SetFocus(m_text.Handle());
     else
         Follow(LinkAt(m_text.Text(), m_text.Selection().begin));

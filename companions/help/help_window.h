@@ -50,12 +50,15 @@ class HelpWindow {
     friend class WindowProcedure<HelpWindow>;
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     bool OnCreate();
+    bool MakeRow();
+    bool MakePanes();
     void OnSize();
     void OnCommand(int id);
     LRESULT OnNotify(NMHDR* header);
     LRESULT OnHandedOver(const COPYDATASTRUCT* data);
     LRESULT OnAppCommand(LPARAM lParam);
     void OnDestroy();
+    void OnSetFocus();
     void OnEnter();
 
     HWND MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, DWORD exStyle, int id);
@@ -67,7 +70,8 @@ class HelpWindow {
     void ShowNotice(const std::vector<Block>& blocks);
     // Leaves what is shown, which is on the way back from then on.
     void Leave();
-    Visit Here() const;
+    // Nothing while something else than a topic is shown.
+    std::optional<Visit> Here() const;
     void GoTo(size_t topic, size_t block = 0);
     void Revisit(const std::optional<Visit>& visit);
     void GoToNeighbour(bool forwards);

@@ -22,13 +22,15 @@ void History::Clear()
     m_forward.clear();
 }
 
-std::optional<Visit> History::Step(std::vector<Visit>& from, std::vector<Visit>& to, const Visit& left)
+std::optional<Visit> History::Step(std::vector<Visit>& from, std::vector<Visit>& to,
+                                   const std::optional<Visit>& left)
 {
     if (from.empty())
         return std::nullopt;
     const Visit visit = from.back();
     from.pop_back();
-    to.push_back(left);
+    if (left)
+        to.push_back(*left);
     return visit;
 }
 

@@ -13,6 +13,8 @@
 #define IDC_STATUS 1004
 #define IDC_CONTENTS 1005
 #define IDC_TEXT 1006
+#define IDC_CONTENTS_LABEL 1007
+#define IDC_TEXT_LABEL 1008
 
 /* Commands; the two buttons have their own */
 #define CMD_PRINT_TOPIC 200

@@ -48,6 +48,7 @@ TEST(HelpRequest, PathsMayHaveBlanksQuotesAndAnyLetters)
     EXPECT_EQ(Asked(L"\"C:\\My Files \u00E9\\pellwyn.htm#A\""), L"C:\\My Files \u00E9\\pellwyn.htm|A");
     EXPECT_EQ(Asked(L"PegHelp \"C:\\My Files\\x.htm\"#A"), L"C:\\My Files\\x.htm|A");
     EXPECT_EQ(Asked(L"C:\\C# notes\\x.htm#A"), L"C:\\C# notes\\x.htm|A") << "the last # counts";
+    EXPECT_EQ(Asked(L"C:\\C# notes\\x.htm"), L"C:\\C# notes\\x.htm|") << "no anchor";
     EXPECT_EQ(Asked(L"\"\"\"\"#\"\""), L"|");
 }
 

@@ -70,6 +70,7 @@ TEST_F(HelpWindowTest, ATopicThatIsNotThereIsSaid)
     EXPECT_EQ(Title(), L"");
     Command(CMD_BACK);
     EXPECT_EQ(Title(), L"First");
+    EXPECT_FALSE(IsWindowEnabled(Item(IDC_FORWARD))) << "what was said there is no topic to go to again";
 }
 
 TEST_F(HelpWindowTest, AMissingFileIsSaidAndAskedForAgain)
@@ -325,6 +326,58 @@ TEST_F(HelpWindowTest, EnterInTheBoxFindsAndEscLeavesIt)
     EXPECT_EQ(GetFocus(), Pane());
 }
 
+TEST_F(HelpWindowTest, EnterPressesTheButtonThatHasTheKeyboard)
+{
+    Open(kPage);
+    Command(CMD_NEXT_TOPIC);
+    Command(CMD_NEXT_TOPIC);
+    SetFocus(Item(IDC_BACK));
+    Command(IDOK);
+    EXPECT_EQ(Title(), L"Second");
+    Command(IDOK);
+    EXPECT_EQ(Title(), L"First");
+    EXPECT_EQ(GetFocus(), Pane()) << "a button that is grey cannot keep the keyboard";
+    SetFocus(Item(IDC_FORWARD));
+    Command(IDOK);
+    EXPECT_EQ(Title(), L"Second");
+}
+
+// What has the keyboard in a window that comes to the front again.
+TEST_F(HelpWindowTest, TheKeyboardComesBackToWhereItWas)
+{
+    Open(kPage);
+    HWND window = m_window->Handle();
+    SetFocus(Item(IDC_CONTENTS));
+    SendMessageW(window, WM_ACTIVATE, WA_INACTIVE, 0);
+    SetFocus(Item(IDC_FIND));
+    SendMessageW(window, WM_SETFOCUS, 0, 0);
+    EXPECT_EQ(GetFocus(), Item(IDC_CONTENTS));
+    Command(CMD_NEXT_TOPIC);
+    SetFocus(Item(IDC_BACK));
+    SendMessageW(window, WM_ACTIVATE, WA_INACTIVE, 0);
+    SetFocus(Item(IDC_CONTENTS));
+    Command(CMD_BACK);
+    SendMessageW(window, WM_SETFOCUS, 0, 0);
+    EXPECT_EQ(GetFocus(), Pane()) << "the button is grey by now";
+}
+
+// A screen reader takes the label before a control for its name.
+TEST_F(HelpWindowTest, EveryControlHasAName)
+{
+    Open(kPage);
+    EXPECT_EQ(WindowText(Item(IDC_BACK)), L"\u2190 Back");
+    EXPECT_EQ(WindowText(Item(IDC_FORWARD)), L"Forward \u2192");
+    for (const auto& [id, name] :
+         {std::pair{IDC_FIND, L"Fi&nd:"}, {IDC_CONTENTS, L"Contents"}, {IDC_TEXT, L"Topic"}}) {
+        HWND label = GetWindow(Item(id), GW_HWNDPREV);
+        EXPECT_EQ(WindowText(label), name);
+        wchar_t windowClass[20] = L"";
+        GetClassNameW(label, windowClass, 20);
+        EXPECT_STREQ(windowClass, L"Static");
+        EXPECT_TRUE(IsWindowVisible(label)) << name;
+    }
+}
+
 TEST_F(HelpWindowTest, PanesAreGoneThroughInTurn)
 {
     Open(kPage);
@@ -485,6 +538,9 @@ TEST_F(OnScreen, EverythingIsInReach)
         EXPECT_LE(place.right, window.right) << id;
         EXPECT_LE(place.bottom, window.bottom) << id;
     }
+    RECT status{};
+    GetClientRect(Item(IDC_STATUS), &status);
+    EXPECT_GT(status.right, 40) << "there is room to say what was found";
 }
 
 } // namespace

@@ -123,20 +123,30 @@ TEST(History, GoesBackAndForward)
 {
     History history;
     EXPECT_FALSE(history.CanGoBack());
-    EXPECT_FALSE(history.Back({0, 0}));
+    EXPECT_FALSE(history.Back(Visit{0, 0}));
     history.Leave({1, 10});
     history.Leave({2, 20});
-    const auto back = history.Back({3, 30});
+    const auto back = history.Back(Visit{3, 30});
     ASSERT_TRUE(back);
     EXPECT_EQ(back->topic, 2u);
     EXPECT_EQ(back->place, 20u);
-    const auto forward = history.Forward({2, 21});
+    const auto forward = history.Forward(Visit{2, 21});
     ASSERT_TRUE(forward);
     EXPECT_EQ(forward->topic, 3u);
     EXPECT_EQ(forward->place, 30u);
-    EXPECT_EQ(history.Back({3, 30})->place, 21u);
+    EXPECT_EQ(history.Back(Visit{3, 30})->place, 21u);
     history.Leave({2, 0});
     EXPECT_FALSE(history.CanGoForward()) << "a new way ends the old one";
+}
+
+TEST(History, WhatCannotBeGoneToAgainIsNoPlaceOnTheWay)
+{
+    History history;
+    history.Leave({1, 10});
+    EXPECT_EQ(history.Back(std::nullopt)->topic, 1u);
+    EXPECT_FALSE(history.CanGoForward());
+    EXPECT_FALSE(history.Back(Visit{1, 10}));
+    EXPECT_FALSE(history.CanGoForward()) << "a step that leads nowhere leaves no trace";
 }
 
 TEST(History, ForgetsWhatIsLongAgo)
@@ -145,7 +155,7 @@ TEST(History, ForgetsWhatIsLongAgo)
     for (size_t visit = 0; visit < 1000; ++visit)
         history.Leave({visit, 0});
     int steps = 0;
-    while (history.Back({0, 0}))
+    while (history.Back(Visit{0, 0}))
         ++steps;
     EXPECT_EQ(steps, 200);
 }
