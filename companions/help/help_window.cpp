@@ -222,9 +222,21 @@ LRESULT HelpWindow::OnAppCommand(LPARAM lParam)
     }
 }
 
+// Wine's tree keeps Alt+F4, F10 and Alt to itself: the window takes them in its place.
+bool HelpWindow::TranslateSystemKey(const MSG& message)
+{
+    if (message.message != WM_SYSKEYDOWN || message.hwnd != m_contents.Handle())
+        return false;
+    TranslateMessage(&message);
+    DefWindowProcW(m_window, message.message, message.wParam, message.lParam);
+    return true;
+}
+
 // In the text Tab goes from link to link, and Enter follows the one that the caret is in.
 bool HelpWindow::TranslateKey(const MSG& message)
 {
+    if (TranslateSystemKey(message))
+        return true;
     if (message.message != WM_KEYDOWN || message.hwnd != m_text.Handle())
         return false;
     const bool isPlain = GetKeyState(VK_CONTROL) >= 0 && GetKeyState(VK_MENU) >= 0;

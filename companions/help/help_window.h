@@ -58,6 +58,7 @@ class HelpWindow {
     LRESULT OnHandedOver(const COPYDATASTRUCT* data);
     LRESULT OnAppCommand(LPARAM lParam);
     void OnDestroy();
+    bool TranslateSystemKey(const MSG& message);
     void OnSetFocus();
     void OnEnter();
 

@@ -166,6 +166,25 @@ TEST_F(HelpWindowTest, TabGoesFromLinkToLinkAndEnterFollows)
     EXPECT_FALSE(KeyInText(VK_DOWN)) << "the control's own keys stay its own";
 }
 
+TEST_F(HelpWindowTest, TheSystemsKeysWorkInTheContentsToo)
+{
+    Open(kPage);
+    MSG key{};
+    key.hwnd = Item(IDC_CONTENTS);
+    key.message = WM_SYSKEYDOWN;
+    key.wParam = VK_F4;
+    key.lParam = 0x203E0001; // with Alt
+    EXPECT_TRUE(m_window->TranslateKey(key));
+    MSG closing{};
+    EXPECT_TRUE(PeekMessageW(&closing, m_window->Handle(), WM_SYSCOMMAND, WM_SYSCOMMAND, PM_REMOVE));
+    EXPECT_EQ(closing.wParam & 0xFFF0, static_cast<WPARAM>(SC_CLOSE));
+    key.hwnd = Pane();
+    EXPECT_FALSE(m_window->TranslateKey(key)) << "the other controls pass them on themselves";
+    key.hwnd = Item(IDC_CONTENTS);
+    key.message = WM_KEYDOWN;
+    EXPECT_FALSE(m_window->TranslateKey(key));
+}
+
 TEST_F(HelpWindowTest, AClickOnALinkFollowsIt)
 {
     Open(kPage);

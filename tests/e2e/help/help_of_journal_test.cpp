@@ -41,6 +41,41 @@ TEST_F(HelpOfJournal, TheMenuOpensIt)
     EXPECT_TRUE(HelpShows(L"Your journal"));
 }
 
+TEST_F(HelpOfJournal, F1InFindResultsOpensTheirPageAlone)
+{
+    AddEntry(L"Tea");
+    ASSERT_NE(m_journal.Start(), nullptr);
+    PressKeys({VK_CONTROL, 'F'});
+    HWND find = WaitForDialogWith(m_journal.Id(), IDC_FIND_TEXT);
+    ASSERT_NE(find, nullptr);
+    ASSERT_TRUE(Activate(find));
+    PressButton(find, IDC_FIND_SUBJECT);
+    ASSERT_TRUE(WaitFor([&] { return IsChecked(find, IDC_FIND_SUBJECT); }));
+    PressKey(VK_RETURN);
+    HWND results = WaitForDialogWith(m_journal.Id(), IDC_FOUND_LIST);
+    ASSERT_NE(results, nullptr);
+    ASSERT_TRUE(Activate(results));
+    PressKey(VK_F1);
+    EXPECT_TRUE(HelpShows(L"Find Results"));
+    HWND help = HelpViewer();
+    ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == help; }));
+    EXPECT_FALSE(IsWindowEnabled(Control(help, IDC_BACK))) << "no other page was asked for before";
+    ASSERT_TRUE(Activate(results));
+    PressKey(VK_RETURN); // opens the entry
+    HWND editor = WaitForEditor();
+    ASSERT_NE(editor, nullptr);
+    PressKey(VK_F1);
+    EXPECT_TRUE(HelpShows(L"The entry window"));
+    PostCommand(help, CMD_BACK);
+    EXPECT_TRUE(HelpShows(L"Find Results")) << "nor one in between";
+    for (HWND dialog : {editor, results}) {
+        ASSERT_TRUE(Activate(dialog));
+        PressKey(VK_ESCAPE);
+        ASSERT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
+    }
+    EXPECT_TRUE(m_journal.Close());
+}
+
 // The journal alone in a folder.
 class WithoutViewer : public HelpOfJournal {
   protected:

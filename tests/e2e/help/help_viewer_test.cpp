@@ -1,10 +1,15 @@
 // The help viewer as it is started: by a program, with the topic as its whole command line, and by a person.
 #include <gtest/gtest.h>
 
+#include <windows.h>
+#include <richedit.h>
+
 #include <vector>
 
 #include "e2e/harness/remote_menu.h"
+#include "e2e/harness/remote_memory.h"
 #include "e2e/help/help_viewer.h"
+#include "support/send_input.h"
 #include "support/test_store.h"
 
 namespace {
@@ -131,6 +136,86 @@ TEST_F(HelpViewerTest, IsWorkedFromTheKeyboard)
     PressKeys({VK_MENU, 'F'});
     PressKey('X');
     EXPECT_TRUE(WaitFor([] { return !HelpViewer(); }));
+}
+
+TEST_F(HelpViewerTest, AltF4ClosesIt)
+{
+    for (const int pane : {IDC_TEXT, IDC_CONTENTS, IDC_FIND}) {
+        const auto process = StartWith(m_program, L"pellwyn.htm#Main_Contents");
+        ASSERT_TRUE(HelpShows(L"Your journal"));
+        HWND window = HelpViewer();
+        ASSERT_TRUE(Activate(window));
+        for (int step = 0; step < 3 && FocusOf(window) != Control(window, pane); ++step) {
+            HWND before = FocusOf(window);
+            PressKey(VK_F6);
+            ASSERT_TRUE(WaitFor([&] { return FocusOf(window) != before; }));
+        }
+        ASSERT_EQ(FocusOf(window), Control(window, pane));
+        PressKeys({VK_MENU, VK_F4});
+        EXPECT_TRUE(HasEnded(process)) << pane;
+    }
+}
+
+// The middle of a character of the text on the screen, counted from 0.
+POINT PlaceOf(HWND text, size_t character)
+{
+    const UniqueKernelHandle process = ProcessOf(text);
+    const RemoteBlock from(process.get(), sizeof(POINTL)), to(process.get(), sizeof(POINTL));
+    SendMessageW(text, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(from.Address()),
+                 static_cast<LPARAM>(character));
+    SendMessageW(text, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(to.Address()),
+                 static_cast<LPARAM>(character + 1));
+    const auto first = from.Read<POINTL>(), next = to.Read<POINTL>();
+    POINT place{(first.x + next.x) / 2, first.y + 8};
+    ClientToScreen(text, &place);
+    return place;
+}
+
+void TurnWheel(int steps)
+{
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = MOUSEEVENTF_WHEEL;
+    input.mi.mouseData = static_cast<DWORD>(steps * WHEEL_DELTA);
+    SendInput(1, &input, sizeof input);
+}
+
+int ZoomOf(HWND text)
+{
+    const UniqueKernelHandle process = ProcessOf(text);
+    const RemoteBlock numerator(process.get(), sizeof(int)), denominator(process.get(), sizeof(int));
+    SendMessageW(text, EM_GETZOOM, reinterpret_cast<WPARAM>(numerator.Address()), denominator.AsLParam());
+    const int divisor = denominator.Read<int>();
+    return divisor ? numerator.Read<int>() * 100 / divisor : 100;
+}
+
+TEST_F(HelpViewerTest, IsWorkedWithTheMouse)
+{
+    ASSERT_TRUE(StartWith(m_program, L"pellwyn.htm#Main_Contents"));
+    ASSERT_TRUE(HelpShows(L"Your journal"));
+    HWND window = HelpViewer(), text = Control(window, IDC_TEXT);
+    ASSERT_TRUE(Activate(window));
+    std::wstring words = TextOf(text);
+    std::erase(words, L'\n'); // a line's end is one character to the control
+    const size_t link = words.find(L"First steps");
+    ASSERT_NE(link, std::wstring::npos);
+    ASSERT_TRUE(Click(PlaceOf(text, link - 5)));
+    ASSERT_TRUE(Click(PlaceOf(text, link + 5)));
+    EXPECT_TRUE(HelpShows(L"First steps"));
+    ASSERT_TRUE(Click(MiddleOf(Control(window, IDC_BACK))));
+    EXPECT_TRUE(HelpShows(L"Your journal"));
+    ASSERT_TRUE(Click(MiddleOf(Control(window, IDC_FORWARD))));
+    EXPECT_TRUE(HelpShows(L"First steps"));
+
+    ASSERT_TRUE(Click(MiddleOf(text)));
+    ASSERT_EQ(ZoomOf(text), 100);
+    SendKey(VK_CONTROL, true);
+    TurnWheel(1);
+    EXPECT_TRUE(WaitFor([&] { return ZoomOf(text) > 100; }));
+    const int larger = ZoomOf(text);
+    TurnWheel(-1);
+    EXPECT_TRUE(WaitFor([&] { return ZoomOf(text) < larger; }));
+    SendKey(VK_CONTROL, false);
 }
 
 // A copy of the viewer in a folder whose name has a blank and letters of another script, without its help.
