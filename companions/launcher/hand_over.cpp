@@ -15,8 +15,9 @@ constexpr Way kMailWays[] = {
     {Way::Kind::Client, L"Mail"}, {Way::Kind::Protocol, L"outlookmail"}, {Way::Kind::Protocol, L"mailto"}};
 // Programs that keep a calendar keep tasks as well.
 constexpr Way kTasksWays[] = {{Way::Kind::Protocol, L"ms-to-do"}, {Way::Kind::Client, L"Calendar"}};
-// The computer, with its drives.
-constexpr Way kFilesWays[] = {{Way::Kind::Folder, L"::{20D04FE0-3AEA-1069-A2D8-08002B30309D}"}};
+// The computer, with its drives. Wine does not open it so, but its explorer begins above it.
+constexpr Way kFilesWays[] = {{Way::Kind::Folder, L"::{20D04FE0-3AEA-1069-A2D8-08002B30309D}"},
+                              {Way::Kind::Program, L"explorer.exe"}};
 
 // A text of the registry with its variables filled in; empty when there is none.
 std::wstring ReadText(HKEY root, const std::wstring& key, const wchar_t* name)
@@ -59,6 +60,13 @@ bool StartClient(const wchar_t* type)
     return !client.empty() && StartCommand(ReadText(key + L"\\" + client + L"\\shell\\open\\command"));
 }
 
+bool StartProgram(const wchar_t* name)
+{
+    wchar_t folder[MAX_PATH] = L"";
+    const UINT size = GetWindowsDirectoryW(folder, MAX_PATH);
+    return size > 0 && size < MAX_PATH && StartCommand(L"\"" + std::wstring(folder) + L"\\" + name + L"\"");
+}
+
 bool Open(const wchar_t* what)
 {
     SHELLEXECUTEINFOW execute{};
@@ -83,6 +91,7 @@ bool Take(const Way& way)
     case Way::Kind::Client: return StartClient(way.name);
     case Way::Kind::Protocol: return IsRegistered(way.name) && Open((std::wstring(way.name) + L":").c_str());
     case Way::Kind::Folder: return Open(way.name);
+    case Way::Kind::Program: return StartProgram(way.name);
     }
     return false;
 }

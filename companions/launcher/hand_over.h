@@ -9,7 +9,8 @@ struct Way {
     enum class Kind {
         Client,   // the default program of a type: a subkey of Software\Clients
         Protocol, // what is registered for an address of this scheme
-        Folder    // one of the shell's own folders
+        Folder,   // one of the shell's own folders
+        Program   // a program in the system's folder
     };
     Kind kind;
     const wchar_t* name;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "support/command_line_file.h"
+#include "support/import_watch.h"
 #include "support/test_windows.h"
 #include "util/owners.h"
 
@@ -142,12 +143,43 @@ TEST_F(HandOverTest, ASchemeThatIsNoProtocolIsNotOpened)
     EXPECT_FALSE(HandOver(kCalendarErrand));
 }
 
+// What the shell was to open, which it refuses.
+class NothingOpens {
+  public:
+    NothingOpens() { s_asked.clear(); }
+    const std::vector<std::wstring>& Asked() const { return s_asked; }
+
+  private:
+    static BOOL WINAPI Refuse(SHELLEXECUTEINFOW* execute)
+    {
+        EXPECT_TRUE(execute->fMask & SEE_MASK_FLAG_NO_UI) << "the launcher says it, and nobody else";
+        EXPECT_TRUE(execute->fMask & SEE_MASK_NOASYNC) << "the process ends at once";
+        EXPECT_STREQ(execute->lpVerb, L"open");
+        EXPECT_EQ(execute->nShow, SW_SHOWNORMAL);
+        s_asked.push_back(execute->lpFile);
+        return FALSE;
+    }
+
+    static inline std::vector<std::wstring> s_asked;
+    const ImportWatch<decltype(&ShellExecuteExW)> m_watch{&__imp_ShellExecuteExW, Refuse};
+};
+
 TEST_F(HandOverTest, ThatThereIsNothingIsSaidPlainly)
 {
+    const NothingStarts nothingStarts;
+    const NothingOpens nothingOpens;
     const MessageBoxAnswerer boxes;
     EXPECT_EQ(RunErrand(kCalendarErrand), 1);
     EXPECT_EQ(RunErrand(kTasksErrand), 1);
-    ASSERT_EQ(boxes.Boxes().size(), 2u);
+    EXPECT_EQ(RunErrand(kMailErrand), 1);
+    EXPECT_EQ(RunErrand(kFilesErrand), 1);
+    ASSERT_EQ(boxes.Boxes().size(), 4u);
+    EXPECT_EQ(boxes.Boxes()[2].caption, L"Inbox");
+    EXPECT_EQ(boxes.Boxes()[2].text,
+              L"There is no mail program on this computer that the journal could open.");
+    EXPECT_EQ(boxes.Boxes()[3].caption, L"My Handheld PC");
+    EXPECT_EQ(boxes.Boxes()[3].text,
+              L"The computer's files could not be opened: the system shows no folders.");
     EXPECT_EQ(boxes.Boxes()[0].caption, L"Calendar");
     EXPECT_EQ(boxes.Boxes()[0].text,
               L"There is no calendar program on this computer that the journal could open.");
@@ -156,6 +188,55 @@ TEST_F(HandOverTest, ThatThereIsNothingIsSaidPlainly)
     EXPECT_EQ(boxes.Boxes()[1].caption, L"Tasks");
     EXPECT_EQ(boxes.Boxes()[1].text,
               L"There is no program for tasks on this computer that the journal could open.");
+}
+
+TEST_F(HandOverTest, WaysAreTakenInTheirOrderUntilOneLeadsAnywhere)
+{
+    const NothingOpens nothing;
+    for (const wchar_t* scheme : {L"outlookcal", L"outlookmail", L"ms-to-do"})
+        SetProtocol(scheme);
+    SetProtocol(L"mailto");
+    EXPECT_FALSE(HandOver(kCalendarErrand));
+    EXPECT_FALSE(HandOver(kMailErrand));
+    EXPECT_FALSE(HandOver(kTasksErrand));
+    EXPECT_EQ(nothing.Asked(),
+              (std::vector<std::wstring>{L"outlookcal:", L"outlookmail:", L"mailto:", L"ms-to-do:"}));
+}
+
+TEST_F(HandOverTest, TheUsersDefaultProgramComesBeforeTheComputers)
+{
+    SetText(HKEY_LOCAL_MACHINE, kMails, nullptr, L"Theirs");
+    SetText(HKEY_LOCAL_MACHINE, std::wstring(kMails) + L"\\Theirs\\shell\\open\\command", nullptr,
+            Quoted(CommandLineFile::ProgramPath()) + L" theirs");
+    EXPECT_TRUE(HandOver(kMailErrand));
+    EXPECT_EQ(m_file.Read(), Quoted(CommandLineFile::ProgramPath()) + L" theirs");
+    SetClient(kMails, Quoted(CommandLineFile::ProgramPath()) + L" own");
+    const CommandLineFile second;
+    EXPECT_TRUE(HandOver(kMailErrand));
+    EXPECT_EQ(second.Read(), Quoted(CommandLineFile::ProgramPath()) + L" own");
+    SHDeleteKeyW(HKEY_LOCAL_MACHINE, kMails);
+}
+
+// Wine's and Windows' windows of files.
+HWND FilesWindow()
+{
+    HWND window = FindWindowW(L"ExplorerWClass", nullptr);
+    return window ? window : FindWindowW(L"CabinetWClass", nullptr);
+}
+
+TEST_F(HandOverTest, TheComputersFilesOpen)
+{
+    {
+        const NothingOpens nothing;
+        const NothingStarts nothingStarts;
+        EXPECT_FALSE(HandOver(kFilesErrand));
+        EXPECT_EQ(nothing.Asked(), std::vector<std::wstring>{L"::{20D04FE0-3AEA-1069-A2D8-08002B30309D}"});
+    }
+    ASSERT_EQ(FilesWindow(), nullptr);
+    EXPECT_TRUE(HandOver(kFilesErrand));
+    EXPECT_TRUE(PumpUntil([] { return FilesWindow() != nullptr; }));
+    PostMessageW(FilesWindow(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(PumpUntil([] { return FilesWindow() == nullptr; }));
 }
 
 TEST_F(HandOverTest, AWayThatLeadsSomewhereSaysNothing)

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <windows.h>
+#include <commdlg.h>
+#include <shellapi.h>
 
 #include <gtest/gtest.h>
 
@@ -12,6 +14,9 @@ extern decltype(&CreateProcessW) __imp_CreateProcessW;
 extern decltype(&SetTimer) __imp_SetTimer;
 extern decltype(&KillTimer) __imp_KillTimer;
 extern decltype(&RegSetValueExW) __imp_RegSetValueExW;
+extern decltype(&ShellExecuteExW) __imp_ShellExecuteExW;
+extern decltype(&PrintDlgW) __imp_PrintDlgW;
+extern decltype(&CommDlgExtendedError) __imp_CommDlgExtendedError;
 }
 
 template <typename Function> class ImportWatch {

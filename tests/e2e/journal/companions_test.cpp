@@ -30,4 +30,22 @@ TEST_F(GoMenu, WithoutACalendarItIsSaidPlainly)
     EXPECT_TRUE(IsWindowEnabled(Window())) << "the journal did not wait";
 }
 
+// Of Wine's explorer or of Windows'.
+HWND FilesWindow()
+{
+    HWND window = FindWindowW(L"ExplorerWClass", nullptr);
+    return window ? window : FindWindowW(L"CabinetWClass", nullptr);
+}
+
+TEST_F(GoMenu, MyHandheldShowsTheComputersFiles)
+{
+    ASSERT_NE(m_journal.Start(), nullptr);
+    PostCommand(Window(), CMD_MY_HANDHELD);
+    ASSERT_TRUE(WaitFor([] { return IsWindowVisible(FilesWindow()) != FALSE; }));
+    EXPECT_FALSE(HasMessageBox(m_journal.Id()));
+    EXPECT_EQ(OwnerOfBox(L"My Handheld PC"), 0u);
+    PostMessageW(FilesWindow(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(WaitFor([] { return FilesWindow() == nullptr; }));
+}
+
 } // namespace
