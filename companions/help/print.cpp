@@ -1,5 +1,6 @@
 #include "help/print.h"
 
+#include <cderr.h>
 #include <commdlg.h>
 
 #include <algorithm>
@@ -76,6 +77,11 @@ bool PrintPages(HDC dc, PrintFonts& fonts, const std::vector<PlacedText>& placed
     return true;
 }
 
+void SayFailure(HWND owner, const std::wstring& title)
+{
+    MessageBoxW(owner, L"The help could not be printed.", title.c_str(), MB_OK | MB_ICONEXCLAMATION);
+}
+
 } // namespace
 
 PrintArea AreaOf(HDC dc)
@@ -119,14 +125,16 @@ void AskAndPrint(HWND owner, const std::wstring& title, const std::vector<Block>
     dialog.hwndOwner = owner;
     dialog.Flags = PD_RETURNDC | PD_NOPAGENUMS | PD_NOSELECTION | PD_USEDEVMODECOPIESANDCOLLATE;
     const bool isChosen = PrintDlgW(&dialog) != FALSE;
+    const DWORD error = isChosen ? 0 : CommDlgExtendedError();
     GlobalFree(dialog.hDevMode);
     GlobalFree(dialog.hDevNames);
     const UniqueDc dc(isChosen ? dialog.hDC : nullptr);
-    if (!dc)
+    // That there is no printer the dialog says itself; a person who cancels knows.
+    if (!isChosen && (error == 0 || error == PDERR_NODEFAULTPRN))
         return;
     const ScopedWaitCursor wait;
-    if (!PrintBlocks(dc.get(), title, blocks))
-        MessageBoxW(owner, L"The help could not be printed.", title.c_str(), MB_OK | MB_ICONEXCLAMATION);
+    if (!dc || !PrintBlocks(dc.get(), title, blocks))
+        SayFailure(owner, title);
 }
 
 } // namespace help

@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "help/print.h"
 #include "pages.h"
-#include "util/owners.h"
 
 namespace help {
 namespace {
@@ -126,19 +124,6 @@ TEST(PrintLayout, ACellThatReachesTooFarPushesTheNextOneDown)
     EXPECT_EQ(placed[1].x, 5) << "6 units to the inch, 1200 twips";
     EXPECT_EQ(placed[1].y, 10);
     EXPECT_EQ(Placed(page, {0, 0, 8, 100, 1440}).back().x, 4) << "on a narrow page in its left half";
-}
-
-// A metafile takes what a printer would get.
-TEST(Print, PrintsOntoADevice)
-{
-    HDC device = CreateEnhMetaFileW(nullptr, nullptr, nullptr, L"help\0test\0");
-    ASSERT_NE(device, nullptr);
-    const PrintArea area = AreaOf(device);
-    EXPECT_GT(area.width, area.inch);
-    EXPECT_EQ(area.left, area.inch * 3 / 4);
-    (void)PrintBlocks(device, L"Title", BlocksOf(L"<h1>Head</h1><p>text"));
-    const UniqueHandle<HENHMETAFILE, DeleteEnhMetaFile> file(CloseEnhMetaFile(device));
-    ASSERT_TRUE(file);
 }
 
 } // namespace

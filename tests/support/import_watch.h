@@ -17,6 +17,12 @@ extern decltype(&RegSetValueExW) __imp_RegSetValueExW;
 extern decltype(&ShellExecuteExW) __imp_ShellExecuteExW;
 extern decltype(&PrintDlgW) __imp_PrintDlgW;
 extern decltype(&CommDlgExtendedError) __imp_CommDlgExtendedError;
+extern decltype(&StartDocW) __imp_StartDocW;
+extern decltype(&StartPage) __imp_StartPage;
+extern decltype(&EndPage) __imp_EndPage;
+extern decltype(&EndDoc) __imp_EndDoc;
+extern decltype(&AbortDoc) __imp_AbortDoc;
+extern decltype(&TextOutW) __imp_TextOutW;
 }
 
 template <typename Function> class ImportWatch {

@@ -156,6 +156,21 @@ TEST_F(HelpViewerTest, AltF4ClosesIt)
     }
 }
 
+// The system's dialog, or its box that there is no printer: the texts are its own.
+TEST_F(HelpViewerTest, PrintingCanBeGivenUp)
+{
+    ASSERT_TRUE(StartWith(m_program, L"pellwyn.htm#Main_Contents"));
+    ASSERT_TRUE(HelpShows(L"Your journal"));
+    HWND window = HelpViewer();
+    ASSERT_TRUE(Activate(window));
+    PressKeys({VK_CONTROL, 'P'});
+    ASSERT_TRUE(WaitFor([&] { return !IsWindowEnabled(window) && GetForegroundWindow() != window; }));
+    PressKey(VK_ESCAPE);
+    EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(window) && GetForegroundWindow() == window; }));
+    PressKeys({VK_CONTROL, VK_NEXT});
+    EXPECT_TRUE(HelpShows(L"First steps")) << "nothing more is said";
+}
+
 // The middle of a character of the text on the screen, counted from 0.
 POINT PlaceOf(HWND text, size_t character)
 {
