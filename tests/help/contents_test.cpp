@@ -125,6 +125,24 @@ TEST_F(Contents, NamesEveryControlOfTheJournalsDialogs)
             << std::string(caption.begin(), caption.end());
 }
 
+TEST_F(Contents, NamesEveryCommandAndFieldOfTheAddressBook)
+{
+    const std::string script = BytesOf(ADDRESS_BOOK_SCRIPT);
+    const auto text = [this](const wchar_t* anchor) -> const std::wstring& {
+        return m_book.Texts()[FindAnchor(m_book.Topics(), anchor)->topic];
+    };
+    const auto commands = CaptionsIn(script, "MENUITEM \"([^\"]+)\"");
+    ASSERT_EQ(commands.size(), 8u);
+    for (const std::wstring& command : commands)
+        EXPECT_NE(text(L"Address_Book").find(command), std::wstring::npos)
+            << std::string(command.begin(), command.end());
+    const auto labels = CaptionsIn(script, "LTEXT \"([^\":]+):");
+    ASSERT_EQ(labels.size(), 10u);
+    for (const std::wstring& label : labels)
+        EXPECT_NE(text(L"Address_Contact").find(label), std::wstring::npos)
+            << std::string(label.begin(), label.end());
+}
+
 TEST_F(Contents, NamesEveryKeyOfTheJournal)
 {
     const std::string script = BytesOf(RESOURCE_SCRIPTS);

@@ -17,8 +17,8 @@ TEST_F(HelpOfJournal, F1OpensItAndTheNextRequestMovesIt)
     PressKey(VK_F1);
     ASSERT_TRUE(HelpShows(L"Your journal"));
     HWND help = HelpViewer();
-    ASSERT_TRUE(Activate(Window()));
-    PressKeys({VK_CONTROL, 'N'});
+    ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == help; })); // as a new window does, in its time
+    PostCommand(Window(), CMD_NEW_ENTRY);
     HWND editor = WaitForEditor();
     ASSERT_NE(editor, nullptr);
     PressKey(VK_F1);
