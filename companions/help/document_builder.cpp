@@ -127,6 +127,12 @@ void DocumentBuilder::EndBlock()
     m_target.clear();
 }
 
+void DocumentBuilder::EndParagraph()
+{
+    if (!m_hasBlock || m_block.kind != BlockKind::TableRow)
+        EndBlock();
+}
+
 void DocumentBuilder::OpenList(bool isNumbered)
 {
     EndBlock();

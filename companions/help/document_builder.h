@@ -19,6 +19,8 @@ class DocumentBuilder {
     // A paragraph, which inside a row or an item that is still empty is that one itself.
     void StartParagraph();
     void EndBlock();
+    // A row goes on behind a paragraph in one of its cells.
+    void EndParagraph();
     void OpenList(bool isNumbered);
     void CloseList();
     void StartItem();

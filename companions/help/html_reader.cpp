@@ -89,7 +89,9 @@ void Close(DocumentBuilder& builder, const std::wstring& name)
         builder.CloseList();
     else if (name == L"td" || name == L"th")
         builder.EndCell();
-    else if (IsHeading(name) || name == L"pre" || name == L"li" || IsOfTable(name) || IsPlainBlock(name))
+    else if (IsPlainBlock(name))
+        builder.EndParagraph();
+    else if (IsHeading(name) || name == L"pre" || name == L"li" || IsOfTable(name))
         builder.EndBlock();
     else
         ChangeLook(builder, name, -1);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "help/rtf_writer.h"
 #include "help/table_columns.h"
@@ -137,11 +138,16 @@ void TextPane::GoTo(size_t place)
     ScrollTo(place);
 }
 
+// Wine scrolls by lines without what is between paragraphs, and so falls short: it gets there in a few steps.
 void TextPane::ScrollTo(size_t place)
 {
     const auto line = SendMessageW(m_window, EM_EXLINEFROMCHAR, 0, static_cast<LPARAM>(place));
-    const auto first = SendMessageW(m_window, EM_GETFIRSTVISIBLELINE, 0, 0);
-    SendMessageW(m_window, EM_LINESCROLL, 0, line - first);
+    constexpr int kMostSteps = 10;
+    LRESULT before = -1, first = SendMessageW(m_window, EM_GETFIRSTVISIBLELINE, 0, 0);
+    for (int step = 0; step < kMostSteps && first != line && first != before; ++step) {
+        SendMessageW(m_window, EM_LINESCROLL, 0, line - first);
+        before = std::exchange(first, SendMessageW(m_window, EM_GETFIRSTVISIBLELINE, 0, 0));
+    }
 }
 
 size_t TextPane::FirstVisible() const

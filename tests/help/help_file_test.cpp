@@ -82,6 +82,7 @@ TEST(HelpBook, IsFoundBesideTheProgramThenInItsFolder)
     book.Open(L"pellwyn.htp", program);
     EXPECT_EQ(book.Title(), L"Inner");
     EXPECT_TRUE(book.IsOpen(L"pellwyn.htm", program));
+    EXPECT_FALSE(book.IsOpen(L"other.htm", program));
 
     folder.Write(L"pellwyn.htm", "<title>Beside</title><h1>A</h1><p>x</p><h1>B</h1>");
     book.Open(L"", program);

@@ -39,6 +39,8 @@ TEST(HelpRequest, TheProgramsNameIsNoTopic)
     EXPECT_EQ(Asked(L"C:\\My Journal \u4EBA\\PegHelp.exe pellwyn.htm#Keys"), L"pellwyn.htm|Keys")
         << "an application alone stands without quotes";
     EXPECT_EQ(Asked(L"PegHelp.exe.htm#Keys"), L"PegHelp.exe.htm|Keys");
+    EXPECT_EQ(Asked(L"C:\\My Journal \u4EBA\\PegHelp.exe.htm#Keys"),
+              L"C:\\My Journal \u4EBA\\PegHelp.exe.htm|Keys");
     EXPECT_EQ(Asked(L"PegHelper pellwyn.htm"), L"PegHelper pellwyn.htm|");
 }
 
@@ -54,6 +56,7 @@ TEST(HelpRequest, PathsMayHaveBlanksQuotesAndAnyLetters)
 
 TEST(HelpRequest, ALineEndsAtAControlCharacter)
 {
+    EXPECT_EQ(Asked(L"pellwyn.htm\t#A"), L"pellwyn.htm|A") << "but not at a tab";
     EXPECT_EQ(Asked(L"pellwyn.htm#A\nB"), L"pellwyn.htm|A");
     EXPECT_EQ(Asked(std::wstring(L"pellwyn.htm#A\0B", 15)), L"pellwyn.htm|A");
     EXPECT_LE(RequestOfText(std::wstring(1'000'000, L'x')).file.size(), kMaxRequest);

@@ -14,6 +14,8 @@ namespace help {
 
 class HelpWindowTest : public testing::Test {
   protected:
+    // With the settings of a first start.
+    void SetUp() override { RegDeleteTreeW(HKEY_CURRENT_USER, kSettingsKey); }
     void TearDown() override { Close(); }
 
     // Makes the window over the help with the page and shows what is asked for, as the program does.

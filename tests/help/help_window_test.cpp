@@ -9,6 +9,7 @@
 #include "help_window_fixture.h"
 #include "support/test_windows.h"
 #include "ui/scale.h"
+#include "ui/work_area.h"
 
 namespace help {
 namespace {
@@ -107,6 +108,9 @@ TEST_F(HelpWindowTest, GoesBackAndForward)
     EXPECT_EQ(Title(), L"Second");
     SendMessageW(m_window->Handle(), WM_APPCOMMAND, 0, MAKELPARAM(0, APPCOMMAND_BROWSER_FORWARD));
     EXPECT_EQ(Title(), L"Third");
+    SendMessageW(m_window->Handle(), WM_APPCOMMAND, 0, MAKELPARAM(0, APPCOMMAND_BROWSER_BACKWARD));
+    EXPECT_EQ(Title(), L"Second");
+    Command(CMD_FORWARD);
     EXPECT_FALSE(IsWindowEnabled(Item(IDC_FORWARD)));
 }
 
@@ -126,6 +130,89 @@ TEST_F(HelpWindowTest, GoesToTheNeighbouringTopics)
     EXPECT_EQ(Title(), L"First");
 }
 
+// A topic of many lines with a place in its midst.
+std::string LongPage()
+{
+    std::string page = "<h1>Long</h1>";
+    for (int line = 0; line < 200; ++line)
+        page += line == 100 ? "<p id=Middle>middle" : "<p>words";
+    return page + "<h1>Other</h1>";
+}
+
+TEST_F(HelpWindowTest, APlaceInATopicIsScrolledTo)
+{
+    Open(LongPage());
+    const size_t middle = m_window->Text().Text().text.find(L"middle");
+    const auto isFirst = [&](size_t place) {
+        return SendMessageW(Pane(), EM_EXLINEFROMCHAR, 0, static_cast<LPARAM>(place)) ==
+               SendMessageW(Pane(), EM_GETFIRSTVISIBLELINE, 0, 0);
+    };
+    EXPECT_TRUE(isFirst(0));
+    m_window->Show(RequestOfText(L"#Middle"));
+    EXPECT_TRUE(isFirst(middle));
+    EXPECT_EQ(m_window->Text().Selection().begin, middle);
+    SetWindowPos(m_window->Handle(), nullptr, 0, 0, Scale(320), Scale(300), SWP_NOMOVE | SWP_NOZORDER);
+    EXPECT_TRUE(isFirst(middle)) << "the same place at another size";
+    Command(CMD_BACK);
+    EXPECT_TRUE(isFirst(0)) << "the way back leads out of the midst, too";
+    Command(CMD_FORWARD);
+    EXPECT_TRUE(isFirst(middle));
+    Command(CMD_NEXT_TOPIC);
+    Command(CMD_BACK);
+    EXPECT_TRUE(isFirst(middle));
+}
+
+TEST_F(HelpWindowTest, AnotherFileIsShownFromItsBeginningAndEndsTheWayBack)
+{
+    Open(kPage);
+    Command(CMD_NEXT_TOPIC);
+    Command(CMD_BACK);
+    const std::wstring other = m_folder.Write(L"other.htm", "<title>Other Help</title><h1>Elsewhere</h1>");
+    m_window->Show(RequestOfText(other));
+    EXPECT_EQ(PaneText(), L"Elsewhere");
+    EXPECT_EQ(TreeTopic(), L"Elsewhere");
+    EXPECT_EQ(TreeView_GetCount(Item(IDC_CONTENTS)), 1u);
+    EXPECT_EQ(WindowText(m_window->Handle()), L"Other Help");
+    EXPECT_FALSE(IsWindowEnabled(Item(IDC_BACK)));
+    EXPECT_FALSE(IsWindowEnabled(Item(IDC_FORWARD)));
+}
+
+TEST_F(HelpWindowTest, CommandsWithNothingToWorkOnAreGrey)
+{
+    Open(kPage);
+    const auto isGrey = [this](UINT command) {
+        SendMessageW(m_window->Handle(), WM_INITMENUPOPUP, 0, 0);
+        return (GetMenuState(GetMenu(m_window->Handle()), command, MF_BYCOMMAND) & MF_GRAYED) != 0;
+    };
+    EXPECT_TRUE(isGrey(CMD_BACK) && isGrey(CMD_FORWARD) && isGrey(CMD_PREVIOUS_TOPIC));
+    EXPECT_FALSE(isGrey(CMD_NEXT_TOPIC) || isGrey(CMD_PRINT_TOPIC) || isGrey(CMD_PRINT_ALL));
+    Command(CMD_NEXT_TOPIC);
+    Command(CMD_NEXT_TOPIC);
+    EXPECT_TRUE(isGrey(CMD_NEXT_TOPIC));
+    EXPECT_FALSE(isGrey(CMD_BACK) || isGrey(CMD_PREVIOUS_TOPIC));
+    m_window->Show(RequestOfText(L"#Absent"));
+    EXPECT_TRUE(isGrey(CMD_PRINT_TOPIC) && isGrey(CMD_NEXT_TOPIC) && isGrey(CMD_PREVIOUS_TOPIC));
+    EXPECT_FALSE(isGrey(CMD_PRINT_ALL) || isGrey(CMD_FIRST_TOPIC));
+    m_window->Show(RequestOfText(L"C:\\absent.htm"));
+    EXPECT_TRUE(isGrey(CMD_PRINT_ALL) && isGrey(CMD_FIRST_TOPIC) && isGrey(CMD_BACK));
+}
+
+TEST_F(HelpWindowTest, BeginsAtTheRightOfTheScreen)
+{
+    Open(kPage);
+    RECT place{};
+    GetWindowRect(m_window->Handle(), &place);
+    EXPECT_GT(place.right, WorkArea().right - 20);
+}
+
+TEST_F(HelpWindowTest, ExitClosesTheWindow)
+{
+    Open(kPage);
+    Command(CMD_EXIT);
+    MSG closing{};
+    EXPECT_TRUE(PeekMessageW(&closing, m_window->Handle(), WM_CLOSE, WM_CLOSE, PM_REMOVE));
+}
+
 TEST_F(HelpWindowTest, TheContentsAreATreeOfTheTopics)
 {
     Open(kPage);
@@ -140,6 +227,10 @@ TEST_F(HelpWindowTest, TheContentsAreATreeOfTheTopics)
     EXPECT_EQ(Title(), L"Second");
     EXPECT_EQ(GetFocus(), tree) << "the keyboard goes on through the contents";
     Command(IDOK);
+    EXPECT_EQ(GetFocus(), Pane());
+    SetFocus(tree);
+    NMHDR enter{tree, IDC_CONTENTS, static_cast<UINT>(NM_RETURN)};
+    EXPECT_EQ(SendMessageW(m_window->Handle(), WM_NOTIFY, IDC_CONTENTS, reinterpret_cast<LPARAM>(&enter)), 1);
     EXPECT_EQ(GetFocus(), Pane());
     Command(CMD_BACK);
     EXPECT_EQ(Title(), L"First");
@@ -164,6 +255,12 @@ TEST_F(HelpWindowTest, TabGoesFromLinkToLinkAndEnterFollows)
     EXPECT_TRUE(KeyInText(VK_RETURN));
     EXPECT_EQ(Title(), L"First");
     EXPECT_FALSE(KeyInText(VK_DOWN)) << "the control's own keys stay its own";
+    BYTE keys[256] = {};
+    keys[VK_CONTROL] = 0x80;
+    SetKeyboardState(keys);
+    EXPECT_FALSE(KeyInText(VK_TAB)) << "with Ctrl it is another key";
+    keys[VK_CONTROL] = 0;
+    SetKeyboardState(keys);
 }
 
 TEST_F(HelpWindowTest, TheSystemsKeysWorkInTheContentsToo)
@@ -341,6 +438,9 @@ TEST_F(HelpWindowTest, EnterInTheBoxFindsAndEscLeavesIt)
     Command(IDOK);
     EXPECT_EQ(Title(), L"Second");
     Command(CMD_FIND_TEXT);
+    DWORD begin = 9, end = 9;
+    SendMessageW(Item(IDC_FIND), EM_GETSEL, reinterpret_cast<WPARAM>(&begin), reinterpret_cast<LPARAM>(&end));
+    EXPECT_TRUE(begin == 0 && end == 5) << "to be typed over";
     Command(IDCANCEL);
     EXPECT_EQ(GetFocus(), Pane());
 }
@@ -409,6 +509,10 @@ TEST_F(HelpWindowTest, PanesAreGoneThroughInTurn)
         Command(CMD_PREVIOUS_PANE);
         EXPECT_EQ(GetFocus(), Item(pane));
     }
+    Command(CMD_NEXT_TOPIC);
+    SetFocus(Item(IDC_BACK));
+    Command(CMD_NEXT_PANE);
+    EXPECT_EQ(GetFocus(), Item(IDC_CONTENTS)) << "from the row of buttons to the first one";
 }
 
 TEST_F(HelpWindowTest, SelectAllAndCopyWorkWhereTheKeyboardIs)

@@ -123,6 +123,29 @@ TEST(HtmlReader, MakesADocumentOfBrokenMarkup)
     EXPECT_EQ(TextsOf(L"<title>open<p>text"), (Texts{L"text"}));
 }
 
+TEST(HtmlReader, ATagThatIsNeverClosedEndsBeforeTheNextOne)
+{
+    const std::vector<Block> blocks = BlocksOf(L"<p a <b>one</b>");
+    ASSERT_EQ(blocks.size(), 1u);
+    EXPECT_TRUE(blocks[0].cells[0][0].isBold);
+}
+
+TEST(HtmlReader, LittleThingsOfBlocks)
+{
+    EXPECT_EQ(TextsOf(L"<p><br>one"), (Texts{L"one"})) << "no line ends before it began";
+    EXPECT_EQ(BlocksOf(L"<li>item")[0].level, 1) << "an item outside a list";
+    EXPECT_TRUE(BlocksOf(L"<tr><th>a<td>b")[0].isHeader);
+    EXPECT_EQ(TextsOf(L"<table><tr><td>a<p>b</p></td><td><p>c</p><p>d</p></td></tr></table>e"),
+              (Texts{L"a b\tc d", L"e"}))
+        << "paragraphs in a row stay in it";
+    for (const wchar_t* tag : {L"kbd", L"code", L"tt", L"samp"})
+        EXPECT_TRUE(BlocksOf(L"<" + std::wstring(tag) + L">x")[0].cells[0][0].isCode) << tag;
+    for (const wchar_t* tag : {L"b", L"strong"})
+        EXPECT_TRUE(BlocksOf(L"<" + std::wstring(tag) + L">x")[0].cells[0][0].isBold) << tag;
+    for (const wchar_t* tag : {L"i", L"em"})
+        EXPECT_TRUE(BlocksOf(L"<" + std::wstring(tag) + L">x")[0].cells[0][0].isItalic) << tag;
+}
+
 TEST(HtmlReader, ALookThatIsNeverClosedEndsWithItsBlock)
 {
     const std::vector<Block> blocks = BlocksOf(L"<p><b><i><code><a href=#x>one<p>two");

@@ -87,6 +87,24 @@ TEST(PrintLayout, AHeadingIsNotLeftAtTheFootOfAPage)
     EXPECT_EQ(placed[8].page, 1);
 }
 
+TEST(PrintLayout, AHeadingThatLacksOneUnitGoesToTheNextPage)
+{
+    const std::wstring page = L"<p>1<br>2<br>3<br>4<h1>Head</h1><p>text";
+    EXPECT_EQ(Placed(page, {0, 0, 20, 100, 1})[4].page, 0);
+    EXPECT_EQ(Placed(page, {0, 0, 20, 99, 1})[4].page, 1);
+}
+
+TEST(PrintLayout, LinesAndBlocksFollowEachOther)
+{
+    const auto placed =
+        Placed(L"<h1>Head</h1><p>a<br>b<p>c<table><tr><td>d<tr><td>e</table>", {0, 0, 1000, 1000, 100});
+    std::vector<int> tops;
+    for (const PlacedText& text : placed)
+        tops.push_back(text.y);
+    // Twenty for the heading, ten for a line; eight behind a block, three behind a row.
+    EXPECT_EQ(tops, (std::vector<int>{0, 28, 38, 56, 74, 87}));
+}
+
 TEST(PrintLayout, ATinyPageStillHoldsALine)
 {
     const auto placed = Placed(L"<p>ab cd", {0, 0, 1, 1, 1});
@@ -123,6 +141,10 @@ TEST(PrintLayout, ACellThatReachesTooFarPushesTheNextOneDown)
     ASSERT_EQ(placed.size(), 3u);
     EXPECT_EQ(placed[1].x, 5) << "6 units to the inch, 1200 twips";
     EXPECT_EQ(placed[1].y, 10);
+    EXPECT_EQ(LinesOf(Placed(L"<table><tr><td>0123<td>x</table>", {0, 0, 21, 100, 6})), (Texts{L"0123|x|"}));
+    EXPECT_EQ(LinesOf(Placed(L"<table><tr><td>01234<td>x</table>", {0, 0, 21, 100, 6})),
+              (Texts{L"01234|", L"x|"}))
+        << "a blank is between them";
     EXPECT_EQ(Placed(page, {0, 0, 8, 100, 1440}).back().x, 4) << "on a narrow page in its left half";
 }
 

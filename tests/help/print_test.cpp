@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "help/resource.h"
+#include "help_window_fixture.h"
 #include "pages.h"
 #include "support/import_watch.h"
 #include "support/test_windows.h"
@@ -34,7 +36,7 @@ TEST(Print, LeavesThreeQuartersOfAnInchAround)
 // A printer that writes down what it is told, and may refuse any of it. Drawing on a picture goes on as ever.
 class Printer {
   public:
-    Printer() { s_log.clear(), s_refused.clear(); }
+    Printer() { s_log.clear(), s_fonts.clear(), s_refused.clear(); }
     ~Printer() { s_refused.clear(); }
 
     // "D" and "d" begin and end the document, "P" and "p" a page, "x" gives it up; a text stands as it is.
@@ -47,6 +49,8 @@ class Printer {
                 steps += entry;
         return steps;
     }
+    // Of each text, in their order.
+    const std::vector<LOGFONTW>& Fonts() const { return s_fonts; }
     void Refuse(const wchar_t* step) { s_refused = step; }
     HDC Device() const { return m_dc.get(); }
 
@@ -65,13 +69,17 @@ class Printer {
     static int WINAPI FinishPage(HDC) { return Note(L"p"); }
     static int WINAPI Finish(HDC) { return Note(L"d"); }
     static int WINAPI GiveUp(HDC) { return Note(L"x"); }
-    static BOOL WINAPI Write(HDC, int, int, LPCWSTR text, int length)
+    static BOOL WINAPI Write(HDC dc, int, int, LPCWSTR text, int length)
     {
+        LOGFONTW font{};
+        GetObjectW(GetCurrentObject(dc, OBJ_FONT), sizeof font, &font);
+        s_fonts.push_back(font);
         s_log.emplace_back(text, static_cast<size_t>(length));
         return TRUE;
     }
 
     static inline std::vector<std::wstring> s_log;
+    static inline std::vector<LOGFONTW> s_fonts;
     static inline std::wstring s_refused;
     const UniqueDc m_dc{CreateCompatibleDC(nullptr)};
     const ImportWatch<decltype(&StartDocW)> m_begin{&__imp_StartDocW, Begin};
@@ -87,6 +95,24 @@ TEST(Print, WritesEachPageBetweenItsBeginningAndItsEnd)
     Printer printer;
     EXPECT_TRUE(PrintBlocks(printer.Device(), L"Title", BlocksOf(L"<h1>Head</h1><p>one two")));
     EXPECT_EQ(printer.Log(), (std::vector<std::wstring>{L"D", L"P", L"Head", L"one", L"two", L"p", L"d"}));
+}
+
+TEST(Print, WritesInTheFontsOfTheText)
+{
+    Printer printer;
+    EXPECT_TRUE(PrintBlocks(printer.Device(), L"Title",
+                            BlocksOf(L"<h1>Head</h1><p>one <i>two</i> <code>three</code> four")));
+    ASSERT_EQ(printer.Fonts().size(), 5u);
+    const auto& fonts = printer.Fonts();
+    const int inch = GetDeviceCaps(printer.Device(), LOGPIXELSY);
+    EXPECT_EQ(fonts[0].lfHeight, -MulDiv(16, inch, 72));
+    EXPECT_EQ(fonts[0].lfWeight, FW_BOLD);
+    EXPECT_EQ(fonts[1].lfHeight, -MulDiv(10, inch, 72));
+    EXPECT_EQ(fonts[1].lfWeight, FW_NORMAL);
+    EXPECT_FALSE(fonts[1].lfItalic);
+    EXPECT_TRUE(fonts[2].lfItalic);
+    EXPECT_STREQ(fonts[3].lfFaceName, L"Courier New");
+    EXPECT_STREQ(fonts[4].lfFaceName, L"Tahoma");
 }
 
 TEST(Print, PrintsAsManyPagesAsTheTextNeeds)
@@ -208,6 +234,33 @@ TEST(AskAndPrint, WhatCannotBePrintedIsSaid)
         EXPECT_EQ(box.caption, L"Title");
         EXPECT_EQ(box.owner, owner.Handle());
     }
+}
+
+class PrintFromWindow : public HelpWindowTest {};
+
+TEST_F(PrintFromWindow, PrintsTheTopicOrAll)
+{
+    Open("<title>Title</title><h1>One</h1><h1>Two</h1><h1>Three</h1>");
+    Command(CMD_NEXT_TOPIC);
+    const struct {
+        int command;
+        std::vector<std::wstring> texts;
+    } wanted[] = {{CMD_PRINT_TOPIC, {L"Two"}}, {CMD_PRINT_ALL, {L"One", L"Two", L"Three"}}};
+    for (const auto& print : wanted) {
+        const Printer printer;
+        const PrintDialog dialog(CreateCompatibleDC(nullptr), 0);
+        Command(print.command);
+        std::vector<std::wstring> texts;
+        for (const std::wstring& entry : printer.Log())
+            if (entry.size() > 1)
+                texts.push_back(entry);
+        EXPECT_EQ(texts, print.texts);
+        EXPECT_EQ(PrintDialog::s_owner, m_window->Handle());
+    }
+    m_window->Show(RequestOfText(L"#Absent"));
+    const PrintDialog dialog(nullptr, 0);
+    Command(CMD_PRINT_TOPIC);
+    EXPECT_EQ(dialog.Asked(), 0) << "what is said is no topic";
 }
 
 } // namespace

@@ -73,6 +73,7 @@ TEST(TopicText, KnowsTheLinksAroundAPlace)
     EXPECT_EQ(NextLink(text, 7), nullptr);
     EXPECT_EQ(PreviousLink(text, 10)->target, L"#2");
     EXPECT_EQ(PreviousLink(text, 6)->target, L"#1");
+    EXPECT_EQ(PreviousLink(text, 4)->target, L"#1");
     EXPECT_EQ(PreviousLink(text, 3), nullptr);
 }
 
@@ -147,6 +148,17 @@ TEST(History, WhatCannotBeGoneToAgainIsNoPlaceOnTheWay)
     EXPECT_FALSE(history.CanGoForward());
     EXPECT_FALSE(history.Back(Visit{1, 10}));
     EXPECT_FALSE(history.CanGoForward()) << "a step that leads nowhere leaves no trace";
+}
+
+TEST(History, IsEmptyWhenItWasCleared)
+{
+    History history;
+    history.Leave({1, 10});
+    history.Leave({2, 20});
+    (void)history.Back(Visit{3, 30});
+    history.Clear();
+    EXPECT_FALSE(history.CanGoBack());
+    EXPECT_FALSE(history.CanGoForward());
 }
 
 TEST(History, ForgetsWhatIsLongAgo)
