@@ -275,6 +275,11 @@ TEST_F(HelpWindowTest, TheSystemsKeysWorkInTheContentsToo)
     MSG closing{};
     EXPECT_TRUE(PeekMessageW(&closing, m_window->Handle(), WM_SYSCOMMAND, WM_SYSCOMMAND, PM_REMOVE));
     EXPECT_EQ(closing.wParam & 0xFFF0, static_cast<WPARAM>(SC_CLOSE));
+    key.wParam = 'F';
+    key.lParam = 0x20210001;
+    EXPECT_TRUE(m_window->TranslateKey(key));
+    MSG letter{};
+    EXPECT_TRUE(PeekMessageW(&letter, key.hwnd, WM_SYSCHAR, WM_SYSCHAR, PM_REMOVE)) << "that opens a menu";
     key.hwnd = Pane();
     EXPECT_FALSE(m_window->TranslateKey(key)) << "the other controls pass them on themselves";
     key.hwnd = Item(IDC_CONTENTS);
