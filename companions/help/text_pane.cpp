@@ -1,5 +1,7 @@
 #include "help/text_pane.h"
 
+#include <commctrl.h>
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -37,6 +39,17 @@ CHARRANGE RangeOf(const TextRange& range)
     return {static_cast<LONG>(range.begin), static_cast<LONG>(range.end)};
 }
 
+// A box that is gone to by Tab is selected whole, to be typed over. This text is to be read on from its
+// caret.
+LRESULT CALLBACK WithoutSelectingAll(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                     DWORD_PTR)
+{
+    if (message == WM_NCDESTROY)
+        RemoveWindowSubclass(window, WithoutSelectingAll, id);
+    const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+    return message == WM_GETDLGCODE ? result & ~LRESULT{DLGC_HASSETSEL} : result;
+}
+
 // The control is in a library of its own, a newer and an older one.
 HWND MakeControl(HWND parent, int id)
 {
@@ -58,6 +71,7 @@ bool TextPane::Create(HWND parent, int id)
     m_window = MakeControl(parent, id);
     if (!m_window)
         return false;
+    SetWindowSubclass(m_window, WithoutSelectingAll, 1, 0);
     SendMessageW(m_window, EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
     SendMessageW(m_window, EM_SETEVENTMASK, 0, ENM_LINK);
     return true;

@@ -263,6 +263,22 @@ TEST_F(HelpWindowTest, TabGoesFromLinkToLinkAndEnterFollows)
     SetKeyboardState(keys);
 }
 
+TEST_F(HelpWindowTest, TabFromTheContentsGoesToTheTextAndOnFromItsBeginning)
+{
+    Open(kPage);
+    SetFocus(Item(IDC_CONTENTS));
+    MSG tab{};
+    tab.hwnd = Item(IDC_CONTENTS);
+    tab.message = WM_KEYDOWN;
+    tab.wParam = VK_TAB;
+    EXPECT_FALSE(m_window->TranslateKey(tab));
+    EXPECT_TRUE(IsDialogMessageW(m_window->Handle(), &tab));
+    EXPECT_EQ(GetFocus(), Pane());
+    EXPECT_EQ(Selected(), L"");
+    KeyInText(VK_TAB);
+    EXPECT_EQ(Selected(), L"the second");
+}
+
 TEST_F(HelpWindowTest, TheSystemsKeysWorkInTheContentsToo)
 {
     Open(kPage);
