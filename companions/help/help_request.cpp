@@ -1,5 +1,7 @@
 #include "help/help_request.h"
 
+#include <windows.h>
+
 #include "help/ascii_text.h"
 
 namespace help {
@@ -82,6 +84,17 @@ HelpRequest RequestOf(std::wstring_view commandLine, std::wstring_view program)
     while (!commandLine.empty() && IsBlank(commandLine.front()))
         commandLine.remove_prefix(1);
     return RequestOfText(WithoutProgram(commandLine, program));
+}
+
+HelpRequest InFull(HelpRequest request)
+{
+    if (FileNameOf(request.file).size() == request.file.size())
+        return request;
+    std::wstring path(kMaxRequest, L'\0');
+    const DWORD size = GetFullPathNameW(request.file.c_str(), kMaxRequest, path.data(), nullptr);
+    if (size > 0 && size < kMaxRequest)
+        request.file = path.substr(0, size);
+    return request;
 }
 
 std::wstring TextOfRequest(const HelpRequest& request)

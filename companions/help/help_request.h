@@ -19,6 +19,10 @@ struct HelpRequest {
 // blanks or around all of it; a control character ends the line.
 HelpRequest RequestOf(std::wstring_view commandLine, std::wstring_view program);
 
+// The same with a file that is named from this program's current folder named in full: the program that takes
+// the request over has a folder of its own.
+HelpRequest InFull(HelpRequest request);
+
 // The request in the form of a command line without a program.
 std::wstring TextOfRequest(const HelpRequest& request);
 HelpRequest RequestOfText(std::wstring_view text);

@@ -53,7 +53,8 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand)
         return 1;
     const std::wstring program = ThisProgram();
     help::HelpWindow window(program);
-    if (!HandOverOrOpen(window, help::RequestOf(GetCommandLineW(), program), instance, showCommand))
+    if (!HandOverOrOpen(window, help::InFull(help::RequestOf(GetCommandLineW(), program)), instance,
+                        showCommand))
         return 0;
     return Run(instance, window);
 }

@@ -69,6 +69,20 @@ TEST(HelpRequest, ComesBackFromItsText)
     }
 }
 
+TEST(HelpRequest, AFileIsNamedInFullBeforeItIsHandedOver)
+{
+    wchar_t folder[MAX_PATH] = L"";
+    GetCurrentDirectoryW(MAX_PATH, folder);
+    const HelpRequest request = InFull({L"sub\\x.htm", L"A"});
+    EXPECT_EQ(request.file, folder + std::wstring(L"\\sub\\x.htm"));
+    EXPECT_EQ(request.anchor, L"A");
+    EXPECT_EQ(InFull({L"C:\\a b\\x.htm", L""}).file, L"C:\\a b\\x.htm");
+    EXPECT_EQ(InFull({L"pellwyn.htm", L""}).file, L"pellwyn.htm") << "that lies beside the program";
+    EXPECT_EQ(InFull({L"", L"A"}).file, L"");
+    const std::wstring tooLong = L"\\" + std::wstring(40'000, L'x');
+    EXPECT_EQ(InFull({tooLong, L""}).file, tooLong) << "what is no path stays as it was asked for";
+}
+
 TEST(HelpRequest, TheHelpLiesBesideTheProgramOrInItsFolder)
 {
     using Places = std::vector<std::wstring>;

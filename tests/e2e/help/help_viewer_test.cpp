@@ -277,6 +277,12 @@ TEST_F(LonelyViewer, TakesPathsWithBlanksAndAnyLetters)
     EXPECT_TRUE(HelpShows(L"More"));
     EXPECT_TRUE(HasEnded(StartWith(m_copy, m_folder + L"my notes.htm")));
     EXPECT_TRUE(HelpShows(L"Notes"));
+    wchar_t before[MAX_PATH] = L"";
+    GetCurrentDirectoryW(MAX_PATH, before);
+    ASSERT_TRUE(SetCurrentDirectoryW(m_folder.c_str()));
+    EXPECT_TRUE(HasEnded(StartWith(m_copy, L".\\my notes.htm#B"))) << "from another folder than the window's";
+    EXPECT_TRUE(HelpShows(L"More"));
+    SetCurrentDirectoryW(before);
 }
 
 TEST_F(LonelyViewer, AProgramInItsPlaceIsNoHelp)
