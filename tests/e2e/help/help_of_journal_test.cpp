@@ -76,6 +76,28 @@ TEST_F(HelpOfJournal, F1InFindResultsOpensTheirPageAlone)
     EXPECT_TRUE(m_journal.Close());
 }
 
+TEST_F(HelpOfJournal, F1InAnyOtherWindowOpensTheContents)
+{
+    ASSERT_NE(m_journal.Start(), nullptr);
+    for (const auto& [command, control] : {std::pair{CMD_OPTIONS, IDC_CONFIRM_DELETE},
+                                           {CMD_FIND, IDC_FIND_TEXT},
+                                           {CMD_ABOUT, IDC_ABOUT_BUILD}}) {
+        PostCommand(Window(), command);
+        HWND dialog = WaitForDialogWith(m_journal.Id(), control);
+        ASSERT_NE(dialog, nullptr) << command;
+        ASSERT_TRUE(Activate(dialog));
+        PressKey(VK_F1);
+        ASSERT_TRUE(HelpShows(L"Your journal")) << command;
+        HWND help = HelpViewer();
+        EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == help; }));
+        EXPECT_FALSE(HasMessageBox(m_journal.Id()));
+        ASSERT_TRUE(CloseHelp());
+        PostMessageW(dialog, WM_CLOSE, 0, 0);
+        ASSERT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
+    }
+    EXPECT_TRUE(m_journal.Close());
+}
+
 // The journal alone in a folder.
 class WithoutViewer : public HelpOfJournal {
   protected:
