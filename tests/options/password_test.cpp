@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <optional>
 
 #include "app/journal_app.h"
 #include "options/prompt_answerer.h"
 #include "res/resource.h"
+#include "support/dialog_window.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
 #include "ui/work_area.h"
@@ -35,8 +37,34 @@ void Store(const wchar_t* text)
     App().SetString(L"Options", L"vacc", text);
 }
 
+// Bytes as they stand, of any type.
+void StoreRaw(const wchar_t* name, DWORD type, const void* bytes, DWORD count)
+{
+    HKEY key = nullptr;
+    ASSERT_EQ(RegCreateKeyW(HKEY_CURRENT_USER, L"Software\\Quillmarsh\\Journal\\Options", &key),
+              ERROR_SUCCESS);
+    const UniqueKey owner(key);
+    ASSERT_EQ(RegSetValueExW(key, name, 0, type, static_cast<const BYTE*>(bytes), count), ERROR_SUCCESS);
+}
+
 class PasswordTest : public testing::Test {
   protected:
+    // What the prompt was answered with: 1 for OK, 0 for Cancel, -1 when the action left it open.
+    static INT_PTR RunPrompt(std::wstring* text, const std::function<void(DialogWindow&)>& action)
+    {
+        const auto call = [&]() -> INT_PTR { return AskPassword(nullptr, PasswordMode::Check, text); };
+        bool ended = false;
+        const INT_PTR result = RunDialog(
+            call,
+            [&](HWND window) {
+                DialogWindow dialog(window);
+                action(dialog);
+                ended = !IsWindowVisible(window);
+            },
+            0);
+        return ended ? result : -1;
+    }
+
     TestRegistry m_registry;
 };
 
@@ -66,6 +94,75 @@ TEST_F(PasswordTest, ACancelledPromptGivesNoText)
     std::wstring text = L"before";
     EXPECT_FALSE(AskPassword(nullptr, PasswordMode::New, &text));
     EXPECT_EQ(text, L"before");
+}
+
+// Before its purpose is known.
+TEST(PasswordTemplate, IsTitledEnterJournalPassword)
+{
+    HWND dialog = CreateDialogParamW(
+        GetModuleHandleW(nullptr), MAKEINTRESOURCEW(105), nullptr,
+        [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0);
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(WindowText(dialog), L"Enter Journal Password");
+    DestroyWindow(dialog);
+}
+
+TEST_F(PasswordTest, EveryWayOfClosingThePromptIsCancel)
+{
+    const std::function<void(DialogWindow&)> ways[] = {
+        [](DialogWindow& prompt) { prompt.Key(VK_ESCAPE); },
+        [](DialogWindow& prompt) { prompt.Click(IDCANCEL); },
+        [](DialogWindow& prompt) { SendMessageW(prompt.Window(), WM_SYSCOMMAND, SC_CLOSE, 0); },
+        [](DialogWindow& prompt) { SendMessageW(prompt.Window(), WM_CLOSE, 0, 0); }};
+    for (const auto& close : ways) {
+        std::wstring text = L"before";
+        EXPECT_EQ(RunPrompt(&text,
+                            [&](DialogWindow& prompt) {
+                                prompt.Type(L"typed");
+                                close(prompt);
+                            }),
+                  0);
+        EXPECT_EQ(text, L"before");
+    }
+}
+
+TEST_F(PasswordTest, ThePromptIsWorkedByItsButtonsAndKeys)
+{
+    std::wstring text;
+    EXPECT_EQ(RunPrompt(&text,
+                        [](DialogWindow& prompt) {
+                            for (const int id : {IDC_PASSWORD, IDOK, IDCANCEL, IDC_PASSWORD}) {
+                                EXPECT_TRUE(prompt.HasFocus(id)) << id;
+                                prompt.Key(VK_TAB);
+                            }
+                            EXPECT_TRUE(prompt.HasFocus(IDOK));
+                            prompt.SetText(IDC_PASSWORD, L"typed");
+                            prompt.Click(IDOK);
+                        }),
+              1);
+    EXPECT_EQ(text, L"typed");
+}
+
+// More than fits is taken in and scrolls, so that nothing beeps at somebody who types on.
+TEST_F(PasswordTest, ThePromptTakesInAnyLength)
+{
+    std::wstring text;
+    RunPrompt(&text, [](DialogWindow& prompt) {
+        prompt.Type(std::wstring(60, L'x'));
+        EXPECT_EQ(prompt.Text(IDC_PASSWORD), std::wstring(60, L'x'));
+        prompt.Key(VK_RETURN);
+    });
+    EXPECT_EQ(text, L"xxxxxxxx");
+}
+
+TEST_F(PasswordTest, WithoutAPromptThereIsNoAnswer)
+{
+    const WindowRefuser refuser(L"#32770");
+    std::wstring text = L"before";
+    EXPECT_FALSE(AskPassword(nullptr, PasswordMode::Check, &text));
+    EXPECT_EQ(text, L"before");
+    StoreAskAtStart(App(), true);
+    EXPECT_FALSE(UnlockAtStart(App()));
 }
 
 TEST_F(PasswordTest, EightCharactersAreTaken)
@@ -219,6 +316,102 @@ TEST_F(PasswordTest, AStoredNumberIsNoTextAnybodyTypes)
     const PromptAnswerer prompts({L"", L"AB"});
     EXPECT_FALSE(CheckPassword(nullptr, App()));
     EXPECT_TRUE(CheckPassword(nullptr, App())) << "the bytes of any type are a text";
+}
+
+TEST_F(PasswordTest, AStoredTextWithoutItsEndReadsAsFarAsItGoes)
+{
+    const PromptAnswerer prompts({L"AB", L"ABC", L"AB", L"ABC"});
+    StoreRaw(L"vacc", REG_SZ, L"ABCDEFGH", 3 * sizeof(wchar_t));
+    EXPECT_FALSE(CheckPassword(nullptr, App()));
+    EXPECT_TRUE(CheckPassword(nullptr, App()));
+    StoreRaw(L"vacc", REG_SZ, L"ABCDEFGH", 2 * sizeof(wchar_t) + 1);
+    EXPECT_TRUE(CheckPassword(nullptr, App())) << "half a character is none";
+    EXPECT_FALSE(CheckPassword(nullptr, App()));
+}
+
+// Nobody can type it: eight characters are taken.
+TEST_F(PasswordTest, AStoredTextOfNineCharactersPassesByNoAnswer)
+{
+    Store(L"123456789");
+    const PromptAnswerer prompts({L"123456789", L"12345678", L""});
+    for (int attempt = 0; attempt < 3; ++attempt)
+        EXPECT_FALSE(CheckPassword(nullptr, App()));
+}
+
+// The system's rules decide what is the same, as for every text of the user's.
+TEST_F(PasswordTest, LettersThatTheSystemTakesAsTheSameAreTheSame)
+{
+    ASSERT_EQ(CompareStringW(LOCALE_SYSTEM_DEFAULT, 0, L"co\u00adop", -1, L"coop", -1), CSTR_EQUAL);
+    const PromptAnswerer prompts({L"co\u00adop", L"coop", L"coop"});
+    EXPECT_TRUE(SetNewPassword(nullptr, App()));
+    EXPECT_TRUE(CheckPassword(nullptr, App()));
+}
+
+TEST_F(PasswordTest, WhatIsNoNumberDoesNotMakeTheStartAsk)
+{
+    Store(L"Secret");
+    const PromptAnswerer prompts;
+    const BYTE bytes[8] = {1, 1, 1, 1, 1, 1, 1, 1};
+    for (const DWORD count : {0u, 1u, 3u, 5u, 8u}) {
+        StoreRaw(L"Password", REG_BINARY, bytes, count);
+        EXPECT_TRUE(UnlockAtStart(App())) << count;
+    }
+    EXPECT_TRUE(prompts.Prompts().empty());
+}
+
+TEST_F(PasswordTest, AnyNumberButZeroMakesTheStartAsk)
+{
+    Store(L"Secret");
+    const PromptAnswerer prompts({L"Secret", L"Secret", L"Secret"});
+    for (const DWORD number : {2u, 0x80000000u, 0xFFFFFFFFu}) {
+        App().SetNumber(L"Options", L"Password", number);
+        EXPECT_TRUE(UnlockAtStart(App())) << number;
+    }
+    EXPECT_EQ(prompts.Prompts().size(), 3u);
+}
+
+// The start asks although none is set any more, and the empty answer is the right one.
+TEST_F(PasswordTest, AfterAClearedPasswordTheEmptyAnswerOpens)
+{
+    Store(L"Secret");
+    StoreAskAtStart(App(), true);
+    EXPECT_TRUE(ClearPassword(App()));
+    const PromptAnswerer prompts({L"Secret", kCancel, L""});
+    EXPECT_TRUE(UnlockAtStart(App()));
+    EXPECT_EQ(prompts.Prompts().size(), 3u);
+}
+
+TEST_F(PasswordTest, TheStartsPromptsHaveNoOwner)
+{
+    Store(L"Secret");
+    StoreAskAtStart(App(), true);
+    const PromptAnswerer prompts({L"no", L"Secret"});
+    EXPECT_TRUE(UnlockAtStart(App()));
+    EXPECT_EQ(prompts.Titles(), (Titles{L"Enter Journal Password", L"Enter Journal Password"}));
+    for (const auto& prompt : prompts.Prompts()) {
+        EXPECT_EQ(prompt.owner, nullptr);
+        EXPECT_TRUE(prompt.isMasked);
+        EXPECT_TRUE(prompt.hasKeyboard);
+    }
+}
+
+// Each failed write is told: that its subkey did not open, and that nothing was written.
+TEST_F(PasswordTest, ARegistryThatRefusesIsToldAndNotChecked)
+{
+    constexpr const wchar_t* kPath = L"Software\\Quillmarsh\\Refusing Test";
+    RegistryStore settings;
+    ASSERT_EQ(settings.Open(kPath), 1);
+    ASSERT_EQ(RegDeleteKeyW(HKEY_CURRENT_USER, kPath), ERROR_SUCCESS);
+    const MessageBoxAnswerer boxes;
+    const PromptAnswerer prompts({L"a", L"a"});
+    EXPECT_TRUE(SetNewPassword(nullptr, settings));
+    EXPECT_EQ(boxes.Boxes().size(), 4u);
+    EXPECT_EQ(boxes.Boxes().at(0).caption, L"Error");
+    StoreAskAtStart(settings, true);
+    EXPECT_EQ(boxes.Boxes().size(), 6u);
+    EXPECT_FALSE(IsPasswordSet(settings));
+    EXPECT_TRUE(UnlockAtStart(settings)) << "what cannot be read is the default";
+    EXPECT_EQ(boxes.Boxes().size(), 6u);
 }
 
 TEST_F(PasswordTest, WithoutTheSettingTheStartDoesNotAsk)
