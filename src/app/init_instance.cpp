@@ -68,7 +68,8 @@ int JournalApp::InitInstance(HINSTANCE instance, int showCommand)
         return 0;
     if (!MainWindow::RegisterWindowClass(instance) || !InitControls())
         return 0;
-    if (!UnlockAtStart(*this))
+    // While this copy asked, another one may have been unlocked.
+    if (!UnlockAtStart(*this) || BringRunningCopyForward())
         return 0;
     m_mainWindow = {new MainWindow, [](MainWindow* window) { delete window; }};
     if (!m_mainWindow->Create(instance)) {
