@@ -303,47 +303,4 @@ TEST_F(MainWindowTest, ClearCategoriesTakesThemFromEveryEntry)
     }
 }
 
-TEST_F(MainWindowTest, AboutShowsTheProgramAndTheBuild)
-{
-    Create();
-    std::wstring title, product, platform, build;
-    bool bold = false;
-    const ModalDriver driver([&](HWND dialog) {
-        title = WindowText(dialog);
-        product = WindowText(GetDlgItem(dialog, IDC_ABOUT_PRODUCT));
-        platform = WindowText(GetDlgItem(dialog, IDC_ABOUT_PLATFORM));
-        build = WindowText(GetDlgItem(dialog, IDC_ABOUT_BUILD));
-        LOGFONTW font{};
-        GetObjectW(reinterpret_cast<HFONT>(SendDlgItemMessageW(dialog, IDC_ABOUT_PRODUCT, WM_GETFONT, 0, 0)),
-                   sizeof font, &font);
-        bold = font.lfWeight == FW_BOLD;
-        SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
-    });
-    Command(160);
-    ASSERT_TRUE(driver.Ran());
-    EXPECT_EQ(title, L"About Journal");
-    EXPECT_EQ(product, L"Kelvra Journal");
-    EXPECT_EQ(platform, L"Handheld PC Pro Version");
-    EXPECT_EQ(build, L"Build (2094)");
-    EXPECT_TRUE(bold);
-}
-
-class AboutAnswer : public MainWindowTest, public testing::WithParamInterface<int> {};
-
-TEST_P(AboutAnswer, ClosesItAndDeletesItsFont)
-{
-    Create();
-    HGDIOBJ font = nullptr;
-    const ModalDriver driver([&](HWND dialog) {
-        font = reinterpret_cast<HGDIOBJ>(SendDlgItemMessageW(dialog, IDC_ABOUT_PRODUCT, WM_GETFONT, 0, 0));
-        EXPECT_EQ(GetObjectType(font), DWORD{OBJ_FONT});
-        SendMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(GetParam()), 0);
-    });
-    Command(160);
-    ASSERT_TRUE(driver.Ran());
-    EXPECT_EQ(GetObjectType(font), 0u);
-}
-
-INSTANTIATE_TEST_SUITE_P(Both, AboutAnswer, testing::Values(IDOK, IDCANCEL));
-
 } // namespace

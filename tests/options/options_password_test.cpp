@@ -31,14 +31,18 @@ TEST_F(OptionsDialogTest, SetStoresAtOnceAndOkMakesTheStartAsk)
 
 TEST_F(OptionsDialogTest, ThePromptsStandOverTheDialog)
 {
-    const PromptAnswerer prompts({kCancel});
+    const PromptAnswerer prompts({L"old", L"old", L"old", L"new", L"new", L"new"});
+    const MessageBoxAnswerer boxes({IDYES});
     HWND window = nullptr;
     Run([&](DialogWindow& dialog) {
         window = dialog.Window();
         dialog.Click(kSet);
+        dialog.Click(kSet);
+        dialog.Click(kClear);
     });
-    ASSERT_EQ(prompts.Prompts().size(), 1u);
-    EXPECT_EQ(prompts.Prompts()[0].owner, window);
+    ASSERT_EQ(prompts.Prompts().size(), 6u);
+    for (const auto& prompt : prompts.Prompts())
+        EXPECT_EQ(prompt.owner, window);
 }
 
 TEST_F(OptionsDialogTest, APasswordSetAndLeftByCancelIsNotAskedFor)

@@ -180,8 +180,14 @@ TEST_F(PasswordTest, EightCharactersAreTaken)
 TEST_F(PasswordTest, ThePromptBelongsToItsOwnerAndStandsNearItsCorner)
 {
     const TestParent parent(nullptr, 500, 200);
+    // Until then a window manager may still be placing it.
+    ASSERT_TRUE(PumpUntil([&] { return GetForegroundWindow() == parent.Handle(); }));
     SetWindowPos(parent.Handle(), nullptr, 40, 30, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-    PumpMessages();
+    ASSERT_TRUE(PumpUntil([&] {
+        RECT place{};
+        GetWindowRect(parent.Handle(), &place);
+        return place.left == 40 && place.top == 30;
+    }));
     const PromptAnswerer prompts({L""});
     std::wstring text;
     EXPECT_TRUE(AskPassword(parent.Handle(), PasswordMode::Check, &text));
