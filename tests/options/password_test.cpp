@@ -202,6 +202,22 @@ TEST_F(PasswordTest, ThePromptBelongsToItsOwnerAndStandsNearItsCorner)
     EXPECT_LT(place.top, corner.y + 100);
 }
 
+TEST_F(PasswordTest, IsWholeOverAnOwnerAtTheEdgeOfTheScreen)
+{
+    const TestParent parent(nullptr, 300, 200);
+    ASSERT_TRUE(PumpUntil([&] { return GetForegroundWindow() == parent.Handle(); }));
+    const RECT area = WorkArea();
+    SetWindowPos(parent.Handle(), nullptr, area.right - 60, area.bottom - 60, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER);
+    PumpMessages();
+    const PromptAnswerer prompts({L""});
+    std::wstring text;
+    EXPECT_TRUE(AskPassword(parent.Handle(), PasswordMode::Check, &text));
+    const RECT& place = prompts.Prompts().at(0).place;
+    EXPECT_LE(place.right, area.right);
+    EXPECT_LE(place.bottom, area.bottom);
+}
+
 TEST_F(PasswordTest, IsWholeInTheMiddleWithoutAnOwner)
 {
     const PromptAnswerer prompts({L""});
