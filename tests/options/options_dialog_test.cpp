@@ -70,6 +70,7 @@ TEST_F(OptionsDialogTest, OkStoresTheBoxes)
         dialog.Click(kRetain);
         EXPECT_EQ(Stored(L"ConfirmDelete"), 0xDEADu) << "not before OK";
         dialog.Ok();
+        EXPECT_FALSE(IsWindowVisible(dialog.Window())) << "it has ended";
     });
     EXPECT_EQ(Stored(L"ConfirmDelete"), 0u);
     EXPECT_EQ(Stored(L"OpenOnFind"), 1u);

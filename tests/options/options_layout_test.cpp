@@ -5,7 +5,6 @@
 #include "options/options_dialog_fixture.h"
 #include "options/prompt_answerer.h"
 #include "ui/scale.h"
-#include "ui/work_area.h"
 
 namespace {
 
@@ -58,25 +57,7 @@ TEST_F(OptionsDialogTest, TheKeyboardAloneDoesIt)
 
 TEST_F(OptionsDialogTest, IsWholeOnTheScreen)
 {
-    Run([](DialogWindow& dialog) {
-        const RECT area = WorkArea();
-        RECT window{};
-        GetWindowRect(dialog.Window(), &window);
-        EXPECT_GE(window.left, area.left);
-        EXPECT_GE(window.top, area.top);
-        EXPECT_LE(window.right, area.right);
-        EXPECT_LE(window.bottom, area.bottom);
-        RECT client{};
-        GetClientRect(dialog.Window(), &client);
-        for (const int id : {kConfirm, kOpenOnFind, kInputPanel, kRetain, kCategories, kSet, kClear, kStatus,
-                             IDOK, IDCANCEL}) {
-            const RECT rect = dialog.Rect(id);
-            EXPECT_GE(rect.left, 0) << id;
-            EXPECT_GE(rect.top, 0) << id;
-            EXPECT_LE(rect.right, client.right) << id;
-            EXPECT_LE(rect.bottom, client.bottom) << id;
-        }
-    });
+    Run([](DialogWindow& dialog) { dialog.ExpectWholeOnScreen(); });
 }
 
 // Whatever they say: the frame of a button, and the box before a caption, take room of their own.

@@ -154,6 +154,18 @@ TEST_F(OptionsDialogTest, NoLeavesThePasswordAndTheStatus)
     EXPECT_EQ(StoredText(), L"old");
 }
 
+TEST_F(OptionsDialogTest, AQuestionThatCannotBeShownIsNotAYes)
+{
+    StorePassword(L"old");
+    Run([](DialogWindow& dialog) {
+        const WindowRefuser refuser(L"#32770");
+        dialog.Click(kClear);
+        EXPECT_EQ(refuser.Seen(), 1);
+        ExpectPassword(dialog, L"Password IS Set!", true);
+    });
+    EXPECT_EQ(StoredText(), L"old");
+}
+
 TEST_F(OptionsDialogTest, ClearingWithAWrongPasswordChangesNothing)
 {
     StorePassword(L"old");

@@ -299,6 +299,7 @@ TEST_F(Password, ClearedAndLeftByCancelItIsAskedForAndTheEmptyAnswerOpens)
     PressKeys({VK_MENU, 'C'});
     const RemoteMessageBox question = WaitForMessageBox(m_journal.Id());
     ASSERT_TRUE(question);
+    EXPECT_TRUE(question.IsDefault(IDYES));
     ASSERT_TRUE(question.Answer(IDYES));
     HWND prompt = WaitForPrompt(m_journal);
     ASSERT_NE(prompt, nullptr);
