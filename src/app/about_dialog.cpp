@@ -18,7 +18,6 @@ class AboutDialog : public Dialog {
         wchar_t build[32];
         StringCchPrintfW(build, 32, L"Build (%s)", kBuild);
         SetDlgItemTextW(GetWindow(), IDC_ABOUT_BUILD, build);
-        CenterOnWorkArea();
         return true;
     }
 
