@@ -6,6 +6,7 @@
 
 #include "addrbook/list_columns.h"
 #include "addrbook/resource.h"
+#include "ui/launch.h"
 #include "ui/message_font.h"
 #include "ui/program_icon.h"
 #include "ui/scale.h"
@@ -92,6 +93,7 @@ LRESULT AddressWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
             return DefWindowProcW(m_window, message, wParam, lParam);
         ShowListMenu({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
         return 0;
+    case WM_HELP: ShowHelp(kHelpAddressBook, m_window); return TRUE;
     case kMsgDatabaseChange: OnContactsChanged(wParam); return 0;
     case WM_DESTROY: OnDestroy(); return 0;
     default: return DefWindowProcW(m_window, message, wParam, lParam);
@@ -182,6 +184,7 @@ void AddressWindow::OnCommand(int id, WORD notification)
     case CMD_SELECT_ALL: return SetRowState(-1, LVIS_SELECTED);
     case CMD_IMPORT: return AskImport();
     case CMD_EXPORT_CARDS: return AskExport();
+    case CMD_SHOW_HELP: ShowHelp(kHelpAddressBook, m_window); return;
     case CMD_CLOSE: PostMessageW(m_window, WM_CLOSE, 0, 0); return;
     case CMD_FIND_CONTACT:
         SetFocus(m_find);

@@ -8,6 +8,7 @@
 #include "addrbook/resource.h"
 #include "addrbook/vcard_contact.h"
 #include "ui/dialog.h"
+#include "ui/launch.h"
 
 namespace addrbook {
 
@@ -53,6 +54,7 @@ class ContactDialog : public Dialog {
 
   protected:
     bool OnInitDialog() override;
+    const wchar_t* HelpTopic() const override { return kHelpContact; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
   private:

@@ -22,6 +22,7 @@
 #define CMD_IMPORT 205
 #define CMD_EXPORT_CARDS 206
 #define CMD_CLOSE 207
+#define CMD_SHOW_HELP 208
 
 /* Contact: one control for each field, in the order of the fields */
 #define IDC_FILE_AS 1100

@@ -4,6 +4,7 @@
 
 #include "addrbook/resource.h"
 #include "ui/dialog.h"
+#include "ui/launch.h"
 
 namespace addrbook {
 
@@ -23,6 +24,7 @@ class TransferDialog : public Dialog {
 
   protected:
     bool OnInitDialog() override;
+    const wchar_t* HelpTopic() const override { return kHelpTransfer; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
   private:

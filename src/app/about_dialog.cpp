@@ -4,6 +4,7 @@
 
 #include "res/resource.h"
 #include "ui/dialog.h"
+#include "ui/launch.h"
 #include "util/owners.h"
 
 namespace {
@@ -12,6 +13,7 @@ constexpr const wchar_t* kBuild = L"2094";
 
 class AboutDialog : public Dialog {
   protected:
+    const wchar_t* HelpTopic() const override { return kHelpAbout; }
     bool OnInitDialog() override
     {
         SetBoldFont(IDC_ABOUT_PRODUCT);

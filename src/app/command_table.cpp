@@ -37,7 +37,7 @@ void RunPaste(MainWindow& window, UINT)
 }
 void RunCategoriesList(MainWindow& window, UINT)
 {
-    EditCategories(window.Handle(), window.List());
+    window.EditCategoriesList();
 }
 void RunSubjects(MainWindow& window, UINT)
 {

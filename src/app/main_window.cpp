@@ -3,6 +3,7 @@
 #include "app/about_dialog.h"
 #include "app/command_table.h"
 #include "app/journal_app.h"
+#include "list/entry_commands.h"
 #include "list/filter_categories.h"
 #include "list/filter_dialog.h"
 #include "list/filter_menu.h"
@@ -11,7 +12,6 @@
 #include "res/resource.h"
 #include "ui/command_bands.h"
 #include "ui/drop_down.h"
-#include "ui/launch.h"
 #include "ui/scale.h"
 #include "ui/window_placement.h"
 #include "ui/work_area.h"
@@ -77,7 +77,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_GETMINMAXINFO: return OnGetMinMaxInfo(reinterpret_cast<MINMAXINFO*>(lParam));
     case WM_SETTINGCHANGE: m_list.Refresh(); return 0;
     case WM_NOTIFY: return OnNotify(reinterpret_cast<NMHDR*>(lParam));
-    case WM_HELP: ShowHelp(kHelpMain, m_window); return 1;
+    case WM_HELP: ShowHelp(m_helpTopic, m_window); return 1;
     case WM_COMMAND: return OnCommand(LOWORD(wParam), HIWORD(wParam) == kFromAccelerator && !lParam);
     case kMsgDatabaseChange: return OnDatabaseChange(wParam, lParam);
     case kMsgSelectionChanged: return OnSelectionChanged(static_cast<int>(wParam));
@@ -235,6 +235,13 @@ void MainWindow::DropFilterMenu()
         SendMessageW(m_window, WM_COMMAND, command, 0);
     if (BringFilterUpToDate() || (command && menu.ListsCategories()))
         m_list.Refresh();
+}
+
+void MainWindow::EditCategoriesList()
+{
+    m_helpTopic = kHelpCategories; // the dialog leaves requests for help to its owner
+    EditCategories(m_window, m_list);
+    m_helpTopic = kHelpMain;
 }
 
 void MainWindow::EditFilter(bool categoriesMode)

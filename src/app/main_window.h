@@ -8,6 +8,7 @@
 #include "list/column_set.h"
 #include "list/entry_list.h"
 #include "list/find_request.h"
+#include "ui/launch.h"
 #include "ui/window_procedure.h"
 
 constexpr const wchar_t* kMainWindowClass = L"Journal";
@@ -42,6 +43,7 @@ class MainWindow {
     // What the command table's handlers do in this window.
     void Close();
     void ShowAbout();
+    void EditCategoriesList();
     void EditFilter(bool categoriesMode);
     void ClearTheFilter();
 
@@ -71,6 +73,7 @@ class MainWindow {
     ColumnSet m_columns;
     EntryList m_list;
     FindRequest m_findRequest;
+    const wchar_t* m_helpTopic = kHelpMain;
     bool m_leftMaximized = false; // when it was last closed
     // Set once everything stored has been loaded: from then on it may be stored again.
     bool m_loaded = false;

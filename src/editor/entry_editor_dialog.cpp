@@ -50,10 +50,6 @@ bool EntryEditor::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT*
     case kMsgDatabaseChange: OnDatabaseChange(wParam, lParam); return true;
     case kMsgShowDuration: ShowDuration(); return true;
     case kMsgControlFocused: m_scroll.Reveal(GetWindow(), reinterpret_cast<HWND>(lParam)); return true;
-    case WM_HELP:
-        ShowHelp(kHelpEntry, GetWindow());
-        *result = TRUE; // asked and answered: the owner would show its own page
-        return true;
     default: return false;
     }
 }
@@ -151,7 +147,9 @@ void EntryEditor::OnDatabaseChange(WPARAM code, LPARAM id)
 
 void EntryEditor::EditCategories()
 {
+    m_helpTopic = kHelpCategories; // the dialog leaves requests for help to its owner
     ZCatsDlg(GetWindow()).DoModal();
+    m_helpTopic = kHelpEntry;
     if (m_views.View() != EditorView::AssignCategories)
         return;
     m_views.TakeEditedCategories();

@@ -12,6 +12,7 @@
 #include "editor/editor_times.h"
 #include "editor/entry_timer.h"
 #include "ui/dialog.h"
+#include "ui/launch.h"
 #include "ui/window_scroll.h"
 #include "util/owners.h"
 
@@ -26,6 +27,7 @@ class EntryEditor : public Dialog {
 
   protected:
     bool OnInitDialog() override;
+    const wchar_t* HelpTopic() const override { return m_helpTopic; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
   private:
@@ -80,6 +82,7 @@ class EntryEditor : public Dialog {
     RECT m_workArea{};
     WindowScroll m_scroll;
     UniqueFont m_bodyFont;
+    const wchar_t* m_helpTopic = kHelpEntry;
     bool m_modified = false;
     bool m_quiet = false; // the editor itself is filling its controls
     AssignViews m_views{&m_record, &m_quiet};

@@ -11,6 +11,7 @@
 #include "editor/subject_list.h"
 #include "res/resource.h"
 #include "ui/dialog.h"
+#include "ui/launch.h"
 #include "ui/scale.h"
 #include "ui/scoped.h"
 
@@ -38,6 +39,7 @@ class QuickSubjectsDialog : public Dialog {
 
   protected:
     bool OnInitDialog() override;
+    const wchar_t* HelpTopic() const override { return kHelpQuickSubjects; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
   private:

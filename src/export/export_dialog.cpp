@@ -8,6 +8,7 @@
 #include "export/export_fields.h"
 #include "res/resource.h"
 #include "ui/dialog.h"
+#include "ui/launch.h"
 #include "ui/scoped.h"
 #include "ui/work_area.h"
 
@@ -28,6 +29,7 @@ class ExportDialog : public Dialog {
 
   protected:
     bool OnInitDialog() override;
+    const wchar_t* HelpTopic() const override { return kHelpExport; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
   private:

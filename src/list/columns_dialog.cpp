@@ -8,6 +8,7 @@
 #include "list/column_draft.h"
 #include "res/resource.h"
 #include "ui/dialog.h"
+#include "ui/launch.h"
 
 namespace {
 
@@ -21,6 +22,7 @@ class ColumnsDialog : public Dialog {
 
   protected:
     bool OnInitDialog() override;
+    const wchar_t* HelpTopic() const override { return kHelpColumns; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
   private:

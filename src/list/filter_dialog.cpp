@@ -9,6 +9,7 @@
 #include "mervane/ce_dbase.h"
 #include "res/resource.h"
 #include "ui/dialog.h"
+#include "ui/launch.h"
 
 namespace {
 
@@ -23,6 +24,7 @@ class FilterDialog : public Dialog {
 
   protected:
     bool OnInitDialog() override;
+    const wchar_t* HelpTopic() const override { return kHelpFilter; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
   private:

@@ -9,6 +9,7 @@
 #include "list/find_settings.h"
 #include "res/resource.h"
 #include "ui/dialog.h"
+#include "ui/launch.h"
 #include "ui/scale.h"
 #include "ui/window_scroll.h"
 #include "ui/work_area.h"
@@ -42,6 +43,7 @@ class FindDialog : public Dialog {
 
   protected:
     bool OnInitDialog() override;
+    const wchar_t* HelpTopic() const override { return kHelpFind; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
   private:

@@ -60,6 +60,7 @@ class FindResultsDialog : public Dialog {
 
   protected:
     bool OnInitDialog() override;
+    const wchar_t* HelpTopic() const override { return kHelpFound; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
   private:
@@ -211,16 +212,9 @@ void FindResultsDialog::Edit(int row)
     Select(found >= 0 ? found : std::min(row, last));
 }
 
-bool FindResultsDialog::OnMessage(UINT message, WPARAM, LPARAM lParam, LRESULT* result)
+bool FindResultsDialog::OnMessage(UINT message, WPARAM, LPARAM lParam, LRESULT*)
 {
-    switch (message) {
-    case WM_NOTIFY: return OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
-    case WM_HELP:
-        ShowHelp(kHelpFound, GetWindow());
-        *result = TRUE; // asked and answered: the owner would show its own page
-        return true;
-    default: return false;
-    }
+    return message == WM_NOTIFY && OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
 }
 
 bool FindResultsDialog::OnNotify(const NMHDR& notification)

@@ -5,6 +5,7 @@
 #include "options/preferences.h"
 #include "res/resource.h"
 #include "ui/dialog.h"
+#include "ui/launch.h"
 
 namespace {
 
@@ -14,6 +15,7 @@ class OptionsDialog : public Dialog {
 
   protected:
     bool OnInitDialog() override;
+    const wchar_t* HelpTopic() const override { return kHelpOptions; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
   private:

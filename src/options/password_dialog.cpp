@@ -2,6 +2,7 @@
 
 #include "res/resource.h"
 #include "ui/dialog.h"
+#include "ui/launch.h"
 
 namespace {
 
@@ -30,6 +31,7 @@ class PasswordDialog : public Dialog {
     }
 
   protected:
+    const wchar_t* HelpTopic() const override { return kHelpPassword; }
     bool OnInitDialog() override
     {
         SetWindowTextW(GetWindow(), PasswordTitle(m_mode));

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "ui/launch.h"
 #include "ui/program_icon.h"
 #include "ui/scale.h"
 #include "ui/work_area.h"
@@ -71,7 +72,7 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
         return FALSE;
     LRESULT result = 0;
     const bool handled =
-        self->OnMessage(message, wParam, lParam, &result) || self->Dispatch(message, wParam, lParam);
+        self->OnMessage(message, wParam, lParam, &result) || self->Dispatch(message, wParam, &result);
     // The object may be gone by now: a dialog ends by its messages.
     if (message == WM_NCDESTROY && GetWindowLongPtrW(window, DWLP_USER)) {
         SetWindowLongPtrW(window, DWLP_USER, 0);
@@ -84,12 +85,18 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     return handled;
 }
 
-bool Dialog::Dispatch(UINT message, WPARAM wParam, LPARAM)
+bool Dialog::Dispatch(UINT message, WPARAM wParam, LRESULT* result)
 {
     switch (message) {
     case WM_COMMAND: return OnCommand(LOWORD(wParam), HIWORD(wParam));
     case WM_CLOSE: OnCancel(); return true;
     case WM_SETTINGCHANGE: OnSettingsChanged(); return true;
+    case WM_HELP:
+        if (!HelpTopic())
+            return false;
+        ShowHelp(HelpTopic(), m_window);
+        *result = TRUE; // asked and answered: the owner would show its own page
+        return true;
     default: return false;
     }
 }

@@ -49,6 +49,8 @@ class Dialog {
     // this returns false, WM_COMMAND 1 and 2 reach OnOK and OnCancel unless their button is disabled,
     // WM_CLOSE reaches OnCancel and WM_SETTINGCHANGE OnSettingsChanged.
     virtual bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
+    // The page of the help for this dialog, a topic of ui/launch.h; null: the owner answers the request.
+    virtual const wchar_t* HelpTopic() const { return nullptr; }
     // WM_INITDIALOG; false when the focus was set here.
     virtual bool OnInitDialog();
 
@@ -64,7 +66,7 @@ class Dialog {
 
   private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    bool Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
+    bool Dispatch(UINT message, WPARAM wParam, LRESULT* result);
     bool OnCommand(int id, WORD notification);
 
     HWND m_window = nullptr;

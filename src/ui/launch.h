@@ -20,6 +20,18 @@ void LaunchCompanion(const Companion& companion, HWND owner);
 constexpr const wchar_t* kHelpMain = L"pellwyn.htm#Main_Contents";
 constexpr const wchar_t* kHelpFound = L"pellwyn.htm#Found_Window";
 constexpr const wchar_t* kHelpEntry = L"pellwyn.htp#Entry_Window"; // .htp, unlike the others
+constexpr const wchar_t* kHelpAbout = L"pellwyn.htm#About_Window";
+constexpr const wchar_t* kHelpAddressBook = L"pellwyn.htm#Address_Book";
+constexpr const wchar_t* kHelpCategories = L"pellwyn.htm#Categories_Window";
+constexpr const wchar_t* kHelpColumns = L"pellwyn.htm#Columns_Window";
+constexpr const wchar_t* kHelpContact = L"pellwyn.htm#Address_Contact";
+constexpr const wchar_t* kHelpExport = L"pellwyn.htm#Export_Window";
+constexpr const wchar_t* kHelpFilter = L"pellwyn.htm#Filter_Window";
+constexpr const wchar_t* kHelpFind = L"pellwyn.htm#Find_Window";
+constexpr const wchar_t* kHelpOptions = L"pellwyn.htm#Options_Window";
+constexpr const wchar_t* kHelpPassword = L"pellwyn.htm#Password";
+constexpr const wchar_t* kHelpQuickSubjects = L"pellwyn.htm#Quick_Subjects";
+constexpr const wchar_t* kHelpTransfer = L"pellwyn.htm#Address_Transfer";
 
 void ShowHelp(const wchar_t* topic, HWND owner);
 

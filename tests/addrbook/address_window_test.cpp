@@ -7,6 +7,7 @@
 #include "addrbook/resource.h"
 #include "cards.h"
 #include "editor/store_trouble.h"
+#include "support/help_requests.h"
 #include "support/test_windows.h"
 
 namespace addrbook {
@@ -22,6 +23,15 @@ TEST_F(AddressWindowTest, ListsTheContactsByFileAs)
     EXPECT_EQ(Current(), L"Anna");
     EXPECT_EQ(WindowText(Item(IDC_COUNT)), L"2 contacts");
     EXPECT_EQ(WindowText(m_window->Handle()), L"Address Book");
+}
+
+TEST_F(AddressWindowTest, ShowsItsPageOfTheHelp)
+{
+    const HelpRequests requests;
+    Open();
+    Command(CMD_SHOW_HELP);
+    SendMessageW(m_window->Handle(), WM_HELP, 0, 0);
+    EXPECT_EQ(requests.Asked(), (Texts{L"pellwyn.htm#Address_Book", L"pellwyn.htm#Address_Book"}));
 }
 
 TEST_F(AddressWindowTest, FindsWhileOneTypes)

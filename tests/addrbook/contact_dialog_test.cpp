@@ -10,6 +10,7 @@
 #include "addrbook/contact_record.h"
 #include "addrbook/resource.h"
 #include "cards.h"
+#include "support/help_requests.h"
 #include "support/test_windows.h"
 #include "ui/scale.h"
 #include "ui/work_area.h"
@@ -55,6 +56,16 @@ class ContactDialogTest : public testing::Test {
     int m_saves = 0;
     bool m_maySave = true;
 };
+
+TEST_F(ContactDialogTest, AHelpRequestOpensItsPage)
+{
+    const HelpRequests requests;
+    EXPECT_FALSE(Edit({}, [](HWND dialog) {
+        SendMessageW(dialog, WM_HELP, 0, 0);
+        Press(dialog, IDCANCEL);
+    }));
+    EXPECT_EQ(requests.Asked(), (std::vector<std::wstring>{L"pellwyn.htm#Address_Contact"}));
+}
 
 TEST_F(ContactDialogTest, MakesAContact)
 {

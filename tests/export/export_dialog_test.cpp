@@ -1,6 +1,7 @@
 #include "export/export_dialog.h"
 
 #include "export/export_window.h"
+#include "support/help_requests.h"
 #include "ui/work_area.h"
 
 namespace {
@@ -154,6 +155,13 @@ TEST_F(ExportDialogTest, TheArrowsComeToTheFilteredOnes)
         dialog.Key(VK_UP);
         EXPECT_TRUE(dialog.IsOn(kAll));
     });
+}
+
+TEST_F(ExportDialogTest, F1AsksForItsPage)
+{
+    const HelpRequests requests;
+    Run(ExportFormat::CommaSeparated, [](ExportWindow& dialog) { dialog.Key(VK_F1); });
+    EXPECT_EQ(requests.Asked(), (std::vector<std::wstring>{L"pellwyn.htm#Export_Window"}));
 }
 
 TEST_F(ExportDialogTest, IsWholeInTheMiddleOfTheScreen)

@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "support/dialog_window.h"
-#include "support/import_watch.h"
+#include "support/help_requests.h"
 #include "support/test_windows.h"
 #include "list/editor_stand_in.h"
 #include "list/journal_fixture.h"
@@ -107,43 +107,6 @@ class FindResultsTest : public JournalTest {
         property.val.lpwstr = const_cast<wchar_t*>(subject);
         EXPECT_EQ(App().Journal().WriteRecord(id, 1, &property), id);
     }
-};
-
-// A help viewer that is found and never started: what it would have been started with is kept.
-class HelpViewer {
-  public:
-    HelpViewer()
-    {
-        s_asked.clear();
-        GetCurrentDirectoryW(MAX_PATH, m_before);
-        wchar_t folder[MAX_PATH];
-        GetTempPathW(MAX_PATH, folder);
-        m_folder = folder + (L"viewer" + std::to_wstring(GetCurrentProcessId()));
-        EXPECT_TRUE(CreateDirectoryW(m_folder.c_str(), nullptr));
-        EXPECT_TRUE(WriteFileBytes(m_folder + L"\\PegHelp.exe", "no program"));
-        EXPECT_TRUE(SetCurrentDirectoryW(m_folder.c_str()));
-    }
-    ~HelpViewer()
-    {
-        SetCurrentDirectoryW(m_before);
-        DeleteFileW((m_folder + L"\\PegHelp.exe").c_str());
-        RemoveDirectoryW(m_folder.c_str());
-    }
-
-    const std::vector<std::wstring>& Asked() const { return s_asked; }
-
-  private:
-    static BOOL WINAPI Take(LPCWSTR, LPWSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL,
-                            DWORD, LPVOID, LPCWSTR, LPSTARTUPINFOW, LPPROCESS_INFORMATION)
-    {
-        s_asked.push_back(commandLine);
-        return TRUE;
-    }
-
-    static inline std::vector<std::wstring> s_asked;
-    wchar_t m_before[MAX_PATH] = L"";
-    std::wstring m_folder;
-    const ImportWatch<decltype(&CreateProcessW)> m_watch{&__imp_CreateProcessW, Take};
 };
 
 std::wstring DateText(TimeCount time)
@@ -445,9 +408,9 @@ TEST_F(FindResultsTest, HelpIsAskedOnceAndNotOfTheOwner)
 
 TEST_F(FindResultsTest, F1AsksForThePageOfTheFoundEntries)
 {
-    const HelpViewer viewer;
+    const HelpRequests requests;
     Run({}, [](const DialogWindow& dialog) { dialog.Key(VK_F1); });
-    EXPECT_EQ(viewer.Asked(), (std::vector<std::wstring>{L"pellwyn.htm#Found_Window"}));
+    EXPECT_EQ(requests.Asked(), (std::vector<std::wstring>{L"pellwyn.htm#Found_Window"}));
 }
 
 TEST_F(FindResultsTest, EverythingIsOnTheScreen)

@@ -9,6 +9,7 @@
 #include "options/prompt_answerer.h"
 #include "res/resource.h"
 #include "support/dialog_window.h"
+#include "support/help_requests.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
 #include "ui/work_area.h"
@@ -86,6 +87,19 @@ TEST_F(PasswordTest, ThePromptAsksForWhatItsTitleSays)
     EXPECT_EQ(static_cast<int>(PasswordMode::New), 0x1);
     EXPECT_EQ(static_cast<int>(PasswordMode::Again), 0x10);
     EXPECT_EQ(static_cast<int>(PasswordMode::Check), 0x100);
+}
+
+TEST_F(PasswordTest, F1InThePromptAsksForItsPage)
+{
+    const HelpRequests requests;
+    std::wstring text;
+    EXPECT_EQ(RunPrompt(&text,
+                        [](DialogWindow& dialog) {
+                            dialog.Key(VK_F1);
+                            dialog.Cancel();
+                        }),
+              0);
+    EXPECT_EQ(requests.Asked(), Titles{L"pellwyn.htm#Password"});
 }
 
 TEST_F(PasswordTest, ACancelledPromptGivesNoText)

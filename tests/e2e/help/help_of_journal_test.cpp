@@ -9,6 +9,20 @@ namespace {
 class HelpOfJournal : public JournalWindowTest {
   protected:
     void TearDown() override { EXPECT_TRUE(CloseHelp()); }
+
+    // Asks for help in the dialog, then closes both.
+    static void ExpectPageAlone(HWND dialog, const std::wstring& page)
+    {
+        ASSERT_TRUE(Activate(dialog));
+        PressKey(VK_F1);
+        ASSERT_TRUE(HelpShows(page)) << std::string(page.begin(), page.end());
+        HWND help = HelpViewer();
+        EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == help; }));
+        EXPECT_FALSE(IsWindowEnabled(Control(help, IDC_BACK))) << "no other page was asked for before";
+        ASSERT_TRUE(CloseHelp());
+        PostMessageW(dialog, WM_CLOSE, 0, 0);
+        ASSERT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
+    }
 };
 
 TEST_F(HelpOfJournal, F1OpensItAndTheNextRequestMovesIt)
@@ -76,26 +90,45 @@ TEST_F(HelpOfJournal, F1InFindResultsOpensTheirPageAlone)
     EXPECT_TRUE(m_journal.Close());
 }
 
-TEST_F(HelpOfJournal, F1InAnyOtherWindowOpensTheContents)
+TEST_F(HelpOfJournal, F1InADialogOpensItsPageAlone)
 {
+    struct {
+        int command;
+        const wchar_t* title;
+        const wchar_t* page;
+    } const dialogs[] = {{CMD_OPTIONS, L"Options", L"Options"},
+                         {CMD_FIND, L"Find", L"Find\r"},
+                         {CMD_FILTER_MONTHS, L"Filter on Months...", L"The filter window"},
+                         {CMD_CUSTOMIZE_COLUMNS, L"Customize Columns", L"Customize Columns"},
+                         {CMD_SUBJECTS_LIST, L"Quick Subjects", L"Quick subjects"},
+                         {CMD_ABOUT, L"About Journal", L"About"}};
     ASSERT_NE(m_journal.Start(), nullptr);
-    for (const auto& [command, control] : {std::pair{CMD_OPTIONS, IDC_CONFIRM_DELETE},
-                                           {CMD_FIND, IDC_FIND_TEXT},
-                                           {CMD_ABOUT, IDC_ABOUT_BUILD}}) {
+    for (const auto& [command, title, page] : dialogs) {
         PostCommand(Window(), command);
-        HWND dialog = WaitForDialogWith(m_journal.Id(), control);
-        ASSERT_NE(dialog, nullptr) << command;
-        ASSERT_TRUE(Activate(dialog));
-        PressKey(VK_F1);
-        ASSERT_TRUE(HelpShows(L"Your journal")) << command;
-        HWND help = HelpViewer();
-        EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == help; }));
-        EXPECT_FALSE(HasMessageBox(m_journal.Id()));
-        ASSERT_TRUE(CloseHelp());
-        PostMessageW(dialog, WM_CLOSE, 0, 0);
-        ASSERT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
+        ExpectPageAlone(WaitForDialog(m_journal.Id(), title), page);
     }
     EXPECT_TRUE(m_journal.Close());
+}
+
+// It is the store's own dialog and knows of no help.
+TEST_F(HelpOfJournal, F1InTheListOfCategoriesOpensItsPageAlone)
+{
+    ASSERT_NE(m_journal.Start(), nullptr);
+    PostCommand(Window(), CMD_CATEGORIES_LIST);
+    ExpectPageAlone(WaitForDialog(m_journal.Id(), L"Edit Categories"), L"Edit Categories");
+    ASSERT_TRUE(Activate(Window()));
+    PressKey(VK_F1);
+    EXPECT_TRUE(HelpShows(L"Your journal"));
+    ASSERT_TRUE(CloseHelp());
+    PostCommand(Window(), CMD_NEW_ENTRY);
+    HWND editor = WaitForEditor();
+    ASSERT_NE(editor, nullptr);
+    PostCommand(editor, CMD_EDIT_CATEGORIES);
+    ExpectPageAlone(WaitForDialog(m_journal.Id(), L"Edit Categories"), L"Edit Categories");
+    ASSERT_TRUE(Activate(editor));
+    PressKey(VK_F1);
+    EXPECT_TRUE(HelpShows(L"The entry window"));
+    PressKey(VK_ESCAPE);
 }
 
 // The journal alone in a folder.

@@ -1,0 +1,49 @@
+// What this program asks of the help.
+#pragma once
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "support/import_watch.h"
+#include "support/test_store.h"
+
+// A help viewer that is found and never started: what it would have been started with is kept.
+class HelpRequests {
+  public:
+    HelpRequests()
+    {
+        s_asked.clear();
+        GetCurrentDirectoryW(MAX_PATH, m_before);
+        wchar_t folder[MAX_PATH];
+        GetTempPathW(MAX_PATH, folder);
+        m_folder = folder + (L"viewer" + std::to_wstring(GetCurrentProcessId()));
+        EXPECT_TRUE(CreateDirectoryW(m_folder.c_str(), nullptr));
+        EXPECT_TRUE(WriteFileBytes(m_folder + L"\\PegHelp.exe", "no program"));
+        EXPECT_TRUE(SetCurrentDirectoryW(m_folder.c_str()));
+    }
+    ~HelpRequests()
+    {
+        SetCurrentDirectoryW(m_before);
+        DeleteFileW((m_folder + L"\\PegHelp.exe").c_str());
+        RemoveDirectoryW(m_folder.c_str());
+    }
+
+    const std::vector<std::wstring>& Asked() const { return s_asked; }
+
+  private:
+    static BOOL WINAPI Take(LPCWSTR, LPWSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL,
+                            DWORD, LPVOID, LPCWSTR, LPSTARTUPINFOW, LPPROCESS_INFORMATION)
+    {
+        s_asked.push_back(commandLine);
+        return TRUE;
+    }
+
+    static inline std::vector<std::wstring> s_asked;
+    wchar_t m_before[MAX_PATH] = L"";
+    std::wstring m_folder;
+    const ImportWatch<decltype(&CreateProcessW)> m_watch{&__imp_CreateProcessW, Take};
+};
