@@ -49,7 +49,7 @@ TEST(AddressResources, MenusHaveALetterForEachItem)
 {
     const UniqueMenu menu(LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_ADDRESS_MENU)));
     ASSERT_TRUE(menu);
-    ASSERT_EQ(GetMenuItemCount(menu.get()), 2);
+    ASSERT_EQ(GetMenuItemCount(menu.get()), 3);
     ExpectLettersOfTheirOwn(menu.get());
 }
 
