@@ -9,7 +9,8 @@
 
 namespace {
 
-constexpr WORD kFromAccelerator = 1; // the high word of a WM_COMMAND; a button's click has 0
+constexpr ULONGLONG kSettleTime = 150; // milliseconds
+constexpr WORD kFromAccelerator = 1;   // the high word of a WM_COMMAND; a button's click has 0
 
 // The messages whose answer is the dialog procedure's return value itself.
 bool IsAnsweredDirectly(UINT message)
@@ -28,6 +29,12 @@ bool IsAnsweredDirectly(UINT message)
     case WM_QUERYDRAGICON: return true;
     default: return false;
     }
+}
+
+// Wine's library has a function more.
+bool IsUnderWine()
+{
+    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
 
 // A caption with a system menu shows an icon: the system's own unless it is given one.
@@ -70,6 +77,8 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     auto* self = reinterpret_cast<Dialog*>(GetWindowLongPtrW(window, DWLP_USER));
     if (!self)
         return FALSE;
+    if (message == WM_ACTIVATE)
+        self->NoteActivation(wParam, reinterpret_cast<HWND>(lParam));
     LRESULT result = 0;
     const bool handled =
         self->OnMessage(message, wParam, lParam, &result) || self->Dispatch(message, wParam, &result);
@@ -166,8 +175,28 @@ void Dialog::KeepFocus(int next)
     SendMessageW(m_window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(item), TRUE);
 }
 
+void Dialog::NoteActivation(WPARAM state, HWND other)
+{
+    if (LOWORD(state) != WA_INACTIVE && ::GetWindow(other, GW_OWNER) == m_window)
+        m_boxClosed = GetTickCount64();
+}
+
+// Under X11 the window manager hands the keyboard on a moment after a box has closed, to the window that was
+// below it then. A dialog that has ended by that time cannot take it, and no window has the keyboard. Looking
+// for messages takes what the window manager says; none is dispatched here.
+void Dialog::AwaitKeyboard() const
+{
+    while (GetTickCount64() - m_boxClosed < kSettleTime) {
+        MSG message;
+        PeekMessageW(&message, m_window, WM_NULL, WM_NULL, PM_NOREMOVE);
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+    }
+}
+
 void Dialog::End(INT_PTR result)
 {
+    if (IsUnderWine())
+        AwaitKeyboard();
     EndDialog(m_window, result);
 }
 

@@ -68,9 +68,12 @@ class Dialog {
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     bool Dispatch(UINT message, WPARAM wParam, LRESULT* result);
     bool OnCommand(int id, WORD notification);
+    void NoteActivation(WPARAM state, HWND other);
+    void AwaitKeyboard() const;
 
     HWND m_window = nullptr;
-    UniqueIcon m_smallIcon; // the program's, for the caption
+    ULONGLONG m_boxClosed = 0; // when a window over this one last gave way to it
+    UniqueIcon m_smallIcon;    // the program's, for the caption
     UniqueIcon m_bigIcon;
 };
 

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Adds up a run's results: count_results.py FOLDER
 
-FOLDER/ctest.xml names the ctest tests that were run. A check (its name starts with "lint.") counts as one test; every
-other one is a GoogleTest program, whose own results are in FOLDER/NAME.xml and count one by one. A program that failed
-beyond what its results say (it crashed, ran out of time or wrote none) counts as one failed test more.
+FOLDER/ctest.xml names the ctest tests that were run. A check or a script (its name starts with "lint." or "script.")
+counts as one test; every other one is a GoogleTest program, whose own results are in FOLDER/NAME.xml and count one by
+one. A program that failed beyond what its results say (it crashed, ran out of time or wrote none) counts as one failed test more.
 
 Prints the failed tests and, last, "N passed, N failed"; the exit status is 0 only when some passed and none failed.
 """
@@ -31,7 +31,7 @@ def all_results(folder):
     passed, failed = 0, []
     for test in ElementTree.parse(folder / 'ctest.xml').getroot().iter('testcase'):
         name, went_well = test.get('name'), test.get('status') == 'run'
-        if not name.startswith('lint.'):
+        if not name.startswith(('lint.', 'script.')):
             here, bad = program_results(name, folder / f'{name}.xml', went_well)
             passed += here
             failed += bad

@@ -102,7 +102,7 @@ TEST_P(HostileSettings, DoNotStopTheFilter)
     }
     PostCommand(Window(), CMD_CLEAR_FILTER);
     EXPECT_TRUE(ShowsRows(1));
-    EXPECT_EQ(Buttons().Text(CMD_CONTACTS), L"None");
+    EXPECT_TRUE(WaitFor([&] { return Buttons().Text(CMD_CONTACTS) == L"None"; }));
     EXPECT_TRUE(m_journal.Close());
 }
 
