@@ -76,10 +76,13 @@ constexpr const char* kConnectionPragmas = "PRAGMA synchronous = FULL;"
 
 constexpr ULONGLONG kLogModeTimeout = 2500; // milliseconds
 
+// Both or, while another program keeps the file to itself, none: it may be ready between the two.
 StoreMarks MarksIn(Database& database)
 {
-    return {database.QueryInteger("PRAGMA application_id").value_or(-1),
-            database.QueryInteger("PRAGMA user_version").value_or(-1)};
+    const std::optional<int64_t> application = database.QueryInteger("PRAGMA application_id");
+    if (!application)
+        return {-1, -1};
+    return {*application, database.QueryInteger("PRAGMA user_version").value_or(-1)};
 }
 
 bool SetMarks(Database& database)
@@ -98,6 +101,15 @@ std::optional<int64_t> VersionIn(Database& database)
     const bool isEmpty = marks == StoreMarks{0, 0} &&
                          database.QueryInteger("SELECT count(*) FROM sqlite_schema") == int64_t{0};
     return isEmpty ? std::optional<int64_t>(0) : std::nullopt;
+}
+
+// What another program that is just making the store has done of it is seen as a whole or not at all.
+std::optional<int64_t> VersionAtOnce(Database& database)
+{
+    if (!database.Execute("BEGIN"))
+        return std::nullopt;
+    const std::optional<int64_t> version = VersionIn(database);
+    return database.Execute("COMMIT") ? version : std::nullopt;
 }
 
 // One step for each version, all in one transaction: a store is of its old version or of the newest.
@@ -149,7 +161,7 @@ bool MakeReady(Database& database)
 {
     if (!database.Execute(kConnectionPragmas))
         return false;
-    const std::optional<int64_t> version = VersionIn(database);
+    const std::optional<int64_t> version = VersionAtOnce(database);
     if (!version)
         return false;
     if (*version < kSchemaVersion &&
