@@ -24,6 +24,15 @@ class OnScreen : public JournalWindowTest {
         EXPECT_LE(place.bottom, screen.bottom) << what;
     }
 
+    // A window manager puts its frame around a new dialog and moves it back onto the screen after that.
+    static void AwaitPlace(HWND dialog)
+    {
+        EXPECT_TRUE(WaitFor([&] {
+            const RECT place = PlaceOf(dialog);
+            return place.left >= 0 && place.top >= 0;
+        }));
+    }
+
     // The window's inside, on the screen.
     RECT Inside() const
     {
@@ -88,6 +97,7 @@ TEST_F(OnScreen, AboutIsWholeAndClosesWithEnter)
     PressKey('A');
     HWND about = WaitForDialog(m_journal.Id(), L"About Journal");
     ASSERT_NE(about, nullptr);
+    AwaitPlace(about);
     ExpectOnScreen(PlaceOf(about), "About");
     for (const int id : {IDC_ABOUT_PRODUCT, IDC_ABOUT_PLATFORM, IDC_ABOUT_BUILD, IDC_ABOUT_NOTICE, IDOK})
         ExpectOnScreen(PlaceOf(Control(about, id)), std::to_string(id));
@@ -104,6 +114,7 @@ TEST_F(OnScreen, TheFiltersDialogIsWholeInBothModes)
     HWND dialog = WaitForDialogWith(m_journal.Id(), IDC_MONTH_LIST);
     ASSERT_NE(dialog, nullptr);
     ASSERT_TRUE(Activate(dialog));
+    AwaitPlace(dialog);
     ExpectOnScreen(PlaceOf(dialog), "Filter");
     for (const int id : {IDC_FILTER_BY_MONTHS, IDC_FILTER_BY_CATEGORIES, IDC_RANGE_START_LABEL,
                          IDC_RANGE_END_LABEL, IDC_RANGE_FRAME, IDC_FILTER_ON_RANGE, IDC_CLEAR_SELECTION,
