@@ -165,6 +165,37 @@ double TimeBare(const std::vector<Contact>& contacts)
     return time;
 }
 
+// A contact with so many phones of which every other says more than its field.
+Contact ContactOfPhones(int phones)
+{
+    Contact contact;
+    contact[addrbook::Field::FileAs] = "x";
+    for (int i = 0; i < phones; ++i) {
+        const std::string number = "+49 30 " + std::to_string(1'000'000 + i);
+        contact[addrbook::Field::Phones] += number + "\n";
+        if (i % 2)
+            contact[addrbook::Field::Extra] += "TEL;PREF=1:" + number + "\n";
+    }
+    return contact;
+}
+
+double TimeCard(const Contact& contact)
+{
+    const Stopwatch watch;
+    std::string card;
+    addrbook::AppendCard(card, contact);
+    return watch.Microseconds();
+}
+
+void MeasureLargeCards()
+{
+    constexpr int kPhones = 20'000; // 0.5 MB
+    const Contact contact = ContactOfPhones(kPhones), twice = ContactOfPhones(2 * kPhones);
+    const auto times = MediansByTurns({[&] { return TimeCard(twice); }, [&] { return TimeCard(contact); }});
+    PrintHeading("Writing one large card");
+    PrintRatio("a card of 1 MB, to one of 0.5 MB", times[0], times[1], 3);
+}
+
 } // namespace
 
 void MeasureImports()
@@ -179,6 +210,7 @@ void MeasureImports()
     PrintRatio("cards of version 4.0, to bare INSERTs in one transaction", times[0], times[1], 3);
     PrintRatio("the same with the list of contacts open", times[2], times[1], 3);
     PrintRatio("other programs' cards of version 3.0, list open", times[3], times[4], 3);
+    MeasureLargeCards();
 }
 
 } // namespace bench

@@ -1,5 +1,6 @@
-#include <algorithm>
-#include <optional>
+#include <string>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "addrbook/contact_names.h"
@@ -18,6 +19,7 @@ struct ExtraLine {
     VCard::Line line;
     Property property;
     bool isWritten = false;
+    ExtraLine* next = nullptr; // that says the same of the same property
 };
 
 // Another program may have written what is no content line, or what would end the card.
@@ -48,6 +50,30 @@ size_t FoldAt(std::string_view line, size_t room)
     return end > 1 ? end : room;
 }
 
+// The lines of a property that has many, by what they say: a card may have thousands of them, each of which
+// would be looked for among all.
+class SayingLines {
+  public:
+    SayingLines(Property property, std::vector<ExtraLine>& lines)
+    {
+        for (size_t i = lines.size(); i-- > 0;)
+            if (lines[i].property == property)
+                lines[i].next = std::exchange(m_first[FieldText(property, lines[i].line)], &lines[i]);
+    }
+
+    // The first one that says this and was not taken; null for none.
+    ExtraLine* Take(std::string_view text)
+    {
+        const auto found = m_first.find(std::string(text));
+        if (found == m_first.end() || !found->second)
+            return nullptr;
+        return std::exchange(found->second, found->second->next);
+    }
+
+  private:
+    std::unordered_map<std::string, ExtraLine*> m_first;
+};
+
 class CardWriter {
   public:
     CardWriter(std::string& out, const Contact& contact)
@@ -61,6 +87,7 @@ class CardWriter {
     void PutFormattedName();
     void PutName();
     void PutField(Property property, std::string_view text);
+    void PutFields(Property property, std::string_view texts);
     void PutRest();
     // The first line of the property that was not written and says this; null for none.
     template <typename Says> ExtraLine* Find(Property property, Says says)
@@ -130,6 +157,16 @@ void CardWriter::PutField(Property property, std::string_view text)
     PutEither(Find(property, [&](const VCard::Line& line) { return FieldText(property, line) == text; }));
 }
 
+void CardWriter::PutFields(Property property, std::string_view texts)
+{
+    SayingLines lines(property, m_extra);
+    ForEachLine(texts, [&](std::string_view text) {
+        m_plain.clear();
+        AppendLine(m_plain, property, text);
+        PutEither(lines.Take(text));
+    });
+}
+
 // A phone or an e-mail that the field no longer has is gone; any other line has nothing to do with a field.
 void CardWriter::PutRest()
 {
@@ -148,7 +185,7 @@ void CardWriter::Write()
                                     Property::Address, Property::Birthday, Property::Note}) {
         const std::string& text = m_contact[FieldOf(property)];
         if (HasMany(property))
-            ForEachLine(text, [&](std::string_view one) { PutField(property, one); });
+            PutFields(property, text);
         else
             PutField(property, text);
     }
