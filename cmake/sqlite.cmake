@@ -41,12 +41,14 @@ if(NOT EXISTS ${sqlite_dir}/sqlite3.c OR ${sqlite_tarball} IS_NEWER_THAN ${sqlit
   file(TOUCH ${sqlite_dir}/sqlite3.c)
 endif()
 
+# No file is ever mapped but a log's index: a file that is cut off, pulled out with its drive or lost with its network
+# would end the program where it is read through a mapping, and is an error where it is read.
 add_library(sqlite3 STATIC ${sqlite_dir}/sqlite3.c)
 target_include_directories(sqlite3 SYSTEM PUBLIC ${sqlite_dir})
 target_compile_definitions(sqlite3
   PUBLIC SQLITE_OMIT_LOAD_EXTENSION
   PRIVATE SQLITE_THREADSAFE=0 SQLITE_DQS=0 SQLITE_DEFAULT_MEMSTATUS=0 SQLITE_OMIT_DEPRECATED
-          SQLITE_OMIT_SHARED_CACHE SQLITE_LIKE_DOESNT_MATCH_BLOBS SQLITE_MAX_MMAP_SIZE=0x7fff0000LL
+          SQLITE_OMIT_SHARED_CACHE SQLITE_LIKE_DOESNT_MATCH_BLOBS SQLITE_MAX_MMAP_SIZE=0
           SQLITE_DEFAULT_FOREIGN_KEYS=1 SQLITE_WIN32_NO_OVERLAPPED)
 # The amalgamation is optimised in every preset: its speed is not what a debug build looks into.
 target_compile_options(sqlite3 PRIVATE -O2 -w)

@@ -2,6 +2,7 @@
 
 #include <iterator>
 
+#include "mervane/drive_kind.h"
 #include "mervane/store_header.h"
 #include "mervane/store_path.h"
 
@@ -65,16 +66,14 @@ constexpr const char* kContactsOfVersion1 =
     "FROM main.contacts";
 
 // One flush for each commit and none beside it: the log goes into the file when the last program closes it.
-// Pages come through a mapping of the file. What another tool may have put into the file (triggers, functions
-// in the schema) is not trusted.
+// What another tool may have put into the file (triggers, functions in the schema) is not trusted.
 constexpr const char* kConnectionPragmas = "PRAGMA synchronous = FULL;"
                                            "PRAGMA wal_autocheckpoint = 0;"
-                                           "PRAGMA mmap_size = 2147418112;"
                                            "PRAGMA temp_store = MEMORY;"
                                            "PRAGMA cell_size_check = ON;"
                                            "PRAGMA trusted_schema = OFF;";
 
-constexpr ULONGLONG kLogModeTimeout = 2500; // milliseconds
+constexpr ULONGLONG kModeTimeout = 2500; // milliseconds
 
 // Both or, while another program keeps the file to itself, none: it may be ready between the two.
 StoreMarks MarksIn(Database& database)
@@ -126,16 +125,47 @@ bool Migrate(Database& database)
     return SetMarks(database) && transaction.Commit();
 }
 
-// Of several programs that do this at the same time SQLite makes one give up rather than wait.
-bool UseLog(Database& database)
+// How a transaction is made whole. A write-ahead log has an index in mapped memory, which is only safe on a
+// drive that stays. Elsewhere a rollback journal is used, which is deleted at the end as other tools do it:
+// one that were kept open, they could not delete.
+enum class Mode { Log, Rollback };
+
+struct ModeWords {
+    const char* pragma;
+    const char* name;
+};
+
+ModeWords WordsOf(Mode mode)
 {
-    const ULONGLONG end = GetTickCount64() + kLogModeTimeout;
-    while (!database.Execute("PRAGMA journal_mode = WAL")) {
+    return mode == Mode::Log ? ModeWords{"PRAGMA journal_mode = WAL", "wal"}
+                             : ModeWords{"PRAGMA journal_mode = DELETE", "delete"};
+}
+
+// Of several programs that do this at the same time SQLite makes one give up rather than wait.
+bool UseMode(Database& database, Mode mode)
+{
+    const ModeWords words = WordsOf(mode);
+    const ULONGLONG end = GetTickCount64() + kModeTimeout;
+    for (;; Sleep(10)) {
+        Statement statement(database, words.pragma);
+        if (statement.Step() == Statement::Result::Row && statement.Text(0) == words.name)
+            return true;
         if (GetTickCount64() >= end)
             return false;
-        Sleep(10);
     }
-    return true;
+}
+
+// A log that lies beside the file is read without its index in a file, alone, until the file has another
+// mode.
+bool BeginAlone(Database& database)
+{
+    return database.Execute("PRAGMA locking_mode = EXCLUSIVE");
+}
+
+// The next read gives the file back to others.
+bool EndAlone(Database& database)
+{
+    return database.Execute("PRAGMA locking_mode = NORMAL; SELECT count(*) FROM sqlite_schema");
 }
 
 // A file that cannot be written: what is not there yet shows as absent.
@@ -157,17 +187,26 @@ bool HasTables(Database& database)
                .IsValid();
 }
 
-bool MakeReady(Database& database)
+bool BringUpToDate(Database& database)
 {
-    if (!database.Execute(kConnectionPragmas))
-        return false;
     const std::optional<int64_t> version = VersionAtOnce(database);
     if (!version)
         return false;
     if (*version < kSchemaVersion &&
         !(database.IsReadOnly() ? ShowAsNewest(database, *version) : Migrate(database)))
         return false;
-    return HasTables(database) && (database.IsReadOnly() || UseLog(database));
+    return HasTables(database);
+}
+
+bool MakeReady(Database& database, Mode mode)
+{
+    if (!database.Execute(kConnectionPragmas))
+        return false;
+    if (database.IsReadOnly())
+        return BringUpToDate(database);
+    if (mode == Mode::Log)
+        return BringUpToDate(database) && UseMode(database, mode);
+    return BeginAlone(database) && BringUpToDate(database) && UseMode(database, mode) && EndAlone(database);
 }
 
 bool FileExists(const std::wstring& path)
@@ -235,7 +274,7 @@ bool OpenStoreFile(Database& database, const std::wstring& path)
         return false;
     if (!database.Open(path, ModeFor(kind, hadLog)))
         return false;
-    if (MakeReady(database))
+    if (MakeReady(database, IsOnFixedDrive(path) ? Mode::Log : Mode::Rollback))
         return true;
     CloseUntouched(database, path, hadLog, hadSharedMemory);
     return false;

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "mervane/file_growth.h"
 #include "mervane/text_codec.h"
 
 namespace mervane {
@@ -43,6 +44,7 @@ std::string UnchangingUri(const std::wstring& path)
 bool Database::Open(const std::wstring& path, Mode mode)
 {
     Close();
+    GrowFilesByWriting();
     const std::string name = mode == Mode::Unchanging ? UnchangingUri(path) : EncodeText(path);
     if (sqlite3_open_v2(name.c_str(), &m_handle, OpenFlags(mode), nullptr) != SQLITE_OK) {
         Close();

@@ -89,7 +89,7 @@ TEST_F(Watched, WalksWithoutAskingTheSystem)
     EXPECT_EQ(m_journal.RecordCount(), 2001u);
     m_files.Forget();
     EXPECT_EQ(Walk(m_journal).size(), 2001u);
-    EXPECT_LT(m_files.Seen().reads, 5);
+    EXPECT_LE(m_files.Seen().reads, RawStore(m_store.Path()).Integer("PRAGMA page_count")) << "a page twice";
     EXPECT_LT(m_files.Seen().locks, 10);
 }
 

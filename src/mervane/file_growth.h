@@ -1,0 +1,11 @@
+// How SQLite makes a file longer.
+#pragma once
+
+namespace mervane {
+
+// From now on SQLite writes what it makes a file longer by, so that a full disk is an error it sees. The
+// index of a write-ahead log is mapped: where a file was only given a new end, some systems find room for its
+// pages when they are first touched, and a full disk would be a fault that ends the program.
+void GrowFilesByWriting();
+
+} // namespace mervane

@@ -1,0 +1,117 @@
+// What a store does on drives of different kinds, and what it asks of the memory.
+#include <gtest/gtest.h>
+
+#include <sqlite3.h>
+
+#include "mervane/drive_kind.h"
+#include "records.h"
+#include "support/test_drive.h"
+#include "support/test_store.h"
+#include "util/owners.h"
+
+namespace {
+
+FILE_STANDARD_INFO SizesOf(const std::wstring& path)
+{
+    FILE_STANDARD_INFO sizes{};
+    HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                              nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_NE(file, INVALID_HANDLE_VALUE);
+    const UniqueKernelHandle owner(file);
+    EXPECT_TRUE(GetFileInformationByHandleEx(file, FileStandardInfo, &sizes, sizeof sizes));
+    return sizes;
+}
+
+bool Exists(const std::wstring& path)
+{
+    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+// What is mapped has its room on the disk: a full one is noticed by a write, not by the memory.
+TEST(SharedMemory, HasItsPagesBeforeTheyAreMapped)
+{
+    const TestStore store;
+    DbJournal journal;
+    ASSERT_EQ(journal.Open(nullptr), 1);
+    CeDBase::BulkScope bulk(journal);
+    // The index of a log of more than one of its parts.
+    for (int i = 0; i < 100; ++i)
+        ASSERT_NE(Sent().Text(kBody, std::wstring(200'000, L'x')).Write(journal), 0u);
+    ASSERT_EQ(bulk.Commit(), 1);
+    const FILE_STANDARD_INFO sizes = SizesOf(store.Path() + L"-shm");
+    EXPECT_GT(sizes.EndOfFile.QuadPart, 32'768);
+    EXPECT_GE(sizes.AllocationSize.QuadPart, sizes.EndOfFile.QuadPart);
+}
+
+TEST(StoreFile, IsNotMapped)
+{
+    EXPECT_TRUE(sqlite3_compileoption_used("MAX_MMAP_SIZE=0"));
+}
+
+class OnADrive : public testing::TestWithParam<UINT> {
+  protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(m_drive.IsThere());
+        ASSERT_EQ(GetDriveTypeW(L"N:\\"), GetParam());
+        SetEnvironmentVariableW(L"MERVANE_STORE", Path().c_str());
+    }
+    void TearDown() override
+    {
+        SetEnvironmentVariableW(L"MERVANE_STORE", nullptr);
+        for (const wchar_t* suffix : {L"", L"-wal", L"-shm", L"-journal"})
+            DeleteFileW((Path() + suffix).c_str());
+    }
+    std::wstring Path() const { return m_drive.Path(L"own.db"); }
+
+    TestDrive m_drive{GetParam()};
+};
+
+TEST_P(OnADrive, HasNoIndexInMappedMemory)
+{
+    EXPECT_FALSE(mervane::IsOnFixedDrive(Path()));
+    DbJournal journal;
+    ASSERT_EQ(journal.Open(nullptr), 1);
+    ASSERT_NE(AddEntry(journal, L"s"), 0u);
+    EXPECT_FALSE(Exists(Path() + L"-shm"));
+    EXPECT_FALSE(Exists(Path() + L"-wal"));
+    RawStore other(Path());
+    EXPECT_EQ(other.Integer("SELECT count(*) FROM journal"), 1) << "it is not kept from others";
+    EXPECT_TRUE(other.Run("INSERT INTO journal(subject) VALUES('of another')"));
+    EXPECT_EQ(journal.RecordCount(), 2u);
+}
+
+// A store that was used on a fixed drive and not closed there: what its log has stays.
+TEST_P(OnADrive, TakesInTheLogThatCameWithTheStore)
+{
+    {
+        const TestStore fixed;
+        DbJournal journal;
+        ASSERT_EQ(journal.Open(nullptr), 1);
+        ASSERT_NE(AddEntry(journal, L"in the log"), 0u);
+        for (const wchar_t* suffix : {L"", L"-wal"})
+            ASSERT_TRUE(WriteFileBytes(Path() + suffix, ReadFileBytes(fixed.Path() + suffix)));
+    }
+    SetEnvironmentVariableW(L"MERVANE_STORE", Path().c_str());
+    {
+        DbJournal journal;
+        ASSERT_EQ(journal.Open(nullptr), 1);
+        EXPECT_STREQ(journal.GetSubject(1), L"in the log");
+        EXPECT_FALSE(Exists(Path() + L"-shm"));
+        EXPECT_FALSE(Exists(Path() + L"-wal"));
+        ASSERT_NE(AddEntry(journal, L"s"), 0u);
+    }
+    EXPECT_EQ(RawStore(Path()).Integer("SELECT count(*) FROM journal"), 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(Drives, OnADrive, testing::Values(UINT{DRIVE_REMOTE}, UINT{DRIVE_REMOVABLE}));
+
+TEST(Drive, OfTheTemporaryFolderIsFixed)
+{
+    const TestStore store;
+    EXPECT_TRUE(mervane::IsOnFixedDrive(store.Path()));
+    EXPECT_FALSE(mervane::IsOnFixedDrive(L"\\\\server\\share\\journal.db"));
+    EXPECT_FALSE(mervane::IsOnFixedDrive(L""));
+}
+
+} // namespace

@@ -1,0 +1,24 @@
+// A drive of a kind that a test chooses.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+// A drive letter for a folder of its own in the temporary folder, a network's or one that can be pulled out
+// (DRIVE_REMOTE, DRIVE_REMOVABLE), as Wine's mount manager makes it. Both are gone at the end.
+class TestDrive {
+  public:
+    explicit TestDrive(UINT kind);
+    ~TestDrive();
+    TestDrive(const TestDrive&) = delete;
+    TestDrive& operator=(const TestDrive&) = delete;
+
+    bool IsThere() const { return m_there; }
+    std::wstring Path(const std::wstring& name) const { return L"N:\\" + name; }
+    const std::wstring& Folder() const { return m_folder; }
+
+  private:
+    std::wstring m_folder;
+    bool m_there = false;
+};
