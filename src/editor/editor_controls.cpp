@@ -13,6 +13,7 @@
 #include "res/resource.h"
 #include "ui/scale.h"
 #include "ui/scoped.h"
+#include "ui/typed_time.h"
 #include "ui/window_scroll.h"
 #include "util/date_text.h"
 
@@ -139,6 +140,8 @@ bool EditorControls::FindTemplateControls(HWND editor)
 void EditorControls::AddKeys(HWND editor, HWND bar) const
 {
     AddBarKeys(bar);
+    for (HWND picker : {date, time})
+        TellTyping(picker, editor);
     AddPlaceholderClick(EditOf(subject), kSubjectPlaceholder);
     AddPlaceholderClick(body, kBodyPlaceholder);
     for (HWND control : {date, time, EditOf(subject), type, EditOf(duration), bar, body, ok, cancel}) {

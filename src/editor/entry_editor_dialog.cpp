@@ -12,6 +12,7 @@
 #include "res/resource.h"
 #include "ui/drop_down.h"
 #include "ui/launch.h"
+#include "ui/typed_time.h"
 #include "util/clock.h"
 #include "util/date_text.h"
 
@@ -49,6 +50,7 @@ bool EntryEditor::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT*
     case WM_VSCROLL: m_scroll.OnScroll(GetWindow(), LOWORD(wParam)); return true;
     case kMsgDatabaseChange: OnDatabaseChange(wParam, lParam); return true;
     case kMsgShowDuration: ShowDuration(); return true;
+    case kMsgTimeTyped: SetModified(true); return true;
     case kMsgControlFocused: m_scroll.Reveal(GetWindow(), reinterpret_cast<HWND>(lParam)); return true;
     default: return false;
     }
@@ -318,16 +320,23 @@ void EntryEditor::SetModified(bool modified)
 EditorRecord::Saved EntryEditor::Save()
 {
     m_bar.Check(CMD_TIMER, false); // the ticks go on
-    // Saved by a key, a duration that is being typed has not been read yet.
-    HWND focus = GetFocus();
-    if (focus && IsChild(m_controls.duration, focus) && GetWindowTextLengthW(m_controls.duration) > 0)
-        OnDuration(CBN_KILLFOCUS);
+    TakeTyped();
     EntryToWrite entry = Collect();
     StoreLastType(&App(), entry.type);
     const EditorRecord::Saved saved = m_record.Save(&entry);
     if (saved == EditorRecord::Saved::Updated)
         SetModified(false);
     return saved;
+}
+
+// What is being typed into a field that the keyboard has not left yet: a key or a click on the bar leaves it
+// there.
+void EntryEditor::TakeTyped()
+{
+    TakeTypedTime(GetWindow());
+    HWND focus = GetFocus();
+    if (focus && IsChild(m_controls.duration, focus) && GetWindowTextLengthW(m_controls.duration) > 0)
+        OnDuration(CBN_KILLFOCUS);
 }
 
 EntryToWrite EntryEditor::Collect() const

@@ -71,6 +71,7 @@ class EntryEditor : public Dialog {
     void OnDatabaseChange(WPARAM code, LPARAM id);
     void SetModified(bool modified);
     EditorRecord::Saved Save();
+    void TakeTyped();
     EntryToWrite Collect() const;
 
     EditorRecord m_record;

@@ -8,6 +8,7 @@
 #include "ui/dialog.h"
 #include "ui/list_boxes.h"
 #include "ui/scale.h"
+#include "ui/typed_time.h"
 #include "util/clock.h"
 #include "util/month_set.h"
 
@@ -69,6 +70,7 @@ HWND FilterDatePane::MakePicker(int id, int labelId, const SYSTEMTIME& day) cons
                               PickerPlace(m_dialog, label));
     PlaceInDialog(picker, m_dialog, label);
     SetDay(picker, day);
+    TellTyping(picker, m_dialog);
     return picker;
 }
 
@@ -122,6 +124,7 @@ void FilterDatePane::ClearMonths()
 
 void FilterDatePane::ReadRange()
 {
+    TakeTypedTime(m_dialog);
     DateTime_GetSystemtime(m_start, &m_filter->rangeStart);
     DateTime_GetSystemtime(m_end, &m_filter->rangeEnd);
 }

@@ -11,6 +11,7 @@
 #include "ui/dialog.h"
 #include "ui/launch.h"
 #include "ui/scale.h"
+#include "ui/typed_time.h"
 #include "ui/window_scroll.h"
 #include "ui/work_area.h"
 #include "util/clock.h"
@@ -91,6 +92,7 @@ void FindDialog::CreateDayPicker()
                             Scale(kDayPlace.bottom - kDayPlace.top), GetWindow(),
                             reinterpret_cast<HMENU>(IDC_FIND_DAY), GetModuleHandleW(nullptr), nullptr);
     PlaceInDialog(m_day, GetWindow(), GetItem(IDC_FIND_TEXT));
+    TellTyping(m_day, GetWindow());
     const bool isChosen = m_request->date.wYear != 0;
     const SYSTEMTIME day = isChosen ? m_request->date : LocalNow();
     SendMessageW(m_day, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&day));
@@ -231,6 +233,7 @@ void FindDialog::OnOK()
     m_request->from = IsButtonChecked(IDC_FIND_FROM_CURRENT) ? SearchFrom::Current : SearchFrom::Top;
     StoreFindChoices(&App(), *m_request);
     if (m_request->by == SearchBy::Date) {
+        TakeTypedTime(GetWindow());
         SendMessageW(m_day, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&m_request->date));
     } else {
         m_request->text = SearchTextOf(Typed());

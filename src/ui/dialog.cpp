@@ -5,6 +5,7 @@
 #include "ui/launch.h"
 #include "ui/program_icon.h"
 #include "ui/scale.h"
+#include "ui/wine.h"
 #include "ui/work_area.h"
 
 namespace {
@@ -29,12 +30,6 @@ bool IsAnsweredDirectly(UINT message)
     case WM_QUERYDRAGICON: return true;
     default: return false;
     }
-}
-
-// Wine's library has a function more.
-bool IsUnderWine()
-{
-    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
 
 // A caption with a system menu shows an icon: the system's own unless it is given one.
