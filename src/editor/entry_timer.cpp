@@ -7,11 +7,6 @@ namespace {
 constexpr const wchar_t* kLastTickHigh = L"Tmrh";
 constexpr const wchar_t* kLastTickLow = L"Tmrl";
 
-TimeCount LastTick(const RegistryStore& settings)
-{
-    return {settings.GetNumber(kSettings, kLastTickLow, 0), settings.GetNumber(kSettings, kLastTickHigh, 0)};
-}
-
 void StoreLastTick(RegistryStore* settings, TimeCount time)
 {
     settings->SetNumber(kSettings, kLastTickHigh, time.High());
@@ -27,7 +22,7 @@ bool EntryTimer::Start(HWND window, RegistryStore* settings)
         return false;
     m_id = id;
     m_running = true;
-    StoreLastTick(settings, LocalNowCount());
+    NoteTick(settings);
     return true;
 }
 
@@ -38,10 +33,17 @@ void EntryTimer::Stop(HWND window, RegistryStore* settings)
     m_running = false;
 }
 
-void AddTimeSinceLastTick(RegistryStore* settings, EditorTimes* times)
+void EntryTimer::NoteTick(RegistryStore* settings)
 {
-    const TimeCount now = LocalNowCount();
-    times->duration = times->duration + (now - LastTick(*settings));
+    m_lastTick = AwakeCount();
+    StoreLastTick(settings, LocalNowCount());
+}
+
+void EntryTimer::Tick(RegistryStore* settings, EditorTimes* times)
+{
+    const TimeCount now = AwakeCount();
+    if (now > m_lastTick)
+        times->duration = times->duration + (now - m_lastTick);
     times->FollowDuration();
-    StoreLastTick(settings, now);
+    NoteTick(settings);
 }

@@ -204,9 +204,7 @@ TEST_F(EntryEditorSubjectsTest, TheTimerTicksWhileTheDialogIsOpen)
 {
     RunNew([&](EditorWindow& editor) {
         editor.Command(CMD_TIMER);
-        SYSTEMTIME later = kTuesday;
-        later.wMinute += 3;
-        m_clock.Set(later);
+        m_clock.SetAwake(Minutes(3));
         ModifySubjects(editor, [&](EditorWindow&) {
             EXPECT_NE(SetTimer(editor.Window(), 1, 10, nullptr), 0u);
             EXPECT_TRUE(PumpUntil([&] { return editor.Text(IDC_DURATION) == L"3 minutes"; }));
