@@ -271,7 +271,7 @@ bool EntryEditor::OnTimer(UINT_PTR id)
 {
     if (!m_timer.IsTick(id))
         return false;
-    m_timer.Tick(&App(), &m_times);
+    AddTimeSinceLastTick(&App(), &m_times);
     ShowDuration();
     SetModified(true);
     return true;

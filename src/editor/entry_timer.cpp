@@ -7,6 +7,11 @@ namespace {
 constexpr const wchar_t* kLastTickHigh = L"Tmrh";
 constexpr const wchar_t* kLastTickLow = L"Tmrl";
 
+TimeCount LastTick(const RegistryStore& settings)
+{
+    return {settings.GetNumber(kSettings, kLastTickLow, 0), settings.GetNumber(kSettings, kLastTickHigh, 0)};
+}
+
 void StoreLastTick(RegistryStore* settings, TimeCount time)
 {
     settings->SetNumber(kSettings, kLastTickHigh, time.High());
@@ -22,7 +27,7 @@ bool EntryTimer::Start(HWND window, RegistryStore* settings)
         return false;
     m_id = id;
     m_running = true;
-    NoteTick(settings);
+    StoreLastTick(settings, LocalNowCount());
     return true;
 }
 
@@ -33,17 +38,10 @@ void EntryTimer::Stop(HWND window, RegistryStore* settings)
     m_running = false;
 }
 
-void EntryTimer::NoteTick(RegistryStore* settings)
+void AddTimeSinceLastTick(RegistryStore* settings, EditorTimes* times)
 {
-    m_lastTick = AwakeCount();
-    StoreLastTick(settings, LocalNowCount());
-}
-
-void EntryTimer::Tick(RegistryStore* settings, EditorTimes* times)
-{
-    const TimeCount now = AwakeCount();
-    if (now > m_lastTick)
-        times->duration = times->duration + (now - m_lastTick);
+    const TimeCount now = LocalNowCount();
+    times->duration = times->duration + (now - LastTick(*settings));
     times->FollowDuration();
-    NoteTick(settings);
+    StoreLastTick(settings, now);
 }

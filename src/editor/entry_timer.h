@@ -1,6 +1,5 @@
-// EntryTimer: the editor's activity timer. Each tick adds the time that the system was awake since the one
-// before. The last tick's local time is kept in the settings as the two halves of a TimeCount; it is not
-// read, since a clock that is set or changes with the season tells nothing of how long something took.
+// EntryTimer: the editor's activity timer. Each tick adds the time that has passed since the one before,
+// whose local time is kept in the settings as the two halves of a TimeCount.
 #pragma once
 
 #include <windows.h>
@@ -20,14 +19,12 @@ class EntryTimer {
     bool IsRunning() const { return m_running; }
     // Whether the WM_TIMER with this wParam is a tick.
     bool IsTick(UINT_PTR id) const { return m_running && id == m_id; }
-    // What a tick does: adds the time since the last one, or since the start, to the duration, the end
-    // follows, and this tick is the last one. The duration never shrinks.
-    void Tick(RegistryStore* settings, EditorTimes* times);
 
   private:
-    void NoteTick(RegistryStore* settings);
-
-    UINT_PTR m_id = 1;    // what the system called the timer, from its first start on
-    TimeCount m_lastTick; // as AwakeCount has it
+    UINT_PTR m_id = 1; // what the system called the timer, from its first start on
     bool m_running = false;
 };
+
+// What a tick does: adds the time since the last one to the duration, the end follows, and this tick is the
+// last one. Where the clock was set back the duration shrinks by as much.
+void AddTimeSinceLastTick(RegistryStore* settings, EditorTimes* times);

@@ -204,7 +204,9 @@ TEST_F(EntryEditorSubjectsTest, TheTimerTicksWhileTheDialogIsOpen)
 {
     RunNew([&](EditorWindow& editor) {
         editor.Command(CMD_TIMER);
-        m_clock.SetAwake(Minutes(3));
+        SYSTEMTIME later = kTuesday;
+        later.wMinute += 3;
+        m_clock.Set(later);
         ModifySubjects(editor, [&](EditorWindow&) {
             EXPECT_NE(SetTimer(editor.Window(), 1, 10, nullptr), 0u);
             EXPECT_TRUE(PumpUntil([&] { return editor.Text(IDC_DURATION) == L"3 minutes"; }));

@@ -126,7 +126,7 @@ TEST_F(EntryTimerCallsTest, WithoutATimerOfTheSystemItDoesNotRun)
 TEST_F(EntryTimerCallsTest, ATickStoresTheUpperHalfFirst)
 {
     EditorTimes times;
-    m_timer.Tick(&App(), &times);
+    AddTimeSinceLastTick(&App(), &times);
     EXPECT_EQ(TakeCalls(), (Calls{High(At(kTuesday)), Low(At(kTuesday))}));
 }
 
@@ -172,71 +172,57 @@ TEST_F(EntryTimerTest, ATickAddsTheTimeThatHasPassed)
     EditorTimes times;
     times.start = times.end = At(kTuesday);
     times.duration = Minutes(5);
-    m_clock.SetAwake(Minutes(70));
-    ASSERT_TRUE(Start());
     // Not a whole minute: what has passed counts, not what a tick should take.
     const TimeCount passed = Minutes(1) + TimeCount(123'456'789);
-    m_clock.SetAwake(Minutes(70) + passed);
-    m_timer.Tick(&App(), &times);
+    StoreTick(At(kTuesday) - passed);
+    AddTimeSinceLastTick(&App(), &times);
     EXPECT_EQ(times.duration, Minutes(5) + passed);
     EXPECT_EQ(times.end, At(kTuesday) + Minutes(5) + passed);
     EXPECT_EQ(times.start, At(kTuesday));
-    EXPECT_EQ(StoredTick(), At(kTuesday)) << "the clock's time, which nobody has moved";
-    m_clock.SetAwake(Minutes(72) + passed);
-    m_timer.Tick(&App(), &times);
-    EXPECT_EQ(times.duration, Minutes(7) + passed) << "since the last tick";
+    EXPECT_EQ(StoredTick(), At(kTuesday));
 }
 
-TEST_F(EntryTimerTest, ATickStoresTheLocalTime)
+TEST_F(EntryTimerTest, BothHalvesOfTheLastTickCount)
 {
-    EditorTimes times;
-    ASSERT_TRUE(Start());
-    m_clock.Set({2024, 3, 2, 5, 13, 0, 0, 0});
-    m_timer.Tick(&App(), &times);
-    EXPECT_EQ(StoredTick(), At({2024, 3, 2, 5, 13, 0, 0, 0}));
-}
-
-// Whatever the clock or another program has made of it.
-TEST_F(EntryTimerTest, WhatIsStoredDoesNotCount)
-{
-    for (const TimeCount stored :
-         {TimeCount(), At(kTuesday) - Minutes(90), At(kTuesday) + Minutes(90), TimeCount(~uint64_t{0})}) {
+    for (const TimeCount passed : {TimeCount(1), TimeCount(0, 1), TimeCount(0xFFFFFFFF, 2)}) {
         EditorTimes times;
-        m_clock.SetAwake(Minutes(1));
-        ASSERT_TRUE(Start());
-        StoreTick(stored);
-        m_clock.SetAwake(Minutes(3));
-        m_timer.Tick(&App(), &times);
-        EXPECT_EQ(times.duration, Minutes(2)) << stored.Units();
+        StoreTick(At(kTuesday) - passed);
+        AddTimeSinceLastTick(&App(), &times);
+        EXPECT_EQ(times.duration, passed);
     }
 }
 
-TEST_F(EntryTimerTest, ACountThatGoesBackAddsNothing)
+TEST_F(EntryTimerTest, AClockThatWasSetBackShrinksTheDuration)
 {
     EditorTimes times;
     times.start = At(kTuesday);
     times.duration = Minutes(30);
-    m_clock.SetAwake(Minutes(20));
-    ASSERT_TRUE(Start());
-    m_clock.SetAwake(Minutes(10));
-    m_timer.Tick(&App(), &times);
-    EXPECT_EQ(times.duration, Minutes(30));
-    EXPECT_EQ(times.end, At(kTuesday) + Minutes(30));
-    m_clock.SetAwake(Minutes(11));
-    m_timer.Tick(&App(), &times);
-    EXPECT_EQ(times.duration, Minutes(31));
+    StoreTick(At(kTuesday) + Minutes(20));
+    AddTimeSinceLastTick(&App(), &times);
+    EXPECT_EQ(times.duration, Minutes(10));
+    EXPECT_EQ(times.end, At(kTuesday) + Minutes(10));
+    EXPECT_EQ(StoredTick(), At(kTuesday));
 }
 
-TEST_F(EntryTimerTest, AnotherStartCountsFromThen)
+TEST_F(EntryTimerTest, TheDurationMayEvenPassBelowZero)
 {
     EditorTimes times;
-    ASSERT_TRUE(Start());
-    Stop();
-    m_clock.SetAwake(Minutes(50));
-    ASSERT_TRUE(Start());
-    m_clock.SetAwake(Minutes(51));
-    m_timer.Tick(&App(), &times);
-    EXPECT_EQ(times.duration, Minutes(1));
+    times.start = At(kTuesday);
+    StoreTick(At(kTuesday) + Minutes(60));
+    AddTimeSinceLastTick(&App(), &times);
+    EXPECT_EQ(times.duration.Units(), ~uint64_t{60 * 600'000'000ull} + 1);
+    EXPECT_EQ(times.end, At(kTuesday) - Minutes(60));
+    StoreTick(At(kTuesday) - Minutes(61));
+    AddTimeSinceLastTick(&App(), &times);
+    EXPECT_EQ(times.duration, Minutes(1)) << "and comes back as it went";
+}
+
+TEST_F(EntryTimerTest, AMissingLastTickReadsAsZero)
+{
+    EditorTimes times;
+    AddTimeSinceLastTick(&App(), &times);
+    EXPECT_EQ(times.duration, At(kTuesday));
+    EXPECT_EQ(StoredTick(), At(kTuesday));
 }
 
 } // namespace

@@ -1,21 +1,10 @@
 // A person keeps a list of subjects, takes one for an entry, and has the entry timed.
 #include <gtest/gtest.h>
 
-#include <realtimeapiset.h>
-
-#include <cstdlib>
-
 #include "e2e/journal/journal_window.h"
+#include "util/time_count.h"
 
 namespace {
-
-// In units of 100 ns, without what it slept.
-uint64_t SystemsAge()
-{
-    ULONGLONG age = 0;
-    QueryUnbiasedInterruptTime(&age);
-    return age;
-}
 
 class SubjectsAndTimer : public JournalWindowTest {
   protected:
@@ -36,19 +25,18 @@ class SubjectsAndTimer : public JournalWindowTest {
         PressKeys({VK_MENU, 'A'});
         ASSERT_TRUE(WaitFor([&] { return Subjects(dialog).size() == before + 1; }));
     }
-    // A minute is too long to wait for: the timer that the button has set is given a short period, and the
-    // ticks are the system's own. True once two of them have passed.
-    [[nodiscard]] bool LetTicksPass(HWND editor) const
+    // A minute is too long to wait for, so the last tick is put back. The next one is the system's own: the
+    // timer that the button has set is given a short period, once nothing can come between.
+    void LetMinutesPass(HWND editor, unsigned minutes)
     {
         constexpr UINT kLong = 60'000, kShort = 100;
-        SetPeriod(editor, kShort);
-        bool passed = true;
-        for (int i = 0; i < 2; ++i) {
-            const auto last = NumberSetting(L"Settings", L"Tmrl");
-            passed = passed && WaitFor([&] { return NumberSetting(L"Settings", L"Tmrl") != last; });
-        }
         SetPeriod(editor, kLong);
-        return passed;
+        const auto high = NumberSetting(L"Settings", L"Tmrh"), low = NumberSetting(L"Settings", L"Tmrl");
+        ASSERT_TRUE(high && low);
+        const TimeCount last(TimeCount(*low, *high).Units() - minutes * TimeCount::kUnitsPerMinute);
+        ASSERT_TRUE(StoreSetting(L"Settings", L"Tmrh", last.High()));
+        ASSERT_TRUE(StoreSetting(L"Settings", L"Tmrl", last.Low()));
+        SetPeriod(editor, kShort);
     }
     static void SetPeriod(HWND editor, UINT period)
     {
@@ -57,11 +45,6 @@ class SubjectsAndTimer : public JournalWindowTest {
         ASSERT_EQ(
             CallInProcess(process.get(), L"user32.dll", "SetTimer", {Argument(editor), kTimer, period, 0}),
             kTimer);
-    }
-    uint64_t StoredDuration() const
-    {
-        const auto value = StoreReader(m_store.Path()).QueryOne("SELECT duration FROM journal");
-        return value ? std::strtoull(value->c_str(), nullptr, 10) : 0;
     }
     HWND OpenNew()
     {
@@ -138,31 +121,30 @@ TEST_F(SubjectsAndTimer, TheTimerMeasuresAndASaveDoesNotStopIt)
     HWND editor = OpenNew();
     ASSERT_NE(editor, nullptr);
     const RemoteToolbar bar(Control(editor, IDC_EDITOR_BAR));
-    const uint64_t before = SystemsAge();
+    HWND duration = Control(editor, IDC_DURATION);
     ASSERT_TRUE(Click(bar.BodyPoint(CMD_TIMER)));
     ASSERT_TRUE(WaitFor([&] { return bar.Text(CMD_TIMER) == L"On"; }));
     EXPECT_TRUE(bar.IsChecked(CMD_TIMER));
-    ASSERT_TRUE(LetTicksPass(editor));
-    EXPECT_TRUE(WaitFor([&] { return bar.IsEnabled(CMD_SAVE); }));
+    LetMinutesPass(editor, 3);
+    EXPECT_TRUE(WaitFor([&] { return TextOf(duration) == L"3 minutes"; }));
+    EXPECT_TRUE(bar.IsEnabled(CMD_SAVE));
 
     PressKeys({VK_CONTROL, 'S'});
     EXPECT_TRUE(WaitFor([&] { return !bar.IsChecked(CMD_TIMER); }));
     EXPECT_EQ(bar.Text(CMD_TIMER), L"On");
-    const uint64_t saved = StoredDuration();
-    EXPECT_GT(saved, 0u);
-    ASSERT_TRUE(LetTicksPass(editor)) << "the ticks go on";
+    LetMinutesPass(editor, 3);
+    EXPECT_TRUE(WaitFor([&] { return TextOf(duration) == L"6 minutes"; })) << "the ticks go on";
 
     ASSERT_TRUE(Click(bar.BodyPoint(CMD_TIMER)));
     EXPECT_TRUE(WaitFor([&] { return bar.Text(CMD_TIMER) == L"Off"; }));
     EXPECT_FALSE(bar.IsChecked(CMD_TIMER));
     EXPECT_EQ(NumberSetting(L"Settings", L"Tmrh"), 0u);
     EXPECT_EQ(NumberSetting(L"Settings", L"Tmrl"), 0u);
-    const uint64_t after = SystemsAge();
     PressButton(editor, IDOK);
     ASSERT_TRUE(WaitUntilGone(editor));
-    EXPECT_GT(StoredDuration(), saved);
-    EXPECT_LE(StoredDuration(), after - before);
-    EXPECT_EQ(StoreReader(m_store.Path()).QueryOne("SELECT end_time - date = duration FROM journal"), "1");
+    const StoreReader store(m_store.Path());
+    EXPECT_EQ(store.QueryOne("SELECT duration / 600000000 FROM journal"), "6");
+    EXPECT_EQ(store.QueryOne("SELECT end_time - date = duration FROM journal"), "1");
     EXPECT_TRUE(m_journal.Close());
 }
 
