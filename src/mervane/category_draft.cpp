@@ -15,6 +15,20 @@ struct LocalBlock {
     ~LocalBlock() { LocalFree(properties); }
 };
 
+Answer IsThere(DbCategories& categories, CEOID id)
+{
+    if (categories.Exists(id))
+        return Answer::Yes;
+    return categories.Trouble() == StoreTrouble::None ? Answer::No : Answer::Failed;
+}
+
+// Does it with a category that is still there; one that is gone needs nothing done.
+template <typename Action> bool DoIfThere(DbCategories& categories, CEOID id, Action action)
+{
+    const Answer isThere = IsThere(categories, id);
+    return isThere == Answer::No || (isThere == Answer::Yes && action());
+}
+
 // Stands in the way of no name that somebody would give.
 std::wstring PassingName(CEOID id)
 {
@@ -31,7 +45,10 @@ bool CategoryDraft::Load(DbCategories& categories)
     m_deleted.clear();
     const CeDBase::ReadScope scope(categories);
     for (int found = categories.SeekFirstRecord(); found; found = categories.SeekNextRecord())
-        Read(categories);
+        if (!Read(categories))
+            return false;
+    if (MayPass(categories.Trouble()))
+        return false;
     SortKeyMaker maker;
     for (Draft& draft : m_drafts)
         draft.key = maker.Make(draft.item.name);
@@ -39,13 +56,15 @@ bool CategoryDraft::Load(DbCategories& categories)
     return true;
 }
 
-// The current record. One whose name is no text is nothing that could be shown.
-void CategoryDraft::Read(DbCategories& categories)
+// The current record. One whose name is no text, or that is damaged, is nothing that could be shown.
+bool CategoryDraft::Read(DbCategories& categories)
 {
     WORD count = 0;
     LocalBlock block;
     Draft draft;
     draft.item.id = categories.ReadRecord(&count, nullptr, &block.properties);
+    if (!draft.item.id)
+        return !MayPass(categories.Trouble());
     bool hasName = false;
     for (WORD i = 0; i < count; ++i) {
         const CEPROPVAL& property = block.properties[i];
@@ -59,9 +78,10 @@ void CategoryDraft::Read(DbCategories& categories)
         }
     }
     if (!hasName)
-        return;
+        return true;
     draft.stored = draft.item;
     m_drafts.push_back(std::move(draft));
+    return true;
 }
 
 CategoryDraft::Fault CategoryDraft::Check(std::wstring_view name, int row) const
@@ -139,19 +159,18 @@ bool CategoryDraft::Save(DbCategories& categories) const
 
 bool CategoryDraft::DeleteStored(DbCategories& categories) const
 {
-    return std::all_of(m_deleted.begin(), m_deleted.end(),
-                       [&](CEOID id) { return !categories.Exists(id) || categories.DeleteRecord(id); });
+    return std::all_of(m_deleted.begin(), m_deleted.end(), [&](CEOID id) {
+        return DoIfThere(categories, id, [&] { return categories.DeleteRecord(id) != 0; });
+    });
 }
 
 bool CategoryDraft::RenameStored(DbCategories& categories) const
 {
-    for (const Draft& draft : m_drafts) {
-        if (!draft.IsRenamed() || !categories.Exists(draft.item.id))
-            continue;
-        if (!MakeWay(categories, draft) || !categories.Rename(draft.item.id, draft.item.name))
-            return false;
-    }
-    return true;
+    return std::all_of(m_drafts.begin(), m_drafts.end(), [&](const Draft& draft) {
+        return !draft.IsRenamed() || DoIfThere(categories, draft.item.id, [&] {
+            return MakeWay(categories, draft) && categories.Rename(draft.item.id, draft.item.name);
+        });
+    });
 }
 
 // One whose turn comes later may still have the name: two may have changed theirs.
@@ -160,17 +179,19 @@ bool CategoryDraft::MakeWay(DbCategories& categories, const Draft& renamed) cons
     return std::all_of(m_drafts.begin(), m_drafts.end(), [&](const Draft& other) {
         const CEOID id = other.item.id;
         const bool isInTheWay = &other > &renamed && other.IsRenamed() &&
-                                IsSameCategoryName(other.stored.name, renamed.item.name) &&
-                                categories.Exists(id);
-        return !isInTheWay || categories.Rename(id, PassingName(id));
+                                IsSameCategoryName(other.stored.name, renamed.item.name);
+        return !isInTheWay ||
+               DoIfThere(categories, id, [&] { return categories.Rename(id, PassingName(id)) != 0; });
     });
 }
 
 bool CategoryDraft::HideStored(DbCategories& categories) const
 {
     return std::all_of(m_drafts.begin(), m_drafts.end(), [&](const Draft& draft) {
-        return draft.IsNew() || draft.item.hidden == draft.stored.hidden ||
-               !categories.Exists(draft.item.id) || categories.SetHidden(draft.item.id, draft.item.hidden);
+        const bool isSame = draft.IsNew() || draft.item.hidden == draft.stored.hidden;
+        return isSame || DoIfThere(categories, draft.item.id, [&] {
+                   return categories.SetHidden(draft.item.id, draft.item.hidden) != 0;
+               });
     });
 }
 

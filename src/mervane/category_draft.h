@@ -21,7 +21,8 @@ class CategoryDraft {
     };
     enum class Fault { None, Empty, TooLong, Taken };
 
-    // Takes the categories as they are stored; false when they are not open.
+    // Takes the categories as they are stored, of a damaged store those that can be read; false when they are
+    // not open or cannot be read now.
     [[nodiscard]] bool Load(DbCategories& categories);
 
     // In the order of their names.
@@ -39,8 +40,8 @@ class CategoryDraft {
     bool IsChanged() const;
     // Makes the stored categories so, in one transaction; without changes nothing is written. What other
     // programs have changed stays where it was not changed here, and what they have deleted stays deleted.
-    // False when not all could be written, for instance because another program has given a name to a
-    // category of its own: nothing is stored then.
+    // False when not all could be written: nothing is stored then. The categories' Trouble says why, None
+    // when another program has given a name to a category of its own.
     [[nodiscard]] bool Save(DbCategories& categories) const;
 
   private:
@@ -53,7 +54,7 @@ class CategoryDraft {
     };
 
     static bool ComesBefore(const Draft& a, const Draft& b);
-    void Read(DbCategories& categories);
+    bool Read(DbCategories& categories);
     int Insert(Draft draft);
     bool DeleteStored(DbCategories& categories) const;
     bool RenameStored(DbCategories& categories) const;

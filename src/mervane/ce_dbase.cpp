@@ -27,9 +27,11 @@ CeDBase::~CeDBase()
 int CeDBase::OpenTable(HWND owner)
 {
     CeDBase::Close();
-    m_store = Store::Open();
+    m_store = Store::Open(&m_closed);
+    m_trouble = m_closed;
     if (!m_store)
         return 0;
+    m_closed = StoreTrouble::Unreachable;
     m_cursor = std::make_unique<Cursor>(*m_store, m_table, SORTORDERSPEC{InfoOf(m_table).defaultSort, 0});
     m_store->Changes().AddOwner(m_table, owner, this);
     return 1;
@@ -63,49 +65,50 @@ void CeDBase::GetSort(SORTORDERSPEC* sort) const
 
 CEOID CeDBase::SeekRecord(CEOID id)
 {
+    const ReadOperation operation(*this);
     if (!m_store)
         return 0;
-    const ReadScope scope(*this);
-    m_cursor->SetCurrent(m_store->TableOf(m_table).Exists(id) ? id : 0);
+    const bool isThere = m_store->TableOf(m_table).Exists(id) == mervane::Answer::Yes;
+    m_cursor->SetCurrent(isThere ? id : 0);
     return m_cursor->Current();
 }
 
 int CeDBase::SeekFirstRecord()
 {
-    const ReadScope scope(*this);
+    const ReadOperation operation(*this);
     return m_store && m_cursor->First() ? 1 : 0;
 }
 
 int CeDBase::SeekNextRecord()
 {
-    const ReadScope scope(*this);
+    const ReadOperation operation(*this);
     return m_store && m_cursor->Next() ? 1 : 0;
 }
 
 int CeDBase::DeleteRecord(CEOID id)
 {
+    const Operation operation(*this);
     return m_store && m_store->DeleteRecord(m_table, id) ? 1 : 0;
 }
 
 DWORD CeDBase::RecordCount()
 {
+    const ReadOperation operation(*this);
     if (!m_store)
         return 0;
-    const ReadScope scope(*this);
     return static_cast<DWORD>(std::min(m_cursor->Count(), kMostRecordsCounted));
 }
 
 CEOID CeDBase::ReadRecord(WORD* count, const CEPROPID* wanted, CEPROPVAL** properties)
 {
+    const ReadOperation operation(*this);
     if (properties)
         *properties = nullptr;
     if (!count || !properties)
         return 0;
     CEOID id = 0;
-    if (m_store && (wanted || *count == 0)) {
-        const ReadScope scope(*this);
+    if (m_store && (wanted || *count == 0))
         id = m_store->TableOf(m_table).Read(m_cursor->Current(), count, wanted, properties);
-    }
     if (!id)
         *count = 0;
     return id;
@@ -113,6 +116,7 @@ CEOID CeDBase::ReadRecord(WORD* count, const CEPROPID* wanted, CEPROPVAL** prope
 
 CEOID CeDBase::WriteRecord(CEOID id, WORD count, const CEPROPVAL* properties)
 {
+    const Operation operation(*this);
     mervane::RecordValues values;
     if (!m_store || !values.Read(InfoOf(m_table), count, properties))
         return 0;
@@ -121,19 +125,19 @@ CEOID CeDBase::WriteRecord(CEOID id, WORD count, const CEPROPVAL* properties)
 
 CEOID CeDBase::SeekRow(uint32_t row)
 {
-    const ReadScope scope(*this);
+    const ReadOperation operation(*this);
     return m_store ? m_cursor->ToRow(row) : 0;
 }
 
 CEOID CeDBase::IdOfRow(uint32_t row)
 {
-    const ReadScope scope(*this);
+    const ReadOperation operation(*this);
     return m_store ? m_cursor->At(row) : 0;
 }
 
 int CeDBase::RowOf(CEOID id)
 {
-    const ReadScope scope(*this);
+    const ReadOperation operation(*this);
     return m_store ? m_cursor->RowOf(id) : -1;
 }
 
@@ -159,18 +163,18 @@ uint32_t CeDBase::RowFilterStamp() const
 
 uint32_t CeDBase::PassingRows()
 {
-    const ReadScope scope(*this);
+    const ReadOperation operation(*this);
     return m_store ? m_cursor->PassingCount() : 0;
 }
 
 int CeDBase::GetStr(CEOID id, wchar_t* text, int size, CEPROPID property)
 {
+    const ReadOperation operation(*this);
     if (!text || size <= 0)
         return 0;
     text[0] = L'\0';
     if (!m_store)
         return 0;
-    const ReadScope scope(*this);
     const auto stored = m_store->TableOf(m_table).ReadText(id, property);
     if (!stored)
         return 0;
@@ -183,25 +187,31 @@ uint32_t CeDBase::NameRank(CEOID id)
 {
     if (!m_store || !InfoOf(m_table).nameProperty)
         return UINT32_MAX;
-    const ReadScope scope(*this);
+    const ReadOperation operation(*this);
     return m_store->NamesOf(m_table).RankOf(id);
 }
 
 int CeDBase::SetStrFromBlob(const CEBLOB& blob, wchar_t separator, wchar_t** text)
 {
+    const ReadOperation operation(*this);
     if (!text)
         return 0;
     *text = nullptr;
     if (!m_store || !InfoOf(m_table).nameProperty)
         return 0;
-    const ReadScope scope(*this);
-    const std::wstring joined = m_store->NamesOf(m_table).Join(mervane::ReadIdBlob(blob).ids, separator);
+    const std::vector<CEOID> ids = mervane::ReadIdBlob(blob).ids;
+    const mervane::NameCache& names = m_store->NamesOf(m_table);
+    if (std::any_of(ids.begin(), ids.end(), [&](CEOID id) { return !names.Find(id); }))
+        m_store->Note(names.Missing());
+    const std::wstring joined = names.Join(ids, separator);
     if (joined.empty())
         return 0;
     const size_t bytes = (joined.size() + 1) * sizeof(wchar_t);
     *text = static_cast<wchar_t*>(LocalAlloc(LMEM_FIXED, bytes));
-    if (!*text)
+    if (!*text) {
+        m_store->Note(StoreTrouble::NoMemory);
         return 0;
+    }
     memcpy(*text, joined.c_str(), bytes);
     return static_cast<int>(joined.size());
 }
@@ -218,8 +228,10 @@ CeDBase::ReadScope::~ReadScope()
         m_store->EndRead();
 }
 
-CeDBase::BulkScope::BulkScope(CeDBase& database) : m_store(database.m_store)
+CeDBase::BulkScope::BulkScope(CeDBase& database)
+    : m_database(database), m_store(database.m_store), m_trouble(database.m_closed)
 {
+    const Operation operation(database);
     if (m_store)
         m_store->BeginBulk();
 }
@@ -234,5 +246,29 @@ int CeDBase::BulkScope::Commit()
 {
     const auto store = std::move(m_store);
     m_store.reset();
-    return store && store->EndBulk(true) ? 1 : 0;
+    const bool done = store && store->EndBulk(true);
+    if (store)
+        m_trouble = done ? StoreTrouble::None : store->BulkTrouble();
+    m_database.m_trouble = m_trouble;
+    return done ? 1 : 0;
+}
+
+StoreTrouble CeDBase::BulkScope::Trouble() const
+{
+    return m_store ? m_store->BulkTrouble() : m_trouble;
+}
+
+CeDBase::Operation::Operation(CeDBase& database) : m_database(database), m_store(database.m_store)
+{
+    if (m_store)
+        m_outer = m_store->TakeTrouble();
+}
+
+CeDBase::Operation::~Operation()
+{
+    m_database.m_trouble = m_store ? m_store->TakeTrouble() : m_database.m_closed;
+    if (!m_store)
+        return;
+    m_store->Note(m_outer);
+    m_store->Note(m_database.m_trouble);
 }

@@ -5,11 +5,13 @@
 // database while a first is open costs nothing. Everything runs on the thread that opened it.
 //
 // Operations return 1 for success and 0 for failure. A write either is on disk when it returns or has
-// returned 0 and left the record as it was. Identifiers are never reused.
+// returned 0 and left the record as it was. Identifiers are never reused. Trouble() tells a 0 that means "no"
+// from one that means that the answer is not known.
 #pragma once
 
 #include "mervane/ce_types.h"
 #include "mervane/row_filter.h"
+#include "mervane/trouble.h"
 
 #include <cstdint>
 #include <memory>
@@ -40,6 +42,12 @@ class CeDBase {
     CeDBase& operator=(const CeDBase&) = delete;
 
     virtual int Close();
+
+    // Of this object's last operation: None when it was done, and when its answer is a true "no" (there is no
+    // such record, the value is refused); otherwise why it failed. An answer that stands beside a trouble is
+    // one of what could be read. Every operation fails while the database is closed, for the reason for which
+    // it could not be opened.
+    [[nodiscard]] StoreTrouble Trouble() const { return m_trouble; }
 
     // flag is always 1 here. Records that lack the property come last in either direction, equal ones by
     // identifier; texts sort by the user's locale without regard to case. A property that this database does
@@ -128,14 +136,42 @@ class CeDBase {
         BulkScope& operator=(const BulkScope&) = delete;
 
         [[nodiscard]] int Commit();
+        // Why not everything could be written: the first trouble of a write in the scope, or its end's. After
+        // Commit it is the database's Trouble too.
+        [[nodiscard]] StoreTrouble Trouble() const;
 
       private:
+        CeDBase& m_database;
         std::shared_ptr<mervane::Store> m_store;
+        StoreTrouble m_trouble = StoreTrouble::None; // once m_store is given up
     };
 
     bool IsOpen() const;
 
   protected:
+    // One operation, which leaves its trouble behind. They nest: the first trouble inside counts.
+    class Operation {
+      public:
+        explicit Operation(CeDBase& database);
+        ~Operation();
+        Operation(const Operation&) = delete;
+        Operation& operator=(const Operation&) = delete;
+
+      private:
+        CeDBase& m_database;
+        std::shared_ptr<mervane::Store> m_store;
+        StoreTrouble m_outer = StoreTrouble::None;
+    };
+    // One that reads.
+    class ReadOperation {
+      public:
+        explicit ReadOperation(CeDBase& database) : m_operation(database), m_scope(database) {}
+
+      private:
+        Operation m_operation;
+        ReadScope m_scope;
+    };
+
     explicit CeDBase(mervane::TableId table);
 
     // Opens the store if this process has not yet, and this database in it. owner, which may be null, gets
@@ -149,4 +185,6 @@ class CeDBase {
     std::shared_ptr<mervane::Store> m_store;   // null while closed
     std::unique_ptr<mervane::Cursor> m_cursor; // sort order, row filter and current record
     uint32_t m_lastStamp = 0;                  // of a row filter
+    StoreTrouble m_trouble = StoreTrouble::None;
+    StoreTrouble m_closed = StoreTrouble::Unreachable; // why it is
 };

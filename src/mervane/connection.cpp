@@ -25,18 +25,27 @@ bool RunOnce(Statement& statement)
 
 bool Connection::Open(const std::wstring& path)
 {
-    if (!OpenStoreFile(m_database, path))
+    if (!OpenStoreFile(m_database, path) || !Prepare())
         return false;
+    m_nextShortening = kLongLog;
+    sqlite3_wal_hook(m_database.Handle(), OnCommit, this);
+    // What was there before counts as seen, and what was tried on the way as done.
+    if (HasForeignChange() == Answer::Failed)
+        return false;
+    m_database.TakeTrouble();
+    return true;
+}
+
+// A transaction could not be ended by a statement that is not there.
+bool Connection::Prepare()
+{
     m_begin = Statement(m_database, "BEGIN");
     m_beginImmediate = Statement(m_database, "BEGIN IMMEDIATE");
     m_commit = Statement(m_database, "COMMIT");
     m_rollback = Statement(m_database, "ROLLBACK");
     m_dataVersion = Statement(m_database, "PRAGMA data_version");
-    m_nextShortening = kLongLog;
-    sqlite3_wal_hook(m_database.Handle(), OnCommit, this);
-    // What was there before counts as seen.
-    (void)HasForeignChange();
-    return true;
+    return m_begin.IsValid() && m_beginImmediate.IsValid() && m_commit.IsValid() && m_rollback.IsValid() &&
+           m_dataVersion.IsValid();
 }
 
 int Connection::OnCommit(void* self, sqlite3*, const char*, int logPages)
@@ -52,7 +61,11 @@ bool Connection::BeginRead()
 
 bool Connection::BeginWrite()
 {
-    return !m_database.IsReadOnly() && RunOnce(m_beginImmediate);
+    if (m_database.IsReadOnly()) {
+        m_database.NoteTrouble(StoreTrouble::ReadOnly);
+        return false;
+    }
+    return RunOnce(m_beginImmediate);
 }
 
 bool Connection::Commit()
@@ -65,8 +78,8 @@ bool Connection::Commit()
 
 void Connection::Rollback()
 {
-    if (InTransaction())
-        (void)RunOnce(m_rollback);
+    if (InTransaction() && !RunOnce(m_rollback))
+        (void)m_database.Execute("ROLLBACK"); // the next read or write tries it again
 }
 
 void Connection::MaybeShortenLog()
@@ -79,15 +92,15 @@ void Connection::MaybeShortenLog()
     m_nextShortening = m_logPages + kLogStep;
 }
 
-bool Connection::HasForeignChange()
+Answer Connection::HasForeignChange()
 {
     const ScopedReset reset(m_dataVersion);
     if (m_dataVersion.Step() != Statement::Result::Row)
-        return false;
+        return Answer::Failed;
     const auto version = m_dataVersion.Integer(0);
     const bool changed = m_seenVersion && version != m_seenVersion;
     m_seenVersion = version;
-    return changed;
+    return AnswerOf(changed);
 }
 
 } // namespace mervane

@@ -21,11 +21,14 @@ class Connection {
     // A write is on disk when this returns true.
     [[nodiscard]] bool Commit();
     void Rollback();
+    // Never a commit, or what a failed rollback has left open would be one.
+    void EndRead() { Rollback(); }
 
-    // Whether another connection has changed the store since this was asked last. Inside a transaction.
-    bool HasForeignChange();
+    // Whether another connection has changed the store since this was last answered. Inside a transaction.
+    [[nodiscard]] Answer HasForeignChange();
 
   private:
+    [[nodiscard]] bool Prepare();
     static int OnCommit(void* self, sqlite3* handle, const char* name, int logPages);
     void MaybeShortenLog();
 

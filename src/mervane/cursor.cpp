@@ -120,10 +120,17 @@ void Cursor::BeforeWrite(CEOID id, const RecordValues* values)
     m_following = m_orders.At(m_way, row + 1);
 }
 
+void Cursor::NoteMissing()
+{
+    m_store.Note(m_orders.index->MissingRecords());
+}
+
 CEOID Cursor::MoveTo(uint32_t row, Way way)
 {
     Refresh();
     StandOn(m_orders.At(way, row), way);
+    if (!m_current)
+        NoteMissing();
     m_row = row;
     m_rowVersion = m_orders.Of(way).Version();
     m_rowKnown = m_current != 0;
@@ -137,6 +144,8 @@ CEOID Cursor::Next()
     Refresh();
     if (m_hasLeft) {
         StandOn(m_following, m_way);
+        if (!m_current)
+            NoteMissing();
         return m_current;
     }
     const bool rowHolds = m_rowKnown && m_rowVersion == m_orders.Of(m_way).Version();
@@ -144,31 +153,42 @@ CEOID Cursor::Next()
     if (row != kNoRow)
         return MoveTo(row + 1, m_way);
     StandOn(0, m_way);
+    NoteMissing();
     return 0;
 }
 
 CEOID Cursor::At(uint32_t row)
 {
     Refresh();
-    return m_orders.At(Way::Rows, row);
+    const CEOID id = m_orders.At(Way::Rows, row);
+    if (!id)
+        NoteMissing();
+    return id;
 }
 
 int Cursor::RowOf(CEOID id)
 {
     Refresh();
     const uint32_t row = m_orders.RowOf(Way::Rows, id);
-    return row == kNoRow ? -1 : static_cast<int>(row);
+    if (row != kNoRow)
+        return static_cast<int>(row);
+    NoteMissing();
+    return -1;
 }
 
 uint32_t Cursor::Count()
 {
     Refresh();
+    NoteMissing();
     return m_orders.sort->Count();
 }
 
 uint32_t Cursor::PassingCount()
 {
     Refresh();
+    NoteMissing();
+    if (m_orders.passing)
+        m_store.Note(m_orders.index->MissingValues());
     return m_orders.passing ? m_orders.passing->Count() : m_orders.sort->Count();
 }
 

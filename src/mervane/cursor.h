@@ -27,8 +27,9 @@ class Cursor {
     void SetCurrent(CEOID id) { StandOn(id, Way::Sort); }
 
     // The identifier of the record moved to, which is now the current one; 0 for none. Next goes on in the
-    // way in which the current record was come to: by rows after ToRow, otherwise by the sort alone. Inside a
-    // read, like all that follows.
+    // way in which the current record was come to: by rows after ToRow, otherwise by the sort alone. Where
+    // records are missing that could not be read, the store notes why with the answer "none", and with
+    // counts. Inside a read, like all that follows.
     CEOID First() { return MoveTo(0, Way::Sort); }
     CEOID Next();
     CEOID ToRow(uint32_t row) { return MoveTo(row, Way::Rows); }
@@ -65,6 +66,7 @@ class Cursor {
     bool MovesWith(const RecordValues& values) const;
     void StandOn(CEOID id, Way way);
     CEOID MoveTo(uint32_t row, Way way);
+    void NoteMissing();
 
     Store& m_store;
     TableId m_table;

@@ -19,6 +19,26 @@ CEPROPVAL NameValue(const std::wstring& name)
     return value;
 }
 
+// For what goes through all of them.
+const mervane::NameCache& NamesOrNote(const std::shared_ptr<mervane::Store>& store)
+{
+    const mervane::NameCache& names = store->NamesOf(TableId::Categories);
+    store->Note(names.Missing());
+    return names;
+}
+
+// One that is not found may be among those that could not be read.
+const mervane::NameCache::Entry* FindOrNote(const std::shared_ptr<mervane::Store>& store, CEOID id)
+{
+    if (!store)
+        return nullptr;
+    const mervane::NameCache& names = store->NamesOf(TableId::Categories);
+    const auto* entry = names.Find(id);
+    if (!entry)
+        store->Note(names.Missing());
+    return entry;
+}
+
 } // namespace
 
 DbCategories::DbCategories() : CeDBase(TableId::Categories) {}
@@ -30,43 +50,42 @@ int DbCategories::Open(CEPROPID key, HWND owner)
 
 int DbCategories::IncUse(CEOID id)
 {
+    const Operation operation(*this);
     return IsOpen() && SharedStore()->AddToUses(id, 1) ? 1 : 0;
 }
 
 int DbCategories::DecUse(CEOID id)
 {
+    const Operation operation(*this);
     return IsOpen() && SharedStore()->AddToUses(id, -1) ? 1 : 0;
 }
 
 int DbCategories::IsHidden(CEOID id)
 {
-    if (!IsOpen())
-        return 0;
-    const ReadScope scope(*this);
-    const auto* entry = SharedStore()->NamesOf(TableId::Categories).Find(id);
+    const ReadOperation operation(*this);
+    const auto* entry = FindOrNote(SharedStore(), id);
     return entry && entry->hidden ? 1 : 0;
 }
 
 int DbCategories::Exists(CEOID id)
 {
-    if (!IsOpen())
-        return 0;
-    const ReadScope scope(*this);
-    return SharedStore()->NamesOf(TableId::Categories).Find(id) ? 1 : 0;
+    const ReadOperation operation(*this);
+    return FindOrNote(SharedStore(), id) ? 1 : 0;
 }
 
 int DbCategories::GetNumActiveRecords()
 {
+    const ReadOperation operation(*this);
     if (!IsOpen())
         return 0;
-    const ReadScope scope(*this);
-    const auto& entries = SharedStore()->NamesOf(TableId::Categories).Entries();
+    const auto& entries = NamesOrNote(SharedStore()).Entries();
     return static_cast<int>(
         std::count_if(entries.begin(), entries.end(), [](const auto& e) { return !e.hidden; }));
 }
 
 int DbCategories::Reset()
 {
+    const Operation operation(*this);
     return IsOpen() && SharedStore()->ResetUses() ? 1 : 0;
 }
 
@@ -98,12 +117,13 @@ HWND DbCategories::CreateListView(HINSTANCE instance, HWND parent, const RECT& r
 // The names are copied first: what the list tells its parent while it is filled may lead to a write.
 int DbCategories::UpdateListView(HWND list)
 {
+    const Operation operation(*this);
     if (!IsOpen() || !IsWindow(list))
         return 0;
     std::vector<mervane::NameCache::Entry> active;
     {
         const ReadScope scope(*this);
-        const auto& entries = SharedStore()->NamesOf(TableId::Categories).Entries();
+        const auto& entries = NamesOrNote(SharedStore()).Entries();
         std::copy_if(entries.begin(), entries.end(), std::back_inserter(active),
                      [](const auto& entry) { return !entry.hidden; });
     }

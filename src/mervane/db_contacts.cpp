@@ -32,9 +32,13 @@ int DbContacts::SetBlob(CEBLOB* blob)
 
 std::wstring_view DbContacts::NameOf(CEOID id)
 {
+    const Operation operation(*this);
     if (!IsOpen())
         return {};
-    const auto* entry = SharedStore()->NamesOf(mervane::TableId::Contacts).Find(id);
+    const mervane::NameCache& names = SharedStore()->NamesOf(mervane::TableId::Contacts);
+    const auto* entry = names.Find(id);
+    if (!entry)
+        SharedStore()->Note(names.Missing());
     return entry ? std::wstring_view(entry->name) : std::wstring_view();
 }
 

@@ -25,9 +25,9 @@ int DbJournal::Open(HWND owner, const SORTORDERSPEC& sort)
 
 const wchar_t* DbJournal::GetSubject(CEOID id)
 {
+    const ReadOperation operation(*this);
     m_subject.clear();
     if (const auto& store = SharedStore()) {
-        const ReadScope scope(*this);
         m_subject = store->TableOf(mervane::TableId::Journal).ReadText(id, kSubject).value_or(L"");
     }
     return m_subject.c_str();
@@ -66,10 +66,10 @@ CEOID DbJournal::FindDateAfter(CEOID id, CEPROPID property, const FILETIME& date
 
 CEOID DbJournal::FindBehind(CEOID id, const mervane::SearchRequest& request)
 {
+    const ReadOperation operation(*this);
     const auto& store = SharedStore();
     if (!store)
         return 0;
-    const ReadScope scope(*this);
     SORTORDERSPEC sort{};
     GetSort(&sort);
     return m_search->Next(store, mervane::TableId::Journal, sort, request, id);

@@ -15,7 +15,7 @@ struct KeyedEntry {
     NameCache::Entry entry;
 };
 
-bool ReadEntries(Database& database, TableId table, std::vector<KeyedEntry>* entries)
+StoreTrouble ReadEntries(Database& database, TableId table, std::vector<KeyedEntry>* entries)
 {
     const char* columns = table == TableId::Categories ? "name, hidden" : "file_as, 0";
     SortKeyMaker maker;
@@ -34,11 +34,14 @@ bool ReadEntries(Database& database, TableId table, std::vector<KeyedEntry>* ent
 NameCache::NameCache(Database& database, TableId table)
 {
     std::vector<KeyedEntry> keyed;
-    m_complete = ReadEntries(database, table, &keyed);
+    m_missing = ReadEntries(database, table, &keyed);
     std::sort(keyed.begin(), keyed.end(), [](const KeyedEntry& a, const KeyedEntry& b) {
         const int order = a.key.compare(b.key);
         return order ? order < 0 : a.entry.id < b.entry.id;
     });
+    // Around damage a record may have come twice.
+    const auto isSame = [](const KeyedEntry& a, const KeyedEntry& b) { return a.entry.id == b.entry.id; };
+    keyed.erase(std::unique(keyed.begin(), keyed.end(), isSame), keyed.end());
     m_entries.reserve(keyed.size());
     m_rankOf.reserve(keyed.size());
     for (KeyedEntry& item : keyed) {
@@ -89,7 +92,7 @@ const NameCache& NameCaches::Of(TableId table)
 void NameCaches::ForgetIncomplete()
 {
     for (auto& cache : m_caches)
-        if (cache && !cache->IsComplete())
+        if (cache && MayPass(cache->Missing()))
             cache.reset();
 }
 

@@ -26,19 +26,20 @@ class NameCache {
 
     // In the order of the names.
     const std::vector<Entry>& Entries() const { return m_entries; }
-    // null: there is no such record, or it has no name.
+    // null: there is no such record, it has no name, or its name is missing.
     const Entry* Find(CEOID id) const;
     // The place in Entries(); UINT32_MAX where Find gives null.
     uint32_t RankOf(CEOID id) const;
     // The names of the records, in the order of the names, joined; unknown identifiers are left out.
     std::wstring Join(std::span<const CEOID> ids, wchar_t separator) const;
-    // false when not all could be read, for a reason that may pass.
-    bool IsComplete() const { return m_complete; }
+    // Why not all names are known; None when they are. Only then does an identifier or a name that is not
+    // found not exist.
+    StoreTrouble Missing() const { return m_missing; }
 
   private:
     std::vector<Entry> m_entries;
     std::vector<std::pair<CEOID, uint32_t>> m_rankOf; // by identifier
-    bool m_complete;
+    StoreTrouble m_missing;
 };
 
 // The names of each table, read when first asked for.
@@ -50,6 +51,7 @@ class NameCaches {
     const NameCache& Of(TableId table);
     void Forget(TableId table) { m_caches[IndexOf(table)].reset(); }
     void ForgetAll() { m_caches = {}; }
+    // What could not be read for a reason that may pass.
     void ForgetIncomplete();
 
   private:

@@ -107,13 +107,17 @@ CEPROPVAL* PackRow(const Statement& row, std::span<const WantedColumn> wanted, b
     size_t bytes = (wanted.empty() ? 1 : wanted.size()) * sizeof(CEPROPVAL);
     for (const WantedColumn& column : wanted)
         bytes += TailBytes(row, column);
-    auto* block = static_cast<CEPROPVAL*>(LocalAlloc(LMEM_FIXED, bytes));
+    auto* block = row.HasFailed() ? nullptr : static_cast<CEPROPVAL*>(LocalAlloc(LMEM_FIXED, bytes));
     if (!block)
         return nullptr;
     BlockWriter writer(block, wanted.size());
     for (const WantedColumn& column : wanted)
         if (!PutProperty(row, column, writer) && !skipMissing)
             writer.Add(column.id).wFlags = CEDB_PROPNOTFOUND;
+    if (row.HasFailed()) {
+        LocalFree(block);
+        return nullptr;
+    }
     *count = static_cast<WORD>(writer.Next() - block);
     return block;
 }

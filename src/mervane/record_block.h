@@ -16,7 +16,8 @@ struct WantedColumn {
 };
 
 // Packs the wanted columns of the statement's current row. Those that the row lacks are flagged, or left out
-// when skipMissing is set; *count is the number of properties in the block. Null when there is no memory.
+// when skipMissing is set; *count is the number of properties in the block. Null when there is no memory: a
+// value that could not be read is not one that the row lacks.
 CEPROPVAL* PackRow(const Statement& row, std::span<const WantedColumn> wanted, bool skipMissing, WORD* count);
 
 } // namespace mervane

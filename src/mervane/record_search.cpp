@@ -46,10 +46,12 @@ CEOID RecordSearch::Next(const std::shared_ptr<Store>& store, TableId table, con
     if (m_store.lock() != store || m_basis != basis) {
         m_basis.reset();
         m_store = store;
-        if (!Find(*store, basis, *order))
-            return 0;
-        m_basis = basis;
+        m_missed = Find(*store, basis, *order);
+        if (!MayPass(m_missed))
+            m_basis = basis;
     }
+    if (m_found.empty())
+        store->Note(m_missed);
     if (m_found.empty())
         return 0;
     m_lastAnswer = IndexBehind(*order, index, behind) % m_found.size();
@@ -57,7 +59,7 @@ CEOID RecordSearch::Next(const std::shared_ptr<Store>& store, TableId table, con
 }
 
 // One pass over the table in the order in which it lies, then one over the rows.
-bool RecordSearch::Find(Store& store, const Basis& basis, const RowOrder& order)
+StoreTrouble RecordSearch::Find(Store& store, const Basis& basis, const RowOrder& order)
 {
     m_found.clear();
     m_rows.clear();
@@ -65,19 +67,21 @@ bool RecordSearch::Find(Store& store, const Basis& basis, const RowOrder& order)
     const TableInfo& info = InfoOf(basis.table);
     const int property = FindProperty(info, basis.request.property);
     if (!CanSearch(property, basis.request.property))
-        return false;
-    const RecordSet& records = store.IndexOf(basis.table)->Records();
+        return StoreTrouble::None;
+    TableIndex& index = *store.IndexOf(basis.table);
+    const RecordSet& records = index.Records();
     const PlaceFinder finder(records);
     std::vector<bool> isFound(records.PlaceCount());
     const Matches matches = MatcherOf(basis.request);
     const char* column = info.properties[static_cast<size_t>(property)].column;
-    if (!store.Scan(basis.table, column, [&](CEOID id, const Statement& row) {
-            if (!matches(row))
-                return;
-            if (const uint32_t place = finder.Find(id); place != kNoPlace)
-                isFound[place] = true;
-        }))
-        return false;
+    const StoreTrouble missed = store.Scan(basis.table, column, [&](CEOID id, const Statement& row) {
+        if (!matches(row))
+            return;
+        if (const uint32_t place = finder.Find(id); place != kNoPlace)
+            isFound[place] = true;
+    });
+    if (MayPass(missed))
+        return missed;
     uint32_t row = 0;
     order.ForEachPlace([&](uint32_t place) {
         if (isFound[place]) {
@@ -86,7 +90,7 @@ bool RecordSearch::Find(Store& store, const Basis& basis, const RowOrder& order)
         }
         ++row;
     });
-    return true;
+    return missed == StoreTrouble::None ? index.MissingRecords() : missed;
 }
 
 size_t RecordSearch::IndexBehind(const RowOrder& order, TableIndex& index, CEOID id) const

@@ -29,7 +29,8 @@ struct SearchRequest {
 class RecordSearch {
   public:
     // The first record found behind the given one in the order of the sort, wrapping round; 0 for none. For
-    // a record that is not there, 0 for one, the first of all. Inside a read.
+    // a record that is not there, 0 for one, the first of all. Where not all could be searched, the store
+    // notes why with an answer of 0. Inside a read.
     CEOID Next(const std::shared_ptr<Store>& store, TableId table, const SORTORDERSPEC& sort,
                const SearchRequest& request, CEOID behind);
 
@@ -45,14 +46,15 @@ class RecordSearch {
         bool operator==(const Basis&) const = default;
     };
 
-    bool Find(Store& store, const Basis& basis, const RowOrder& order);
+    StoreTrouble Find(Store& store, const Basis& basis, const RowOrder& order);
     size_t IndexBehind(const RowOrder& order, TableIndex& index, CEOID id) const;
 
     std::weak_ptr<Store> m_store;
-    std::optional<Basis> m_basis; // none while nothing was found out
-    std::vector<CEOID> m_found;   // in the order of the sort
-    std::vector<uint32_t> m_rows; // theirs
-    size_t m_lastAnswer = 0;      // where the last answer stands in m_found
+    std::optional<Basis> m_basis;               // none while nothing was found out
+    std::vector<CEOID> m_found;                 // in the order of the sort
+    std::vector<uint32_t> m_rows;               // theirs
+    StoreTrouble m_missed = StoreTrouble::None; // why not all records were searched
+    size_t m_lastAnswer = 0;                    // where the last answer stands in m_found
 };
 
 } // namespace mervane

@@ -2,9 +2,8 @@
 
 #include <sqlite3.h>
 
-#include <utility>
-
 #include "mervane/file_growth.h"
+#include "mervane/sql_trouble.h"
 #include "mervane/text_codec.h"
 
 namespace mervane {
@@ -47,6 +46,7 @@ bool Database::Open(const std::wstring& path, Mode mode)
     GrowFilesByWriting();
     const std::string name = mode == Mode::Unchanging ? UnchangingUri(path) : EncodeText(path);
     if (sqlite3_open_v2(name.c_str(), &m_handle, OpenFlags(mode), nullptr) != SQLITE_OK) {
+        NoteFailure();
         Close();
         return false;
     }
@@ -74,7 +74,10 @@ void Database::KeepLog()
 
 bool Database::Execute(const char* sql)
 {
-    return sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+    if (sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr) == SQLITE_OK)
+        return true;
+    NoteFailure();
+    return false;
 }
 
 std::optional<int64_t> Database::QueryInteger(const char* sql)
@@ -89,10 +92,13 @@ bool Database::InTransaction() const
 {
     return m_handle && !sqlite3_get_autocommit(m_handle);
 }
-bool Database::IsDamaged() const
+
+StoreTrouble Database::NoteFailure()
 {
-    const int error = sqlite3_errcode(m_handle) & 0xFF;
-    return error == SQLITE_CORRUPT || error == SQLITE_NOTADB;
+    const StoreTrouble trouble =
+        TroubleOf(sqlite3_extended_errcode(m_handle), static_cast<DWORD>(sqlite3_system_errno(m_handle)));
+    NoteTrouble(trouble);
+    return trouble;
 }
 
 int64_t Database::LastInsertId() const
@@ -104,11 +110,13 @@ int Database::Changes() const
     return sqlite3_changes(m_handle);
 }
 
-Statement::Statement(Database& database, std::string_view sql)
+Statement::Statement(Database& database, std::string_view sql) : m_database(&database)
 {
-    if (database.IsOpen())
-        sqlite3_prepare_v3(database.Handle(), sql.data(), static_cast<int>(sql.size()),
-                           SQLITE_PREPARE_PERSISTENT, &m_statement, nullptr);
+    if (!database.IsOpen())
+        m_compiling = StoreTrouble::Unreachable;
+    else if (sqlite3_prepare_v3(database.Handle(), sql.data(), static_cast<int>(sql.size()),
+                                SQLITE_PREPARE_PERSISTENT, &m_statement, nullptr) != SQLITE_OK)
+        m_compiling = database.NoteFailure();
 }
 
 Statement::~Statement()
@@ -116,55 +124,85 @@ Statement::~Statement()
     sqlite3_finalize(m_statement);
 }
 
-Statement::Statement(Statement&& other) noexcept : m_statement(std::exchange(other.m_statement, nullptr)) {}
+Statement::Statement(Statement&& other) noexcept
+    : m_database(other.m_database), m_statement(std::exchange(other.m_statement, nullptr)),
+      m_compiling(other.m_compiling), m_failed(other.m_failed)
+{}
 
 Statement& Statement::operator=(Statement&& other) noexcept
 {
+    std::swap(m_database, other.m_database);
     std::swap(m_statement, other.m_statement);
+    std::swap(m_compiling, other.m_compiling);
+    std::swap(m_failed, other.m_failed);
     return *this;
+}
+
+void Statement::Fail() const
+{
+    m_failed = true;
+    m_database->NoteFailure();
+}
+
+void Statement::FailForMemory() const
+{
+    m_failed = true;
+    m_database->NoteTrouble(StoreTrouble::NoMemory);
+}
+
+void Statement::Check(int bound)
+{
+    if (bound != SQLITE_OK)
+        Fail();
 }
 
 void Statement::BindInteger(int parameter, int64_t value)
 {
     if (m_statement)
-        sqlite3_bind_int64(m_statement, parameter, value);
+        Check(sqlite3_bind_int64(m_statement, parameter, value));
 }
 
 void Statement::BindText(int parameter, std::string_view text)
 {
     // An empty view may have no address, which would bind NULL.
     if (m_statement)
-        sqlite3_bind_text64(m_statement, parameter, text.empty() ? "" : text.data(), text.size(),
-                            SQLITE_STATIC, SQLITE_UTF8);
+        Check(sqlite3_bind_text64(m_statement, parameter, text.empty() ? "" : text.data(), text.size(),
+                                  SQLITE_STATIC, SQLITE_UTF8));
 }
 
 void Statement::BindBlob(int parameter, std::span<const BYTE> bytes)
 {
     if (m_statement && bytes.empty())
-        sqlite3_bind_zeroblob(m_statement, parameter, 0);
+        Check(sqlite3_bind_zeroblob(m_statement, parameter, 0));
     else if (m_statement)
-        sqlite3_bind_blob64(m_statement, parameter, bytes.data(), bytes.size(), SQLITE_STATIC);
+        Check(sqlite3_bind_blob64(m_statement, parameter, bytes.data(), bytes.size(), SQLITE_STATIC));
 }
 
 void Statement::BindNull(int parameter)
 {
     if (m_statement)
-        sqlite3_bind_null(m_statement, parameter);
+        Check(sqlite3_bind_null(m_statement, parameter));
 }
 
 Statement::Result Statement::Step()
 {
-    if (!m_statement)
+    if (!m_statement) {
+        if (m_database)
+            m_database->NoteTrouble(m_compiling);
+        return Result::Failed;
+    }
+    if (m_failed)
         return Result::Failed;
     switch (sqlite3_step(m_statement)) {
     case SQLITE_ROW: return Result::Row;
     case SQLITE_DONE: return Result::Done;
-    default: return Result::Failed;
+    default: Fail(); return Result::Failed;
     }
 }
 
 void Statement::Reset()
 {
+    m_failed = false;
     if (m_statement)
         sqlite3_reset(m_statement);
 }
@@ -182,7 +220,10 @@ std::optional<std::string_view> Statement::Text(int column) const
         return std::nullopt;
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
     const int length = sqlite3_column_bytes(m_statement, column);
-    return text ? std::string_view(text, static_cast<size_t>(length)) : std::string_view();
+    if (text)
+        return std::string_view(text, static_cast<size_t>(length));
+    FailForMemory();
+    return std::nullopt;
 }
 
 std::optional<std::span<const BYTE>> Statement::Blob(int column) const
@@ -190,7 +231,12 @@ std::optional<std::span<const BYTE>> Statement::Blob(int column) const
     if (sqlite3_column_type(m_statement, column) != SQLITE_BLOB)
         return std::nullopt;
     const auto* bytes = static_cast<const BYTE*>(sqlite3_column_blob(m_statement, column));
-    return std::span(bytes, bytes ? static_cast<size_t>(sqlite3_column_bytes(m_statement, column)) : 0);
+    const int length = sqlite3_column_bytes(m_statement, column);
+    // An empty one has no address either, but stays a blob.
+    if (bytes || sqlite3_column_type(m_statement, column) == SQLITE_BLOB)
+        return std::span(bytes, bytes ? static_cast<size_t>(length) : 0);
+    FailForMemory();
+    return std::nullopt;
 }
 
 Transaction::Transaction(Database& database)

@@ -9,6 +9,9 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
+
+#include "mervane/trouble.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -41,17 +44,28 @@ class Database {
     std::optional<int64_t> QueryInteger(const char* sql);
 
     bool InTransaction() const;
-    // The last call failed because the file's content is broken.
-    bool IsDamaged() const;
+    // The first failure since it was taken last; None where there was none. What its statements fail in
+    // counts, and so does what is noted. It outlives Close.
+    StoreTrouble Trouble() const { return m_trouble; }
+    StoreTrouble TakeTrouble() { return std::exchange(m_trouble, StoreTrouble::None); }
+    void NoteTrouble(StoreTrouble trouble)
+    {
+        if (m_trouble == StoreTrouble::None)
+            m_trouble = trouble;
+    }
+    // Notes why the last call of SQLite failed, which it returns.
+    StoreTrouble NoteFailure();
     int64_t LastInsertId() const;
     int Changes() const; // rows that the last statement changed
     sqlite3* Handle() const { return m_handle; }
 
   private:
     sqlite3* m_handle = nullptr;
+    StoreTrouble m_trouble = StoreTrouble::None;
 };
 
-// A prepared statement. One that failed to compile is inert: binding does nothing, Step fails.
+// A prepared statement. One that failed to compile is inert: binding does nothing, Step fails. The database,
+// which outlives it, notes its failures.
 class Statement {
   public:
     enum class Result { Row, Done, Failed };
@@ -63,8 +77,11 @@ class Statement {
     Statement& operator=(Statement&& other) noexcept;
 
     bool IsValid() const { return m_statement != nullptr; }
+    // Since the last Reset; of an inert one always. A value that could not be read counts, which otherwise
+    // looks like one of another type.
+    bool HasFailed() const { return m_failed || !m_statement; }
 
-    // Parameters from 1. Texts and blobs are borrowed until Reset.
+    // Parameters from 1. Texts and blobs are borrowed until Reset. Where one cannot be bound, Step fails.
     void BindInteger(int parameter, int64_t value);
     void BindText(int parameter, std::string_view text);
     void BindBlob(int parameter, std::span<const BYTE> bytes);
@@ -83,7 +100,14 @@ class Statement {
     std::optional<std::span<const BYTE>> Blob(int column) const;
 
   private:
+    void Check(int bound);
+    void Fail() const;
+    void FailForMemory() const;
+
+    Database* m_database = nullptr;
     sqlite3_stmt* m_statement = nullptr;
+    StoreTrouble m_compiling = StoreTrouble::None; // why it is inert
+    mutable bool m_failed = false;
 };
 
 // Resets a statement at the end of its use.

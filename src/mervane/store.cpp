@@ -16,8 +16,9 @@ constexpr int kInsertsToFollow = 200;
 
 } // namespace
 
-std::shared_ptr<Store> Store::Open()
+std::shared_ptr<Store> Store::Open(StoreTrouble* trouble)
 {
+    *trouble = StoreTrouble::Unreachable;
     // The stores that are open, so that all databases of the process share one connection.
     static std::vector<std::weak_ptr<Store>> s_open;
     const std::wstring path = StorePath();
@@ -26,13 +27,19 @@ std::shared_ptr<Store> Store::Open()
     const std::wstring key = PathKey(path);
     std::erase_if(s_open, [](const auto& store) { return store.expired(); });
     for (const auto& candidate : s_open)
-        if (auto store = candidate.lock(); store && store->m_pathKey == key)
+        if (auto store = candidate.lock(); store && store->m_pathKey == key) {
+            *trouble = StoreTrouble::None;
             return store;
+        }
     std::shared_ptr<Store> store(new Store(key));
-    if (!store->m_connection.Open(path))
+    if (!store->m_connection.Open(path)) {
+        store->Note(StoreTrouble::Other);
+        *trouble = store->TakeTrouble();
         return nullptr;
+    }
     store->m_changes.Start();
     s_open.push_back(store);
+    *trouble = StoreTrouble::None;
     return store;
 }
 
@@ -43,13 +50,15 @@ Store::Store(const std::wstring& pathKey)
       m_names(m_connection.Sql()), m_changes(pathKey, [this] { LookForForeignChanges(); })
 {}
 
-void Store::NoticeForeignChanges()
+bool Store::NoticeForeignChanges()
 {
     ForgetIncomplete();
-    if (!m_connection.HasForeignChange())
-        return;
-    ForgetAll();
-    m_changes.NoteForeignChange();
+    const Answer changed = m_connection.HasForeignChange();
+    if (changed == Answer::Yes) {
+        ForgetAll();
+        m_changes.NoteForeignChange();
+    }
+    return changed != Answer::Failed;
 }
 
 void Store::LookForForeignChanges()
@@ -71,37 +80,51 @@ void Store::ForgetIncomplete()
 {
     m_names.ForgetIncomplete();
     for (auto& index : m_indexes)
-        if (index && !index->IsComplete())
+        if (index && (MayPass(index->MissingRecords()) || MayPass(index->MissingValues())))
             index.reset();
 }
 
 void Store::BeginRead()
 {
-    if (m_readDepth++ || m_connection.InTransaction())
-        return;
-    (void)m_connection.BeginRead();
-    NoticeForeignChanges();
+    ++m_readDepth;
+    if (!m_connection.InTransaction())
+        BeginView();
+}
+
+// Without it what is held in memory may be older than the file: the next read tries again.
+void Store::BeginView()
+{
+    if (!m_connection.BeginRead() || !NoticeForeignChanges())
+        m_connection.Rollback();
 }
 
 void Store::EndRead()
 {
-    if (--m_readDepth == 0 && m_bulkDepth == 0 && m_connection.InTransaction())
-        (void)m_connection.Commit();
+    if (--m_readDepth == 0 && m_bulkDepth == 0)
+        m_connection.EndRead();
 }
 
 void Store::BeginBulk()
 {
     if (m_bulkDepth++)
         return;
-    if (m_connection.InTransaction())
-        (void)m_connection.Commit();
     m_bulkInserts = 0;
-    m_bulkFailed = !m_connection.BeginWrite();
+    m_bulkTrouble = StoreTrouble::None;
+    m_connection.EndRead();
+    m_bulkFailed = !m_connection.BeginWrite() || !NoticeForeignChanges();
     m_bulkAnnounced = !m_bulkFailed;
-    if (m_bulkFailed)
+    if (m_bulkFailed) {
+        NoteBulkTrouble();
+        m_connection.Rollback();
         return;
-    NoticeForeignChanges();
+    }
     m_changes.Announce(TableId::Journal, {kChangeWorkBegins});
+}
+
+void Store::NoteBulkTrouble()
+{
+    if (m_bulkTrouble == StoreTrouble::None)
+        m_bulkTrouble = m_connection.Sql().Trouble();
 }
 
 bool Store::EndBulk(bool keep)
@@ -110,11 +133,13 @@ bool Store::EndBulk(bool keep)
     if (--m_bulkDepth)
         return !m_bulkFailed;
     const bool kept = !m_bulkFailed && m_connection.Commit();
+    if (!m_bulkFailed && !kept)
+        NoteBulkTrouble();
     m_connection.Rollback();
     if (!kept)
         ForgetAll();
-    if (m_readDepth && m_connection.BeginRead())
-        NoticeForeignChanges();
+    if (m_readDepth)
+        BeginView();
     if (m_bulkAnnounced)
         m_changes.Announce(TableId::Journal, {kChangeWorkEnded});
     return kept;
@@ -128,7 +153,7 @@ const std::shared_ptr<TableIndex>& Store::IndexOf(TableId table)
     return index;
 }
 
-bool Store::Scan(TableId table, const std::string& columns, const OnScannedRow& onRow)
+StoreTrouble Store::Scan(TableId table, const std::string& columns, const OnScannedRow& onRow)
 {
     return ScanTable(m_connection.Sql(), InfoOf(table).name, columns, onRow);
 }
@@ -177,7 +202,12 @@ bool Store::MayHaveName(CEOID id, const RecordValues& values)
     const size_t length = value ? wcslen(value->val.lpwstr) : 0;
     if (length == 0 || length >= kCategoryNameSize)
         return false;
-    for (const NameCache::Entry& entry : NamesOf(TableId::Categories).Entries())
+    const NameCache& names = NamesOf(TableId::Categories);
+    // A name that could not be read may be this one.
+    Note(names.Missing());
+    if (names.Missing() != StoreTrouble::None)
+        return false;
+    for (const NameCache::Entry& entry : names.Entries())
         if (entry.id != id && IsSameCategoryName(entry.name, {value->val.lpwstr, length}))
             return false;
     return true;

@@ -19,20 +19,27 @@ class Cursor;
 
 class Store {
   public:
-    // The store at StorePath(), opened if this process has not yet; null when that fails.
-    static std::shared_ptr<Store> Open();
+    // The store at StorePath(), opened if this process has not yet; null when that fails, with *trouble
+    // saying why.
+    static std::shared_ptr<Store> Open(StoreTrouble* trouble);
     Store(const Store&) = delete;
     Store& operator=(const Store&) = delete;
 
+    // What operations fail in is noted, the first failure since it was taken: see Database.
+    StoreTrouble TakeTrouble() { return m_connection.Sql().TakeTrouble(); }
+    void Note(StoreTrouble trouble) { m_connection.Sql().NoteTrouble(trouble); }
+
     // Reading. Between the two calls, which nest, one read transaction is held. What other connections have
-    // changed is noticed by the outermost BeginRead.
+    // changed is noticed by the outermost BeginRead; where that fails, the next one inside tries it again.
     void BeginRead();
     void EndRead();
 
     // Bulk work, which nests: all writes in between are one transaction. EndBulk answers whether everything
-    // is on disk; with keep false, at whatever depth, nothing was changed.
+    // is on disk; with keep false, at whatever depth, nothing was changed. BulkTrouble is the first trouble
+    // of a write since the outermost BeginBulk, and that of its own end.
     void BeginBulk();
     [[nodiscard]] bool EndBulk(bool keep);
+    StoreTrouble BulkTrouble() const { return m_bulkTrouble; }
 
     // Writes: 0 or false on failure, and nothing is changed then.
     [[nodiscard]] CEOID WriteRecord(TableId table, CEOID id, const RecordValues& values);
@@ -45,7 +52,7 @@ class Store {
     const NameCache& NamesOf(TableId table) { return m_names.Of(table); }
     const std::shared_ptr<TableIndex>& IndexOf(TableId table);
     // As ScanTable, of one of the store's tables.
-    [[nodiscard]] bool Scan(TableId table, const std::string& columns, const OnScannedRow& onRow);
+    [[nodiscard]] StoreTrouble Scan(TableId table, const std::string& columns, const OnScannedRow& onRow);
 
     // Differs after each change of a record, whoever has made it. Inside a read.
     uint64_t Version() const { return m_version; }
@@ -58,7 +65,10 @@ class Store {
     friend class StoreWrite;
 
     explicit Store(const std::wstring& pathKey);
-    void NoticeForeignChanges();
+    // false when it could not be found out whether there are any.
+    [[nodiscard]] bool NoticeForeignChanges();
+    void BeginView();
+    void NoteBulkTrouble();
     void LookForForeignChanges();
     void ForgetAll();
     void ForgetIncomplete();
@@ -79,6 +89,7 @@ class Store {
     int m_readDepth = 0;
     int m_bulkDepth = 0;
     bool m_bulkFailed = false;
+    StoreTrouble m_bulkTrouble = StoreTrouble::None;
     int m_bulkInserts = 0;
     bool m_bulkAnnounced = false; // that it begins: its end is announced too
 };

@@ -9,12 +9,12 @@ StoreWrite::StoreWrite(Store& store) : m_store(store)
     Connection& connection = m_store.m_connection;
     if (m_store.m_bulkDepth) {
         m_open = !m_store.m_bulkFailed && connection.InTransaction();
+        if (!m_open)
+            m_store.Note(m_store.m_bulkTrouble);
         return;
     }
-    connection.Rollback();
-    m_open = connection.BeginWrite();
-    if (m_open)
-        m_store.NoticeForeignChanges();
+    connection.EndRead();
+    m_open = connection.BeginWrite() && m_store.NoticeForeignChanges();
 }
 
 StoreWrite::~StoreWrite()
@@ -23,11 +23,12 @@ StoreWrite::~StoreWrite()
     if (m_store.m_bulkDepth) {
         // A full disk and the like end the whole transaction, not only the statement.
         m_store.m_bulkFailed |= !connection.InTransaction();
+        m_store.NoteBulkTrouble();
         return;
     }
     connection.Rollback();
-    if (m_store.m_readDepth && connection.BeginRead())
-        m_store.NoticeForeignChanges();
+    if (m_store.m_readDepth)
+        m_store.BeginView();
 }
 
 bool StoreWrite::Commit()

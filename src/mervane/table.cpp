@@ -73,12 +73,19 @@ int Table::BindValues(Statement& statement, const RecordValues& values) const
     return parameter;
 }
 
-bool Table::Exists(CEOID id)
+Answer Table::Exists(CEOID id)
 {
+    if (!id)
+        return Answer::No;
     Statement& statement = Selecting(0);
     const ScopedReset reset(statement);
     statement.BindInteger(1, id);
-    return id && statement.Step() == Statement::Result::Row;
+    switch (statement.Step()) {
+    case Statement::Result::Row: return Answer::Yes;
+    case Statement::Result::Done: return Answer::No;
+    case Statement::Result::Failed: break;
+    }
+    return Answer::Failed;
 }
 
 uint32_t Table::MaskOf(WORD count, const CEPROPID* wanted) const
@@ -111,6 +118,8 @@ CEOID Table::Read(CEOID id, WORD* count, const CEPROPID* wanted, CEPROPVAL** pro
     if (!id || statement.Step() != Statement::Result::Row)
         return 0;
     *properties = PackRow(statement, columns, all, count);
+    if (!*properties)
+        m_database.NoteTrouble(StoreTrouble::NoMemory);
     return *properties ? id : 0;
 }
 

@@ -15,10 +15,11 @@ class Table {
 
     const TableInfo& Info() const { return m_info; }
 
-    [[nodiscard]] bool Exists(CEOID id);
+    // The database notes why something failed, here and in all that follows.
+    [[nodiscard]] Answer Exists(CEOID id);
     // As CeDBase::ReadRecord, of any record.
     CEOID Read(CEOID id, WORD* count, const CEPROPID* wanted, CEPROPVAL** properties);
-    // A text of a record as stored; none when it has none.
+    // A text of a record as stored; none when it has none, or when that failed.
     std::optional<std::wstring> ReadText(CEOID id, CEPROPID property);
 
     // 0 on failure, also when the next identifier has more than 32 bits: the caller rolls back.

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "mervane/place_sort.h"
-#include "mervane/table_scan.h"
 
 namespace mervane {
 
@@ -54,12 +53,12 @@ void TableIndex::LoadRecords()
     const bool withNumber = IsNumber(property);
     std::vector<CEOID> ids;
     std::vector<std::optional<int64_t>> numbers;
-    m_complete &= ScanTable(m_database, m_info.name, withNumber ? PropertyAt(property).column : "",
-                            [&](CEOID id, const Statement& row) {
-                                ids.push_back(id);
-                                if (withNumber)
-                                    numbers.push_back(row.Integer(1));
-                            });
+    m_missingRecords = ScanTable(m_database, m_info.name, withNumber ? PropertyAt(property).column : "",
+                                 [&](CEOID id, const Statement& row) {
+                                     ids.push_back(id);
+                                     if (withNumber)
+                                         numbers.push_back(row.Integer(1));
+                                 });
     m_records = RecordSet(SortedIds(ids));
     m_loaded = true;
     if (!withNumber)
@@ -74,16 +73,23 @@ void TableIndex::LoadRecords()
     }
 }
 
+// The columns of the row are the identifier and the property.
+void TableIndex::ScanValues(int property, const OnScannedRow& onRow)
+{
+    const StoreTrouble missing = ScanTable(m_database, m_info.name, PropertyAt(property).column, onRow);
+    if (m_missingValues == StoreTrouble::None)
+        m_missingValues = missing;
+}
+
 void TableIndex::LoadNumbers(int property)
 {
     NumberColumn& column = m_numbers.try_emplace(property, PropertyAt(property)).first->second;
     column.Resize(m_records.PlaceCount());
     const PlaceFinder finder(m_records);
-    m_complete &=
-        ScanTable(m_database, m_info.name, PropertyAt(property).column, [&](CEOID id, const Statement& row) {
-            if (const uint32_t place = finder.Find(id); place != kNoPlace)
-                column.Set(place, row.Integer(1));
-        });
+    ScanValues(property, [&](CEOID id, const Statement& row) {
+        if (const uint32_t place = finder.Find(id); place != kNoPlace)
+            column.Set(place, row.Integer(1));
+    });
 }
 
 void TableIndex::LoadKeys(int property)
@@ -94,14 +100,13 @@ void TableIndex::LoadKeys(int property)
                                   KeyLimit(m_table, places))
                      .first->second;
     uint32_t next = 0;
-    m_complete &=
-        ScanTable(m_database, m_info.name, PropertyAt(property).column, [&](CEOID id, const Statement& row) {
-            const uint32_t place = m_records.FindFrom(id, &next);
-            if (place == kNoPlace)
-                return;
-            keys.column.Set(place, keys.source.KeyOfCell(row, 1));
-            KeepWithinLimit(property);
-        });
+    ScanValues(property, [&](CEOID id, const Statement& row) {
+        const uint32_t place = m_records.FindFrom(id, &next);
+        if (place == kNoPlace)
+            return;
+        keys.column.Set(place, keys.source.KeyOfCell(row, 1));
+        KeepWithinLimit(property);
+    });
 }
 
 // Drops the kept keys that were not used for the longest time, except those of the given property.

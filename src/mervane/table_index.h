@@ -16,6 +16,7 @@
 #include "mervane/passing_set.h"
 #include "mervane/record_set.h"
 #include "mervane/row_order.h"
+#include "mervane/table_scan.h"
 
 namespace mervane {
 
@@ -34,8 +35,10 @@ class TableIndex {
     std::shared_ptr<const RowOrder> OrderOf(const SORTORDERSPEC& sort, const Passing& passing = nullptr);
     // Whether this one, which somebody holds, is still kept up to date and is of that sort.
     bool IsOrderOf(const SORTORDERSPEC& sort, const RowOrder* order) const;
-    // false when not all could be read, for a reason that may pass.
-    bool IsComplete() const { return m_complete; }
+    // Why not all records are known; None when they are. Only then is one that is not found not there.
+    StoreTrouble MissingRecords() const { return m_missingRecords; }
+    // The same of the values that orders and filters go by.
+    StoreTrouble MissingValues() const { return m_missingValues; }
 
     // What the program itself has written. Inserted is false when the index cannot follow.
     [[nodiscard]] bool Inserted(CEOID id, const RecordValues& values);
@@ -71,6 +74,7 @@ class TableIndex {
         return m_info.properties[static_cast<size_t>(property)];
     }
     bool IsNumber(int property) const;
+    void ScanValues(int property, const OnScannedRow& onRow);
     void LoadRecords();
     void LoadNumbers(int property);
     void LoadKeys(int property);
@@ -113,7 +117,8 @@ class TableIndex {
     const TableInfo& m_info;
     NameCaches& m_names;
     bool m_loaded = false;
-    bool m_complete = true;
+    StoreTrouble m_missingRecords = StoreTrouble::None;
+    StoreTrouble m_missingValues = StoreTrouble::None;
     uint64_t m_useCount = 0;
     RecordSet m_records;
     std::vector<uint32_t>

@@ -3,8 +3,6 @@
 
 #include <algorithm>
 
-#include "mervane/table_scan.h"
-
 namespace mervane {
 
 namespace {
@@ -42,11 +40,10 @@ void TableIndex::LoadBlobs(int property)
         m_blobs.try_emplace(property, m_database, m_info, PropertyAt(property), places, BlobLimit(places))
             .first->second;
     uint32_t next = 0;
-    m_complete &=
-        ScanTable(m_database, m_info.name, PropertyAt(property).column, [&](CEOID id, const Statement& row) {
-            if (const uint32_t place = m_records.FindFrom(id, &next); place != kNoPlace)
-                column.Set(place, row.Blob(1));
-        });
+    ScanValues(property, [&](CEOID id, const Statement& row) {
+        if (const uint32_t place = m_records.FindFrom(id, &next); place != kNoPlace)
+            column.Set(place, row.Blob(1));
+    });
 }
 
 BlobColumn& TableIndex::BlobsOf(int property)

@@ -6,7 +6,7 @@
 #include "addrbook/contact_record.h"
 #include "addrbook/resource.h"
 #include "cards.h"
-#include "editor/store_trouble.h"
+#include "editor/locked_store.h"
 #include "support/help_requests.h"
 #include "support/test_windows.h"
 
@@ -354,7 +354,7 @@ TEST_F(AddressWindowTest, ADeletionThatFailsSaysSoAndLosesNothing)
     Command(CMD_SELECT_ALL);
     const MessageBoxAnswerer answerer({IDYES, IDOK});
     {
-        const StoreTrouble trouble(m_store.Path());
+        const LockedStore trouble(m_store.Path());
         PressInList(VK_DELETE);
     }
     ASSERT_EQ(answerer.Boxes().size(), 2u);

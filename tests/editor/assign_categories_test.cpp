@@ -1,7 +1,7 @@
 // The view Assign Categories in the editor's window.
 #include "assign_fixture.h"
 
-#include "store_trouble.h"
+#include "locked_store.h"
 
 namespace {
 
@@ -318,7 +318,7 @@ TEST_F(AssignCategoriesTest, AFailedSaveKeepsTheListAndTheAssignment)
     RunIn(&id, 1051, [&](EditorWindow& editor) {
         Categories(editor).Check(L"Home", true);
         {
-            const StoreTrouble trouble(m_store.Path());
+            const LockedStore trouble(m_store.Path());
             editor.Ok();
         }
         ASSERT_TRUE(Has(editor, IDC_CATEGORY_LIST));

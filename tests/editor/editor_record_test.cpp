@@ -2,7 +2,7 @@
 
 #include "editor/category_flags.h"
 #include "editor_fixture.h"
-#include "store_trouble.h"
+#include "locked_store.h"
 
 namespace {
 
@@ -332,7 +332,7 @@ TEST_F(EditorRecordTest, AFailedWriteChangesNothing)
     record.Categories().Push({work, 0x1101});
     EntryToWrite entry = Entry(L"Other");
     {
-        const StoreTrouble trouble(m_store.Path());
+        const LockedStore trouble(m_store.Path());
         EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Failed);
     }
     EXPECT_EQ(Read(id).subject, L"Subject");
@@ -378,7 +378,7 @@ TEST_F(EditorRecordTest, AFailedFirstWriteGivesNoIdentifier)
     record.OpenStores(nullptr);
     record.Categories().Push({Category(L"Home"), 0x1101});
     EntryToWrite entry = Entry();
-    const StoreTrouble trouble(m_store.Path());
+    const LockedStore trouble(m_store.Path());
     EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Failed);
     EXPECT_EQ(id, 0u);
     EXPECT_EQ(record.Categories().Count(), 1u);

@@ -2,7 +2,7 @@
 #include "editor_fixture.h"
 
 #include "mervane/db_categories.h"
-#include "store_trouble.h"
+#include "locked_store.h"
 
 namespace {
 
@@ -293,7 +293,7 @@ TEST_F(EntryEditorSaveTest, AFailedSaveKeepsTheChange)
     Run(&id, [&](EditorWindow& editor) {
         editor.Enter(IDC_SUBJECT, L"Dinner");
         {
-            const StoreTrouble trouble(m_store.Path());
+            const LockedStore trouble(m_store.Path());
             editor.Command(CMD_SAVE);
         }
         EXPECT_TRUE(editor.SaveEnabled());
@@ -313,7 +313,7 @@ TEST_F(EntryEditorSaveTest, OkStaysOpenOverAFailedWrite)
         editor.Enter(IDC_BODY, L"Text");
         editor.Enter(IDC_DURATION, L"15");
         {
-            const StoreTrouble trouble(m_store.Path());
+            const LockedStore trouble(m_store.Path());
             editor.Ok();
         }
         stayed = IsWindowVisible(editor.Window()) && IsWindowEnabled(editor.Window());
@@ -339,7 +339,7 @@ TEST_F(EntryEditorSaveTest, OkStaysOpenWhenTheSecondWriteFails)
         ASSERT_NE(id, 0u);
         editor.Enter(IDC_SUBJECT, L"Two");
         {
-            const StoreTrouble trouble(m_store.Path());
+            const LockedStore trouble(m_store.Path());
             editor.Ok();
         }
         EXPECT_TRUE(editor.SaveEnabled());

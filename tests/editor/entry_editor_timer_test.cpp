@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "store_trouble.h"
+#include "locked_store.h"
 #include "support/import_watch.h"
 
 namespace {
@@ -244,7 +244,7 @@ TEST_F(EntryEditorTimerTest, AnOkThatFailsUnchecksTheButtonAndTheTicksGoOn)
         Press(editor);
         Tick(editor);
         {
-            const StoreTrouble trouble(m_store.Path());
+            const LockedStore trouble(m_store.Path());
             editor.Ok();
         }
         EXPECT_FALSE(IsChecked(editor));

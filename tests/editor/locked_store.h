@@ -9,20 +9,20 @@
 
 #include <gtest/gtest.h>
 
-class StoreTrouble {
+class LockedStore {
   public:
-    explicit StoreTrouble(const std::wstring& path)
+    explicit LockedStore(const std::wstring& path)
     {
         EXPECT_EQ(sqlite3_open16(path.c_str(), &m_database), SQLITE_OK);
         Run("BEGIN IMMEDIATE");
     }
-    ~StoreTrouble()
+    ~LockedStore()
     {
         Run("ROLLBACK");
         sqlite3_close(m_database);
     }
-    StoreTrouble(const StoreTrouble&) = delete;
-    StoreTrouble& operator=(const StoreTrouble&) = delete;
+    LockedStore(const LockedStore&) = delete;
+    LockedStore& operator=(const LockedStore&) = delete;
 
   private:
     void Run(const char* sql)

@@ -1,0 +1,33 @@
+#include "mervane/trouble.h"
+
+std::wstring ReasonText(StoreTrouble trouble)
+{
+    switch (trouble) {
+    case StoreTrouble::None: return {};
+    case StoreTrouble::Full: return L"the disk is full";
+    case StoreTrouble::ReadOnly: return L"the journal's file is read-only";
+    case StoreTrouble::Locked: return L"another program keeps the journal's file locked";
+    case StoreTrouble::Damaged: return L"the journal's file is damaged";
+    case StoreTrouble::NewerVersion: return L"the journal's file is one of a newer version of this program";
+    case StoreTrouble::NotAStore: return L"the file is not a journal";
+    case StoreTrouble::IsFolder: return L"a folder is where the journal's file should be";
+    case StoreTrouble::NoAccess: return L"the system does not allow the use of the journal's file";
+    case StoreTrouble::OtherFile: return L"another file has come into the place of the journal's file";
+    case StoreTrouble::NoMemory: return L"there is not enough memory";
+    case StoreTrouble::Unreachable: return L"the journal's file cannot be reached";
+    case StoreTrouble::TooLarge: return L"it is larger than the journal's file can hold";
+    case StoreTrouble::Other: return L"the system has refused it";
+    }
+    return {};
+}
+
+std::wstring NotDoneText(std::wstring_view what, StoreTrouble trouble, TypedText typed)
+{
+    std::wstring text(what);
+    if (trouble != StoreTrouble::None)
+        text += L": " + ReasonText(trouble);
+    text += L".\n\nNothing that was stored before is lost";
+    if (typed == TypedText::StillThere)
+        text += L", and what you have typed is still there";
+    return text + L".";
+}

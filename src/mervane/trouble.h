@@ -1,0 +1,50 @@
+// Why something with the store was not done, and how a person is told.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+enum class StoreTrouble {
+    None,         // it was done, or its answer is a true "no"
+    Full,         // no room on the disk, or no identifier left
+    ReadOnly,     // the file or its folder
+    Locked,       // by another program, for longer than a write waits
+    Damaged,      // the file's content
+    NewerVersion, // only a newer program may use the file
+    NotAStore,    // another program's file, or its tables are not ours
+    IsFolder,     // where the file should be
+    NoAccess,     // the system allows it to somebody else only
+    OtherFile,    // another file has come into the place of the one that was opened
+    NoMemory,
+    Unreachable, // the drive, the network or the folder does not answer, or the store is not open
+    TooLarge,    // what was to be stored
+    Other,       // for none of these reasons
+};
+
+// A clause, "the disk is full", without a capital and a full stop; empty for None.
+std::wstring ReasonText(StoreTrouble trouble);
+
+// Whether there is something that the person has typed and would fear for.
+enum class TypedText { None, StillThere };
+
+// Sentences for a box. what: what was not done, as a sentence without its full stop, "The entry was not
+// saved". Then why, that nothing stored before is lost, and that what was typed is still there.
+std::wstring NotDoneText(std::wstring_view what, StoreTrouble trouble, TypedText typed = TypedText::None);
+
+namespace mervane {
+
+// Of a question that can fail: a failure is not a "no".
+enum class Answer { No, Yes, Failed };
+
+constexpr Answer AnswerOf(bool yes)
+{
+    return yes ? Answer::Yes : Answer::No;
+}
+
+// Whether what was read once may be read again with better luck. Damage stays.
+constexpr bool MayPass(StoreTrouble trouble)
+{
+    return trouble != StoreTrouble::None && trouble != StoreTrouble::Damaged;
+}
+
+} // namespace mervane
