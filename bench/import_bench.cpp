@@ -120,7 +120,7 @@ double TimeImport(const CardFile& cards, bool hasList)
     if (hasList)
         rows.Load();
     const Stopwatch watch;
-    addrbook::ImportJob job(store.Contacts(), cards.Path());
+    addrbook::ImportJob job(store.Contacts(), cards.Path(), {});
     auto state = addrbook::Transfer::State::Working;
     while (state == addrbook::Transfer::State::Working)
         state = job.Step(60);

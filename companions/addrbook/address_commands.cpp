@@ -4,7 +4,9 @@
 #include "addrbook/count_text.h"
 #include "addrbook/export_job.h"
 #include "addrbook/file_choice.h"
+#include "addrbook/import_dialog.h"
 #include "addrbook/import_job.h"
+#include "addrbook/short_text.h"
 #include "addrbook/transfer_dialog.h"
 
 namespace addrbook {
@@ -12,15 +14,6 @@ namespace addrbook {
 namespace {
 
 constexpr const wchar_t* kTitle = L"Address Book";
-
-// A card may bring a name that no box has room for.
-std::wstring Shortened(const std::wstring& name)
-{
-    constexpr size_t kLongest = 80;
-    if (name.size() <= kLongest)
-        return name;
-    return name.substr(0, IS_HIGH_SURROGATE(name[kLongest - 1]) ? kLongest - 1 : kLongest) + L"...";
-}
 
 bool DeleteAll(DbContacts& contacts, const std::vector<CEOID>& ids)
 {
@@ -72,8 +65,9 @@ void AddressWindow::DeleteSelected()
         return;
     const int row = ListView_GetNextItem(m_list, -1, LVNI_SELECTED);
     const std::wstring what =
-        ids.size() == 1 ? L"\"" + Shortened(m_rows.Text(static_cast<size_t>(row), Column::FileAs)) + L"\""
-                        : CountText(ids.size(), L"contact", L"contacts");
+        ids.size() == 1
+            ? L"\"" + Shortened(m_rows.Text(static_cast<size_t>(row), Column::FileAs), kLongestName) + L"\""
+            : CountText(ids.size(), L"contact", L"contacts");
     if (MessageBoxW(m_window, (L"Delete " + what + L"?").c_str(), kTitle, MB_YESNO | MB_ICONQUESTION) !=
         IDYES)
         return;
@@ -100,7 +94,9 @@ void AddressWindow::AskExport()
 void AddressWindow::Import(const std::wstring& path)
 {
     {
-        ImportJob job(m_contacts, path);
+        ImportJob job(m_contacts, path, [this](HWND owner, const ImportQuestion& question) {
+            return AskAboutCard(m_instance, owner, question);
+        });
         (void)RunTransfer(m_instance, m_window, L"Import", job);
     }
     Reload();

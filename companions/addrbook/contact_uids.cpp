@@ -70,6 +70,7 @@ std::string NewUidLine()
 void ContactUids::Load(DbContacts& contacts)
 {
     const CeDBase::ReadScope scope(contacts);
+    m_ids.clear();
     std::string extra;
     for (int found = contacts.SeekFirstRecord(); found; found = contacts.SeekNextRecord())
         if (const CEOID id = ReadExtra(contacts, &extra))

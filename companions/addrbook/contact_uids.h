@@ -19,7 +19,7 @@ std::string NewUidLine();
 // Which of the contacts that are stored have which UID.
 class ContactUids {
   public:
-    // Reads all contacts.
+    // Reads all contacts anew.
     void Load(DbContacts& contacts);
 
     bool IsEmpty() const { return m_ids.empty(); }

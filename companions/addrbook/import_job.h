@@ -1,53 +1,95 @@
-// Imports a vCard file in one transaction.
+// Imports a vCard file: reads it, asks about the contacts that it would change, and writes all of it in one
+// transaction.
 #pragma once
 
 #include <memory>
 #include <optional>
+#include <unordered_map>
 
 #include "addrbook/byte_file.h"
+#include "addrbook/card_spool.h"
 #include "addrbook/contact_record.h"
 #include "addrbook/contact_uids.h"
+#include "addrbook/import_question.h"
 #include "addrbook/transfer.h"
 #include "addrbook/vcard_contact.h"
 #include "addrbook/vcard_reader.h"
 
 namespace addrbook {
 
-// A card whose UID a stored contact has becomes that contact, with all that the card says and nothing else.
-// Without the state Done nothing was changed: the file could not be read, no card in it could, or the store
-// could not be written. Ending this before is how it is cancelled. Between the steps no other program can
-// write to the store.
+// Without the state Done nothing was changed: the file could not be read, no card in it could, the question
+// was cancelled, or the store could not be written. Ending this before is how it is cancelled. Other programs
+// can write to the store until everything is read and answered. What they change in a contact after it was
+// asked about is asked about again.
 class ImportJob : public Transfer {
   public:
-    ImportJob(DbContacts& contacts, const std::wstring& path);
+    ImportJob(DbContacts& contacts, const std::wstring& path, ImportAsker asker);
 
     State Step(unsigned milliseconds) override;
+    State Ask(HWND owner) override;
     int PerMille() const override;
     std::wstring Report() const override;
 
-    size_t Imported() const { return m_imported; }
-    size_t Updated() const { return m_updated; }
+    size_t Cards() const { return m_cardCount; }          // that were read so far
+    size_t Imported() const { return m_counts.imported; } // as new contacts
+    size_t Updated() const { return m_counts.updated; }
     size_t Unreadable() const { return m_reader.Unreadable(); }
 
   private:
-    void Begin();
-    bool Save();
+    enum class Phase { Reading, Comparing, Writing };
+    struct Counts {
+        size_t imported = 0;
+        size_t updated = 0;
+        size_t unchanged = 0;
+        size_t skipped = 0;
+    };
+    // What was decided about a card, for the contact as it was then.
+    struct Decision {
+        CEOID id;
+        size_t contactHash;
+        ImportChoice choice;
+    };
+    // The contact that a card would change, as it is now.
+    struct Match {
+        CEOID id = 0;
+        size_t hash = 0;
+        Contact stored;
+        Contact merged;
+    };
+    enum class Found { Nothing, Same, Change, Failed };
+
+    State Read();
+    State EndOfFile();
+    State Compare();
+    State Write();
     State Finish();
-    State Fail(const wchar_t* why);
-    std::wstring Counts() const;
+    State Fail(std::wstring why);
+    void BeginPass(Phase phase);
+    Found FindMatch();
+    std::optional<ImportChoice> ChoiceForMatch() const;
+    bool WriteNew();
+    bool WriteChoice(ImportChoice choice);
+    std::wstring CountsText() const;
 
     DbContacts& m_contacts;
+    ImportAsker m_asker;
     InputFile m_file;
     bool m_isOpen;
     VCardReader m_reader;
-    VCard m_card;
+    VCard m_vcard;
     ContactReader m_contactReader;
-    Contact m_contact;
+    Phase m_phase = Phase::Reading;
+    CardSpool m_spool;
+    ImportedCard m_card;
+    size_t m_cardNumber = 0; // in the spool
+    size_t m_cardCount = 0;
+    ContactUids m_uids;
+    Match m_match;
+    std::unordered_map<size_t, Decision> m_decisions; // by the card's number
+    std::optional<ImportChoice> m_choiceForAll;
     ContactSaver m_saver;
     std::optional<CeDBase::BulkScope> m_bulk;
-    ContactUids m_uids;
-    size_t m_imported = 0;
-    size_t m_updated = 0;
+    Counts m_counts;
     std::wstring m_failure;
 };
 

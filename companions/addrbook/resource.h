@@ -6,6 +6,7 @@
 #define IDR_ADDRESS_KEYS 101
 #define IDD_CONTACT 102
 #define IDD_TRANSFER 103
+#define IDD_IMPORT_QUESTION 104
 
 /* Main window: controls */
 #define IDC_FIND_LABEL 1000
@@ -43,5 +44,13 @@
 /* Import and export */
 #define IDC_TRANSFER_TEXT 1200
 #define IDC_TRANSFER_BAR 1201
+
+/* The question about a card: OK is Skip */
+#define IDC_CARD_NAME 1300
+#define IDC_CARD_CHANGES 1301
+#define IDC_CARD_LACKS 1302
+#define IDC_CARD_FOR_ALL 1303
+#define IDC_CARD_UPDATE 1304
+#define IDC_CARD_ADD 1305
 
 #endif

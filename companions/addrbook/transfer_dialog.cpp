@@ -19,8 +19,7 @@ class TransferDialog : public Dialog {
     TransferDialog(const wchar_t* title, Transfer& transfer) : m_title(title), m_transfer(transfer) {}
 
     void OnOK() override { End(m_state == Transfer::State::Done ? 1 : 0); }
-    // At the end there is nothing left to cancel.
-    void OnCancel() override { OnOK(); }
+    void OnCancel() override;
 
   protected:
     bool OnInitDialog() override;
@@ -29,12 +28,22 @@ class TransferDialog : public Dialog {
 
   private:
     void Step();
+    void Ask();
     void ShowEnd();
 
     const wchar_t* m_title;
     Transfer& m_transfer;
     Transfer::State m_state = Transfer::State::Working;
 };
+
+// At the end there is nothing left to cancel. Where a question stands, that is what is cancelled.
+void TransferDialog::OnCancel()
+{
+    if (m_state == Transfer::State::Asking)
+        PostMessageW(GetLastActivePopup(GetWindow()), WM_CLOSE, 0, 0);
+    else
+        OnOK();
+}
 
 bool TransferDialog::OnInitDialog()
 {
@@ -60,8 +69,18 @@ void TransferDialog::Step()
 {
     m_state = m_transfer.Step(kStepTime);
     SendMessageW(GetItem(IDC_TRANSFER_BAR), PBM_SETPOS, static_cast<WPARAM>(m_transfer.PerMille()), 0);
-    if (m_state != Transfer::State::Working)
+    if (m_state == Transfer::State::Asking)
+        Ask();
+    if (m_state == Transfer::State::Cancelled)
+        End(0);
+    else if (m_state != Transfer::State::Working)
         ShowEnd();
+}
+
+// The timer goes on meanwhile: it steps only what is working.
+void TransferDialog::Ask()
+{
+    m_state = m_transfer.Ask(GetWindow());
 }
 
 void TransferDialog::ShowEnd()

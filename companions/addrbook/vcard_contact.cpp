@@ -40,6 +40,14 @@ bool ContactReader::Read(const VCard& card, Contact* contact)
     return Finish();
 }
 
+bool ContactReader::Read(const VCard& card, ImportedCard* imported)
+{
+    const bool isRead = Read(card, &imported->contact);
+    imported->formattedName = m_givenFormattedName;
+    imported->hasFileAs = m_hasFileAs;
+    return isRead;
+}
+
 void ContactReader::Keep(std::string_view whole)
 {
     std::string& extra = (*m_contact)[Field::Extra];
@@ -122,9 +130,11 @@ void ContactReader::Take(const VCard::Line& line)
 bool ContactReader::Finish()
 {
     std::string& fileAs = (*m_contact)[Field::FileAs];
-    if (fileAs.empty())
+    m_hasFileAs = !fileAs.empty();
+    if (!m_hasFileAs)
         AppendFileAs(fileAs, *m_contact, m_formattedName);
     m_said.clear();
+    m_givenFormattedName = m_formattedName;
     m_formattedName.clear();
     AppendFormattedName(m_formattedName, *m_contact);
     AppendLine(m_said, Property::FormattedName, m_formattedName);

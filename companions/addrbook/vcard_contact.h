@@ -1,6 +1,7 @@
 // A card as a contact, a contact as a card.
 #pragma once
 
+#include "addrbook/card_merge.h"
 #include "addrbook/contact.h"
 #include "addrbook/vcard_card.h"
 #include "addrbook/vcard_fields.h"
@@ -13,6 +14,8 @@ class ContactReader {
     // What the fields have no place for goes to Field::Extra. false when the card names nobody: it has
     // neither a name nor a company, e-mail or phone.
     [[nodiscard]] bool Read(const VCard& card, Contact* contact);
+    // The same, with what the card says of the names itself.
+    [[nodiscard]] bool Read(const VCard& card, ImportedCard* imported);
 
   private:
     void Take(const VCard::Line& line);
@@ -29,6 +32,8 @@ class ContactReader {
     std::string m_said; // the line that the field alone stands for
     std::string m_formattedName;
     std::string m_formattedNameLine;
+    std::string m_givenFormattedName; // the card's own
+    bool m_hasFileAs = false;         // says it itself
     bool m_hasMoreFormattedNames = false;
 };
 

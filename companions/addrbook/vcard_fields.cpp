@@ -213,6 +213,12 @@ void AppendFieldText(std::string& out, Property property, const VCard::Line& lin
     }
 }
 
+std::string_view WithoutKinds(std::string_view text)
+{
+    (void)TakeKinds(&text);
+    return text;
+}
+
 std::string FirstNameOf(const VCard::Line& line)
 {
     std::string text;

@@ -36,6 +36,9 @@ void AppendFirstName(std::string& out, const VCard::Line& line);
 std::string FieldText(Property property, const VCard::Line& line);
 std::string FirstNameOf(const VCard::Line& line);
 
+// A phone or an e-mail without the kinds behind it, " (work, fax)".
+std::string_view WithoutKinds(std::string_view text);
+
 // Appends the line that says what the field says, without a line end; nothing for an empty text.
 void AppendLine(std::string& out, Property property, std::string_view text);
 void AppendNameLine(std::string& out, std::string_view lastName, std::string_view firstName);

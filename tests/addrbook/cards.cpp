@@ -47,6 +47,15 @@ Contact ContactOf(const std::string& lines, const std::string& version)
     return read.contacts.empty() ? Contact() : read.contacts[0];
 }
 
+ImportedCard ImportedOf(const std::string& lines, const std::string& version)
+{
+    VCardReader reader(SourceOf(CardOf(lines, version)));
+    VCard card;
+    ImportedCard imported;
+    EXPECT_TRUE(reader.Next(&card) && ContactReader().Read(card, &imported)) << reader.ErrorText();
+    return imported;
+}
+
 std::string LinesOf(const Contact& contact)
 {
     std::string card;

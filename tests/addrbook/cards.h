@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "addrbook/card_merge.h"
 #include "addrbook/contact.h"
 #include "addrbook/vcard_reader.h"
 
@@ -24,6 +25,9 @@ ReadCards ReadAll(const std::string& text, size_t piece = 1 << 16);
 std::string CardOf(const std::string& lines, const std::string& version = "4.0");
 // The contact of such a card; an empty one after a failure.
 Contact ContactOf(const std::string& lines, const std::string& version = "4.0");
+
+// The same as the import reads it.
+ImportedCard ImportedOf(const std::string& lines, const std::string& version = "4.0");
 
 // The contact's card, its lines unfolded, between BEGIN, VERSION and END, each ended with "\n".
 std::string LinesOf(const Contact& contact);

@@ -17,7 +17,9 @@ inline State RunToEnd(Transfer& transfer)
 {
     State state;
     int before = 0;
-    while ((state = transfer.Step(20)) == State::Working) {
+    while ((state = transfer.Step(20)) == State::Working || state == State::Asking) {
+        if (state == State::Asking && (state = transfer.Ask(nullptr)) != State::Working)
+            break;
         EXPECT_GE(transfer.PerMille(), before);
         EXPECT_LE(before = transfer.PerMille(), 1000);
     }
@@ -58,10 +60,19 @@ class Transfers : public testing::Test {
     State Import(const std::string& text)
     {
         EXPECT_TRUE(WriteFileBytes(m_path, text));
-        ImportJob job(m_contacts, m_path);
+        ImportJob job(m_contacts, m_path, Asker());
         const State state = RunToEnd(job);
         m_report = job.Report();
         return state;
+    }
+    // Answers each question with the answers in their order, the last one again and again.
+    ImportAsker Asker()
+    {
+        m_questions.clear();
+        return [this](HWND, const ImportQuestion& question) {
+            m_questions.push_back(question);
+            return m_answers[std::min(m_questions.size(), m_answers.size()) - 1];
+        };
     }
     State Export(std::vector<CEOID> ids)
     {
@@ -92,6 +103,8 @@ class Transfers : public testing::Test {
     DbContacts m_contacts;
     std::wstring m_path = m_store.Path() + L".\u00FC.vcf";
     std::wstring m_report;
+    std::vector<ImportAnswer> m_answers{{ImportChoice::Update, false}};
+    std::vector<ImportQuestion> m_questions; // that the last import asked
 };
 
 } // namespace addrbook

@@ -78,6 +78,13 @@ TEST(VCardCost, GrowsWithTheCardAndNotWithItsSquare)
             edited[Field::Address] += "a";
             FollowEdit(contacts[lines / 1000], &edited);
         });
+        ExpectLinear(shape, "merging", [&](int lines) {
+            const Contact& stored = contacts[lines / 1000];
+            const Contact merged = MergedWith(stored, {stored, {}, false});
+            (void)IsChange(stored, merged);
+            (void)ChangesBetween(merged, {});
+            (void)AsNew({stored, {}, false});
+        });
         ExpectLinear(shape, "looking for the UID",
                      [&](int lines) { EXPECT_EQ(UidOf(contacts[lines / 1000][Field::Extra]), "1"); });
     }

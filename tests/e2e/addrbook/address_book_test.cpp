@@ -47,6 +47,43 @@ TEST_F(AddressBookTest, IsWorkedFromTheKeyboard)
               "Doe, Jane/Acme Zeta/Zeta");
 }
 
+// The question, the window that waits behind it, and what a person answers from the keyboard.
+TEST_F(AddressBookTest, AsksBeforeACardChangesAContact)
+{
+    m_cards = CardOf("FN:Anna\r\nTEL:1\r\nUID:1") + CardOf("FN:Bert\r\nUID:2");
+    ASSERT_TRUE(StartWithCards());
+    ASSERT_TRUE(
+        WriteFileBytes(m_file, CardOf("FN:Anna\r\nNOTE:n\r\nUID:1") + CardOf("FN:Bert\r\nNOTE:n\r\nUID:2")));
+    HWND question = AskedByImport();
+    ASSERT_NE(question, nullptr);
+    EXPECT_EQ(TextOf(Control(question, IDC_CARD_NAME)), L"A card in the file would change \"Anna\":");
+    EXPECT_EQ(TextOf(Control(question, IDC_CARD_CHANGES)), L"Note\r\n    now\t(nothing)\r\n    then\tn\r\n");
+    EXPECT_FALSE(IsWindowEnabled(Window()));
+    PressKeys({VK_MENU, 'U'});
+    ASSERT_TRUE(WaitUntilGone(question));
+    question = WaitForDialogWith(m_book.Id(), IDC_CARD_UPDATE);
+    ASSERT_NE(question, nullptr);
+    ASSERT_TRUE(Activate(question));
+    PressKey(VK_RETURN);
+    EXPECT_EQ(EndOfTransfer(), L"1 contact was updated, 1 was skipped.");
+}
+
+// The window that waits is closed: that is the question's Cancel, which ends the import without a change.
+TEST_F(AddressBookTest, ClosingTheImportWhileItAsksChangesNothing)
+{
+    m_cards = CardOf("FN:Anna\r\nUID:1");
+    ASSERT_TRUE(StartWithCards());
+    ASSERT_TRUE(WriteFileBytes(m_file, CardOf("FN:Zoe\r\nUID:1") + CardOf("FN:New")));
+    HWND question = AskedByImport();
+    ASSERT_NE(question, nullptr);
+    HWND import = GetWindow(question, GW_OWNER);
+    ASSERT_NE(import, nullptr);
+    PostMessageW(import, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(WaitUntilGone(question));
+    EXPECT_TRUE(WaitUntilGone(import));
+    EXPECT_TRUE(ShowsNames({L"Anna"}));
+}
+
 TEST_F(AddressBookTest, ImportsAndExports)
 {
     ASSERT_TRUE(WriteFileBytes(
@@ -67,7 +104,7 @@ TEST_F(AddressBookTest, ImportsAndExports)
               "BEGIN:VCARD\r\nVERSION:4.0\r\nFN:\xE5\xB0\x8F\xE9\xBE\x99 \xE6\x9D\x8E\r\n"
               "N:\xE6\x9D\x8E;\xE5\xB0\x8F\xE9\xBE\x99;;;\r\nX-ODD;A=b:\xF0\x9F\x98\x80\r\n");
     EXPECT_EQ(written.substr(written.find('\r', uid)), "\r\nEND:VCARD\r\n");
-    EXPECT_EQ(Transfer(CMD_IMPORT), L"1 contact was updated.");
+    EXPECT_EQ(Transfer(CMD_IMPORT), L"1 contact was unchanged.");
     EXPECT_TRUE(ShowsNames({L"\u674E, \u5C0F\u9F99"}));
 }
 

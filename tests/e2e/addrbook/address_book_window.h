@@ -64,6 +64,17 @@ class AddressBookTest : public JournalTest {
         PressButton(chooser, IDOK);
         return EndOfTransfer();
     }
+    // Imports the file up to the first question, which is active then; null when none comes.
+    HWND AskedByImport()
+    {
+        PostCommand(Window(), CMD_IMPORT);
+        HWND chooser = WaitForDialogWith(m_book.Id(), kFileName);
+        if (!chooser || !SetText(Control(chooser, kFileName), m_file))
+            return nullptr;
+        PressButton(chooser, IDOK);
+        HWND question = WaitForDialogWith(m_book.Id(), IDC_CARD_UPDATE);
+        return question && Activate(question) ? question : nullptr;
+    }
     std::wstring EndOfTransfer()
     {
         HWND dialog = WaitForDialogWith(m_book.Id(), IDC_TRANSFER_BAR);

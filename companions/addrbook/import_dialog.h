@@ -1,0 +1,15 @@
+// The window that asks what becomes of a card whose UID a stored contact has.
+#pragma once
+
+#include <windows.h>
+
+#include "addrbook/import_question.h"
+
+namespace addrbook {
+
+ImportAnswer AskAboutCard(HINSTANCE instance, HWND owner, const ImportQuestion& question);
+
+// The changes as the window shows them: each field's name, then what is there now and what it would be.
+std::wstring ChangesText(const std::vector<FieldChange>& changes);
+
+} // namespace addrbook
