@@ -37,6 +37,11 @@ size_t InputFile::Read(char* buffer, size_t size)
 
 OutputFile::~OutputFile()
 {
+    Discard();
+}
+
+void OutputFile::Discard()
+{
     if (!m_file)
         return;
     m_file.reset();

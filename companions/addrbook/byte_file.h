@@ -40,6 +40,7 @@ class OutputFile {
     [[nodiscard]] bool Open(const std::wstring& path);
     [[nodiscard]] bool Write(std::string_view bytes);
     [[nodiscard]] bool Finish(); // puts it in its place
+    void Discard();              // what was written so far; Open begins anew
 
     // The system's number for why the last of these failed: ERROR_SHARING_VIOLATION also where another
     // program has the file open whose place this one was to take.

@@ -26,19 +26,26 @@ ExportJob::ExportJob(DbContacts& contacts, std::vector<CEOID> ids, const std::ws
     : m_contacts(contacts), m_ids(std::move(ids)), m_path(path), m_isOpen(m_file.Open(path))
 {}
 
+// A write that is taken back at once.
+bool ExportJob::CanName(CEOID id, const Contact& contact)
+{
+    const CeDBase::BulkScope givenUp(m_contacts);
+    return SaveField(m_contacts, id, Field::Extra, contact[Field::Extra] + "\nX:");
+}
+
 // A store that cannot be written is exported all the same: a UID that would be another one each time is none.
 void ExportJob::Name(CEOID id, Contact* contact)
 {
     std::string& extra = (*contact)[Field::Extra];
-    const std::string line = m_canName && UidOf(extra).empty() ? NewUidLine() : std::string();
+    if (!UidOf(extra).empty())
+        return;
+    if (!m_canName)
+        m_canName = CanName(id, *contact);
+    const std::string line = *m_canName ? NewUidLine() : std::string();
     if (line.empty())
         return;
-    if (!m_bulk)
-        m_bulk.emplace(m_contacts);
-    const std::string named = extra + (extra.empty() ? "" : "\n") + line;
-    m_canName = SaveField(m_contacts, id, Field::Extra, named);
-    if (m_canName)
-        extra = named;
+    extra.append(extra.empty() ? "" : "\n").append(line);
+    m_named.push_back({id, line});
 }
 
 void ExportJob::AppendCards(std::string* cards)
@@ -55,6 +62,11 @@ void ExportJob::AppendCards(std::string* cards)
 
 Transfer::State ExportJob::Step(unsigned milliseconds)
 {
+    return m_phase == Phase::Writing ? WriteFor(milliseconds) : NameFor(milliseconds);
+}
+
+Transfer::State ExportJob::WriteFor(unsigned milliseconds)
+{
     const ULONGLONG end = GetTickCount64() + milliseconds;
     while (m_isOpen && m_next < m_ids.size() && GetTickCount64() < end) {
         std::string cards;
@@ -63,6 +75,54 @@ Transfer::State ExportJob::Step(unsigned milliseconds)
     }
     if (m_isOpen && m_next < m_ids.size())
         return State::Working;
+    if (!m_isOpen || m_named.empty())
+        return Finish();
+    m_phase = Phase::Naming;
+    m_bulk.emplace(m_contacts);
+    return State::Working;
+}
+
+// The contact may be gone by now, have another text, or have got a UID from somebody else.
+bool ExportJob::KeepName(const Named& named)
+{
+    Contact contact;
+    if (!LoadContact(m_contacts, named.id, &contact))
+        return true;
+    std::string& extra = contact[Field::Extra];
+    if (!UidOf(extra).empty())
+        return true;
+    extra.append(extra.empty() ? "" : "\n").append(named.line);
+    return SaveField(m_contacts, named.id, Field::Extra, extra);
+}
+
+// Only now, so that others can write to the store while the cards are written.
+Transfer::State ExportJob::NameFor(unsigned milliseconds)
+{
+    const ULONGLONG end = GetTickCount64() + milliseconds;
+    do {
+        if (!KeepName(m_named[m_kept]))
+            return StartAgainWithoutNames();
+        if (++m_kept == m_named.size())
+            return Finish();
+    } while (GetTickCount64() < end);
+    return State::Working;
+}
+
+Transfer::State ExportJob::StartAgainWithoutNames()
+{
+    m_bulk.reset();
+    m_named.clear();
+    m_canName = false;
+    m_startedAgain = true;
+    m_phase = Phase::Writing;
+    m_next = m_exported = m_kept = 0;
+    m_file.Discard();
+    m_isOpen = m_file.Open(m_path);
+    return State::Working;
+}
+
+Transfer::State ExportJob::Finish()
+{
     m_failed = !m_isOpen || !m_file.Finish();
     // The file is there: what it says is worth more than that the next one says it in the same words.
     if (m_bulk && !m_failed)
@@ -73,7 +133,8 @@ Transfer::State ExportJob::Step(unsigned milliseconds)
 
 int ExportJob::PerMille() const
 {
-    return m_ids.empty() ? 0 : static_cast<int>(m_next * 1000 / m_ids.size());
+    // What is written once more was at its end before.
+    return m_startedAgain ? 1000 : m_ids.empty() ? 0 : static_cast<int>(m_next * 1000 / m_ids.size());
 }
 
 std::wstring ExportJob::Failure() const

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "addrbook/byte_file.h"
@@ -25,8 +26,21 @@ class ExportJob : public Transfer {
     std::wstring Report() const override;
 
   private:
+    // A contact that its card has given a UID.
+    struct Named {
+        CEOID id;
+        std::string line;
+    };
+    enum class Phase { Writing, Naming };
+
     void AppendCards(std::string* cards);
     void Name(CEOID id, Contact* contact);
+    bool CanName(CEOID id, const Contact& contact);
+    bool KeepName(const Named& named);
+    State WriteFor(unsigned milliseconds);
+    State NameFor(unsigned milliseconds);
+    State Finish();
+    State StartAgainWithoutNames();
     std::wstring Failure() const;
 
     DbContacts& m_contacts;
@@ -37,9 +51,13 @@ class ExportJob : public Transfer {
     size_t m_next = 0;
     size_t m_exported = 0;
     bool m_failed = false;
-    // For the new UIDs, which are kept if the file is; from the first one on.
+    bool m_startedAgain = false;
+    Phase m_phase = Phase::Writing;
+    std::vector<Named> m_named;
+    size_t m_kept = 0; // of those
+    std::optional<bool> m_canName;
+    // For the new UIDs, which are kept if the file is.
     std::optional<CeDBase::BulkScope> m_bulk;
-    bool m_canName = true;
 };
 
 } // namespace addrbook

@@ -1,6 +1,7 @@
 #include "addrbook/export_job.h"
 
 #include "addrbook/contact_uids.h"
+#include "editor/store_trouble.h"
 #include "transfers.h"
 
 namespace addrbook {
@@ -65,6 +66,51 @@ TEST(ExportReason, IsNamedWhereAPersonCanDoSomething)
     EXPECT_STREQ(ReasonOf(ERROR_SHARING_VIOLATION), L": another program has it open.");
     for (const long other : {ERROR_SUCCESS, ERROR_ACCESS_DENIED, ERROR_GEN_FAILURE, ERROR_LOCK_VIOLATION})
         EXPECT_STREQ(ReasonOf(static_cast<DWORD>(other)), L".");
+}
+
+// Others can write until the file is whole; a contact that has changed meanwhile keeps what it says.
+TEST_F(Transfers, ExportHoldsNobodyOffWhileItWrites)
+{
+    ASSERT_EQ(Import(ManyCards(2000)), State::Done);
+    const std::vector<CEOID> ids = Ids();
+    ExportJob job(m_contacts, ids, m_path);
+    ASSERT_EQ(job.Step(0), State::Working);
+    {
+        const StoreTrouble writer(m_store.Path()); // takes the store for writing, which succeeds
+    }
+    Contact changed;
+    ASSERT_TRUE(LoadContact(m_contacts, ids[0], &changed));
+    changed[Field::Extra] += "\nX-NEW:1";
+    ASSERT_TRUE(SaveField(m_contacts, ids[0], Field::Extra, changed[Field::Extra]));
+    ASSERT_TRUE(SaveField(m_contacts, ids[1], Field::Extra, "UID:own"));
+    ASSERT_EQ(m_contacts.DeleteRecord(ids[2]), 1);
+    ASSERT_EQ(RunToEnd(job), State::Done);
+    Contact after;
+    ASSERT_TRUE(LoadContact(m_contacts, ids[0], &after));
+    const std::string uid = TakeUid(&after);
+    EXPECT_EQ(after, changed);
+    EXPECT_NE(ReadFileBytes(m_path).find(uid), std::string::npos) << "known again when it comes back";
+    ASSERT_TRUE(LoadContact(m_contacts, ids[1], &after));
+    EXPECT_EQ(after[Field::Extra], "UID:own");
+    EXPECT_FALSE(LoadContact(m_contacts, ids[2], &after)) << "what was deleted stays so";
+}
+
+// The store is taken when the UIDs are to be kept: no card has one then.
+TEST_F(Transfers, ExportNamesNoCardWhoseUidCannotBeKept)
+{
+    ASSERT_EQ(Import(ManyCards(500) + CardOf("FN:x\nUID:own")), State::Done);
+    ExportJob job(m_contacts, Ids(), m_path);
+    ASSERT_EQ(job.Step(0), State::Working);
+    {
+        const StoreTrouble other(m_store.Path());
+        ASSERT_EQ(RunToEnd(job), State::Done);
+    }
+    EXPECT_EQ(job.Report(), L"501 contacts were exported.");
+    const std::string written = ReadFileBytes(m_path);
+    EXPECT_EQ(ReadAll(written).contacts.size(), 501u);
+    EXPECT_EQ(written.find("urn:uuid"), std::string::npos);
+    EXPECT_NE(written.find("UID:own"), std::string::npos);
+    EXPECT_EQ(GetFileAttributesW((m_path + L".part").c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
 TEST_F(Transfers, ExportThatIsGivenUpLeavesTheFile)
