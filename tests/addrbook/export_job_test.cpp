@@ -1,7 +1,7 @@
 #include "addrbook/export_job.h"
 
 #include "addrbook/contact_uids.h"
-#include "editor/store_trouble.h"
+#include "editor/locked_store.h"
 #include "transfers.h"
 
 namespace addrbook {
@@ -76,7 +76,7 @@ TEST_F(Transfers, ExportHoldsNobodyOffWhileItWrites)
     ExportJob job(m_contacts, ids, m_path);
     ASSERT_EQ(job.Step(0), State::Working);
     {
-        const StoreTrouble writer(m_store.Path()); // takes the store for writing, which succeeds
+        const LockedStore writer(m_store.Path()); // takes the store for writing, which succeeds
     }
     Contact changed;
     ASSERT_TRUE(LoadContact(m_contacts, ids[0], &changed));
@@ -102,7 +102,7 @@ TEST_F(Transfers, ExportNamesNoCardWhoseUidCannotBeKept)
     ExportJob job(m_contacts, Ids(), m_path);
     ASSERT_EQ(job.Step(0), State::Working);
     {
-        const StoreTrouble other(m_store.Path());
+        const LockedStore other(m_store.Path());
         ASSERT_EQ(RunToEnd(job), State::Done);
     }
     EXPECT_EQ(job.Report(), L"501 contacts were exported.");
