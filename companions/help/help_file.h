@@ -1,8 +1,8 @@
 // The help's file, read whole and as text.
 #pragma once
 
+#include <cstddef>
 #include <string>
-#include <string_view>
 
 namespace help {
 
@@ -16,11 +16,5 @@ struct HelpFile {
 };
 
 HelpFile ReadHelpFile(const std::wstring& path);
-
-// Whether the bytes are those of a text: few of them, if any, are control characters.
-bool IsText(std::string_view bytes);
-
-// UTF-8, with or without its mark, or UTF-16 with its mark. What cannot be decoded becomes U+FFFD, a NUL too.
-std::wstring DecodeText(std::string_view bytes);
 
 } // namespace help

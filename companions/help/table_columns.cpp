@@ -1,6 +1,7 @@
 #include "help/table_columns.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace help {
 
@@ -59,8 +60,8 @@ std::vector<int> FirstColumnsOf(const std::vector<Block>& blocks, int widest)
         for (size_t row = first; row < end; ++row)
             if (const int width = WidthOf(blocks[row]); width <= widest)
                 column = std::max(column, width);
-        std::fill(columns.begin() + static_cast<ptrdiff_t>(first),
-                  columns.begin() + static_cast<ptrdiff_t>(end), column);
+        std::fill(columns.begin() + static_cast<std::ptrdiff_t>(first),
+                  columns.begin() + static_cast<std::ptrdiff_t>(end), column);
         first = end;
     }
     return columns;
