@@ -97,23 +97,39 @@ void ContactReader::TakeOneOfMany(Property property, const VCard::Line& line)
     all.append(before ? "\n" : "");
     const size_t start = all.size();
     AppendFieldText(all, property, line);
+    if (all.size() == start)
+        return all.resize(before); // a phone without a number is none
     if (!IsPlain(property, line))
         KeepUnlessSaid(line.whole, property, std::string_view(all).substr(start));
-    if (all.size() == start)
-        all.resize(before);
+}
+
+// One more line of a kind of which the field holds one.
+void ContactReader::TakeAnother(Property property, const VCard::Line& line)
+{
+    const Contact& contact = *m_contact;
+    if (property == Property::FileAs)
+        return; // ours, and the first one counts
+    m_said.clear();
+    if (property == Property::Name)
+        AppendNameLine(m_said, contact[Field::LastName], contact[Field::FirstName]);
+    else if (property == Property::FormattedName)
+        m_hasMoreFormattedNames = true;
+    else
+        AppendLine(m_said, property, contact[FieldOf(property)]);
+    if (line.whole != m_said)
+        Keep(line.whole);
 }
 
 void ContactReader::Take(const VCard::Line& line)
 {
     const Property property = PropertyOf(line.name);
     if (property == Property::Other) {
-        if (!EqualsNoCase(line.name, "VERSION"))
+        if (!IsFrame(line.name))
             Keep(line.whole);
     } else if (HasMany(property)) {
         TakeOneOfMany(property, line);
     } else if (!IsFirst(property)) {
-        m_hasMoreFormattedNames |= property == Property::FormattedName;
-        Keep(line.whole);
+        TakeAnother(property, line);
     } else if (property == Property::FileAs) {
         AppendFieldText((*m_contact)[Field::FileAs], property, line);
     } else if (property == Property::FormattedName) {

@@ -21,6 +21,7 @@ class ContactReader {
     void Take(const VCard::Line& line);
     void TakeName(const VCard::Line& line);
     void TakeOne(Property property, const VCard::Line& line);
+    void TakeAnother(Property property, const VCard::Line& line);
     void TakeOneOfMany(Property property, const VCard::Line& line);
     bool Finish();
     void Keep(std::string_view whole);

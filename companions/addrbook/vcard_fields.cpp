@@ -173,6 +173,11 @@ bool IsKind(Property property, std::string_view parameters)
                        [&](const Kind& kind) { return parameters == kind.type; });
 }
 
+bool IsFrame(std::string_view name)
+{
+    return EqualsNoCase(name, "BEGIN") || EqualsNoCase(name, "END") || EqualsNoCase(name, "VERSION");
+}
+
 Property PropertyOf(std::string_view name)
 {
     for (const Known& known : kKnown)

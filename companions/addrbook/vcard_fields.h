@@ -27,6 +27,10 @@ enum class Property {
 // Whether the parameters of a phone or an e-mail name one kind of it, in the words in which it is written.
 bool IsKind(Property property, std::string_view parameters);
 
+// Whether a line of this name belongs to what every card stands in (BEGIN, VERSION, END): never a contact's
+// own.
+bool IsFrame(std::string_view name);
+
 Property PropertyOf(std::string_view name);
 std::string_view NameOf(Property property); // empty for Other
 

@@ -8,6 +8,7 @@ namespace {
 
 constexpr std::string_view kBegin = "BEGIN:VCARD";
 constexpr std::string_view kEnd = "END:VCARD";
+constexpr std::string_view kBase64 = "BASE64";
 
 // An encoding stands within the first bytes of a line, if it has one. So much is looked at for each line that
 // may go on with it, however long that has become.
@@ -28,14 +29,6 @@ bool Is(std::string_view line, std::string_view wanted)
            EqualsNoCase(Trimmed(line), wanted);
 }
 
-bool HasWord(std::string_view text, std::string_view word)
-{
-    for (size_t i = 0; i + word.size() <= text.size(); ++i)
-        if (StartsWithNoCase(text.substr(i), word))
-            return true;
-    return false;
-}
-
 bool IsFolded(std::string_view line)
 {
     return !line.empty() && (line[0] == ' ' || line[0] == '\t');
@@ -49,10 +42,20 @@ std::string_view ParametersOf(std::string_view line)
                                      : std::string_view();
 }
 
-bool IsBase64(std::string_view line)
+// Whether a line is in an encoding: "BASE64", which is also called "B", or "QUOTED-PRINTABLE". Only before
+// version 4.0 it may stand there without a name.
+bool IsEncoded(std::string_view line, VCardVersion version, std::string_view encoding)
 {
-    const std::string_view parameters = ParametersOf(line);
-    return HasWord(parameters, ";BASE64") || HasWord(parameters, "ENCODING=B");
+    Parameter parameter;
+    for (Parameters all(ParametersOf(line)); all.Next(&parameter);) {
+        const bool isNamed = EqualsNoCase(parameter.name, "ENCODING");
+        if (!isNamed && (!parameter.name.empty() || version == VCardVersion::V40))
+            continue;
+        const std::string_view word = WithoutQuotes(parameter.value);
+        if (EqualsNoCase(word, encoding) || (isNamed && encoding == kBase64 && EqualsNoCase(word, "B")))
+            return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -136,8 +139,8 @@ bool VCardReader::Continues(std::string_view line, const VCard& card) const
         return false;
     const std::string_view last = std::string_view(card.Text()).substr(m_raw.back().start);
     // Pictures in base 64 come with lines that are not indented, too.
-    return IsFolded(line) ||
-           (!Trimmed(line).empty() && line.find(':') == std::string_view::npos && IsBase64(last));
+    return IsFolded(line) || (!Trimmed(line).empty() && line.find(':') == std::string_view::npos &&
+                              IsEncoded(last, m_version, kBase64));
 }
 
 void VCardReader::TakeInside(std::string_view line, VCard* card)
@@ -165,7 +168,7 @@ bool VCardReader::TakeSoftBreak(VCard* card)
 {
     std::string& text = card->Text();
     if (m_raw.empty() || !text.ends_with('=') ||
-        !HasWord(ParametersOf(std::string_view(text).substr(m_raw.back().start)), "QUOTED-PRINTABLE"))
+        !IsEncoded(std::string_view(text).substr(m_raw.back().start), m_version, "QUOTED-PRINTABLE"))
         return false;
     text.pop_back();
     m_raw.back().end = text.size();

@@ -142,6 +142,12 @@ std::string_view TakeListItem(std::string_view* list)
     return item;
 }
 
+std::string_view WithoutQuotes(std::string_view text)
+{
+    const bool isQuoted = text.size() > 1 && text.front() == '"' && text.back() == '"';
+    return isQuoted ? text.substr(1, text.size() - 2) : text;
+}
+
 std::string ParameterText(std::string_view item)
 {
     std::string text;

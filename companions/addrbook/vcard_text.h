@@ -45,6 +45,8 @@ class Parameters {
 std::string_view FindParameter(std::string_view parameters, std::string_view name);
 // Takes the next item off a parameter's list, as written.
 std::string_view TakeListItem(std::string_view* list);
+// A value that is quoted as a whole without its quotes.
+std::string_view WithoutQuotes(std::string_view text);
 // An item's text: without quotes, circumflex escapes undone.
 std::string ParameterText(std::string_view item);
 

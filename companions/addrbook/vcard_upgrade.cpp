@@ -42,12 +42,6 @@ bool IsBareEncoding(std::string_view word)
     return IsOneOf(word, {"QUOTED-PRINTABLE", "BASE64", "7BIT", "8BIT"});
 }
 
-std::string_view WithoutQuotes(std::string_view text)
-{
-    const bool isQuoted = text.size() > 1 && text.front() == '"' && text.back() == '"';
-    return isQuoted ? text.substr(1, text.size() - 2) : text;
-}
-
 void TakeTypes(std::string_view list, OldParameters* old)
 {
     while (!list.empty()) {
@@ -140,7 +134,7 @@ std::string UpgradedBytes(const VCard::Line& line, OldParameters* old)
     const std::string mediaType = MediaTypeOf(line.name, TakeListItem(&types), line.value);
     if (!mediaType.empty())
         old->types = std::string(types);
-    return DataAddress(mediaType, line.value);
+    return DataAddress(mediaType, ToUtf8(line.value, {})); // what is no base 64 stays text
 }
 
 std::string UpgradedValue(const VCard::Line& line, VCardVersion version, OldParameters* old)

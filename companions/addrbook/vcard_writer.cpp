@@ -31,9 +31,7 @@ std::vector<ExtraLine> ExtraLinesOf(const Contact& contact)
         if (!FindPlaces(whole, &places))
             return;
         const VCard::Line line = VCard::LineOf(whole, places);
-        const bool isFrame = EqualsNoCase(line.name, "BEGIN") || EqualsNoCase(line.name, "END") ||
-                             EqualsNoCase(line.name, "VERSION");
-        if (!isFrame)
+        if (!IsFrame(line.name))
             lines.push_back({line, PropertyOf(line.name)});
     });
     return lines;

@@ -215,6 +215,50 @@ TEST(VCardContact, WritesNoBrokenCardFromAStrangersLines)
     EXPECT_EQ(LinesOf(contact), "FN:x\nX-GOOD:1\n");
 }
 
+// What comes of a card that was written once more.
+void ExpectTheSameAgain(const Contact& contact)
+{
+    std::string card;
+    AppendCard(card, contact);
+    const ReadCards again = ReadAll(card);
+    EXPECT_EQ(again.unreadable, 0u);
+    ASSERT_EQ(again.contacts.size(), 1u);
+    EXPECT_EQ(again.contacts.front(), contact);
+}
+
+TEST(VCardContact, KeepsNoLineOfTheFrame)
+{
+    const Contact contact = ContactOf("ORG:M\nEND:\nBEGIN:x");
+    EXPECT_EQ(contact[Field::Extra], "");
+    ExpectTheSameAgain(contact);
+}
+
+TEST(VCardContact, KeepsNoPhoneWithoutANumber)
+{
+    const Contact contact = ContactOf("FN:x\nTEL;X=y:\nEMAIL;PREF=1:");
+    EXPECT_EQ(contact[Field::Extra], "");
+    ExpectTheSameAgain(contact);
+}
+
+TEST(VCardContact, TakesALineThatStandsTwiceOnce)
+{
+    const Contact contact = ContactOf("N:A;;;;\nN:A;;;;\nNOTE:same\nNOTE:same\nX-FILE-AS:b\nX-FILE-AS:c");
+    EXPECT_EQ(LinesOf(contact), "FN:A\nX-FILE-AS:b\nN:A;;;;\nNOTE:same\n");
+    ExpectTheSameAgain(contact);
+}
+
+// A line that is folded behind "=" goes on only where it is in quoted-printable.
+TEST(VCardContact, KeepsAnEqualsSignAtAFold)
+{
+    for (const char* start :
+         {"NOTE;TYPE=NO-QUOTED-PRINTABLE:", "NOTE;QUOTED-PRINTABLE:", "NOTE;X=\"ENCODING=B\":"}) {
+        const size_t room = 75 - std::string(start).size();
+        const Contact contact = ContactOf("FN:x\n" + (start + std::string(room - 1, 'n')) + "=\n  more");
+        EXPECT_EQ(contact[Field::Note], std::string(room - 1, 'n') + "= more");
+        ExpectTheSameAgain(contact);
+    }
+}
+
 } // namespace
 
 } // namespace addrbook

@@ -286,6 +286,12 @@ TEST(VCardUpgrade, TakesNamesInAnyCase)
     EXPECT_EQ(Upgraded("Fn;Encoding=Quoted-Printable;Charset=Iso-8859-1:=FC", "2.1"), "Fn:\xC3\xBC");
 }
 
+TEST(VCardUpgrade, MakesTextOfWhatIsNoBase64)
+{
+    EXPECT_EQ(LinesOf(ContactOf("FN:x\nLOGO;ENCODING=b:\xAA", "3.0")),
+              "FN:x\nLOGO:data:image/jpeg;base64,\xC2\xAA\n");
+}
+
 } // namespace
 
 } // namespace addrbook
