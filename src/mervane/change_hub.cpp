@@ -2,20 +2,15 @@
 
 #include <algorithm>
 
-#include "mervane/property_map.h"
-
 namespace mervane {
 
 namespace {
 
 constexpr const wchar_t* kPeerClass = L"MervaneStore";
 constexpr UINT_PTR kTimer = 1;
-constexpr UINT kTimerPeriod = 500; // milliseconds
-
-// What a peer's message packs into wParam: the code, the table, and this bit.
-constexpr WPARAM kNamesUntouched = 0x10000;
-constexpr int kTableShift = 8;
-constexpr WPARAM kByte = 0xFF;
+constexpr UINT kTimerPeriod = 250;        // milliseconds
+constexpr UINT kMsgAllMayBeNew = WM_USER; // to the own window
+constexpr std::ptrdiff_t kMostTold = 100; // changes one by one; more are told as "all may be new"
 
 UINT PeerMessage()
 {
@@ -23,25 +18,11 @@ UINT PeerMessage()
     return s_message;
 }
 
-bool IsWorkCode(WPARAM code)
-{
-    return code == kChangeWorkBegins || code == kChangeWorkEnded;
-}
-
-bool IsChangeCode(WPARAM code)
-{
-    return IsWorkCode(code) || code == kChangeCreated || code == kChangeModified || code == kChangeDeleted;
-}
-
-WPARAM Pack(TableId table, const Change& change)
-{
-    return change.code | IndexOf(table) << kTableShift | (change.touchesNames ? 0 : kNamesUntouched);
-}
-
 // Bulk work concerns all databases. The journal's owner shows the names of categories and contacts: to it a
 // change of theirs is the end of some work, after which it shows everything afresh.
-void Tell(TableId ownersTable, HWND owner, TableId table, const Change& change)
+void Tell(TableId ownersTable, HWND owner, const TableChange& what)
 {
+    const auto& [table, change] = what;
     if (ownersTable == table || (change.touchesNames && IsWorkCode(change.code)))
         PostMessageW(owner, kMsgDatabaseChange, change.code, static_cast<LPARAM>(change.id));
     else if (ownersTable == TableId::Journal && change.touchesNames)
@@ -49,6 +30,29 @@ void Tell(TableId ownersTable, HWND owner, TableId table, const Change& change)
 }
 
 } // namespace
+
+bool ChangeHub::TakeFrom(std::vector<Heard>& list, const TableChange& what)
+{
+    const auto found =
+        std::find_if(list.begin(), list.end(), [&](const Heard& heard) { return heard.what == what; });
+    if (found == list.end())
+        return false;
+    list.erase(found);
+    return true;
+}
+
+bool ChangeHub::IsNew(const Heard& heard)
+{
+    return !heard.isOld;
+}
+
+// The old ones go, the new ones become old.
+void ChangeHub::Age(std::vector<Heard>& list)
+{
+    list.erase(list.begin(), std::find_if(list.begin(), list.end(), IsNew));
+    for (Heard& heard : list)
+        heard.isOld = true;
+}
 
 ChangeHub::ChangeHub(const std::wstring& pathKey, std::function<void()> look)
     : m_pathKey(pathKey), m_look(std::move(look))
@@ -91,12 +95,35 @@ void ChangeHub::Announce(TableId table, const Change& change) const
     HWND peer = nullptr;
     while ((peer = FindWindowExW(HWND_MESSAGE, peer, kPeerClass, m_pathKey.c_str())) != nullptr)
         if (peer != m_window)
-            PostMessageW(peer, PeerMessage(), Pack(table, change), static_cast<LPARAM>(change.id));
+            PostMessageW(peer, PeerMessage(), PackChange({table, change}), static_cast<LPARAM>(change.id));
 }
 
 void ChangeHub::NoteForeignChange()
 {
-    m_unexplained = Unexplained::New;
+    m_untold.clear();
+    m_told.clear();
+    if (!m_allMayBeNew && !m_owners.empty())
+        m_allMayBeNew = PostMessageW(m_window, kMsgAllMayBeNew, 0, 0) != 0;
+}
+
+// Of however many changes that were noticed since messages were last handled.
+void ChangeHub::OnAllMayBeNew()
+{
+    m_allMayBeNew = false;
+    for (const Owner& owner : m_owners)
+        PostMessageW(owner.window, kMsgDatabaseChange, kChangeWorkEnded, 0);
+}
+
+void ChangeHub::NoteForeignChange(const TableChange& what)
+{
+    if (!m_owners.empty() && !TakeFrom(m_told, what))
+        m_untold.push_back({what, false});
+}
+
+void ChangeHub::TellOwners(const TableChange& what) const
+{
+    for (const Owner& owner : m_owners)
+        Tell(owner.table, owner.window, what);
 }
 
 LRESULT CALLBACK ChangeHub::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
@@ -110,33 +137,39 @@ LRESULT CALLBACK ChangeHub::Procedure(HWND window, UINT message, WPARAM wParam, 
         self->OnPeerChange(wParam, static_cast<CEOID>(lParam));
     else if (self && message == WM_TIMER && wParam == kTimer)
         self->OnTimer();
+    else if (self && message == kMsgAllMayBeNew)
+        self->OnAllMayBeNew();
     else
         return DefWindowProcW(window, message, wParam, lParam);
     return 0;
 }
 
+// Costs little, and no read of the store: there may be hundreds, and all of them come before a key.
 void ChangeHub::OnPeerChange(WPARAM packed, CEOID id)
 {
-    const Change change{packed & kByte, id, (packed & kNamesUntouched) == 0};
-    const size_t table = packed >> kTableShift & kByte;
-    if (!IsChangeCode(change.code) || table >= kTableCount)
+    const auto what = UnpackChange(packed, id);
+    if (!what)
         return;
-    // The change that this message tells of is no longer unexplained, also when it is noticed only here.
-    m_look();
-    m_unexplained = Unexplained::None;
-    for (const Owner& owner : m_owners)
-        Tell(owner.table, owner.window, static_cast<TableId>(table), change);
+    if (!TakeFrom(m_untold, *what))
+        m_told.push_back({*what, false});
+    TellOwners(*what);
+    // A timer's message comes when no other waits.
+    if (GetTickCount64() >= m_nextLook + kTimerPeriod)
+        OnTimer();
 }
 
-// A change is given one period in which its writer may tell of it.
+// A message is on its way for one period; a writer that has ended in between has sent none.
 void ChangeHub::OnTimer()
 {
-    if (m_unexplained == Unexplained::None)
-        m_look();
-    if (m_unexplained == Unexplained::Old)
-        for (const Owner& owner : m_owners)
-            PostMessageW(owner.window, kMsgDatabaseChange, kChangeWorkEnded, 0);
-    m_unexplained = m_unexplained == Unexplained::New ? Unexplained::Old : Unexplained::None;
+    m_nextLook = GetTickCount64() + kTimerPeriod;
+    m_look();
+    const auto firstNew = std::find_if(m_untold.begin(), m_untold.end(), IsNew);
+    if (firstNew - m_untold.begin() > kMostTold)
+        return NoteForeignChange();
+    for (auto untold = m_untold.begin(); untold != firstNew; ++untold)
+        TellOwners(untold->what);
+    Age(m_untold);
+    Age(m_told);
 }
 
 } // namespace mervane

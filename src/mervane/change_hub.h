@@ -2,26 +2,21 @@
 //
 // Each open store has a message-only window of class "MervaneStore" whose title is the store's path key. A
 // writer posts what it has committed to the windows of the same title, its own excepted. Other tools post
-// nothing: what they change is noticed when the store is next read, at the latest by a timer.
+// nothing: what they change is noticed when the store is next read, at the latest by a timer. So the owners
+// hear of every foreign change, by its writer's message or from here.
 #pragma once
 
 #include <functional>
 #include <string>
 #include <vector>
 
-#include "mervane/ce_dbase.h"
+#include "mervane/change.h"
 
 namespace mervane {
 
-struct Change {
-    WPARAM code; // one of the kChange... codes
-    CEOID id = 0;
-    bool touchesNames = true; // what a record is called or whether it is there: others show it
-};
-
 class ChangeHub {
   public:
-    // look makes the store read what has changed; it calls NoteForeignChange when something has.
+    // look makes the store read what has changed; it calls one of the Note... functions when something has.
     ChangeHub(const std::wstring& pathKey, std::function<void()> look);
     ~ChangeHub();
     ChangeHub(const ChangeHub&) = delete;
@@ -35,9 +30,11 @@ class ChangeHub {
 
     // Tells the other processes.
     void Announce(TableId table, const Change& change) const;
-    // Another connection has changed the store. When no process tells what, the owners hear that all may be
-    // new.
+    // Another connection has changed the store. The owners hear that all may be new.
     void NoteForeignChange();
+    // Another connection has changed that. Its message tells the owners; if none comes, they hear it from
+    // here.
+    void NoteForeignChange(const TableChange& what);
 
   private:
     struct Owner {
@@ -45,17 +42,30 @@ class ChangeHub {
         HWND window;
         const void* who;
     };
-    enum class Unexplained { None, New, Old }; // a foreign change that no process has told of
+    struct Heard {
+        TableChange what;
+        bool isOld; // has waited for its counterpart through a look
+    };
 
+    static bool TakeFrom(std::vector<Heard>& list, const TableChange& what);
+    static bool IsNew(const Heard& heard);
+    static void Age(std::vector<Heard>& list);
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void OnPeerChange(WPARAM packed, CEOID id);
+    void OnAllMayBeNew();
     void OnTimer();
+    void TellOwners(const TableChange& what) const;
 
     std::wstring m_pathKey;
     std::function<void()> m_look;
     std::vector<Owner> m_owners;
     HWND m_window = nullptr;
-    Unexplained m_unexplained = Unexplained::None;
+    // Commits that were read of which no message has told yet, and messages of commits that were not read
+    // yet, each in their order.
+    std::vector<Heard> m_untold;
+    std::vector<Heard> m_told;
+    ULONGLONG m_nextLook = 0;   // in ticks
+    bool m_allMayBeNew = false; // and the owners are about to hear it
 };
 
 } // namespace mervane

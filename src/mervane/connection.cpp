@@ -15,10 +15,19 @@ namespace {
 constexpr int kLongLog = 4000;
 constexpr int kLogStep = 1000; // until the next try, when a reader was in the way
 
+// How often a transaction begins anew because another program has written in the moment of its beginning.
+constexpr int kMostBeginnings = 5;
+
 bool RunOnce(Statement& statement)
 {
     const ScopedReset reset(statement);
     return statement.Run();
+}
+
+bool UsesLog(Database& database)
+{
+    Statement mode(database, "PRAGMA journal_mode");
+    return mode.Step() == Statement::Result::Row && mode.Text(0) == "wal";
 }
 
 } // namespace
@@ -29,8 +38,11 @@ bool Connection::Open(const std::wstring& path)
         return false;
     m_nextShortening = kLongLog;
     sqlite3_wal_hook(m_database.Handle(), OnCommit, this);
+    m_hasLog = !m_database.IsReadOnly() && UsesLog(m_database);
     // What was there before counts as seen, and what was tried on the way as done.
-    if (HasForeignChange() == Answer::Failed)
+    const bool isSeen = BeginRead() && HasForeignChange() != Answer::Failed;
+    EndRead();
+    if (!isSeen)
         return false;
     m_database.TakeTrouble();
     return true;
@@ -51,12 +63,36 @@ bool Connection::Prepare()
 int Connection::OnCommit(void* self, sqlite3*, const char*, int logPages)
 {
     static_cast<Connection*>(self)->m_logPages = logPages;
+    static_cast<Connection*>(self)->m_logged = true;
     return SQLITE_OK;
+}
+
+std::optional<LogState> Connection::LogStateNow()
+{
+    return m_hasLog ? ReadLogState(m_database) : std::nullopt;
+}
+
+// Makes the transaction see what is there now. True when it is known which commit that ends with.
+bool Connection::TakeView()
+{
+    const auto before = LogStateNow();
+    const ScopedReset reset(m_dataVersion);
+    m_version = m_dataVersion.Step() == Statement::Result::Row ? m_dataVersion.Integer(0) : std::nullopt;
+    m_state = LogStateNow();
+    if (m_state == before)
+        return true;
+    m_state.reset();
+    return false;
 }
 
 bool Connection::BeginRead()
 {
-    return RunOnce(m_begin);
+    for (int i = 1; RunOnce(m_begin); ++i) {
+        if (TakeView() || i == kMostBeginnings)
+            return true;
+        Rollback();
+    }
+    return false;
 }
 
 bool Connection::BeginWrite()
@@ -65,15 +101,28 @@ bool Connection::BeginWrite()
         m_database.NoteTrouble(StoreTrouble::ReadOnly);
         return false;
     }
-    return RunOnce(m_beginImmediate);
+    if (!RunOnce(m_beginImmediate))
+        return false;
+    (void)TakeView();
+    return true;
 }
 
 bool Connection::Commit()
 {
+    m_logged = false;
     if (!RunOnce(m_commit))
         return false;
+    if (m_logged)
+        m_state = StateAfterCommit();
     MaybeShortenLog();
     return true;
+}
+
+// Another program may have written again by now; the log's state in between is lost then.
+std::optional<LogState> Connection::StateAfterCommit()
+{
+    const auto now = LogStateNow();
+    return m_state && now && now->number == m_state->number + 1 ? now : std::nullopt;
 }
 
 void Connection::Rollback()
@@ -94,12 +143,10 @@ void Connection::MaybeShortenLog()
 
 Answer Connection::HasForeignChange()
 {
-    const ScopedReset reset(m_dataVersion);
-    if (m_dataVersion.Step() != Statement::Result::Row)
+    if (!m_version)
         return Answer::Failed;
-    const auto version = m_dataVersion.Integer(0);
-    const bool changed = m_seenVersion && version != m_seenVersion;
-    m_seenVersion = version;
+    const bool changed = m_seenVersion && m_version != m_seenVersion;
+    m_seenVersion = m_version;
     return AnswerOf(changed);
 }
 

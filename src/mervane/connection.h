@@ -1,6 +1,7 @@
 // A store's connection: its transactions, its view of other connections' changes, and its write-ahead log.
 #pragma once
 
+#include "mervane/log_state.h"
 #include "mervane/sql_database.h"
 
 namespace mervane {
@@ -20,17 +21,25 @@ class Connection {
     [[nodiscard]] bool BeginWrite();
     // A write is on disk when this returns true.
     [[nodiscard]] bool Commit();
+    // Whether the last commit has written something.
+    bool HasLogged() const { return m_logged; }
     void Rollback();
     // Never a commit, or what a failed rollback has left open would be one.
     void EndRead() { Rollback(); }
 
     // Whether another connection has changed the store since this was last answered. Inside a transaction.
     [[nodiscard]] Answer HasForeignChange();
+    // What the transaction sees; after a write, what that has made of it. None where it is not known, always
+    // in a store without a log.
+    const std::optional<LogState>& State() const { return m_state; }
 
   private:
     [[nodiscard]] bool Prepare();
     static int OnCommit(void* self, sqlite3* handle, const char* name, int logPages);
     void MaybeShortenLog();
+    std::optional<LogState> LogStateNow();
+    [[nodiscard]] bool TakeView();
+    std::optional<LogState> StateAfterCommit();
 
     Database m_database;
     Statement m_begin;
@@ -38,7 +47,11 @@ class Connection {
     Statement m_commit;
     Statement m_rollback;
     Statement m_dataVersion;
+    bool m_hasLog = false;
+    std::optional<int64_t> m_version; // of the content, as the transaction sees it
     std::optional<int64_t> m_seenVersion;
+    std::optional<LogState> m_state;
+    bool m_logged = false;
     int m_logPages = 0;
     int m_nextShortening = 0;
 };

@@ -37,6 +37,8 @@ std::shared_ptr<Store> Store::Open(StoreTrouble* trouble)
         *trouble = store->TakeTrouble();
         return nullptr;
     }
+    store->m_seen = store->m_connection.State();
+    store->m_ledger.Open(key);
     store->m_changes.Start();
     s_open.push_back(store);
     *trouble = StoreTrouble::None;
@@ -49,25 +51,6 @@ Store::Store(const std::wstring& pathKey)
                                    Table(m_connection.Sql(), InfoOf(TableId::Contacts))},
       m_names(m_connection.Sql()), m_changes(pathKey, [this] { LookForForeignChanges(); })
 {}
-
-bool Store::NoticeForeignChanges()
-{
-    ForgetIncomplete();
-    const Answer changed = m_connection.HasForeignChange();
-    if (changed == Answer::Yes) {
-        ForgetAll();
-        m_changes.NoteForeignChange();
-    }
-    return changed != Answer::Failed;
-}
-
-void Store::LookForForeignChanges()
-{
-    if (m_connection.InTransaction())
-        return;
-    BeginRead();
-    EndRead();
-}
 
 void Store::ForgetAll()
 {
@@ -132,7 +115,7 @@ bool Store::EndBulk(bool keep)
     m_bulkFailed |= !keep;
     if (--m_bulkDepth)
         return !m_bulkFailed;
-    const bool kept = !m_bulkFailed && m_connection.Commit();
+    const bool kept = !m_bulkFailed && CommitAs({TableId::Journal, {kChangeWorkEnded}});
     if (!m_bulkFailed && !kept)
         NoteBulkTrouble();
     m_connection.Rollback();
@@ -224,9 +207,10 @@ CEOID Store::WriteRecord(TableId table, CEOID id, const RecordValues& values)
     const CEOID written = creates                             ? TableOf(table).Insert(values)
                           : TableOf(table).Update(id, values) ? id
                                                               : 0;
-    if (!written || !write.Commit())
+    const Change change{creates ? kChangeCreated : kChangeModified, written};
+    if (!written || !write.Commit({table, change}))
         return 0;
-    AfterWrite(table, {creates ? kChangeCreated : kChangeModified, written}, &values);
+    AfterWrite(table, change, &values);
     return written;
 }
 
@@ -236,9 +220,10 @@ bool Store::DeleteRecord(TableId table, CEOID id)
     if (!write.IsOpen())
         return false;
     TellCursors(table, id, nullptr);
-    if (!TableOf(table).Delete(id) || !write.Commit())
+    const Change change{kChangeDeleted, id};
+    if (!TableOf(table).Delete(id) || !write.Commit({table, change}))
         return false;
-    AfterWrite(table, {kChangeDeleted, id}, nullptr);
+    AfterWrite(table, change, nullptr);
     return true;
 }
 

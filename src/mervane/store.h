@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "mervane/change_hub.h"
+#include "mervane/commit_ledger.h"
 #include "mervane/connection.h"
 #include "mervane/name_cache.h"
 #include "mervane/table.h"
@@ -70,6 +71,12 @@ class Store {
     void BeginView();
     void NoteBulkTrouble();
     void LookForForeignChanges();
+    void TakeOverChanges();
+    void Follow(const std::vector<TableChange>& changes);
+    void FollowOne(const TableChange& what);
+    void FollowRecord(TableId table, CEOID id);
+    [[nodiscard]] bool FollowIndex(TableIndex& index, TableId table, CEOID id);
+    [[nodiscard]] bool CommitAs(const TableChange& what);
     void ForgetAll();
     void ForgetIncomplete();
     void TellCursors(TableId table, CEOID id, const RecordValues* values);
@@ -80,6 +87,8 @@ class Store {
 
     std::wstring m_pathKey;
     Connection m_connection;
+    CommitLedger m_ledger;
+    std::optional<LogState> m_seen; // what the indexes and names are as of
     std::array<Table, kTableCount> m_tables;
     NameCaches m_names;
     std::array<std::shared_ptr<TableIndex>, kTableCount> m_indexes;

@@ -22,9 +22,10 @@ bool Store::AddToUses(CEOID category, int step)
     if (!write.IsOpen() || !statement.Run() || m_connection.Sql().Changes() != 1)
         return false;
     statement.Reset();
-    if (!write.Commit())
+    const Change change{kChangeModified, category, false};
+    if (!write.Commit({TableId::Categories, change}))
         return false;
-    AfterUses({kChangeModified, category, false});
+    AfterUses(change);
     return true;
 }
 
@@ -32,9 +33,10 @@ bool Store::ResetUses()
 {
     StoreWrite write(*this);
     Statement statement(m_connection.Sql(), kResetUses);
-    if (!write.IsOpen() || !statement.Run() || !write.Commit())
+    const Change change{kChangeWorkEnded, 0, false};
+    if (!write.IsOpen() || !statement.Run() || !write.Commit({TableId::Categories, change}))
         return false;
-    AfterUses({kChangeWorkEnded, 0, false});
+    AfterUses(change);
     return true;
 }
 

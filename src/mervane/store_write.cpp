@@ -31,9 +31,9 @@ StoreWrite::~StoreWrite()
         m_store.BeginView();
 }
 
-bool StoreWrite::Commit()
+bool StoreWrite::Commit(const TableChange& what)
 {
-    return m_store.m_bulkDepth ? m_open : m_store.m_connection.Commit();
+    return m_store.m_bulkDepth ? m_open : m_store.CommitAs(what);
 }
 
 } // namespace mervane

@@ -14,7 +14,7 @@ class StoreWrite {
 
     bool IsOpen() const { return m_open; }
     // On disk when true; in a bulk, as soon as that ends well.
-    [[nodiscard]] bool Commit();
+    [[nodiscard]] bool Commit(const TableChange& what);
 
   private:
     Store& m_store;

@@ -254,6 +254,15 @@ void TableIndex::SetColumns(uint32_t place, const RecordValues& values, bool isN
     SetBlobs(place, values, isNew);
 }
 
+std::vector<CEPROPID> TableIndex::KeptProperties() const
+{
+    std::vector<CEPROPID> kept;
+    for (int property = 0; property < static_cast<int>(m_info.properties.size()); ++property)
+        if (HasColumn(property) || m_blobs.contains(property))
+            kept.push_back(PropertyAt(property).id);
+    return kept;
+}
+
 bool TableIndex::Inserted(CEOID id, const RecordValues& values)
 {
     if (!m_loaded)

@@ -40,7 +40,11 @@ class TableIndex {
     // The same of the values that orders and filters go by.
     StoreTrouble MissingValues() const { return m_missingValues; }
 
-    // What the program itself has written. Inserted is false when the index cannot follow.
+    // The properties that are kept of each record; none before the records are needed.
+    std::vector<CEPROPID> KeptProperties() const;
+    bool Has(CEOID id) const { return m_loaded && m_records.Find(id) != kNoPlace; }
+    // What the program itself has written, or has read of what another one has: then the values are at least
+    // those of KeptProperties. Inserted is false when the index cannot follow.
     [[nodiscard]] bool Inserted(CEOID id, const RecordValues& values);
     void Updated(CEOID id, const RecordValues& values);
     void Removed(CEOID id);

@@ -3,40 +3,13 @@
 
 #include <random>
 
+#include "change_listener.h"
 #include "peer_process.h"
 #include "records.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
 
 namespace {
-
-using Heard = std::vector<std::pair<WPARAM, LPARAM>>;
-
-// A window that keeps the change notifications it gets.
-class Listener {
-  public:
-    HWND Window() const { return m_parent.Handle(); }
-    // Once that many have come, and no more wait.
-    Heard Hear(size_t count)
-    {
-        EXPECT_TRUE(PumpUntil([&] { return m_heard.size() >= count; })) << "heard " << m_heard.size();
-        PumpMessages();
-        return std::exchange(m_heard, {});
-    }
-    Heard HeardSoFar()
-    {
-        PumpMessages();
-        return m_heard;
-    }
-
-  private:
-    Heard m_heard;
-    TestParent m_parent{[this](HWND, UINT message, WPARAM wParam, LPARAM lParam, LRESULT*) {
-        if (message == kMsgDatabaseChange)
-            m_heard.emplace_back(wParam, lParam);
-        return message == kMsgDatabaseChange;
-    }};
-};
 
 class TwoPrograms : public testing::Test {
   protected:
