@@ -221,7 +221,7 @@ void AddressWindow::OnFindChanged()
 void AddressWindow::OnContactsChanged(WPARAM code)
 {
     if (code != kChangeWorkBegins)
-        Reload();
+        m_refresh.Ask(m_window);
 }
 
 void AddressWindow::EnableCommands()

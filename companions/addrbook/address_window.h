@@ -10,6 +10,7 @@
 #include "addrbook/contact_rows.h"
 #include "app/registry_store.h"
 #include "mervane/db_contacts.h"
+#include "ui/gathered.h"
 #include "ui/window_procedure.h"
 #include "util/owners.h"
 
@@ -91,6 +92,7 @@ class AddressWindow {
     int m_textHeight = 0;
     UniqueIcon m_smallIcon;
     UniqueIcon m_bigIcon;
+    Gathered m_refresh{[this] { Reload(); }}; // for what other programs change
 };
 
 } // namespace addrbook

@@ -207,7 +207,7 @@ LRESULT MainWindow::OnDatabaseChange(WPARAM code, LPARAM lParam)
     case kChangeModified:
     case kChangeDeleted:
         RemoveHourglass();
-        OnFilterChanged();
+        m_refresh.Ask(m_window);
         return 0;
     default: return 0;
     }

@@ -8,6 +8,7 @@
 #include "list/column_set.h"
 #include "list/entry_list.h"
 #include "list/find_request.h"
+#include "ui/gathered.h"
 #include "ui/launch.h"
 #include "ui/window_procedure.h"
 
@@ -73,6 +74,7 @@ class MainWindow {
     ColumnSet m_columns;
     EntryList m_list;
     FindRequest m_findRequest;
+    Gathered m_refresh{[this] { OnFilterChanged(); }}; // for what other programs change
     const wchar_t* m_helpTopic = kHelpMain;
     bool m_leftMaximized = false; // when it was last closed
     // Set once everything stored has been loaded: from then on it may be stored again.

@@ -140,8 +140,12 @@ void EntryEditor::SwitchView(const EditorViewRule& rule)
 void EntryEditor::OnDatabaseChange(WPARAM code, LPARAM id)
 {
     const bool isChange = code == kChangeCreated || code == kChangeModified || code == kChangeDeleted;
-    if (!isChange && (code != kChangeWorkEnded || id != 0))
-        return;
+    if (isChange || (code == kChangeWorkEnded && id == 0))
+        m_refresh.Ask(GetWindow());
+}
+
+void EntryEditor::ShowChanges()
+{
     m_views.Refresh();
     if (!m_record.Categories().IsEmpty())
         ShowCategories();

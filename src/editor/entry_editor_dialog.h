@@ -12,6 +12,7 @@
 #include "editor/editor_times.h"
 #include "editor/entry_timer.h"
 #include "ui/dialog.h"
+#include "ui/gathered.h"
 #include "ui/launch.h"
 #include "ui/window_scroll.h"
 #include "util/owners.h"
@@ -69,6 +70,7 @@ class EntryEditor : public Dialog {
     void SwitchView(const EditorViewRule& rule);
     void EditCategories();
     void OnDatabaseChange(WPARAM code, LPARAM id);
+    void ShowChanges();
     void SetModified(bool modified);
     EditorRecord::Saved Save();
     void TakeTyped();
@@ -87,4 +89,5 @@ class EntryEditor : public Dialog {
     bool m_modified = false;
     bool m_quiet = false; // the editor itself is filling its controls
     AssignViews m_views{&m_record, &m_quiet};
+    Gathered m_refresh{[this] { ShowChanges(); }}; // of other programs
 };

@@ -9,6 +9,7 @@
 #include "mervane/ce_dbase.h"
 #include "res/resource.h"
 #include "ui/dialog.h"
+#include "ui/gathered.h"
 #include "ui/launch.h"
 
 namespace {
@@ -37,6 +38,7 @@ class FilterDialog : public Dialog {
     FilterState m_filter; // a draft
     FilterDatePane m_dates;
     FilterCategoryPane m_categories;
+    Gathered m_refresh{[this] { m_categories.Refresh(); }}; // for what other programs change
 };
 
 bool FilterDialog::OnInitDialog()
@@ -58,7 +60,7 @@ bool FilterDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT
     switch (message) {
     case WM_COMMAND: return HIWORD(wParam) == BN_CLICKED && OnClick(LOWORD(wParam));
     case WM_NOTIFY: return OnNotify(*reinterpret_cast<NMHDR*>(lParam));
-    case kMsgDatabaseChange: m_categories.Refresh(); return true;
+    case kMsgDatabaseChange: m_refresh.Ask(GetWindow()); return true;
     default: return false;
     }
 }
