@@ -8,6 +8,7 @@
 #include "addrbook/import_job.h"
 #include "addrbook/short_text.h"
 #include "addrbook/transfer_dialog.h"
+#include "mervane/trouble.h"
 
 namespace addrbook {
 
@@ -15,35 +16,65 @@ namespace {
 
 constexpr const wchar_t* kTitle = L"Address Book";
 
-bool DeleteAll(DbContacts& contacts, const std::vector<CEOID>& ids)
+// None when all are gone; otherwise none is.
+StoreTrouble DeleteAll(DbContacts& contacts, const std::vector<CEOID>& ids)
 {
     CeDBase::BulkScope bulk(contacts);
-    for (const CEOID id : ids)
+    for (const CEOID id : ids) {
         // One that another program has just deleted is gone as well.
-        if (!contacts.DeleteRecord(id) && contacts.SeekRecord(id))
-            return false;
-    return bulk.Commit() != 0;
+        (void)contacts.DeleteRecord(id);
+        if (bulk.Trouble() != StoreTrouble::None)
+            return bulk.Trouble();
+    }
+    if (bulk.Commit())
+        return StoreTrouble::None;
+    return bulk.Trouble() == StoreTrouble::None ? StoreTrouble::Other : bulk.Trouble();
+}
+
+SaveAnswer NotSaved(StoreTrouble trouble)
+{
+    return {false, NotDoneText(L"The contact was not saved", trouble, TypedText::StillThere)};
 }
 
 } // namespace
 
-// A contact that was deleted meanwhile is written anew, not lost.
-bool AddressWindow::Save(CEOID* id, const Contact& contact)
+// Nothing, and the contact as it is now, where another program has changed it. One that was deleted meanwhile
+// is written anew, not lost.
+std::optional<SaveAnswer> AddressWindow::SaveOver(CEOID* id, Contact* loaded, const Contact& contact)
 {
-    if (*id && !m_contacts.SeekRecord(*id))
-        *id = 0;
-    const CEOID written = ContactSaver().Save(m_contacts, *id, contact);
-    if (!written)
-        return false;
+    CeDBase::BulkScope bulk(m_contacts); // nobody changes it between the look and the write
+    Contact now;
+    const bool isThere = *id && LoadContact(m_contacts, *id, &now);
+    if (*id && !isThere && m_contacts.Trouble() != StoreTrouble::None)
+        return NotSaved(m_contacts.Trouble());
+    if (isThere && now != *loaded && now != contact) {
+        *loaded = now;
+        return std::nullopt;
+    }
+    const CEOID written = ContactSaver().Save(m_contacts, isThere ? *id : 0, contact);
+    if (!written || !bulk.Commit())
+        return NotSaved(bulk.Trouble());
     *id = written;
-    return true;
+    return SaveAnswer{true, {}};
+}
+
+SaveAnswer AddressWindow::Save(HWND dialog, CEOID* id, Contact loaded, const Contact& contact)
+{
+    constexpr const wchar_t* kChanged = L"Another program has changed this contact since it was opened.\n\n"
+                                        L"Save yours in its place?";
+    for (;;) {
+        if (const std::optional<SaveAnswer> answer = SaveOver(id, &loaded, contact))
+            return *answer;
+        if (MessageBoxW(dialog, kChanged, kTitle, MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) != IDYES)
+            return {};
+    }
 }
 
 void AddressWindow::NewContact()
 {
     CEOID id = 0;
     if (EditContact(m_instance, m_window, {}, true,
-                    [&](const Contact& contact) { return Save(&id, contact); }))
+                    [&](HWND dialog, const Contact& contact) { return Save(dialog, &id, {}, contact); }))
         Reload(id);
 }
 
@@ -51,10 +82,18 @@ void AddressWindow::EditCurrent()
 {
     CEOID id = Focused();
     Contact contact;
-    if (!id || !LoadContact(m_contacts, id, &contact))
+    if (!id)
         return;
+    if (!LoadContact(m_contacts, id, &contact)) {
+        const StoreTrouble trouble = m_contacts.Trouble();
+        const std::wstring why = trouble == StoreTrouble::None
+                                     ? std::wstring(L"Another program has deleted this contact.")
+                                     : NotDoneText(L"The contact cannot be opened", trouble);
+        MessageBoxW(m_window, why.c_str(), kTitle, MB_OK | MB_ICONERROR);
+        return Reload();
+    }
     if (EditContact(m_instance, m_window, contact, false,
-                    [&](const Contact& changed) { return Save(&id, changed); }))
+                    [&](HWND dialog, const Contact& changed) { return Save(dialog, &id, contact, changed); }))
         Reload(id);
 }
 
@@ -71,8 +110,12 @@ void AddressWindow::DeleteSelected()
     if (MessageBoxW(m_window, (L"Delete " + what + L"?").c_str(), kTitle, MB_YESNO | MB_ICONQUESTION) !=
         IDYES)
         return;
-    if (!DeleteAll(m_contacts, ids))
-        MessageBoxW(m_window, L"The contacts cannot be deleted.", kTitle, MB_OK | MB_ICONERROR);
+    const StoreTrouble trouble = DeleteAll(m_contacts, ids);
+    if (trouble != StoreTrouble::None) {
+        MessageBoxW(m_window, NotDoneText(L"The contacts were not deleted", trouble).c_str(), kTitle,
+                    MB_OK | MB_ICONERROR);
+        return Reload();
+    }
     m_rows.Load();
     ShowRows({}, 0, row);
 }

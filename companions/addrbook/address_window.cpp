@@ -12,6 +12,7 @@
 #include "ui/scale.h"
 #include "ui/window_placement.h"
 #include "ui/work_area.h"
+#include "mervane/trouble.h"
 
 namespace addrbook {
 
@@ -64,7 +65,8 @@ bool AddressWindow::Create(HINSTANCE instance)
         Reload();
         return true;
     }
-    MessageBoxW(nullptr, L"The contacts cannot be opened.", kTitle, MB_OK | MB_ICONERROR);
+    MessageBoxW(nullptr, NotDoneText(L"The contacts cannot be opened", m_contacts.Trouble()).c_str(), kTitle,
+                MB_OK | MB_ICONERROR);
     return false;
 }
 
@@ -176,6 +178,9 @@ bool AddressWindow::TranslateKey(const MSG& message)
 
 void AddressWindow::OnCommand(int id, WORD notification)
 {
+    // Behind a dialog or a box nothing is begun, whoever asks for it.
+    if (!IsWindowEnabled(m_window) && id != IDC_FIND && id != CMD_CLOSE)
+        return;
     switch (id) {
     case CMD_NEW_CONTACT: return NewContact();
     case IDOK:

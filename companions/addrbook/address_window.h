@@ -4,9 +4,11 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <optional>
 #include <vector>
 
 #include "addrbook/contact.h"
+#include "addrbook/contact_dialog.h"
 #include "addrbook/contact_rows.h"
 #include "app/registry_store.h"
 #include "mervane/db_contacts.h"
@@ -73,7 +75,9 @@ class AddressWindow {
     void EnableCommands();
     std::vector<CEOID> Selected() const;
     CEOID Focused() const;
-    bool Save(CEOID* id, const Contact& contact);
+    // Writes to the contact as it was loaded, or a new one when *id is 0.
+    SaveAnswer Save(HWND dialog, CEOID* id, Contact loaded, const Contact& contact);
+    std::optional<SaveAnswer> SaveOver(CEOID* id, Contact* loaded, const Contact& contact);
 
     RegistryStore m_settings;
     bool m_hasSettings = false;

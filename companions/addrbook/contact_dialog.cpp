@@ -1,12 +1,14 @@
 #include "addrbook/contact_dialog.h"
 
 #include <array>
+#include <optional>
 
 #include "addrbook/contact_names.h"
 #include "addrbook/contact_record.h"
 #include "addrbook/dialog_scroll.h"
 #include "addrbook/resource.h"
 #include "addrbook/vcard_contact.h"
+#include "mervane/trouble.h"
 #include "ui/dialog.h"
 #include "ui/launch.h"
 
@@ -26,10 +28,15 @@ constexpr int kMoreOfAList = 3;
 constexpr int kMoreOfTheNote = 10;
 constexpr const wchar_t* kCaption = L"Address Book";
 
-std::wstring TextOf(HWND control)
+// Nothing where the control does not hand out what it has: that is no empty text.
+std::optional<std::wstring> TextOf(HWND control)
 {
-    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(control)) + 1, L'\0');
-    text.resize(static_cast<size_t>(GetWindowTextW(control, text.data(), static_cast<int>(text.size()))));
+    const int length = GetWindowTextLengthW(control);
+    std::wstring text(static_cast<size_t>(length) + 1, L'\0');
+    const int read = GetWindowTextW(control, text.data(), length + 1);
+    if (read < length)
+        return std::nullopt;
+    text.resize(static_cast<size_t>(read));
     return text;
 }
 
@@ -45,7 +52,7 @@ std::string Trimmed(std::string text)
 
 class ContactDialog : public Dialog {
   public:
-    ContactDialog(const Contact& contact, bool isNew, const std::function<bool(const Contact&)>& save)
+    ContactDialog(const Contact& contact, bool isNew, const ContactSave& save)
         : m_contact(contact), m_isNew(isNew), m_save(save)
     {}
 
@@ -58,14 +65,16 @@ class ContactDialog : public Dialog {
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
   private:
-    Contact Entered() const;
+    std::optional<Contact> Entered() const;
+    bool FillBoxes();
+    void Tell(const std::wstring& why) const;
     void FollowNames();
     bool Save();
     void GrowBoxes();
 
     Contact m_contact;
     bool m_isNew;
-    const std::function<bool(const Contact&)>& m_save;
+    const ContactSave& m_save;
     DialogScroll m_scroll;
     // As the controls show the fields: what a control does not show as it is must not change by being shown.
     std::array<std::wstring, kShownFields> m_shown;
@@ -73,13 +82,33 @@ class ContactDialog : public Dialog {
     bool m_filled = false;
 };
 
-bool ContactDialog::OnInitDialog()
+// false when a box does not take its text.
+bool ContactDialog::FillBoxes()
 {
     for (size_t i = 0; i < kShownFields; ++i) {
         HWND control = GetItem(kControls[i]);
         SendMessageW(control, EM_LIMITTEXT, 0, 0);
-        SetWindowTextW(control, ToWide(m_contact.texts[i]).c_str());
-        m_shown[i] = TextOf(control);
+        const bool isSet = SetWindowTextW(control, ToWide(m_contact.texts[i]).c_str()) != FALSE;
+        const std::optional<std::wstring> shown = TextOf(control);
+        if (!isSet || !shown)
+            return false;
+        m_shown[i] = *shown;
+    }
+    return true;
+}
+
+void ContactDialog::Tell(const std::wstring& why) const
+{
+    if (!why.empty())
+        MessageBoxW(GetWindow(), why.c_str(), kCaption, MB_OK | MB_ICONERROR);
+}
+
+bool ContactDialog::OnInitDialog()
+{
+    if (!FillBoxes()) {
+        Tell(NotDoneText(L"The contact cannot be shown", StoreTrouble::NoMemory));
+        End(0);
+        return true;
     }
     constexpr wchar_t kDateHint[] = L"YYYY-MM-DD";
     SendMessageW(GetItem(IDC_BIRTHDAY), EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(kDateHint));
@@ -106,13 +135,15 @@ void ContactDialog::GrowBoxes()
 }
 
 // What was not touched stays as it is, to the byte.
-Contact ContactDialog::Entered() const
+std::optional<Contact> ContactDialog::Entered() const
 {
     Contact contact = m_contact;
     for (size_t i = 0; i < kShownFields; ++i) {
-        const std::wstring text = TextOf(GetItem(kControls[i]));
-        if (text != m_shown[i])
-            contact.texts[i] = Trimmed(ToUtf8(text));
+        const std::optional<std::wstring> text = TextOf(GetItem(kControls[i]));
+        if (!text)
+            return std::nullopt;
+        if (*text != m_shown[i])
+            contact.texts[i] = Trimmed(ToUtf8(*text));
     }
     return contact;
 }
@@ -120,7 +151,10 @@ Contact ContactDialog::Entered() const
 // File As goes with the names until somebody chooses it.
 void ContactDialog::FollowNames()
 {
-    const Contact contact = Entered();
+    const std::optional<Contact> entered = Entered();
+    if (!entered)
+        return;
+    const Contact& contact = *entered;
     const std::string fileAs = FileAsOf(contact);
     if (contact[Field::FileAs] == m_ownFileAs && fileAs != m_ownFileAs)
         SetWindowTextW(GetItem(IDC_FILE_AS), ToWide(fileAs).c_str());
@@ -136,7 +170,12 @@ bool ContactDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESUL
 
 bool ContactDialog::Save()
 {
-    Contact contact = Entered();
+    const std::optional<Contact> entered = Entered();
+    if (!entered) {
+        Tell(NotDoneText(L"The contact was not saved", StoreTrouble::NoMemory, TypedText::StillThere));
+        return false;
+    }
+    Contact contact = *entered;
     if (contact[Field::FileAs].empty())
         contact[Field::FileAs] = FileAsOf(contact);
     if (contact[Field::FileAs].empty()) {
@@ -146,10 +185,10 @@ bool ContactDialog::Save()
         return false;
     }
     FollowEdit(m_contact, &contact);
-    if (m_save(contact))
-        return true;
-    MessageBoxW(GetWindow(), L"The contact cannot be saved.", kCaption, MB_OK | MB_ICONERROR);
-    return false;
+    const SaveAnswer answer = m_save(GetWindow(), contact);
+    if (!answer.isSaved)
+        Tell(answer.why);
+    return answer.isSaved;
 }
 
 void ContactDialog::OnOK()
@@ -160,7 +199,8 @@ void ContactDialog::OnOK()
 
 void ContactDialog::OnCancel()
 {
-    const bool changed = Entered() != m_contact;
+    const std::optional<Contact> entered = Entered();
+    const bool changed = !entered || *entered != m_contact; // what cannot be read may be anything
     const int answer = changed ? MessageBoxW(GetWindow(), L"Save the changes to this contact?", kCaption,
                                              MB_YESNOCANCEL | MB_ICONQUESTION)
                                : IDNO;
@@ -172,8 +212,7 @@ void ContactDialog::OnCancel()
 
 } // namespace
 
-bool EditContact(HINSTANCE instance, HWND owner, const Contact& contact, bool isNew,
-                 const std::function<bool(const Contact&)>& save)
+bool EditContact(HINSTANCE instance, HWND owner, const Contact& contact, bool isNew, const ContactSave& save)
 {
     return ContactDialog(contact, isNew, save).DoModal(instance, IDD_CONTACT, owner) == 1;
 }

@@ -4,14 +4,21 @@
 #include <windows.h>
 
 #include <functional>
+#include <string>
 
 #include "addrbook/contact.h"
 
 namespace addrbook {
 
-// save is called with the contact as it stands when OK is pressed; while it answers false the window stays
-// open. True when something was saved.
-bool EditContact(HINSTANCE instance, HWND owner, const Contact& contact, bool isNew,
-                 const std::function<bool(const Contact&)>& save);
+struct SaveAnswer {
+    bool isSaved = false;
+    std::wstring why; // it is not, for a box; empty: the person knows
+};
+// Called with the contact as it stands when OK is pressed, and the window for boxes; while it is not saved
+// the window stays open.
+using ContactSave = std::function<SaveAnswer(HWND dialog, const Contact& contact)>;
+
+// True when something was saved.
+bool EditContact(HINSTANCE instance, HWND owner, const Contact& contact, bool isNew, const ContactSave& save);
 
 } // namespace addrbook

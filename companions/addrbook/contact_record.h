@@ -14,7 +14,7 @@ CEPROPID PropertyOf(Field field);
 std::wstring ToWide(std::string_view text);
 std::string ToUtf8(std::wstring_view text);
 
-// Reads the record; false when it is gone.
+// Reads the record; false when it is gone, or, as the database's Trouble tells, cannot be read.
 [[nodiscard]] bool LoadContact(DbContacts& contacts, CEOID id, Contact* contact);
 
 // Writes one field of a record. false on failure.

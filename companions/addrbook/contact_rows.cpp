@@ -96,11 +96,13 @@ LocalBlock<CEPROPVAL> Read(DbContacts& contacts, CEOID id, const CEPROPID* wante
 void ContactRows::Load()
 {
     const CeDBase::ReadScope scope(m_contacts);
-    m_all.clear();
+    std::vector<CEOID> all;
+    for (uint32_t row = 0; const CEOID id = m_contacts.IdOfRow(row); ++row)
+        all.push_back(id);
+    if (m_contacts.Trouble() == StoreTrouble::None)
+        m_all = std::move(all);
     m_cells.clear();
     m_searchTexts.clear();
-    for (uint32_t row = 0; const CEOID id = m_contacts.IdOfRow(row); ++row)
-        m_all.push_back(id);
     ShowFound();
 }
 

@@ -17,7 +17,7 @@ class ContactRows {
   public:
     explicit ContactRows(DbContacts& contacts) : m_contacts(contacts) {}
 
-    // Reads anew which contacts there are.
+    // Reads anew which contacts there are; when that fails it shows those that there were.
     void Load();
     // Shows those in which each word of the text is found, wherever, in whatever case, with or
     // without accents; all for an empty text.

@@ -67,15 +67,23 @@ std::string NewUidLine()
     return "UID:" + std::string(kUrn) + ComparedForm(ToUtf8(digits));
 }
 
-void ContactUids::Load(DbContacts& contacts)
+bool ContactUids::Load(DbContacts& contacts)
 {
     const CeDBase::ReadScope scope(contacts);
     m_ids.clear();
     std::string extra;
-    for (int found = contacts.SeekFirstRecord(); found; found = contacts.SeekNextRecord())
-        if (const CEOID id = ReadExtra(contacts, &extra))
-            if (std::string uid = UidOf(extra); !uid.empty())
-                m_ids.emplace(std::move(uid), id);
+    int found = contacts.SeekFirstRecord();
+    for (; found; found = contacts.SeekNextRecord()) {
+        const CEOID id = ReadExtra(contacts, &extra);
+        if (!id && contacts.Trouble() != StoreTrouble::None)
+            break;
+        if (std::string uid = UidOf(extra); id && !uid.empty())
+            m_ids.emplace(std::move(uid), id);
+    }
+    const bool isWhole = !found && contacts.Trouble() == StoreTrouble::None;
+    if (!isWhole)
+        m_ids.clear();
+    return isWhole;
 }
 
 CEOID ContactUids::Take(const std::string& uid)

@@ -19,8 +19,9 @@ std::string NewUidLine();
 // Which of the contacts that are stored have which UID.
 class ContactUids {
   public:
-    // Reads all contacts anew.
-    void Load(DbContacts& contacts);
+    // Reads all contacts anew. false when that fails, and then it knows none: a UID that is not found may be
+    // a stored contact's.
+    [[nodiscard]] bool Load(DbContacts& contacts);
 
     bool IsEmpty() const { return m_ids.empty(); }
     // The contact with this UID, which is not found again: a second card of the same UID is another contact.

@@ -52,8 +52,12 @@ void ExportJob::AppendCards(std::string* cards)
 {
     const CeDBase::ReadScope scope(m_contacts);
     for (Contact contact; m_next < m_ids.size() && cards->size() < kBlockBytes; ++m_next) {
-        if (!LoadContact(m_contacts, m_ids[m_next], &contact))
+        if (!LoadContact(m_contacts, m_ids[m_next], &contact)) {
+            const StoreTrouble trouble = m_contacts.Trouble();
+            if (trouble != StoreTrouble::None && m_unread++ == 0)
+                m_unreadTrouble = trouble;
             continue;
+        }
         Name(m_ids[m_next], &contact);
         AppendCard(*cards, contact);
         ++m_exported;
@@ -75,6 +79,10 @@ Transfer::State ExportJob::WriteFor(unsigned milliseconds)
     }
     if (m_isOpen && m_next < m_ids.size())
         return State::Working;
+    if (m_exported == 0 && m_unread) {
+        m_failed = true;
+        return State::Failed;
+    }
     if (!m_isOpen || m_named.empty())
         return Finish();
     m_phase = Phase::Naming;
@@ -87,7 +95,7 @@ bool ExportJob::KeepName(const Named& named)
 {
     Contact contact;
     if (!LoadContact(m_contacts, named.id, &contact))
-        return true;
+        return m_contacts.Trouble() == StoreTrouble::None;
     std::string& extra = contact[Field::Extra];
     if (!UidOf(extra).empty())
         return true;
@@ -115,7 +123,7 @@ Transfer::State ExportJob::StartAgainWithoutNames()
     m_canName = false;
     m_startedAgain = true;
     m_phase = Phase::Writing;
-    m_next = m_exported = m_kept = 0;
+    m_next = m_exported = m_unread = m_kept = 0;
     m_file.Discard();
     m_isOpen = m_file.Open(m_path);
     return State::Working;
@@ -125,8 +133,8 @@ Transfer::State ExportJob::Finish()
 {
     m_failed = !m_isOpen || !m_file.Finish();
     // The file is there: what it says is worth more than that the next one says it in the same words.
-    if (m_bulk && !m_failed)
-        (void)m_bulk->Commit();
+    if (m_bulk && !m_failed && !m_bulk->Commit())
+        m_nameTrouble = m_bulk->Trouble();
     m_bulk.reset();
     return m_failed ? State::Failed : State::Done;
 }
@@ -141,13 +149,29 @@ std::wstring ExportJob::Failure() const
 {
     const DWORD attributes = GetFileAttributesW(m_path.c_str());
     const bool hasFile = attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
+    if (m_isOpen && m_unread)
+        return L"The contacts cannot be read: " + ReasonText(m_unreadTrouble) + L". Nothing was exported.";
     return std::wstring(L"The file cannot be written") + ReasonOf(m_file.Error()) +
            (hasFile ? L"\r\nThe file that was there is unchanged." : L"");
 }
 
+std::wstring ExportJob::LeftOut() const
+{
+    if (!m_unread)
+        return {};
+    return L"\r\n" + CountText(m_unread, L"contact", L"contacts") + L" could not be read and " +
+           (m_unread == 1 ? L"is" : L"are") + L" not in the file: " + ReasonText(m_unreadTrouble) + L".";
+}
+
 std::wstring ExportJob::Report() const
 {
-    return m_failed ? Failure() : CountText(m_exported, L"contact was", L"contacts were") + L" exported.";
+    if (m_failed)
+        return Failure();
+    std::wstring text = CountText(m_exported, L"contact was", L"contacts were") + L" exported." + LeftOut();
+    if (m_nameTrouble != StoreTrouble::None)
+        text += L"\r\nThe marks by which the cards are known again could not be kept: " +
+                ReasonText(m_nameTrouble) + L".";
+    return text;
 }
 
 } // namespace addrbook

@@ -18,7 +18,8 @@ const wchar_t* ReasonOf(DWORD error);
 
 class ExportJob : public Transfer {
   public:
-    // The contacts in their order; one that is gone when its turn comes is passed over.
+    // The contacts in their order; one that is gone when its turn comes is passed over,
+    // one that cannot be read is left out and told of.
     ExportJob(DbContacts& contacts, std::vector<CEOID> ids, const std::wstring& path);
 
     State Step(unsigned milliseconds) override;
@@ -42,6 +43,7 @@ class ExportJob : public Transfer {
     State Finish();
     State StartAgainWithoutNames();
     std::wstring Failure() const;
+    std::wstring LeftOut() const;
 
     DbContacts& m_contacts;
     std::vector<CEOID> m_ids;
@@ -50,6 +52,9 @@ class ExportJob : public Transfer {
     bool m_isOpen;
     size_t m_next = 0;
     size_t m_exported = 0;
+    size_t m_unread = 0;
+    StoreTrouble m_unreadTrouble = StoreTrouble::None; // of the first of them
+    StoreTrouble m_nameTrouble = StoreTrouble::None;   // why the UIDs could not be kept in the end
     bool m_failed = false;
     bool m_startedAgain = false;
     Phase m_phase = Phase::Writing;

@@ -53,6 +53,19 @@ Transfer::State ImportJob::Fail(std::wstring why)
     return State::Failed;
 }
 
+Transfer::State ImportJob::FailReading()
+{
+    return Fail(L"The contacts cannot be read: " + ReasonText(m_contacts.Trouble()) +
+                L". Nothing was imported.");
+}
+
+Transfer::State ImportJob::FailWriting()
+{
+    const StoreTrouble trouble = m_bulk->Trouble();
+    const std::wstring why = trouble == StoreTrouble::None ? L"" : L": " + ReasonText(trouble);
+    return Fail(L"The contacts cannot be written" + why + L". Nothing was imported.");
+}
+
 Transfer::State ImportJob::Step(unsigned milliseconds)
 {
     if (!m_isOpen)
@@ -86,14 +99,12 @@ Transfer::State ImportJob::EndOfFile()
         return Fail(L"The file cannot be read to its end. Nothing was imported.");
     if (m_cardCount == 0)
         return Fail(L"There is no card in the file that can be read.");
-    BeginPass(Phase::Comparing);
-    if (m_uids.IsEmpty())
-        BeginPass(Phase::Writing);
-    return State::Working;
+    const State state = BeginPass(Phase::Comparing);
+    return state == State::Working && m_uids.IsEmpty() ? BeginPass(Phase::Writing) : state;
 }
 
 // From the first card on, with the UIDs as they are now; when it writes no other program changes them then.
-void ImportJob::BeginPass(Phase phase)
+Transfer::State ImportJob::BeginPass(Phase phase)
 {
     m_phase = phase;
     m_spool.Rewind();
@@ -103,7 +114,7 @@ void ImportJob::BeginPass(Phase phase)
         m_bulk.emplace(m_contacts);
     else
         m_bulk.reset();
-    m_uids.Load(m_contacts);
+    return m_uids.Load(m_contacts) ? State::Working : FailReading();
 }
 
 ImportJob::Found ImportJob::FindMatch()
@@ -112,7 +123,7 @@ ImportJob::Found ImportJob::FindMatch()
     if (!m_match.id)
         return Found::Nothing;
     if (!LoadContact(m_contacts, m_match.id, &m_match.stored))
-        return Found::Failed;
+        return m_contacts.Trouble() == StoreTrouble::None ? Found::Gone : Found::Failed;
     m_match.hash = HashOf(m_match.stored);
     m_match.merged = MergedWith(m_match.stored, m_card);
     return IsChange(m_match.stored, m_match.merged) ? Found::Change : Found::Same;
@@ -133,12 +144,13 @@ Transfer::State ImportJob::Compare()
     if (!m_spool.Next(&m_card)) {
         if (m_spool.HasFailed())
             return Fail(L"The temporary file cannot be read. Nothing was imported.");
-        BeginPass(Phase::Writing);
-        return State::Working;
+        return BeginPass(Phase::Writing);
     }
     // One that is gone by now is found out when everything is written.
-    const bool asks = FindMatch() == Found::Change && !ChoiceForMatch();
-    if (asks)
+    const Found found = FindMatch();
+    if (found == Found::Failed)
+        return FailReading();
+    if (found == Found::Change && !ChoiceForMatch())
         return State::Asking;
     ++m_cardNumber;
     return State::Working;
@@ -178,28 +190,27 @@ bool ImportJob::WriteChoice(ImportChoice choice)
 
 Transfer::State ImportJob::Write()
 {
-    constexpr const wchar_t* kNotWritten = L"The contacts cannot be written. Nothing was imported.";
     if (!m_spool.Next(&m_card))
         return m_spool.HasFailed() ? Fail(L"The temporary file cannot be read. Nothing was imported.")
                                    : Finish();
     const Found found = FindMatch();
+    if (found == Found::Failed)
+        return FailReading();
     const std::optional<ImportChoice> choice = found == Found::Change ? ChoiceForMatch() : std::nullopt;
     if (found == Found::Change && !choice) {
         // Another program has changed the contact since: everything is taken back, and this is asked.
-        BeginPass(Phase::Comparing);
-        return State::Working;
+        return BeginPass(Phase::Comparing);
     }
-    const bool written = found == Found::Nothing  ? WriteNew()
-                         : found == Found::Same   ? ++m_counts.unchanged
+    const bool written = found == Found::Same     ? ++m_counts.unchanged
                          : found == Found::Change ? WriteChoice(*choice)
-                                                  : false;
+                                                  : WriteNew();
     ++m_cardNumber;
-    return written ? State::Working : Fail(kNotWritten);
+    return written ? State::Working : FailWriting();
 }
 
 Transfer::State ImportJob::Finish()
 {
-    return m_bulk->Commit() ? State::Done : Fail(L"The contacts cannot be written. Nothing was imported.");
+    return m_bulk->Commit() ? State::Done : FailWriting();
 }
 
 // Reading is half of the work, comparing and writing the rest.

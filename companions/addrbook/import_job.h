@@ -56,7 +56,7 @@ class ImportJob : public Transfer {
         Contact stored;
         Contact merged;
     };
-    enum class Found { Nothing, Same, Change, Failed };
+    enum class Found { Nothing, Gone, Same, Change, Failed };
 
     State Read();
     State EndOfFile();
@@ -64,7 +64,9 @@ class ImportJob : public Transfer {
     State Write();
     State Finish();
     State Fail(std::wstring why);
-    void BeginPass(Phase phase);
+    State BeginPass(Phase phase);
+    State FailReading();
+    State FailWriting();
     Found FindMatch();
     std::optional<ImportChoice> ChoiceForMatch() const;
     bool WriteNew();

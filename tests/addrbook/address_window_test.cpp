@@ -358,7 +358,8 @@ TEST_F(AddressWindowTest, ADeletionThatFailsSaysSoAndLosesNothing)
         PressInList(VK_DELETE);
     }
     ASSERT_EQ(answerer.Boxes().size(), 2u);
-    EXPECT_EQ(answerer.Boxes()[1].text, L"The contacts cannot be deleted.");
+    EXPECT_EQ(answerer.Boxes()[1].text, NotDoneText(L"The contacts were not deleted", StoreTrouble::Locked));
+    EXPECT_EQ(Selected(), (Texts{L"Anna", L"Bert"})) << "what was selected stays so";
     EXPECT_EQ(Names(), (Texts{L"Anna", L"Bert"}));
     EXPECT_EQ(m_contacts.RecordCount(), 2u);
 }

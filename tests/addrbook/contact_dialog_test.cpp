@@ -42,10 +42,10 @@ class ContactDialogTest : public testing::Test {
     {
         const ModalDriver driver(std::move(work));
         const bool saved = EditContact(GetModuleHandleW(nullptr), m_parent.Handle(), contact, isNew,
-                                       [this](const Contact& entered) {
+                                       [this](HWND, const Contact& entered) {
                                            m_saved = entered;
                                            ++m_saves;
-                                           return m_maySave;
+                                           return SaveAnswer{m_maySave, L"Why not."};
                                        });
         EXPECT_TRUE(driver.Ran());
         return saved;
@@ -278,7 +278,7 @@ TEST_F(ContactDialogTest, StaysOpenWhenItCannotSave)
         true));
     EXPECT_EQ(m_saves, 1);
     ASSERT_EQ(answerer.Boxes().size(), 2u);
-    EXPECT_EQ(answerer.Boxes()[0].text, L"The contact cannot be saved.");
+    EXPECT_EQ(answerer.Boxes()[0].text, L"Why not.");
 }
 
 TEST_F(ContactDialogTest, AsksBeforeChangesAreLost)
@@ -319,7 +319,9 @@ void OpenContact(std::function<void(HWND)> work)
         ShowWindow(dialog, SW_SHOW);
         work(dialog);
     });
-    EditContact(GetModuleHandleW(nullptr), parent.Handle(), {}, true, [](const Contact&) { return true; });
+    EditContact(GetModuleHandleW(nullptr), parent.Handle(), {}, true, [](HWND, const Contact&) {
+        return SaveAnswer{true, {}};
+    });
     EXPECT_TRUE(driver.Ran());
 }
 

@@ -50,12 +50,12 @@ TEST(ContactUids, TakeEachContactOnce)
     ContactUids none;
     add("a", "");
     add("b", "X-A:1");
-    none.Load(contacts);
+    EXPECT_TRUE(none.Load(contacts));
     EXPECT_TRUE(none.IsEmpty());
     EXPECT_EQ(none.Take(""), 0u);
     const CEOID third = add("c", "X-A:1\nUID:urn:uuid:AZ"), fourth = add("d", "UID:az");
     ContactUids uids;
-    uids.Load(contacts);
+    ASSERT_TRUE(uids.Load(contacts));
     EXPECT_FALSE(uids.IsEmpty());
     for (const char* other : {"", "a", "aa", "b", "zz"})
         EXPECT_EQ(uids.Take(other), 0u) << other;

@@ -74,7 +74,8 @@ TEST_F(Transfers, ExportHoldsNobodyOffWhileItWrites)
     ASSERT_EQ(Import(ManyCards(2000)), State::Done);
     const std::vector<CEOID> ids = Ids();
     ExportJob job(m_contacts, ids, m_path);
-    ASSERT_EQ(job.Step(0), State::Working);
+    while (job.PerMille() == 0)
+        ASSERT_EQ(job.Step(1), State::Working);
     {
         const LockedStore writer(m_store.Path()); // takes the store for writing, which succeeds
     }

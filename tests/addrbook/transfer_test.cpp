@@ -38,7 +38,8 @@ TEST_F(Transfers, ThatCannotBeWrittenSaySo)
     ASSERT_TRUE(SetFileAttributesW(m_store.Path().c_str(), FILE_ATTRIBUTE_READONLY));
     ASSERT_EQ(m_contacts.Open(), 1);
     EXPECT_EQ(Import(CardOf("FN:y")), State::Failed);
-    EXPECT_EQ(m_report, L"The contacts cannot be written. Nothing was imported.");
+    EXPECT_EQ(m_report,
+              L"The contacts cannot be written: the journal's file is read-only. Nothing was imported.");
     SetFileAttributesW(m_store.Path().c_str(), FILE_ATTRIBUTE_NORMAL);
     // A folder in the file's place.
     DeleteFileW(m_path.c_str());

@@ -270,7 +270,8 @@ TEST_F(AddressBookTest, SaysWhenTheContactsCannotBeOpened)
     ASSERT_TRUE(m_book.Launch());
     const RemoteMessageBox box = WaitForMessageBox(m_book.Id());
     ASSERT_TRUE(box);
-    EXPECT_EQ(box.Text(), L"The contacts cannot be opened.");
+    EXPECT_EQ(box.Text(), L"The contacts cannot be opened: the file is not a journal.\n\nNothing that was "
+                          L"stored before is lost.");
     ASSERT_TRUE(box.Answer(IDOK));
     ASSERT_TRUE(m_book.WaitForEnd());
     EXPECT_EQ(m_book.ExitCode(), 1u);

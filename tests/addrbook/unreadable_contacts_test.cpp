@@ -1,0 +1,207 @@
+// A failure is not a "no": nothing is written, deleted or left out in silence where the contacts cannot be
+// read.
+#include "unreadable_contacts.h"
+
+#include <commctrl.h>
+
+#include "address_window_fixture.h"
+#include "addrbook/contact_record.h"
+#include "addrbook/count_text.h"
+#include "addrbook/resource.h"
+#include "mervane/trouble.h"
+#include "support/test_windows.h"
+#include "transfers.h"
+
+namespace addrbook {
+
+namespace {
+
+TEST_F(Transfers, KnowNoUidsWhereTheContactsCannotBeRead)
+{
+    ASSERT_EQ(Import(CardOf("FN:a\nUID:1")), State::Done);
+    ContactUids uids;
+    ASSERT_TRUE(uids.Load(m_contacts));
+    {
+        const UnreadableContacts unreadable(m_store.Path());
+        EXPECT_FALSE(uids.Load(m_contacts));
+        EXPECT_TRUE(uids.IsEmpty());
+        EXPECT_EQ(Import(CardOf("FN:a\nNOTE:n\nUID:1")), State::Failed);
+        EXPECT_TRUE(m_report.starts_with(L"The contacts cannot be read: ")) << m_report;
+        EXPECT_TRUE(m_report.ends_with(L". Nothing was imported.")) << m_report;
+    }
+    EXPECT_EQ(m_contacts.RecordCount(), 1u) << "no double";
+    EXPECT_EQ(Import(CardOf("FN:a\nNOTE:n\nUID:1")), State::Done);
+    EXPECT_EQ(m_report, L"1 contact was updated.");
+}
+
+TEST_F(Transfers, StopWhereTheContactsCannotBeReadAfterAQuestion)
+{
+    ASSERT_EQ(Import(CardOf("FN:a\nUID:1")), State::Done);
+    ASSERT_TRUE(WriteFileBytes(m_path, CardOf("FN:a\nNOTE:n\nUID:1") + CardOf("FN:b")));
+    ImportJob job(m_contacts, m_path, Asker());
+    State state;
+    while ((state = job.Step(20)) == State::Working) {
+    }
+    ASSERT_EQ(state, State::Asking);
+    ASSERT_EQ(job.Ask(nullptr), State::Working);
+    {
+        const UnreadableContacts unreadable(m_store.Path());
+        EXPECT_EQ(RunToEnd(job), State::Failed);
+    }
+    EXPECT_EQ(m_contacts.RecordCount(), 1u);
+    EXPECT_EQ(LinesOf(Stored("a")), "FN:a\nUID:1\n");
+}
+
+TEST_F(Transfers, ExportTellsOfAContactThatCannotBeRead)
+{
+    ASSERT_EQ(Import(ManyCards(2000)), State::Done);
+    ExportJob job(m_contacts, Ids(), m_path);
+    while (job.PerMille() == 0)
+        ASSERT_EQ(job.Step(1), State::Working);
+    {
+        const UnreadableContacts unreadable(m_store.Path());
+        ASSERT_EQ(RunToEnd(job), State::Done);
+    }
+    const size_t written = ReadAll(ReadFileBytes(m_path)).contacts.size();
+    EXPECT_GT(written, 0u);
+    EXPECT_LT(written, 2000u);
+    EXPECT_TRUE(job.Report().starts_with(
+        CountText(written, L"", L"contacts were exported.\r\n") +
+        CountText(2000 - written, L"", L"contacts could not be read and are not in the file: ")))
+        << job.Report();
+}
+
+// Where none can be read there is no file to be had: the one that was there stays.
+TEST_F(Transfers, ExportOfNothingThatCanBeReadLeavesTheFile)
+{
+    ASSERT_EQ(Import(CardOf("FN:a") + CardOf("FN:b")), State::Done);
+    const std::vector<CEOID> ids = Ids();
+    ASSERT_TRUE(WriteFileBytes(m_path, "before"));
+    {
+        const UnreadableContacts unreadable(m_store.Path());
+        EXPECT_EQ(Export(ids), State::Failed);
+    }
+    EXPECT_TRUE(m_report.starts_with(L"The contacts cannot be read: ")) << m_report;
+    EXPECT_EQ(ReadFileBytes(m_path), "before");
+}
+
+TEST_F(AddressWindowTest, ADeletionThatCannotBeDoneIsNotToldAsDone)
+{
+    Add("Anna");
+    Add("Bert");
+    Open();
+    Command(CMD_SELECT_ALL);
+    const MessageBoxAnswerer answerer({IDYES, IDOK});
+    {
+        const UnreadableContacts unreadable(m_store.Path());
+        PressInList(VK_DELETE);
+        ASSERT_EQ(answerer.Boxes().size(), 2u);
+        EXPECT_TRUE(answerer.Boxes()[1].text.starts_with(L"The contacts were not deleted: "))
+            << answerer.Boxes()[1].text;
+        EXPECT_EQ(answerer.Boxes()[1].owner, m_window->Handle());
+    }
+    TellOfAChange(kChangeWorkEnded);
+    EXPECT_EQ(Names(), (Texts{L"Anna", L"Bert"}));
+}
+
+TEST_F(AddressWindowTest, AContactThatCannotBeReadIsNotOpenedAsAnEmptyOne)
+{
+    Add("Anna", "note");
+    Open();
+    const MessageBoxAnswerer answerer;
+    {
+        const UnreadableContacts unreadable(m_store.Path());
+        Command(CMD_EDIT_CONTACT);
+        ASSERT_EQ(answerer.Boxes().size(), 1u);
+        EXPECT_TRUE(answerer.Boxes()[0].text.starts_with(L"The contact cannot be opened: "))
+            << answerer.Boxes()[0].text;
+    }
+    TellOfAChange(kChangeWorkEnded);
+    EXPECT_EQ(Names(), Texts{L"Anna"});
+}
+
+void Press(HWND dialog, int id)
+{
+    SendMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(id), 0);
+}
+
+TEST_F(AddressWindowTest, ASaveThatFailsSaysWhyAndKeepsWhatWasTyped)
+{
+    const CEOID anna = Add("Anna", "note");
+    Open();
+    const MessageBoxAnswerer answerer({IDOK, IDNO});
+    const ModalDriver driver([&](HWND dialog) {
+        SetDlgItemTextW(dialog, IDC_NOTE, L"mine");
+        {
+            const UnreadableContacts unreadable(m_store.Path());
+            Press(dialog, IDOK);
+        }
+        EXPECT_EQ(WindowText(GetDlgItem(dialog, IDC_NOTE)), L"mine");
+        Press(dialog, IDCANCEL);
+    });
+    Command(CMD_EDIT_CONTACT);
+    EXPECT_TRUE(driver.Ran());
+    ASSERT_EQ(answerer.Boxes().size(), 2u);
+    EXPECT_TRUE(answerer.Boxes()[0].text.starts_with(L"The contact was not saved: "))
+        << answerer.Boxes()[0].text;
+    EXPECT_NE(answerer.Boxes()[0].text.find(L"what you have typed is still there"), std::wstring::npos);
+    EXPECT_EQ(m_contacts.RecordCount(), 1u) << "not written as another one";
+    Contact contact;
+    ASSERT_TRUE(LoadContact(m_contacts, anna, &contact));
+    EXPECT_EQ(contact[Field::Note], "note");
+}
+
+// What another program has written since is not lost without a word.
+TEST_F(AddressWindowTest, ASaveOverAnotherProgramsChangeAsks)
+{
+    for (const int answer : {IDYES, IDNO}) {
+        const CEOID anna = Add("Anna", "note");
+        Open();
+        const MessageBoxAnswerer answerer({answer, IDNO});
+        const ModalDriver driver([&](HWND dialog) {
+            SetDlgItemTextW(dialog, IDC_COMPANY, L"mine");
+            ASSERT_TRUE(SaveField(m_contacts, anna, Field::Note, "theirs"));
+            Press(dialog, IDOK);
+            if (answer == IDNO)
+                Press(dialog, IDCANCEL);
+        });
+        Command(CMD_EDIT_CONTACT);
+        EXPECT_TRUE(driver.Ran());
+        ASSERT_FALSE(answerer.Boxes().empty());
+        EXPECT_EQ(answerer.Boxes()[0].text,
+                  L"Another program has changed this contact since it was opened.\n\n"
+                  L"Save yours in its place?");
+        Contact contact;
+        ASSERT_TRUE(LoadContact(m_contacts, anna, &contact));
+        EXPECT_EQ(contact[Field::Note], answer == IDYES ? "note" : "theirs");
+        EXPECT_EQ(contact[Field::Company], answer == IDYES ? "mine" : "");
+        ASSERT_EQ(m_contacts.DeleteRecord(anna), 1);
+        Close();
+    }
+}
+
+// Commands that another program posts while a dialog stands.
+TEST_F(AddressWindowTest, BehindADialogNothingIsBegun)
+{
+    Add("Anna");
+    Open();
+    const MessageBoxAnswerer answerer({IDYES, IDYES});
+    const ModalDriver driver([&](HWND dialog) {
+        for (const int command :
+             {CMD_NEW_CONTACT, CMD_EDIT_CONTACT, CMD_DELETE_CONTACT, CMD_SELECT_ALL, CMD_IMPORT,
+              CMD_EXPORT_CARDS, CMD_FIND_CONTACT, static_cast<int>(IDOK), static_cast<int>(IDCANCEL)})
+            PostMessageW(m_window->Handle(), WM_COMMAND, static_cast<WPARAM>(command), 0);
+        PostMessageW(m_window->Handle(), kMsgDatabaseChange, kChangeWorkEnded, 0);
+        PumpMessages();
+        EXPECT_EQ(GetLastActivePopup(m_window->Handle()), dialog);
+        EXPECT_TRUE(answerer.Boxes().empty());
+        Press(dialog, IDCANCEL);
+    });
+    Command(CMD_EDIT_CONTACT);
+    EXPECT_TRUE(driver.Ran());
+    EXPECT_EQ(Names(), Texts{L"Anna"});
+}
+
+} // namespace
+
+} // namespace addrbook
