@@ -9,6 +9,7 @@ namespace help {
 namespace {
 
 constexpr size_t kMaxCells = 16; // of a row; what follows goes into the last
+constexpr size_t kLongestTarget = 2048;
 
 void TrimEnd(std::vector<Run>& runs)
 {
@@ -47,6 +48,11 @@ void DocumentBuilder::AddTitle(std::wstring_view text)
 {
     bool endsInBlank = m_document.title.empty() || m_document.title.back() == L' ';
     m_document.title += WithSingleBlanks(text, endsInBlank);
+}
+
+void DocumentBuilder::SetTarget(std::wstring target)
+{
+    m_target = target.size() <= kLongestTarget ? std::move(target) : std::wstring();
 }
 
 void DocumentBuilder::AddText(std::wstring_view text)

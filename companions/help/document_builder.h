@@ -31,7 +31,8 @@ class DocumentBuilder {
     void AddBold(int change) { Add(m_bold, change); }
     void AddItalic(int change) { Add(m_italic, change); }
     void AddCode(int change) { Add(m_code, change); }
-    void SetTarget(std::wstring target) { m_target = std::move(target); }
+    // Every run of the link has a copy: one that is longer than any address is none.
+    void SetTarget(std::wstring target);
     // An empty one is none.
     void AddAnchor(const std::wstring& anchor);
 

@@ -26,6 +26,18 @@ TEST(HtmlReader, ReadsHeadingsAndParagraphs)
     EXPECT_FALSE(runs[6].isBold || runs[6].isItalic || runs[6].isCode);
 }
 
+// Each of its runs has a copy of the target: a page of 512 KiB would take gigabytes.
+TEST(HtmlReader, TakesNoEndlessTarget)
+{
+    for (const size_t length : {size_t{2048}, size_t{2049}}) {
+        const std::vector<Block> blocks =
+            BlocksOf(L"<p><a href=\"#" + std::wstring(length - 1, L'x') + L"\">one <b>two</b></a>");
+        ASSERT_EQ(blocks.size(), 1u);
+        EXPECT_EQ(blocks[0].Text(), L"one two");
+        EXPECT_EQ(blocks[0].cells[0][0].target.size(), length == 2048 ? length : 0);
+    }
+}
+
 TEST(HtmlReader, RunsBlanksTogether)
 {
     EXPECT_EQ(TextsOf(L"  <p> one\r\n\t two <b> three </b> four\n</p>  <p>&nbsp;five</p> "),
