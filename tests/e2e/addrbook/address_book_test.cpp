@@ -38,7 +38,7 @@ TEST_F(AddressBookTest, IsWorkedFromTheKeyboard)
     PressKey(VK_DELETE);
     const RemoteMessageBox box = WaitForMessageBox(m_book.Id());
     ASSERT_TRUE(box);
-    EXPECT_TRUE(box.Text().starts_with(L"The contacts cannot be opened: ")) << box.Text();
+    EXPECT_EQ(box.Text(), L"Delete \"M\u00FCller, Hanna\"?");
     ASSERT_TRUE(box.Answer(IDYES));
     ASSERT_TRUE(ShowsNames({L"Doe, Jane", L"Zeta"}));
     ASSERT_TRUE(m_book.Close());
@@ -270,8 +270,7 @@ TEST_F(AddressBookTest, SaysWhenTheContactsCannotBeOpened)
     ASSERT_TRUE(m_book.Launch());
     const RemoteMessageBox box = WaitForMessageBox(m_book.Id());
     ASSERT_TRUE(box);
-    EXPECT_EQ(box.Text(), L"The contacts cannot be opened: the file is not a journal.\n\nNothing that was "
-                          L"stored before is lost.");
+    EXPECT_TRUE(box.Text().starts_with(L"The contacts cannot be opened: ")) << box.Text();
     ASSERT_TRUE(box.Answer(IDOK));
     ASSERT_TRUE(m_book.WaitForEnd());
     EXPECT_EQ(m_book.ExitCode(), 1u);
