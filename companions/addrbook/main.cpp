@@ -3,6 +3,8 @@
 
 #include "addrbook/address_window.h"
 #include "addrbook/resource.h"
+#include "mervane/store_waiter.h"
+#include "ui/paint_wait.h"
 
 namespace {
 
@@ -40,6 +42,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand)
     if (BringRunningCopyForward() || !InitCommonControlsEx(&controls) ||
         !addrbook::AddressWindow::RegisterWindowClass(instance))
         return 0;
+    SetStoreWaiter(PaintWhileWaiting);
     addrbook::AddressWindow window;
     if (!window.Create(instance))
         return 1;

@@ -1,9 +1,12 @@
 #include <windows.h>
 
 #include "app/journal_app.h"
+#include "mervane/store_waiter.h"
+#include "ui/paint_wait.h"
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand)
 {
+    SetStoreWaiter(PaintWhileWaiting);
     JournalApp& app = App();
     if (!app.InitInstance(instance, showCommand))
         return 0;

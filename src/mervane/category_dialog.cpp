@@ -7,6 +7,7 @@
 #include "mervane/category_dialog_layout.h"
 #include "mervane/category_draft.h"
 #include "mervane/category_name_dialog.h"
+#include "mervane/db_categories.h"
 #include "mervane/list_windows.h"
 #include "mervane/modal_dialog.h"
 
@@ -18,6 +19,7 @@ constexpr WORD kList = 1000, kAdd = 1001, kRename = 1002, kDelete = 1003, kHide 
 // In the order of the layout.
 constexpr int kButtons[kCategoryButtons] = {kAdd, kRename, kDelete, kHide, IDOK, IDCANCEL};
 
+constexpr const wchar_t* kTitle = L"Edit Categories";
 constexpr SIZE kSize{250, 150}; // in dialog units, as all that follows
 constexpr SIZE kSmallest{180, 60};
 constexpr SIZE kButton{50, 14}, kGap{4, 4}, kMargin{7, 7};
@@ -65,7 +67,7 @@ class CategoryDialog : public ModalDialog {
 // Letters in use: A, D, H, R.
 DialogTemplate CategoryDialog::Contents()
 {
-    DialogTemplate contents(L"Edit Categories", WS_THICKFRAME, kSize);
+    DialogTemplate contents(kTitle, WS_THICKFRAME, kSize);
     contents.Add(
         {WC_LISTVIEWW, L"", kList,
          WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
@@ -267,18 +269,30 @@ void CategoryDialog::OnOK()
 {
     if (m_draft.Save(m_categories))
         return End(1);
-    Ask(L"The categories could not be stored. Another program may be writing, or have given one of these "
-        L"names to a category of its own.",
+    const StoreTrouble trouble = m_categories.Trouble();
+    Ask(trouble == StoreTrouble::None
+            ? std::wstring(
+                  L"The categories could not be stored: another program has given one of these names "
+                  L"to a category of its own.")
+            : NotDoneText(L"The categories could not be stored", trouble, TypedText::StillThere),
         MB_OK | MB_ICONEXCLAMATION);
 }
 
 } // namespace
 
+void TellThatNoneAreShown(HWND owner, StoreTrouble trouble)
+{
+    MessageBoxW(owner, NotDoneText(L"The categories cannot be shown", trouble).c_str(), kTitle,
+                MB_OK | MB_ICONEXCLAMATION);
+}
+
 INT_PTR RunCategoryDialog(HWND owner, DbCategories& categories)
 {
     CategoryDraft draft;
-    if (!draft.Load(categories))
+    if (!draft.Load(categories)) {
+        TellThatNoneAreShown(owner, categories.Trouble());
         return -1;
+    }
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&controls);
     return CategoryDialog(std::move(draft), categories).Show(owner);

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "mervane/schema.h"
+#include "mervane/store_waiter.h"
 
 namespace mervane {
 
@@ -17,6 +18,9 @@ constexpr int kLogStep = 1000; // until the next try, when a reader was in the w
 
 // How often a transaction begins anew because another program has written in the moment of its beginning.
 constexpr int kMostBeginnings = 5;
+// Another program's write that takes longer is not waited for.
+constexpr ULONGLONG kLongestWait = 2500; // milliseconds
+constexpr DWORD kLongestStep = 25;       // between two tries
 
 bool RunOnce(Statement& statement)
 {
@@ -101,10 +105,38 @@ bool Connection::BeginWrite()
         m_database.NoteTrouble(StoreTrouble::ReadOnly);
         return false;
     }
-    if (!RunOnce(m_beginImmediate))
+    if (m_isWaiting) {
+        m_database.NoteTrouble(StoreTrouble::Locked);
         return false;
-    (void)TakeView();
-    return true;
+    }
+    // What a waiter's reads fail in is theirs.
+    const StoreTrouble before = m_database.TakeTrouble();
+    const ULONGLONG end = GetTickCount64() + kLongestWait;
+    bool isOpen = TryWrite();
+    for (DWORD step = 1; !isOpen && m_database.Trouble() == StoreTrouble::Locked && GetTickCount64() < end;
+         step = std::min(2 * step, kLongestStep)) {
+        m_isWaiting = true;
+        WaitForStore(step);
+        m_isWaiting = false;
+        m_database.TakeTrouble();
+        isOpen = TryWrite();
+    }
+    const StoreTrouble trouble = m_database.TakeTrouble();
+    m_database.NoteTrouble(before);
+    m_database.NoteTrouble(trouble);
+    if (isOpen)
+        (void)TakeView();
+    return isOpen;
+}
+
+// SQLite's own waiting would hold up the thread.
+bool Connection::TryWrite()
+{
+    Rollback();
+    m_database.WaitForLocks(false);
+    const bool isOpen = RunOnce(m_beginImmediate);
+    m_database.WaitForLocks(true);
+    return isOpen;
 }
 
 bool Connection::Commit()

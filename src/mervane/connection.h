@@ -17,7 +17,8 @@ class Connection {
 
     bool InTransaction() const { return m_database.InTransaction(); }
     [[nodiscard]] bool BeginRead();
-    // Waits for another process's write, to the busy time-out. Fails for a read-only file.
+    // Waits for another process's write, up to 2.5 seconds, in which the program's waiter may read. Ends the
+    // read that is open. Fails for a read-only file, and at once inside that waiting.
     [[nodiscard]] bool BeginWrite();
     // A write is on disk when this returns true.
     [[nodiscard]] bool Commit();
@@ -35,6 +36,7 @@ class Connection {
 
   private:
     [[nodiscard]] bool Prepare();
+    [[nodiscard]] bool TryWrite();
     static int OnCommit(void* self, sqlite3* handle, const char* name, int logPages);
     void MaybeShortenLog();
     std::optional<LogState> LogStateNow();
@@ -52,6 +54,7 @@ class Connection {
     std::optional<int64_t> m_seenVersion;
     std::optional<LogState> m_state;
     bool m_logged = false;
+    bool m_isWaiting = false;
     int m_logPages = 0;
     int m_nextShortening = 0;
 };

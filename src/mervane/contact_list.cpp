@@ -49,7 +49,7 @@ void TellParent(HWND list, int row, CEOID contact, bool checked)
 
 HWND ContactList::Create(HINSTANCE instance, HWND parent, const RECT& rectangle, int id, DWORD style)
 {
-    if (m_contacts.RecordCount())
+    if (m_contacts.RecordCount() || m_contacts.Trouble() != StoreTrouble::None)
         return CreateChildList(instance, parent, rectangle, id, style | LVS_OWNERDATA);
     HWND list = CreateChildList(instance, parent, rectangle, id, style | LVS_NOCOLUMNHEADER);
     if (list)
@@ -126,9 +126,10 @@ void ContactList::ReadTexts(int from, int to)
     from = std::max(from, 0);
     to = std::min({to, RowCount() - 1, from + kMostRead - 1});
     const int held = m_firstText + static_cast<int>(m_texts.size());
-    if (to < from || (from >= m_firstText && to < held))
+    if (to < from || (m_textsHold && from >= m_firstText && to < held))
         return;
     m_texts.clear();
+    m_textsHold = true;
     m_firstText = from;
     const CeDBase::ReadScope scope(m_contacts);
     wchar_t text[kTextSize];
@@ -136,8 +137,10 @@ void ContactList::ReadTexts(int from, int to)
         const CEOID id = m_rows[static_cast<size_t>(row)];
         Texts texts;
         texts.fileAs.assign(text, static_cast<size_t>(m_contacts.GetStr(id, text, kTextSize, kContactsKey)));
+        m_textsHold = m_textsHold && !MayPass(m_contacts.Trouble());
         texts.company.assign(text,
                              static_cast<size_t>(m_contacts.GetStr(id, text, kTextSize, kContactCompany)));
+        m_textsHold = m_textsHold && !MayPass(m_contacts.Trouble());
         m_texts.push_back(std::move(texts));
     }
 }
@@ -197,12 +200,13 @@ void ContactList::OnKeyDown(HWND list, WORD key)
         Toggle(list, row);
 }
 
-// A contact that another program has deleted is not assigned any more, but it can be taken off.
+// A contact that another program has deleted is not assigned any more, but it can be taken off. One of which
+// that is not known can be assigned: an identifier whose contact is gone does no harm.
 void ContactList::Toggle(HWND list, int row)
 {
     const CEOID contact = m_rows[static_cast<size_t>(row)];
     const bool checked = !IsAssigned(row);
-    if (checked && m_contacts.RowOf(contact) < 0)
+    if (checked && m_contacts.RowOf(contact) < 0 && m_contacts.Trouble() == StoreTrouble::None)
         return;
     if (checked)
         m_contacts.Assign(contact);

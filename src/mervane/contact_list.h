@@ -51,6 +51,7 @@ class ContactList {
     std::vector<CEOID> m_rows;
     std::vector<Texts> m_texts; // of the rows from m_firstText on
     int m_firstText = 0;
+    bool m_textsHold = true; // false: some could not be read, so all are read again
 };
 
 } // namespace mervane

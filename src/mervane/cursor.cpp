@@ -95,6 +95,30 @@ void Cursor::FindWayOn(const Orders& old)
     }
 }
 
+Cursor::Place Cursor::Stand() const
+{
+    return {m_orders, m_current, m_way, m_hasLeft, m_following};
+}
+
+bool Cursor::StandsOn(const Place& place) const
+{
+    return m_orders.index == place.orders.index && m_current == place.current && m_way == place.way &&
+           m_hasLeft == place.hasLeft && m_following == place.following;
+}
+
+void Cursor::StandAgain(const Place& place)
+{
+    if (StandsOn(place))
+        return;
+    m_current = place.current;
+    m_way = place.way;
+    m_hasLeft = place.hasLeft;
+    m_following = place.following;
+    m_rowKnown = false;
+    if (place.orders.index && m_orders.index != place.orders.index && m_current)
+        FindWayOn(place.orders);
+}
+
 // Whether a write of these values may move a record in the order in which this one walks. Without an order
 // yet there is no row to lose.
 bool Cursor::MovesWith(const RecordValues& values) const

@@ -40,6 +40,11 @@ class Cursor {
     uint32_t Count();
     uint32_t PassingCount();
 
+    // Where it stands in its walk, to be stood on again as if it had never moved meanwhile.
+    struct Place;
+    Place Stand() const;
+    void StandAgain(const Place& place);
+
     // A record is about to be deleted, or to get these values (null: to be deleted): a walk that stands on it
     // and would lose its place will go on behind its present row.
     void BeforeWrite(CEOID id, const RecordValues* values);
@@ -65,6 +70,7 @@ class Cursor {
     void FindWayOn(const Orders& old);
     bool MovesWith(const RecordValues& values) const;
     void StandOn(CEOID id, Way way);
+    bool StandsOn(const Place& place) const;
     CEOID MoveTo(uint32_t row, Way way);
     void NoteMissing();
 
@@ -82,6 +88,14 @@ class Cursor {
     // When the current record has left its row: the record that follows, 0 for the end.
     bool m_hasLeft = false;
     CEOID m_following = 0;
+};
+
+struct Cursor::Place {
+    Orders orders;
+    CEOID current;
+    Way way;
+    bool hasLeft;
+    CEOID following;
 };
 
 } // namespace mervane

@@ -55,12 +55,14 @@ void DbContacts::Unassign(CEOID id)
 
 HWND DbContacts::CreateList(HINSTANCE instance, HWND parent, const RECT& rectangle, int id, DWORD style)
 {
+    const Operation operation(*this);
     m_list = std::make_unique<mervane::ContactList>(*this);
     return m_list->Create(instance, parent, rectangle, id, style);
 }
 
 int DbContacts::UpdateList(HWND list)
 {
+    const Operation operation(*this);
     return m_list && m_list->Update(list) ? 1 : 0;
 }
 

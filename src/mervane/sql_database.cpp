@@ -50,7 +50,7 @@ bool Database::Open(const std::wstring& path, Mode mode)
         Close();
         return false;
     }
-    sqlite3_busy_timeout(m_handle, kBusyTimeout);
+    WaitForLocks(true);
     // What another tool has put into the file does not run.
     sqlite3_db_config(m_handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     sqlite3_db_config(m_handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
@@ -65,6 +65,11 @@ void Database::Close()
 bool Database::IsReadOnly() const
 {
     return sqlite3_db_readonly(m_handle, "main") != 0;
+}
+
+void Database::WaitForLocks(bool wait)
+{
+    sqlite3_busy_timeout(m_handle, wait ? kBusyTimeout : 0);
 }
 
 void Database::KeepLog()

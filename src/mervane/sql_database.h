@@ -35,6 +35,8 @@ class Database {
     void Close();
     bool IsOpen() const { return m_handle != nullptr; }
     bool IsReadOnly() const;
+    // Whether a statement waits for another process's lock, up to 2.5 seconds, as it does from the beginning.
+    void WaitForLocks(bool wait);
     // Closing leaves the write-ahead log as it is.
     void KeepLog();
 

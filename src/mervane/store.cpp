@@ -1,5 +1,8 @@
 #include "mervane/store.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "mervane/category_name.h"
 #include "mervane/cursor.h"
 #include "mervane/db_categories.h"
@@ -87,14 +90,31 @@ void Store::EndRead()
         m_connection.EndRead();
 }
 
+// Windows that paint during the wait read by the same objects, whose walks go on where they stood.
+bool Store::BeginWrite()
+{
+    std::vector<std::pair<Cursor*, Cursor::Place>> places;
+    for (Cursor* cursor : m_cursors)
+        places.emplace_back(cursor, cursor->Stand());
+    const bool isOpen = m_connection.BeginWrite();
+    for (const auto& [cursor, place] : places)
+        if (std::find(m_cursors.begin(), m_cursors.end(), cursor) != m_cursors.end())
+            cursor->StandAgain(place);
+    return isOpen && NoticeForeignChanges();
+}
+
+// Nothing of it is to be seen while it waits.
 void Store::BeginBulk()
 {
-    if (m_bulkDepth++)
+    if (m_bulkDepth) {
+        ++m_bulkDepth;
         return;
+    }
+    const bool isOpen = BeginWrite();
+    m_bulkDepth = 1;
     m_bulkInserts = 0;
     m_bulkTrouble = StoreTrouble::None;
-    m_connection.EndRead();
-    m_bulkFailed = !m_connection.BeginWrite() || !NoticeForeignChanges();
+    m_bulkFailed = !isOpen;
     m_bulkAnnounced = !m_bulkFailed;
     if (m_bulkFailed) {
         NoteBulkTrouble();
@@ -211,6 +231,7 @@ CEOID Store::WriteRecord(TableId table, CEOID id, const RecordValues& values)
     if (!written || !write.Commit({table, change}))
         return 0;
     AfterWrite(table, change, &values);
+    (void)TakeTrouble(); // it was done, whatever an order wanted to know
     return written;
 }
 
@@ -224,6 +245,7 @@ bool Store::DeleteRecord(TableId table, CEOID id)
     if (!TableOf(table).Delete(id) || !write.Commit({table, change}))
         return false;
     AfterWrite(table, change, nullptr);
+    (void)TakeTrouble();
     return true;
 }
 

@@ -69,6 +69,7 @@ class Store {
     // false when it could not be found out whether there are any.
     [[nodiscard]] bool NoticeForeignChanges();
     void BeginView();
+    [[nodiscard]] bool BeginWrite();
     void NoteBulkTrouble();
     void LookForForeignChanges();
     void TakeOverChanges();

@@ -13,8 +13,7 @@ StoreWrite::StoreWrite(Store& store) : m_store(store)
             m_store.Note(m_store.m_bulkTrouble);
         return;
     }
-    connection.EndRead();
-    m_open = connection.BeginWrite() && m_store.NoticeForeignChanges();
+    m_open = m_store.BeginWrite();
 }
 
 StoreWrite::~StoreWrite()

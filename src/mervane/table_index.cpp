@@ -76,9 +76,26 @@ void TableIndex::LoadRecords()
 // The columns of the row are the identifier and the property.
 void TableIndex::ScanValues(int property, const OnScannedRow& onRow)
 {
-    const StoreTrouble missing = ScanTable(m_database, m_info.name, PropertyAt(property).column, onRow);
-    if (m_missingValues == StoreTrouble::None)
+    NoteMissingValues(ScanTable(m_database, m_info.name, PropertyAt(property).column, onRow));
+}
+
+// What may pass counts more: it is tried again.
+void TableIndex::NoteMissingValues(StoreTrouble missing)
+{
+    if (missing != StoreTrouble::None && !MayPass(m_missingValues))
         m_missingValues = missing;
+}
+
+// Of the names that the property's keys are made of.
+void TableIndex::NoteMissingNames(int property)
+{
+    if (const auto referred = ReferredTable(PropertyAt(property).id))
+        NoteMissingValues(m_names.Of(*referred).Missing());
+}
+
+std::string TableIndex::WholeKey(Keys& keys, uint32_t place)
+{
+    return ReadValue([&] { return std::string(keys.source.ReadKey(m_records.IdAt(place)).value_or("")); });
 }
 
 void TableIndex::LoadNumbers(int property)
@@ -107,6 +124,7 @@ void TableIndex::LoadKeys(int property)
         keys.column.Set(place, keys.source.KeyOfCell(row, 1));
         KeepWithinLimit(property);
     });
+    NoteMissingNames(property);
 }
 
 // Drops the kept keys that were not used for the longest time, except those of the given property.
@@ -153,9 +171,8 @@ std::shared_ptr<RowOrder> TableIndex::MakeOrder(int property, bool descending)
         return std::make_shared<RowOrder>(
             SortPlaces(m_records, m_numbers.at(property), descending, std::exchange(m_scanOrder, {})));
     Keys& keys = m_keys.at(property);
-    return std::make_shared<RowOrder>(SortPlaces(m_records, keys.column, descending, [&](uint32_t place) {
-        return std::string(keys.source.ReadKey(m_records.IdAt(place)).value_or(""));
-    }));
+    return std::make_shared<RowOrder>(SortPlaces(m_records, keys.column, descending,
+                                                 [&](uint32_t place) { return WholeKey(keys, place); }));
 }
 
 void TableIndex::Remember(const KnownOrder& known)
@@ -205,10 +222,8 @@ bool TableIndex::IsKeyBefore(const KnownOrder& order, uint32_t a, uint32_t b)
 {
     Keys& keys = m_keys.at(order.property);
     auto result = keys.column.Compare(a, b);
-    if (!result) {
-        const std::string whole(keys.source.ReadKey(m_records.IdAt(a)).value_or(""));
-        result = whole.compare(keys.source.ReadKey(m_records.IdAt(b)).value_or(""));
-    }
+    if (!result)
+        result = WholeKey(keys, a).compare(WholeKey(keys, b));
     return *result ? (*result < 0) != order.descending : a < b;
 }
 
@@ -248,8 +263,10 @@ void TableIndex::SetColumns(uint32_t place, const RecordValues& values, bool isN
     for (auto& [property, keys] : m_keys) {
         if (isNew)
             keys.column.Resize(m_records.PlaceCount());
-        if (values.Changes(property))
-            keys.column.Set(place, keys.source.KeyOfValue(values.Value(property)));
+        if (!values.Changes(property))
+            continue;
+        keys.column.Set(place, keys.source.KeyOfValue(values.Value(property)));
+        NoteMissingNames(property);
     }
     SetBlobs(place, values, isNew);
 }

@@ -79,6 +79,18 @@ class TableIndex {
     }
     bool IsNumber(int property) const;
     void ScanValues(int property, const OnScannedRow& onRow);
+    void NoteMissingValues(StoreTrouble missing);
+    void NoteMissingNames(int property);
+    // A value that is read by itself for an order or a filter: where that fails, the values are not whole.
+    template <typename Read> auto ReadValue(Read read)
+    {
+        const StoreTrouble before = m_database.TakeTrouble();
+        auto value = read();
+        NoteMissingValues(m_database.TakeTrouble());
+        m_database.NoteTrouble(before);
+        return value;
+    }
+    std::string WholeKey(Keys& keys, uint32_t place);
     void LoadRecords();
     void LoadNumbers(int property);
     void LoadKeys(int property);

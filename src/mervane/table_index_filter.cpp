@@ -85,7 +85,7 @@ bool TableIndex::IsEmptyRecord(uint32_t place)
             return false;
     if (m_notEmpty.contains(place))
         return false;
-    const bool isEmpty = m_emptyTest.IsEmpty(m_records.IdAt(place));
+    const bool isEmpty = ReadValue([&] { return m_emptyTest.IsEmpty(m_records.IdAt(place)); });
     if (!isEmpty)
         m_notEmpty.insert(place);
     return isEmpty;
@@ -106,7 +106,7 @@ bool TableIndex::PassesByNumber(const RowFilter& filter, const NumberColumn& num
 
 bool TableIndex::PassesByBlob(const RowFilter& filter, BlobColumn& blobs, uint32_t place)
 {
-    const auto blob = blobs.At(place, m_records.IdAt(place));
+    const auto blob = ReadValue([&] { return blobs.At(place, m_records.IdAt(place)); });
     if (!blob)
         return PassesWithout(filter, place);
     CEPROPVAL value{};

@@ -6,7 +6,9 @@
 INT_PTR ZCatsDlg::DoModal()
 {
     DbCategories categories;
-    if (!categories.Open())
+    if (!categories.Open()) {
+        mervane::TellThatNoneAreShown(m_owner, categories.Trouble());
         return -1;
+    }
     return mervane::RunCategoryDialog(m_owner, categories);
 }

@@ -10,8 +10,8 @@ class ZCatsDlg {
     explicit ZCatsDlg(HWND owner) : m_owner(owner) {}
 
     // Runs the dialog. 1: closed with OK, and what was changed is stored, in one transaction. 0: cancelled,
-    // and nothing has changed. -1: the categories cannot be opened or the dialog not be made. When they
-    // cannot be stored, the dialog says so and stays open.
+    // and nothing has changed. -1: the categories cannot be opened or read, which a box has said, or the
+    // dialog not be made. When they cannot be stored, the dialog says why and stays open.
     INT_PTR DoModal();
 
   private:

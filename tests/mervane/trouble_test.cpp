@@ -258,6 +258,55 @@ TEST_F(Trouble, AClosedDatabaseFails)
     EXPECT_EQ(bulk.Trouble(), StoreTrouble::Unreachable);
 }
 
+// Zeroes the leaf of a table (not of an index) that holds the text.
+void DamageLeafWith(const std::wstring& path, const std::string& text)
+{
+    constexpr size_t kPage = 4096;
+    constexpr char kTableLeaf = 13;
+    std::string bytes = ReadFileBytes(path);
+    size_t at = bytes.find(text);
+    while (at != std::string::npos && bytes[at / kPage * kPage] != kTableLeaf)
+        at = bytes.find(text, at + 1);
+    ASSERT_NE(at, std::string::npos);
+    std::fill_n(bytes.begin() + static_cast<int>(at / kPage * kPage), kPage, '\0');
+    ASSERT_TRUE(WriteFileBytes(path, bytes));
+}
+
+TEST(TroubleOfDamage, ANameThatMayBeAmongTheDamagedIsNotFree)
+{
+    const TestStore store;
+    CEOID damaged = 0;
+    {
+        DbCategories categories;
+        ASSERT_EQ(categories.Open(), 1);
+        CeDBase::BulkScope bulk(categories);
+        for (int i = 0; i < 300; ++i) {
+            if (i == 150)
+                damaged = AddCategory(categories, L"\u00C4rger");
+            ASSERT_NE(AddCategory(categories, std::to_wstring(i) + std::wstring(50, L'.')), 0u);
+        }
+        ASSERT_EQ(bulk.Commit(), 1);
+    }
+    DamageLeafWith(store.Path(), "\xC3\x84rger");
+    DbCategories categories;
+    ASSERT_EQ(categories.Open(), 1);
+    EXPECT_EQ(categories.Exists(1), 1);
+    EXPECT_EQ(categories.Trouble(), StoreTrouble::None);
+    EXPECT_EQ(categories.Exists(damaged), 0);
+    EXPECT_EQ(categories.Trouble(), StoreTrouble::Damaged);
+    EXPECT_EQ(AddCategory(categories, L"\u00E4rger"), 0u);
+    EXPECT_EQ(categories.Trouble(), StoreTrouble::Damaged);
+    EXPECT_EQ(categories.Rename(1, L"\u00E4rger"), 0);
+    EXPECT_EQ(categories.Trouble(), StoreTrouble::Damaged);
+    const int active = categories.GetNumActiveRecords();
+    EXPECT_EQ(categories.Trouble(), StoreTrouble::Damaged);
+    EXPECT_GT(active, 200);
+    EXPECT_LT(active, 301) << "each of them once";
+    mervane::CategoryDraft draft;
+    EXPECT_TRUE(draft.Load(categories)) << "what can be read is shown";
+    EXPECT_EQ(draft.Count(), active);
+}
+
 TEST_F(Trouble, AStoreThatIsRefusedHasAReason)
 {
     TestStore foreign;

@@ -393,7 +393,9 @@ TEST_F(CategoryDialog, StaysOpenWhenItCannotStore)
                       const MessageBoxAnswerer answerer;
                       End(IDOK);
                       ASSERT_EQ(answerer.Boxes().size(), 1u);
-                      EXPECT_EQ(answerer.Boxes()[0].text.find(L"The categories could not be stored."), 0u);
+                      EXPECT_EQ(answerer.Boxes()[0].text.find(
+                                    L"The categories could not be stored: another program has"),
+                                0u);
                   }
                   EXPECT_EQ(Names(), Texts{L"New"});
                   ASSERT_TRUE(raw.Run("DELETE FROM categories"));
@@ -451,8 +453,12 @@ TEST_F(CategoryDialog, IsNotMadeOverABadOwnerOrStore)
     EXPECT_EQ(ZCatsDlg(reinterpret_cast<HWND>(INT_PTR{0x7FFF0001})).DoModal(), -1);
     m_categories.Close();
     ASSERT_TRUE(WriteFileBytes(m_store.Path(), "this is no store"));
+    const MessageBoxAnswerer answerer;
     EXPECT_EQ(ZCatsDlg(m_parent.Handle()).DoModal(), -1);
     EXPECT_TRUE(IsWindowEnabled(m_parent.Handle()));
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].text.find(L"The categories cannot be shown: "), 0u);
+    EXPECT_EQ(answerer.Boxes()[0].owner, m_parent.Handle());
 }
 
 } // namespace

@@ -1,0 +1,33 @@
+#include "ui/paint_wait.h"
+
+namespace {
+
+// A window that never becomes valid may not hold up the rest.
+constexpr int kMostPaints = 50;
+
+void PaintWhatIsDue()
+{
+    MSG message;
+    for (int i = 0; i < kMostPaints && PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE); ++i) {
+        if (message.message == WM_QUIT) { // comes whatever is asked for
+            PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        DispatchMessageW(&message);
+    }
+}
+
+} // namespace
+
+void PaintWhileWaiting(DWORD milliseconds)
+{
+    HCURSOR before = SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+    const ULONGLONG end = GetTickCount64() + milliseconds;
+    for (ULONGLONG now = GetTickCount64(); now < end; now = GetTickCount64()) {
+        PaintWhatIsDue();
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(end - now),
+                                  QS_PAINT | QS_SENDMESSAGE);
+    }
+    PaintWhatIsDue();
+    SetCursor(before);
+}
