@@ -1,5 +1,9 @@
 #include "app/registry_store.h"
 
+#include <utility>
+
+#include "ui/ownerless_box.h"
+
 namespace {
 
 constexpr DWORD kSubkeyNameSize = 160; // with the terminator
@@ -18,6 +22,9 @@ std::wstring FindSubkeyName(HKEY root, const wchar_t* subkey)
             return {};
     }
 }
+
+// The error whose box stands; 0: none does.
+DWORD g_reported = 0;
 
 void ReportFailure(LSTATUS status)
 {
@@ -154,13 +161,18 @@ int RegistryStore::FindListString(const wchar_t* subkey, const wchar_t* prefix, 
     return 0;
 }
 
-// Without the insertions of a message that has some, which nobody here could supply.
+// Without the insertions of a message that has some, which nobody here could supply. A timer that stores
+// something would put up a box with every tick while nobody answers the first: that one says it already.
 void RegistryStore::ReportError(DWORD code)
 {
+    if (code && code == g_reported)
+        return;
+    const DWORD outer = std::exchange(g_reported, code);
     wchar_t* text = nullptr;
     FormatMessageW(
         FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
         code, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT), reinterpret_cast<wchar_t*>(&text), 0, nullptr);
     const LocalBlock<wchar_t> owner(text);
-    MessageBoxW(nullptr, text ? text : L"", L"Error", MB_ICONINFORMATION);
+    ShowOwnerlessBox(text ? text : L"", L"Error", MB_ICONINFORMATION);
+    g_reported = outer;
 }

@@ -42,7 +42,8 @@ class RegistryStore {
     // or 0. The list ends at its first empty or missing value, at the latest after count values.
     int FindListString(const wchar_t* subkey, const wchar_t* prefix, const wchar_t* text, int count) const;
 
-    // Shows the system's text for an error code in a box titled "Error".
+    // Shows the system's text for an error code in a box titled "Error"; not again while the box for the same
+    // code stands.
     static void ReportError(DWORD code);
 
   private:

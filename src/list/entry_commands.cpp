@@ -1,5 +1,7 @@
 #include "list/entry_commands.h"
 
+#include <vector>
+
 #include "app/journal_app.h"
 #include "editor/editor_settings.h"
 #include "editor/entry_editor.h"
@@ -7,6 +9,7 @@
 #include "list/entry_list.h"
 #include "mervane/db_categories.h"
 #include "mervane/z_cats_dlg.h"
+#include "ui/ownerless_box.h"
 #include "util/owners.h"
 
 namespace {
@@ -15,7 +18,7 @@ bool IsDeletionConfirmed()
 {
     if (!ConfirmsDeletions(App()))
         return true;
-    return MessageBoxW(nullptr, L"Delete record?", L"Confirm", MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
+    return ShowOwnerlessBox(L"Delete record?", L"Confirm", MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
 }
 
 // The record that is open may be written anew, under another identifier, when another program deletes it
@@ -75,14 +78,18 @@ void EditEntry(HWND owner, EntryList& list)
     OpenEditorAndRefresh(owner, list);
 }
 
+// Another program may change the store while the question stands, and with it what is selected: what is
+// deleted is what was asked about.
 void DeleteEntries(EntryList& list)
 {
+    const auto& selected = list.Selection().InOrder();
+    const std::vector<CEOID> asked(selected.begin(), selected.end());
     if (!IsDeletionConfirmed())
         return list.SetSelectionFlag(0);
     {
         DbJournal& journal = App().Journal();
         CeDBase::BulkScope bulk(journal);
-        for (const CEOID id : list.Selection().InOrder()) {
+        for (const CEOID id : asked) {
             journal.DeleteRecord(id);
             if (id == list.CurrentEntry())
                 list.SetCurrentEntry(0);

@@ -1,4 +1,6 @@
 // What fails, and how it is reported.
+#include <utility>
+
 #include "app/registry_store_fixture.h"
 
 namespace {
@@ -146,6 +148,46 @@ TEST(ReportError, AnUnknownCodeStillShowsABox)
     RegistryStore::ReportError(0x2FFFFFFF);
     ASSERT_EQ(answerer.Boxes().size(), 1u);
     EXPECT_EQ(answerer.Boxes()[0].caption, L"Error");
+}
+
+// What stores something with each tick of a timer would put up a box for each.
+TEST(ReportError, OneBoxStandsForAnErrorUntilItIsAnswered)
+{
+    static bool s_reported;
+    s_reported = false;
+    const UINT_PTR timer = SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {
+        RegistryStore::ReportError(ERROR_ACCESS_DENIED);
+        if (HWND box = FindWindowW(L"#32770", L"Error"); box && !std::exchange(s_reported, true)) {
+            RegistryStore::ReportError(ERROR_ACCESS_DENIED);
+            PostMessageW(box, WM_COMMAND, IDOK, 0);
+        }
+    });
+    RegistryStore::ReportError(ERROR_ACCESS_DENIED);
+    KillTimer(nullptr, timer);
+    EXPECT_TRUE(s_reported);
+    EXPECT_EQ(FindWindowW(L"#32770", L"Error"), nullptr);
+    const MessageBoxAnswerer answerer;
+    RegistryStore::ReportError(ERROR_ACCESS_DENIED);
+    EXPECT_EQ(answerer.Boxes().size(), 1u) << "and another one for the next time";
+}
+
+TEST(ReportError, NothingElseCanBeWorkedWhileItsBoxStands)
+{
+    const TestParent parent;
+    static bool s_wasEnabled;
+    s_wasEnabled = true;
+    static HWND s_parent;
+    s_parent = parent.Handle();
+    const UINT_PTR timer = SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {
+        if (HWND box = FindWindowW(L"#32770", L"Error")) {
+            s_wasEnabled = IsWindowEnabled(s_parent) != FALSE;
+            PostMessageW(box, WM_COMMAND, IDOK, 0);
+        }
+    });
+    RegistryStore::ReportError(ERROR_ACCESS_DENIED);
+    KillTimer(nullptr, timer);
+    EXPECT_FALSE(s_wasEnabled);
+    EXPECT_TRUE(IsWindowEnabled(parent.Handle()));
 }
 
 } // namespace

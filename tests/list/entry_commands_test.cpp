@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 #include "list/editor_stand_in.h"
 #include "list/entry_list_fixture.h"
@@ -21,6 +22,32 @@ bool Exists(CEOID id)
 {
     return App().Journal().SeekRecord(id) == id;
 }
+
+// Does something when a message box comes up, before it is answered.
+class WhileAsked {
+  public:
+    explicit WhileAsked(std::function<void()> action)
+    {
+        s_action = std::move(action);
+        m_hook = SetWindowsHookExW(WH_CBT, Hook, nullptr, GetCurrentThreadId());
+    }
+    ~WhileAsked() { UnhookWindowsHookEx(m_hook); }
+    WhileAsked(const WhileAsked&) = delete;
+    WhileAsked& operator=(const WhileAsked&) = delete;
+
+  private:
+    static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam)
+    {
+        wchar_t name[16] = L"";
+        GetClassNameW(reinterpret_cast<HWND>(wParam), name, 16);
+        if (code == HCBT_ACTIVATE && s_action && wcscmp(name, L"#32770") == 0)
+            std::exchange(s_action, nullptr)();
+        return CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+
+    static inline std::function<void()> s_action;
+    HHOOK m_hook = nullptr;
+};
 
 // Five entries, the newest first: row r shows the entry 4 - r.
 class EntryCommandsTest : public EntryListTest {
@@ -195,6 +222,28 @@ TEST_F(EntryCommandsTest, TheQuestionHasNoOwnerAndTwoButtons)
     EXPECT_EQ(answerer.Boxes()[0].answers, (std::vector<int>{IDYES, IDNO}));
     EXPECT_EQ(answerer.Boxes()[0].icon, LoadIconW(nullptr, IDI_EXCLAMATION));
     EXPECT_EQ(RecordCount(), 5u);
+}
+
+// The list may be refreshed behind the question, for another program's change.
+TEST_F(EntryCommandsTest, WhatWasAskedAboutIsDeletedWhateverIsSelectedMeanwhile)
+{
+    ClickRow(1);
+    ClickRow(3, MK_CONTROL);
+    bool wasEnabled = true;
+    const WhileAsked change([&] {
+        wasEnabled = IsWindowEnabled(m_parent.Handle()) != FALSE;
+        m_list.Selection().Clear();
+        m_list.Selection().Append(Id(0));
+        m_list.SetCurrentEntry(Id(0));
+    });
+    const MessageBoxAnswerer answerer({IDYES});
+    DeleteEntries(m_list);
+    EXPECT_FALSE(wasEnabled) << "nothing else can be chosen";
+    EXPECT_TRUE(IsWindowEnabled(m_parent.Handle()));
+    EXPECT_TRUE(Exists(Id(0)));
+    EXPECT_FALSE(Exists(Id(1)));
+    EXPECT_FALSE(Exists(Id(3)));
+    EXPECT_EQ(RecordCount(), 3u);
 }
 
 TEST_F(EntryCommandsTest, AnyOtherAnswerKeepsTheSelectionButNotTheFlag)
