@@ -85,7 +85,7 @@ void RunHelp(MainWindow& window, UINT)
 }
 void RunQuit(MainWindow& window, UINT)
 {
-    window.Close();
+    window.RequestClose();
 }
 void RunAbout(MainWindow& window, UINT)
 {

@@ -11,8 +11,10 @@
 #include "list/filter_text.h"
 #include "res/resource.h"
 #include "ui/command_bands.h"
+#include "ui/dialog_in_front.h"
 #include "ui/drop_down.h"
 #include "ui/scale.h"
+#include "ui/session_end.h"
 #include "ui/window_placement.h"
 #include "ui/work_area.h"
 
@@ -71,7 +73,12 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_CREATE: return OnCreate();
     case WM_DESTROY: return OnDestroy();
     case kMsgCloseRequest:
-    case WM_CLOSE: Close(); return 0;
+    case WM_CLOSE: RequestClose(); return 0;
+    case WM_QUERYENDSESSION: return AnswerSessionQuery(m_window);
+    case WM_ENDSESSION: return OnEndSession(wParam);
+    case WM_ACTIVATE:
+        PassActivationOn(m_window, wParam);
+        return DefWindowProcW(m_window, message, wParam, lParam);
     case WM_SIZE: return OnSize();
     case WM_SETFOCUS: SetFocus(m_list.Handle()); return 0;
     case WM_GETMINMAXINFO: return OnGetMinMaxInfo(reinterpret_cast<MINMAXINFO*>(lParam));
@@ -123,8 +130,24 @@ LRESULT MainWindow::OnDestroy()
     return 0;
 }
 
+void MainWindow::RequestClose()
+{
+    if (!PassCloseOn(m_window))
+        Close();
+}
+
+// The process may be ended as soon as this returns. An open dialog goes with its owner; what it had to put
+// aside it has put aside.
+LRESULT MainWindow::OnEndSession(WPARAM ends)
+{
+    if (TakeSessionEnd(m_window, ends))
+        Close();
+    return 0;
+}
+
 void MainWindow::Close()
 {
+    EndAnyMenu();
     JournalApp& app = App();
     SORTORDERSPEC sort{};
     app.Journal().GetSort(&sort);
@@ -183,8 +206,16 @@ LRESULT MainWindow::OnBandsNotify(const NMHDR& notification)
 LRESULT MainWindow::OnCommand(UINT id, bool fromKeyboard)
 {
     const Command* command = FindCommand(id);
-    if (!command)
+    if (!command || !m_loaded)
         return 0;
+    // Behind a dialog or a box nothing is begun, whoever asks for it.
+    if (!IsWindowEnabled(m_window) && id != CMD_QUIT)
+        return 0;
+    // Nor within a menu's loop, where another program may ask for it.
+    if (EndMenuOf(m_window)) {
+        PostMessageW(m_window, WM_COMMAND, MAKEWPARAM(id, fromKeyboard ? kFromAccelerator : 0), 0);
+        return 0;
+    }
     // What is grey does nothing from the keyboard either.
     if (fromKeyboard && !m_bands.IsMenuCommandEnabled(id))
         return 0;
@@ -230,10 +261,12 @@ void MainWindow::DropFilterMenu()
     FilterState& filter = App().Filter();
     const FilterMenu menu(filter);
     const UINT command = TrackDropDown(m_bands.ButtonBar(), CMD_CONTACTS, menu.Handle(), m_window);
+    if (!m_loaded)
+        return; // the window was closed behind the menu
     menu.Choose(command, &filter);
     if (command)
         SendMessageW(m_window, WM_COMMAND, command, 0);
-    if (BringFilterUpToDate() || (command && menu.ListsCategories()))
+    if (m_loaded && (BringFilterUpToDate() || (command && menu.ListsCategories())))
         m_list.Refresh();
 }
 
@@ -256,8 +289,11 @@ void MainWindow::ClearTheFilter()
     OnFilterChanged();
 }
 
+// Not when the window was closed behind the dialog: the store is not opened anew.
 void MainWindow::OnFilterChanged()
 {
+    if (!m_loaded)
+        return;
     (void)BringFilterUpToDate();
     m_list.Refresh();
 }

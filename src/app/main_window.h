@@ -42,7 +42,8 @@ class MainWindow {
     bool TranslateMenuKey(const MSG& message);
 
     // What the command table's handlers do in this window.
-    void Close();
+    // Closes the window, or ends what is open over it first.
+    void RequestClose();
     void ShowAbout();
     void EditCategoriesList();
     void EditFilter(bool categoriesMode);
@@ -54,6 +55,7 @@ class MainWindow {
 
     LRESULT OnCreate();
     LRESULT OnDestroy();
+    LRESULT OnEndSession(WPARAM ends);
     LRESULT OnSize();
     LRESULT OnGetMinMaxInfo(MINMAXINFO* info);
     LRESULT OnNotify(NMHDR* notification);
@@ -63,6 +65,7 @@ class MainWindow {
     LRESULT OnSelectionChanged(int flag);
 
     bool BuildContents();
+    void Close();
     void RefitList();
     void DropFilterMenu();
     void OnFilterChanged();

@@ -30,6 +30,7 @@ class EntryEditor : public Dialog {
     bool OnInitDialog() override;
     const wchar_t* HelpTopic() const override { return m_helpTopic; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    const wchar_t* Unsaved() const override { return m_modified ? L"An entry is not saved." : nullptr; }
 
   private:
     // Building

@@ -55,7 +55,7 @@ INT_PTR ModalDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     LRESULT result = 0;
     switch (message) {
     case WM_COMMAND: OnCommandMessage(LOWORD(wParam), HIWORD(wParam)); return TRUE;
-    case WM_CLOSE: OnCancel(); return TRUE;
+    case WM_CLOSE: OnClose(); return TRUE;
     case WM_SIZE: OnSize(); return TRUE;
     case WM_GETMINMAXINFO: OnGetMinMaxInfo(reinterpret_cast<MINMAXINFO*>(lParam)); return TRUE;
     case WM_NOTIFY:
@@ -67,10 +67,22 @@ INT_PTR ModalDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     }
 }
 
+// Behind a box or a dialog of its own the request is that one's.
+void ModalDialog::OnClose()
+{
+    HWND over = GetLastActivePopup(m_window);
+    if (IsWindowEnabled(m_window))
+        OnCancel();
+    else if (over != m_window)
+        PostMessageW(over, WM_CLOSE, 0, 0);
+}
+
 // Enter and Esc arrive as commands of these buttons, also while they are disabled.
 void ModalDialog::OnCommandMessage(int id, int code)
 {
     HWND button = Item(id);
+    if (!IsWindowEnabled(m_window))
+        return; // another program's message, while a box or a dialog stands over this one
     if (id == IDCANCEL)
         OnCancel();
     else if (id != IDOK)

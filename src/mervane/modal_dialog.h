@@ -44,6 +44,7 @@ class ModalDialog {
   private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void OnClose();
     void OnCommandMessage(int id, int code);
     void TakeOwnersIcon() const;
     void Place() const;

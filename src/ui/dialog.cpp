@@ -1,10 +1,13 @@
 #include "ui/dialog.h"
 
 #include <algorithm>
+#include <vector>
 
+#include "ui/dialog_in_front.h"
 #include "ui/launch.h"
 #include "ui/program_icon.h"
 #include "ui/scale.h"
+#include "ui/session_end.h"
 #include "ui/wine.h"
 #include "ui/work_area.h"
 
@@ -39,12 +42,43 @@ bool ShowsIcon(HWND window)
     return (GetWindowLongPtrW(window, GWL_STYLE) & kHasIcon) == kHasIcon;
 }
 
+// From the outermost to the innermost. Never freed: a dialog may be open while the program frees the rest.
+std::vector<Dialog*>& OpenDialogs()
+{
+    static auto& s_open = *new std::vector<Dialog*>;
+    return s_open;
+}
+
 } // namespace
 
 Dialog::~Dialog()
 {
     if (m_window)
         SetWindowLongPtrW(m_window, DWLP_USER, 0);
+    Forget();
+}
+
+const wchar_t* Dialog::UnsavedInOpenDialogs()
+{
+    const auto& open = OpenDialogs();
+    for (auto dialog = open.rbegin(); dialog != open.rend(); ++dialog)
+        if (const wchar_t* unsaved = (*dialog)->Unsaved())
+            return unsaved;
+    return nullptr;
+}
+
+// A copy, since a dialog may end by it.
+void Dialog::TellSessionEnd()
+{
+    const std::vector<Dialog*> open = OpenDialogs();
+    for (auto dialog = open.rbegin(); dialog != open.rend(); ++dialog)
+        if (std::count(OpenDialogs().begin(), OpenDialogs().end(), *dialog))
+            (*dialog)->OnSessionEnd();
+}
+
+void Dialog::Forget()
+{
+    std::erase(OpenDialogs(), this);
 }
 
 INT_PTR Dialog::DoModal(HINSTANCE instance, int templateId, HWND owner)
@@ -59,21 +93,17 @@ INT_PTR Dialog::DoModal(HINSTANCE instance, int templateId, HWND owner)
 // Some messages come before WM_INITDIALOG: there is no object yet, and the dialog manager takes them.
 INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (message == WM_INITDIALOG) {
-        auto* created = reinterpret_cast<Dialog*>(lParam);
-        if (ShowsIcon(window)) {
-            created->m_smallIcon = SetProgramIcon(window, ICON_SMALL);
-            created->m_bigIcon = SetProgramIcon(window, ICON_BIG);
-        }
-        SetWindowLongPtrW(window, DWLP_USER, lParam);
-        created->SetWindow(window);
-        return created->OnInitDialog();
-    }
+    if (message == WM_INITDIALOG)
+        return Opened(window, reinterpret_cast<Dialog*>(lParam))->OnInitDialog();
     auto* self = reinterpret_cast<Dialog*>(GetWindowLongPtrW(window, DWLP_USER));
     if (!self)
         return FALSE;
-    if (message == WM_ACTIVATE)
+    if (message == WM_ACTIVATE) {
         self->NoteActivation(wParam, reinterpret_cast<HWND>(lParam));
+        PassActivationOn(window, wParam);
+    }
+    if (self->IsOutOfReach(message, wParam, lParam))
+        return TRUE;
     LRESULT result = 0;
     const bool handled =
         self->OnMessage(message, wParam, lParam, &result) || self->Dispatch(message, wParam, &result);
@@ -81,6 +111,7 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     if (message == WM_NCDESTROY && GetWindowLongPtrW(window, DWLP_USER)) {
         SetWindowLongPtrW(window, DWLP_USER, 0);
         self->SetWindow(nullptr);
+        self->Forget();
     }
     if (handled && IsAnsweredDirectly(message))
         return result;
@@ -89,11 +120,38 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     return handled;
 }
 
+Dialog* Dialog::Opened(HWND window, Dialog* dialog)
+{
+    if (ShowsIcon(window)) {
+        dialog->m_smallIcon = SetProgramIcon(window, ICON_SMALL);
+        dialog->m_bigIcon = SetProgramIcon(window, ICON_BIG);
+    }
+    SetWindowLongPtrW(window, DWLP_USER, reinterpret_cast<LONG_PTR>(dialog));
+    dialog->SetWindow(window);
+    OpenDialogs().push_back(dialog);
+    return dialog;
+}
+
+// A command that another program sends, or that was on its way, while another dialog or a box stands over
+// this one. What the dialog's own controls tell comes with their handle, and a control may still tell that it
+// loses the focus.
+bool Dialog::IsOutOfReach(UINT message, WPARAM wParam, LPARAM lParam) const
+{
+    if (message != WM_COMMAND || IsWindowEnabled(m_window))
+        return false;
+    return !lParam || LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL;
+}
+
 bool Dialog::Dispatch(UINT message, WPARAM wParam, LRESULT* result)
 {
     switch (message) {
     case WM_COMMAND: return OnCommand(LOWORD(wParam), HIWORD(wParam));
-    case WM_CLOSE: OnCancel(); return true;
+    case WM_CLOSE:
+        if (!PassCloseOn(m_window))
+            OnCancel();
+        return true;
+    case WM_QUERYENDSESSION: *result = AnswerSessionQuery(m_window); return true;
+    case WM_ENDSESSION: (void)TakeSessionEnd(m_window, wParam); return true;
     case WM_SETTINGCHANGE: OnSettingsChanged(); return true;
     case WM_HELP:
         if (!HelpTopic())

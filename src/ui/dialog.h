@@ -44,13 +44,25 @@ class Dialog {
     // with, or -1 when it could not be made.
     INT_PTR DoModal(HINSTANCE instance, int templateId, HWND owner);
 
+    // Of the open dialogs the innermost that has something unsaved: what Unsaved says; null when none has.
+    static const wchar_t* UnsavedInOpenDialogs();
+    // Calls OnSessionEnd of all open dialogs, the innermost first.
+    static void TellSessionEnd();
+
   protected:
-    // Called for every message after WM_INITDIALOG. True with *result set when the message was handled. When
-    // this returns false, WM_COMMAND 1 and 2 reach OnOK and OnCancel unless their button is disabled,
-    // WM_CLOSE reaches OnCancel and WM_SETTINGCHANGE OnSettingsChanged.
+    // Called for every message after WM_INITDIALOG but for commands that reach the dialog while another one
+    // stands over it. True with *result set when the message was handled. When this returns false, WM_COMMAND
+    // 1 and 2 reach OnOK and OnCancel unless their button is disabled, WM_CLOSE reaches OnCancel, or the
+    // dialog over this one, and WM_SETTINGCHANGE OnSettingsChanged.
     virtual bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
     // The page of the help for this dialog, a topic of ui/launch.h; null: the owner answers the request.
     virtual const wchar_t* HelpTopic() const { return nullptr; }
+    // What the person has entered here and would lose if the program ended now, as a sentence that the system
+    // shows where it ends the session; null: nothing.
+    virtual const wchar_t* Unsaved() const { return nullptr; }
+    // The session ends, whatever was answered: the last moment to put aside what is unsaved. The process may
+    // be ended as soon as its windows have returned. May be called more than once.
+    virtual void OnSessionEnd() {}
     // WM_INITDIALOG; false when the focus was set here.
     virtual bool OnInitDialog();
 
@@ -66,6 +78,9 @@ class Dialog {
 
   private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    static Dialog* Opened(HWND window, Dialog* dialog);
+    void Forget();
+    bool IsOutOfReach(UINT message, WPARAM wParam, LPARAM lParam) const;
     bool Dispatch(UINT message, WPARAM wParam, LRESULT* result);
     bool OnCommand(int id, WORD notification);
     void NoteActivation(WPARAM state, HWND other);

@@ -22,6 +22,8 @@ extern decltype(&StartPage) __imp_StartPage;
 extern decltype(&EndPage) __imp_EndPage;
 extern decltype(&EndDoc) __imp_EndDoc;
 extern decltype(&AbortDoc) __imp_AbortDoc;
+extern decltype(&ShutdownBlockReasonCreate) __imp_ShutdownBlockReasonCreate;
+extern decltype(&ShutdownBlockReasonDestroy) __imp_ShutdownBlockReasonDestroy;
 extern decltype(&TextOutW) __imp_TextOutW;
 }
 

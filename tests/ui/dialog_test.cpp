@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <cstring>
 #include <functional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "support/import_watch.h"
 #include "support/test_windows.h"
 #include "ui/scale.h"
 #include "ui/ui_test_resource.h"
@@ -34,6 +37,9 @@ class TestDialog : public Dialog {
     }
     void OnSettingsChanged() override { ++settingsCount; }
 
+    const wchar_t* Unsaved() const override { return unsaved; }
+    void OnSessionEnd() override { ++sessionEnds; }
+
     using Dialog::Grow;
     using Dialog::KeepFocus;
 
@@ -43,6 +49,8 @@ class TestDialog : public Dialog {
     int okCount = 0;
     int cancelCount = 0;
     int settingsCount = 0;
+    const wchar_t* unsaved = nullptr;
+    int sessionEnds = 0;
 
   protected:
     bool OnInitDialog() override { return onInit ? onInit() : true; }
@@ -323,6 +331,134 @@ TEST(Dialog, DialogsNest)
     EXPECT_EQ(inner.cancelCount, 1);
     EXPECT_EQ(outer.cancelCount, 0);
     EXPECT_EQ(result, 1);
+}
+
+// Runs the inner dialog over the outer one and the action in it; what it leaves open is cancelled.
+void RunOver(TestDialog& outer, TestDialog& inner, const std::function<void()>& action)
+{
+    const ModalDriver driver([&](HWND window) {
+        const ModalDriver innerDriver([&](HWND inside) {
+            action();
+            if (IsWindowVisible(inside))
+                SendMessageW(inside, WM_COMMAND, IDCANCEL, 0);
+        });
+        inner.DoModal(Instance(), TEST_INNER_DIALOG, window);
+        SendMessageW(window, WM_COMMAND, IDCANCEL, 0);
+    });
+    outer.DoModal(Instance(), TEST_DIALOG, nullptr);
+}
+
+// Another program's, or the task list's, which asks every window.
+TEST(Dialog, ACloseBehindAnotherDialogIsThatOnes)
+{
+    TestDialog outer, inner;
+    RunOver(outer, inner, [&] {
+        SendMessageW(outer.GetWindow(), WM_CLOSE, 0, 0);
+        EXPECT_EQ(outer.cancelCount, 0);
+        EXPECT_TRUE(PumpUntil([&] { return inner.cancelCount == 1; }));
+    });
+    EXPECT_EQ(inner.cancelCount, 1);
+    EXPECT_EQ(outer.cancelCount, 1) << "its own, later";
+}
+
+TEST(Dialog, CommandsDoNotReachItBehindAnotherDialog)
+{
+    TestDialog outer, inner;
+    int seen = 0;
+    outer.onMessage = [&](UINT message, WPARAM wParam, LPARAM, LRESULT*) {
+        seen += message == WM_COMMAND && wParam == 4711;
+        return false;
+    };
+    RunOver(outer, inner, [&] {
+        HWND button = GetDlgItem(outer.GetWindow(), IDOK);
+        for (const WPARAM id : {WPARAM{IDOK}, WPARAM{IDCANCEL}, WPARAM{4711}})
+            SendMessageW(outer.GetWindow(), WM_COMMAND, id, 0);
+        SendMessageW(outer.GetWindow(), WM_COMMAND, IDOK, reinterpret_cast<LPARAM>(button));
+        EXPECT_EQ(outer.okCount + outer.cancelCount, 0);
+        EXPECT_EQ(seen, 0);
+        // What a control of its own tells, of its focus for one, does reach it.
+        SendMessageW(outer.GetWindow(), WM_COMMAND, 4711, reinterpret_cast<LPARAM>(button));
+        EXPECT_EQ(seen, 1);
+    });
+}
+
+TEST(Dialog, MadeActiveBehindAnotherDialogItHandsThatOn)
+{
+    TestDialog outer, inner;
+    RunOver(outer, inner, [&] {
+        SetActiveWindow(outer.GetWindow());
+        EXPECT_TRUE(PumpUntil([&] { return GetForegroundWindow() == inner.GetWindow(); }));
+    });
+}
+
+// What the system was told of what holds the end of the session up.
+std::vector<std::pair<HWND, std::wstring>> g_reasons;
+int g_reasonsGone;
+
+BOOL WINAPI KeepReason(HWND window, LPCWSTR reason)
+{
+    g_reasons.emplace_back(window, reason);
+    return TRUE;
+}
+BOOL WINAPI DropReason(HWND)
+{
+    ++g_reasonsGone;
+    return TRUE;
+}
+
+class SessionEnd : public testing::Test {
+  protected:
+    SessionEnd()
+    {
+        g_reasons.clear();
+        g_reasonsGone = 0;
+    }
+
+    const ImportWatch<decltype(&ShutdownBlockReasonCreate)> m_create{&__imp_ShutdownBlockReasonCreate,
+                                                                     KeepReason};
+    const ImportWatch<decltype(&ShutdownBlockReasonDestroy)> m_destroy{&__imp_ShutdownBlockReasonDestroy,
+                                                                       DropReason};
+};
+
+TEST_F(SessionEnd, IsAllowedWhereNothingIsUnsaved)
+{
+    TestDialog outer, inner;
+    RunOver(outer, inner, [&] {
+        EXPECT_EQ(SendMessageW(outer.GetWindow(), WM_QUERYENDSESSION, 0, 0), TRUE);
+        EXPECT_EQ(SendMessageW(inner.GetWindow(), WM_QUERYENDSESSION, 0, 0), TRUE);
+    });
+    EXPECT_TRUE(g_reasons.empty());
+    EXPECT_EQ(outer.sessionEnds + inner.sessionEnds, 0);
+}
+
+TEST_F(SessionEnd, IsRefusedByEveryWindowWithTheReason)
+{
+    TestDialog outer, inner;
+    outer.unsaved = L"Something is not saved.";
+    RunOver(outer, inner, [&] {
+        EXPECT_EQ(SendMessageW(outer.GetWindow(), WM_QUERYENDSESSION, 0, 0), FALSE);
+        EXPECT_EQ(SendMessageW(inner.GetWindow(), WM_QUERYENDSESSION, 0, 0), FALSE);
+        ASSERT_EQ(g_reasons.size(), 2u);
+        EXPECT_EQ(g_reasons[0], std::pair(outer.GetWindow(), std::wstring(L"Something is not saved.")));
+        EXPECT_EQ(g_reasons[1].first, inner.GetWindow());
+        SendMessageW(outer.GetWindow(), WM_ENDSESSION, FALSE, 0);
+        EXPECT_EQ(g_reasonsGone, 1);
+        EXPECT_EQ(outer.sessionEnds + inner.sessionEnds, 0);
+    });
+}
+
+TEST_F(SessionEnd, TellsAllOpenDialogsFromTheInnermostOn)
+{
+    TestDialog outer, inner, closed;
+    RunDialog(closed, [](HWND window) { SendMessageW(window, WM_CLOSE, 0, 0); });
+    RunOver(outer, inner, [&] {
+        SendMessageW(outer.GetWindow(), WM_ENDSESSION, TRUE, 0);
+        EXPECT_EQ(outer.sessionEnds, 1);
+        EXPECT_EQ(inner.sessionEnds, 1);
+    });
+    EXPECT_EQ(closed.sessionEnds, 0);
+    closed.unsaved = L"Long gone";
+    EXPECT_EQ(Dialog::UnsavedInOpenDialogs(), nullptr);
 }
 
 TEST(Dialog, RectanglesConvertBothWays)

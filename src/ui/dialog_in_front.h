@@ -1,0 +1,29 @@
+// What stands in front of a window of a program and keeps it disabled: a dialog, a box, the system's own
+// dialogs. They are not all owned by it, and one that was never the active window is not its last active
+// pop-up, so they are looked for among all windows of its thread.
+#pragma once
+
+#include <windows.h>
+
+// The dialog that can be worked, or is about to be shown, while the window is disabled; null when the window
+// can be worked itself or nothing is in front of it. The window may be another program's.
+HWND DialogInFront(HWND window);
+
+// Ends a menu that the window has open; false when it has none. The menu's loop goes on until its caller's
+// message has been dealt with: what is to come after the menu has to be posted.
+[[nodiscard]] bool EndMenuOf(HWND window);
+
+// For a window that is about to be destroyed: ends whatever menu its thread has open, which goes with it.
+void EndAnyMenu();
+
+// For a WM_CLOSE: true when it is not the window's own, and has been handed on. A menu that is open is ended
+// first and the request comes again; a disabled window's goes to the dialog in front, which comes forward. A
+// question that cannot be cancelled only comes forward.
+[[nodiscard]] bool PassCloseOn(HWND window);
+
+// For a WM_ACTIVATE, whose wParam it takes: where a disabled window is made the active one, the dialog in
+// front of it is, a moment later.
+void PassActivationOn(HWND window, WPARAM state);
+// Shows the window as the command says and brings it, or the dialog in front of it, to the foreground. It may
+// be another program's.
+void BringForward(HWND window, int showCommand);
