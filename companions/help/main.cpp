@@ -5,6 +5,7 @@
 #include "help/help_window.h"
 #include "help/one_window.h"
 #include "help/resource.h"
+#include "ui/start_turn.h"
 
 namespace {
 
@@ -19,7 +20,7 @@ std::wstring ThisProgram()
 bool HandOverOrOpen(help::HelpWindow& window, const help::HelpRequest& request, HINSTANCE instance,
                     int showCommand)
 {
-    const help::StartTurn turn;
+    const StartTurn turn(help::kHelpTurn);
     if (help::HandOver(help::TextOfRequest(request)) || !window.Create(instance))
         return false;
     window.Show(request);

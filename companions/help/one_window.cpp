@@ -8,24 +8,10 @@ namespace help {
 
 namespace {
 
-constexpr const wchar_t* kTurnName = L"Local\\Quillmarsh.Journal.Help";
 constexpr ULONG_PTR kRequestMark = 0x48454C50; // "HELP"
-constexpr DWORD kTurnLimit = 10'000;           // milliseconds
 constexpr UINT kAnswerLimit = 5'000;
 
 } // namespace
-
-StartTurn::StartTurn() : m_mutex(CreateMutexW(nullptr, FALSE, kTurnName))
-{
-    const DWORD waited = m_mutex ? WaitForSingleObject(m_mutex.get(), kTurnLimit) : WAIT_FAILED;
-    m_isOurs = waited == WAIT_OBJECT_0 || waited == WAIT_ABANDONED;
-}
-
-StartTurn::~StartTurn()
-{
-    if (m_isOurs)
-        ReleaseMutex(m_mutex.get());
-}
 
 bool HandOver(const std::wstring& request)
 {

@@ -6,24 +6,12 @@
 #include <optional>
 #include <string>
 
-#include "util/owners.h"
-
 namespace help {
 
 constexpr const wchar_t* kHelpWindowClass = L"JournalHelp";
 
-// While it lives, no other program of ours looks for the window or makes one.
-class StartTurn {
-  public:
-    StartTurn();
-    ~StartTurn();
-    StartTurn(const StartTurn&) = delete;
-    StartTurn& operator=(const StartTurn&) = delete;
-
-  private:
-    UniqueKernelHandle m_mutex;
-    bool m_isOurs = false;
-};
+// The name of the turn in which a program looks for the window and, where there is none, makes it.
+constexpr const wchar_t* kHelpTurn = L"Journal.Help";
 
 // Hands the request over to the window that is open, which then comes to the foreground; false when there is
 // none that takes it.

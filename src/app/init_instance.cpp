@@ -3,22 +3,31 @@
 #include <commctrl.h>
 
 #include "app/main_window.h"
+#include "mervane/store_path.h"
 #include "options/password.h"
 #include "res/resource.h"
+#include "ui/dialog_in_front.h"
 #include "ui/program_icon.h"
+#include "ui/store_window.h"
 
 namespace {
 
-// A running copy's window, brought forward; false when there is none.
-bool BringRunningCopyForward()
+constexpr const wchar_t* kProgram = L"Journal";
+
+// A running copy's window over the same store, brought forward; false when there is none.
+bool BringRunningCopyForward(uint64_t store)
 {
-    HWND running = FindWindowW(kMainWindowClass, nullptr);
+    HWND running = FindWindowOfStore(kMainWindowClass, store);
     if (!IsWindow(running))
         return false;
-    ShowWindow(running, SW_SHOWNORMAL);
-    SetForegroundWindow(running);
-    UpdateWindow(running);
+    BringForward(running, SW_SHOWNORMAL);
     return true;
+}
+
+bool IsRunning(uint64_t store)
+{
+    const StartTurn turn = TurnForStore(kProgram, store);
+    return BringRunningCopyForward(store);
 }
 
 bool InitControls()
@@ -64,23 +73,31 @@ HWND JournalApp::MainWindowHandle() const
 int JournalApp::InitInstance(HINSTANCE instance, int showCommand)
 {
     m_instance = instance;
-    if (BringRunningCopyForward())
+    const uint64_t store = mervane::StoreNumber(mervane::StorePath());
+    if (IsRunning(store) || !MainWindow::RegisterWindowClass(instance) || !InitControls())
         return 0;
-    if (!MainWindow::RegisterWindowClass(instance) || !InitControls())
+    if (!UnlockAtStart(*this))
         return 0;
-    // While this copy asked, another one may have been unlocked.
-    if (!UnlockAtStart(*this) || BringRunningCopyForward())
-        return 0;
-    m_mainWindow = {new MainWindow, [](MainWindow* window) { delete window; }};
-    if (!m_mainWindow->Create(instance)) {
-        ShowCreationError();
-        return 0;
+    switch (MakeMainWindow(store)) {
+    case Made::Here: break;
+    case Made::Elsewhere: return 0;
+    case Made::Failed: ShowCreationError(); return 0;
     }
     m_smallIcon = SetIconIfMissing(MainWindowHandle(), ICON_SMALL);
     m_bigIcon = SetIconIfMissing(MainWindowHandle(), ICON_BIG);
     m_mainWindow->ShowFirst(showCommand);
     UpdateWindow(MainWindowHandle());
     return 1;
+}
+
+// While this copy asked for the password, or waited for its turn, another one may have been faster.
+JournalApp::Made JournalApp::MakeMainWindow(uint64_t store)
+{
+    const StartTurn turn = TurnForStore(kProgram, store);
+    if (BringRunningCopyForward(store))
+        return Made::Elsewhere;
+    m_mainWindow = {new MainWindow, [](MainWindow* window) { delete window; }};
+    return m_mainWindow->Create(m_instance) ? Made::Here : Made::Failed;
 }
 
 int JournalApp::Run()

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <memory>
 
 #include "app/registry_store.h"
@@ -32,6 +33,10 @@ class JournalApp : public RegistryStore {
     FilterState& Filter() { return m_filter; }
 
   private:
+    // The main window: made here, or another copy has one over the same store, or it cannot be made.
+    enum class Made { Here, Elsewhere, Failed };
+    Made MakeMainWindow(uint64_t store);
+
     DbJournal m_journal;
     // The deleter is a pointer so that this header, which every room includes, need not know the main window.
     std::unique_ptr<MainWindow, void (*)(MainWindow*)> m_mainWindow;

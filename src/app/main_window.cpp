@@ -9,12 +9,14 @@
 #include "list/filter_menu.h"
 #include "list/filter_settings.h"
 #include "list/filter_text.h"
+#include "mervane/store_path.h"
 #include "res/resource.h"
 #include "ui/command_bands.h"
 #include "ui/dialog_in_front.h"
 #include "ui/drop_down.h"
 #include "ui/scale.h"
 #include "ui/session_end.h"
+#include "ui/store_window.h"
 #include "ui/window_placement.h"
 #include "ui/work_area.h"
 
@@ -94,6 +96,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
 
 LRESULT MainWindow::OnCreate()
 {
+    SetStoreOfWindow(m_window, mervane::StoreNumber(mervane::StorePath()));
     if (BuildContents()) {
         m_loaded = true;
         return 0;
@@ -145,9 +148,11 @@ LRESULT MainWindow::OnEndSession(WPARAM ends)
     return 0;
 }
 
+// A copy that is started from here on opens a window of its own.
 void MainWindow::Close()
 {
     EndAnyMenu();
+    SetStoreOfWindow(m_window, kNoStore);
     JournalApp& app = App();
     SORTORDERSPEC sort{};
     app.Journal().GetSort(&sort);

@@ -54,6 +54,17 @@ std::wstring PathKey(const std::wstring& path)
     return key;
 }
 
+// FNV-1a.
+uint64_t StoreNumber(const std::wstring& path)
+{
+    uint64_t number = 0xCBF29CE484222325;
+    for (const wchar_t unit : PathKey(path)) {
+        number = (number ^ (unit & 0xFF)) * 0x100000001B3;
+        number = (number ^ (unit >> 8)) * 0x100000001B3;
+    }
+    return number > 1 ? number : 2;
+}
+
 bool MakeFolderOf(const std::wstring& path)
 {
     const size_t end = path.find_last_of(L"\\/");

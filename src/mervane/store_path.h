@@ -1,6 +1,7 @@
 // Where the store is.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace mervane {
@@ -10,6 +11,9 @@ namespace mervane {
 std::wstring StorePath();
 // Two paths with the same key are the same file.
 std::wstring PathKey(const std::wstring& path);
+// A number for the store at a path, above 1: programs that find the same number have the same store. It is
+// the same before the file is made and afterwards.
+uint64_t StoreNumber(const std::wstring& path);
 // Makes the folders above the file.
 [[nodiscard]] bool MakeFolderOf(const std::wstring& path);
 

@@ -1,0 +1,19 @@
+// The one window that a program has for each store, as its other copies find it.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+
+#include "ui/start_turn.h"
+
+// The turn of those copies of a program that open the same store. program is a word.
+StartTurn TurnForStore(const wchar_t* program, uint64_t store);
+
+// A window's number when it shows no store any more, since it is closing.
+constexpr uint64_t kNoStore = 1;
+// Says of a main window which store it shows, from its creation on; not 0.
+void SetStoreOfWindow(HWND window, uint64_t store);
+// The main window of the class that shows the store; one that does not say which store it shows counts too.
+// Null when there is none.
+HWND FindWindowOfStore(const wchar_t* windowClass, uint64_t store);

@@ -1,0 +1,59 @@
+#include "ui/store_window.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+#include "support/test_windows.h"
+
+namespace {
+
+constexpr const wchar_t* kClass = L"TestParent";
+
+TEST(StoreWindow, IsTheOneThatSaysSo)
+{
+    const TestParent one, two;
+    SetStoreOfWindow(one.Handle(), 17);
+    SetStoreOfWindow(two.Handle(), 0xFEDCBA9876543210);
+    EXPECT_EQ(FindWindowOfStore(kClass, 17), one.Handle());
+    EXPECT_EQ(FindWindowOfStore(kClass, 0xFEDCBA9876543210), two.Handle());
+    EXPECT_EQ(FindWindowOfStore(kClass, 18), nullptr);
+    EXPECT_EQ(FindWindowOfStore(L"NoSuchClass", 17), nullptr);
+}
+
+TEST(StoreWindow, OneThatSaysNothingCounts)
+{
+    const TestParent window;
+    EXPECT_EQ(FindWindowOfStore(kClass, 17), window.Handle());
+}
+
+TEST(StoreWindow, OneThatIsClosingDoesNotCount)
+{
+    const TestParent window;
+    SetStoreOfWindow(window.Handle(), kNoStore);
+    EXPECT_EQ(FindWindowOfStore(kClass, 17), nullptr);
+}
+
+TEST(StartTurn, OneAfterTheOther)
+{
+    std::atomic<bool> isStarted = false, isOver = false, cameAfter = false;
+    std::thread other;
+    {
+        const StartTurn turn = TurnForStore(L"Test", 17);
+        const StartTurn another = TurnForStore(L"Test", 18); // in nobody's way
+        other = std::thread([&] {
+            isStarted = true;
+            const StartTurn waiting = TurnForStore(L"Test", 17);
+            cameAfter = isOver.load();
+        });
+        EXPECT_TRUE(PumpUntil([&] { return isStarted.load(); }));
+        for (int i = 0; i < 100; ++i)
+            std::this_thread::yield();
+        isOver = true;
+    }
+    other.join();
+    EXPECT_TRUE(cameAfter);
+}
+
+} // namespace
