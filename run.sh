@@ -3,13 +3,15 @@
 set -u
 cd "$(dirname "$0")" || exit 1
 . scripts/setup.sh
+. scripts/closing.sh
 
 usage() {
     cat <<'END'
 usage: sh run.sh [--sample]
 
 Installs what is missing from Debian's packages (as root or with sudo), builds the program into build/release/bin and
-starts journal.exe under Wine. Ends when the program ends; Ctrl+C ends the program.
+starts journal.exe under Wine. Ends when the program ends. Ctrl+C asks the program to close: with something unsaved it asks
+what is to become of it, and Ctrl+C once more ends it without.
 
 Your entries and settings live in Wine's usual prefix, ~/.wine, or in $WINEPREFIX. $MERVANE_STORE names another file
 for the entries.
@@ -34,6 +36,7 @@ done
 
 session=
 display=
+journal=
 
 # The processes of this run, but for Wine's own: those serve every program of a prefix and end with the last one.
 own_processes() {
@@ -60,6 +63,13 @@ clean_up() {
         sleep 0.2
     done
     rm -rf "$session"
+}
+
+# The journal gets the time to ask about what is not saved; without a person at the terminal not for ever.
+interrupted() {
+    trap 'exit 130' INT
+    trap 'exit 143' TERM HUP
+    [ -z "$journal" ] || close_journal "$journal" build/release/bin "$1"
 }
 
 need_programs() {
@@ -170,8 +180,8 @@ fill_sample() {
 }
 
 trap clean_up EXIT
-trap 'exit 130' INT
-trap 'exit 143' TERM HUP
+trap 'interrupted 0; exit 130' INT
+trap 'interrupted 20; exit 143' TERM HUP
 
 need_programs
 session=$(mktemp -d "${TMPDIR:-/tmp}/journal-run.XXXXXX") || exit 1
@@ -189,4 +199,6 @@ fi
 [ -z "$sample" ] || choose_sample
 prepare_wine
 [ -z "$sample" ] || fill_sample
-run_waiting wine build/release/bin/journal.exe
+wine build/release/bin/journal.exe </dev/null &
+journal=$!
+wait "$journal"

@@ -1,0 +1,58 @@
+# close_from_shell.sh PROGRAM SCRIPTS: a script asks the journal to close; an entry that is not saved is asked about, and
+# what was saved is there afterwards. Another program of the same name over another store is left alone.
+set -u
+. "$2/closing.sh"
+folder=$(dirname "$1")
+
+fail() {
+    echo "$*" >&2
+    exit 1
+}
+
+# wait_for COMMAND...: until it succeeds, ten seconds at most.
+wait_for() {
+    tries=0
+    until "$@"; do
+        tries=$((tries + 1))
+        [ "$tries" -lt 200 ] || return 1
+        sleep 0.05
+    done
+}
+
+is_at() { [ "$(xdotool getwindowfocus getwindowname 2>/dev/null)" = "$1" ]; }
+is_at_editor() { is_at "$(date +%A)" || is_at "$(date -d yesterday +%A)"; }
+
+other_store=$(mktemp)
+rm "$other_store"
+MERVANE_STORE=Z:$other_store wine "$1" &
+other=$!
+wait_for is_at 'Kelvra Journal' || fail 'the other journal did not open'
+own_store=$(mktemp)
+rm "$own_store"
+MERVANE_STORE=Z:$own_store
+export MERVANE_STORE
+wine "$folder/askclose.exe" && fail 'there is nobody to be asked yet'
+
+wine "$1" &
+journal=$!
+wait_for wine "$folder/askclose.exe" || fail 'the journal did not open'
+wait "$journal" || fail 'the journal did not close'
+
+wine "$1" &
+journal=$!
+wait_for is_at 'Kelvra Journal' || fail 'the main window did not open'
+xdotool key ctrl+n
+wait_for is_at_editor || fail 'the editor did not open'
+close_journal "$journal" "$folder" 20 || fail 'the journal did not close with an editor open'
+
+wine "$1" &
+journal=$!
+wait_for is_at 'Kelvra Journal' || fail 'the main window did not open'
+xdotool key ctrl+n
+wait_for is_at_editor || fail 'the editor did not open'
+xdotool key Tab Tab x
+close_journal "$journal" "$folder" 2 && fail 'the journal closed over an entry that is not saved'
+wait_for is_at 'Warning' || fail 'nothing was asked'
+kill -0 "$other" || fail 'the other journal was closed'
+kill "$journal" "$other"
+rm -f "$own_store"* "$other_store"*
