@@ -6,6 +6,7 @@
 
 #include "app/journal_app.h"
 #include "export/export_fields.h"
+#include "list/not_done_box.h"
 #include "res/resource.h"
 #include "ui/dialog.h"
 #include "ui/launch.h"
@@ -53,8 +54,9 @@ class ExportDialog : public Dialog {
     const ExportFormat m_format;
     const ExportSource m_source;
     bool m_writes = false;
-    bool m_stopped = false; // by the user, or because the program ends
-    bool m_ends = false;    // the program
+    bool m_stopped = false;                      // by the user, or because the program ends
+    bool m_ends = false;                         // the program
+    StoreTrouble m_trouble = StoreTrouble::None; // of entries that could not be read
     ULONGLONG m_lastShown = 0;
 };
 
@@ -109,6 +111,8 @@ void ExportDialog::OnOK()
         return;
     if (!m_ends)
         TellCount(count);
+    if (!m_ends && m_trouble != StoreTrouble::None && GetWindow())
+        TellNotDone(GetWindow(), L"Not every entry could be read and exported", m_trouble);
     End(1);
 }
 
@@ -177,6 +181,7 @@ uint32_t ExportDialog::Write(const ExportRequest& request)
     const uint32_t count = m_stopped ? 0 : job.Run([this](uint32_t soFar) { return AfterEntry(soFar); });
     Ask(IDC_EXPORT_PROGRESS, PBM_SETPOS, count);
     m_writes = false;
+    m_trouble = job.Trouble();
     return count;
 }
 

@@ -8,6 +8,7 @@ ExportJob::ExportJob(const ExportRequest& request, const SORTORDERSPEC& sort)
       m_test(request.scope == ExportScope::Filtered ? *request.filter : FilterState())
 {
     (void)m_journal.Open(nullptr, sort);
+    NoteTrouble();
 }
 
 uint32_t ExportJob::EntryCount()
@@ -41,7 +42,9 @@ bool ExportJob::Seek()
         return SeekSelected();
     const bool begun = m_begun;
     m_begun = true;
-    return (begun ? m_journal.SeekNextRecord() : m_journal.SeekFirstRecord()) != 0;
+    const bool isThere = (begun ? m_journal.SeekNextRecord() : m_journal.SeekFirstRecord()) != 0;
+    NoteTrouble();
+    return isThere;
 }
 
 bool ExportJob::SeekSelected()
@@ -50,6 +53,7 @@ bool ExportJob::SeekSelected()
         const CEOID id = m_request.selection[m_nextSelected++];
         if (m_journal.SeekRecord(id) == id)
             return true;
+        NoteTrouble();
     }
     return false;
 }
@@ -60,6 +64,7 @@ bool ExportJob::ExportCurrent()
     CEPROPVAL* properties = nullptr;
     const CEOID id = m_journal.ReadRecord(&count, nullptr, &properties);
     const LocalBlock<CEPROPVAL> owner(properties);
+    NoteTrouble();
     if (!id)
         return false;
     if (m_test.PassesRecord(count, properties))
@@ -73,4 +78,10 @@ void ExportJob::Write(const ExportedRecord& entry)
         WriteEntryText(entry, m_request.headerOrLabels, m_file);
     else
         WriteEntryRow(*m_request.columns, entry, m_file);
+}
+
+void ExportJob::NoteTrouble()
+{
+    if (m_trouble == StoreTrouble::None)
+        m_trouble = m_journal.Trouble();
 }

@@ -38,6 +38,8 @@ class ExportJob {
     // gone or cannot be read is passed over. afterEntry gets the count so far after each entry, with nothing
     // of the next one read or written; false ends the export there.
     uint32_t Run(const std::function<bool(uint32_t count)>& afterEntry);
+    // Why entries are missing that could not be read; None when there are none.
+    StoreTrouble Trouble() const { return m_trouble; }
 
   private:
     // Makes the next entry of the scope the current record; false at the end.
@@ -46,12 +48,14 @@ class ExportJob {
     // False when there was no such entry.
     bool ExportCurrent();
     void Write(const ExportedRecord& entry);
+    void NoteTrouble();
 
     const ExportRequest& m_request;
     PieceWriter m_file;
     FilterTest m_test; // passes everything unless the scope is what the filter passes
     // A walk of its own: what the list shows meanwhile moves the position in its journal.
     DbJournal m_journal;
+    StoreTrouble m_trouble = StoreTrouble::None;
     bool m_begun = false;
     size_t m_nextSelected = 0;
 };

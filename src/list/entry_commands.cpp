@@ -1,5 +1,6 @@
 #include "list/entry_commands.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "app/journal_app.h"
@@ -7,6 +8,7 @@
 #include "editor/entry_editor.h"
 #include "list/columns_dialog.h"
 #include "list/entry_list.h"
+#include "list/not_done_box.h"
 #include "mervane/db_categories.h"
 #include "mervane/z_cats_dlg.h"
 #include "ui/ownerless_box.h"
@@ -31,28 +33,65 @@ void OpenEditorAndRefresh(HWND owner, EntryList& list)
     list.Refresh();
 }
 
-// Nothing is reported: a record that is gone, cannot be read or cannot be written is simply not copied.
-void CopyRecord(DbJournal& journal, CEOID id)
+HWND OwnerOf(const EntryList& list)
+{
+    return GetAncestor(list.Handle(), GA_ROOT);
+}
+
+// Work that writes: all of it is on disk, or nothing and the reason is returned, as the work returns its own.
+template <typename Work> StoreTrouble AllOrNothing(Work work)
+{
+    CeDBase::BulkScope bulk(App().Journal());
+    if (bulk.Trouble() != StoreTrouble::None)
+        return bulk.Trouble();
+    if (const StoreTrouble trouble = work(); trouble != StoreTrouble::None)
+        return trouble;
+    if (bulk.Trouble() != StoreTrouble::None || bulk.Commit())
+        return bulk.Trouble();
+    return bulk.Trouble() != StoreTrouble::None ? bulk.Trouble() : StoreTrouble::Other;
+}
+
+// The same step with each record, until one fails.
+template <typename Ids> StoreTrouble WithEach(const Ids& ids, StoreTrouble (*step)(DbJournal&, CEOID))
+{
+    for (const CEOID id : ids)
+        if (const StoreTrouble trouble = step(App().Journal(), id); trouble != StoreTrouble::None)
+            return trouble;
+    return StoreTrouble::None;
+}
+
+// A record that is gone is deleted already. One that is still there was refused for a reason of its own.
+StoreTrouble Delete(DbJournal& journal, CEOID id)
+{
+    if (journal.DeleteRecord(id) || journal.Trouble() != StoreTrouble::None)
+        return journal.Trouble();
+    return journal.SeekRecord(id) == id ? StoreTrouble::Other : journal.Trouble();
+}
+
+// A record that is gone, or that the store refuses as it is, is simply not copied.
+StoreTrouble CopyRecord(DbJournal& journal, CEOID id)
 {
     if (journal.SeekRecord(id) != id)
-        return;
+        return journal.Trouble();
     WORD count = 0;
     CEPROPVAL* properties = nullptr;
     const CEOID read = journal.ReadRecord(&count, nullptr, &properties);
     const LocalBlock<CEPROPVAL> owner(properties);
     if (read)
         (void)journal.WriteRecord(0, count, properties);
+    return journal.Trouble();
 }
 
-void ResetCategoryUses()
+StoreTrouble ResetCategoryUses()
 {
     DbCategories categories;
     if (categories.Open(kCategoriesKey))
         categories.Reset();
+    return categories.Trouble();
 }
 
 // Of the journal's current record. Nothing is written to one that has none.
-void DeleteCategories(DbJournal& journal)
+StoreTrouble DeleteCategories(DbJournal& journal)
 {
     const CEPROPID wanted = kPropCategories;
     WORD count = 1;
@@ -60,9 +99,23 @@ void DeleteCategories(DbJournal& journal)
     const CEOID id = journal.ReadRecord(&count, &wanted, &property);
     const LocalBlock<CEPROPVAL> owner(property);
     if (!id || (property->wFlags & CEDB_PROPNOTFOUND))
-        return;
+        return journal.Trouble();
     property->wFlags = CEDB_PROPDELETE;
     (void)journal.WriteRecord(id, 1, property);
+    return journal.Trouble();
+}
+
+// A walk that breaks off has not come to the end.
+StoreTrouble DeleteAllCategories()
+{
+    DbJournal& journal = App().Journal();
+    StoreTrouble trouble = ResetCategoryUses();
+    if (trouble != StoreTrouble::None)
+        return trouble;
+    for (int found = journal.SeekFirstRecord(); found; found = journal.SeekNextRecord())
+        if (trouble = DeleteCategories(journal); trouble != StoreTrouble::None)
+            return trouble;
+    return journal.Trouble();
 }
 
 } // namespace
@@ -86,19 +139,18 @@ void DeleteEntries(EntryList& list)
     const std::vector<CEOID> asked(selected.begin(), selected.end());
     if (!IsDeletionConfirmed())
         return list.SetSelectionFlag(0);
-    {
-        DbJournal& journal = App().Journal();
-        CeDBase::BulkScope bulk(journal);
-        for (const CEOID id : asked) {
-            journal.DeleteRecord(id);
-            if (id == list.CurrentEntry())
-                list.SetCurrentEntry(0);
-        }
-        (void)bulk.Commit();
+    if (!list.Handle())
+        return; // the window was closed behind the question
+    const StoreTrouble trouble = AllOrNothing([&] { return WithEach(asked, Delete); });
+    if (trouble == StoreTrouble::None) {
+        if (std::count(asked.begin(), asked.end(), list.CurrentEntry()))
+            list.SetCurrentEntry(0);
+        list.Selection().Clear();
     }
-    list.Selection().Clear();
     list.Refresh();
     list.SetSelectionFlag(0);
+    if (trouble != StoreTrouble::None)
+        TellNotDone(OwnerOf(list), L"Nothing was deleted", trouble);
 }
 
 void CopyEntries(EntryList& list)
@@ -108,14 +160,13 @@ void CopyEntries(EntryList& list)
 
 void PasteEntries(EntryList& list)
 {
-    {
-        DbJournal& journal = App().Journal();
-        CeDBase::BulkScope bulk(journal);
-        for (const CEOID id : list.Selection().InOrder())
-            CopyRecord(journal, id);
-        (void)bulk.Commit();
-    }
+    if (!list.Handle())
+        return;
+    const StoreTrouble trouble =
+        AllOrNothing([&] { return WithEach(list.Selection().InOrder(), CopyRecord); });
     list.Refresh();
+    if (trouble != StoreTrouble::None)
+        TellNotDone(OwnerOf(list), L"Nothing was pasted", trouble);
 }
 
 // The list names categories and may be sorted by them.
@@ -137,13 +188,10 @@ void CustomizeListColumns(HWND owner, EntryList& list)
 
 void ClearCategories(EntryList& list)
 {
-    {
-        DbJournal& journal = App().Journal();
-        CeDBase::BulkScope bulk(journal);
-        ResetCategoryUses();
-        for (int found = journal.SeekFirstRecord(); found; found = journal.SeekNextRecord())
-            DeleteCategories(journal);
-        (void)bulk.Commit();
-    }
+    if (!list.Handle())
+        return;
+    const StoreTrouble trouble = AllOrNothing(DeleteAllCategories);
     list.Refresh();
+    if (trouble != StoreTrouble::None)
+        TellNotDone(OwnerOf(list), L"The categories were not taken from the entries", trouble);
 }

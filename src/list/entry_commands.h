@@ -1,4 +1,5 @@
-// The commands that act on whole entries. owner is the main window.
+// The commands that act on whole entries. owner is the main window. Deleting, pasting and taking categories
+// away are done as a whole or not at all; where the store refuses, a box tells why and the selection stays.
 #pragma once
 
 #include <windows.h>

@@ -251,8 +251,8 @@ void EntryList::Refresh()
         ReportIf(Rebuild());
 }
 
-// Emptying the control deselects its rows, which is no change of the selection. True when the main window is
-// to be told.
+// Emptying the control deselects its rows, which is no change of the selection. Rows that cannot be counted
+// are as many as before: a failed read is no empty journal. True when the main window is to be told.
 bool EntryList::Rebuild()
 {
     const RowSelection::Quiet quiet(m_selection);
@@ -261,7 +261,9 @@ bool EntryList::Rebuild()
     const CeDBase::ReadScope scope(journal);
     ListView_DeleteAllItems(m_list);
     m_rows.Apply(journal, filter);
-    filter.rowCount = CountRows(journal);
+    const DWORD rows = CountRows(journal);
+    if (journal.Trouble() == StoreTrouble::None || rows > 0)
+        filter.rowCount = rows;
     SendMessageW(m_list, LVM_SETITEMCOUNT, filter.rowCount, 0);
     m_notice.Show(m_list, filter.rowCount == 0);
     return m_selection.SelectAgain();

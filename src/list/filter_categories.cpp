@@ -53,18 +53,21 @@ bool DropGoneCategories(FilterState* filter)
         return false;
     ZStack kept;
     for (size_t i = 0; i < filter->categories.Count(); ++i)
-        if (categories.Exists(filter->categories.GetItem(i)->id))
+        if (categories.Exists(filter->categories.GetItem(i)->id) ||
+            categories.Trouble() != StoreTrouble::None)
             kept.Push(*filter->categories.GetItem(i));
     const bool isOneGone = kept.Count() < filter->categories.Count();
     filter->categories = kept;
     return isOneGone;
 }
 
-std::wstring CategoryName(CEOID id)
+std::optional<std::wstring> CategoryName(CEOID id)
 {
     wchar_t name[kCategoryNameSize] = L"";
     DbCategories categories;
     if (categories.Open())
         categories.GetStr(id, name, kCategoryNameSize, kCategoriesKey);
+    if (categories.Trouble() != StoreTrouble::None)
+        return std::nullopt;
     return name;
 }

@@ -1,6 +1,7 @@
 // The filter's categories and the device's list of them.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,8 +21,8 @@ std::vector<OfferedCategory> OfferedCategories();
 void FilterOnCategory(CEOID id, FilterState* filter);
 
 // Takes categories that do not exist any more out of the filter; true when there was one. Entries that still
-// refer to one are filed under nothing that a person could see.
+// refer to one are filed under nothing that a person could see. One that cannot be looked for stays.
 bool DropGoneCategories(FilterState* filter);
 
-// Empty when there is none.
-std::wstring CategoryName(CEOID id);
+// Empty when there is none; nothing when it cannot be read.
+std::optional<std::wstring> CategoryName(CEOID id);

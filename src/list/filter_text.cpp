@@ -8,6 +8,7 @@
 namespace {
 
 constexpr const wchar_t* kNoFilter = L"None";
+constexpr const wchar_t* kUnreadCategory = L"Category..."; // its name cannot be read
 
 std::wstring CategoriesText(FilterState* filter)
 {
@@ -15,7 +16,7 @@ std::wstring CategoriesText(FilterState* filter)
     if (count > 1)
         return L"Multiple...";
     if (count == 1)
-        return CategoryName(filter->categories.GetItem(0)->id);
+        return CategoryName(filter->categories.GetItem(0)->id).value_or(kUnreadCategory);
     filter->active = false;
     return kNoFilter;
 }

@@ -5,6 +5,7 @@
 #include "list/find_dialog.h"
 #include "list/find_results_dialog.h"
 #include "list/find_search.h"
+#include "list/not_done_box.h"
 #include "ui/scoped.h"
 
 namespace {
@@ -35,9 +36,12 @@ void RunFind(HWND owner, EntryList& list, FindRequest* request)
     const CEOID currentEntry = list.CurrentEntry();
     if (!RunFindDialog(owner, currentEntry != 0, request))
         return;
-    list.ClearSelection();
     const auto found = Search(*request, currentEntry);
+    const StoreTrouble trouble = App().Journal().Trouble();
+    list.ClearSelection();
     SelectFound(list, found);
     RunFindResults(owner, found);
     list.Refresh();
+    if (trouble != StoreTrouble::None)
+        TellNotDone(owner, L"Not every entry was looked at", trouble);
 }

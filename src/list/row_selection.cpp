@@ -57,6 +57,8 @@ bool RowSelection::Select(CEOID id)
     constexpr UINT kState = LVIS_SELECTED | LVIS_FOCUSED;
     const Quiet quiet(*this);
     const int row = RowOf(id);
+    if (row < 0 && m_unread)
+        return false;
     if (row < 0)
         return m_tracker.OnRecordMissing(id);
     ListView_SetItemState(m_list, row, kState, kState);
@@ -92,7 +94,8 @@ void RowSelection::SelectRows()
         for (const CEOID id : selection.InOrder()) {
             row = RowOf(id);
             if (row < 0) {
-                missing.push_back(id);
+                if (!m_unread)
+                    missing.push_back(id);
                 continue;
             }
             ListView_SetItemState(m_list, row, LVIS_SELECTED, LVIS_SELECTED);
@@ -127,6 +130,7 @@ void RowSelection::TakeFocus()
 int RowSelection::RowOf(CEOID id)
 {
     const int row = m_journal.RowOf(id);
+    m_unread = m_journal.Trouble() != StoreTrouble::None;
     return row < static_cast<int>(m_filter.rowCount) ? row : -1;
 }
 

@@ -56,4 +56,5 @@ class RowSelection {
     HWND m_list = nullptr;
     SelectionTracker m_tracker;
     int m_quiet = 0;
+    bool m_unread = false; // the row asked for last could not be looked for: its record may be there
 };

@@ -89,7 +89,7 @@ TEST_F(NoCategories, CanBeOpenedSoNoneAreOfferedOrDropped)
 {
     const NoStore none;
     EXPECT_TRUE(OfferedCategories().empty());
-    EXPECT_EQ(CategoryName(1), L"");
+    EXPECT_EQ(CategoryName(1), std::nullopt);
     FilterState filter;
     filter.categories.Push({1, 0});
     EXPECT_FALSE(DropGoneCategories(&filter));
