@@ -130,7 +130,7 @@ void RowSelection::TakeFocus()
 int RowSelection::RowOf(CEOID id)
 {
     const int row = m_journal.RowOf(id);
-    m_unread = m_journal.Trouble() != StoreTrouble::None;
+    m_unread = m_journal.IsOpen() && m_journal.Trouble() != StoreTrouble::None;
     return row < static_cast<int>(m_filter.rowCount) ? row : -1;
 }
 

@@ -337,10 +337,11 @@ TEST(Dialog, DialogsNest)
 void RunOver(TestDialog& outer, TestDialog& inner, const std::function<void()>& action)
 {
     const ModalDriver driver([&](HWND window) {
-        const ModalDriver innerDriver([&](HWND inside) {
+        // A window manager may make the outer one active once more, so that the driver is given that.
+        const ModalDriver innerDriver([&](HWND) {
             action();
-            if (IsWindowVisible(inside))
-                SendMessageW(inside, WM_COMMAND, IDCANCEL, 0);
+            if (IsWindowVisible(inner.GetWindow()))
+                SendMessageW(inner.GetWindow(), WM_COMMAND, IDCANCEL, 0);
         });
         inner.DoModal(Instance(), TEST_INNER_DIALOG, window);
         SendMessageW(window, WM_COMMAND, IDCANCEL, 0);
