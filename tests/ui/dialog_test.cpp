@@ -383,15 +383,6 @@ TEST(Dialog, CommandsDoNotReachItBehindAnotherDialog)
     });
 }
 
-TEST(Dialog, MadeActiveBehindAnotherDialogItHandsThatOn)
-{
-    TestDialog outer, inner;
-    RunOver(outer, inner, [&] {
-        SetActiveWindow(outer.GetWindow());
-        EXPECT_TRUE(PumpUntil([&] { return GetForegroundWindow() == inner.GetWindow(); }));
-    });
-}
-
 // What the system was told of what holds the end of the session up.
 std::vector<std::pair<HWND, std::wstring>> g_reasons;
 int g_reasonsGone;
