@@ -6,6 +6,7 @@
 
 #include "data/journal_entry.h"
 #include "editor/bar_keys.h"
+#include "editor/body_paste.h"
 #include "editor/body_text.h"
 #include "editor/command_keys.h"
 #include "editor/editor_bar.h"
@@ -144,6 +145,7 @@ void EditorControls::AddKeys(HWND editor, HWND bar) const
         TellTyping(picker, editor);
     AddPlaceholderClick(EditOf(subject), kSubjectPlaceholder);
     AddPlaceholderClick(body, kBodyPlaceholder);
+    AddBodyPaste(body);
     for (HWND control : {date, time, EditOf(subject), type, EditOf(duration), bar, body, ok, cancel}) {
         AddCommandKeys(control, editor);
         TellFocus(control, editor);

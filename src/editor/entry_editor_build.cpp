@@ -3,6 +3,7 @@
 
 #include "app/journal_app.h"
 #include "data/entry_types.h"
+#include "data/line_ends.h"
 #include "editor/categories_line.h"
 #include "editor/editor_settings.h"
 #include "editor/scoped_quiet.h"
@@ -177,7 +178,7 @@ void EntryEditor::ApplyLoaded(const JournalEntry& entry)
     if (entry.subject && !entry.subject->empty())
         AddSubject(m_controls.subject, *entry.subject);
     if (entry.body)
-        SetWindowTextW(m_controls.body, entry.body->c_str());
+        SetWindowTextW(m_controls.body, WithLineEnds(*entry.body).c_str());
     if (entry.categories)
         ShowCategories();
     if (const int type = entry.type ? FindTypeByPrefix(*entry.type) : -1; type >= 0)

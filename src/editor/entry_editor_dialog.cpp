@@ -1,6 +1,7 @@
 #include "editor/entry_editor_dialog.h"
 
 #include "app/journal_app.h"
+#include "data/line_ends.h"
 #include "editor/body_text.h"
 #include "editor/editor_settings.h"
 #include "editor/picker_menus.h"
@@ -354,7 +355,7 @@ EntryToWrite EntryEditor::Collect() const
     wchar_t type[kTypeTextSize] = L"";
     GetWindowTextW(m_controls.type, type, kTypeTextSize);
     entry.type = type;
-    entry.body = TextOf(m_controls.body);
+    entry.body = WithLineEnds(TextOf(m_controls.body));
     entry.subject = SubjectToWrite(m_controls.subject);
     return entry;
 }

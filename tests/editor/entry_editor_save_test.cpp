@@ -47,6 +47,19 @@ class EntryEditorSaveTest : public EditorTest {
         value.val.filetime = time.ToFileTime();
         return value;
     }
+    static bool Copy(HWND owner, const std::wstring& text)
+    {
+        const size_t size = (text.size() + 1) * sizeof(wchar_t);
+        HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
+        if (!block || !OpenClipboard(owner))
+            return false;
+        memcpy(GlobalLock(block), text.c_str(), size);
+        GlobalUnlock(block);
+        EmptyClipboard();
+        const bool copied = SetClipboardData(CF_UNICODETEXT, block) != nullptr; // which owns the block now
+        CloseClipboard();
+        return copied;
+    }
     // Opens the record, changes nothing but presses Save as the bar does, and closes.
     void SaveUnchanged(CEOID id)
     {
@@ -398,13 +411,64 @@ TEST_F(EntryEditorSaveTest, ValuesComeBackAsTheyWere)
 TEST_F(EntryEditorSaveTest, OddTextsComeBackAsTheyWere)
 {
     EntryToWrite entry = Full();
-    entry.body =
-        L"lone \xD800 high, low \xDC00\r\n\r\ntab\there \n bare feed \r bare return\xD83D\xDE00 \x05D0 end ";
+    entry.body = L"lone \xD800 high, low \xDC00\r\n\r\ntab\there \xD83D\xDE00 \x05D0 end ";
     entry.subject = L" \xDFFF subject with \t tab\r\nand a second line ";
     CEOID id = Write(entry);
     SaveUnchanged(id);
     EXPECT_EQ(Read(id).body, entry.body);
     EXPECT_EQ(Read(id).subject, entry.subject);
+}
+
+// As another tool may have stored them.
+TEST_F(EntryEditorSaveTest, LoneLineEndsAreShownAndSavedAsWholeOnes)
+{
+    EntryToWrite entry = Full();
+    entry.body = L"one\ntwo\rthree\r\n";
+    CEOID id = Write(entry);
+    Run(&id, [](EditorWindow& editor) {
+        EXPECT_EQ(editor.Text(IDC_BODY), L"one\r\ntwo\r\nthree\r\n");
+        EXPECT_EQ(editor.Ask(IDC_BODY, EM_GETLINECOUNT), 4);
+        EXPECT_FALSE(editor.SaveEnabled()) << "looking is no change";
+    });
+    EXPECT_EQ(Read(id).body, entry.body);
+    SaveUnchanged(id);
+    EXPECT_EQ(Read(id).body, L"one\r\ntwo\r\nthree\r\n");
+}
+
+TEST_F(EntryEditorSaveTest, ATextThatIsPutInWithLoneLineEndsIsSavedWithWholeOnes)
+{
+    CEOID id = 0;
+    Run(&id, [](EditorWindow& editor) {
+        editor.Enter(IDC_BODY, L"one\ntwo\rthree");
+        editor.Ok();
+    });
+    EXPECT_EQ(Read(id).body, L"one\r\ntwo\r\nthree");
+}
+
+TEST_F(EntryEditorSaveTest, LoneLineEndsArePastedAsWholeOnes)
+{
+    const std::pair<const wchar_t*, const wchar_t*> texts[] = {
+        {L"one\ntwo\rthree\n", L"one\r\ntwo\r\nthree\r\n"},
+        {L"one\r\ntwo", L"one\r\ntwo"},
+        {L"one", L"one"},
+    };
+    for (const auto& [copied, expected] : texts) {
+        CEOID id = 0;
+        Run(&id, [&](EditorWindow& editor) {
+            ASSERT_TRUE(Copy(editor.Window(), copied));
+            editor.Focus(IDC_BODY);
+            editor.Ask(IDC_BODY, EM_SETSEL, 0, -1);
+            editor.Ask(IDC_BODY, WM_PASTE);
+            EXPECT_EQ(editor.Text(IDC_BODY), expected);
+            EXPECT_TRUE(editor.SaveEnabled());
+            editor.Ask(IDC_BODY, EM_UNDO);
+            EXPECT_EQ(editor.Text(IDC_BODY), L"<Entry Body>") << "as every paste";
+            editor.Ask(IDC_BODY, EM_SETSEL, 0, -1);
+            editor.Ask(IDC_BODY, WM_PASTE);
+            editor.Ok();
+        });
+        EXPECT_EQ(Read(id).body, expected);
+    }
 }
 
 TEST_F(EntryEditorSaveTest, AVeryLongBodyComesBackAsItWas)
