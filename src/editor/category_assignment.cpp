@@ -44,8 +44,11 @@ void DropUnlistedCategories(ZStack* stack, DbCategories* store)
         return;
     const CeDBase::ReadScope scope(*store);
     ZStack kept;
-    for (size_t i = 0; const ZCategory* item = stack->GetItem(i); ++i)
-        if (store->Exists(item->id) && !store->IsHidden(item->id))
+    for (size_t i = 0; const ZCategory* item = stack->GetItem(i); ++i) {
+        const bool isThere = store->Exists(item->id) != 0;
+        const bool isKnown = store->Trouble() == StoreTrouble::None;
+        if (!isKnown || (isThere && !store->IsHidden(item->id)))
             kept.Push(*item);
+    }
     *stack = kept;
 }

@@ -14,6 +14,6 @@ void ReleaseCategory(ZStack* stack, CEOID id);
 
 std::vector<CEOID> AssignedCategories(const ZStack& stack);
 
-// After the list of categories was edited: drops what no longer exists or is hidden, whatever its flags.
-// Nothing without an open store, which could not tell.
+// After the list of categories was edited: drops what no longer exists or is hidden, whatever its flags. What
+// the store cannot tell of, as when it is not open, stays.
 void DropUnlistedCategories(ZStack* stack, DbCategories* store);

@@ -1,9 +1,8 @@
 #include "editor/editor_record.h"
 
-#include <optional>
+#include <cwchar>
 
 #include "editor/category_flags.h"
-#include "util/owners.h"
 
 namespace {
 
@@ -20,6 +19,44 @@ bool ChangesUses(const ZStack& categories)
         if (item->flags & (kCategoryReleased | kCategoryAdded))
             return true;
     return false;
+}
+
+void Append(std::vector<BYTE>* image, const void* bytes, size_t size)
+{
+    const auto* start = static_cast<const BYTE*>(bytes);
+    image->insert(image->end(), start, start + size);
+}
+
+// Identifier, size and bytes, so that no two records have the same image.
+void AppendProperty(std::vector<BYTE>* image, const CEPROPVAL& property)
+{
+    const CEVALUNION& value = property.val;
+    const void* bytes = &value;
+    size_t size = 0;
+    switch (property.propid & 0xFFFF) {
+    case CEVT_LPWSTR:
+        bytes = value.lpwstr;
+        size = value.lpwstr ? wcslen(value.lpwstr) * sizeof(wchar_t) : 0;
+        break;
+    case CEVT_BLOB:
+        bytes = value.blob.lpb;
+        size = value.blob.lpb ? value.blob.dwCount : 0;
+        break;
+    case CEVT_FILETIME: size = sizeof value.filetime; break;
+    default: size = sizeof value.iVal; break;
+    }
+    Append(image, &property.propid, sizeof property.propid);
+    Append(image, &size, sizeof size);
+    if (size)
+        Append(image, bytes, size);
+}
+
+std::vector<BYTE> ImageOf(const CEPROPVAL* properties, WORD count)
+{
+    std::vector<BYTE> image;
+    for (WORD i = 0; i < count; ++i)
+        AppendProperty(&image, properties[i]);
+    return image;
 }
 
 } // namespace
@@ -44,92 +81,168 @@ void EditorRecord::OpenStores(HWND owner)
     (void)m_contacts.Open(kContactsKey, owner);
 }
 
-bool EditorRecord::Load(JournalEntry* entry)
+EditorRecord::Loaded EditorRecord::Load(JournalEntry* entry)
 {
     m_mask = 0;
-    if (m_id == 0 || m_journal.SeekRecord(m_id) != m_id)
-        return false;
+    if (m_id == 0)
+        return Loaded::Nothing;
+    const CeDBase::ReadScope scope(m_journal);
+    if (m_journal.SeekRecord(m_id) != m_id && m_journal.Trouble() == StoreTrouble::None)
+        return Loaded::Nothing;
     WORD count = 0;
     CEPROPVAL* properties = nullptr;
-    if (m_journal.ReadRecord(&count, nullptr, &properties) == 0) {
-        m_id = 0;
-        return false;
-    }
+    const bool read = m_journal.Trouble() == StoreTrouble::None &&
+                      m_journal.ReadRecord(&count, nullptr, &properties) == m_id;
     const LocalBlock<CEPROPVAL> block(properties);
+    m_unread = !read || m_journal.Trouble() != StoreTrouble::None;
+    if (m_unread) {
+        (void)Fail(m_journal.Trouble());
+        return Loaded::Failed;
+    }
     ReadEntry(properties, count, entry);
     entry->id = m_id;
+    m_image = ImageOf(properties, count);
+    m_subject = entry->subject.value_or(L"");
     m_mask = LoadedMask(*entry);
     if (entry->categories)
         m_categoryStore.SetStackFromBlob(&m_categories, BlobOf(*entry->categories), kCategoryLoaded);
     if (entry->contacts)
         m_contacts.SetAssigned(BlobOf(*entry->contacts), kContactFlags);
-    return true;
+    return Loaded::Done;
 }
 
-EditorRecord::Saved EditorRecord::Save(EntryToWrite* entry)
+std::wstring EditorRecord::StoredSubject()
+{
+    std::wstring stored = m_journal.GetSubject(m_id);
+    return m_journal.Trouble() == StoreTrouble::None ? stored : m_subject;
+}
+
+EditorRecord::Saved EditorRecord::Save(EntryToWrite* entry, Theirs theirs)
 {
     const ZStack before = m_categories;
-    const Saved saved = CountUsesAndWrite(entry);
-    if (saved == Saved::Failed)
+    const Saved saved = CountUsesAndWrite(entry, theirs);
+    if (saved == Saved::Failed || saved == Saved::Changed)
         m_categories = before;
     else
         m_categories.DeleteStack();
     return saved;
 }
 
-EditorRecord::Saved EditorRecord::CountUsesAndWrite(EntryToWrite* entry)
+// A failure without a reason is one all the same.
+EditorRecord::Saved EditorRecord::Fail(StoreTrouble trouble)
 {
-    std::optional<CeDBase::BulkScope> together;
-    if (ChangesUses(m_categories)) {
-        together.emplace(m_journal);
-        CountUses();
-    }
-    CEOID written = 0;
-    const Saved saved = Write(entry, &written);
-    if (saved == Saved::Failed || (together && !together->Commit()))
-        return Saved::Failed;
-    if (saved == Saved::Created)
-        *m_reference = m_id = written;
-    return saved;
+    m_trouble = trouble == StoreTrouble::None ? StoreTrouble::Other : trouble;
+    return Saved::Failed;
 }
 
-void EditorRecord::CountUses()
+// In one transaction: nobody can change the record between the look at it and the write.
+EditorRecord::Saved EditorRecord::CountUsesAndWrite(EntryToWrite* entry, Theirs theirs)
+{
+    CEOID written = 0;
+    if (m_id == 0 && !ChangesUses(m_categories))
+        return WriteTo(Target::New, entry, &written);
+    CeDBase::BulkScope together(m_journal);
+    if (together.Trouble() != StoreTrouble::None)
+        return Fail(together.Trouble());
+    const Target target = FindTarget(theirs);
+    if (target == Target::Changed)
+        return Saved::Changed;
+    if (target == Target::Failed || !CountUses())
+        return Saved::Failed;
+    const CEOID id = m_id;
+    const CEOID reference = *m_reference;
+    const std::optional<Image> image = m_image;
+    const Saved saved = WriteTo(target, entry, &written);
+    if (saved != Saved::Failed && together.Commit())
+        return saved;
+    m_id = id;
+    *m_reference = reference;
+    m_image = image;
+    return Fail(together.Trouble());
+}
+
+EditorRecord::Target EditorRecord::FindTarget(Theirs theirs)
+{
+    if (m_id == 0)
+        return Target::New;
+    const bool isThere = m_journal.SeekRecord(m_id) == m_id;
+    if (m_unread || m_journal.Trouble() != StoreTrouble::None) {
+        (void)Fail(m_journal.Trouble());
+        return Target::Failed;
+    }
+    if (!isThere)
+        return Target::New;
+    if (theirs == Theirs::Replace)
+        return Target::Record;
+    const std::optional<Image> now = ReadImage();
+    if (!now) {
+        (void)Fail(m_journal.Trouble());
+        return Target::Failed;
+    }
+    return now == m_image ? Target::Record : Target::Changed;
+}
+
+// Of the journal's current record; nothing when it cannot be read.
+std::optional<EditorRecord::Image> EditorRecord::ReadImage()
+{
+    WORD count = 0;
+    CEPROPVAL* properties = nullptr;
+    const bool read = m_journal.ReadRecord(&count, nullptr, &properties) != 0;
+    const LocalBlock<CEPROPVAL> block(properties);
+    if (!read || m_journal.Trouble() != StoreTrouble::None)
+        return std::nullopt;
+    return ImageOf(properties, count);
+}
+
+// A category that is gone has nothing to count.
+bool EditorRecord::CountUses()
 {
     ZStack kept;
     for (size_t i = 0; const ZCategory* item = m_categories.GetItem(i); ++i) {
-        if (item->flags & kCategoryReleased) {
-            m_categoryStore.DecUse(item->id);
-            continue;
+        const bool released = (item->flags & kCategoryReleased) != 0;
+        const bool counts = released || (item->flags & kCategoryAdded);
+        const bool done =
+            !counts || (released ? m_categoryStore.DecUse(item->id) : m_categoryStore.IncUse(item->id));
+        if (!done && m_categoryStore.Trouble() != StoreTrouble::None) {
+            (void)Fail(m_categoryStore.Trouble());
+            return false;
         }
-        if (item->flags & kCategoryAdded)
-            m_categoryStore.IncUse(item->id);
-        kept.Push(*item);
+        if (!released)
+            kept.Push(*item);
     }
     m_categories = kept;
+    return true;
 }
 
-EditorRecord::Saved EditorRecord::Write(EntryToWrite* entry, CEOID* written)
+// False where a set cannot be put into a blob: it must not be taken for an empty one, which would be deleted.
+bool EditorRecord::FillBlobs(EntryToWrite* entry, LocalBlock<BYTE>* categories, LocalBlock<BYTE>* contacts)
 {
-    CEBLOB categories{};
-    CEBLOB contacts{};
-    const int categoriesMade = m_categoryStore.SetBlobFromStack(m_categories, &categories);
-    const LocalBlock<BYTE> categoryBlock(categories.lpb);
-    const int contactsChanged = m_contacts.SetBlob(&contacts);
-    const LocalBlock<BYTE> contactBlock(contacts.lpb);
-    // A set that cannot be put into a blob must not be taken for an empty one, which would be deleted.
-    if ((!m_categories.IsEmpty() && (!categoriesMade || !categories.lpb)) ||
-        (!m_contacts.Assigned().empty() && (!contactsChanged || !contacts.lpb)))
-        return Saved::Failed;
+    const int categoriesMade = m_categoryStore.SetBlobFromStack(m_categories, &entry->categories);
+    categories->reset(entry->categories.lpb);
+    const int contactsChanged = m_contacts.SetBlob(&entry->contacts);
+    contacts->reset(entry->contacts.lpb);
+    return (m_categories.IsEmpty() || (categoriesMade && *categories)) &&
+           (m_contacts.Assigned().empty() || (contactsChanged && *contacts));
+}
 
-    entry->categories = categories;
-    entry->contacts = contacts;
+EditorRecord::Saved EditorRecord::WriteTo(Target target, EntryToWrite* entry, CEOID* written)
+{
+    LocalBlock<BYTE> categories;
+    LocalBlock<BYTE> contacts;
+    entry->categories = {};
+    entry->contacts = {};
+    if (!FillBlobs(entry, &categories, &contacts))
+        return Fail(StoreTrouble::NoMemory);
     entry->exists = m_id != 0;
     entry->loadedMask = m_mask;
     const std::vector<CEPROPVAL> properties = PropertiesToWrite(*entry);
-    const bool update = m_id != 0 && m_journal.SeekRecord(m_id) == m_id;
+    const bool update = target == Target::Record;
     *written =
         m_journal.WriteRecord(update ? m_id : 0, static_cast<WORD>(properties.size()), properties.data());
     if (*written == 0)
-        return Saved::Failed;
+        return Fail(m_journal.Trouble());
+    *m_reference = m_id = *written;
+    // Unless it can be read back, the next save takes the record for changed and asks.
+    m_image = m_journal.SeekRecord(m_id) == m_id ? ReadImage() : std::nullopt;
     return update ? Saved::Updated : Saved::Created;
 }

@@ -1,11 +1,16 @@
 // The record behind the editor: how it is read, what is remembered of what was read, and how it is written.
 #pragma once
 
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "data/journal_entry.h"
 #include "mervane/db_categories.h"
 #include "mervane/db_contacts.h"
 #include "mervane/db_journal.h"
 #include "mervane/z_stack.h"
+#include "util/owners.h"
 
 // The numbers of the properties that an entry has, OR-ed together (see kLoadedSubject and the ones after it).
 DWORD LoadedMask(const JournalEntry& entry);
@@ -21,38 +26,63 @@ class EditorRecord {
     // edited.
     void OpenStores(HWND owner);
 
-    // Reads the record, its categories and its contacts. False, with entry untouched, for a new entry and for
-    // a record that is gone; one that is there but cannot be read is left alone and saved as a new one.
-    bool Load(JournalEntry* entry);
+    enum class Loaded {
+        Nothing, // a new entry, or a record that is gone
+        Done,
+        Failed, // the record may be there: it is neither opened nor written over
+    };
+    // Reads the record, its categories and its contacts. entry is untouched unless that is done.
+    [[nodiscard]] Loaded Load(JournalEntry* entry);
 
     enum class Saved {
-        Failed,  // nothing was changed, neither in the store nor here
+        Failed,  // nothing was changed, neither in the store nor here; see Trouble
+        Changed, // the same: the record is not any more what was loaded or saved here last
         Created, // a new record was written: it does not count as saved
         Updated,
     };
+    // What to do with a record that somebody else has changed.
+    enum class Theirs { Ask, Replace };
     // Writes the record with the categories and contacts kept here and empties the category stack. Categories
     // that were assigned or released since the editor opened have their use counts changed, with the record
-    // or not at all.
-    Saved Save(EntryToWrite* entry);
+    // or not at all. A record that is gone is written anew.
+    [[nodiscard]] Saved Save(EntryToWrite* entry, Theirs theirs = Theirs::Ask);
+    // The next save writes a new record and leaves the one that was loaded as it is.
+    void SaveAsNew() { m_id = 0; }
+    // Why the last load or save failed.
+    StoreTrouble Trouble() const { return m_trouble; }
 
     DWORD Mask() const { return m_mask; }
     CEOID Id() const { return m_id; }
-    // The record's subject as it is stored now; empty when it has none.
-    const wchar_t* StoredSubject() { return m_journal.GetSubject(m_id); }
+    // The record's subject as it is stored now; empty when it has none. The one that was loaded where the
+    // store cannot be read.
+    std::wstring StoredSubject();
 
     ZStack& Categories() { return m_categories; }
     DbCategories& CategoryStore() { return m_categoryStore; }
     DbContacts& Contacts() { return m_contacts; }
 
   private:
-    Saved CountUsesAndWrite(EntryToWrite* entry);
-    void CountUses();
-    Saved Write(EntryToWrite* entry, CEOID* written);
+    // A record as it is stored, all of it; for comparing.
+    using Image = std::vector<BYTE>;
+    enum class Target { Failed, Changed, New, Record };
+
+    Saved CountUsesAndWrite(EntryToWrite* entry, Theirs theirs);
+    Saved WriteTo(Target target, EntryToWrite* entry, CEOID* written);
+    Target FindTarget(Theirs theirs);
+    [[nodiscard]] bool CountUses();
+    [[nodiscard]] bool FillBlobs(EntryToWrite* entry, LocalBlock<BYTE>* categories,
+                                 LocalBlock<BYTE>* contacts);
+    std::optional<Image> ReadImage();
+    Saved Fail(StoreTrouble trouble);
 
     DbJournal& m_journal;
     CEOID* m_reference;
     CEOID m_id;
     DWORD m_mask = 0;
+    bool m_unread = false;        // the record is there, or may be, and was not loaded
+    std::optional<Image> m_image; // of the record as it was loaded or saved last; none: not known
+    std::wstring m_subject;       // that was loaded
+    StoreTrouble m_trouble = StoreTrouble::None;
     ZStack m_categories;
     DbCategories m_categoryStore;
     DbContacts m_contacts;

@@ -8,5 +8,9 @@ int OpenEntryEditor(HWND owner, CEOID* id)
 {
     EntryEditor editor(id);
     HWND over = owner ? owner : App().MainWindowHandle();
-    return editor.DoModal(GetModuleHandleW(nullptr), IDD_ENTRY_EDITOR, over) == 1 ? 1 : 0;
+    const INT_PTR ended = editor.DoModal(GetModuleHandleW(nullptr), IDD_ENTRY_EDITOR, over);
+    if (ended == -1 && editor.Trouble() != StoreTrouble::None)
+        MessageBoxW(over, NotDoneText(L"The entry was not opened", editor.Trouble()).c_str(), L"Warning",
+                    MB_OK | MB_ICONEXCLAMATION);
+    return ended == 1 ? 1 : 0;
 }

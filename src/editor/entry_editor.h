@@ -7,5 +7,6 @@
 
 // Runs the editor over template 139 with the main window (or the given one) as owner. *id is the record to
 // open, 0 for a new entry; when a new record is written its identifier is stored there. Returns 1 when it was
-// closed with OK, 0 after Cancel. The caller refreshes its list.
+// closed with OK, 0 after Cancel. A record that cannot be read is not opened: a box says so, and the result
+// is 0. The caller refreshes its list.
 int OpenEntryEditor(HWND owner, CEOID* id);

@@ -39,11 +39,10 @@ void FillTypeBox(HWND box, const RegistryStore& settings)
 bool EntryEditor::OnInitDialog()
 {
     const ScopedQuiet quiet(&m_quiet);
-    if (!Build()) {
+    if (!Build() || !Load()) {
         End(-1);
         return true;
     }
-    Load();
     if (UsesInputPanel(App()))
         ShowInputPanel(true);
     SetModified(false);
@@ -78,7 +77,7 @@ void EntryEditor::FillSubjects()
 {
     const ScopedQuiet quiet(&m_quiet);
     FillSubjectBox(m_controls.subject, App(),
-                   (m_record.Mask() & kLoadedSubject) ? m_record.StoredSubject() : L"");
+                   (m_record.Mask() & kLoadedSubject) ? m_record.StoredSubject() : std::wstring());
 }
 
 void EntryEditor::FillBoxes()
@@ -159,13 +158,18 @@ void EntryEditor::OnSettingsChanged()
     ShowCategories();
 }
 
-void EntryEditor::Load()
+// False for a record that cannot be read: an editor without it would write over it.
+bool EntryEditor::Load()
 {
     JournalEntry entry;
-    if (m_record.Load(&entry))
+    const EditorRecord::Loaded loaded = m_record.Load(&entry);
+    if (loaded == EditorRecord::Loaded::Failed)
+        return false;
+    if (loaded == EditorRecord::Loaded::Done)
         ApplyLoaded(entry);
     m_times.FollowEnds();
     ShowDuration();
+    return true;
 }
 
 // In the order in which records are read: the date before what it resets.

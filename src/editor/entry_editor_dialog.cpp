@@ -1,9 +1,12 @@
 #include "editor/entry_editor_dialog.h"
 
+#include <algorithm>
+
 #include "app/journal_app.h"
 #include "data/line_ends.h"
 #include "editor/body_text.h"
 #include "editor/editor_settings.h"
+#include "editor/entry_copy.h"
 #include "editor/picker_menus.h"
 #include "editor/quick_subjects_dialog.h"
 #include "editor/scoped_quiet.h"
@@ -20,6 +23,13 @@
 namespace {
 
 constexpr const wchar_t* kWarning = L"Warning";
+constexpr const wchar_t* kNotSaved = L"The entry was not saved";
+constexpr const wchar_t* kOfferCopy = L"\n\nSave a copy of it as a text file?";
+constexpr const wchar_t* kChangedByOther =
+    L"This entry was changed by another program since you opened it.\n\n"
+    L"Yes: save yours in its place.\n"
+    L"No: keep both, and save yours as a new entry.\n"
+    L"Cancel: go back to the entry.";
 constexpr const wchar_t* kLimitReached = L"Maximum Reached";
 
 // Shows the duration's words again once a box has finished closing its list.
@@ -69,7 +79,7 @@ bool EntryEditor::OnCommand(int id, WORD code)
 void EntryEditor::RunCommand(int id, WORD code)
 {
     switch (id) {
-    case CMD_SAVE: Save(); break;
+    case CMD_SAVE: (void)Save(); break;
     case CMD_TIMER: OnTimerButton(); break;
     case CMD_TIME_STAMP: InsertTimeStamp(m_controls.body, LocalNow()); break;
     case CMD_ZOOM_50:
@@ -326,12 +336,47 @@ EditorRecord::Saved EntryEditor::Save()
 {
     m_bar.Check(CMD_TIMER, false); // the ticks go on
     TakeTyped();
-    EntryToWrite entry = Collect();
-    StoreLastType(&App(), entry.type);
-    const EditorRecord::Saved saved = m_record.Save(&entry);
+    std::optional<EntryToWrite> entry = Collect();
+    if (!entry) {
+        TellNotSaved(StoreTrouble::NoMemory, nullptr);
+        return EditorRecord::Saved::Failed;
+    }
+    StoreLastType(&App(), entry->type);
+    EditorRecord::Saved saved = m_record.Save(&*entry);
+    if (saved == EditorRecord::Saved::Changed)
+        saved = SaveOverChange(&*entry);
     if (saved == EditorRecord::Saved::Updated)
         SetModified(false);
+    if (saved == EditorRecord::Saved::Failed)
+        TellNotSaved(m_record.Trouble(), &*entry);
     return saved;
+}
+
+// Neither text is lost unless the user says so.
+EditorRecord::Saved EntryEditor::SaveOverChange(EntryToWrite* entry)
+{
+    switch (MessageBoxW(GetWindow(), kChangedByOther, kWarning,
+                        MB_YESNOCANCEL | MB_ICONEXCLAMATION | MB_DEFBUTTON2)) {
+    case IDYES: return m_record.Save(entry, EditorRecord::Theirs::Replace);
+    case IDNO: m_record.SaveAsNew(); return m_record.Save(entry);
+    default: return EditorRecord::Saved::Changed;
+    }
+}
+
+// entry is null where not even that could be had.
+void EntryEditor::TellNotSaved(StoreTrouble trouble, const EntryToWrite* entry)
+{
+    MessageBeep(MB_ICONEXCLAMATION);
+    std::wstring text = NotDoneText(kNotSaved, trouble, TypedText::StillThere);
+    // A lock passes; of everything else the person may want to have the text in another place.
+    const bool offersCopy = entry && trouble != StoreTrouble::Locked;
+    if (!offersCopy) {
+        MessageBoxW(GetWindow(), text.c_str(), kWarning, MB_OK | MB_ICONEXCLAMATION);
+        return;
+    }
+    text += kOfferCopy;
+    if (MessageBoxW(GetWindow(), text.c_str(), kWarning, MB_YESNO | MB_ICONEXCLAMATION) == IDYES)
+        SaveEntryCopy(GetWindow(), EntryCopyText(*entry, m_record));
 }
 
 // What is being typed into a field that the keyboard has not left yet: a key or a click on the bar leaves it
@@ -344,19 +389,24 @@ void EntryEditor::TakeTyped()
         OnDuration(CBN_KILLFOCUS);
 }
 
-EntryToWrite EntryEditor::Collect() const
+// Nothing when a text cannot be had from its control: it must not be taken for an empty one.
+std::optional<EntryToWrite> EntryEditor::Collect() const
 {
+    const std::optional<std::wstring> body = ReadText(m_controls.body);
+    const std::optional<std::wstring> subject = SubjectToWrite(m_controls.subject);
+    std::optional<std::wstring> type = ReadText(m_controls.type);
+    if (!body || !subject || !type)
+        return std::nullopt;
+    type->resize(std::min<size_t>(type->size(), kTypeTextSize - 1));
     EntryToWrite entry;
     entry.date = m_times.start;
     entry.endTime = m_times.end;
     entry.duration = m_times.duration;
     entry.priority = static_cast<short>(m_bar.Image(CMD_PRIORITY) - kFirstPriorityImage);
     entry.sensitivity = static_cast<short>(m_bar.Image(CMD_SENSITIVITY) - kFirstSensitivityImage);
-    wchar_t type[kTypeTextSize] = L"";
-    GetWindowTextW(m_controls.type, type, kTypeTextSize);
-    entry.type = type;
-    entry.body = WithLineEnds(TextOf(m_controls.body));
-    entry.subject = SubjectToWrite(m_controls.subject);
+    entry.type = *type;
+    entry.body = WithLineEnds(*body);
+    entry.subject = *subject;
     return entry;
 }
 
@@ -364,11 +414,12 @@ void EntryEditor::OnOK()
 {
     if (UsesInputPanel(App()))
         ShowInputPanel(false);
+    TakeTyped();
     // The window closes only over what is on disk.
-    if (m_modified && Save() == EditorRecord::Saved::Failed) {
-        MessageBeep(MB_ICONEXCLAMATION);
-        return;
-    }
+    if (m_modified)
+        if (const auto saved = Save();
+            saved == EditorRecord::Saved::Failed || saved == EditorRecord::Saved::Changed)
+            return;
     m_views.DestroyLists();
     End(1);
 }

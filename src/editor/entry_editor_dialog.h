@@ -2,6 +2,7 @@
 // times, its record and the settings.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "editor/assign_views.h"
@@ -22,6 +23,9 @@ class EntryEditor : public Dialog {
     // id is the caller's, see OpenEntryEditor.
     explicit EntryEditor(CEOID* id);
 
+    // Why the record could not be read, when it ended with -1; None when it could not be made.
+    StoreTrouble Trouble() const { return m_record.Trouble(); }
+
     void OnOK() override;
     void OnCancel() override;
     void OnSettingsChanged() override;
@@ -41,7 +45,7 @@ class EntryEditor : public Dialog {
     void LayOut();
     EditorMetrics Measure() const;
     void ShowTimes();
-    void Load();
+    [[nodiscard]] bool Load();
     void ApplyLoaded(const JournalEntry& entry);
 
     // Messages
@@ -73,9 +77,11 @@ class EntryEditor : public Dialog {
     void OnDatabaseChange(WPARAM code, LPARAM id);
     void ShowChanges();
     void SetModified(bool modified);
-    EditorRecord::Saved Save();
+    [[nodiscard]] EditorRecord::Saved Save();
+    EditorRecord::Saved SaveOverChange(EntryToWrite* entry);
+    void TellNotSaved(StoreTrouble trouble, const EntryToWrite* entry);
     void TakeTyped();
-    EntryToWrite Collect() const;
+    std::optional<EntryToWrite> Collect() const;
 
     EditorRecord m_record;
     EditorTimes m_times;

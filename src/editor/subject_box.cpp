@@ -72,8 +72,8 @@ void SelectNoSubject(HWND box)
     Select(box, kNoSubjectItem);
 }
 
-std::wstring SubjectToWrite(HWND box)
+std::optional<std::wstring> SubjectToWrite(HWND box)
 {
-    std::wstring text = TextOf(box);
+    const std::optional<std::wstring> text = ReadText(box);
     return text == kModifySubjects ? kSubjectPlaceholder : text;
 }

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
 
 #include "app/registry_store.h"
@@ -18,5 +19,6 @@ void FillSubjectBox(HWND box, const RegistryStore& settings, const std::wstring&
 void AddSubject(HWND box, const std::wstring& subject);
 void SelectNoSubject(HWND box);
 
-// The subject to write; the fixed items are none and give the placeholder.
-std::wstring SubjectToWrite(HWND box);
+// The subject to write; the fixed items are none and give the placeholder. Nothing when the box cannot be
+// read.
+std::optional<std::wstring> SubjectToWrite(HWND box);

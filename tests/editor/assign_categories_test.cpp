@@ -313,6 +313,7 @@ TEST_F(AssignCategoriesTest, ASecondSaveKnowsOnlyWhatWasCheckedSince)
 
 TEST_F(AssignCategoriesTest, AFailedSaveKeepsTheListAndTheAssignment)
 {
+    const MessageBoxAnswerer boxes;
     const CEOID home = AddCategory(L"Home");
     CEOID id = AddEntry({});
     RunIn(&id, 1051, [&](EditorWindow& editor) {

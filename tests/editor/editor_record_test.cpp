@@ -111,7 +111,7 @@ TEST_F(EditorRecordTest, ANewEntryLoadsNothing)
     CEOID id = 0;
     EditorRecord record(App().Journal(), &id);
     JournalEntry entry;
-    EXPECT_FALSE(record.Load(&entry));
+    EXPECT_EQ(record.Load(&entry), EditorRecord::Loaded::Nothing);
     EXPECT_EQ(record.Mask(), 0u);
 }
 
@@ -121,11 +121,12 @@ TEST_F(EditorRecordTest, ARecordThatIsGoneLoadsNothing)
     ASSERT_TRUE(App().Journal().DeleteRecord(id));
     EditorRecord record(App().Journal(), &id);
     JournalEntry entry;
-    EXPECT_FALSE(record.Load(&entry));
+    EXPECT_EQ(record.Load(&entry), EditorRecord::Loaded::Nothing);
     EXPECT_FALSE(entry.subject);
 }
 
-TEST_F(EditorRecordTest, ARecordThatCannotBeReadIsLeftAlone)
+// It would be an empty one to the editor, and its save would write over it.
+TEST_F(EditorRecordTest, ARecordThatCannotBeReadIsNotOpened)
 {
     CEOID id = Write(Entry(L"Unread"));
     const CEOID unread = id;
@@ -133,14 +134,137 @@ TEST_F(EditorRecordTest, ARecordThatCannotBeReadIsLeftAlone)
     record.OpenStores(nullptr);
     JournalEntry loaded;
     ASSERT_TRUE(Change("ALTER TABLE journal RENAME COLUMN sensitivity TO hidden"));
-    EXPECT_FALSE(record.Load(&loaded));
+    EXPECT_EQ(record.Load(&loaded), EditorRecord::Loaded::Failed);
+    EXPECT_NE(record.Trouble(), StoreTrouble::None);
     EXPECT_FALSE(loaded.subject);
     ASSERT_TRUE(Change("ALTER TABLE journal RENAME COLUMN hidden TO sensitivity"));
     EntryToWrite entry = Entry(L"Other");
-    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Created);
-    EXPECT_NE(id, unread);
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Failed) << "neither over it nor beside it";
+    EXPECT_EQ(id, unread);
     EXPECT_EQ(Read(unread).subject, L"Unread");
+    EXPECT_EQ(App().Journal().RecordCount(), 1u);
+}
+
+TEST_F(EditorRecordTest, ASeekThatFailsIsNoMissingRecord)
+{
+    CEOID id = Write(Entry(L"There"));
+    EditorRecord record(App().Journal(), &id);
+    record.OpenStores(nullptr);
+    JournalEntry loaded;
+    ASSERT_TRUE(Change("ALTER TABLE journal RENAME TO away"));
+    EXPECT_EQ(record.Load(&loaded), EditorRecord::Loaded::Failed);
+    ASSERT_TRUE(Change("ALTER TABLE away RENAME TO journal"));
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done) << "another try may do";
+
+    ASSERT_TRUE(Change("ALTER TABLE journal RENAME TO away"));
+    EntryToWrite entry = Entry(L"Other");
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Failed);
+    EXPECT_NE(record.Trouble(), StoreTrouble::None);
+    ASSERT_TRUE(Change("ALTER TABLE away RENAME TO journal"));
+    EXPECT_EQ(App().Journal().RecordCount(), 1u) << "no second record";
+    EXPECT_EQ(Read(id).subject, L"There");
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
     EXPECT_EQ(Read(id).subject, L"Other");
+}
+
+// Each property alone makes it another record, and a change that another program takes back does not.
+TEST_F(EditorRecordTest, ARecordThatAnotherProgramChangedIsNotWrittenOver)
+{
+    const char* const changes[] = {
+        "date = date + 1",
+        "subject = 'theirs'",
+        "subject = NULL",
+        "body = body || ' '",
+        "type = 'Fax'",
+        "kind = 4",
+        "priority = 2",
+        "sensitivity = 1",
+        "end_time = end_time + 1",
+        "duration = 7",
+        "duration = NULL",
+        "contacts = x'0100000009000000'",
+        "categories = x'0100000007000000'",
+    };
+    for (const char* change : changes) {
+        CEOID id = Write(Entry(L"Mine"));
+        EditorRecord record(App().Journal(), &id);
+        record.OpenStores(nullptr);
+        JournalEntry loaded;
+        ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
+        const std::string where = " WHERE oid = " + std::to_string(id);
+        ASSERT_TRUE(Change(("UPDATE journal SET " + std::string(change) + where).c_str()));
+        const JournalEntry theirs = Read(id);
+        EntryToWrite entry = Entry(L"Mine again");
+        EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Changed) << change;
+        EXPECT_EQ(Read(id).subject, theirs.subject) << change;
+        EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Changed) << "and asks again: " << change;
+        EXPECT_EQ(record.Save(&entry, EditorRecord::Theirs::Replace), EditorRecord::Saved::Updated) << change;
+        EXPECT_EQ(Read(id).subject, L"Mine again") << change;
+        EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated)
+            << "its own writes are known: " << change;
+    }
+}
+
+TEST_F(EditorRecordTest, WhatWasWrittenFirstIsKnownToo)
+{
+    CEOID id = 0;
+    EditorRecord record(App().Journal(), &id);
+    record.OpenStores(nullptr);
+    EntryToWrite entry = Entry(L"One");
+    ASSERT_EQ(record.Save(&entry), EditorRecord::Saved::Created);
+    ASSERT_TRUE(Change("UPDATE journal SET subject = 'theirs'"));
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Changed);
+    EXPECT_EQ(Read(id).subject, L"theirs");
+}
+
+TEST_F(EditorRecordTest, BothAreKeptWhenItIsSavedAsNew)
+{
+    const CEOID theirs = Write(Entry(L"Mine"));
+    CEOID id = theirs;
+    EditorRecord record(App().Journal(), &id);
+    record.OpenStores(nullptr);
+    JournalEntry loaded;
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
+    ASSERT_TRUE(Change("UPDATE journal SET subject = 'theirs'"));
+    EntryToWrite entry = Entry(L"Mine again");
+    ASSERT_EQ(record.Save(&entry), EditorRecord::Saved::Changed);
+    record.SaveAsNew();
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Created);
+    EXPECT_NE(id, theirs);
+    EXPECT_EQ(Read(theirs).subject, L"theirs");
+    EXPECT_EQ(Read(id).subject, L"Mine again");
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+}
+
+TEST_F(EditorRecordTest, AChangeCostsNoCategoryItsAssignment)
+{
+    const CEOID home = Category(L"Home");
+    CEOID id = Write(Entry(L"Mine"));
+    EditorRecord record(App().Journal(), &id);
+    record.OpenStores(nullptr);
+    JournalEntry loaded;
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
+    record.Categories().Push({home, 0x1101});
+    ASSERT_TRUE(Change("UPDATE journal SET subject = 'theirs'"));
+    EntryToWrite entry = Entry(L"Mine again");
+    ASSERT_EQ(record.Save(&entry), EditorRecord::Saved::Changed);
+    EXPECT_EQ(Uses(home), 0);
+    EXPECT_EQ(record.Save(&entry, EditorRecord::Theirs::Replace), EditorRecord::Saved::Updated);
+    EXPECT_EQ(Uses(home), 1);
+    EXPECT_EQ(Read(id).categories, Ids({home}));
+}
+
+TEST_F(EditorRecordTest, TheSubjectOutlastsAStoreThatCannotBeRead)
+{
+    CEOID id = Write(Entry(L"There"));
+    EditorRecord record(App().Journal(), &id);
+    JournalEntry loaded;
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
+    ASSERT_TRUE(Change("UPDATE journal SET subject = 'newer'"));
+    EXPECT_EQ(record.StoredSubject(), L"newer");
+    ASSERT_TRUE(Change("ALTER TABLE journal RENAME TO away"));
+    EXPECT_EQ(record.StoredSubject(), L"There");
+    ASSERT_TRUE(Change("ALTER TABLE away RENAME TO journal"));
 }
 
 TEST_F(EditorRecordTest, AFirstWriteCreatesAndASecondUpdates)
@@ -166,7 +290,7 @@ TEST_F(EditorRecordTest, ARecordThatWentAwayIsWrittenAnew)
     EditorRecord record(App().Journal(), &id);
     record.OpenStores(nullptr);
     JournalEntry loaded;
-    ASSERT_TRUE(record.Load(&loaded));
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
     ASSERT_TRUE(App().Journal().DeleteRecord(id));
     EntryToWrite entry = Entry(L"Again");
     EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Created);
@@ -182,7 +306,7 @@ TEST_F(EditorRecordTest, CategoriesAreLoadedAsAssignedAndWrittenBack)
     EditorRecord record(App().Journal(), &id);
     record.OpenStores(nullptr);
     JournalEntry loaded;
-    ASSERT_TRUE(record.Load(&loaded));
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
     ASSERT_EQ(record.Categories().Count(), 2u);
     EXPECT_EQ(record.Categories().GetItem(0)->flags, 0x0101);
     EntryToWrite entry = Entry();
@@ -198,7 +322,7 @@ TEST_F(EditorRecordTest, ASecondSaveFindsNoCategoriesAndDeletesThem)
     EditorRecord record(App().Journal(), &id);
     record.OpenStores(nullptr);
     JournalEntry loaded;
-    ASSERT_TRUE(record.Load(&loaded));
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
     EntryToWrite entry = Entry();
     EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
     entry = Entry();
@@ -234,7 +358,7 @@ TEST_F(EditorRecordTest, UseCountsFollowWhatWasAddedAndReleased)
     EditorRecord record(App().Journal(), &id);
     record.OpenStores(nullptr);
     JournalEntry loaded;
-    ASSERT_TRUE(record.Load(&loaded));
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
     record.Categories().Find(released)->flags = 0x0011;
     record.Categories().Push({added, 0x1101});
     EntryToWrite entry = Entry();
@@ -254,6 +378,8 @@ TEST_F(EditorRecordTest, AReleasedCategoryIsNotCountedUpWhateverElseItIs)
     CEOID id = Write(Entry());
     EditorRecord record(App().Journal(), &id);
     record.OpenStores(nullptr);
+    JournalEntry loaded;
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
     record.Categories().Push({home, 0x1011});
     EntryToWrite entry = Entry();
     EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
@@ -268,7 +394,7 @@ TEST_F(EditorRecordTest, ReleasingTheLastCategoryDeletesTheProperty)
     EditorRecord record(App().Journal(), &id);
     record.OpenStores(nullptr);
     JournalEntry loaded;
-    ASSERT_TRUE(record.Load(&loaded));
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
     record.Categories().Find(only)->flags = 0x0011;
     EntryToWrite entry = Entry();
     EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
@@ -294,7 +420,7 @@ TEST_F(EditorRecordTest, ContactsThatNobodyTouchedAreKept)
     EditorRecord record(App().Journal(), &id);
     record.OpenStores(nullptr);
     JournalEntry loaded;
-    ASSERT_TRUE(record.Load(&loaded));
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
     EXPECT_EQ(record.Contacts().Assigned(), (std::vector<CEOID>{7, 9}));
     for (int i = 0; i < 2; ++i) {
         EntryToWrite entry = Entry();
@@ -309,7 +435,7 @@ TEST_F(EditorRecordTest, ContactsThatWereTakenAwayAreDeleted)
     EditorRecord record(App().Journal(), &id);
     record.OpenStores(nullptr);
     JournalEntry loaded;
-    ASSERT_TRUE(record.Load(&loaded));
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
     record.Contacts().Unassign(7);
     EntryToWrite entry = Entry();
     EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
@@ -327,7 +453,7 @@ TEST_F(EditorRecordTest, AFailedWriteChangesNothing)
     EditorRecord record(App().Journal(), &id);
     record.OpenStores(nullptr);
     JournalEntry loaded;
-    ASSERT_TRUE(record.Load(&loaded));
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
     record.Categories().Find(home)->flags = 0x0011;
     record.Categories().Push({work, 0x1101});
     EntryToWrite entry = Entry(L"Other");
@@ -356,7 +482,7 @@ TEST_F(EditorRecordTest, UsesChangeOnlyTogetherWithTheRecord)
     record.OpenStores(nullptr);
     record.CategoryStore().IncUse(home);
     JournalEntry loaded;
-    ASSERT_TRUE(record.Load(&loaded));
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
     record.Categories().Find(home)->flags = 0x0011;
     record.Categories().Push({work, 0x1101});
     ASSERT_TRUE(Change("ALTER TABLE journal RENAME COLUMN sensitivity TO hidden"));

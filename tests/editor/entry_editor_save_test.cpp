@@ -1,7 +1,10 @@
 // What the editor loads, what it counts as a change and what it writes.
 #include "editor_fixture.h"
 
+#include <sqlite3.h>
+
 #include "mervane/db_categories.h"
+#include "support/import_watch.h"
 #include "locked_store.h"
 
 namespace {
@@ -46,6 +49,15 @@ class EntryEditorSaveTest : public EditorTest {
         value.propid = property;
         value.val.filetime = time.ToFileTime();
         return value;
+    }
+    // Over a connection of its own.
+    bool ChangeAsAnother(const char* sql) const
+    {
+        sqlite3* database = nullptr;
+        const bool done = sqlite3_open16(m_store.Path().c_str(), &database) == SQLITE_OK &&
+                          sqlite3_exec(database, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+        sqlite3_close(database);
+        return done;
     }
     static bool Copy(HWND owner, const std::wstring& text)
     {
@@ -302,6 +314,7 @@ TEST_F(EntryEditorSaveTest, LookingAroundIsNoChange)
 
 TEST_F(EntryEditorSaveTest, AFailedSaveKeepsTheChange)
 {
+    const MessageBoxAnswerer boxes;
     CEOID id = Write(Full());
     Run(&id, [&](EditorWindow& editor) {
         editor.Enter(IDC_SUBJECT, L"Dinner");
@@ -317,8 +330,10 @@ TEST_F(EntryEditorSaveTest, AFailedSaveKeepsTheChange)
     });
 }
 
-TEST_F(EntryEditorSaveTest, OkStaysOpenOverAFailedWrite)
+TEST_F(EntryEditorSaveTest, OkStaysOpenOverAFailedWriteAndSaysWhy)
 {
+    const MessageBoxAnswerer boxes;
+    HWND window = nullptr;
     CEOID id = 0;
     bool stayed = false;
     const int result = Run(&id, [&](EditorWindow& editor) {
@@ -329,6 +344,7 @@ TEST_F(EntryEditorSaveTest, OkStaysOpenOverAFailedWrite)
             const LockedStore trouble(m_store.Path());
             editor.Ok();
         }
+        window = editor.Window();
         stayed = IsWindowVisible(editor.Window()) && IsWindowEnabled(editor.Window());
         EXPECT_TRUE(editor.SaveEnabled());
         EXPECT_EQ(editor.Text(IDC_SUBJECT), L"Dinner");
@@ -337,6 +353,12 @@ TEST_F(EntryEditorSaveTest, OkStaysOpenOverAFailedWrite)
         editor.Ok();
     });
     EXPECT_TRUE(stayed);
+    ASSERT_EQ(boxes.Boxes().size(), 1u);
+    EXPECT_EQ(boxes.Boxes()[0].text,
+              L"The entry was not saved: another program keeps the journal's file locked.\n\n"
+              L"Nothing that was stored before is lost, and what you have typed is still there.");
+    EXPECT_EQ(boxes.Boxes()[0].owner, window);
+    EXPECT_EQ(boxes.Boxes()[0].answers, std::vector{IDOK});
     EXPECT_EQ(result, 1);
     EXPECT_EQ(Count(), 1u);
     EXPECT_EQ(Read(id).subject, L"Dinner");
@@ -345,6 +367,7 @@ TEST_F(EntryEditorSaveTest, OkStaysOpenOverAFailedWrite)
 
 TEST_F(EntryEditorSaveTest, OkStaysOpenWhenTheSecondWriteFails)
 {
+    const MessageBoxAnswerer boxes;
     CEOID id = 0;
     const int result = Run(&id, [&](EditorWindow& editor) {
         editor.Enter(IDC_SUBJECT, L"One");
@@ -362,6 +385,117 @@ TEST_F(EntryEditorSaveTest, OkStaysOpenWhenTheSecondWriteFails)
     EXPECT_EQ(result, 1);
     EXPECT_EQ(Count(), 1u);
     EXPECT_EQ(Read(id).subject, L"Two");
+}
+
+TEST_F(EntryEditorSaveTest, ARecordThatCannotBeReadIsNotOpened)
+{
+    CEOID id = Write(Full());
+    ASSERT_TRUE(ChangeAsAnother("ALTER TABLE journal RENAME TO away"));
+    const MessageBoxAnswerer boxes;
+    EXPECT_EQ(OpenEntryEditor(nullptr, &id), 0);
+    ASSERT_TRUE(ChangeAsAnother("ALTER TABLE away RENAME TO journal"));
+    ASSERT_EQ(boxes.Boxes().size(), 1u);
+    EXPECT_TRUE(boxes.Boxes()[0].text.starts_with(L"The entry was not opened: "))
+        << boxes.Boxes()[0].text.size();
+    EXPECT_EQ(Read(id).subject, L"Lunch");
+    EXPECT_EQ(Count(), 1u);
+}
+
+TEST_F(EntryEditorSaveTest, WhereNothingCanBeWrittenACopyIsOffered)
+{
+    CEOID id = Write(Full());
+    const MessageBoxAnswerer boxes({IDNO});
+    Run(&id, [&](EditorWindow& editor) {
+        editor.Enter(IDC_SUBJECT, L"Dinner");
+        ASSERT_TRUE(ChangeAsAnother("ALTER TABLE journal RENAME TO away"));
+        editor.Command(CMD_SAVE);
+        EXPECT_TRUE(editor.SaveEnabled());
+        EXPECT_EQ(editor.Text(IDC_SUBJECT), L"Dinner");
+        ASSERT_TRUE(ChangeAsAnother("ALTER TABLE away RENAME TO journal"));
+        editor.Ok();
+    });
+    ASSERT_EQ(boxes.Boxes().size(), 1u);
+    EXPECT_TRUE(boxes.Boxes()[0].text.starts_with(L"The entry was not saved: "));
+    EXPECT_TRUE(boxes.Boxes()[0].text.ends_with(L"Save a copy of it as a text file?"));
+    EXPECT_EQ(boxes.Boxes()[0].answers, (std::vector{IDYES, IDNO}));
+    EXPECT_EQ(Read(id).subject, L"Dinner");
+}
+
+// What another program has written since the entry was opened is not overwritten unasked.
+TEST_F(EntryEditorSaveTest, AnEntryThatAnotherProgramChangedAsksBeforeItIsSaved)
+{
+    CEOID id = Write(Full());
+    const CEOID theirs = id;
+    const MessageBoxAnswerer boxes({IDCANCEL, IDNO});
+    HWND window = nullptr;
+    const int result = Run(&id, [&](EditorWindow& editor) {
+        window = editor.Window();
+        editor.Enter(IDC_SUBJECT, L"Mine");
+        ASSERT_TRUE(ChangeAsAnother("UPDATE journal SET subject = 'Theirs'"));
+        editor.Ok();
+        EXPECT_TRUE(IsWindowVisible(window)) << "Cancel goes back";
+        EXPECT_TRUE(editor.SaveEnabled());
+        EXPECT_EQ(Read(theirs).subject, L"Theirs");
+        EXPECT_EQ(editor.Text(IDC_SUBJECT), L"Mine");
+        editor.Ok();
+    });
+    EXPECT_EQ(result, 1);
+    ASSERT_EQ(boxes.Boxes().size(), 2u);
+    EXPECT_EQ(boxes.Boxes()[0].owner, window);
+    EXPECT_EQ(boxes.Boxes()[0].answers, (std::vector{IDCANCEL, IDYES, IDNO}));
+    EXPECT_TRUE(
+        boxes.Boxes()[0].text.starts_with(L"This entry was changed by another program since you opened it."));
+    EXPECT_EQ(Read(theirs).subject, L"Theirs") << "No keeps both";
+    EXPECT_NE(id, theirs);
+    EXPECT_EQ(Read(id).subject, L"Mine");
+    EXPECT_EQ(Count(), 2u);
+}
+
+TEST_F(EntryEditorSaveTest, YesSavesInPlaceOfAnotherProgramsChange)
+{
+    CEOID id = Write(Full());
+    const MessageBoxAnswerer boxes({IDYES});
+    Run(&id, [&](EditorWindow& editor) {
+        editor.Enter(IDC_SUBJECT, L"Mine");
+        ASSERT_TRUE(ChangeAsAnother("UPDATE journal SET subject = 'Theirs', priority = 0"));
+        editor.Command(CMD_SAVE);
+        EXPECT_FALSE(editor.SaveEnabled());
+        EXPECT_EQ(Read(id).subject, L"Mine");
+        editor.Enter(IDC_BODY, L"More");
+        editor.Ok();
+    });
+    EXPECT_EQ(boxes.Boxes().size(), 1u) << "its own save is no foreign change";
+    EXPECT_EQ(Read(id).body, L"More");
+    EXPECT_EQ(Count(), 1u);
+}
+
+int WINAPI NoText(HWND window, LPWSTR text, int size)
+{
+    if (GetDlgCtrlID(window) != IDC_BODY)
+        return static_cast<int>(
+            SendMessageW(window, WM_GETTEXT, static_cast<WPARAM>(size), reinterpret_cast<LPARAM>(text)));
+    text[0] = L'\0';
+    return 0;
+}
+
+TEST_F(EntryEditorSaveTest, ABodyThatCannotBeHadIsNotSavedAsAnEmptyOne)
+{
+    CEOID id = Write(Full());
+    const MessageBoxAnswerer boxes;
+    Run(&id, [&](EditorWindow& editor) {
+        editor.Enter(IDC_SUBJECT, L"Dinner");
+        {
+            const ImportWatch<decltype(&GetWindowTextW)> none(&__imp_GetWindowTextW, NoText);
+            editor.Command(CMD_SAVE);
+        }
+        EXPECT_TRUE(editor.SaveEnabled());
+        EXPECT_EQ(Read(id).body, L"First\r\nSecond");
+        EXPECT_EQ(Read(id).subject, L"Lunch");
+        editor.Ok();
+    });
+    EXPECT_EQ(boxes.Boxes().size(), 1u);
+    EXPECT_EQ(Read(id).body, L"First\r\nSecond");
+    EXPECT_EQ(Read(id).subject, L"Dinner");
 }
 
 TEST_F(EntryEditorSaveTest, ARecordDeletedMeanwhileIsWrittenAnew)

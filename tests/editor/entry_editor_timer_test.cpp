@@ -239,6 +239,7 @@ TEST_F(EntryEditorTimerTest, APressAfterASaveStopsTheTicks)
 
 TEST_F(EntryEditorTimerTest, AnOkThatFailsUnchecksTheButtonAndTheTicksGoOn)
 {
+    const MessageBoxAnswerer boxes;
     CEOID id = WriteOne();
     Run(&id, [&](EditorWindow& editor) {
         Press(editor);

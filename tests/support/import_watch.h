@@ -12,6 +12,7 @@
 extern "C" {
 extern decltype(&CreateProcessW) __imp_CreateProcessW;
 extern decltype(&SetTimer) __imp_SetTimer;
+extern decltype(&GetWindowTextW) __imp_GetWindowTextW;
 extern decltype(&KillTimer) __imp_KillTimer;
 extern decltype(&RegSetValueExW) __imp_RegSetValueExW;
 extern decltype(&ShellExecuteExW) __imp_ShellExecuteExW;

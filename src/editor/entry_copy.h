@@ -1,0 +1,19 @@
+// A copy of an entry that could not be saved, as a text file that any program reads.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "editor/editor_record.h"
+
+// The entry in labelled lines that end in CR LF; placeholders are left out. Of the assigned categories and
+// contacts those are named that the store can still tell.
+std::wstring EntryCopyText(const EntryToWrite& entry, EditorRecord& record);
+
+// Writes a text as UTF-8 with its mark at the beginning, in place of what the file had. False when not all of
+// it is on disk.
+[[nodiscard]] bool WriteTextFile(const wchar_t* path, const std::wstring& text);
+
+// Asks for a file, writes the text to it, and says so where that fails.
+void SaveEntryCopy(HWND owner, const std::wstring& text);
