@@ -272,27 +272,62 @@ void DamageLeafWith(const std::wstring& path, const std::string& text)
     ASSERT_TRUE(WriteFileBytes(path, bytes));
 }
 
-TEST(TroubleOfDamage, ANameThatMayBeAmongTheDamagedIsNotFree)
-{
-    const TestStore store;
-    CEOID damaged = 0;
+// A store of many categories, of which one lies where the file is damaged: the drafts were made before.
+class TroubleOfDamage : public testing::Test {
+  protected:
+    void SetUp() override
     {
         DbCategories categories;
         ASSERT_EQ(categories.Open(), 1);
         CeDBase::BulkScope bulk(categories);
         for (int i = 0; i < 300; ++i) {
             if (i == 150)
-                damaged = AddCategory(categories, L"\u00C4rger");
+                m_damaged = AddCategory(categories, L"\u00C4rger");
             ASSERT_NE(AddCategory(categories, std::to_wstring(i) + std::wstring(50, L'.')), 0u);
         }
         ASSERT_EQ(bulk.Commit(), 1);
+        for (mervane::CategoryDraft* draft : {&m_deleting, &m_hiding})
+            ASSERT_TRUE(draft->Load(categories));
+        categories.Close();
+        DamageLeafWith(m_store.Path(), "\xC3\x84rger");
     }
-    DamageLeafWith(store.Path(), "\xC3\x84rger");
+    int RowOfDamaged() const
+    {
+        int row = 0;
+        while (row < m_deleting.Count() && m_deleting.At(row).id != m_damaged)
+            ++row;
+        return row;
+    }
+
+    const TestStore m_store;
+    CEOID m_damaged = 0;
+    mervane::CategoryDraft m_deleting;
+    mervane::CategoryDraft m_hiding;
+};
+
+TEST_F(TroubleOfDamage, WhatIsDoneToTheDamagedIsNotSavedAway)
+{
+    const int row = RowOfDamaged();
+    ASSERT_LT(row, m_deleting.Count());
+    m_deleting.Delete(row);
+    m_hiding.SetHidden(row, true);
+    DbCategories categories;
+    ASSERT_EQ(categories.Open(), 1);
+    // Read before the transaction, or SQLite itself would not end one in which it has met the damage.
+    EXPECT_GT(categories.GetNumActiveRecords(), 200);
+    for (const mervane::CategoryDraft* draft : {&m_deleting, &m_hiding}) {
+        EXPECT_FALSE(draft->Save(categories));
+        EXPECT_EQ(categories.Trouble(), StoreTrouble::Damaged);
+    }
+}
+
+TEST_F(TroubleOfDamage, ANameThatMayBeAmongTheDamagedIsNotFree)
+{
     DbCategories categories;
     ASSERT_EQ(categories.Open(), 1);
     EXPECT_EQ(categories.Exists(1), 1);
     EXPECT_EQ(categories.Trouble(), StoreTrouble::None);
-    EXPECT_EQ(categories.Exists(damaged), 0);
+    EXPECT_EQ(categories.Exists(m_damaged), 0);
     EXPECT_EQ(categories.Trouble(), StoreTrouble::Damaged);
     EXPECT_EQ(AddCategory(categories, L"\u00E4rger"), 0u);
     EXPECT_EQ(categories.Trouble(), StoreTrouble::Damaged);
