@@ -115,13 +115,22 @@ void Store::BeginBulk()
     m_bulkInserts = 0;
     m_bulkTrouble = StoreTrouble::None;
     m_bulkFailed = !isOpen;
-    m_bulkAnnounced = !m_bulkFailed;
+    m_bulkWrites = 0;
     if (m_bulkFailed) {
         NoteBulkTrouble();
         m_connection.Rollback();
-        return;
     }
-    m_changes.Announce(TableId::Journal, {kChangeWorkBegins});
+}
+
+// Work is what has more than one write: a single one is told as the change that it is.
+void Store::NoteWrite(const TableChange& what)
+{
+    if (!m_bulkDepth)
+        return m_changes.Announce(what.table, what.change);
+    if (++m_bulkWrites == 1)
+        m_bulkFirst = what;
+    else if (m_bulkWrites == 2)
+        m_changes.Announce(TableId::Journal, {kChangeWorkBegins});
 }
 
 void Store::NoteBulkTrouble()
@@ -135,7 +144,9 @@ bool Store::EndBulk(bool keep)
     m_bulkFailed |= !keep;
     if (--m_bulkDepth)
         return !m_bulkFailed;
-    const bool kept = !m_bulkFailed && CommitAs({TableId::Journal, {kChangeWorkEnded}});
+    const bool isWork = m_bulkWrites != 1;
+    const TableChange what = isWork ? TableChange{TableId::Journal, {kChangeWorkEnded}} : m_bulkFirst;
+    const bool kept = !m_bulkFailed && CommitAs(what);
     if (!m_bulkFailed && !kept)
         NoteBulkTrouble();
     m_connection.Rollback();
@@ -143,8 +154,9 @@ bool Store::EndBulk(bool keep)
         ForgetAll();
     if (m_readDepth)
         BeginView();
-    if (m_bulkAnnounced)
-        m_changes.Announce(TableId::Journal, {kChangeWorkEnded});
+    // Where the beginning was told the end is, also of work that was given up.
+    if (m_bulkWrites > 1 || (m_bulkWrites == 1 && kept))
+        m_changes.Announce(what.table, what.change);
     return kept;
 }
 
@@ -191,8 +203,7 @@ void Store::AfterWrite(TableId table, const Change& change, const RecordValues* 
                  !index->Inserted(change.id, *values))
             index.reset();
     }
-    if (!m_bulkDepth)
-        m_changes.Announce(table, change);
+    NoteWrite({table, change});
 }
 
 // A category has a name of 1 to 59 characters that no other one has, without regard to case.

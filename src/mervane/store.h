@@ -71,6 +71,7 @@ class Store {
     void BeginView();
     [[nodiscard]] bool BeginWrite();
     void NoteBulkTrouble();
+    void NoteWrite(const TableChange& what);
     void LookForForeignChanges();
     void TakeOverChanges();
     void Follow(const std::vector<TableChange>& changes);
@@ -101,7 +102,8 @@ class Store {
     bool m_bulkFailed = false;
     StoreTrouble m_bulkTrouble = StoreTrouble::None;
     int m_bulkInserts = 0;
-    bool m_bulkAnnounced = false; // that it begins: its end is announced too
+    unsigned m_bulkWrites = 0;
+    TableChange m_bulkFirst{TableId::Journal, {kChangeWorkEnded}}; // of the writes
 };
 
 } // namespace mervane

@@ -44,8 +44,7 @@ bool Store::ResetUses()
 void Store::AfterUses(const Change& change)
 {
     m_indexes[mervane::IndexOf(TableId::Categories)].reset();
-    if (!m_bulkDepth)
-        m_changes.Announce(TableId::Categories, change);
+    NoteWrite({TableId::Categories, change});
 }
 
 } // namespace mervane

@@ -99,9 +99,11 @@ TEST_F(Announced, CategoriesContactsAndUses)
 TEST_F(Announced, BulkWorkAsItsBeginAndItsEnd)
 {
     CeDBase::BulkScope bulk(m_journal);
+    ASSERT_NE(AddEntry(m_journal, L"a"), 0u);
+    EXPECT_EQ(m_overhearer.Take(), Told{});
+    ASSERT_NE(AddEntry(m_journal, L"a"), 0u);
     EXPECT_EQ(m_overhearer.Take(), (Told{{1, 0}}));
-    for (int i = 0; i < 3; ++i)
-        ASSERT_NE(AddEntry(m_journal, L"a"), 0u);
+    ASSERT_NE(AddEntry(m_journal, L"a"), 0u);
     {
         CeDBase::BulkScope inner(m_journal);
         ASSERT_NE(AddEntry(m_journal, L"b"), 0u);
@@ -117,8 +119,33 @@ TEST_F(Announced, TheEndOfBulkWorkAlsoWhenItIsGivenUp)
     {
         CeDBase::BulkScope bulk(m_journal);
         ASSERT_NE(AddEntry(m_journal, L"a"), 0u);
+        ASSERT_NE(AddEntry(m_journal, L"b"), 0u);
     }
     EXPECT_EQ(m_overhearer.Take(), (Told{{1, 0}, {15, 0}}));
+}
+
+// A save that looks at the record first, in one transaction with the write.
+TEST_F(Announced, ASingleWriteInABulkAsAnyOther)
+{
+    const CEOID id = AddEntry(m_journal, L"a");
+    (void)m_overhearer.Take();
+    {
+        CeDBase::BulkScope bulk(m_journal);
+        EXPECT_EQ(m_journal.SeekRecord(id), id);
+        ASSERT_EQ(Sent().Text(kSubject, L"b").Write(m_journal, id), id);
+        EXPECT_EQ(m_overhearer.Take(), Told{});
+        ASSERT_EQ(bulk.Commit(), 1);
+    }
+    EXPECT_EQ(m_overhearer.Take(), (Told{{6 | kJournalTable, id}}));
+}
+
+TEST_F(Announced, NothingOfASingleWriteThatIsGivenUp)
+{
+    {
+        CeDBase::BulkScope bulk(m_journal);
+        ASSERT_NE(AddEntry(m_journal, L"a"), 0u);
+    }
+    EXPECT_EQ(m_overhearer.Take(), Told{});
 }
 
 TEST_F(Announced, NothingThatWasNotWritten)

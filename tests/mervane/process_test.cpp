@@ -90,6 +90,15 @@ TEST_F(TwoPrograms, AnnounceBulkWorkAsAWhole)
     EXPECT_EQ(m_journal.RecordCount(), 5u);
 }
 
+TEST_F(TwoPrograms, TellOfASingleWriteInABulkAsOfAnyOther)
+{
+    ASSERT_EQ(PeerProcess::Run(L"bulk 0"), 0u);
+    ASSERT_EQ(PeerProcess::Run(L"bulk 1"), 0u);
+    EXPECT_EQ(m_listener.Hear(1), (Heard{{kChangeCreated, 1}}));
+    EXPECT_EQ(m_listener.HeardSoFar(), Heard{});
+    EXPECT_EQ(m_journal.RecordCount(), 1u);
+}
+
 TEST_F(TwoPrograms, TellTheJournalWhenNamesChange)
 {
     DbCategories categories;
@@ -103,7 +112,7 @@ TEST_F(TwoPrograms, TellTheJournalWhenNamesChange)
     ASSERT_EQ(PeerProcess::Run(L"use 1"), 0u);
     EXPECT_EQ(own.Hear(1), (Heard{{kChangeModified, 1}}));
     EXPECT_EQ(m_listener.HeardSoFar(), Heard{});
-    ASSERT_EQ(PeerProcess::Run(L"bulk 1"), 0u);
+    ASSERT_EQ(PeerProcess::Run(L"bulk 2"), 0u);
     EXPECT_EQ(own.Hear(2), (Heard{{kChangeWorkBegins, 0}, {kChangeWorkEnded, 0}}));
     EXPECT_EQ(m_listener.Hear(2).size(), 2u);
     // The journal's changes are none of the categories'.
