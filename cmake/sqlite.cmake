@@ -49,6 +49,6 @@ target_compile_definitions(sqlite3
   PUBLIC SQLITE_OMIT_LOAD_EXTENSION
   PRIVATE SQLITE_THREADSAFE=0 SQLITE_DQS=0 SQLITE_DEFAULT_MEMSTATUS=0 SQLITE_OMIT_DEPRECATED
           SQLITE_OMIT_SHARED_CACHE SQLITE_LIKE_DOESNT_MATCH_BLOBS SQLITE_MAX_MMAP_SIZE=0
-          SQLITE_DEFAULT_FOREIGN_KEYS=1 SQLITE_WIN32_NO_OVERLAPPED)
+          SQLITE_WIN32_NO_OVERLAPPED)
 # The amalgamation is optimised in every preset: its speed is not what a debug build looks into.
 target_compile_options(sqlite3 PRIVATE -O2 -w)

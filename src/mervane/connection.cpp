@@ -38,8 +38,14 @@ bool UsesLog(Database& database)
 
 bool Connection::Open(const std::wstring& path)
 {
-    if (!OpenStoreFile(m_database, path) || !Prepare())
+    if (const StoreTrouble trouble = OpenStoreFile(m_database, path); trouble != StoreTrouble::None) {
+        m_database.TakeTrouble();
+        m_database.NoteTrouble(trouble);
         return false;
+    }
+    if (!Prepare())
+        return false;
+    m_file = OpenedFile(path, m_database.FileHandle());
     m_nextShortening = kLongLog;
     sqlite3_wal_hook(m_database.Handle(), OnCommit, this);
     m_hasLog = !m_database.IsReadOnly() && UsesLog(m_database);
@@ -142,7 +148,9 @@ bool Connection::TryWrite()
 bool Connection::Commit()
 {
     m_logged = false;
-    if (!RunOnce(m_commit))
+    const StoreTrouble trouble = m_file.Look();
+    m_database.NoteTrouble(trouble);
+    if (trouble != StoreTrouble::None || !RunOnce(m_commit))
         return false;
     if (m_logged)
         m_state = StateAfterCommit();

@@ -1,6 +1,7 @@
 // A store's connection: its transactions, its view of other connections' changes, and its write-ahead log.
 #pragma once
 
+#include "mervane/file_identity.h"
 #include "mervane/log_state.h"
 #include "mervane/sql_database.h"
 
@@ -20,7 +21,8 @@ class Connection {
     // Waits for another process's write, up to 2.5 seconds, in which the program's waiter may read. Ends the
     // read that is open. Fails for a read-only file, and at once inside that waiting.
     [[nodiscard]] bool BeginWrite();
-    // A write is on disk when this returns true.
+    // A write is on disk when this returns true. It is refused where the path leads to another file by now,
+    // or to none: what would be written nobody would find again.
     [[nodiscard]] bool Commit();
     // Whether the last commit has written something.
     bool HasLogged() const { return m_logged; }
@@ -44,6 +46,7 @@ class Connection {
     std::optional<LogState> StateAfterCommit();
 
     Database m_database;
+    OpenedFile m_file;
     Statement m_begin;
     Statement m_beginImmediate;
     Statement m_commit;

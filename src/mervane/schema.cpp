@@ -3,7 +3,8 @@
 #include <iterator>
 
 #include "mervane/drive_kind.h"
-#include "mervane/store_header.h"
+#include "mervane/schema_check.h"
+#include "mervane/store_neighbours.h"
 #include "mervane/store_path.h"
 
 namespace mervane {
@@ -71,18 +72,10 @@ constexpr const char* kConnectionPragmas = "PRAGMA synchronous = FULL;"
                                            "PRAGMA wal_autocheckpoint = 0;"
                                            "PRAGMA temp_store = MEMORY;"
                                            "PRAGMA cell_size_check = ON;"
+                                           "PRAGMA foreign_keys = OFF;"
                                            "PRAGMA trusted_schema = OFF;";
 
 constexpr ULONGLONG kModeTimeout = 2500; // milliseconds
-
-// Both or, while another program keeps the file to itself, none: it may be ready between the two.
-StoreMarks MarksIn(Database& database)
-{
-    const std::optional<int64_t> application = database.QueryInteger("PRAGMA application_id");
-    if (!application)
-        return {-1, -1};
-    return {*application, database.QueryInteger("PRAGMA user_version").value_or(-1)};
-}
 
 bool SetMarks(Database& database)
 {
@@ -91,38 +84,64 @@ bool SetMarks(Database& database)
     return database.Execute(marks.c_str());
 }
 
-// 0 for a file without anything in it, none for one that this program may not use.
-std::optional<int64_t> VersionIn(Database& database)
+// Why what was tried last has failed.
+StoreTrouble FailureOf(Database& database)
+{
+    const StoreTrouble trouble = database.TakeTrouble();
+    return trouble == StoreTrouble::None ? StoreTrouble::Other : trouble;
+}
+
+// The schema's version, 0 for a file without anything in it; or why this program may not use the file.
+struct Found {
+    int64_t version;
+    StoreTrouble trouble;
+};
+
+Found VersionIn(Database& database)
 {
     const StoreMarks marks = MarksIn(database);
-    if (MayUse(marks))
-        return SchemaVersionOf(marks.userVersion);
+    if (marks.userVersion == -1)
+        return {-1, FailureOf(database)};
     const bool isEmpty = marks == StoreMarks{0, 0} &&
                          database.QueryInteger("SELECT count(*) FROM sqlite_schema") == int64_t{0};
-    return isEmpty ? std::optional<int64_t>(0) : std::nullopt;
+    return {SchemaVersionOf(marks.userVersion), isEmpty ? StoreTrouble::None : TroubleOfMarks(marks)};
 }
 
 // What another program that is just making the store has done of it is seen as a whole or not at all.
-std::optional<int64_t> VersionAtOnce(Database& database)
+Found VersionAtOnce(Database& database)
 {
     if (!database.Execute("BEGIN"))
-        return std::nullopt;
-    const std::optional<int64_t> version = VersionIn(database);
-    return database.Execute("COMMIT") ? version : std::nullopt;
+        return {-1, FailureOf(database)};
+    const Found found = VersionIn(database);
+    if (database.Execute("COMMIT"))
+        return found;
+    return {-1, FailureOf(database)};
+}
+
+StoreTrouble CheckTables(Database& database, int64_t version)
+{
+    if (version == 0 || HasOwnTables(database, version))
+        return StoreTrouble::None;
+    const StoreTrouble trouble = database.TakeTrouble();
+    return trouble == StoreTrouble::None ? StoreTrouble::NotAStore : trouble;
 }
 
 // One step for each version, all in one transaction: a store is of its old version or of the newest.
-bool Migrate(Database& database)
+StoreTrouble Migrate(Database& database)
 {
     Transaction transaction(database);
+    if (!transaction.IsOpen())
+        return FailureOf(database);
     // Another program may have done it meanwhile.
-    const std::optional<int64_t> version = transaction.IsOpen() ? VersionIn(database) : std::nullopt;
-    if (!version || *version >= kSchemaVersion)
-        return version.has_value();
-    for (auto step = static_cast<size_t>(*version); step < std::size(kSteps); ++step)
+    const Found found = VersionIn(database);
+    if (found.trouble != StoreTrouble::None || found.version >= kSchemaVersion)
+        return found.trouble;
+    if (const StoreTrouble trouble = CheckTables(database, found.version); trouble != StoreTrouble::None)
+        return trouble;
+    for (auto step = static_cast<size_t>(found.version); step < std::size(kSteps); ++step)
         if (!database.Execute(kSteps[step]))
-            return false;
-    return SetMarks(database) && transaction.Commit();
+            return FailureOf(database);
+    return SetMarks(database) && transaction.Commit() ? StoreTrouble::None : FailureOf(database);
 }
 
 // How a transaction is made whole. A write-ahead log has an index in mapped memory, which is only safe on a
@@ -174,72 +193,32 @@ bool ShowAsNewest(Database& database, int64_t version)
     return version == 1 && database.Execute(kContactsOfVersion1);
 }
 
-bool HasTables(Database& database)
+StoreTrouble BringUpToDate(Database& database)
 {
-    return Statement(
-               database,
-               "SELECT date, end_time, duration, kind, priority, sensitivity, subject, body, categories, "
-               "type, contacts FROM journal")
-               .IsValid() &&
-           Statement(database, "SELECT name, uses, hidden FROM categories").IsValid() &&
-           Statement(database, "SELECT file_as, company, first_name, last_name, job_title, emails, phones, "
-                               "address, birthday, note, vcard_extra FROM contacts")
-               .IsValid();
+    const Found found = VersionAtOnce(database);
+    if (found.trouble != StoreTrouble::None || found.version >= kSchemaVersion)
+        return found.trouble != StoreTrouble::None ? found.trouble : CheckTables(database, found.version);
+    if (!database.IsReadOnly())
+        return Migrate(database);
+    const StoreTrouble trouble = CheckTables(database, found.version);
+    if (trouble != StoreTrouble::None)
+        return trouble;
+    return ShowAsNewest(database, found.version) ? StoreTrouble::None : StoreTrouble::NotAStore;
 }
 
-bool BringUpToDate(Database& database)
-{
-    const std::optional<int64_t> version = VersionAtOnce(database);
-    if (!version)
-        return false;
-    if (*version < kSchemaVersion &&
-        !(database.IsReadOnly() ? ShowAsNewest(database, *version) : Migrate(database)))
-        return false;
-    return HasTables(database);
-}
-
-bool MakeReady(Database& database, Mode mode)
+StoreTrouble MakeReady(Database& database, Mode mode)
 {
     if (!database.Execute(kConnectionPragmas))
-        return false;
+        return FailureOf(database);
     if (database.IsReadOnly())
         return BringUpToDate(database);
-    if (mode == Mode::Log)
-        return BringUpToDate(database) && UseMode(database, mode);
-    return BeginAlone(database) && BringUpToDate(database) && UseMode(database, mode) && EndAlone(database);
-}
-
-bool FileExists(const std::wstring& path)
-{
-    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
-bool HasLog(const std::wstring& path)
-{
-    WIN32_FILE_ATTRIBUTE_DATA data;
-    return GetFileAttributesExW((path + L"-wal").c_str(), GetFileExInfoStandard, &data) &&
-           (data.nFileSizeLow || data.nFileSizeHigh);
-}
-
-// A newer program that was killed may have left its marks in the log only. Alone with the file, SQLite reads
-// the log without making a file of its own; when another program has the store open, this one opens it the
-// usual way.
-bool LogIsForeign(const std::wstring& path)
-{
-    Database database;
-    // To be alone with a file one must be able to write it.
-    if (!database.Open(path, Database::Mode::Create))
-        return false;
-    database.KeepLog();
-    (void)database.Execute("PRAGMA locking_mode = EXCLUSIVE; PRAGMA busy_timeout = 0");
-    const StoreMarks marks = MarksIn(database);
-    return marks.userVersion != -1 && !MayUse(marks);
-}
-
-// A log whose file is gone or emptied has what was saved last, and a new file would do away with it.
-bool MayNotUseLog(const std::wstring& path, FileKind kind)
-{
-    return kind == FileKind::Missing || kind == FileKind::Empty || LogIsForeign(path);
+    const bool alone = mode == Mode::Rollback;
+    if (alone && !BeginAlone(database))
+        return FailureOf(database);
+    if (const StoreTrouble trouble = BringUpToDate(database); trouble != StoreTrouble::None)
+        return trouble;
+    return UseMode(database, mode) && (!alone || EndAlone(database)) ? StoreTrouble::None
+                                                                     : FailureOf(database);
 }
 
 Database::Mode ModeFor(FileKind kind, bool hasLog)
@@ -262,22 +241,31 @@ void CloseUntouched(Database& database, const std::wstring& path, bool hadLog, b
 
 } // namespace
 
-bool OpenStoreFile(Database& database, const std::wstring& path)
+StoreMarks MarksIn(Database& database)
+{
+    const std::optional<int64_t> application = database.QueryInteger("PRAGMA application_id");
+    if (!application)
+        return {-1, -1};
+    return {*application, database.QueryInteger("PRAGMA user_version").value_or(-1)};
+}
+
+StoreTrouble OpenStoreFile(Database& database, const std::wstring& path)
 {
     // Looked for before the file: one that another program is just making gets its log last.
-    const bool hadLog = HasLog(path);
+    const bool hadLog = HasContent(path + L"-wal");
     const bool hadSharedMemory = FileExists(path + L"-shm");
-    const FileKind kind = LookAtFile(path);
-    if (kind == FileKind::Foreign || (hadLog && MayNotUseLog(path, kind)))
-        return false;
-    if (kind == FileKind::Missing && !MakeFolderOf(path))
-        return false;
-    if (!database.Open(path, ModeFor(kind, hadLog)))
-        return false;
-    if (MakeReady(database, IsOnFixedDrive(path) ? Mode::Log : Mode::Rollback))
-        return true;
-    CloseUntouched(database, path, hadLog, hadSharedMemory);
-    return false;
+    const FileLook file = LookAtFile(path);
+    if (const StoreTrouble trouble = PrepareNeighbours(path, file); trouble != StoreTrouble::None)
+        return trouble;
+    if (file.kind == FileKind::Missing && !MakeFolderOf(path))
+        return StoreTrouble::Unreachable;
+    const bool hasLog = HasContent(path + L"-wal");
+    if (!database.Open(path, ModeFor(file.kind, hasLog)))
+        return FailureOf(database);
+    const StoreTrouble trouble = MakeReady(database, IsOnFixedDrive(path) ? Mode::Log : Mode::Rollback);
+    if (trouble != StoreTrouble::None)
+        CloseUntouched(database, path, hadLog, hadSharedMemory);
+    return trouble;
 }
 
 } // namespace mervane

@@ -5,12 +5,16 @@
 #include <string>
 
 #include "mervane/sql_database.h"
+#include "mervane/store_header.h"
 
 namespace mervane {
 
-// Opens a store, creates one where there is no file or an empty one, and brings an older one up to date. A
-// file that is none of ours, or that only a newer program may use, is refused and stays byte for byte as it
-// was; so is a write-ahead log without the file it belongs to.
-[[nodiscard]] bool OpenStoreFile(Database& database, const std::wstring& path);
+// Opens a store, creates one where there is no file or an empty one, and brings an older one up to date. Log
+// and journal beside it that are not its own are set aside. None when it is open; else nothing was touched,
+// byte for byte: the file is none of ours, only a newer program may use it, or it cannot be had.
+[[nodiscard]] StoreTrouble OpenStoreFile(Database& database, const std::wstring& path);
+
+// Both or, while another program keeps the file to itself, -1: it may be ready between the two.
+StoreMarks MarksIn(Database& database);
 
 } // namespace mervane

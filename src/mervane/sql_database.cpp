@@ -13,6 +13,10 @@ namespace {
 // How long a statement waits for another process's lock.
 constexpr int kBusyTimeout = 2500; // milliseconds
 
+// A text or a whole record of more bytes than that is refused, in a foreign file too: reading one takes three
+// times the memory.
+constexpr int kLongestValue = 128 << 20;
+
 int OpenFlags(Database::Mode mode)
 {
     switch (mode) {
@@ -51,6 +55,7 @@ bool Database::Open(const std::wstring& path, Mode mode)
         return false;
     }
     WaitForLocks(true);
+    sqlite3_limit(m_handle, SQLITE_LIMIT_LENGTH, kLongestValue);
     // What another tool has put into the file does not run.
     sqlite3_db_config(m_handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     sqlite3_db_config(m_handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
@@ -104,6 +109,13 @@ StoreTrouble Database::NoteFailure()
         TroubleOf(sqlite3_extended_errcode(m_handle), static_cast<DWORD>(sqlite3_system_errno(m_handle)));
     NoteTrouble(trouble);
     return trouble;
+}
+
+HANDLE Database::FileHandle() const
+{
+    HANDLE handle = INVALID_HANDLE_VALUE;
+    sqlite3_file_control(m_handle, "main", SQLITE_FCNTL_WIN32_GET_HANDLE, &handle);
+    return handle;
 }
 
 int64_t Database::LastInsertId() const

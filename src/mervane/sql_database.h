@@ -58,7 +58,8 @@ class Database {
     // Notes why the last call of SQLite failed, which it returns.
     StoreTrouble NoteFailure();
     int64_t LastInsertId() const;
-    int Changes() const; // rows that the last statement changed
+    int Changes() const;       // rows that the last statement changed
+    HANDLE FileHandle() const; // of the open file, which the database owns
     sqlite3* Handle() const { return m_handle; }
 
   private:

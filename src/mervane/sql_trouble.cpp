@@ -9,7 +9,21 @@ namespace {
 
 constexpr DWORD kDiskQuotaExceeded = 1295; // not in every header
 
-StoreTrouble TroubleOfSystem(DWORD error)
+StoreTrouble TroubleOfAccess(int code, DWORD systemError)
+{
+    switch (code) {
+    case SQLITE_IOERR_NOMEM: return StoreTrouble::NoMemory;
+    case SQLITE_IOERR_SHORT_READ:
+    case SQLITE_IOERR_CORRUPTFS:
+    case SQLITE_IOERR_DATA: return StoreTrouble::Damaged;
+    case SQLITE_CANTOPEN_ISDIR: return StoreTrouble::IsFolder;
+    default: return TroubleOfSystem(systemError);
+    }
+}
+
+} // namespace
+
+StoreTrouble TroubleOfSystem(unsigned long error)
 {
     switch (error) {
     case ERROR_DISK_FULL:
@@ -30,20 +44,6 @@ StoreTrouble TroubleOfSystem(DWORD error)
     default: return StoreTrouble::Unreachable;
     }
 }
-
-StoreTrouble TroubleOfAccess(int code, DWORD systemError)
-{
-    switch (code) {
-    case SQLITE_IOERR_NOMEM: return StoreTrouble::NoMemory;
-    case SQLITE_IOERR_SHORT_READ:
-    case SQLITE_IOERR_CORRUPTFS:
-    case SQLITE_IOERR_DATA: return StoreTrouble::Damaged;
-    case SQLITE_CANTOPEN_ISDIR: return StoreTrouble::IsFolder;
-    default: return TroubleOfSystem(systemError);
-    }
-}
-
-} // namespace
 
 StoreTrouble TroubleOf(int code, unsigned long systemError)
 {

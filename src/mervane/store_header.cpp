@@ -2,8 +2,13 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
+
+#include "mervane/file_reader.h"
+#include "mervane/log_content.h"
+#include "mervane/sql_trouble.h"
 
 namespace mervane {
 
@@ -14,32 +19,49 @@ constexpr size_t kUserVersionOffset = 60;
 constexpr size_t kApplicationIdOffset = 68;
 using Header = std::array<BYTE, kHeaderSize>;
 
-int32_t BigEndianAt(const Header& header, size_t offset)
+StoreMarks MarksIn(const Header& header)
 {
-    uint32_t value = 0;
-    for (size_t i = 0; i < 4; ++i)
-        value = value << 8 | header[offset + i];
-    return static_cast<int32_t>(value);
+    return {static_cast<int32_t>(BigEndianAt(header, kApplicationIdOffset)),
+            static_cast<int32_t>(BigEndianAt(header, kUserVersionOffset))};
 }
 
-bool IsStoreHeader(const Header& header)
+StoreTrouble TroubleOfHeader(const Header& header)
 {
     constexpr char kMagic[16] = "SQLite format 3";
-    return memcmp(header.data(), kMagic, sizeof kMagic) == 0 &&
-           MayUse({BigEndianAt(header, kApplicationIdOffset), BigEndianAt(header, kUserVersionOffset)});
+    if (memcmp(header.data(), kMagic, sizeof kMagic) != 0)
+        return StoreTrouble::NotAStore;
+    return TroubleOfMarks(MarksIn(header));
 }
 
-FileKind KindOfContent(HANDLE file, bool readOnly)
+// A program that was ended while it made the store has left a journal of nothing beside it.
+bool IsUnfinished(const Header& header, const std::wstring& path)
 {
+    const std::optional<JournalContent> journal = ReadJournal(path + L"-journal");
+    return journal && !journal->pagesBefore &&
+           std::all_of(header.begin(), header.end(), [](BYTE byte) { return byte == 0; });
+}
+
+FileLook LookInto(const FileReader& file, const std::wstring& path, bool readOnly)
+{
+    const uint64_t size = file.Size();
+    if (size == 0 && !readOnly)
+        return {FileKind::Empty, StoreTrouble::None};
     Header header{};
-    DWORD read = 0;
-    if (!ReadFile(file, header.data(), kHeaderSize, &read, nullptr))
-        return FileKind::Foreign;
-    if (read == 0 && !readOnly)
-        return FileKind::Empty;
-    if (read < kHeaderSize || !IsStoreHeader(header))
-        return FileKind::Foreign;
-    return readOnly ? FileKind::ReadOnlyStore : FileKind::Store;
+    if (size < kHeaderSize)
+        return {FileKind::Foreign, StoreTrouble::NotAStore};
+    if (!file.Read(0, header))
+        return {FileKind::Foreign, TroubleOfSystem(GetLastError())};
+    const StoreTrouble trouble = TroubleOfHeader(header);
+    if (trouble == StoreTrouble::None)
+        return {readOnly ? FileKind::ReadOnlyStore : FileKind::Store, trouble};
+    if (!readOnly && IsUnfinished(header, path))
+        return {FileKind::Empty, StoreTrouble::None};
+    return {FileKind::Foreign, trouble};
+}
+
+bool IsMissing(DWORD error)
+{
+    return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
 }
 
 } // namespace
@@ -50,24 +72,29 @@ bool MayUse(const StoreMarks& marks)
            OldestProgramOf(marks.userVersion) >= 1 && OldestProgramOf(marks.userVersion) <= kSchemaVersion;
 }
 
-FileKind LookAtFile(const std::wstring& path)
+StoreTrouble TroubleOfMarks(const StoreMarks& marks)
+{
+    if (MayUse(marks))
+        return StoreTrouble::None;
+    const bool isOurs = marks.applicationId == kApplicationId && SchemaVersionOf(marks.userVersion) >= 1 &&
+                        OldestProgramOf(marks.userVersion) >= 1;
+    return isOurs ? StoreTrouble::NewerVersion : StoreTrouble::NotAStore;
+}
+
+FileLook LookAtFile(const std::wstring& path)
 {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
         const DWORD error = GetLastError();
-        return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND ? FileKind::Missing
-                                                                              : FileKind::Foreign;
+        return IsMissing(error) ? FileLook{FileKind::Missing, StoreTrouble::None}
+                                : FileLook{FileKind::Foreign, TroubleOfSystem(error)};
     }
     if (attributes & FILE_ATTRIBUTE_DIRECTORY)
-        return FileKind::Foreign;
-    HANDLE file =
-        CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
-        return FileKind::Foreign;
-    const FileKind kind = KindOfContent(file, (attributes & FILE_ATTRIBUTE_READONLY) != 0);
-    CloseHandle(file);
-    return kind;
+        return {FileKind::Foreign, StoreTrouble::IsFolder};
+    const FileReader file(path);
+    if (!file.IsOpen())
+        return {FileKind::Foreign, TroubleOfSystem(GetLastError())};
+    return LookInto(file, path, (attributes & FILE_ATTRIBUTE_READONLY) != 0);
 }
 
 } // namespace mervane

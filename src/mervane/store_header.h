@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+#include "mervane/trouble.h"
+
 namespace mervane {
 
 constexpr int64_t kApplicationId = 0x514A524E;
@@ -27,11 +29,15 @@ struct StoreMarks {
     int64_t userVersion;
     bool operator==(const StoreMarks&) const = default;
 };
-// Whether a program of this version may use a store with these marks.
+// Whether a program of this version may use a store with these marks, and why not.
 bool MayUse(const StoreMarks& marks);
+StoreTrouble TroubleOfMarks(const StoreMarks& marks);
 
 enum class FileKind { Missing, Empty, Store, ReadOnlyStore, Foreign };
-// Foreign: also a folder, and what cannot be read.
-FileKind LookAtFile(const std::wstring& path);
+struct FileLook {
+    FileKind kind;
+    StoreTrouble trouble; // of a foreign one: also a folder, and what cannot be read
+};
+FileLook LookAtFile(const std::wstring& path);
 
 } // namespace mervane

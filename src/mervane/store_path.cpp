@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "mervane/drive_kind.h"
+
 namespace mervane {
 
 namespace {
@@ -30,6 +32,49 @@ std::wstring FullPath(const std::wstring& path)
     return full;
 }
 
+std::wstring FolderOf(const std::wstring& path)
+{
+    const size_t end = path.find_last_of(L"\\/");
+    return end == std::wstring::npos ? std::wstring() : path.substr(0, end);
+}
+
+// As people write it, where it is short enough for that.
+std::wstring WithoutPrefix(const std::wstring& path)
+{
+    constexpr std::wstring_view kLong = L"\\\\?\\", kShare = L"\\\\?\\UNC\\";
+    if (path.size() >= MAX_PATH || !path.starts_with(kLong))
+        return path;
+    return path.starts_with(kShare) ? L"\\\\" + path.substr(kShare.size()) : path.substr(kLong.size());
+}
+
+// Where the file or folder really is, beyond all links; empty when it is not there.
+std::wstring FinalPath(const std::wstring& path)
+{
+    HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                              nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return {};
+    std::wstring final(32'768, L'\0');
+    const DWORD length = GetFinalPathNameByHandleW(file, final.data(), static_cast<DWORD>(final.size()),
+                                                   FILE_NAME_NORMALIZED | VOLUME_NAME_DOS);
+    CloseHandle(file);
+    final.resize(length < final.size() ? length : 0);
+    return WithoutPrefix(final);
+}
+
+// What SQLite puts beside the file must lie beside the file itself, not beside a link to it.
+std::wstring WithoutLinks(const std::wstring& path)
+{
+    std::wstring final = FinalPath(path);
+    if (final.empty()) {
+        const std::wstring folder = FolderOf(path);
+        const std::wstring finalFolder = folder.empty() ? folder : FinalPath(folder + L"\\");
+        final = finalFolder.empty() ? path : finalFolder + path.substr(folder.size());
+    }
+    // What is reached over a drive that may go stays a file of that drive, whatever it stands for.
+    return IsOnFixedDrive(path) || !IsOnFixedDrive(final) ? final : path;
+}
+
 bool IsFolder(const std::wstring& path)
 {
     const DWORD attributes = GetFileAttributesW(path.c_str());
@@ -42,9 +87,10 @@ std::wstring StorePath()
 {
     const std::wstring named = EnvironmentText(L"MERVANE_STORE");
     if (!named.empty())
-        return FullPath(named);
+        return WithoutLinks(FullPath(named));
     const std::wstring appData = EnvironmentText(L"APPDATA");
-    return appData.empty() ? std::wstring() : FullPath(appData + L"\\Quillmarsh\\Journal\\journal.db");
+    return appData.empty() ? std::wstring()
+                           : WithoutLinks(FullPath(appData + L"\\Quillmarsh\\Journal\\journal.db"));
 }
 
 std::wstring PathKey(const std::wstring& path)
@@ -67,11 +113,8 @@ uint64_t StoreNumber(const std::wstring& path)
 
 bool MakeFolderOf(const std::wstring& path)
 {
-    const size_t end = path.find_last_of(L"\\/");
-    if (end == std::wstring::npos)
-        return true;
-    const std::wstring folder = path.substr(0, end);
-    if (IsFolder(folder))
+    const std::wstring folder = FolderOf(path);
+    if (folder.empty() || IsFolder(folder))
         return true;
     return MakeFolderOf(folder) && (CreateDirectoryW(folder.c_str(), nullptr) || IsFolder(folder));
 }

@@ -7,7 +7,7 @@
 namespace mervane {
 
 // The full path that MERVANE_STORE names, else Quillmarsh\Journal\journal.db in the user's application data;
-// empty when there is neither.
+// empty when there is neither. Links on the way are followed: the path is where the file itself is.
 std::wstring StorePath();
 // Two paths with the same key are the same file.
 std::wstring PathKey(const std::wstring& path);

@@ -12,6 +12,8 @@ std::wstring ReasonText(StoreTrouble trouble)
     case StoreTrouble::NotAStore: return L"the file is not a journal";
     case StoreTrouble::IsFolder: return L"a folder is where the journal's file should be";
     case StoreTrouble::NoAccess: return L"the system does not allow the use of the journal's file";
+    case StoreTrouble::OddLog:
+        return L"a log lies beside the journal's file, and it cannot be told whether it belongs to it";
     case StoreTrouble::OtherFile: return L"another file has come into the place of the journal's file";
     case StoreTrouble::NoMemory: return L"there is not enough memory";
     case StoreTrouble::Unreachable: return L"the journal's file cannot be reached";

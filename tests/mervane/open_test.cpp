@@ -2,12 +2,15 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <functional>
 #include <sstream>
 
 #include "mervane/store_header.h"
 #include "mervane/store_path.h"
 #include "records.h"
+#include "support/test_drive.h"
 #include "support/test_store.h"
+#include "util/owners.h"
 
 namespace {
 
@@ -29,7 +32,7 @@ class Opening : public testing::Test {
         return AddEntry(journal, L"kept", 5);
     }
     // Opening is refused, whatever the database, and nothing is touched.
-    void ExpectRefused()
+    void ExpectRefused(StoreTrouble trouble = StoreTrouble::NotAStore)
     {
         const std::string before = ReadFileBytes(Path());
         const std::string log = ReadFileBytes(Beside(L"-wal"));
@@ -37,6 +40,7 @@ class Opening : public testing::Test {
         DbJournal journal;
         EXPECT_EQ(journal.Open(nullptr), 0);
         EXPECT_FALSE(journal.IsOpen());
+        EXPECT_EQ(journal.Trouble(), trouble);
         DbCategories categories;
         EXPECT_EQ(categories.Open(), 0);
         EXPECT_TRUE(ReadFileBytes(Path()) == before);
@@ -153,7 +157,7 @@ TEST_F(Opening, MakesAStoreOfAnEmptyFile)
 TEST_F(Opening, RefusesAFolderInItsPlace)
 {
     ASSERT_TRUE(CreateDirectoryW(Path().c_str(), nullptr));
-    ExpectRefused();
+    ExpectRefused(StoreTrouble::IsFolder);
     EXPECT_TRUE(RemoveDirectoryW(Path().c_str()));
 }
 
@@ -197,7 +201,8 @@ TEST_F(Opening, RefusesVersionsThatAreNotForThisProgram)
     // 2003: of this schema, but for newer programs only.
     for (const int version : {0, 1, 2, 99, 999, 1000, 2000, 2003, 3003, 99'003, -1, -1001, 2'000'000'000}) {
         ASSERT_TRUE(RawStore(Path()).Run("PRAGMA user_version = " + std::to_string(version)));
-        ExpectRefused();
+        const bool isNewer = version == 2003 || version == 3003 || version == 99'003;
+        ExpectRefused(isNewer ? StoreTrouble::NewerVersion : StoreTrouble::NotAStore);
     }
 }
 
@@ -217,6 +222,73 @@ TEST_F(Opening, RefusesAStoreWithoutItsTables)
         MakeStore();
         ASSERT_TRUE(RawStore(Path()).Run(harm));
         ExpectRefused();
+    }
+}
+
+// A tool may have made the tables anew, so that a write does what the program knows nothing of.
+TEST_F(Opening, RefusesTablesThatAreNotItsOwn)
+{
+    const std::pair<const char*, const char*> changes[] = {
+        {"contacts BLOB", "contacts BLOB, big BLOB AS (zeroblob(1000000000)) VIRTUAL"},
+        {"contacts BLOB", "contacts BLOB, CHECK(priority < 2)"},
+        {"contacts BLOB", "contacts BLOB REFERENCES contacts(oid) ON DELETE CASCADE"},
+        {"contacts BLOB", "contacts BLOB UNIQUE ON CONFLICT REPLACE"},
+        {"contacts BLOB", "contacts BLOB DEFAULT (zeroblob(1000000000))"},
+        {"contacts BLOB", "contacts BLOB, mood TEXT"},
+        {"subject TEXT", "subject TEXT COLLATE NOCASE"},
+        {"AUTOINCREMENT", ""},
+    };
+    for (const auto& [was, is] : changes) {
+        DeleteFileW(Path().c_str());
+        MakeStore();
+        std::string sql = RawStore(Path()).Text("SELECT sql FROM sqlite_schema WHERE name = 'journal'");
+        ASSERT_NE(sql.find(was), std::string::npos);
+        sql.replace(sql.find(was), strlen(was), is);
+        ASSERT_TRUE(RawStore(Path()).Run("DROP TABLE journal; " + sql)) << sql;
+        ExpectRefused();
+    }
+}
+
+TEST_F(Opening, RefusesIndexesThatStandInAWritesWay)
+{
+    for (const char* index :
+         {"CREATE UNIQUE INDEX i ON journal(subject)", "CREATE INDEX i ON journal(abs(priority))",
+          "CREATE INDEX i ON journal(date) WHERE subject IS NOT NULL"}) {
+        DeleteFileW(Path().c_str());
+        MakeStore();
+        ASSERT_TRUE(RawStore(Path()).Run(index));
+        ExpectRefused();
+    }
+}
+
+TEST_F(Opening, TakesWhatToolsAddBesideTheTables)
+{
+    MakeStore();
+    ASSERT_TRUE(RawStore(Path()).Run(
+        "CREATE TABLE notes(x, entry REFERENCES journal(oid) ON DELETE CASCADE); INSERT INTO notes VALUES(1, "
+        "1);"
+        "CREATE INDEX i ON journal(subject, type COLLATE NOCASE); ANALYZE; CREATE VIEW v AS SELECT 1"));
+    {
+        DbJournal journal;
+        ASSERT_EQ(journal.Open(nullptr), 1);
+        EXPECT_EQ(journal.DeleteRecord(1), 1);
+    }
+    EXPECT_EQ(RawStore(Path()).Integer("SELECT count(*) FROM notes"), 1);
+    ExpectUsable(0);
+}
+
+// The identifiers are used up: a new entry is refused, all else goes on.
+TEST_F(Opening, TakesAStoreWhoseIdentifiersAreUsedUp)
+{
+    for (const char* last : {"4294967295", "9223372036854775807"}) {
+        DeleteFileW(Path().c_str());
+        const CEOID id = MakeStore();
+        ASSERT_TRUE(RawStore(Path()).Run(std::string("UPDATE sqlite_sequence SET seq = ") + last));
+        DbJournal journal;
+        ASSERT_EQ(journal.Open(nullptr), 1);
+        EXPECT_EQ(AddEntry(journal, L"new"), 0u);
+        EXPECT_EQ(journal.RecordCount(), 1u);
+        EXPECT_EQ(Sent().Text(kSubject, L"changed").Write(journal, id), id);
     }
 }
 
@@ -248,7 +320,7 @@ TEST_F(LeftLog, IsReadOnOpening)
 TEST_F(LeftLog, OfANewerProgramIsRefused)
 {
     Leave("PRAGMA user_version = 99003");
-    ExpectRefused();
+    ExpectRefused(StoreTrouble::NewerVersion);
     // The newer program loses nothing.
     EXPECT_EQ(RawStore(Path()).Integer("PRAGMA user_version"), 99003);
 }
@@ -258,7 +330,7 @@ TEST_F(LeftLog, OfANewerProgramKeepsItsIndex)
     Leave("PRAGMA user_version = 99003");
     const std::string index(32'768, '\x55');
     ASSERT_TRUE(WriteFileBytes(Beside(L"-shm"), index));
-    ExpectRefused();
+    ExpectRefused(StoreTrouble::NewerVersion);
     EXPECT_TRUE(ReadFileBytes(Beside(L"-shm")) == index);
 }
 
@@ -268,7 +340,7 @@ TEST_F(LeftLog, OfANewerProgramAtWorkIsRefused)
     RawStore newer(Path());
     ASSERT_TRUE(newer.Run("PRAGMA wal_autocheckpoint = 0; PRAGMA user_version = 99003"));
     ASSERT_FALSE(ReadFileBytes(Beside(L"-wal")).empty());
-    ExpectRefused();
+    ExpectRefused(StoreTrouble::NewerVersion);
     EXPECT_TRUE(newer.Run("INSERT INTO journal(subject) VALUES('goes on')"));
 }
 
@@ -308,6 +380,61 @@ TEST_F(LeftLog, WithoutItsFileIsKept)
     ExpectUsable(2);
 }
 
+std::vector<std::wstring> SetAside(const std::wstring& path)
+{
+    std::vector<std::wstring> found;
+    WIN32_FIND_DATAW data;
+    HANDLE search = FindFirstFileW((path + L".set-aside-*").c_str(), &data);
+    const std::wstring folder = path.substr(0, path.find_last_of(L'\\') + 1);
+    for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &data))
+        found.push_back(folder + data.cFileName);
+    FindClose(search);
+    return found;
+}
+
+// What SQLite would have taken for the store's is kept under another name, whole.
+void ExpectSetAside(const std::wstring& path, const std::string& bytes)
+{
+    const auto found = SetAside(path);
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_TRUE(ReadFileBytes(found[0]) == bytes);
+    EXPECT_TRUE(DeleteFileW(found[0].c_str()));
+}
+
+TEST_F(LeftLog, BesideABackupIsSetAside)
+{
+    MakeStore();
+    const std::wstring backup = Path() + L".backup";
+    {
+        RawStore raw(Path());
+        ASSERT_TRUE(raw.Run("PRAGMA wal_autocheckpoint = 0; VACUUM INTO '" +
+                            std::string(backup.begin(), backup.end()) + "'"));
+        for (int i = 0; i < 40; ++i)
+            ASSERT_TRUE(raw.Run("INSERT INTO journal(subject, body) VALUES('later', zeroblob(3000))"));
+        ASSERT_TRUE(WriteFileBytes(Path() + L".log", ReadFileBytes(Beside(L"-wal"))));
+    }
+    const std::string log = ReadFileBytes(Path() + L".log");
+    ASSERT_TRUE(WriteFileBytes(Path(), ReadFileBytes(backup)));
+    ASSERT_TRUE(WriteFileBytes(Beside(L"-wal"), log));
+    ExpectUsable(1);
+    ExpectSetAside(Beside(L"-wal"), log);
+    DeleteFileW(backup.c_str());
+    DeleteFileW((Path() + L".log").c_str());
+}
+
+TEST_F(LeftLog, ThatIsNoLogIsSetAside)
+{
+    MakeStore();
+    for (const std::string& bytes :
+         {std::string(5000, 'x'), std::string("Dear diary, what is this doing here?")}) {
+        ASSERT_TRUE(WriteFileBytes(Beside(L"-wal"), bytes));
+        ExpectUsable(1);
+        ExpectSetAside(Beside(L"-wal"), bytes);
+        DeleteFileW(Path().c_str());
+        MakeStore();
+    }
+}
+
 TEST_F(LeftLog, OfNoLengthIsNone)
 {
     ASSERT_TRUE(WriteFileBytes(Beside(L"-wal"), ""));
@@ -332,6 +459,140 @@ TEST_F(LeftLog, OfAReadOnlyFileIsReadAndKept)
     EXPECT_TRUE(ReadFileBytes(Beside(L"-wal")) == log);
     ASSERT_TRUE(SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_NORMAL));
     ExpectUsable(2);
+}
+
+// What a program that was killed in a transaction leaves on a drive without a log.
+class LeftJournal : public Opening {
+  protected:
+    // The file and the journal in the midst of a change.
+    void Leave(std::string* file, std::string* journal)
+    {
+        RawStore raw(Path());
+        ASSERT_TRUE(raw.Run("PRAGMA journal_mode = DELETE; PRAGMA cache_size = 1; PRAGMA cache_spill = 1; "
+                            "BEGIN; UPDATE journal SET subject = 'half done'"));
+        for (int i = 0; i < 60; ++i)
+            ASSERT_TRUE(raw.Run("INSERT INTO journal(subject, body) VALUES('new', zeroblob(3000))"));
+        *file = ReadFileBytes(Path());
+        *journal = ReadFileBytes(Beside(L"-journal"));
+        ASSERT_FALSE(journal->empty());
+        ASSERT_NE(journal->front(), 0);
+        ASSERT_TRUE(raw.Run("ROLLBACK"));
+    }
+};
+
+TEST_F(LeftJournal, OfTheStoreIsPutBack)
+{
+    MakeStore();
+    std::string file, journal;
+    Leave(&file, &journal);
+    ASSERT_TRUE(WriteFileBytes(Path(), file));
+    ASSERT_TRUE(WriteFileBytes(Beside(L"-journal"), journal));
+    {
+        DbJournal opened;
+        ASSERT_EQ(opened.Open(nullptr), 1);
+        EXPECT_STREQ(opened.GetSubject(1), L"kept");
+    }
+    ExpectUsable(1);
+    EXPECT_TRUE(SetAside(Beside(L"-journal")).empty());
+}
+
+TEST_F(LeftJournal, OfAnotherStoreIsSetAside)
+{
+    MakeStore();
+    std::string file, journal;
+    Leave(&file, &journal);
+    for (int i = 0; i < 4; ++i)
+        ASSERT_TRUE(RawStore(Path()).Run("INSERT INTO journal(body) VALUES(zeroblob(9000))"));
+    ASSERT_TRUE(WriteFileBytes(Beside(L"-journal"), journal));
+    ExpectUsable(5);
+    ExpectSetAside(Beside(L"-journal"), journal);
+}
+
+TEST_F(LeftJournal, ThatIsNoneIsSetAside)
+{
+    MakeStore();
+    ASSERT_TRUE(WriteFileBytes(Beside(L"-journal"), "Dear diary"));
+    ExpectUsable(1);
+    ExpectSetAside(Beside(L"-journal"), "Dear diary");
+}
+
+TEST_F(LeftJournal, WithoutItsFileIsKept)
+{
+    MakeStore();
+    std::string file, journal;
+    Leave(&file, &journal);
+    ASSERT_TRUE(DeleteFileW(Path().c_str()));
+    ASSERT_TRUE(WriteFileBytes(Beside(L"-journal"), journal));
+    DbJournal opened;
+    EXPECT_EQ(opened.Open(nullptr), 0);
+    EXPECT_FALSE(Exists(Path()));
+    EXPECT_TRUE(ReadFileBytes(Beside(L"-journal")) == journal);
+}
+
+// A tool of the other side, which does what no program of this one may do with an open file. Its end is not
+// told: it is known by what it has done.
+bool RunUnix(const std::wstring& command, const std::function<bool()>& isDone)
+{
+    std::wstring line = L"Z:\\bin\\" + command;
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                        &process))
+        return false;
+    for (const ULONGLONG end = GetTickCount64() + 20'000; !isDone() && GetTickCount64() < end;)
+        Sleep(5);
+    return isDone();
+}
+
+std::wstring Unix(const std::wstring& path)
+{
+    return UnixPath(path);
+}
+
+// A sync or restore tool has put another file in the open one's place: what is saved would go nowhere.
+TEST_F(Opening, RefusesToWriteOnceAnotherFileIsInItsPlace)
+{
+    MakeStore();
+    const std::wstring other = Path() + L".other", away = Path() + L".away";
+    ASSERT_TRUE(CopyFileW(Path().c_str(), other.c_str(), TRUE));
+    {
+        DbJournal journal;
+        ASSERT_EQ(journal.Open(nullptr), 1);
+        ASSERT_NE(AddEntry(journal, L"before"), 0u);
+        ASSERT_TRUE(RunUnix(L"mv " + Unix(Path()) + L" " + Unix(away), [&] { return Exists(away); }));
+        EXPECT_EQ(AddEntry(journal, L"nowhere"), 0u);
+        EXPECT_EQ(journal.Trouble(), StoreTrouble::Unreachable);
+        ASSERT_TRUE(RunUnix(L"mv " + Unix(other) + L" " + Unix(Path()), [&] { return !Exists(other); }));
+        EXPECT_EQ(AddEntry(journal, L"elsewhere"), 0u);
+        EXPECT_EQ(journal.Trouble(), StoreTrouble::OtherFile);
+        CeDBase::BulkScope bulk(journal);
+        (void)AddEntry(journal, L"bulk");
+        EXPECT_EQ(bulk.Commit(), 0);
+        EXPECT_NE(bulk.Trouble(), StoreTrouble::None);
+        EXPECT_EQ(journal.RecordCount(), 2u);
+        // Put back, it is the journal again.
+        ASSERT_TRUE(RunUnix(L"mv " + Unix(away) + L" " + Unix(Path()), [&] { return !Exists(away); }));
+        EXPECT_NE(AddEntry(journal, L"after"), 0u);
+    }
+    ExpectUsable(3);
+}
+
+TEST_F(Opening, KeepsItsLogBesideTheFileThatALinkLeadsTo)
+{
+    MakeStore();
+    const std::wstring link = Path() + L".link.db";
+    ASSERT_TRUE(RunUnix(L"ln -s " + Unix(Path()) + L" " + Unix(link), [&] { return Exists(link); }));
+    SetEnvironmentVariableW(L"MERVANE_STORE", link.c_str());
+    EXPECT_EQ(mervane::PathKey(mervane::StorePath()), mervane::PathKey(Path()));
+    {
+        DbJournal journal;
+        ASSERT_EQ(journal.Open(nullptr), 1);
+        ASSERT_NE(AddEntry(journal, L"s"), 0u);
+        EXPECT_TRUE(Exists(Beside(L"-wal")));
+        EXPECT_FALSE(Exists(link + L"-wal"));
+    }
+    EXPECT_TRUE(DeleteFileW(link.c_str()));
 }
 
 class ReadOnlyStore : public Opening {
@@ -411,6 +672,7 @@ TEST_F(Opening, RefusesAStoreThatAnotherToolKeepsLocked)
         const std::string before = ReadFileBytes(Path());
         DbJournal journal;
         EXPECT_EQ(journal.Open(nullptr), 0);
+        EXPECT_EQ(journal.Trouble(), StoreTrouble::Locked);
         EXPECT_TRUE(ReadFileBytes(Path()) == before);
     }
     ExpectUsable(1);
@@ -423,6 +685,7 @@ TEST_F(Opening, RefusesAFileThatAnotherProgramKeepsToItself)
     ASSERT_NE(file, INVALID_HANDLE_VALUE);
     DbJournal journal;
     EXPECT_EQ(journal.Open(nullptr), 0);
+    EXPECT_EQ(journal.Trouble(), StoreTrouble::Locked);
     CloseHandle(file);
     ExpectUsable(1);
 }

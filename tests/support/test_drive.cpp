@@ -60,6 +60,16 @@ std::string UnixName(const std::wstring& path)
 
 } // namespace
 
+std::wstring UnixPath(const std::wstring& path)
+{
+    const std::string name = UnixName(path);
+    std::wstring wide(name.size() + 1, L'\0');
+    const int length =
+        MultiByteToWideChar(CP_UTF8, 0, name.c_str(), -1, wide.data(), static_cast<int>(wide.size()));
+    wide.resize(length ? static_cast<size_t>(length) - 1 : 0);
+    return wide;
+}
+
 TestDrive::TestDrive(UINT kind)
 {
     wchar_t folder[MAX_PATH];

@@ -5,6 +5,9 @@
 
 #include <string>
 
+// A path as the system below Wine has it; empty when it has none.
+std::wstring UnixPath(const std::wstring& path);
+
 // A drive letter for a folder of its own in the temporary folder, a network's or one that can be pulled out
 // (DRIVE_REMOTE, DRIVE_REMOVABLE), as Wine's mount manager makes it. Both are gone at the end.
 class TestDrive {

@@ -1,0 +1,40 @@
+#include "mervane/file_reader.h"
+
+namespace mervane {
+
+FileReader::FileReader(const std::wstring& path)
+    : m_file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                         nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr))
+{}
+
+FileReader::~FileReader()
+{
+    if (IsOpen())
+        CloseHandle(m_file);
+}
+
+uint64_t FileReader::Size() const
+{
+    LARGE_INTEGER size{};
+    return IsOpen() && GetFileSizeEx(m_file, &size) ? static_cast<uint64_t>(size.QuadPart) : 0;
+}
+
+bool FileReader::Read(uint64_t offset, std::span<BYTE> bytes) const
+{
+    LARGE_INTEGER place{};
+    place.QuadPart = static_cast<LONGLONG>(offset);
+    DWORD read = 0;
+    return IsOpen() && SetFilePointerEx(m_file, place, nullptr, FILE_BEGIN) &&
+           ReadFile(m_file, bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr) &&
+           read == bytes.size();
+}
+
+uint32_t BigEndianAt(std::span<const BYTE> bytes, size_t offset)
+{
+    uint32_t value = 0;
+    for (size_t i = 0; i < 4; ++i)
+        value = value << 8 | bytes[offset + i];
+    return value;
+}
+
+} // namespace mervane

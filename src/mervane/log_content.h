@@ -1,0 +1,49 @@
+// What the files beside a store say of the store that they were made for, read past SQLite: it takes them as
+// the store's by their names alone.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace mervane {
+
+// The part of a database's first page that changes with what is written.
+struct FirstPage {
+    uint32_t changes = 0; // counted up whenever the first page is written, mostly by one
+    uint32_t pages = 0;   // of the database
+    uint32_t schema = 0;  // counted up with the tables' shape, and by a copy that SQLite makes
+    uint32_t userVersion = 0;
+};
+
+struct DatabaseHeader {
+    uint32_t pageSize = 0;
+    bool usesLog = false;
+    FirstPage first;
+};
+std::optional<DatabaseHeader> ReadDatabaseHeader(const std::wstring& path);
+
+// A write-ahead log: what it has of whole transactions.
+struct LogContent {
+    uint32_t pageSize = 0;
+    std::vector<FirstPage> firstPages;
+    uint32_t pagesAtFirst = 0, pagesAtEnd = 0; // of the database, after the first and the last transaction
+};
+// None when it has no whole transaction, or is no log.
+std::optional<LogContent> ReadLog(const std::wstring& path);
+// Whether the log may have been made for the database: its first page is the one before the log's first, or
+// one that the log has (what was taken in already).
+bool MayBelong(const DatabaseHeader& database, const LogContent& log);
+
+// A rollback journal that SQLite would put back.
+struct JournalContent {
+    uint32_t pageSize = 0;
+    uint32_t pagesBefore = 0; // of the database; 0: it was just being made
+    std::optional<FirstPage> firstPage;
+};
+// None when it is no journal, or one that is done.
+std::optional<JournalContent> ReadJournal(const std::wstring& path);
+bool MayBelong(const DatabaseHeader& database, const JournalContent& journal);
+
+} // namespace mervane

@@ -1,0 +1,200 @@
+#include "mervane/store_neighbours.h"
+
+#include <windows.h>
+
+#include "mervane/file_reader.h"
+#include "mervane/log_content.h"
+#include "mervane/schema.h"
+#include "mervane/sql_trouble.h"
+
+namespace mervane {
+
+namespace {
+
+constexpr size_t kLogHeaderSize = 32;
+
+enum class Verdict { Belongs, SetAside, Unclear };
+
+bool IsSound(Database& database)
+{
+    Statement check(database, "PRAGMA integrity_check(1)");
+    return check.Step() == Statement::Result::Row && check.Text(0) == "ok";
+}
+
+// The file as it is, whatever lies beside it.
+bool IsSoundAlone(const std::wstring& path)
+{
+    Database database;
+    return database.Open(path, Database::Mode::Unchanging) && IsSound(database);
+}
+
+// The file with what lies beside it, tried on copies.
+bool IsSoundWith(const std::wstring& path, const wchar_t* suffix)
+{
+    wchar_t folder[MAX_PATH + 1], copy[MAX_PATH + 1];
+    if (!GetTempPathW(MAX_PATH, folder) || !GetTempFileNameW(folder, L"jrn", 0, copy))
+        return false;
+    const std::wstring beside = copy + std::wstring(suffix);
+    bool sound = false;
+    if (CopyFileW(path.c_str(), copy, FALSE) && CopyFileW((path + suffix).c_str(), beside.c_str(), FALSE)) {
+        Database database;
+        sound = database.Open(copy, Database::Mode::Create) && IsSound(database);
+    }
+    for (const wchar_t* left : {L"", L"-wal", L"-shm", L"-journal"})
+        DeleteFileW((copy + std::wstring(left)).c_str());
+    return sound;
+}
+
+// The only connection to a file, which leaves it and its log as they are.
+class Alone {
+  public:
+    explicit Alone(const std::wstring& path)
+    {
+        if (!m_database.Open(path, Database::Mode::Create))
+            return;
+        m_database.KeepLog();
+        (void)m_database.Execute("PRAGMA locking_mode = EXCLUSIVE; PRAGMA busy_timeout = 0");
+        m_marks = MarksIn(m_database);
+    }
+    bool IsIn() const { return m_marks.userVersion != -1; }
+    const StoreMarks& Marks() const { return m_marks; }
+    Database& Sql() { return m_database; }
+
+  private:
+    Database m_database;
+    StoreMarks m_marks{-1, -1};
+};
+
+// By what the two say of each other, and in doubt by whether they make a whole.
+Verdict JudgeLog(const std::wstring& path, Database& alone)
+{
+    const std::wstring logPath = path + L"-wal";
+    const std::optional<LogContent> log = ReadLog(logPath);
+    const std::optional<DatabaseHeader> header = ReadDatabaseHeader(path);
+    if (!log && FileReader(logPath).Size() <= kLogHeaderSize)
+        return Verdict::Belongs;
+    const bool may = log && header && MayBelong(*header, *log);
+    const bool isSoundAlone = IsSoundAlone(path);
+    if (may)
+        // What is damaged with its log and without it is read as far as it goes.
+        return IsSound(alone) || !isSoundAlone ? Verdict::Belongs : Verdict::Unclear;
+    if (isSoundAlone)
+        return Verdict::SetAside;
+    return log && IsSound(alone) ? Verdict::Belongs : Verdict::Unclear;
+}
+
+Verdict JudgeJournal(const std::wstring& path)
+{
+    const std::wstring journalPath = path + L"-journal";
+    BYTE first = 0;
+    // SQLite leaves one that begins with 0 alone.
+    if (!FileReader(journalPath).Read(0, {&first, 1}) || !first)
+        return Verdict::Belongs;
+    const std::optional<JournalContent> journal = ReadJournal(journalPath);
+    const std::optional<DatabaseHeader> header = ReadDatabaseHeader(path);
+    const bool may = journal && header && MayBelong(*header, *journal);
+    if (may && IsSoundWith(path, L"-journal"))
+        return Verdict::Belongs;
+    return !may && IsSoundAlone(path) ? Verdict::SetAside : Verdict::Unclear;
+}
+
+std::wstring Now()
+{
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    wchar_t text[32];
+    swprintf(text, 32, L"%04d%02d%02d-%02d%02d%02d", now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute,
+             now.wSecond);
+    return text;
+}
+
+StoreTrouble SetAside(const std::wstring& path)
+{
+    const std::wstring name = path + L".set-aside-" + Now();
+    std::wstring free = name;
+    for (int i = 2; FileExists(free); ++i)
+        free = name + L"-" + std::to_wstring(i);
+    if (MoveFileW(path.c_str(), free.c_str()))
+        return StoreTrouble::None;
+    const DWORD error = GetLastError();
+    // Another program may have done it.
+    return error == ERROR_FILE_NOT_FOUND ? StoreTrouble::None : TroubleOfSystem(error);
+}
+
+StoreTrouble Obey(Verdict verdict, const std::wstring& neighbour)
+{
+    switch (verdict) {
+    case Verdict::Belongs: return StoreTrouble::None;
+    case Verdict::SetAside: return SetAside(neighbour);
+    case Verdict::Unclear: return StoreTrouble::OddLog;
+    }
+    return StoreTrouble::OddLog;
+}
+
+// A file that cannot be written is not opened alone, and its folder often cannot be written either.
+StoreTrouble PrepareReadOnly(const std::wstring& path)
+{
+    const std::optional<LogContent> log = ReadLog(path + L"-wal");
+    const std::optional<DatabaseHeader> header = ReadDatabaseHeader(path);
+    return !log || (header && MayBelong(*header, *log)) ? StoreTrouble::None : StoreTrouble::OddLog;
+}
+
+StoreTrouble PrepareLog(const std::wstring& path, FileKind kind)
+{
+    if (!HasContent(path + L"-wal"))
+        return StoreTrouble::None;
+    // What was saved last may be in it alone, and a new file would do away with it.
+    if (kind == FileKind::Missing || kind == FileKind::Empty)
+        return StoreTrouble::OddLog;
+    if (kind == FileKind::ReadOnlyStore)
+        return PrepareReadOnly(path);
+    Verdict verdict;
+    {
+        Alone alone(path);
+        // Another program has the store open, with this log.
+        if (!alone.IsIn())
+            return StoreTrouble::None;
+        verdict = JudgeLog(path, alone.Sql());
+        // A newer program that was killed may have left its marks in the log only.
+        if (verdict == Verdict::Belongs && !MayUse(alone.Marks()))
+            return TroubleOfMarks(alone.Marks());
+    }
+    return Obey(verdict, path + L"-wal");
+}
+
+StoreTrouble PrepareJournal(const std::wstring& path, FileKind kind)
+{
+    const std::wstring journalPath = path + L"-journal";
+    if (!HasContent(journalPath))
+        return StoreTrouble::None;
+    if (kind == FileKind::Store)
+        return Obey(JudgeJournal(path), journalPath);
+    // SQLite would delete the journal of a file that is gone.
+    const std::optional<JournalContent> journal = ReadJournal(journalPath);
+    const bool isOfNewFile = kind != FileKind::ReadOnlyStore && journal && !journal->pagesBefore;
+    return isOfNewFile ? StoreTrouble::None : StoreTrouble::OddLog;
+}
+
+} // namespace
+
+bool FileExists(const std::wstring& path)
+{
+    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool HasContent(const std::wstring& path)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    return GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) &&
+           (data.nFileSizeLow || data.nFileSizeHigh);
+}
+
+StoreTrouble PrepareNeighbours(const std::wstring& path, const FileLook& file)
+{
+    if (file.trouble != StoreTrouble::None)
+        return file.trouble;
+    const StoreTrouble trouble = PrepareJournal(path, file.kind);
+    return trouble == StoreTrouble::None ? PrepareLog(path, file.kind) : trouble;
+}
+
+} // namespace mervane
