@@ -44,7 +44,15 @@ void ShowCreationError()
     MSG message;
     while (PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
     }
-    MessageBoxW(nullptr, L"Internal Main Window Creation Error", L"Journal", MB_OK);
+    MessageBoxW(nullptr, L"Internal Main Window Creation Error", kProgram, MB_OK);
+}
+
+// Which file, and what a person can do something about.
+void ShowUnopenedStore(const DbJournal& journal)
+{
+    if (!journal.IsOpen() && journal.Trouble() != StoreTrouble::None)
+        MessageBoxW(nullptr, NotOpenedText(mervane::StorePath(), journal.Trouble()).c_str(), kProgram,
+                    MB_OK | MB_ICONEXCLAMATION);
 }
 
 // The icon, unless the window has one: then null.
@@ -81,7 +89,10 @@ int JournalApp::InitInstance(HINSTANCE instance, int showCommand)
     switch (MakeMainWindow(store)) {
     case Made::Here: break;
     case Made::Elsewhere: return 0;
-    case Made::Failed: ShowCreationError(); return 0;
+    case Made::Failed:
+        ShowCreationError();
+        ShowUnopenedStore(m_journal);
+        return 0;
     }
     m_smallIcon = SetIconIfMissing(MainWindowHandle(), ICON_SMALL);
     m_bigIcon = SetIconIfMissing(MainWindowHandle(), ICON_BIG);

@@ -33,3 +33,9 @@ std::wstring NotDoneText(std::wstring_view what, StoreTrouble trouble, TypedText
         text += L", and what you have typed is still there";
     return text + L".";
 }
+
+std::wstring NotOpenedText(std::wstring_view path, StoreTrouble trouble)
+{
+    return std::wstring(path) + L"\n\ncannot be opened: " + ReasonText(trouble) +
+           L".\n\nNothing in it has been changed.";
+}

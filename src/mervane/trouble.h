@@ -32,6 +32,9 @@ enum class TypedText { None, StillThere };
 // saved". Then why, that nothing stored before is lost, and that what was typed is still there.
 std::wstring NotDoneText(std::wstring_view what, StoreTrouble trouble, TypedText typed = TypedText::None);
 
+// The same of a store that cannot be opened. path: the store's.
+std::wstring NotOpenedText(std::wstring_view path, StoreTrouble trouble);
+
 namespace mervane {
 
 // Of a question that can fail: a failure is not a "no".

@@ -59,12 +59,14 @@ TEST_F(InitInstance, AFailedCreationIsToldAndEndsIt)
     const MessageBoxAnswerer answerer;
     EXPECT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 0);
     EXPECT_EQ(App().MainWindowHandle(), nullptr);
-    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    ASSERT_EQ(answerer.Boxes().size(), 2u);
     EXPECT_EQ(answerer.Boxes()[0].text, L"Internal Main Window Creation Error");
     EXPECT_EQ(answerer.Boxes()[0].caption, L"Journal");
     EXPECT_EQ(answerer.Boxes()[0].owner, nullptr);
     EXPECT_EQ(answerer.Boxes()[0].answers.size(), 1u);
     EXPECT_EQ(answerer.Boxes()[0].icon, nullptr);
+    EXPECT_EQ(answerer.Boxes()[1].text, m_store.Path() + L"\n\ncannot be opened: the file is not a "
+                                                         L"journal.\n\nNothing in it has been changed.");
 }
 
 TEST_F(InitInstance, TheWindowIsShownPaintedAndAsLargeAsTheWorkArea)

@@ -7,7 +7,8 @@ namespace {
 class Start : public JournalWindowTest {
   protected:
     // Starts over a store that cannot be used: the box is shown and stays, and the program ends after it.
-    void ExpectFailedStart()
+    // reason: a part of the second box's sentence
+    void ExpectFailedStart(const std::wstring& reason)
     {
         ASSERT_TRUE(m_journal.Launch());
         const RemoteMessageBox box = WaitForMessageBox(m_journal.Id());
@@ -22,8 +23,18 @@ class Start : public JournalWindowTest {
         EXPECT_EQ(WaitForInputIdle(m_journal.Handle(), kRemoteLimit), 0u);
         EXPECT_TRUE(IsWindowVisible(box.Handle())) << "and stays";
         ASSERT_TRUE(box.Answer(IDOK));
+        ExpectReason(reason);
         ASSERT_TRUE(m_journal.WaitForEnd());
         EXPECT_EQ(m_journal.ExitCode(), 0u);
+    }
+
+    void ExpectReason(const std::wstring& reason)
+    {
+        const RemoteMessageBox box = WaitForMessageBox(m_journal.Id());
+        ASSERT_TRUE(box);
+        EXPECT_NE(box.Text().find(m_store.Path()), std::wstring::npos) << "which file";
+        EXPECT_NE(box.Text().find(reason), std::wstring::npos) << "and why";
+        ASSERT_TRUE(box.Answer(IDOK));
     }
 
     static void ExpectNoSettings()
@@ -37,14 +48,14 @@ TEST_F(Start, AFileThatIsNoStoreStaysAsItWas)
 {
     const std::string junk = "Dear diary,\r\nthis is no store.\r\n";
     ASSERT_TRUE(WriteFileBytes(m_store.Path(), junk));
-    ExpectFailedStart();
+    ExpectFailedStart(L"not a journal");
     EXPECT_EQ(ReadFileBytes(m_store.Path()), junk);
 }
 
 TEST_F(Start, AFailedStartStoresNoSetting)
 {
     ASSERT_TRUE(WriteFileBytes(m_store.Path(), "no store at all"));
-    ExpectFailedStart();
+    ExpectFailedStart(L"not a journal");
     ExpectNoSettings();
 }
 
@@ -55,7 +66,7 @@ TEST_F(Start, AFailedStartLeavesStoredSettingsAlone)
     ASSERT_TRUE(StoreSetting(L"Settings", L"mrestore", 321));
     ASSERT_TRUE(StoreSetting(L"Settings", L"wLeft", 17));
     ASSERT_TRUE(WriteFileBytes(m_store.Path(), "no store at all"));
-    ExpectFailedStart();
+    ExpectFailedStart(L"not a journal");
     EXPECT_EQ(NumberSetting(L"Settings", L"iCols"), 3u);
     EXPECT_EQ(NumberSetting(L"Settings", L"Column0"), 0x6B00A01Du);
     EXPECT_EQ(NumberSetting(L"Settings", L"Column1"), std::nullopt);
@@ -70,7 +81,7 @@ TEST_F(Start, ANewerStoreStaysAsItWas)
     ASSERT_GT(bytes.size(), 100u);
     bytes[60] = 0x7F; // the version, which SQLite keeps big-endian at offset 60
     ASSERT_TRUE(WriteFileBytes(m_store.Path(), bytes));
-    ExpectFailedStart();
+    ExpectFailedStart(L"a newer version");
     EXPECT_EQ(ReadFileBytes(m_store.Path()), bytes);
     ExpectNoSettings();
 }
@@ -85,7 +96,7 @@ TEST_F(Start, AStoreThatCannotBeOpenedStaysAsItWas)
                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
         ASSERT_NE(file, INVALID_HANDLE_VALUE);
         const UniqueKernelHandle owner(file);
-        ExpectFailedStart();
+        ExpectFailedStart(L"locked");
     }
     EXPECT_EQ(ReadFileBytes(m_store.Path()), bytes);
     ExpectNoSettings();
@@ -101,7 +112,7 @@ TEST_F(Start, ALockedStoreStaysAsItWas)
     {
         const StoreLock lock(m_store.Path());
         ASSERT_TRUE(lock.IsHeld());
-        ExpectFailedStart();
+        ExpectFailedStart(L"locked");
     }
     EXPECT_EQ(ReadFileBytes(m_store.Path()), bytes);
     ExpectNoSettings();
@@ -112,7 +123,7 @@ TEST_F(Start, ALockedStoreStaysAsItWas)
 TEST_F(Start, AFolderInTheStoresPlaceStays)
 {
     ASSERT_TRUE(CreateDirectoryW(m_store.Path().c_str(), nullptr));
-    ExpectFailedStart();
+    ExpectFailedStart(L"a folder");
     ExpectNoSettings();
     EXPECT_TRUE(RemoveDirectoryW(m_store.Path().c_str())) << "it is empty";
 }
