@@ -116,6 +116,8 @@ void AddressWindow::DeleteSelected()
                     MB_OK | MB_ICONERROR);
         return Reload();
     }
+    if (!m_isLoaded)
+        return;
     m_rows.Load();
     ShowRows({}, 0, row);
 }

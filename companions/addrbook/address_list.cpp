@@ -47,11 +47,11 @@ LRESULT AddressWindow::OnListNotify(NMHDR* header)
     }
     case NM_DBLCLK:
         if (reinterpret_cast<NMITEMACTIVATE*>(header)->iItem >= 0)
-            EditCurrent();
+            OnCommand(CMD_EDIT_CONTACT, 0);
         return 0;
     case LVN_KEYDOWN:
         if (reinterpret_cast<NMLVKEYDOWN*>(header)->wVKey == VK_DELETE)
-            DeleteSelected();
+            OnCommand(CMD_DELETE_CONTACT, 0);
         return 0;
     default: return 0;
     }
@@ -60,6 +60,8 @@ LRESULT AddressWindow::OnListNotify(NMHDR* header)
 // The Edit menu where the mouse is, or, when a key has asked for it, below the current contact.
 void AddressWindow::ShowListMenu(POINT point)
 {
+    if (!IsWindowEnabled(m_window))
+        return; // another program asks for it, behind a dialog
     if (point.x == -1 && point.y == -1) {
         RECT place{}, client{};
         GetClientRect(m_list, &client);
@@ -99,6 +101,8 @@ CEOID AddressWindow::Focused() const
 
 void AddressWindow::Reload(CEOID current)
 {
+    if (!m_isLoaded)
+        return; // the window was closed behind a dialog
     const int row = std::max(ListView_GetNextItem(m_list, -1, LVNI_FOCUSED), 0);
     std::vector<CEOID> selected = Selected();
     if (current)

@@ -6,13 +6,17 @@
 
 #include "addrbook/list_columns.h"
 #include "addrbook/resource.h"
+#include "mervane/store_path.h"
+#include "mervane/trouble.h"
+#include "ui/dialog_in_front.h"
 #include "ui/launch.h"
 #include "ui/message_font.h"
 #include "ui/program_icon.h"
 #include "ui/scale.h"
+#include "ui/session_end.h"
+#include "ui/store_window.h"
 #include "ui/window_placement.h"
 #include "ui/work_area.h"
-#include "mervane/trouble.h"
 
 namespace addrbook {
 
@@ -57,7 +61,7 @@ bool AddressWindow::Create(HINSTANCE instance)
                          WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top,
                          place.right - place.left, place.bottom - place.top, nullptr, nullptr, instance,
                          this)) {
-        MessageBoxW(nullptr, L"The address book cannot be shown.", kTitle, MB_OK | MB_ICONERROR);
+        m_failure = L"The address book cannot be shown.";
         return false;
     }
     if (m_contacts.Open(kContactsKey, m_window)) {
@@ -65,9 +69,14 @@ bool AddressWindow::Create(HINSTANCE instance)
         Reload();
         return true;
     }
-    MessageBoxW(nullptr, NotDoneText(L"The contacts cannot be opened", m_contacts.Trouble()).c_str(), kTitle,
-                MB_OK | MB_ICONERROR);
+    m_failure = NotDoneText(L"The contacts cannot be opened", m_contacts.Trouble());
+    DestroyWindow(m_window);
     return false;
+}
+
+void AddressWindow::TellFailure() const
+{
+    MessageBoxW(nullptr, m_failure.c_str(), kTitle, MB_OK | MB_ICONERROR);
 }
 
 void AddressWindow::ShowFirst(int showCommand)
@@ -84,6 +93,7 @@ LRESULT AddressWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_ACTIVATE:
         if (LOWORD(wParam) == WA_INACTIVE && IsChild(m_window, GetFocus()))
             m_focus = GetFocus();
+        PassActivationOn(m_window, wParam);
         return DefWindowProcW(m_window, message, wParam, lParam);
     case WM_COMMAND:
         OnCommand(GET_WM_COMMAND_ID(wParam, lParam), GET_WM_COMMAND_CMD(wParam, lParam));
@@ -97,6 +107,12 @@ LRESULT AddressWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
         return 0;
     case WM_HELP: ShowHelp(kHelpAddressBook, m_window); return TRUE;
     case kMsgDatabaseChange: OnContactsChanged(wParam); return 0;
+    case WM_CLOSE:
+        if (!PassCloseOn(m_window))
+            Close();
+        return 0;
+    case WM_QUERYENDSESSION: return AnswerSessionQuery(m_window);
+    case WM_ENDSESSION: OnEndSession(wParam); return 0;
     case WM_DESTROY: OnDestroy(); return 0;
     default: return DefWindowProcW(m_window, message, wParam, lParam);
     }
@@ -114,6 +130,7 @@ HWND AddressWindow::MakeChild(const wchar_t* windowClass, const wchar_t* text, D
 
 bool AddressWindow::OnCreate()
 {
+    SetStoreOfWindow(m_window, mervane::StoreNumber(mervane::StorePath()));
     m_font = MakeMessageFont();
     m_textHeight = TextHeight(m_window, m_font.get());
     m_smallIcon = SetProgramIcon(m_window, ICON_SMALL);
@@ -150,12 +167,32 @@ void AddressWindow::OnDestroy()
 {
     if (!m_isLoaded)
         return;
+    m_isLoaded = false;
     if (m_hasSettings) {
         SavePlacement(m_window, m_settings);
         SaveColumnWidths(m_list, m_settings);
     }
     m_contacts.Close();
     PostQuitMessage(0);
+}
+
+// The process may be ended as soon as this returns. Open dialogs go with the window; a transfer has been
+// stopped by then.
+void AddressWindow::OnEndSession(WPARAM ends)
+{
+    if (TakeSessionEnd(m_window, ends))
+        Close();
+}
+
+// Not while it is still being made, when nobody sees it. A copy that is started from here on opens a window
+// of its own.
+void AddressWindow::Close()
+{
+    if (!m_isLoaded)
+        return;
+    EndAnyMenu();
+    SetStoreOfWindow(m_window, kNoStore);
+    DestroyWindow(m_window);
 }
 
 // In the box the arrows move in the list, so that what was found is opened without leaving it.
@@ -181,6 +218,11 @@ void AddressWindow::OnCommand(int id, WORD notification)
     // Behind a dialog or a box nothing is begun, whoever asks for it.
     if (!IsWindowEnabled(m_window) && id != IDC_FIND && id != CMD_CLOSE)
         return;
+    // Nor within a menu's loop, where another program may ask for it.
+    if (id != IDC_FIND && EndMenuOf(m_window)) {
+        PostMessageW(m_window, WM_COMMAND, MAKEWPARAM(id, notification), 0);
+        return;
+    }
     switch (id) {
     case CMD_NEW_CONTACT: return NewContact();
     case IDOK:

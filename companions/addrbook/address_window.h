@@ -5,6 +5,7 @@
 #include <commctrl.h>
 
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "addrbook/contact.h"
@@ -30,8 +31,10 @@ class AddressWindow {
 
     [[nodiscard]] static bool RegisterWindowClass(HINSTANCE instance);
     // Opens the contacts and makes the window where it was left, which is not shown yet. False when either
-    // fails; a person has been told.
+    // fails: then there is no window.
     [[nodiscard]] bool Create(HINSTANCE instance);
+    // Tells a person why Create has failed, in a box.
+    void TellFailure() const;
     // Shows it where and as it was left.
     void ShowFirst(int showCommand);
     HWND Handle() const { return m_window; }
@@ -56,6 +59,8 @@ class AddressWindow {
     void OnFindChanged();
     void OnEscape();
     void OnDestroy();
+    void OnEndSession(WPARAM ends);
+    void Close();
 
     void NewContact();
     void EditCurrent();
@@ -82,7 +87,8 @@ class AddressWindow {
     RegistryStore m_settings;
     bool m_hasSettings = false;
     bool m_leftMaximized = false;
-    bool m_isLoaded = false;
+    bool m_isLoaded = false; // from the successful creation to the end of the window
+    std::wstring m_failure;  // of the creation
     DbContacts m_contacts;
     ContactRows m_rows;
     HINSTANCE m_instance = nullptr;

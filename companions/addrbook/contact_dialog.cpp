@@ -62,6 +62,7 @@ class ContactDialog : public Dialog {
   protected:
     bool OnInitDialog() override;
     const wchar_t* HelpTopic() const override { return kHelpContact; }
+    const wchar_t* Unsaved() const override { return IsChanged() ? L"A contact is not saved." : nullptr; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
   private:
@@ -69,6 +70,7 @@ class ContactDialog : public Dialog {
     bool FillBoxes();
     void Tell(const std::wstring& why) const;
     void FollowNames();
+    bool IsChanged() const;
     bool Save();
     void GrowBoxes();
 
@@ -197,13 +199,20 @@ void ContactDialog::OnOK()
         End(1);
 }
 
+// What cannot be read may be anything.
+bool ContactDialog::IsChanged() const
+{
+    if (!m_filled)
+        return false;
+    const std::optional<Contact> entered = Entered();
+    return !entered || *entered != m_contact;
+}
+
 void ContactDialog::OnCancel()
 {
-    const std::optional<Contact> entered = Entered();
-    const bool changed = !entered || *entered != m_contact; // what cannot be read may be anything
-    const int answer = changed ? MessageBoxW(GetWindow(), L"Save the changes to this contact?", kCaption,
-                                             MB_YESNOCANCEL | MB_ICONQUESTION)
-                               : IDNO;
+    const int answer = IsChanged() ? MessageBoxW(GetWindow(), L"Save the changes to this contact?", kCaption,
+                                                 MB_YESNOCANCEL | MB_ICONQUESTION)
+                                   : IDNO;
     if (answer == IDYES)
         OnOK();
     else if (answer == IDNO)

@@ -116,6 +116,12 @@ Transfer::State ExportJob::NameFor(unsigned milliseconds)
     return State::Working;
 }
 
+void ExportJob::Abandon()
+{
+    m_bulk.reset();
+    m_file.Discard();
+}
+
 Transfer::State ExportJob::StartAgainWithoutNames()
 {
     m_bulk.reset();

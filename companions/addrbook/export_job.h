@@ -23,6 +23,7 @@ class ExportJob : public Transfer {
     ExportJob(DbContacts& contacts, std::vector<CEOID> ids, const std::wstring& path);
 
     State Step(unsigned milliseconds) override;
+    void Abandon() override;
     int PerMille() const override;
     std::wstring Report() const override;
 

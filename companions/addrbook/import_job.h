@@ -27,6 +27,7 @@ class ImportJob : public Transfer {
 
     State Step(unsigned milliseconds) override;
     State Ask(HWND owner) override;
+    void Abandon() override { m_bulk.reset(); }
     int PerMille() const override;
     std::wstring Report() const override;
 

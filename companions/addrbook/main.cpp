@@ -3,20 +3,37 @@
 
 #include "addrbook/address_window.h"
 #include "addrbook/resource.h"
+#include "mervane/store_path.h"
 #include "mervane/store_waiter.h"
+#include "ui/dialog_in_front.h"
 #include "ui/paint_wait.h"
+#include "ui/store_window.h"
 
 namespace {
 
-bool BringRunningCopyForward()
+// A running copy's window over the same store, brought forward as large as it is; false when there is none.
+bool BringRunningCopyForward(uint64_t store)
 {
-    HWND running = FindWindowW(addrbook::kAddressWindowClass, nullptr);
-    if (!running)
+    HWND running = FindWindowOfStore(addrbook::kAddressWindowClass, store);
+    if (!IsWindow(running))
         return false;
-    if (IsIconic(running))
-        ShowWindow(running, SW_RESTORE);
-    SetForegroundWindow(GetLastActivePopup(running));
+    BringForward(running, IsIconic(running) ? SW_RESTORE : SW_SHOW);
     return true;
+}
+
+enum class Made { Here, Elsewhere, Failed };
+
+Made MakeWindow(HINSTANCE instance, int showCommand, addrbook::AddressWindow& window)
+{
+    const uint64_t store = mervane::StoreNumber(mervane::StorePath());
+    const StartTurn turn = TurnForStore(L"AddressBook", store);
+    if (BringRunningCopyForward(store))
+        return Made::Elsewhere;
+    if (!window.Create(instance))
+        return Made::Failed;
+    window.ShowFirst(showCommand);
+    UpdateWindow(window.Handle());
+    return Made::Here;
 }
 
 int Run(HINSTANCE instance, addrbook::AddressWindow& window)
@@ -39,14 +56,13 @@ int Run(HINSTANCE instance, addrbook::AddressWindow& window)
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand)
 {
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_PROGRESS_CLASS};
-    if (BringRunningCopyForward() || !InitCommonControlsEx(&controls) ||
-        !addrbook::AddressWindow::RegisterWindowClass(instance))
+    if (!InitCommonControlsEx(&controls) || !addrbook::AddressWindow::RegisterWindowClass(instance))
         return 0;
     SetStoreWaiter(PaintWhileWaiting);
     addrbook::AddressWindow window;
-    if (!window.Create(instance))
-        return 1;
-    window.ShowFirst(showCommand);
-    UpdateWindow(window.Handle());
-    return Run(instance, window);
+    switch (MakeWindow(instance, showCommand, window)) {
+    case Made::Here: return Run(instance, window);
+    case Made::Elsewhere: return 0;
+    default: window.TellFailure(); return 1;
+    }
 }

@@ -25,6 +25,7 @@ class TransferDialog : public Dialog {
     bool OnInitDialog() override;
     const wchar_t* HelpTopic() const override { return kHelpTransfer; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    void OnSessionEnd() override;
 
   private:
     void Step();
@@ -34,15 +35,28 @@ class TransferDialog : public Dialog {
     const wchar_t* m_title;
     Transfer& m_transfer;
     Transfer::State m_state = Transfer::State::Working;
+    bool m_isStepping = false;
 };
 
-// At the end there is nothing left to cancel. Where a question stands, that is what is cancelled.
+// At the end there is nothing left to cancel. In the midst of a step, which another program's request can
+// reach, the step's end is waited for.
 void TransferDialog::OnCancel()
 {
-    if (m_state == Transfer::State::Asking)
-        PostMessageW(GetLastActivePopup(GetWindow()), WM_CLOSE, 0, 0);
+    if (m_isStepping)
+        m_state = Transfer::State::Cancelled;
     else
         OnOK();
+}
+
+// A step that waits for another program's write can hear of it. It is not interrupted: what it has begun is
+// taken back behind it, or by the store when the process ends first.
+void TransferDialog::OnSessionEnd()
+{
+    if (m_state == Transfer::State::Done || m_state == Transfer::State::Failed)
+        return;
+    m_state = Transfer::State::Cancelled;
+    if (!m_isStepping)
+        m_transfer.Abandon();
 }
 
 bool TransferDialog::OnInitDialog()
@@ -65,9 +79,17 @@ bool TransferDialog::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT*)
     return true;
 }
 
+// Meanwhile it may have been cancelled, or the session have ended and the window with it.
 void TransferDialog::Step()
 {
-    m_state = m_transfer.Step(kStepTime);
+    m_isStepping = true;
+    const Transfer::State state = m_transfer.Step(kStepTime);
+    m_isStepping = false;
+    if (m_state == Transfer::State::Cancelled) {
+        m_transfer.Abandon();
+        return End(0);
+    }
+    m_state = state;
     SendMessageW(GetItem(IDC_TRANSFER_BAR), PBM_SETPOS, static_cast<WPARAM>(m_transfer.PerMille()), 0);
     if (m_state == Transfer::State::Asking)
         Ask();

@@ -27,10 +27,12 @@ BOOL CALLBACK FindWorkableDialog(HWND window, LPARAM lParam)
     return FALSE;
 }
 
-// Some systems would take a close for an answer that the box does not offer.
+// Some systems would take a close for an answer that a question does not offer. Nor does one that offers
+// Cancel take it: where all windows of a program are asked, the first request makes the question and the
+// next would take it away before anybody has seen it.
 bool CanBeCancelled(HWND dialog)
 {
-    return !GetDlgItem(dialog, IDYES) || GetDlgItem(dialog, IDCANCEL);
+    return !GetDlgItem(dialog, IDYES);
 }
 
 bool IsMenuOpen(GUITHREADINFO* info)

@@ -18,7 +18,7 @@ void EndAnyMenu();
 
 // For a WM_CLOSE: true when it is not the window's own, and has been handed on. A menu that is open is ended
 // first and the request comes again; a disabled window's goes to the dialog in front, which comes forward. A
-// question that cannot be cancelled only comes forward.
+// question with Yes and No only comes forward.
 [[nodiscard]] bool PassCloseOn(HWND window);
 
 // For a WM_ACTIVATE, whose wParam it takes: where a disabled window is made the active one, the dialog in

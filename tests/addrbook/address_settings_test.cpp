@@ -194,6 +194,9 @@ TEST_F(AddressSettings, AFailedStartStoresNothing)
     ASSERT_TRUE(AddressWindow::RegisterWindowClass(instance));
     m_window = std::make_unique<AddressWindow>();
     EXPECT_FALSE(m_window->Create(instance));
+    EXPECT_EQ(m_window->Handle(), nullptr);
+    EXPECT_TRUE(answerer.Boxes().empty()) << "another start would wait for its answer";
+    m_window->TellFailure();
     Close();
     EXPECT_EQ(answerer.Boxes().size(), 1u);
     EXPECT_EQ(m_settings.GetNumber(L"Settings", L"wRight", 0), 0u);
@@ -210,6 +213,7 @@ TEST_F(AddressSettings, AWindowThatCannotBeMadeSaysSo)
         const WindowRefuser refuser(refused);
         m_window = std::make_unique<AddressWindow>();
         EXPECT_FALSE(m_window->Create(instance)) << refused;
+        m_window->TellFailure();
         m_window.reset();
         MSG message;
         EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) << refused;

@@ -130,6 +130,14 @@ TEST_F(BesideTheJournal, AnOpenEditorsListFollows)
     EXPECT_TRUE(WaitFor([&] { return Book().Text(0, 0) == L"Smith, Jane"; }));
 }
 
+TEST_F(BesideTheJournal, TheMenuBringsAnOpenAddressBookForward)
+{
+    ASSERT_TRUE(Activate(m_journal.MainWindow()));
+    PostCommand(m_journal.MainWindow(), CMD_CONTACTS);
+    EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == m_book; }));
+    EXPECT_EQ(VisibleWindows(kAddressBook), std::vector{m_book});
+}
+
 // The other way: whoever else writes a contact, the open address book shows it.
 TEST_F(BesideTheJournal, TheAddressBookFollowsAnotherProgram)
 {

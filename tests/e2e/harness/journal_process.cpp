@@ -89,6 +89,20 @@ bool JournalProcess::WaitForEnd(DWORD limit) const
     return m_process && WaitForSingleObject(m_process.get(), limit) == WAIT_OBJECT_0;
 }
 
+bool JournalProcess::RunTaskKill() const
+{
+    std::wstring line = L"taskkill.exe /pid " + std::to_wstring(m_id);
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr, nullptr,
+                        &startup, &process))
+        return false;
+    CloseHandle(process.hThread);
+    const UniqueKernelHandle owner(process.hProcess);
+    return WaitForSingleObject(owner.get(), kRemoteLimit) == WAIT_OBJECT_0;
+}
+
 void JournalProcess::Kill()
 {
     if (IsRunning()) {

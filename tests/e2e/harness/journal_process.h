@@ -38,6 +38,8 @@ class JournalProcess {
     // Asks the main window to close and waits for the end; true when the process ended within the limit.
     [[nodiscard]] bool Close(DWORD limit = kRemoteLimit);
     [[nodiscard]] bool WaitForEnd(DWORD limit = kRemoteLimit) const;
+    // Has the system's own program ask all its windows to close; false when that program cannot be run.
+    [[nodiscard]] bool RunTaskKill() const;
     // Ends it without asking, as a power cut would.
     void Kill();
     // Nothing while it runs.

@@ -82,6 +82,15 @@ HWND FindTopWindow(DWORD process, const wchar_t* windowClass, const wchar_t* tit
     });
 }
 
+std::vector<HWND> VisibleWindows(const wchar_t* windowClass)
+{
+    std::vector<HWND> windows;
+    for (HWND window = nullptr; (window = FindWindowExW(nullptr, window, windowClass, nullptr)) != nullptr;)
+        if (IsWindowVisible(window))
+            windows.push_back(window);
+    return windows;
+}
+
 HWND WaitForDialog(DWORD process, const wchar_t* title, DWORD limit)
 {
     const auto matches = [&](HWND window) { return IsPlainDialog(window) && TextOf(window) == title; };

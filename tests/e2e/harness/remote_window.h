@@ -12,6 +12,8 @@
 // The visible top-level window of a process that has the class and, unless null, the title; null when none
 // has.
 HWND FindTopWindow(DWORD process, const wchar_t* windowClass, const wchar_t* title = nullptr);
+// The visible top-level windows of the class, of whatever process.
+std::vector<HWND> VisibleWindows(const wchar_t* windowClass);
 // The process's dialog with this title that is no message box, once it is visible; null after the limit.
 [[nodiscard]] HWND WaitForDialog(DWORD process, const wchar_t* title, DWORD limit = kRemoteLimit);
 // The same for a dialog that is known by a control only it has.

@@ -10,16 +10,6 @@ namespace {
 
 using Copies = JournalWindowTest;
 
-// The visible main windows of all copies.
-std::vector<HWND> MainWindows()
-{
-    std::vector<HWND> windows;
-    for (HWND window = nullptr; (window = FindWindowExW(nullptr, window, L"Journal", nullptr)) != nullptr;)
-        if (IsWindowVisible(window))
-            windows.push_back(window);
-    return windows;
-}
-
 TEST_F(Copies, OfTwoStartedAtOnceOneOpens)
 {
     constexpr int kPairs = 40;
@@ -29,7 +19,7 @@ TEST_F(Copies, OfTwoStartedAtOnceOneOpens)
         ASSERT_TRUE(WaitFor([&] { return both[0].IsRunning() != both[1].IsRunning(); })) << i;
         JournalProcess& open = both[both[0].IsRunning() ? 0 : 1];
         ASSERT_NE(open.WaitForMainWindow(), nullptr) << i;
-        EXPECT_EQ(MainWindows(), std::vector{open.MainWindow()}) << i;
+        EXPECT_EQ(VisibleWindows(L"Journal"), std::vector{open.MainWindow()}) << i;
         EXPECT_FALSE(HasMessageBox(open.Id()));
         ASSERT_TRUE(open.Close()) << i;
         for (const JournalProcess& copy : both)
@@ -49,7 +39,7 @@ TEST_F(Copies, EachStoreHasAWindow)
         HWND window = second.Start();
         ASSERT_NE(window, nullptr);
         EXPECT_EQ(RemoteListView(ChildOfClass(window, L"SysListView32")).RowCount(), 0);
-        EXPECT_EQ(MainWindows().size(), 2u);
+        EXPECT_EQ(VisibleWindows(L"Journal").size(), 2u);
         // And another start with the same store, spelt otherwise, shows the same.
         ASSERT_TRUE(Activate(Window()));
         std::wstring large = other;
@@ -58,7 +48,7 @@ TEST_F(Copies, EachStoreHasAWindow)
         ASSERT_TRUE(third.Launch());
         ASSERT_TRUE(third.WaitForEnd());
         EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == window; }));
-        EXPECT_EQ(MainWindows().size(), 2u);
+        EXPECT_EQ(VisibleWindows(L"Journal").size(), 2u);
         EXPECT_TRUE(second.Close());
     }
     SetEnvironmentVariableW(L"MERVANE_STORE", m_store.Path().c_str());

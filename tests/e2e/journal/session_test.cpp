@@ -20,19 +20,6 @@ class Session : public JournalWindowTest {
 
     LRESULT Query(HWND window) const { return Send(window, WM_QUERYENDSESSION, 0, 0, -1); }
 
-    void RunTaskKill()
-    {
-        std::wstring line = L"taskkill.exe /pid " + std::to_wstring(m_journal.Id());
-        STARTUPINFOW startup{};
-        startup.cb = sizeof startup;
-        PROCESS_INFORMATION process{};
-        ASSERT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
-                                   nullptr, &startup, &process));
-        CloseHandle(process.hThread);
-        const UniqueKernelHandle owner(process.hProcess);
-        ASSERT_EQ(WaitForSingleObject(owner.get(), kRemoteLimit), WAIT_OBJECT_0);
-    }
-
     // One question stands, and answered with No leaves the editor as it was.
     void ExpectOneQuestion(HWND editor)
     {
@@ -144,14 +131,14 @@ TEST_F(Session, TheTaskListAsksOnce)
     ASSERT_NE(m_journal.Start(), nullptr);
     HWND editor = OpenUnsaved();
     ASSERT_NE(editor, nullptr);
-    RunTaskKill();
+    ASSERT_TRUE(m_journal.RunTaskKill());
     ExpectOneQuestion(editor);
 }
 
 TEST_F(Session, TheTaskListClosesAWindowWithNothingOpen)
 {
     ASSERT_NE(m_journal.Start(), nullptr);
-    RunTaskKill();
+    ASSERT_TRUE(m_journal.RunTaskKill());
     ASSERT_TRUE(m_journal.WaitForEnd());
     EXPECT_EQ(m_journal.ExitCode(), 0u);
     EXPECT_TRUE(NumberSetting(L"Settings", L"wLeft"));
