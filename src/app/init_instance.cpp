@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include "app/main_window.h"
+#include "app/rescue_offer.h"
 #include "mervane/store_path.h"
 #include "options/password.h"
 #include "res/resource.h"
@@ -109,6 +110,11 @@ JournalApp::Made JournalApp::MakeMainWindow(uint64_t store)
         return Made::Elsewhere;
     m_mainWindow = {new MainWindow, [](MainWindow* window) { delete window; }};
     return m_mainWindow->Create(m_instance) ? Made::Here : Made::Failed;
+}
+
+void JournalApp::OfferUnsavedEntries()
+{
+    OfferRescues(MainWindowHandle(), m_mainWindow->List());
 }
 
 int JournalApp::Run()

@@ -10,5 +10,6 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand)
     JournalApp& app = App();
     if (!app.InitInstance(instance, showCommand))
         return 0;
+    app.OfferUnsavedEntries();
     return app.Run();
 }

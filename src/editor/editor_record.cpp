@@ -1,7 +1,9 @@
 #include "editor/editor_record.h"
 
+#include <algorithm>
 #include <cwchar>
 
+#include "editor/category_assignment.h"
 #include "editor/category_flags.h"
 
 namespace {
@@ -57,6 +59,12 @@ std::vector<BYTE> ImageOf(const CEPROPVAL* properties, WORD count)
     for (WORD i = 0; i < count; ++i)
         AppendProperty(&image, properties[i]);
     return image;
+}
+
+// Not when it cannot be told.
+bool IsGone(CeDBase& records, CEOID id)
+{
+    return records.IsOpen() && records.SeekRecord(id) != id && records.Trouble() == StoreTrouble::None;
 }
 
 } // namespace
@@ -123,8 +131,10 @@ EditorRecord::Saved EditorRecord::Save(EntryToWrite* entry, Theirs theirs)
     const Saved saved = CountUsesAndWrite(entry, theirs);
     if (saved == Saved::Failed || saved == Saved::Changed)
         m_categories = before;
-    else
+    else {
         m_categories.DeleteStack();
+        m_isSaved = true;
+    }
     return saved;
 }
 
@@ -245,4 +255,45 @@ EditorRecord::Saved EditorRecord::WriteTo(Target target, EntryToWrite* entry, CE
     // Unless it can be read back, the next save takes the record for changed and asks.
     m_image = m_journal.SeekRecord(m_id) == m_id ? ReadImage() : std::nullopt;
     return update ? Saved::Updated : Saved::Created;
+}
+
+uint64_t EditorRecord::ImageNumber() const
+{
+    if (!m_image)
+        return 0;
+    return NumberOfBytes({reinterpret_cast<const char*>(m_image->data()), m_image->size()});
+}
+
+void EditorRecord::DescribeTo(RescueState* state) const
+{
+    state->id = m_id;
+    state->image = ImageNumber();
+    if (!m_isSaved || !m_categories.IsEmpty())
+        state->categories = AssignedCategories(m_categories);
+    state->contacts = m_contacts.Assigned();
+}
+
+void EditorRecord::GoOnWith(const RescueState& state)
+{
+    if (ImageNumber() != state.image)
+        m_image.reset();
+    if (state.categories)
+        AssignOnly(*state.categories);
+    const std::vector<CEOID> loaded = m_contacts.Assigned();
+    for (const CEOID id : loaded)
+        m_contacts.Unassign(id);
+    for (const CEOID id : state.contacts)
+        if (!IsGone(m_contacts, id))
+            m_contacts.Assign(id);
+}
+
+// Through the stack's own steps, so that a save counts each use once.
+void EditorRecord::AssignOnly(const std::vector<CEOID>& categories)
+{
+    for (const CEOID id : AssignedCategories(m_categories))
+        if (!std::count(categories.begin(), categories.end(), id))
+            ReleaseCategory(&m_categories, id);
+    for (const CEOID id : categories)
+        if (m_categories.Find(id) || !IsGone(m_categoryStore, id))
+            AssignCategory(&m_categories, id);
 }

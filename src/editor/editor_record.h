@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "data/journal_entry.h"
+#include "data/rescue_state.h"
 #include "mervane/db_categories.h"
 #include "mervane/db_contacts.h"
 #include "mervane/db_journal.h"
@@ -48,6 +49,14 @@ class EditorRecord {
     [[nodiscard]] Saved Save(EntryToWrite* entry, Theirs theirs = Theirs::Ask);
     // The next save writes a new record and leaves the one that was loaded as it is.
     void SaveAsNew() { m_id = 0; }
+
+    // The part of a rescue that the record has: which one it is, what it was, and the assigned sets. Of a
+    // record that was saved here the categories are those that it has.
+    void DescribeTo(RescueState* state) const;
+    // Behind Load: takes over the assigned sets of an entry that was being edited when the program ended.
+    // Where the record is not any more what it was then, it counts as changed by somebody else.
+    void GoOnWith(const RescueState& state);
+
     // Why the last load or save failed.
     StoreTrouble Trouble() const { return m_trouble; }
 
@@ -74,6 +83,8 @@ class EditorRecord {
                                  LocalBlock<BYTE>* contacts);
     std::optional<Image> ReadImage();
     Saved Fail(StoreTrouble trouble);
+    uint64_t ImageNumber() const;
+    void AssignOnly(const std::vector<CEOID>& categories);
 
     DbJournal& m_journal;
     CEOID* m_reference;
@@ -82,6 +93,7 @@ class EditorRecord {
     bool m_unread = false;        // the record is there, or may be, and was not loaded
     std::optional<Image> m_image; // of the record as it was loaded or saved last; none: not known
     std::wstring m_subject;       // that was loaded
+    bool m_isSaved = false;       // here, which has emptied the stack
     StoreTrouble m_trouble = StoreTrouble::None;
     ZStack m_categories;
     DbCategories m_categoryStore;

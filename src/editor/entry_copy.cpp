@@ -5,6 +5,7 @@
 #include "editor/category_assignment.h"
 #include "util/date_text.h"
 #include "util/duration_text.h"
+#include "util/whole_file.h"
 
 namespace {
 
@@ -69,13 +70,6 @@ std::string Utf8(const std::wstring& text)
     return bytes;
 }
 
-bool WriteAll(HANDLE file, const std::string& bytes)
-{
-    DWORD written = 0;
-    return WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
-           written == bytes.size() && FlushFileBuffers(file);
-}
-
 } // namespace
 
 std::wstring EntryCopyText(const EntryToWrite& entry, EditorRecord& record)
@@ -96,12 +90,7 @@ std::wstring EntryCopyText(const EntryToWrite& entry, EditorRecord& record)
 
 bool WriteTextFile(const wchar_t* path, const std::wstring& text)
 {
-    HANDLE handle =
-        CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (handle == INVALID_HANDLE_VALUE)
-        return false;
-    const UniqueKernelHandle file(handle);
-    return WriteAll(file.get(), "\xEF\xBB\xBF" + Utf8(text));
+    return WriteWholeFile(path, "\xEF\xBB\xBF" + Utf8(text));
 }
 
 void SaveEntryCopy(HWND owner, const std::wstring& text)

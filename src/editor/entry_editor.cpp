@@ -4,13 +4,30 @@
 #include "editor/entry_editor_dialog.h"
 #include "res/resource.h"
 
+namespace {
+
+int Run(EntryEditor* editor, HWND owner)
+{
+    HWND over = owner ? owner : App().MainWindowHandle();
+    const INT_PTR ended = editor->DoModal(GetModuleHandleW(nullptr), IDD_ENTRY_EDITOR, over);
+    if (ended == -1 && editor->Trouble() != StoreTrouble::None)
+        MessageBoxW(over, NotDoneText(L"The entry was not opened", editor->Trouble()).c_str(), L"Warning",
+                    MB_OK | MB_ICONEXCLAMATION);
+    return ended == 1 ? 1 : 0;
+}
+
+} // namespace
+
 int OpenEntryEditor(HWND owner, CEOID* id)
 {
     EntryEditor editor(id);
-    HWND over = owner ? owner : App().MainWindowHandle();
-    const INT_PTR ended = editor.DoModal(GetModuleHandleW(nullptr), IDD_ENTRY_EDITOR, over);
-    if (ended == -1 && editor.Trouble() != StoreTrouble::None)
-        MessageBoxW(over, NotDoneText(L"The entry was not opened", editor.Trouble()).c_str(), L"Warning",
-                    MB_OK | MB_ICONEXCLAMATION);
-    return ended == 1 ? 1 : 0;
+    return Run(&editor, owner);
+}
+
+int OpenRescuedEntry(HWND owner, RescueFile file, RescueState state, CEOID* id)
+{
+    *id = state.id;
+    EntryEditor editor(id);
+    editor.GoOnWith(std::move(file), std::move(state));
+    return Run(&editor, owner);
 }

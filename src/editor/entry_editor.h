@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include "editor/rescue_file.h"
 #include "mervane/ce_types.h"
 
 // Runs the editor over template 139 with the main window (or the given one) as owner. *id is the record to
@@ -10,3 +11,7 @@
 // closed with OK, 0 after Cancel. A record that cannot be read is not opened: a box says so, and the result
 // is 0. The caller refreshes its list.
 int OpenEntryEditor(HWND owner, CEOID* id);
+
+// The same over what was being edited when a program ended. The file is removed when that is saved or given
+// up; otherwise it stays. *id gets the record that was edited, as OpenEntryEditor has it.
+int OpenRescuedEntry(HWND owner, RescueFile file, RescueState state, CEOID* id);

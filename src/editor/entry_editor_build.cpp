@@ -27,6 +27,13 @@ void Select(HWND box, int item)
     SendMessageW(box, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
 }
 
+// As if it had been typed.
+void ShowText(HWND box, const std::wstring& text)
+{
+    Select(box, -1);
+    SetWindowTextW(box, text.c_str());
+}
+
 void FillTypeBox(HWND box, const RegistryStore& settings)
 {
     AddItems(box, kEntryTypes);
@@ -46,6 +53,11 @@ bool EntryEditor::OnInitDialog()
     if (UsesInputPanel(App()))
         ShowInputPanel(true);
     SetModified(false);
+    if (m_found) {
+        m_rescue.TakeOver(std::move(m_foundFile));
+        ApplyRescued(*m_found);
+        SetModified(true);
+    }
     SetFocus(m_controls.date);
     return false;
 }
@@ -195,4 +207,30 @@ void EntryEditor::ApplyLoaded(const JournalEntry& entry)
         m_times.end = *entry.endTime;
     if (entry.duration)
         m_times.duration = *entry.duration;
+}
+
+void EntryEditor::ApplyRescued(const RescueState& state)
+{
+    m_record.GoOnWith(state);
+    ApplyRescuedTimes(state.entry);
+    if (IsPlaceholder(state.entry.subject, kSubjectPlaceholder))
+        SelectNoSubject(m_controls.subject);
+    else
+        ShowText(m_controls.subject, state.entry.subject);
+    if (const int type = FindType(state.entry.type); type >= 0)
+        Select(m_controls.type, type);
+    SetWindowTextW(m_controls.body, state.entry.body.c_str());
+    m_bar.SetFace(CMD_PRIORITY, PriorityFace(state.entry.priority));
+    m_bar.SetFace(CMD_SENSITIVITY, SensitivityFace(state.entry.sensitivity));
+    ShowCategories();
+}
+
+// The ends behind what showing the start makes of them.
+void EntryEditor::ApplyRescuedTimes(const EntryToWrite& entry)
+{
+    m_times.StartAt(entry.date);
+    ShowTimes();
+    m_times.end = entry.endTime;
+    m_times.duration = entry.duration;
+    ShowDuration();
 }

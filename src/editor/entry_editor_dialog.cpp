@@ -12,6 +12,7 @@
 #include "editor/scoped_quiet.h"
 #include "editor/subject_box.h"
 #include "editor/zoom.h"
+#include "mervane/store_path.h"
 #include "mervane/z_cats_dlg.h"
 #include "res/resource.h"
 #include "ui/drop_down.h"
@@ -51,6 +52,12 @@ bool IsChange(WORD code)
 } // namespace
 
 EntryEditor::EntryEditor(CEOID* id) : m_record(App().Journal(), id) {}
+
+void EntryEditor::GoOnWith(RescueFile file, RescueState state)
+{
+    m_foundFile = std::move(file);
+    m_found = std::move(state);
+}
 
 bool EntryEditor::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
 {
@@ -284,6 +291,8 @@ void EntryEditor::OnTimerButton()
 
 bool EntryEditor::OnTimer(UINT_PTR id)
 {
+    if (m_rescue.OnTimer(GetWindow(), id))
+        return true;
     if (!m_timer.IsTick(id))
         return false;
     AddTimeSinceLastTick(&App(), &m_times);
@@ -330,6 +339,8 @@ void EntryEditor::SetModified(bool modified)
 {
     m_modified = modified;
     m_bar.Enable(CMD_SAVE, modified);
+    if (modified)
+        m_rescue.Ask(GetWindow());
 }
 
 EditorRecord::Saved EntryEditor::Save()
@@ -347,6 +358,8 @@ EditorRecord::Saved EntryEditor::Save()
         saved = SaveOverChange(&*entry);
     if (saved == EditorRecord::Saved::Updated)
         SetModified(false);
+    if (saved == EditorRecord::Saved::Updated || saved == EditorRecord::Saved::Created)
+        m_rescue.Discard(GetWindow());
     if (saved == EditorRecord::Saved::Failed)
         TellNotSaved(m_record.Trouble(), &*entry);
     return saved;
@@ -384,9 +397,14 @@ void EntryEditor::TellNotSaved(StoreTrouble trouble, const EntryToWrite* entry)
 void EntryEditor::TakeTyped()
 {
     TakeTypedTime(GetWindow());
-    HWND focus = GetFocus();
-    if (focus && IsChild(m_controls.duration, focus) && GetWindowTextLengthW(m_controls.duration) > 0)
+    if (IsTypingDuration())
         OnDuration(CBN_KILLFOCUS);
+}
+
+bool EntryEditor::IsTypingDuration() const
+{
+    HWND focus = GetFocus();
+    return focus && IsChild(m_controls.duration, focus) && GetWindowTextLengthW(m_controls.duration) > 0;
 }
 
 // Nothing when a text cannot be had from its control: it must not be taken for an empty one.
@@ -410,6 +428,32 @@ std::optional<EntryToWrite> EntryEditor::Collect() const
     return entry;
 }
 
+// What is being typed stays as it is in its field.
+std::optional<RescueState> EntryEditor::StateToRescue() const
+{
+    std::optional<EntryToWrite> entry = Collect();
+    if (!entry)
+        return std::nullopt;
+    if (IsTypingDuration()) {
+        EditorTimes times = m_times;
+        times.TakeDurationText(TextOf(m_controls.duration));
+        times.FollowDuration();
+        entry->endTime = times.end;
+        entry->duration = times.duration;
+    }
+    RescueState state;
+    state.store = mervane::StoreNumber(mervane::StorePath());
+    state.entry = std::move(*entry);
+    m_record.DescribeTo(&state);
+    return state;
+}
+
+void EntryEditor::OnSessionEnd()
+{
+    if (m_modified)
+        m_rescue.WriteNow(GetWindow());
+}
+
 void EntryEditor::OnOK()
 {
     if (UsesInputPanel(App()))
@@ -429,6 +473,7 @@ void EntryEditor::OnCancel()
     if (m_modified &&
         MessageBoxW(GetWindow(), L"Cancel changes?", kWarning, MB_YESNO | MB_ICONQUESTION) != IDYES)
         return;
+    m_rescue.Discard(GetWindow());
     m_views.DestroyLists();
     if (UsesInputPanel(App()))
         ShowInputPanel(false);

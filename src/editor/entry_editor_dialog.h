@@ -10,6 +10,7 @@
 #include "editor/editor_controls.h"
 #include "editor/editor_layout.h"
 #include "editor/editor_record.h"
+#include "editor/editor_rescue.h"
 #include "editor/editor_times.h"
 #include "editor/entry_timer.h"
 #include "ui/dialog.h"
@@ -22,6 +23,9 @@ class EntryEditor : public Dialog {
   public:
     // id is the caller's, see OpenEntryEditor.
     explicit EntryEditor(CEOID* id);
+    // Before it runs: what it shows in place of what the record has, and the file that this is from, which it
+    // goes on with once it is open.
+    void GoOnWith(RescueFile file, RescueState state);
 
     // Why the record could not be read, when it ended with -1; None when it could not be made.
     StoreTrouble Trouble() const { return m_record.Trouble(); }
@@ -35,6 +39,7 @@ class EntryEditor : public Dialog {
     const wchar_t* HelpTopic() const override { return m_helpTopic; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
     const wchar_t* Unsaved() const override { return m_modified ? L"An entry is not saved." : nullptr; }
+    void OnSessionEnd() override;
 
   private:
     // Building
@@ -47,6 +52,8 @@ class EntryEditor : public Dialog {
     void ShowTimes();
     [[nodiscard]] bool Load();
     void ApplyLoaded(const JournalEntry& entry);
+    void ApplyRescued(const RescueState& state);
+    void ApplyRescuedTimes(const EntryToWrite& entry);
 
     // Messages
     bool OnCommand(int id, WORD code);
@@ -82,6 +89,8 @@ class EntryEditor : public Dialog {
     void TellNotSaved(StoreTrouble trouble, const EntryToWrite* entry);
     void TakeTyped();
     std::optional<EntryToWrite> Collect() const;
+    bool IsTypingDuration() const;
+    std::optional<RescueState> StateToRescue() const;
 
     EditorRecord m_record;
     EditorTimes m_times;
@@ -96,5 +105,8 @@ class EntryEditor : public Dialog {
     bool m_modified = false;
     bool m_quiet = false; // the editor itself is filling its controls
     AssignViews m_views{&m_record, &m_quiet};
+    std::optional<RescueState> m_found; // to go on with
+    RescueFile m_foundFile;
+    EditorRescue m_rescue{[this] { return StateToRescue(); }};
     Gathered m_refresh{[this] { ShowChanges(); }}; // of other programs
 };

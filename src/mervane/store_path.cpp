@@ -88,9 +88,14 @@ std::wstring StorePath()
     const std::wstring named = EnvironmentText(L"MERVANE_STORE");
     if (!named.empty())
         return WithoutLinks(FullPath(named));
+    const std::wstring folder = DataFolder();
+    return folder.empty() ? folder : WithoutLinks(FullPath(folder + L"\\journal.db"));
+}
+
+std::wstring DataFolder()
+{
     const std::wstring appData = EnvironmentText(L"APPDATA");
-    return appData.empty() ? std::wstring()
-                           : WithoutLinks(FullPath(appData + L"\\Quillmarsh\\Journal\\journal.db"));
+    return appData.empty() ? appData : appData + L"\\Quillmarsh\\Journal";
 }
 
 std::wstring PathKey(const std::wstring& path)

@@ -6,9 +6,11 @@
 
 namespace mervane {
 
-// The full path that MERVANE_STORE names, else Quillmarsh\Journal\journal.db in the user's application data;
-// empty when there is neither. Links on the way are followed: the path is where the file itself is.
+// The full path that MERVANE_STORE names, else of journal.db in DataFolder; empty when there is neither.
+// Links on the way are followed: the path is where the file itself is.
 std::wstring StorePath();
+// Quillmarsh\Journal in the user's application data; empty when there is none. It may have to be made.
+std::wstring DataFolder();
 // Two paths with the same key are the same file.
 std::wstring PathKey(const std::wstring& path);
 // A number for the store at a path, above 1: programs that find the same number have the same store. It is

@@ -166,6 +166,7 @@ TEST_F(Spine, ASavedEntryOutlivesAKilledProgram)
         const StoreReader store(m_store.Path());
         return store.QueryOne("SELECT count(*) FROM journal") == "1";
     }));
+    Send(editor, WM_NULL); // the save has returned: nothing unsaved is offered
     m_journal.Kill();
     ASSERT_NE(m_journal.Start(), nullptr);
     ASSERT_TRUE(ShowsRows(1));

@@ -1,0 +1,52 @@
+#include "app/rescue_offer.h"
+
+#include "editor/entry_editor.h"
+#include "mervane/store_path.h"
+#include "util/date_text.h"
+
+namespace {
+
+constexpr size_t kShownSubject = 100; // characters
+
+std::wstring ShownSubject(const std::wstring& subject)
+{
+    if (subject.empty() || IsPlaceholder(subject, kSubjectPlaceholder))
+        return L"(no subject)";
+    return subject.size() > kShownSubject ? subject.substr(0, kShownSubject) + L"..." : subject;
+}
+
+std::wstring Question(const EntryToWrite& entry)
+{
+    wchar_t date[kDateTimeTextSize];
+    DateTimeText(entry.date, date);
+    return L"An entry that was not saved was found: " + ShownSubject(entry.subject) + (*date ? L", " : L"") +
+           date + L".\n\nOpen it?";
+}
+
+void Open(HWND owner, EntryList& list, RescueFile file, RescueState state)
+{
+    CEOID id = 0;
+    OpenRescuedEntry(owner, std::move(file), std::move(state), &id);
+    if (!list.Handle())
+        return; // the window was closed behind the editor
+    list.SetCurrentEntry(id);
+    list.Refresh();
+}
+
+} // namespace
+
+void OfferRescues(HWND owner, EntryList& list)
+{
+    for (RescueFile& file : RescueFile::FindLeft(mervane::StoreNumber(mervane::StorePath()))) {
+        std::optional<RescueState> state = file.Read();
+        if (!state)
+            continue;
+        switch (MessageBoxW(owner, Question(state->entry).c_str(), L"Journal", MB_YESNO | MB_ICONQUESTION)) {
+        case IDYES: Open(owner, list, std::move(file), std::move(*state)); break;
+        case IDNO: file.SetAside(); break;
+        default: return;
+        }
+        if (!list.Handle())
+            return;
+    }
+}

@@ -1,0 +1,167 @@
+#include "editor/rescue_file.h"
+
+#include <algorithm>
+#include <array>
+#include <cwchar>
+#include <ranges>
+
+#include "mervane/store_path.h"
+#include "util/whole_file.h"
+
+namespace {
+
+constexpr const wchar_t* kEnding = L".rescue";
+constexpr const wchar_t* kKeptEnding = L".kept";
+constexpr const wchar_t* kLockEnding = L".lock";
+constexpr const wchar_t* kNewEnding = L".new";
+constexpr int kMostNames = 1000; // that are tried
+
+// With a backslash behind it; empty when there is none.
+std::wstring Folder()
+{
+    const std::wstring folder = mervane::DataFolder();
+    return folder.empty() ? folder : folder + L"\\rescue\\";
+}
+
+// What the names of a store's files begin with.
+std::wstring StoreMark(uint64_t store)
+{
+    wchar_t text[20];
+    swprintf(text, std::size(text), L"%016llx-", static_cast<unsigned long long>(store));
+    return text;
+}
+
+bool IsThere(const std::wstring& path)
+{
+    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+// A store's files with an ending, the oldest first.
+std::vector<std::wstring> FilesOf(uint64_t store, const wchar_t* ending)
+{
+    std::vector<std::pair<uint64_t, std::wstring>> found;
+    const std::wstring folder = Folder();
+    WIN32_FIND_DATAW data{};
+    HANDLE search = folder.empty()
+                        ? INVALID_HANDLE_VALUE
+                        : FindFirstFileW((folder + StoreMark(store) + L"*" + ending).c_str(), &data);
+    if (search == INVALID_HANDLE_VALUE)
+        return {};
+    do {
+        // A pattern finds short names too.
+        if (std::wstring_view(data.cFileName).ends_with(ending))
+            found.emplace_back(TimeCount(data.ftLastWriteTime).Units(), folder + data.cFileName);
+    } while (FindNextFileW(search, &data));
+    FindClose(search);
+    std::sort(found.begin(), found.end());
+    std::vector<std::wstring> paths;
+    for (auto& file : found)
+        paths.push_back(std::move(file.second));
+    return paths;
+}
+
+// So that the order of the kept ones is that in which they were kept.
+void MarkAsNew(const std::wstring& path)
+{
+    HANDLE handle = CreateFileW(path.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        return;
+    const UniqueKernelHandle file(handle);
+    FILETIME now{};
+    GetSystemTimeAsFileTime(&now);
+    SetFileTime(file.get(), nullptr, nullptr, &now);
+}
+
+// Never the one that was kept just now, whatever the clock says.
+void DropOldestKept(uint64_t store, const std::wstring& justKept)
+{
+    std::vector<std::wstring> kept = FilesOf(store, kKeptEnding);
+    std::erase(kept, justKept);
+    for (size_t i = 0; i + RescueFile::kKept <= kept.size(); ++i)
+        DeleteFileW(kept[i].c_str());
+}
+
+} // namespace
+
+// Where it cannot be told whether somebody has it, somebody has.
+bool RescueFile::Lock()
+{
+    HANDLE lock = CreateFileW((m_path + kLockEnding).c_str(), GENERIC_WRITE | DELETE, 0, nullptr, OPEN_ALWAYS,
+                              FILE_ATTRIBUTE_NORMAL | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    m_lock.reset(lock == INVALID_HANDLE_VALUE ? nullptr : lock);
+    return m_lock != nullptr;
+}
+
+void RescueFile::Release()
+{
+    m_lock.reset();
+    m_path.clear();
+}
+
+// An earlier process may have had the same number, and have left a file of this name behind.
+bool RescueFile::TakeName(uint64_t store)
+{
+    const std::wstring folder = Folder();
+    if (folder.empty() || !mervane::MakeFolderOf(folder))
+        return false;
+    const std::wstring start = folder + StoreMark(store) + std::to_wstring(GetCurrentProcessId()) + L"-";
+    for (int number = 1; number <= kMostNames; ++number) {
+        m_path = start + std::to_wstring(number) + kEnding;
+        if (!IsThere(m_path) && Lock() && !IsThere(m_path))
+            return true;
+    }
+    Release();
+    return false;
+}
+
+bool RescueFile::Write(const RescueState& state)
+{
+    const std::string bytes = RescueBytes(state);
+    if (bytes.empty() || (m_path.empty() && !TakeName(state.store)))
+        return false;
+    const std::wstring written = m_path + kNewEnding;
+    if (WriteWholeFile(written.c_str(), bytes) &&
+        MoveFileExW(written.c_str(), m_path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        return true;
+    DeleteFileW(written.c_str());
+    return false;
+}
+
+void RescueFile::Remove()
+{
+    if (!m_path.empty())
+        DeleteFileW(m_path.c_str());
+    Release();
+}
+
+void RescueFile::SetAside()
+{
+    const std::optional<RescueState> state = Read();
+    std::wstring kept = m_path + kKeptEnding;
+    for (int number = 2; IsThere(kept) && number <= kMostNames; ++number)
+        kept = m_path + L"-" + std::to_wstring(number) + kKeptEnding;
+    if (state && MoveFileExW(m_path.c_str(), kept.c_str(), MOVEFILE_WRITE_THROUGH)) {
+        MarkAsNew(kept);
+        DropOldestKept(state->store, kept);
+    }
+    Release();
+}
+
+std::optional<RescueState> RescueFile::Read() const
+{
+    const auto bytes = ReadWholeFile(m_path.c_str(), kRescueSizeLimit);
+    return bytes ? ReadRescue(*bytes) : std::nullopt;
+}
+
+std::vector<RescueFile> RescueFile::FindLeft(uint64_t store)
+{
+    std::vector<RescueFile> left;
+    for (std::wstring& path : FilesOf(store, kEnding)) {
+        RescueFile file(std::move(path));
+        const std::optional<RescueState> state = file.Lock() ? file.Read() : std::nullopt;
+        if (state && state->store == store)
+            left.push_back(std::move(file));
+    }
+    return left;
+}

@@ -1,0 +1,133 @@
+// The bytes of a rescue file: what is written is read, and nothing else is.
+#include <gtest/gtest.h>
+
+#include "data/rescue_state.h"
+
+namespace {
+
+RescueState Full()
+{
+    RescueState state;
+    state.store = 0x0123456789ABCDEF;
+    state.id = 17;
+    state.image = 0xFEDCBA9876543210;
+    state.entry.date = TimeCount(134'397'360'000'000'000);
+    state.entry.endTime = TimeCount(134'397'414'000'000'000);
+    state.entry.duration = TimeCount(54'000'000'000);
+    state.entry.priority = 2;
+    state.entry.sensitivity = 3;
+    state.entry.type = L"Meeting";
+    state.entry.subject = L"Call with J\u00F6rg";
+    state.entry.body = L"First\r\nSecond \xD83D\xDE00 and half a pair \xD83D";
+    state.categories = std::vector<CEOID>{5, 3};
+    state.contacts = {9, 8, 7};
+    return state;
+}
+
+void ExpectSame(const RescueState& a, const RescueState& b)
+{
+    EXPECT_EQ(a.store, b.store);
+    EXPECT_EQ(a.id, b.id);
+    EXPECT_EQ(a.image, b.image);
+    EXPECT_EQ(a.entry.date, b.entry.date);
+    EXPECT_EQ(a.entry.endTime, b.entry.endTime);
+    EXPECT_EQ(a.entry.duration, b.entry.duration);
+    EXPECT_EQ(a.entry.priority, b.entry.priority);
+    EXPECT_EQ(a.entry.sensitivity, b.entry.sensitivity);
+    EXPECT_EQ(a.entry.type, b.entry.type);
+    EXPECT_EQ(a.entry.subject, b.entry.subject);
+    EXPECT_EQ(a.entry.body, b.entry.body);
+    EXPECT_EQ(a.categories, b.categories);
+    EXPECT_EQ(a.contacts, b.contacts);
+}
+
+// With the size and the number that its content would have.
+std::string Signed(std::string bytes)
+{
+    const std::string content = bytes.substr(24);
+    const auto size = static_cast<uint32_t>(content.size());
+    const uint64_t number = NumberOfBytes(content);
+    bytes.replace(12, 4, reinterpret_cast<const char*>(&size), 4);
+    bytes.replace(16, 8, reinterpret_cast<const char*>(&number), 8);
+    return bytes;
+}
+
+TEST(RescueState, WhatIsWrittenIsRead)
+{
+    RescueState none = Full();
+    none.categories = std::vector<CEOID>();
+    none.contacts.clear();
+    RescueState unknown = Full();
+    unknown.categories.reset();
+    for (const RescueState& state : {RescueState(), Full(), none, unknown}) {
+        const auto read = ReadRescue(RescueBytes(state));
+        ASSERT_TRUE(read);
+        ExpectSame(*read, state);
+    }
+}
+
+TEST(RescueState, TheBytesAreThoseOfTheFormat)
+{
+    RescueState state;
+    state.store = 1;
+    state.id = 2;
+    state.entry.subject = L"Hi";
+    const std::string bytes = RescueBytes(state);
+    EXPECT_EQ(bytes.substr(0, 12), std::string("QJRESCUE\1\0\0\0", 12));
+    EXPECT_EQ(bytes.substr(24, 12), std::string("\1\0\0\0\0\0\0\0\2\0\0\0", 12));
+    // Behind the image, three times, two numbers and the empty type.
+    EXPECT_EQ(bytes.substr(24 + 12 + 8 + 24 + 4 + 4, 6), std::string("\2\0\0\0Hi", 6));
+}
+
+TEST(RescueState, NoPartOfItIsRead)
+{
+    const std::string bytes = RescueBytes(Full());
+    for (size_t size = 0; size < bytes.size(); ++size)
+        EXPECT_FALSE(ReadRescue(std::string_view(bytes).substr(0, size))) << size;
+    EXPECT_FALSE(ReadRescue(bytes + '\0'));
+}
+
+// Behind a right number too: the lengths are believed no further than the file goes.
+TEST(RescueState, NoPartOfAContentIsRead)
+{
+    const std::string bytes = RescueBytes(Full());
+    for (size_t size = 24; size < bytes.size(); ++size)
+        EXPECT_FALSE(ReadRescue(Signed(bytes.substr(0, size)))) << size;
+    EXPECT_FALSE(ReadRescue(Signed(bytes + '\0')));
+    EXPECT_TRUE(ReadRescue(Signed(bytes)));
+}
+
+TEST(RescueState, AChangedByteIsNoticed)
+{
+    const std::string bytes = RescueBytes(Full());
+    for (size_t at = 0; at < bytes.size(); ++at)
+        for (const int flip : {1, 0x80, 0xFF}) {
+            std::string changed = bytes;
+            changed[at] = static_cast<char>(changed[at] ^ flip);
+            EXPECT_FALSE(ReadRescue(changed)) << at;
+        }
+}
+
+// With a right number over it a changed byte is another value, or is refused: a length of any size.
+TEST(RescueState, NoLengthLeadsOutOfTheFile)
+{
+    const std::string bytes = RescueBytes(Full());
+    for (size_t at = 24; at < bytes.size(); ++at)
+        for (const int value : {0, 1, 0x7F, 0x80, 0xFF}) {
+            std::string changed = bytes;
+            changed[at] = static_cast<char>(value);
+            (void)ReadRescue(Signed(changed));
+            changed.replace(at, std::min<size_t>(4, changed.size() - at),
+                            std::string(std::min<size_t>(4, changed.size() - at), static_cast<char>(value)));
+            (void)ReadRescue(Signed(changed));
+        }
+}
+
+TEST(RescueState, ATextThatIsTooLongIsNotWritten)
+{
+    RescueState state;
+    state.entry.body.assign(kRescueSizeLimit + 1, L'x');
+    EXPECT_TRUE(RescueBytes(state).empty());
+}
+
+} // namespace

@@ -1,0 +1,146 @@
+// Where rescue files lie, who takes them over, and which of them stay.
+#include "editor/rescue_file.h"
+
+#include <gtest/gtest.h>
+
+#include "support/rescue_folder.h"
+#include "support/test_store.h"
+
+namespace {
+
+class RescueFileTest : public testing::Test {
+  protected:
+    static RescueState State(const std::wstring& subject, uint64_t store = 5)
+    {
+        RescueState state;
+        state.store = store;
+        state.entry.subject = subject;
+        return state;
+    }
+    // As a program that is killed leaves it.
+    static bool Leave(const std::wstring& subject, uint64_t store = 5)
+    {
+        RescueFile file;
+        return file.Write(State(subject, store));
+    }
+    static std::wstring Subject(const RescueFile& file)
+    {
+        const auto state = file.Read();
+        return state ? state->entry.subject : L"unreadable";
+    }
+
+    RescueFolder m_folder;
+};
+
+TEST_F(RescueFileTest, IsNotFoundWhileSomebodyWorksOnIt)
+{
+    RescueFile file;
+    ASSERT_TRUE(file.Write(State(L"Mine")));
+    EXPECT_EQ(m_folder.Unsaved(), 1u);
+    EXPECT_TRUE(RescueFile::FindLeft(5).empty());
+    file = RescueFile();
+    EXPECT_TRUE(m_folder.Files(L".lock").empty());
+    const auto found = RescueFile::FindLeft(5);
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(Subject(found[0]), L"Mine");
+    EXPECT_TRUE(RescueFile::FindLeft(5).empty()) << "it has been taken over";
+}
+
+// A power cut leaves the lock's file.
+TEST_F(RescueFileTest, IsFoundBesideALockThatNobodyHolds)
+{
+    ASSERT_TRUE(Leave(L"Mine"));
+    ASSERT_TRUE(WriteFileBytes(m_folder.Files(L".rescue")[0] + L".lock", ""));
+    EXPECT_EQ(RescueFile::FindLeft(5).size(), 1u);
+}
+
+TEST_F(RescueFileTest, IsOfOneStore)
+{
+    ASSERT_TRUE(Leave(L"Theirs", 6));
+    EXPECT_TRUE(RescueFile::FindLeft(5).empty());
+    EXPECT_EQ(RescueFile::FindLeft(6).size(), 1u);
+}
+
+TEST_F(RescueFileTest, EachHasItsOwn)
+{
+    RescueFile first;
+    RescueFile second;
+    ASSERT_TRUE(first.Write(State(L"First")));
+    ASSERT_TRUE(second.Write(State(L"Second")));
+    ASSERT_TRUE(first.Write(State(L"First again")));
+    EXPECT_EQ(m_folder.Unsaved(), 2u);
+    EXPECT_EQ(Subject(first), L"First again");
+    EXPECT_EQ(Subject(second), L"Second");
+    second.Remove();
+    first.Remove();
+    EXPECT_TRUE(m_folder.Files().empty());
+    ASSERT_TRUE(first.Write(State(L"And again")));
+    EXPECT_EQ(m_folder.Unsaved(), 1u);
+}
+
+// An earlier process may have had the same number.
+TEST_F(RescueFileTest, OneThatWasLeftIsNotWrittenOver)
+{
+    ASSERT_TRUE(Leave(L"Left"));
+    ASSERT_TRUE(Leave(L"Left too"));
+    const auto found = RescueFile::FindLeft(5);
+    ASSERT_EQ(found.size(), 2u);
+}
+
+TEST_F(RescueFileTest, AWriteThatFailsLeavesTheOneBefore)
+{
+    RescueFile file;
+    ASSERT_TRUE(file.Write(State(L"Before")));
+    ASSERT_TRUE(CreateDirectoryW((m_folder.Files(L".rescue")[0] + L".new").c_str(), nullptr));
+    EXPECT_FALSE(file.Write(State(L"After")));
+    EXPECT_EQ(Subject(file), L"Before");
+}
+
+TEST_F(RescueFileTest, ADamagedOneIsNotFoundAndStays)
+{
+    ASSERT_TRUE(Leave(L"Mine"));
+    const std::wstring path = m_folder.Files(L".rescue")[0];
+    std::string bytes = ReadFileBytes(path);
+    bytes.back() ^= 1;
+    ASSERT_TRUE(WriteFileBytes(path, bytes));
+    EXPECT_TRUE(RescueFile::FindLeft(5).empty());
+    EXPECT_EQ(ReadFileBytes(path), bytes);
+}
+
+TEST_F(RescueFileTest, OneSetAsideIsKeptAndNotFoundAgain)
+{
+    ASSERT_TRUE(Leave(L"Mine"));
+    const std::string bytes = ReadFileBytes(m_folder.Files(L".rescue")[0]);
+    RescueFile::FindLeft(5)[0].SetAside();
+    EXPECT_TRUE(RescueFile::FindLeft(5).empty());
+    const auto kept = m_folder.Files();
+    ASSERT_EQ(kept.size(), 1u);
+    EXPECT_TRUE(kept[0].ends_with(L".kept"));
+    EXPECT_EQ(ReadFileBytes(kept[0]), bytes);
+}
+
+TEST_F(RescueFileTest, TheNewestTenOfAStoreAreKept)
+{
+    ASSERT_TRUE(Leave(L"Of another", 6));
+    RescueFile::FindLeft(6)[0].SetAside();
+    for (int i = 0; i < 12; ++i) {
+        ASSERT_TRUE(Leave(L"Entry " + std::to_wstring(i)));
+        RescueFile::FindLeft(5)[0].SetAside();
+        Sleep(20); // so that their times differ
+    }
+    std::vector<std::wstring> subjects;
+    for (const std::wstring& path : m_folder.Files(L".kept"))
+        subjects.push_back(ReadRescue(ReadFileBytes(path)).value_or(RescueState()).entry.subject);
+    EXPECT_EQ(subjects.size(), 11u);
+    for (const wchar_t* gone : {L"Entry 0", L"Entry 1"})
+        EXPECT_EQ(std::count(subjects.begin(), subjects.end(), gone), 0) << gone;
+}
+
+TEST_F(RescueFileTest, WithoutAFolderNothingIsWritten)
+{
+    SetEnvironmentVariableW(L"APPDATA", nullptr);
+    EXPECT_FALSE(Leave(L"Mine"));
+    EXPECT_TRUE(RescueFile::FindLeft(5).empty());
+}
+
+} // namespace
