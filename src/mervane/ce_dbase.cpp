@@ -246,9 +246,12 @@ int CeDBase::BulkScope::Commit()
 {
     const auto store = std::move(m_store);
     m_store.reset();
-    const bool done = store && store->EndBulk(true);
-    if (store)
+    bool done = false;
+    if (store) {
+        const Operation operation(m_database);
+        done = store->EndBulk(true);
         m_trouble = done ? StoreTrouble::None : store->BulkTrouble();
+    }
     m_database.m_trouble = m_trouble;
     return done ? 1 : 0;
 }
@@ -260,14 +263,20 @@ StoreTrouble CeDBase::BulkScope::Trouble() const
 
 CeDBase::Operation::Operation(CeDBase& database) : m_database(database), m_store(database.m_store)
 {
-    if (m_store)
-        m_outer = m_store->TakeTrouble();
+    if (!m_store)
+        return;
+    m_isNested = m_store->EnterOperation();
+    m_outer = m_store->TakeTrouble();
 }
 
 CeDBase::Operation::~Operation()
 {
     m_database.m_trouble = m_store ? m_store->TakeTrouble() : m_database.m_closed;
     if (!m_store)
+        return;
+    m_store->LeaveOperation();
+    // What nobody will ask for any more must not be told as the reason of something later.
+    if (!m_isNested)
         return;
     m_store->Note(m_outer);
     m_store->Note(m_database.m_trouble);

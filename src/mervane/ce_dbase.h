@@ -162,6 +162,7 @@ class CeDBase {
         CeDBase& m_database;
         std::shared_ptr<mervane::Store> m_store;
         StoreTrouble m_outer = StoreTrouble::None;
+        bool m_isNested = false;
     };
     // One that reads.
     class ReadOperation {

@@ -100,7 +100,7 @@ bool Store::BeginWrite()
     for (const auto& [cursor, place] : places)
         if (std::find(m_cursors.begin(), m_cursors.end(), cursor) != m_cursors.end())
             cursor->StandAgain(place);
-    return isOpen && NoticeForeignChanges();
+    return isOpen && NoticeForeignChanges() && m_connection.InTransaction();
 }
 
 // Nothing of it is to be seen while it waits.
@@ -235,6 +235,8 @@ CEOID Store::WriteRecord(TableId table, CEOID id, const RecordValues& values)
     const bool creates = id == 0;
     if (!creates)
         TellCursors(table, id, &values);
+    if (!write.IsOpen())
+        return 0;
     const CEOID written = creates                             ? TableOf(table).Insert(values)
                           : TableOf(table).Update(id, values) ? id
                                                               : 0;
@@ -253,7 +255,7 @@ bool Store::DeleteRecord(TableId table, CEOID id)
         return false;
     TellCursors(table, id, nullptr);
     const Change change{kChangeDeleted, id};
-    if (!TableOf(table).Delete(id) || !write.Commit({table, change}))
+    if (!write.IsOpen() || !TableOf(table).Delete(id) || !write.Commit({table, change}))
         return false;
     AfterWrite(table, change, nullptr);
     (void)TakeTrouble();

@@ -29,6 +29,9 @@ class Store {
     // What operations fail in is noted, the first failure since it was taken: see Database.
     StoreTrouble TakeTrouble() { return m_connection.Sql().TakeTrouble(); }
     void Note(StoreTrouble trouble) { m_connection.Sql().NoteTrouble(trouble); }
+    // true inside another operation
+    bool EnterOperation() { return m_operations++ > 0; }
+    void LeaveOperation() { --m_operations; }
 
     // Reading. Between the two calls, which nest, one read transaction is held. What other connections have
     // changed is noticed by the outermost BeginRead; where that fails, the next one inside tries it again.
@@ -97,6 +100,7 @@ class Store {
     std::vector<Cursor*> m_cursors;
     ChangeHub m_changes;
     uint64_t m_version = 0;
+    int m_operations = 0;
     int m_readDepth = 0;
     int m_bulkDepth = 0;
     bool m_bulkFailed = false;

@@ -87,9 +87,12 @@ void Store::FollowRecord(TableId table, CEOID id)
     const StoreTrouble before = TakeTrouble();
     if (index && !FollowIndex(*index, table, id))
         m_indexes[mervane::IndexOf(table)].reset();
-    // Whatever has failed here: it is none of the operation that is under way, which reads for itself.
-    (void)TakeTrouble();
+    // Whatever has failed here is none of the operation that is under way, which reads for itself, unless its
+    // transaction has ended by it.
+    const StoreTrouble here = TakeTrouble();
     Note(before);
+    if (!m_connection.InTransaction())
+        Note(here);
 }
 
 // false when the index has to be made anew.

@@ -12,7 +12,9 @@ class StoreWrite {
     StoreWrite(const StoreWrite&) = delete;
     StoreWrite& operator=(const StoreWrite&) = delete;
 
-    bool IsOpen() const { return m_open; }
+    // Asked right before the statement: a read that has failed ends the transaction, and what is written
+    // then would be written by itself.
+    bool IsOpen() const { return m_open && m_store.m_connection.InTransaction(); }
     // On disk when true; in a bulk, as soon as that ends well.
     [[nodiscard]] bool Commit(const TableChange& what);
 

@@ -6,6 +6,7 @@
 
 #include "mervane/category_draft.h"
 #include "mervane/sql_trouble.h"
+#include "peer_process.h"
 #include "records.h"
 #include "support/test_store.h"
 #include "watched_files.h"
@@ -230,6 +231,42 @@ TEST_F(Trouble, ABulkSaysWhyItFailed)
     EXPECT_EQ(bulk.Commit(), 1);
     EXPECT_EQ(bulk.Trouble(), StoreTrouble::None);
     EXPECT_EQ(m_journal.Trouble(), StoreTrouble::None);
+}
+
+TEST_F(Trouble, AReasonOfEarlierIsNotToldAgain)
+{
+    LoseTheFile();
+    EXPECT_EQ(m_journal.SeekRecord(m_id), 0u);
+    EXPECT_NE(m_journal.Trouble(), StoreTrouble::None);
+    m_files.FailReads(false);
+    m_files.FillDisk(true);
+    CeDBase::BulkScope bulk(m_journal);
+    EXPECT_NE(AddEntry(m_journal, L"x"), 0u);
+    EXPECT_EQ(bulk.Commit(), 0);
+    EXPECT_EQ(bulk.Trouble(), StoreTrouble::Full);
+}
+
+// SQLite ends the whole transaction when a query in it cannot read. What is written then would be written at
+// once and by itself, and yet be told as not written.
+TEST_F(Trouble, AWriteWhoseTransactionARelatedReadHasEndedIsNotMade)
+{
+    ASSERT_EQ(m_journal.RecordCount(), 1u);
+    int refused = 0;
+    for (int behind = 0; behind < 12; ++behind) {
+        ASSERT_EQ(PeerProcess::Run(L"write theirs"), 0u);
+        const std::wstring subject = L"mine " + std::to_wstring(behind);
+        m_files.FailOneRead(behind);
+        const CEOID id = AddEntry(m_journal, subject);
+        m_files.FailOneRead(-1);
+        refused += id == 0;
+        EXPECT_EQ(m_journal.Trouble() == StoreTrouble::None, id != 0) << behind;
+        const std::string name = "mine " + std::to_string(behind);
+        EXPECT_EQ(
+            RawStore(m_store.Path()).Integer("SELECT count(*) FROM journal WHERE subject = '" + name + "'"),
+            id ? 1 : 0)
+            << behind;
+    }
+    EXPECT_GT(refused, 0);
 }
 
 TEST_F(Trouble, AnotherProgramsLockIsNamed)

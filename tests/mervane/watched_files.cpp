@@ -8,6 +8,7 @@ WatchedFiles::Counts g_seen;
 bool g_full = false;
 bool g_failSyncs = false;
 bool g_failReads = false;
+int g_readsUntilFailure = -1;
 const sqlite3_io_methods* g_real = nullptr;
 sqlite3_io_methods g_watching;
 sqlite3_vfs* g_realVfs = nullptr;
@@ -22,7 +23,10 @@ int Sync(sqlite3_file* file, int flags)
 int Read(sqlite3_file* file, void* data, int size, sqlite3_int64 offset)
 {
     ++g_seen.reads;
-    return g_failReads ? SQLITE_IOERR_READ : g_real->xRead(file, data, size, offset);
+    const bool fails = g_failReads || g_readsUntilFailure == 0;
+    if (g_readsUntilFailure >= 0)
+        --g_readsUntilFailure;
+    return fails ? SQLITE_IOERR_READ : g_real->xRead(file, data, size, offset);
 }
 
 int Fetch(sqlite3_file* file, sqlite3_int64 offset, int size, void** page)
@@ -90,6 +94,7 @@ WatchedFiles::~WatchedFiles()
     FillDisk(false);
     FailSyncs(false);
     FailReads(false);
+    FailOneRead(-1);
     sqlite3_vfs_unregister(&g_vfs);
 }
 
@@ -112,4 +117,8 @@ void WatchedFiles::FailSyncs(bool fail)
 void WatchedFiles::FailReads(bool fail)
 {
     g_failReads = fail;
+}
+void WatchedFiles::FailOneRead(int behind)
+{
+    g_readsUntilFailure = behind;
 }

@@ -24,4 +24,6 @@ class WatchedFiles {
     void FailSyncs(bool fail);
     // From now on nothing can be read that is not in memory, or everything.
     void FailReads(bool fail);
+    // Of the reads from now on one fails, behind so many that do not; none with a negative number.
+    void FailOneRead(int behind);
 };
