@@ -384,10 +384,11 @@ TEST_F(FilterDialogTest, ChangesOfTheCategoriesShowWhileItIsOpen)
         EXPECT_EQ(dialog.Categories().Text(0), L"< None >");
         const CEOID work = AddCategory(L"Work");
         SendMessageW(dialog.Window(), WM_USER + 101, 2, static_cast<LPARAM>(work));
-        ASSERT_EQ(dialog.Categories().Text(0), L"Work");
+        ASSERT_TRUE(PumpUntil([&] { return dialog.Categories().Text(0) == L"Work"; }));
         dialog.Categories().ClickBox(0);
         AddCategory(L"Garden");
         SendMessageW(dialog.Window(), WM_USER + 101, 15, 0);
+        ASSERT_TRUE(PumpUntil([&] { return dialog.Categories().Count() == 2; }));
         EXPECT_TRUE(dialog.Categories().IsChecked(L"Work"));
         EXPECT_FALSE(dialog.Categories().IsChecked(L"Garden"));
         dialog.Command(IDOK);

@@ -299,6 +299,11 @@ TEST_F(Export, EndsBehindAnEntryWhenTheProgramIsClosed)
     ASSERT_NO_FATAL_FAILURE(Open(true));
     PressKey(VK_RETURN);
     ASSERT_TRUE(HasBegun());
+    PostMessageW(Window(), WM_CLOSE, 0, 0);
+    const RemoteMessageBox box = WaitForMessageBox(m_journal.Id());
+    ASSERT_TRUE(box) << "how many went out";
+    ASSERT_TRUE(box.Answer(IDOK));
+    ASSERT_TRUE(WaitUntilGone(m_dialog));
     ASSERT_TRUE(m_journal.Close());
     EXPECT_EQ(m_journal.ExitCode(), 0u);
     const std::string bytes = Bytes();
