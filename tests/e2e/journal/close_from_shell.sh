@@ -19,6 +19,8 @@ wait_for() {
     done
 }
 
+# The other journal has the same title, and the keyboard until this one's window is there.
+is_at_own() { is_at 'Kelvra Journal' && [ "$(xdotool getwindowfocus)" != "$other_window" ]; }
 is_at() { [ "$(xdotool getwindowfocus getwindowname 2>/dev/null)" = "$1" ]; }
 is_at_editor() { is_at "$(date +%A)" || is_at "$(date -d yesterday +%A)"; }
 
@@ -27,6 +29,7 @@ rm "$other_store"
 MERVANE_STORE=Z:$other_store wine "$1" &
 other=$!
 wait_for is_at 'Kelvra Journal' || fail 'the other journal did not open'
+other_window=$(xdotool getwindowfocus)
 own_store=$(mktemp)
 rm "$own_store"
 MERVANE_STORE=Z:$own_store
@@ -40,14 +43,14 @@ wait "$journal" || fail 'the journal did not close'
 
 wine "$1" &
 journal=$!
-wait_for is_at 'Kelvra Journal' || fail 'the main window did not open'
+wait_for is_at_own || fail 'the main window did not open'
 xdotool key ctrl+n
 wait_for is_at_editor || fail 'the editor did not open'
 close_journal "$journal" "$folder" 20 || fail 'the journal did not close with an editor open'
 
 wine "$1" &
 journal=$!
-wait_for is_at 'Kelvra Journal' || fail 'the main window did not open'
+wait_for is_at_own || fail 'the main window did not open'
 xdotool key ctrl+n
 wait_for is_at_editor || fail 'the editor did not open'
 xdotool key Tab Tab x
