@@ -14,6 +14,7 @@ namespace mervane {
 
 namespace {
 
+constexpr char kMagic[16] = "SQLite format 3";
 constexpr size_t kHeaderSize = 100;
 constexpr size_t kUserVersionOffset = 60;
 constexpr size_t kApplicationIdOffset = 68;
@@ -27,18 +28,25 @@ StoreMarks MarksIn(const Header& header)
 
 StoreTrouble TroubleOfHeader(const Header& header)
 {
-    constexpr char kMagic[16] = "SQLite format 3";
     if (memcmp(header.data(), kMagic, sizeof kMagic) != 0)
         return StoreTrouble::NotAStore;
     return TroubleOfMarks(MarksIn(header));
 }
 
-// A program that was ended while it made the store has left a journal of nothing beside it.
+// Nothing but what a database begins with has been written, or not even that.
+bool IsUnwritten(const Header& header)
+{
+    const auto written = std::mismatch(std::begin(kMagic), std::end(kMagic), header.begin()).second;
+    return written - header.begin() == sizeof kMagic ||
+           std::all_of(written, header.end(), [](BYTE byte) { return byte == 0; });
+}
+
+// A program that was ended while it made the store, or a loss of power then, has left a journal of nothing
+// beside it.
 bool IsUnfinished(const Header& header, const std::wstring& path)
 {
     const std::optional<JournalContent> journal = ReadJournal(path + L"-journal");
-    return journal && !journal->pagesBefore &&
-           std::all_of(header.begin(), header.end(), [](BYTE byte) { return byte == 0; });
+    return journal && !journal->pagesBefore && IsUnwritten(header);
 }
 
 FileLook LookInto(const FileReader& file, const std::wstring& path, bool readOnly)
@@ -47,11 +55,11 @@ FileLook LookInto(const FileReader& file, const std::wstring& path, bool readOnl
     if (size == 0 && !readOnly)
         return {FileKind::Empty, StoreTrouble::None};
     Header header{};
-    if (size < kHeaderSize)
-        return {FileKind::Foreign, StoreTrouble::NotAStore};
-    if (!file.Read(0, header))
+    const auto start = std::span(header).first(static_cast<size_t>(std::min<uint64_t>(size, kHeaderSize)));
+    if (!file.Read(0, start))
         return {FileKind::Foreign, TroubleOfSystem(GetLastError())};
-    const StoreTrouble trouble = TroubleOfHeader(header);
+    const StoreTrouble trouble =
+        size < kHeaderSize ? StoreTrouble::NotAStore : TroubleOfHeader(header);
     if (trouble == StoreTrouble::None)
         return {readOnly ? FileKind::ReadOnlyStore : FileKind::Store, trouble};
     if (!readOnly && IsUnfinished(header, path))

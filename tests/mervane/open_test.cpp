@@ -75,6 +75,48 @@ TEST_F(Opening, MakesTheFileAndItsFolders)
         EXPECT_TRUE(RemoveDirectoryW((folder + part).c_str()));
 }
 
+// By hand: the first part of the journal by which SQLite takes back a transaction on a file of so many pages.
+std::string JournalOf(char pages)
+{
+    std::string journal("\xD9\xD5\x05\xF9\x20\xA1\x63\xD7\0\0\0\0nonc\0\0\0\0\0\0\2\0\0\0\x10\0", 28);
+    journal[19] = pages;
+    journal.resize(512);
+    return journal;
+}
+
+TEST_F(Opening, MakesAFileAnewWhoseMakingWasCutOff)
+{
+    const std::string begun("SQLite format 3\0\x10\0", 18);
+    for (const std::string& start : {std::string(), begun, begun.substr(0, 5)}) {
+        std::string bytes = start;
+        bytes.resize(8192);
+        ASSERT_TRUE(WriteFileBytes(Path(), bytes));
+        ASSERT_TRUE(WriteFileBytes(Beside(L"-journal"), JournalOf(0)));
+        ExpectUsable(0);
+        ExpectUsable(1);
+        EXPECT_FALSE(Exists(Beside(L"-journal")));
+        DeleteFileW(Path().c_str());
+    }
+}
+
+TEST_F(Opening, LeavesAFileBesideAJournalThatIsNotOfItsMaking)
+{
+    const auto expectRefused = [&](const std::string& start, const std::string& journal) {
+        std::string bytes = start;
+        bytes.resize(8192);
+        ASSERT_TRUE(WriteFileBytes(Path(), bytes));
+        ASSERT_TRUE(WriteFileBytes(Beside(L"-journal"), journal));
+        DbJournal opened;
+        EXPECT_EQ(opened.Open(nullptr), 0);
+        EXPECT_EQ(ReadFileBytes(Path()), bytes);
+        EXPECT_EQ(ReadFileBytes(Beside(L"-journal")), journal);
+    };
+    expectRefused("Dear diary", JournalOf(0));
+    expectRefused("SQL", JournalOf(2));
+    expectRefused("SQL", JournalOf(0).substr(0, 50));
+    expectRefused("SQL", std::string(512, '\0'));
+}
+
 TEST_F(Opening, UsesTheApplicationDataWithoutTheVariable)
 {
     wchar_t old[MAX_PATH];

@@ -1,0 +1,341 @@
+#include "support/fault_vfs.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+namespace {
+
+struct State {
+    sqlite3_vfs* real = nullptr;
+    sqlite3_vfs vfs{};
+    std::array<int, kFileCallCount> seen{};
+    FileCall failing = FileCall::Open;
+    int failAt = 0; // 0: none
+    int inARow = 1;
+    int fault = 0;
+    bool fired = false;
+    std::function<void(DiskEvent)> listener;
+};
+State g_state;
+
+struct Fault {
+    const char* name;
+    int error;
+    bool half = false; // the first half of a write is done
+};
+
+const std::vector<Fault>& FaultsOf(FileCall call)
+{
+    static const std::array<std::vector<Fault>, kFileCallCount> s_faults{{
+        {{"cannot open", SQLITE_CANTOPEN}, {"no memory", SQLITE_NOMEM}},
+        {{"delete fails", SQLITE_IOERR_DELETE}},
+        {{"access fails", SQLITE_IOERR_ACCESS}},
+        {{"read fails", SQLITE_IOERR_READ}},
+        {{"disk full", SQLITE_FULL},
+         {"write fails", SQLITE_IOERR_WRITE},
+         {"short write", SQLITE_IOERR_WRITE, true}},
+        {{"truncate fails", SQLITE_IOERR_TRUNCATE}},
+        {{"sync fails", SQLITE_IOERR_FSYNC}},
+        {{"size fails", SQLITE_IOERR_FSTAT}},
+        {{"lock fails", SQLITE_IOERR_LOCK}, {"busy", SQLITE_BUSY}},
+        {{"unlock fails", SQLITE_IOERR_UNLOCK}},
+        {{"shm map fails", SQLITE_IOERR_SHMMAP}, {"shm no memory", SQLITE_NOMEM}},
+        {{"shm lock fails", SQLITE_IOERR_SHMLOCK}, {"shm busy", SQLITE_BUSY}},
+        {{"fetch fails", SQLITE_NOMEM}},
+    }};
+    return s_faults[static_cast<size_t>(call)];
+}
+
+// The fault that this call meets; null when it goes through.
+const Fault* Meet(FileCall call)
+{
+    const int number = ++g_state.seen[static_cast<size_t>(call)];
+    if (!g_state.failAt || call != g_state.failing || number < g_state.failAt ||
+        number >= g_state.failAt + g_state.inARow)
+        return nullptr;
+    g_state.fired = true;
+    return &FaultsOf(call)[static_cast<size_t>(g_state.fault)];
+}
+
+struct File {
+    sqlite3_file base;
+    sqlite3_file* real; // lies behind this
+    char name[260];     // empty for a temporary file
+};
+
+File* Of(sqlite3_file* file)
+{
+    return reinterpret_cast<File*>(file);
+}
+sqlite3_file* Real(sqlite3_file* file)
+{
+    return Of(file)->real;
+}
+const sqlite3_io_methods* Methods(sqlite3_file* file)
+{
+    return Real(file)->pMethods;
+}
+
+std::string_view LastPart(const char* path)
+{
+    const std::string_view text = path ? path : "";
+    return text.substr(text.find_last_of("\\/") + 1);
+}
+
+void Tell(DiskEvent::Kind kind, std::string_view file, int64_t offset = 0, std::string bytes = {})
+{
+    if (g_state.listener && !file.empty())
+        g_state.listener({kind, std::string(file), offset, std::move(bytes)});
+}
+
+int Close(sqlite3_file* file)
+{
+    return Methods(file)->xClose(Real(file));
+}
+
+int Read(sqlite3_file* file, void* data, int size, sqlite3_int64 offset)
+{
+    if (const Fault* fault = Meet(FileCall::Read))
+        return fault->error;
+    return Methods(file)->xRead(Real(file), data, size, offset);
+}
+
+int Write(sqlite3_file* file, const void* data, int size, sqlite3_int64 offset)
+{
+    const Fault* fault = Meet(FileCall::Write);
+    const int done = fault ? (fault->half ? size / 2 : 0) : size;
+    if (done > 0) {
+        Tell(DiskEvent::Kind::Write, Of(file)->name, offset,
+             std::string(static_cast<const char*>(data), static_cast<size_t>(done)));
+        const int result = Methods(file)->xWrite(Real(file), data, done, offset);
+        if (result != SQLITE_OK)
+            return result;
+    }
+    return fault ? fault->error : SQLITE_OK;
+}
+
+int Truncate(sqlite3_file* file, sqlite3_int64 size)
+{
+    if (const Fault* fault = Meet(FileCall::Truncate))
+        return fault->error;
+    Tell(DiskEvent::Kind::Truncate, Of(file)->name, size);
+    return Methods(file)->xTruncate(Real(file), size);
+}
+
+int Sync(sqlite3_file* file, int)
+{
+    if (const Fault* fault = Meet(FileCall::Sync))
+        return fault->error;
+    Tell(DiskEvent::Kind::Sync, Of(file)->name);
+    return SQLITE_OK;
+}
+
+int FileSize(sqlite3_file* file, sqlite3_int64* size)
+{
+    if (const Fault* fault = Meet(FileCall::FileSize))
+        return fault->error;
+    return Methods(file)->xFileSize(Real(file), size);
+}
+
+int Lock(sqlite3_file* file, int level)
+{
+    if (const Fault* fault = Meet(FileCall::Lock))
+        return fault->error;
+    return Methods(file)->xLock(Real(file), level);
+}
+
+int Unlock(sqlite3_file* file, int level)
+{
+    if (const Fault* fault = Meet(FileCall::Unlock))
+        return fault->error;
+    return Methods(file)->xUnlock(Real(file), level);
+}
+
+int CheckReservedLock(sqlite3_file* file, int* held)
+{
+    return Methods(file)->xCheckReservedLock(Real(file), held);
+}
+int FileControl(sqlite3_file* file, int operation, void* argument)
+{
+    return Methods(file)->xFileControl(Real(file), operation, argument);
+}
+int SectorSize(sqlite3_file* file)
+{
+    return Methods(file)->xSectorSize(Real(file));
+}
+int DeviceCharacteristics(sqlite3_file* file)
+{
+    return Methods(file)->xDeviceCharacteristics(Real(file));
+}
+
+int ShmMap(sqlite3_file* file, int region, int size, int extend, void volatile** memory)
+{
+    if (const Fault* fault = Meet(FileCall::ShmMap)) {
+        *memory = nullptr;
+        return fault->error;
+    }
+    return Methods(file)->xShmMap(Real(file), region, size, extend, memory);
+}
+
+// Giving a lock back never fails: SQLite does not look at the answer.
+int ShmLock(sqlite3_file* file, int offset, int count, int flags)
+{
+    if (const Fault* fault = flags & SQLITE_SHM_LOCK ? Meet(FileCall::ShmLock) : nullptr)
+        return fault->error;
+    return Methods(file)->xShmLock(Real(file), offset, count, flags);
+}
+
+void ShmBarrier(sqlite3_file* file)
+{
+    Methods(file)->xShmBarrier(Real(file));
+}
+int ShmUnmap(sqlite3_file* file, int remove)
+{
+    return Methods(file)->xShmUnmap(Real(file), remove);
+}
+
+int Fetch(sqlite3_file* file, sqlite3_int64 offset, int size, void** page)
+{
+    if (const Fault* fault = Meet(FileCall::Fetch)) {
+        *page = nullptr;
+        return fault->error;
+    }
+    return Methods(file)->xFetch(Real(file), offset, size, page);
+}
+int Unfetch(sqlite3_file* file, sqlite3_int64 offset, void* page)
+{
+    return Methods(file)->xUnfetch(Real(file), offset, page);
+}
+
+constexpr sqlite3_io_methods kMethods{3,
+                                      Close,
+                                      Read,
+                                      Write,
+                                      Truncate,
+                                      Sync,
+                                      FileSize,
+                                      Lock,
+                                      Unlock,
+                                      CheckReservedLock,
+                                      FileControl,
+                                      SectorSize,
+                                      DeviceCharacteristics,
+                                      ShmMap,
+                                      ShmLock,
+                                      ShmBarrier,
+                                      ShmUnmap,
+                                      Fetch,
+                                      Unfetch};
+
+bool Exists(const char* path)
+{
+    int exists = 0;
+    return path && g_state.real->xAccess(g_state.real, path, SQLITE_ACCESS_EXISTS, &exists) == SQLITE_OK &&
+           exists;
+}
+
+int Open(sqlite3_vfs*, sqlite3_filename path, sqlite3_file* file, int flags, int* outFlags)
+{
+    File* opened = Of(file);
+    std::memset(opened, 0, sizeof *opened);
+    opened->real = reinterpret_cast<sqlite3_file*>(opened + 1);
+    if (const Fault* fault = Meet(FileCall::Open))
+        return fault->error;
+    const bool existed = Exists(path);
+    const int result = g_state.real->xOpen(g_state.real, path, opened->real, flags, outFlags);
+    if (opened->real->pMethods)
+        opened->base.pMethods = &kMethods;
+    if (result != SQLITE_OK)
+        return result;
+    const std::string_view name = LastPart(path);
+    name.copy(opened->name, sizeof opened->name - 1);
+    if (!existed)
+        Tell(DiskEvent::Kind::Create, name);
+    return SQLITE_OK;
+}
+
+int Delete(sqlite3_vfs*, const char* path, int syncFolder)
+{
+    if (const Fault* fault = Meet(FileCall::Delete))
+        return fault->error;
+    if (Exists(path))
+        Tell(DiskEvent::Kind::Delete, LastPart(path));
+    return g_state.real->xDelete(g_state.real, path, syncFolder);
+}
+
+int Access(sqlite3_vfs*, const char* path, int flags, int* result)
+{
+    if (const Fault* fault = Meet(FileCall::Access))
+        return fault->error;
+    return g_state.real->xAccess(g_state.real, path, flags, result);
+}
+
+} // namespace
+
+const char* NameOf(FileCall call)
+{
+    static constexpr std::array<const char*, kFileCallCount> kNames{
+        "xOpen",     "xDelete", "xAccess", "xRead",   "xWrite",   "xTruncate", "xSync",
+        "xFileSize", "xLock",   "xUnlock", "xShmMap", "xShmLock", "xFetch"};
+    return kNames[static_cast<size_t>(call)];
+}
+
+FaultVfs::FaultVfs()
+{
+    g_state = {};
+    g_state.real = sqlite3_vfs_find(nullptr);
+    g_state.vfs = *g_state.real;
+    g_state.vfs.zName = "faults";
+    g_state.vfs.szOsFile = static_cast<int>(sizeof(File)) + g_state.real->szOsFile;
+    g_state.vfs.xOpen = Open;
+    g_state.vfs.xDelete = Delete;
+    g_state.vfs.xAccess = Access;
+    sqlite3_vfs_register(&g_state.vfs, 1);
+}
+
+FaultVfs::~FaultVfs()
+{
+    FailNone();
+    Record(nullptr);
+    sqlite3_vfs_unregister(&g_state.vfs);
+}
+
+void FaultVfs::FailNth(FileCall call, int n, int fault, int inARow)
+{
+    FailNone();
+    g_state.failing = call;
+    g_state.failAt = n;
+    g_state.fault = fault;
+    g_state.inARow = inARow;
+}
+
+void FaultVfs::FailNone()
+{
+    g_state.failAt = 0;
+    g_state.fired = false;
+    g_state.seen = {};
+}
+
+int FaultVfs::FaultCount(FileCall call)
+{
+    return static_cast<int>(FaultsOf(call).size());
+}
+const char* FaultVfs::FaultName(FileCall call, int fault)
+{
+    return FaultsOf(call)[static_cast<size_t>(fault)].name;
+}
+bool FaultVfs::HasFired() const
+{
+    return g_state.fired;
+}
+int FaultVfs::Seen(FileCall call) const
+{
+    return g_state.seen[static_cast<size_t>(call)];
+}
+void FaultVfs::Record(std::function<void(DiskEvent)> listener)
+{
+    g_state.listener = std::move(listener);
+}
