@@ -127,8 +127,8 @@ class CeDBase {
     };
 
     // Bulk work: one transaction for all writes of its life, announced to other processes with the codes 1
-    // and 15, unless it is one write alone. Commit returns 1 when everything is on disk; without it, or when
-    // it fails, nothing was changed.
+    // and 15, unless it is one write alone. Commit returns 1 when everything is on disk; without it, when it
+    // fails, or when a write of the scope has failed with a trouble, nothing was changed.
     class BulkScope {
       public:
         explicit BulkScope(CeDBase& database);

@@ -20,8 +20,10 @@ StoreWrite::~StoreWrite()
 {
     Connection& connection = m_store.m_connection;
     if (m_store.m_bulkDepth) {
-        // A full disk and the like end the whole transaction, not only the statement.
-        m_store.m_bulkFailed |= !connection.InTransaction();
+        // A full disk and the like end the whole transaction, not only the statement. After any other failure
+        // the rest could still be written, but what is done together is not done in part.
+        const bool failed = !m_committed && connection.Sql().Trouble() != StoreTrouble::None;
+        m_store.m_bulkFailed |= failed || !connection.InTransaction();
         m_store.NoteBulkTrouble();
         return;
     }
@@ -32,7 +34,8 @@ StoreWrite::~StoreWrite()
 
 bool StoreWrite::Commit(const TableChange& what)
 {
-    return m_store.m_bulkDepth ? m_open : m_store.CommitAs(what);
+    m_committed = m_store.m_bulkDepth ? m_open : m_store.CommitAs(what);
+    return m_committed;
 }
 
 } // namespace mervane

@@ -21,6 +21,7 @@ class StoreWrite {
   private:
     Store& m_store;
     bool m_open = false;
+    bool m_committed = false;
 };
 
 } // namespace mervane
