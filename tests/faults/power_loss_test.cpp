@@ -314,7 +314,7 @@ TEST_F(PowerLoss, WhileCardsAreImported)
     ASSERT_NE(AddContact(m_contacts, L"before"), 0u);
     Acknowledge();
     {
-        addrbook::ImportJob job(m_contacts, Cards());
+        addrbook::ImportJob job(m_contacts, Cards(), nullptr);
         addrbook::Transfer::State state;
         do
             state = job.Step(1000);

@@ -23,7 +23,7 @@ Connection Open(const std::wstring& path, int flags)
     Connection connection(database);
     if (result != SQLITE_OK)
         return nullptr;
-    sqlite3_busy_timeout(database, 5000);
+    sqlite3_busy_timeout(database, 200);
     return connection;
 }
 

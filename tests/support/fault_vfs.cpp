@@ -14,7 +14,6 @@ struct State {
     std::array<int, kFileCallCount> seen{};
     FileCall failing = FileCall::Open;
     int failAt = 0; // 0: none
-    int inARow = 1;
     int fault = 0;
     bool fired = false;
     std::function<void(DiskEvent)> listener;
@@ -24,7 +23,7 @@ State g_state;
 struct Fault {
     const char* name;
     int error;
-    bool half = false; // the first half of a write is done
+    enum class Way { Once, Half, Stays } way = Way::Once; // Half: the first half of a write is done
 };
 
 const std::vector<Fault>& FaultsOf(FileCall call)
@@ -33,10 +32,11 @@ const std::vector<Fault>& FaultsOf(FileCall call)
         {{"cannot open", SQLITE_CANTOPEN}, {"no memory", SQLITE_NOMEM}},
         {{"delete fails", SQLITE_IOERR_DELETE}},
         {{"access fails", SQLITE_IOERR_ACCESS}},
-        {{"read fails", SQLITE_IOERR_READ}},
+        {{"read fails", SQLITE_IOERR_READ}, {"drive gone", SQLITE_IOERR_READ, Fault::Way::Stays}},
         {{"disk full", SQLITE_FULL},
+         {"disk stays full", SQLITE_FULL, Fault::Way::Stays},
          {"write fails", SQLITE_IOERR_WRITE},
-         {"short write", SQLITE_IOERR_WRITE, true}},
+         {"short write", SQLITE_IOERR_WRITE, Fault::Way::Half}},
         {{"truncate fails", SQLITE_IOERR_TRUNCATE}},
         {{"sync fails", SQLITE_IOERR_FSYNC}},
         {{"size fails", SQLITE_IOERR_FSTAT}},
@@ -44,7 +44,6 @@ const std::vector<Fault>& FaultsOf(FileCall call)
         {{"unlock fails", SQLITE_IOERR_UNLOCK}},
         {{"shm map fails", SQLITE_IOERR_SHMMAP}, {"shm no memory", SQLITE_NOMEM}},
         {{"shm lock fails", SQLITE_IOERR_SHMLOCK}, {"shm busy", SQLITE_BUSY}},
-        {{"fetch fails", SQLITE_NOMEM}},
     }};
     return s_faults[static_cast<size_t>(call)];
 }
@@ -53,11 +52,13 @@ const std::vector<Fault>& FaultsOf(FileCall call)
 const Fault* Meet(FileCall call)
 {
     const int number = ++g_state.seen[static_cast<size_t>(call)];
-    if (!g_state.failAt || call != g_state.failing || number < g_state.failAt ||
-        number >= g_state.failAt + g_state.inARow)
+    if (!g_state.failAt || call != g_state.failing || number < g_state.failAt)
+        return nullptr;
+    const Fault& fault = FaultsOf(call)[static_cast<size_t>(g_state.fault)];
+    if (number > g_state.failAt && fault.way != Fault::Way::Stays)
         return nullptr;
     g_state.fired = true;
-    return &FaultsOf(call)[static_cast<size_t>(g_state.fault)];
+    return &fault;
 }
 
 struct File {
@@ -106,7 +107,7 @@ int Read(sqlite3_file* file, void* data, int size, sqlite3_int64 offset)
 int Write(sqlite3_file* file, const void* data, int size, sqlite3_int64 offset)
 {
     const Fault* fault = Meet(FileCall::Write);
-    const int done = fault ? (fault->half ? size / 2 : 0) : size;
+    const int done = !fault ? size : fault->way == Fault::Way::Half ? size / 2 : 0;
     if (done > 0) {
         Tell(DiskEvent::Kind::Write, Of(file)->name, offset,
              std::string(static_cast<const char*>(data), static_cast<size_t>(done)));
@@ -199,10 +200,6 @@ int ShmUnmap(sqlite3_file* file, int remove)
 
 int Fetch(sqlite3_file* file, sqlite3_int64 offset, int size, void** page)
 {
-    if (const Fault* fault = Meet(FileCall::Fetch)) {
-        *page = nullptr;
-        return fault->error;
-    }
     return Methods(file)->xFetch(Real(file), offset, size, page);
 }
 int Unfetch(sqlite3_file* file, sqlite3_int64 offset, void* page)
@@ -278,8 +275,8 @@ int Access(sqlite3_vfs*, const char* path, int flags, int* result)
 const char* NameOf(FileCall call)
 {
     static constexpr std::array<const char*, kFileCallCount> kNames{
-        "xOpen",     "xDelete", "xAccess", "xRead",   "xWrite",   "xTruncate", "xSync",
-        "xFileSize", "xLock",   "xUnlock", "xShmMap", "xShmLock", "xFetch"};
+        "xOpen", "xDelete",   "xAccess", "xRead",   "xWrite",  "xTruncate",
+        "xSync", "xFileSize", "xLock",   "xUnlock", "xShmMap", "xShmLock"};
     return kNames[static_cast<size_t>(call)];
 }
 
@@ -303,13 +300,12 @@ FaultVfs::~FaultVfs()
     sqlite3_vfs_unregister(&g_state.vfs);
 }
 
-void FaultVfs::FailNth(FileCall call, int n, int fault, int inARow)
+void FaultVfs::FailNth(FileCall call, int n, int fault)
 {
     FailNone();
     g_state.failing = call;
     g_state.failAt = n;
     g_state.fault = fault;
-    g_state.inARow = inARow;
 }
 
 void FaultVfs::FailNone()

@@ -22,9 +22,8 @@ enum class FileCall {
     Unlock,
     ShmMap,
     ShmLock,
-    Fetch,
 };
-constexpr size_t kFileCallCount = 13;
+constexpr size_t kFileCallCount = 12;
 const char* NameOf(FileCall call);
 
 // One step towards the disk. Names are the files' last parts.
@@ -45,10 +44,10 @@ class FaultVfs {
     FaultVfs(const FaultVfs&) = delete;
     FaultVfs& operator=(const FaultVfs&) = delete;
 
-    // From now on the nth call of a kind (from 1) fails, once, with the kind's fault of this number (a failed
-    // write may be one of a full disk, or one that wrote the first half); the others go through. How often it
-    // fails in a row is more than 1 for a call that is tried again.
-    void FailNth(FileCall call, int n, int fault = 0, int inARow = 1);
+    // From now on the nth call of a kind (from 1) fails with the kind's fault of this number (a failed write
+    // may be one of a full disk, or one that wrote the first half); all others go through, but for faults
+    // that stay.
+    void FailNth(FileCall call, int n, int fault = 0);
     void FailNone();
     static int FaultCount(FileCall call);
     static const char* FaultName(FileCall call, int fault);
