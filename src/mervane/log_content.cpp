@@ -138,7 +138,9 @@ class JournalReader {
             return std::nullopt;
         m_sectorSize = BigEndianAt(m_header, 20);
         JournalContent content{BigEndianAt(m_header, 24), BigEndianAt(m_header, 16), std::nullopt};
-        if (!IsPageSize(content.pageSize) || m_sectorSize < 32 || m_sectorSize > 65536)
+        // SQLite puts nothing back from one whose first sector is not whole.
+        if (!IsPageSize(content.pageSize) || m_sectorSize < 32 || m_sectorSize > 65536 ||
+            m_file.Size() < m_sectorSize)
             return std::nullopt;
         content.firstPage = FindFirstPage(uint64_t{content.pageSize} + 8);
         return content;

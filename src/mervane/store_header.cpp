@@ -58,8 +58,7 @@ FileLook LookInto(const FileReader& file, const std::wstring& path, bool readOnl
     const auto start = std::span(header).first(static_cast<size_t>(std::min<uint64_t>(size, kHeaderSize)));
     if (!file.Read(0, start))
         return {FileKind::Foreign, TroubleOfSystem(GetLastError())};
-    const StoreTrouble trouble =
-        size < kHeaderSize ? StoreTrouble::NotAStore : TroubleOfHeader(header);
+    const StoreTrouble trouble = size < kHeaderSize ? StoreTrouble::NotAStore : TroubleOfHeader(header);
     if (trouble == StoreTrouble::None)
         return {readOnly ? FileKind::ReadOnlyStore : FileKind::Store, trouble};
     if (!readOnly && IsUnfinished(header, path))

@@ -83,12 +83,17 @@ Verdict JudgeLog(const std::wstring& path, Database& alone)
     return log && IsSound(alone) ? Verdict::Belongs : Verdict::Unclear;
 }
 
+// SQLite leaves a journal that begins with 0 alone.
+bool IsDone(const std::wstring& journalPath)
+{
+    BYTE first = 0;
+    return !FileReader(journalPath).Read(0, {&first, 1}) || !first;
+}
+
 Verdict JudgeJournal(const std::wstring& path)
 {
     const std::wstring journalPath = path + L"-journal";
-    BYTE first = 0;
-    // SQLite leaves one that begins with 0 alone.
-    if (!FileReader(journalPath).Read(0, {&first, 1}) || !first)
+    if (IsDone(journalPath))
         return Verdict::Belongs;
     const std::optional<JournalContent> journal = ReadJournal(journalPath);
     const std::optional<DatabaseHeader> header = ReadDatabaseHeader(path);
@@ -162,6 +167,16 @@ StoreTrouble PrepareLog(const std::wstring& path, FileKind kind)
     return Obey(verdict, path + L"-wal");
 }
 
+// The journal of a store that was just being made, beside a file in which nothing is. One that is none, or
+// not yet, because the power went while it was begun, has nothing to put back.
+Verdict JudgeFirstJournal(const std::wstring& journalPath)
+{
+    const std::optional<JournalContent> journal = ReadJournal(journalPath);
+    if (IsDone(journalPath) || (journal && !journal->pagesBefore))
+        return Verdict::Belongs;
+    return journal ? Verdict::Unclear : Verdict::SetAside;
+}
+
 StoreTrouble PrepareJournal(const std::wstring& path, FileKind kind)
 {
     const std::wstring journalPath = path + L"-journal";
@@ -170,9 +185,8 @@ StoreTrouble PrepareJournal(const std::wstring& path, FileKind kind)
     if (kind == FileKind::Store)
         return Obey(JudgeJournal(path), journalPath);
     // SQLite would delete the journal of a file that is gone.
-    const std::optional<JournalContent> journal = ReadJournal(journalPath);
-    const bool isOfNewFile = kind != FileKind::ReadOnlyStore && journal && !journal->pagesBefore;
-    return isOfNewFile ? StoreTrouble::None : StoreTrouble::OddLog;
+    return kind == FileKind::ReadOnlyStore ? StoreTrouble::OddLog
+                                           : Obey(JudgeFirstJournal(journalPath), journalPath);
 }
 
 } // namespace
