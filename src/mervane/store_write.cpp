@@ -34,7 +34,7 @@ StoreWrite::~StoreWrite()
 
 bool StoreWrite::Commit(const TableChange& what)
 {
-    m_committed = m_store.m_bulkDepth ? m_open : m_store.CommitAs(what);
+    m_committed = IsOpen() && (m_store.m_bulkDepth || m_store.CommitAs(what));
     return m_committed;
 }
 

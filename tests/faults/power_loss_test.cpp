@@ -35,6 +35,8 @@ std::string Describe(const Disk& disk)
     return text;
 }
 
+constexpr unsigned kShortForm = 16;
+
 class PowerLoss : public testing::Test {
   protected:
     void SetUp() override
@@ -201,7 +203,7 @@ TEST_F(PowerLoss, WhileAStoreIsMade)
     Acknowledge();
     ASSERT_NE(AddCategory(m_categories, L"Work"), 0u);
     Acknowledge();
-    LosePower(Times(20));
+    LosePower(Times(kShortForm));
 }
 
 TEST_F(PowerLoss, WhileAStoreIsBroughtToTheNewestVersion)
@@ -222,7 +224,7 @@ TEST_F(PowerLoss, WhileAStoreIsBroughtToTheNewestVersion)
     Acknowledge();
     ASSERT_NE(AddEntry(m_journal, L"after it"), 0u);
     Acknowledge();
-    LosePower(Times(20));
+    LosePower(Times(kShortForm));
 }
 
 TEST_F(PowerLoss, WhileAStoreWithoutALogIsBroughtToTheNewestVersion)
@@ -238,7 +240,7 @@ TEST_F(PowerLoss, WhileAStoreWithoutALogIsBroughtToTheNewestVersion)
     Acknowledge();
     ASSERT_NE(AddEntry(m_journal, L"after it"), 0u);
     Acknowledge();
-    LosePower(Times(20));
+    LosePower(Times(kShortForm));
 }
 
 TEST_F(PowerLoss, WhileEntriesAreSavedAndDeleted)
@@ -262,7 +264,7 @@ TEST_F(PowerLoss, WhileEntriesAreSavedAndDeleted)
             Acknowledge();
         }
     }
-    LosePower(Times(20));
+    LosePower(Times(kShortForm));
 }
 
 // Another program brings the log into the file between saves, so that it is begun anew.
@@ -279,7 +281,7 @@ TEST_F(PowerLoss, WhileTheLogIsBroughtIn)
         }
         RawStore(Path()).Run(std::string("PRAGMA wal_checkpoint(") + mode + ")");
     }
-    LosePower(Times(20));
+    LosePower(Times(kShortForm));
 }
 
 // The log has become so long that a save brings it in.
@@ -295,7 +297,7 @@ TEST_F(PowerLoss, WhileASaveBringsALongLogIn)
         ASSERT_NE(id, 0u);
         Acknowledge();
     }
-    LosePower(Times(20) / 4);
+    LosePower(Times(kShortForm) / 4);
 }
 
 TEST_F(PowerLoss, WhileCardsAreImported)
@@ -322,7 +324,7 @@ TEST_F(PowerLoss, WhileCardsAreImported)
         ASSERT_EQ(state, addrbook::Transfer::State::Done);
     }
     Acknowledge();
-    LosePower(Times(20) / 4);
+    LosePower(Times(kShortForm) / 4);
 }
 
 TEST_F(PowerLoss, WhileTheLastProgramClosesTheStore)
@@ -334,7 +336,7 @@ TEST_F(PowerLoss, WhileTheLastProgramClosesTheStore)
     Record();
     Acknowledge();
     CloseAll();
-    LosePower(Times(20));
+    LosePower(Times(kShortForm));
 }
 
 } // namespace
