@@ -57,6 +57,7 @@ HWND MainWindow::Create(HINSTANCE instance)
 void MainWindow::ShowFirst(int showCommand)
 {
     ShowWindow(m_window, FirstShowCommand(showCommand, m_leftMaximized));
+    m_backup.Start(m_window);
 }
 
 bool MainWindow::TranslateMenuKey(const MSG& message)
@@ -153,6 +154,7 @@ void MainWindow::Close()
 {
     EndAnyMenu();
     SetStoreOfWindow(m_window, kNoStore);
+    m_backup.Stop();
     JournalApp& app = App();
     SORTORDERSPEC sort{};
     app.Journal().GetSort(&sort);

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include "app/band_layout.h"
+#include "app/daily_backup.h"
 #include "app/main_bands.h"
 #include "list/column_set.h"
 #include "list/entry_list.h"
@@ -78,6 +79,7 @@ class MainWindow {
     EntryList m_list;
     FindRequest m_findRequest;
     Gathered m_refresh{[this] { OnFilterChanged(); }}; // for what other programs change
+    DailyBackup m_backup;
     const wchar_t* m_helpTopic = kHelpMain;
     bool m_leftMaximized = false; // when it was last closed
     // Set once everything stored has been loaded: from then on it may be stored again.

@@ -148,7 +148,7 @@ bool Connection::TryWrite()
 bool Connection::Commit()
 {
     m_logged = false;
-    const StoreTrouble trouble = m_file.Look();
+    const StoreTrouble trouble = LookAtFile();
     m_database.NoteTrouble(trouble);
     if (trouble != StoreTrouble::None || !RunOnce(m_commit))
         return false;

@@ -15,6 +15,8 @@ class Connection {
 
     [[nodiscard]] bool Open(const std::wstring& path);
     Database& Sql() { return m_database; }
+    // Whether the path still leads to the file that is open; else why not.
+    StoreTrouble LookAtFile() const { return m_file.Look(); }
 
     bool InTransaction() const { return m_database.InTransaction(); }
     [[nodiscard]] bool BeginRead();

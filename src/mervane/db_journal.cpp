@@ -64,6 +64,26 @@ CEOID DbJournal::FindDateAfter(CEOID id, CEPROPID property, const FILETIME& date
     return FindBehind(id, request);
 }
 
+unsigned DbJournal::BeginBackup(const SYSTEMTIME& today)
+{
+    const auto& store = SharedStore();
+    const mervane::BackupDay day{std::chrono::year(today.wYear), std::chrono::month(today.wMonth),
+                                 std::chrono::day(today.wDay)};
+    return store ? store->Backup().Begin(day) : 0;
+}
+
+unsigned DbJournal::StepBackup(bool (*mayGoOn)())
+{
+    const auto& store = SharedStore();
+    return store ? store->Backup().Step(mayGoOn) : 0;
+}
+
+void DbJournal::EndBackup()
+{
+    if (const auto& store = SharedStore())
+        store->Backup().End();
+}
+
 CEOID DbJournal::FindBehind(CEOID id, const mervane::SearchRequest& request)
 {
     const ReadOperation operation(*this);

@@ -41,6 +41,15 @@ class DbJournal : public CeDBase {
     [[nodiscard]] CEOID FindDate(CEPROPID property, const FILETIME& date);
     [[nodiscard]] CEOID FindDateAfter(CEOID id, CEPROPID property, const FILETIME& date);
 
+    // The day's backup of the store, in a folder beside it, made in small steps while nothing else is to be
+    // done. Both return after how many milliseconds StepBackup is to be called; 0 when there is nothing more
+    // to do: the day has one, or none can be made. What fails is not made, and no backup is touched by it.
+    // mayGoOn, which may be null, is asked in a long step; where it answers false the step is given up and
+    // done later. Closing the store ends the backup too.
+    [[nodiscard]] unsigned BeginBackup(const SYSTEMTIME& today);
+    [[nodiscard]] unsigned StepBackup(bool (*mayGoOn)());
+    void EndBackup();
+
   private:
     CEOID FindBehind(CEOID id, const mervane::SearchRequest& request);
 

@@ -2,6 +2,7 @@
 
 #include <iterator>
 
+#include "mervane/backup.h"
 #include "mervane/drive_kind.h"
 #include "mervane/schema_check.h"
 #include "mervane/store_neighbours.h"
@@ -126,22 +127,64 @@ StoreTrouble CheckTables(Database& database, int64_t version)
     return trouble == StoreTrouble::None ? StoreTrouble::NotAStore : trouble;
 }
 
-// One step for each version, all in one transaction: a store is of its old version or of the newest.
-StoreTrouble Migrate(Database& database)
+// One step for each version.
+StoreTrouble RunSteps(Database& database, int64_t version)
 {
-    Transaction transaction(database);
-    if (!transaction.IsOpen())
-        return FailureOf(database);
-    // Another program may have done it meanwhile.
-    const Found found = VersionIn(database);
-    if (found.trouble != StoreTrouble::None || found.version >= kSchemaVersion)
-        return found.trouble;
-    if (const StoreTrouble trouble = CheckTables(database, found.version); trouble != StoreTrouble::None)
-        return trouble;
-    for (auto step = static_cast<size_t>(found.version); step < std::size(kSteps); ++step)
+    for (auto step = static_cast<size_t>(version); step < std::size(kSteps); ++step)
         if (!database.Execute(kSteps[step]))
             return FailureOf(database);
-    return SetMarks(database) && transaction.Commit() ? StoreTrouble::None : FailureOf(database);
+    return SetMarks(database) ? StoreTrouble::None : FailureOf(database);
+}
+
+// Another program that commits again and again between the copy and the migration is given up.
+constexpr int kMostCopies = 10;
+
+enum class Tried { Ended, Again };
+
+// A copy is made first and kept. All steps are one transaction: a store is of its old version or of the
+// newest.
+Tried TryToMigrate(Database& database, const std::wstring& path, int64_t version, StoreTrouble* trouble)
+{
+    StoreCopy copy;
+    const auto content = database.QueryInteger("PRAGMA data_version");
+    const bool isNew = version == 0;
+    const StoreTrouble copied = isNew ? StoreTrouble::None : CopyBeforeMigration(database, path, copy);
+    Transaction transaction(database);
+    // Another program may have done it meanwhile.
+    const Found found = transaction.IsOpen() ? VersionIn(database) : Found{-1, FailureOf(database)};
+    *trouble = found.trouble;
+    if (found.trouble != StoreTrouble::None || found.version >= kSchemaVersion)
+        return Tried::Ended;
+    *trouble = copied;
+    if (copied != StoreTrouble::None)
+        return Tried::Ended;
+    // The copy is of what is changed now, or another one is made.
+    if (!content || database.QueryInteger("PRAGMA data_version") != content || found.version != version)
+        return Tried::Again;
+    *trouble = RunSteps(database, version);
+    if (*trouble == StoreTrouble::None && !isNew && !copy.Name(FreePathBeforeVersion(path, kSchemaVersion)))
+        *trouble = copy.Trouble();
+    if (*trouble == StoreTrouble::None && !transaction.Commit())
+        *trouble = FailureOf(database);
+    if (*trouble == StoreTrouble::None)
+        copy.Keep();
+    return Tried::Ended;
+}
+
+StoreTrouble Migrate(Database& database, const std::wstring& path, int64_t version)
+{
+    StoreTrouble trouble = StoreTrouble::None;
+    for (int i = 0; i < kMostCopies; ++i) {
+        if (const StoreTrouble odd = CheckTables(database, version); odd != StoreTrouble::None)
+            return odd;
+        if (TryToMigrate(database, path, version, &trouble) == Tried::Ended)
+            return trouble;
+        const Found found = VersionAtOnce(database);
+        if (found.trouble != StoreTrouble::None || found.version >= kSchemaVersion)
+            return found.trouble;
+        version = found.version;
+    }
+    return StoreTrouble::Locked;
 }
 
 // How a transaction is made whole. A write-ahead log has an index in mapped memory, which is only safe on a
@@ -193,29 +236,29 @@ bool ShowAsNewest(Database& database, int64_t version)
     return version == 1 && database.Execute(kContactsOfVersion1);
 }
 
-StoreTrouble BringUpToDate(Database& database)
+StoreTrouble BringUpToDate(Database& database, const std::wstring& path)
 {
     const Found found = VersionAtOnce(database);
     if (found.trouble != StoreTrouble::None || found.version >= kSchemaVersion)
         return found.trouble != StoreTrouble::None ? found.trouble : CheckTables(database, found.version);
     if (!database.IsReadOnly())
-        return Migrate(database);
+        return Migrate(database, path, found.version);
     const StoreTrouble trouble = CheckTables(database, found.version);
     if (trouble != StoreTrouble::None)
         return trouble;
     return ShowAsNewest(database, found.version) ? StoreTrouble::None : StoreTrouble::NotAStore;
 }
 
-StoreTrouble MakeReady(Database& database, Mode mode)
+StoreTrouble MakeReady(Database& database, const std::wstring& path, Mode mode)
 {
     if (!database.Execute(kConnectionPragmas))
         return FailureOf(database);
     if (database.IsReadOnly())
-        return BringUpToDate(database);
+        return BringUpToDate(database, path);
     const bool alone = mode == Mode::Rollback;
     if (alone && !BeginAlone(database))
         return FailureOf(database);
-    if (const StoreTrouble trouble = BringUpToDate(database); trouble != StoreTrouble::None)
+    if (const StoreTrouble trouble = BringUpToDate(database, path); trouble != StoreTrouble::None)
         return trouble;
     return UseMode(database, mode) && (!alone || EndAlone(database)) ? StoreTrouble::None
                                                                      : FailureOf(database);
@@ -262,7 +305,7 @@ StoreTrouble OpenStoreFile(Database& database, const std::wstring& path)
     const bool hasLog = HasContent(path + L"-wal");
     if (!database.Open(path, ModeFor(file.kind, hasLog)))
         return FailureOf(database);
-    const StoreTrouble trouble = MakeReady(database, IsOnFixedDrive(path) ? Mode::Log : Mode::Rollback);
+    const StoreTrouble trouble = MakeReady(database, path, IsOnFixedDrive(path) ? Mode::Log : Mode::Rollback);
     if (trouble != StoreTrouble::None)
         CloseUntouched(database, path, hadLog, hadSharedMemory);
     return trouble;

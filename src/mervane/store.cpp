@@ -34,7 +34,7 @@ std::shared_ptr<Store> Store::Open(StoreTrouble* trouble)
             *trouble = StoreTrouble::None;
             return store;
         }
-    std::shared_ptr<Store> store(new Store(key));
+    std::shared_ptr<Store> store(new Store(path, key));
     if (!store->m_connection.Open(path)) {
         store->Note(StoreTrouble::Other);
         *trouble = store->TakeTrouble();
@@ -48,10 +48,11 @@ std::shared_ptr<Store> Store::Open(StoreTrouble* trouble)
     return store;
 }
 
-Store::Store(const std::wstring& pathKey)
-    : m_pathKey(pathKey), m_tables{Table(m_connection.Sql(), InfoOf(TableId::Journal)),
-                                   Table(m_connection.Sql(), InfoOf(TableId::Categories)),
-                                   Table(m_connection.Sql(), InfoOf(TableId::Contacts))},
+Store::Store(const std::wstring& path, const std::wstring& pathKey)
+    : m_pathKey(pathKey),
+      m_backup(m_connection, path), m_tables{Table(m_connection.Sql(), InfoOf(TableId::Journal)),
+                                             Table(m_connection.Sql(), InfoOf(TableId::Categories)),
+                                             Table(m_connection.Sql(), InfoOf(TableId::Contacts))},
       m_names(m_connection.Sql()), m_changes(pathKey, [this] { LookForForeignChanges(); })
 {}
 

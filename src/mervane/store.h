@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "mervane/backup.h"
 #include "mervane/change_hub.h"
 #include "mervane/commit_ledger.h"
 #include "mervane/connection.h"
@@ -61,6 +62,9 @@ class Store {
     // Differs after each change of a record, whoever has made it. Inside a read.
     uint64_t Version() const { return m_version; }
 
+    // What is under way ends with the store.
+    StoreBackup& Backup() { return m_backup; }
+
     ChangeHub& Changes() { return m_changes; }
     void AddCursor(Cursor* cursor) { m_cursors.push_back(cursor); }
     void RemoveCursor(Cursor* cursor) { std::erase(m_cursors, cursor); }
@@ -68,7 +72,7 @@ class Store {
   private:
     friend class StoreWrite;
 
-    explicit Store(const std::wstring& pathKey);
+    Store(const std::wstring& path, const std::wstring& pathKey);
     // false when it could not be found out whether there are any.
     [[nodiscard]] bool NoticeForeignChanges();
     void BeginView();
@@ -92,6 +96,7 @@ class Store {
 
     std::wstring m_pathKey;
     Connection m_connection;
+    StoreBackup m_backup;
     CommitLedger m_ledger;
     std::optional<LogState> m_seen; // what the indexes and names are as of
     std::array<Table, kTableCount> m_tables;

@@ -3,6 +3,7 @@
 #include "app/main_window_fixture.h"
 #include "support/import_watch.h"
 #include "ui/scale.h"
+#include "util/clock.h"
 
 namespace {
 
@@ -206,5 +207,36 @@ INSTANTIATE_TEST_SUITE_P(Each, RefusedPart,
                          testing::Values(Refused{L"ReBarWindow32", 1}, Refused{L"ToolbarWindow32", 1},
                                          Refused{L"ToolbarWindow32", 2}, Refused{L"ToolbarWindow32", 3},
                                          Refused{L"ToolbarWindow32", 4}, Refused{L"SysListView32", 1}));
+
+TEST_F(MainWindowTest, MakesTheDaysBackupOnce)
+{
+    const auto isMade = [this] {
+        const auto found = BackupsOf(m_store.Path());
+        return found.size() == 1 && found[0].ends_with(L"-2026-01-31.db");
+    };
+    SYSTEMTIME now{};
+    now.wYear = 2026;
+    now.wMonth = 1;
+    now.wDay = 31;
+    ScopedClockForTesting clock(now);
+    Create();
+    EXPECT_TRUE(BackupsOf(m_store.Path()).empty()) << "before the first paint";
+    ASSERT_NE(AddEntry(L"kept", 5), 0u);
+    EXPECT_TRUE(PumpUntil(isMade));
+    const std::string bytes = ReadFileBytes(BackupFolderOf(m_store.Path()) + BackupsOf(m_store.Path())[0]);
+    // The next start of the day, until its time has come too.
+    SendMessageW(m_window.Handle(), WM_CLOSE, 0, 0);
+    TakeQuitMessage();
+    MainWindow second;
+    HWND window = second.Create(Instance());
+    ASSERT_NE(window, nullptr);
+    second.ShowFirst(SW_SHOWNORMAL);
+    ASSERT_NE(AddEntry(L"later", 6), 0u);
+    const ULONGLONG start = GetTickCount64();
+    EXPECT_TRUE(PumpUntil([&] { return GetTickCount64() - start > 1500; }));
+    EXPECT_TRUE(isMade());
+    EXPECT_TRUE(ReadFileBytes(BackupFolderOf(m_store.Path()) + BackupsOf(m_store.Path())[0]) == bytes);
+    DestroyWindow(window);
+}
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "mervane/store_header.h"
 #include "records.h"
 #include "support/test_store.h"
+#include "watched_files.h"
 
 namespace {
 
@@ -77,6 +78,63 @@ TEST_F(Version1Store, ThatIsReadOnlyIsReadAndStaysAsItIs)
         EXPECT_EQ(AddContact(contacts, L"new"), 0u);
     }
     EXPECT_EQ(ReadFileBytes(m_store.Path()), before);
+}
+
+TEST_F(Version1Store, IsCopiedBeforeItIsMigrated)
+{
+    const std::wstring folder = BackupFolderOf(m_store.Path());
+    for (const size_t copies : {1u, 2u}) {
+        {
+            DbJournal journal;
+            ASSERT_EQ(journal.Open(nullptr), 1);
+        }
+        const auto found = BackupsOf(m_store.Path());
+        ASSERT_EQ(found.size(), copies);
+        EXPECT_TRUE(found[0].ends_with(copies == 1 ? L"-before-v2.db" : L"-before-v2-2.db"));
+        RawStore copy(folder + found[0]);
+        EXPECT_EQ(copy.Integer("PRAGMA user_version"), 1001);
+        EXPECT_EQ(copy.Text("SELECT subject FROM journal"), "kept");
+        EXPECT_EQ(copy.Text("PRAGMA integrity_check"), "ok");
+        // Gone back to it.
+        ASSERT_TRUE(WriteFileBytes(m_store.Path(), ReadFileBytes(folder + found[0])));
+    }
+}
+
+TEST_F(Version1Store, IsNotMigratedWithoutACopy)
+{
+    const std::string before = ReadFileBytes(m_store.Path());
+    const std::wstring folder = BackupFolderOf(m_store.Path());
+    const std::wstring inItsPlace = folder.substr(0, folder.size() - 1);
+    ASSERT_TRUE(WriteFileBytes(inItsPlace, ""));
+    {
+        DbJournal journal;
+        EXPECT_EQ(journal.Open(nullptr), 0);
+        EXPECT_NE(journal.Trouble(), StoreTrouble::None);
+    }
+    EXPECT_TRUE(ReadFileBytes(m_store.Path()) == before);
+    EXPECT_TRUE(DeleteFileW(inItsPlace.c_str()));
+    DbJournal journal;
+    EXPECT_EQ(journal.Open(nullptr), 1);
+}
+
+TEST_F(Version1Store, ThatCannotBeCopiedWholeIsNotMigrated)
+{
+    const std::string before = ReadFileBytes(m_store.Path());
+    WatchedFiles files;
+    files.FillDisk(true);
+    DbJournal journal;
+    EXPECT_EQ(journal.Open(nullptr), 0);
+    EXPECT_EQ(journal.Trouble(), StoreTrouble::Full);
+    EXPECT_TRUE(BackupsOf(m_store.Path()).empty());
+    EXPECT_TRUE(ReadFileBytes(m_store.Path()) == before);
+}
+
+TEST(NewStore, IsNoMigration)
+{
+    const TestStore store;
+    DbJournal journal;
+    ASSERT_EQ(journal.Open(nullptr), 1);
+    EXPECT_TRUE(BackupsOf(store.Path()).empty());
 }
 
 // What fails on the way leaves the store of its old version.

@@ -571,27 +571,6 @@ TEST_F(LeftJournal, WithoutItsFileIsKept)
     EXPECT_TRUE(ReadFileBytes(Beside(L"-journal")) == journal);
 }
 
-// A tool of the other side, which does what no program of this one may do with an open file. Its end is not
-// told: it is known by what it has done.
-bool RunUnix(const std::wstring& command, const std::function<bool()>& isDone)
-{
-    std::wstring line = L"Z:\\bin\\" + command;
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process{};
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                        &process))
-        return false;
-    for (const ULONGLONG end = GetTickCount64() + 20'000; !isDone() && GetTickCount64() < end;)
-        Sleep(5);
-    return isDone();
-}
-
-std::wstring Unix(const std::wstring& path)
-{
-    return UnixPath(path);
-}
-
 // A sync or restore tool has put another file in the open one's place: what is saved would go nowhere.
 TEST_F(Opening, RefusesToWriteOnceAnotherFileIsInItsPlace)
 {
@@ -602,10 +581,11 @@ TEST_F(Opening, RefusesToWriteOnceAnotherFileIsInItsPlace)
         DbJournal journal;
         ASSERT_EQ(journal.Open(nullptr), 1);
         ASSERT_NE(AddEntry(journal, L"before"), 0u);
-        ASSERT_TRUE(RunUnix(L"mv " + Unix(Path()) + L" " + Unix(away), [&] { return Exists(away); }));
+        ASSERT_TRUE(RunUnix(L"mv " + UnixPath(Path()) + L" " + UnixPath(away), [&] { return Exists(away); }));
         EXPECT_EQ(AddEntry(journal, L"nowhere"), 0u);
         EXPECT_EQ(journal.Trouble(), StoreTrouble::Unreachable);
-        ASSERT_TRUE(RunUnix(L"mv " + Unix(other) + L" " + Unix(Path()), [&] { return !Exists(other); }));
+        ASSERT_TRUE(
+            RunUnix(L"mv " + UnixPath(other) + L" " + UnixPath(Path()), [&] { return !Exists(other); }));
         EXPECT_EQ(AddEntry(journal, L"elsewhere"), 0u);
         EXPECT_EQ(journal.Trouble(), StoreTrouble::OtherFile);
         CeDBase::BulkScope bulk(journal);
@@ -614,7 +594,8 @@ TEST_F(Opening, RefusesToWriteOnceAnotherFileIsInItsPlace)
         EXPECT_NE(bulk.Trouble(), StoreTrouble::None);
         EXPECT_EQ(journal.RecordCount(), 2u);
         // Put back, it is the journal again.
-        ASSERT_TRUE(RunUnix(L"mv " + Unix(away) + L" " + Unix(Path()), [&] { return !Exists(away); }));
+        ASSERT_TRUE(
+            RunUnix(L"mv " + UnixPath(away) + L" " + UnixPath(Path()), [&] { return !Exists(away); }));
         EXPECT_NE(AddEntry(journal, L"after"), 0u);
     }
     ExpectUsable(3);
@@ -624,7 +605,7 @@ TEST_F(Opening, KeepsItsLogBesideTheFileThatALinkLeadsTo)
 {
     MakeStore();
     const std::wstring link = Path() + L".link.db";
-    ASSERT_TRUE(RunUnix(L"ln -s " + Unix(Path()) + L" " + Unix(link), [&] { return Exists(link); }));
+    ASSERT_TRUE(RunUnix(L"ln -s " + UnixPath(Path()) + L" " + UnixPath(link), [&] { return Exists(link); }));
     SetEnvironmentVariableW(L"MERVANE_STORE", link.c_str());
     EXPECT_EQ(mervane::PathKey(mervane::StorePath()), mervane::PathKey(Path()));
     {

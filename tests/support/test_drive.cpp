@@ -70,6 +70,20 @@ std::wstring UnixPath(const std::wstring& path)
     return wide;
 }
 
+bool RunUnix(const std::wstring& command, const std::function<bool()>& isDone)
+{
+    std::wstring line = L"Z:\\bin\\" + command;
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                        &process))
+        return false;
+    for (const ULONGLONG end = GetTickCount64() + 20'000; !isDone() && GetTickCount64() < end;)
+        Sleep(5);
+    return isDone();
+}
+
 TestDrive::TestDrive(UINT kind)
 {
     wchar_t folder[MAX_PATH];

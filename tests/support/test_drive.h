@@ -3,10 +3,14 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 
 // A path as the system below Wine has it; empty when it has none.
 std::wstring UnixPath(const std::wstring& path);
+// Runs a tool of that system, which does what no program of this one may do with an open file. Its end is not
+// told: it is known by what it has done.
+bool RunUnix(const std::wstring& command, const std::function<bool()>& isDone);
 
 // A drive letter for a folder of its own in the temporary folder, a network's or one that can be pulled out
 // (DRIVE_REMOTE, DRIVE_REMOVABLE), as Wine's mount manager makes it. Both are gone at the end.

@@ -1,5 +1,7 @@
 #include "support/test_store.h"
 
+#include <algorithm>
+
 #include "util/owners.h"
 
 namespace {
@@ -8,6 +10,14 @@ void DeleteStoreFiles(const std::wstring& path)
 {
     for (const wchar_t* suffix : {L"", L"-wal", L"-shm", L"-journal"})
         DeleteFileW((path + suffix).c_str());
+}
+
+// The folder goes with the last one that has backups in it.
+void DeleteBackups(const std::wstring& path)
+{
+    for (const std::wstring& name : BackupsOf(path))
+        DeleteFileW((BackupFolderOf(path) + name).c_str());
+    RemoveDirectoryW(BackupFolderOf(path).c_str());
 }
 
 UniqueKernelHandle OpenTestFile(const std::wstring& path, DWORD access, DWORD disposition)
@@ -31,6 +41,26 @@ void EmptyKeys()
 
 } // namespace
 
+std::wstring BackupFolderOf(const std::wstring& storePath)
+{
+    return storePath.substr(0, storePath.find_last_of(L'\\') + 1) + L"backup\\";
+}
+
+std::vector<std::wstring> BackupsOf(const std::wstring& storePath)
+{
+    const std::wstring name = storePath.substr(storePath.find_last_of(L'\\') + 1);
+    const std::wstring all = BackupFolderOf(storePath) + name.substr(0, name.rfind(L'.')) + L"-*";
+    std::vector<std::wstring> found;
+    WIN32_FIND_DATAW data;
+    HANDLE search = FindFirstFileW(all.c_str(), &data);
+    for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &data))
+        found.emplace_back(data.cFileName);
+    if (search != INVALID_HANDLE_VALUE)
+        FindClose(search);
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
 TestStore::TestStore()
 {
     static unsigned s_count = 0;
@@ -39,6 +69,7 @@ TestStore::TestStore()
     m_path = std::wstring(folder) + L"journal-test-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
              std::to_wstring(++s_count) + L".db";
     DeleteStoreFiles(m_path);
+    DeleteBackups(m_path);
     SetEnvironmentVariableW(L"MERVANE_STORE", m_path.c_str());
 }
 
@@ -46,6 +77,7 @@ TestStore::~TestStore()
 {
     SetEnvironmentVariableW(L"MERVANE_STORE", nullptr);
     DeleteStoreFiles(m_path);
+    DeleteBackups(m_path);
 }
 
 TestRegistry::TestRegistry()

@@ -4,9 +4,10 @@
 #include <windows.h>
 
 #include <string>
+#include <vector>
 
-// A path in the temporary folder that no other test has; the file and its companions (-wal, -shm) are deleted
-// before and after. MERVANE_STORE names it while this lives.
+// A path in the temporary folder that no other test has; the file, its companions (-wal, -shm) and its
+// backups are deleted before and after. MERVANE_STORE names it while this lives.
 class TestStore {
   public:
     TestStore();
@@ -19,6 +20,11 @@ class TestStore {
   private:
     std::wstring m_path;
 };
+
+// The folder beside a store that has its backups, with a backslash at its end, and what of them is there: the
+// names, sorted, unfinished ones too.
+std::wstring BackupFolderOf(const std::wstring& storePath);
+std::vector<std::wstring> BackupsOf(const std::wstring& storePath);
 
 // Empties the programs' registry keys before and after, so that every test starts from the defaults.
 class TestRegistry {

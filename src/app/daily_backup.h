@@ -1,0 +1,27 @@
+// DailyBackup: the day's copy of the store, begun when the window has been painted and made while nobody
+// presses a key.
+#pragma once
+
+#include <windows.h>
+
+class DailyBackup {
+  public:
+    DailyBackup() = default;
+    ~DailyBackup() { StopTimer(); }
+    DailyBackup(const DailyBackup&) = delete;
+    DailyBackup& operator=(const DailyBackup&) = delete;
+
+    // Of the program's journal. window is one of this thread.
+    void Start(HWND window);
+    // Before the journal is closed; one that is not whole by then is removed.
+    void Stop();
+
+  private:
+    static void CALLBACK OnTimer(HWND window, UINT message, UINT_PTR self, DWORD time);
+    void SetTimerOf(unsigned milliseconds);
+    void StopTimer();
+    void Continue();
+
+    HWND m_window = nullptr; // with the timer; null: nothing is to be done
+    bool m_begun = false;
+};

@@ -1,0 +1,160 @@
+#include "mervane/backup.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+#include "mervane/store_header.h"
+#include "mervane/store_neighbours.h"
+
+namespace mervane {
+
+namespace {
+
+constexpr int kAllPages = -1;
+constexpr int kPagesOfStep = 64;
+constexpr int kMostPagesOfStep = 512;
+// Where another program writes again and again, the copy begins again and again, in longer steps; then it is
+// left alone for a while.
+constexpr int kRestartsToPause = 5;
+
+// Until the next step, in milliseconds.
+constexpr unsigned kNever = 0;
+constexpr unsigned kAtOnce = 10;
+constexpr unsigned kSoon = 250;
+constexpr unsigned kPause = 60'000;
+
+constexpr ULONGLONG kLongestLock = 2500; // milliseconds
+
+std::vector<std::wstring> FilesIn(const std::wstring& folder)
+{
+    std::vector<std::wstring> files;
+    WIN32_FIND_DATAW data;
+    HANDLE search = FindFirstFileW((folder + L"*").c_str(), &data);
+    if (search == INVALID_HANDLE_VALUE)
+        return files;
+    do
+        if (!(data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+            files.emplace_back(data.cFileName);
+    while (FindNextFileW(search, &data));
+    FindClose(search);
+    return files;
+}
+
+// One that another process is making cannot be deleted: it is open.
+void DeleteUnfinished(const std::wstring& folder, const BackupNames& names)
+{
+    for (const std::wstring& file : FilesIn(folder))
+        if (names.IsUnfinished(file))
+            DeleteFileW((folder + file).c_str());
+}
+
+uint64_t SizeOf(const std::wstring& path)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data))
+        return 0;
+    return (uint64_t{data.nFileSizeHigh} << 32) | data.nFileSizeLow;
+}
+
+// A copy that filled the disk would take the room from the next save.
+bool HasRoom(const std::wstring& storePath, const std::wstring& folder)
+{
+    ULARGE_INTEGER available{};
+    if (!GetDiskFreeSpaceExW(folder.c_str(), &available, nullptr, nullptr))
+        return true; // the copy itself will tell
+    return available.QuadPart / 2 >= SizeOf(storePath) + SizeOf(storePath + L"-wal");
+}
+
+} // namespace
+
+unsigned StoreBackup::Begin(BackupDay today)
+{
+    End();
+    if (!today.ok() || m_store.Sql().IsReadOnly() || m_store.LookAtFile() != StoreTrouble::None)
+        return kNever;
+    const BackupNames names(FileNameOf(m_path));
+    DeleteUnfinished(BackupPath(m_path, L""), names);
+    const std::wstring path = BackupPath(m_path, names.OfDay(today));
+    if (FileExists(path) || !HasRoom(m_path, m_path.substr(0, m_path.size() - FileNameOf(m_path).size())))
+        return kNever;
+    m_today = today;
+    m_restarts = 0;
+    return m_copy.Begin(m_store.Sql(), path) ? kAtOnce : kNever;
+}
+
+void StoreBackup::End()
+{
+    m_isMade = false;
+    m_copy.Discard();
+}
+
+unsigned StoreBackup::Step(MayGoOn mayGoOn)
+{
+    if (m_copy.IsUnderWay())
+        return CopyPages();
+    return m_isMade ? Finish(mayGoOn) : kNever;
+}
+
+unsigned StoreBackup::CopyPages()
+{
+    const int before = m_copy.PagesDone();
+    switch (m_copy.Step(std::min(kPagesOfStep << std::min(m_restarts, kRestartsToPause), kMostPagesOfStep))) {
+    case StoreCopy::Progress::More: break;
+    case StoreCopy::Progress::Held: return kSoon;
+    case StoreCopy::Progress::Made: m_isMade = true; return kAtOnce;
+    case StoreCopy::Progress::Failed: return kNever;
+    }
+    const bool hasRestarted = before > 0 && m_copy.PagesDone() <= before;
+    return hasRestarted && ++m_restarts % kRestartsToPause == 0 ? kPause : kAtOnce;
+}
+
+// What was copied is no backup of the file that has come into the store's place.
+unsigned StoreBackup::Finish(MayGoOn mayGoOn)
+{
+    const WholeCheck::Result result = m_copy.Check(mayGoOn);
+    if (result == WholeCheck::Result::Interrupted)
+        return kSoon;
+    if (result == WholeCheck::Result::Whole && m_store.LookAtFile() == StoreTrouble::None)
+        KeepCopy();
+    End();
+    return kNever;
+}
+
+void StoreBackup::KeepCopy()
+{
+    const BackupNames names(FileNameOf(m_path));
+    if (!m_copy.Name(BackupPath(m_path, names.OfDay(m_today))))
+        return;
+    m_copy.Keep();
+    const std::wstring folder = BackupPath(m_path, L"");
+    for (const std::wstring& file : BackupsToDelete(names, FilesIn(folder), m_today))
+        DeleteFileW((folder + file).c_str());
+}
+
+StoreTrouble CopyBeforeMigration(Database& store, const std::wstring& path, StoreCopy& copy)
+{
+    const std::wstring name = BackupNames(FileNameOf(path)).BeforeVersion(kSchemaVersion, 1);
+    if (!copy.Begin(store, BackupPath(path, name)))
+        return copy.Trouble();
+    const ULONGLONG end = GetTickCount64() + kLongestLock;
+    StoreCopy::Progress progress;
+    while ((progress = copy.Step(kAllPages)) == StoreCopy::Progress::Held) {
+        if (GetTickCount64() >= end)
+            return StoreTrouble::Locked;
+        Sleep(10);
+    }
+    const bool isWhole = progress == StoreCopy::Progress::Made && copy.Check() == WholeCheck::Result::Whole;
+    return isWhole ? StoreTrouble::None : copy.Trouble();
+}
+
+std::wstring FreePathBeforeVersion(const std::wstring& storePath, int64_t version)
+{
+    const BackupNames names(FileNameOf(storePath));
+    for (int number = 1;; ++number)
+        if (std::wstring path = BackupPath(storePath, names.BeforeVersion(version, number));
+            !FileExists(path))
+            return path;
+}
+
+} // namespace mervane

@@ -1,0 +1,49 @@
+// The store's backups: a copy of each day on which the program was started, and one before each migration.
+#pragma once
+
+#include <string>
+
+#include "mervane/backup_keep.h"
+#include "mervane/connection.h"
+#include "mervane/store_copy.h"
+
+namespace mervane {
+
+// The day's copy of an open store, made in small steps beside the program's own work. What cannot be done is
+// not done, and older backups stay as they are. Begin and Step return the time in milliseconds until the next
+// Step; 0: there is none.
+class StoreBackup {
+  public:
+    // store is at path and outlives this.
+    StoreBackup(Connection& store, const std::wstring& path) : m_store(store), m_path(path) {}
+    StoreBackup(const StoreBackup&) = delete;
+    StoreBackup& operator=(const StoreBackup&) = delete;
+
+    // Removes what was left unfinished, and begins the day's copy: not where the day has one, the store is
+    // read-only, another file is in its place, or the disk has not room for two more.
+    [[nodiscard]] unsigned Begin(BackupDay today);
+    // A step of a few pages. The last ones check the copy, as far as mayGoOn lets them, and delete backups
+    // that are too many.
+    [[nodiscard]] unsigned Step(MayGoOn mayGoOn);
+    // Ends what is under way and removes it.
+    void End();
+
+  private:
+    [[nodiscard]] unsigned CopyPages();
+    [[nodiscard]] unsigned Finish(MayGoOn mayGoOn);
+    void KeepCopy();
+
+    Connection& m_store;
+    std::wstring m_path;
+    BackupDay m_today{};
+    StoreCopy m_copy;
+    bool m_isMade = false; // and not checked yet
+    int m_restarts = 0;
+};
+
+// A copy of a store of an older version, made and checked at once; copy is to be named and kept.
+[[nodiscard]] StoreTrouble CopyBeforeMigration(Database& store, const std::wstring& path, StoreCopy& copy);
+// Its name there: none of an older copy.
+std::wstring FreePathBeforeVersion(const std::wstring& storePath, int64_t version);
+
+} // namespace mervane

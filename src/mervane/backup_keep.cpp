@@ -1,0 +1,140 @@
+#include "mervane/backup_keep.h"
+
+#include <algorithm>
+#include <cwchar>
+#include <set>
+
+namespace mervane {
+
+namespace {
+
+constexpr size_t kDaysKept = 7;
+constexpr size_t kSundaysKept = 4;
+
+constexpr std::wstring_view kUnfinished = L".part";
+constexpr std::wstring_view kBefore = L"-before-v";
+
+bool IsNumber(std::wstring_view text)
+{
+    return !text.empty() && text.size() <= 10 &&
+           text.find_first_not_of(L"0123456789") == std::wstring_view::npos;
+}
+
+int NumberOf(std::wstring_view digits)
+{
+    int number = 0;
+    for (const wchar_t digit : digits)
+        number = 10 * number + (digit - L'0');
+    return number;
+}
+
+// "2026-01-31"
+std::optional<BackupDay> ReadDay(std::wstring_view text)
+{
+    if (text.size() != 10 || text[4] != L'-' || text[7] != L'-')
+        return std::nullopt;
+    const std::wstring_view year = text.substr(0, 4), month = text.substr(5, 2), day = text.substr(8);
+    if (!IsNumber(year) || !IsNumber(month) || !IsNumber(day))
+        return std::nullopt;
+    const BackupDay read{std::chrono::year(NumberOf(year)),
+                         std::chrono::month(static_cast<unsigned>(NumberOf(month))),
+                         std::chrono::day(static_cast<unsigned>(NumberOf(day)))};
+    return read.ok() ? std::optional(read) : std::nullopt;
+}
+
+bool IsSunday(BackupDay day)
+{
+    return std::chrono::weekday(std::chrono::sys_days(day)) == std::chrono::Sunday;
+}
+
+// The latest days and the latest Sundays.
+std::set<BackupDay> DaysToKeep(std::vector<BackupDay> days)
+{
+    std::sort(days.begin(), days.end(), std::greater<>());
+    std::set<BackupDay> kept(days.begin(), days.begin() + static_cast<int>(std::min(days.size(), kDaysKept)));
+    size_t sundays = 0;
+    for (const BackupDay day : days)
+        if (IsSunday(day) && ++sundays <= kSundaysKept)
+            kept.insert(day);
+    return kept;
+}
+
+} // namespace
+
+BackupNames::BackupNames(std::wstring_view storeFile)
+{
+    const size_t dot = storeFile.rfind(L'.');
+    const size_t stem = dot == std::wstring_view::npos || dot == 0 ? storeFile.size() : dot;
+    m_stem = storeFile.substr(0, stem);
+    m_extension = storeFile.substr(stem);
+}
+
+std::wstring BackupNames::OfDay(BackupDay day) const
+{
+    wchar_t text[32];
+    swprintf(text, 32, L"-%04d-%02u-%02u", static_cast<int>(day.year()), static_cast<unsigned>(day.month()),
+             static_cast<unsigned>(day.day()));
+    return m_stem + text + m_extension;
+}
+
+std::wstring BackupNames::BeforeVersion(int64_t version, int number) const
+{
+    const std::wstring name = m_stem + std::wstring(kBefore) + std::to_wstring(version);
+    return (number == 1 ? name : name + L'-' + std::to_wstring(number)) + m_extension;
+}
+
+std::wstring BackupNames::Unfinished(std::wstring_view name, unsigned long process)
+{
+    return std::wstring(name) + L'.' + std::to_wstring(process) + std::wstring(kUnfinished);
+}
+
+std::optional<BackupDay> BackupNames::DayOf(std::wstring_view name) const
+{
+    constexpr size_t kDate = 11; // with the hyphen before it
+    if (name.size() != m_stem.size() + kDate + m_extension.size() || !name.starts_with(m_stem) ||
+        !name.ends_with(m_extension) || name[m_stem.size()] != L'-')
+        return std::nullopt;
+    return ReadDay(name.substr(m_stem.size() + 1, kDate - 1));
+}
+
+bool BackupNames::IsBeforeVersion(std::wstring_view name) const
+{
+    const std::wstring start = m_stem + std::wstring(kBefore);
+    if (name.size() <= start.size() + m_extension.size() || !name.starts_with(start) ||
+        !name.ends_with(m_extension))
+        return false;
+    const std::wstring_view middle =
+        name.substr(start.size(), name.size() - start.size() - m_extension.size());
+    const size_t hyphen = middle.find(L'-');
+    return IsNumber(middle.substr(0, hyphen)) &&
+           (hyphen == std::wstring_view::npos || IsNumber(middle.substr(hyphen + 1)));
+}
+
+bool BackupNames::IsUnfinished(std::wstring_view name) const
+{
+    if (!name.ends_with(kUnfinished))
+        return false;
+    name.remove_suffix(kUnfinished.size());
+    const size_t dot = name.rfind(L'.');
+    if (dot == std::wstring_view::npos || !IsNumber(name.substr(dot + 1)))
+        return false;
+    const std::wstring_view whole = name.substr(0, dot);
+    return DayOf(whole) || IsBeforeVersion(whole);
+}
+
+std::vector<std::wstring> BackupsToDelete(const BackupNames& names, const std::vector<std::wstring>& files,
+                                          BackupDay today)
+{
+    std::vector<BackupDay> days;
+    for (const std::wstring& file : files)
+        if (const auto day = names.DayOf(file); day && *day <= today)
+            days.push_back(*day);
+    const std::set<BackupDay> kept = DaysToKeep(days);
+    std::vector<std::wstring> deleted;
+    for (const BackupDay day : days)
+        if (!kept.contains(day))
+            deleted.push_back(names.OfDay(day));
+    return deleted;
+}
+
+} // namespace mervane

@@ -1,0 +1,44 @@
+// What a store's backups are called, and which of them are kept.
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace mervane {
+
+using BackupDay = std::chrono::year_month_day;
+
+// The names of the backups of one store, without their folder.
+class BackupNames {
+  public:
+    // storeFile: the store's own file name.
+    explicit BackupNames(std::wstring_view storeFile);
+
+    std::wstring OfDay(BackupDay day) const;
+    // number: 1 for the first one.
+    std::wstring BeforeVersion(int64_t version, int number) const;
+    // What a backup is called while it is made by a process.
+    static std::wstring Unfinished(std::wstring_view name, unsigned long process);
+
+    // The day of a name that OfDay makes, letter by letter.
+    std::optional<BackupDay> DayOf(std::wstring_view name) const;
+    // Whether it is a name that Unfinished makes of one of these.
+    bool IsUnfinished(std::wstring_view name) const;
+
+  private:
+    bool IsBeforeVersion(std::wstring_view name) const;
+
+    std::wstring m_stem;      // "journal"
+    std::wstring m_extension; // ".db"
+};
+
+// Which of a folder's files go: backups of days that are neither among the latest 7 nor among the latest 4
+// Sundays that have one. Days after today, which a wrong clock has made, count for nothing and stay, as all
+// other files do. Never the latest one.
+std::vector<std::wstring> BackupsToDelete(const BackupNames& names, const std::vector<std::wstring>& files,
+                                          BackupDay today);
+
+} // namespace mervane

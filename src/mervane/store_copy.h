@@ -1,0 +1,61 @@
+// A copy of an open store in a file of its own, made by SQLite in steps.
+#pragma once
+
+#include <string>
+
+#include "mervane/sql_database.h"
+#include "mervane/whole_store.h"
+
+struct sqlite3_backup;
+
+namespace mervane {
+
+// The file has an unfinished backup's name until it is whole, and is deleted unless it is kept.
+class StoreCopy {
+  public:
+    enum class Progress { More, Held, Made, Failed };
+
+    StoreCopy() = default;
+    ~StoreCopy() { Discard(); }
+    StoreCopy(const StoreCopy&) = delete;
+    StoreCopy& operator=(const StoreCopy&) = delete;
+
+    // source stays open until the copy is made or discarded. path: what the copy is to be called; the folder
+    // is made. False on failure, as of everything: see Trouble.
+    [[nodiscard]] bool Begin(Database& source, const std::wstring& path);
+    bool IsUnderWay() const { return m_backup != nullptr; }
+    // Copies so many pages, below 0 all that are left, and brings them to the disk. Held: none, while another
+    // program's lock is in the way or the source is being written to. Begins by itself anew where another
+    // connection has written.
+    Progress Step(int pages);
+    // Pages that the copy has and, as far as is known before the first step, 0.
+    int PagesDone() const;
+    // Of what was made; from the beginning where it was interrupted before.
+    [[nodiscard]] WholeCheck::Result Check(MayGoOn mayGoOn = nullptr);
+    // Gives the copy that was made and checked its name, unless a file has it. It is still deleted by
+    // Discard.
+    [[nodiscard]] bool Name(const std::wstring& path);
+    // The copy stays.
+    void Keep() { m_file.clear(); }
+    // Ends what is under way; deletes the file, and the folder if nothing else is in it.
+    void Discard();
+
+    StoreTrouble Trouble() const { return m_trouble; }
+
+  private:
+    bool Fail(StoreTrouble trouble);
+    void EndBackup();
+
+    Database m_copy;
+    Database* m_source = nullptr;
+    sqlite3_backup* m_backup = nullptr;
+    std::wstring m_file;
+    StoreTrouble m_trouble = StoreTrouble::None;
+};
+
+// backup\NAME beside the store at a path.
+std::wstring BackupPath(const std::wstring& storePath, const std::wstring& name);
+// Without its folder.
+std::wstring FileNameOf(const std::wstring& path);
+
+} // namespace mervane

@@ -1,0 +1,71 @@
+#include "mervane/whole_store.h"
+
+#include <sqlite3.h>
+
+#include "mervane/schema.h"
+#include "mervane/schema_check.h"
+#include "mervane/sql_database.h"
+#include "mervane/store_header.h"
+
+namespace mervane {
+
+namespace {
+
+// What another tool has put into the tables is not trusted here either.
+constexpr const char* kCheckPragmas = "PRAGMA trusted_schema = OFF; PRAGMA cell_size_check = ON";
+
+// Has a connection's statements give up where something else is to be done first.
+class Interruption {
+  public:
+    Interruption(Database& database, MayGoOn mayGoOn) : m_mayGoOn(mayGoOn)
+    {
+        if (mayGoOn)
+            sqlite3_progress_handler(database.Handle(), kProgressOfLook, Look, this);
+    }
+    Interruption(const Interruption&) = delete;
+    Interruption& operator=(const Interruption&) = delete;
+
+    bool HasCome() const { return m_hasCome; }
+
+  private:
+    static int Look(void* self)
+    {
+        auto* interruption = static_cast<Interruption*>(self);
+        interruption->m_hasCome = interruption->m_hasCome || !interruption->m_mayGoOn();
+        return interruption->m_hasCome;
+    }
+
+    static constexpr int kProgressOfLook = 200; // pages that are checked, or a statement's steps
+
+    MayGoOn m_mayGoOn;
+    bool m_hasCome = false;
+};
+
+StoreTrouble TroubleIn(Database& file)
+{
+    const StoreMarks marks = MarksIn(file);
+    if (!MayUse(marks) || !HasOwnTables(file, SchemaVersionOf(marks.userVersion)))
+        return StoreTrouble::NotAStore;
+    Statement check(file, "PRAGMA quick_check(1)");
+    const bool isWhole = check.Step() == Statement::Result::Row && check.Text(0) == "ok";
+    return isWhole ? StoreTrouble::None : StoreTrouble::Damaged;
+}
+
+} // namespace
+
+WholeCheck CheckWhole(const std::wstring& path, MayGoOn mayGoOn)
+{
+    Database file;
+    if (!file.Open(path, Database::Mode::Unchanging) || !file.Execute(kCheckPragmas))
+        return {WholeCheck::Result::NotWhole, file.TakeTrouble()};
+    const Interruption interruption(file, mayGoOn);
+    const StoreTrouble trouble = TroubleIn(file);
+    sqlite3_progress_handler(file.Handle(), 0, nullptr, nullptr);
+    if (interruption.HasCome())
+        return {WholeCheck::Result::Interrupted, StoreTrouble::None};
+    const auto result =
+        trouble == StoreTrouble::None ? WholeCheck::Result::Whole : WholeCheck::Result::NotWhole;
+    return {result, trouble};
+}
+
+} // namespace mervane

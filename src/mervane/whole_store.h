@@ -1,0 +1,24 @@
+// Whether a file that nobody writes to is a whole store.
+#pragma once
+
+#include <string>
+
+#include "mervane/trouble.h"
+
+namespace mervane {
+
+// Asked some hundred times in a second; false when something else is to be done first.
+using MayGoOn = bool (*)();
+
+struct WholeCheck {
+    enum class Result { Whole, NotWhole, Interrupted };
+
+    Result result;
+    StoreTrouble trouble; // why it is not whole
+};
+
+// Reads the file from one end to the other and makes nothing beside it: its marks and tables must be a
+// store's, and SQLite's quick check must find nothing. Never interrupted without mayGoOn.
+WholeCheck CheckWhole(const std::wstring& path, MayGoOn mayGoOn = nullptr);
+
+} // namespace mervane
