@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <random>
 
+#include "mervane/store_waiter.h"
 #include "settings_of_run.h"
 #include "store_dump.h"
 
@@ -27,11 +28,26 @@ constexpr const char* kSample =
     "hex(zeroblob(i * 50)), "
     "'UID:' || i FROM n;";
 
+// Only another program's lock is waited for; a lock that was refused once is there at the next try.
+constexpr int kMostWaiting = 100; // milliseconds
+int g_waited = 0;
+
 constexpr const wchar_t* kCompanions[] = {L"-wal", L"-shm", L"-journal"};
 
 } // namespace
 
-FaultSweep::FaultSweep() = default;
+FaultSweep::FaultSweep()
+{
+    SetStoreWaiter([](DWORD milliseconds) {
+        g_waited += static_cast<int>(milliseconds);
+        Sleep(milliseconds);
+    });
+}
+
+FaultSweep::~FaultSweep()
+{
+    SetStoreWaiter(nullptr);
+}
 
 bool FaultSweep::OpenAll()
 {
@@ -100,6 +116,7 @@ std::vector<FaultSweep::Point> FaultSweep::Chosen(std::vector<Point> points) con
 
 void FaultSweep::Arm(const Point& point)
 {
+    Disarm();
     if (point.inMemory)
         m_memory.FailNth(point.n, point.fault == 1);
     else
@@ -110,6 +127,7 @@ void FaultSweep::Disarm()
 {
     m_memory.FailNone();
     m_vfs.FailNone();
+    g_waited = 0;
 }
 
 bool FaultSweep::HasFired(const Point& point) const
@@ -154,6 +172,7 @@ void FaultSweep::Try(const Work& work, const Point& point)
     Arm(point);
     const Outcome outcome = work.run();
     const bool fired = HasFired(point);
+    EXPECT_LT(g_waited + m_vfs.Slept(), kMostWaiting) << "milliseconds of waiting for nobody";
     Disarm();
     m_notFired += !fired;
     ++(outcome == Outcome::Failed ? m_failed : m_done);

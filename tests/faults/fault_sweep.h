@@ -26,6 +26,7 @@ class FaultSweep : public testing::Test {
     // So that memory and file system are watched before the first store is opened, and longer than all
     // others.
     FaultSweep();
+    ~FaultSweep() override;
 
     struct Work {
         // Before anything fails, over the store, which is closed.

@@ -1,5 +1,6 @@
 #include "support/fault_vfs.h"
 
+#include <windows.h>
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -16,6 +17,7 @@ struct State {
     int failAt = 0; // 0: none
     int fault = 0;
     bool fired = false;
+    int slept = 0; // microseconds
     std::function<void(DiskEvent)> listener;
 };
 State g_state;
@@ -48,6 +50,17 @@ const std::vector<Fault>& FaultsOf(FileCall call)
     return s_faults[static_cast<size_t>(call)];
 }
 
+// What the system gives as its reason; SQLite and the journal ask for it.
+DWORD ReasonOf(int error)
+{
+    switch (error) {
+    case SQLITE_BUSY: return ERROR_LOCK_VIOLATION;
+    case SQLITE_FULL: return ERROR_DISK_FULL;
+    case SQLITE_NOMEM: return ERROR_NOT_ENOUGH_MEMORY;
+    default: return ERROR_IO_DEVICE;
+    }
+}
+
 // The fault that this call meets; null when it goes through.
 const Fault* Meet(FileCall call)
 {
@@ -58,6 +71,7 @@ const Fault* Meet(FileCall call)
     if (number > g_state.failAt && fault.way != Fault::Way::Stays)
         return nullptr;
     g_state.fired = true;
+    SetLastError(ReasonOf(fault.error));
     return &fault;
 }
 
@@ -270,6 +284,12 @@ int Access(sqlite3_vfs*, const char* path, int flags, int* result)
     return g_state.real->xAccess(g_state.real, path, flags, result);
 }
 
+int Sleep(sqlite3_vfs*, int microseconds)
+{
+    g_state.slept += microseconds;
+    return g_state.real->xSleep(g_state.real, microseconds);
+}
+
 } // namespace
 
 const char* NameOf(FileCall call)
@@ -290,6 +310,7 @@ FaultVfs::FaultVfs()
     g_state.vfs.xOpen = Open;
     g_state.vfs.xDelete = Delete;
     g_state.vfs.xAccess = Access;
+    g_state.vfs.xSleep = Sleep;
     sqlite3_vfs_register(&g_state.vfs, 1);
 }
 
@@ -313,6 +334,7 @@ void FaultVfs::FailNone()
     g_state.failAt = 0;
     g_state.fired = false;
     g_state.seen = {};
+    g_state.slept = 0;
 }
 
 int FaultVfs::FaultCount(FileCall call)
@@ -330,6 +352,10 @@ bool FaultVfs::HasFired() const
 int FaultVfs::Seen(FileCall call) const
 {
     return g_state.seen[static_cast<size_t>(call)];
+}
+int FaultVfs::Slept() const
+{
+    return g_state.slept / 1000;
 }
 void FaultVfs::Record(std::function<void(DiskEvent)> listener)
 {

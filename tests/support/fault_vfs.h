@@ -54,6 +54,8 @@ class FaultVfs {
     bool HasFired() const; // since FailNth
     // Calls since FailNth or FailNone.
     int Seen(FileCall call) const;
+    // For how many milliseconds SQLite has waited since then.
+    int Slept() const;
 
     // From now on every step of a store's files is told, before it is done; null: no more.
     void Record(std::function<void(DiskEvent)> listener);
