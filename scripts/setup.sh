@@ -42,8 +42,10 @@ need_sqlite_source() {
     [ -e "build/deps/better-sqlite3-$version.tgz" ] || command -v npm >/dev/null || need_packages npm
 }
 
-# build PRESET
+# build PRESET [--target TARGET...]
 build() {
-    cmake --preset "$1" >build/configure.log 2>&1 || { cat build/configure.log >&2; return 1; }
-    cmake --build --preset "$1"
+    preset=$1
+    shift
+    cmake --preset "$preset" >build/configure.log 2>&1 || { cat build/configure.log >&2; return 1; }
+    cmake --build --preset "$preset" "$@"
 }
