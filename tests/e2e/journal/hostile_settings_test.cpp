@@ -74,6 +74,7 @@ TEST_P(HostileSettings, DoNotStopIt)
     EXPECT_TRUE(ShowsRows(1));
     ExpectInReach();
     ExpectEditorOpens();
+    ASSERT_TRUE(Activate(Window()));
     PressKey(VK_DOWN);
     ASSERT_TRUE(WaitFor([&] { return List().SelectedRows() == std::vector{0}; }));
     PressKey(VK_DELETE);
