@@ -43,8 +43,8 @@ class HostileStore : public JournalWindowTest {
         for (int column = 0; column < List().ColumnCount(); ++column)
             ASSERT_TRUE(Click(List().HeaderPoint(column)));
         ASSERT_TRUE(Click(List().HeaderPoint(kSubject)));
-        ASSERT_TRUE(Activate(Window()));
         for (int row = 0; row < rows; ++row) {
+            ASSERT_TRUE(Activate(Window()));
             PressKey(row ? VK_DOWN : VK_HOME);
             ASSERT_TRUE(WaitFor([&] { return List().SelectedRows() == std::vector{row}; })) << row;
             PressKey(VK_RETURN);
