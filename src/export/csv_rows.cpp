@@ -30,7 +30,8 @@ void WriteHeaderRow(const ColumnSet& columns, PieceWriter& file)
     (void)file.Write(kRowEnd);
 }
 
-void WriteEntryRow(const ColumnSet& columns, const ExportedRecord& entry, PieceWriter& file)
+void WriteEntryRow(const ColumnSet& columns, const ExportedRecord& entry, PieceWriter& file,
+                   StoreTrouble* trouble)
 {
     bool hasAny = false;
     WriteFields(columns, file, [&](const ZColumn& column) {
@@ -38,7 +39,7 @@ void WriteEntryRow(const ColumnSet& columns, const ExportedRecord& entry, PieceW
         if (!property)
             return;
         hasAny = true;
-        (void)WriteValue(*property, file);
+        (void)WriteValue(*property, file, trouble);
     });
     if (hasAny)
         (void)file.Write(kRowEnd);

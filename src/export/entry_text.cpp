@@ -37,23 +37,24 @@ const CEPROPVAL* FindShown(const ExportedRecord& entry, CEPROPID id)
     return hasNoText ? nullptr : property;
 }
 
-bool WriteLine(const Line& line, const ExportedRecord& entry, bool withLabels, PieceWriter& file)
+bool WriteLine(const Line& line, const ExportedRecord& entry, bool withLabels, PieceWriter& file,
+               StoreTrouble* trouble)
 {
     const CEPROPVAL* property = FindShown(entry, line.property);
     if (!property && !line.otherwise)
         return true;
     if (withLabels && !file.Write(line.label))
         return false;
-    const bool hasValue = property ? WriteValue(*property, file) : file.Write(line.otherwise);
+    const bool hasValue = property ? WriteValue(*property, file, trouble) : file.Write(line.otherwise);
     return hasValue && file.Write(line.end);
 }
 
 } // namespace
 
-void WriteEntryText(const ExportedRecord& entry, bool withLabels, PieceWriter& file)
+void WriteEntryText(const ExportedRecord& entry, bool withLabels, PieceWriter& file, StoreTrouble* trouble)
 {
     for (const Line& line : kLines)
-        if (!WriteLine(line, entry, withLabels, file))
+        if (!WriteLine(line, entry, withLabels, file, trouble))
             return;
     (void)file.Write(kBlockEnd);
 }

@@ -56,7 +56,7 @@ class ExportDialog : public Dialog {
     bool m_writes = false;
     bool m_stopped = false;                      // by the user, or because the program ends
     bool m_ends = false;                         // the program
-    StoreTrouble m_trouble = StoreTrouble::None; // of entries that could not be read
+    StoreTrouble m_trouble = StoreTrouble::None; // of what could not be read
     ULONGLONG m_lastShown = 0;
 };
 

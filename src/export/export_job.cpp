@@ -75,9 +75,9 @@ bool ExportJob::ExportCurrent()
 void ExportJob::Write(const ExportedRecord& entry)
 {
     if (m_request.format == ExportFormat::SimpleText)
-        WriteEntryText(entry, m_request.headerOrLabels, m_file);
+        WriteEntryText(entry, m_request.headerOrLabels, m_file, &m_trouble);
     else
-        WriteEntryRow(*m_request.columns, entry, m_file);
+        WriteEntryRow(*m_request.columns, entry, m_file, &m_trouble);
 }
 
 void ExportJob::NoteTrouble()

@@ -38,7 +38,7 @@ class ExportJob {
     // gone or cannot be read is passed over. afterEntry gets the count so far after each entry, with nothing
     // of the next one read or written; false ends the export there.
     uint32_t Run(const std::function<bool(uint32_t count)>& afterEntry);
-    // Why entries are missing that could not be read; None when there are none.
+    // Why entries, or their categories and contacts, are missing that could not be read; None when none are.
     StoreTrouble Trouble() const { return m_trouble; }
 
   private:

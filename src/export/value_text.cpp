@@ -21,20 +21,26 @@ bool WriteDuration(const FILETIME& duration, PieceWriter& file)
     return file.Write({text, static_cast<size_t>(length)});
 }
 
-template <typename Database> bool WriteNames(const CEBLOB& blob, wchar_t separator, PieceWriter& file)
+void Note(StoreTrouble found, StoreTrouble* trouble)
+{
+    if (trouble && *trouble == StoreTrouble::None)
+        *trouble = found;
+}
+
+template <typename Database>
+bool WriteNames(const CEBLOB& blob, wchar_t separator, PieceWriter& file, StoreTrouble* trouble)
 {
     Database database;
-    if (!database.Open())
-        return true;
     wchar_t* names = nullptr;
-    const int length = database.SetStrFromBlob(blob, separator, &names);
+    const int length = database.Open() ? database.SetStrFromBlob(blob, separator, &names) : 0;
     const LocalBlock<wchar_t> owner(names);
+    Note(database.Trouble(), trouble);
     return !names || file.Write({names, static_cast<size_t>(length)});
 }
 
 } // namespace
 
-bool WriteValue(const CEPROPVAL& property, PieceWriter& file)
+bool WriteValue(const CEPROPVAL& property, PieceWriter& file, StoreTrouble* trouble)
 {
     const CEVALUNION& value = property.val;
     switch (property.propid) {
@@ -43,11 +49,11 @@ bool WriteValue(const CEPROPVAL& property, PieceWriter& file)
     case kPropSubject:
     case kPropBody:
     case kPropType: return !value.lpwstr || file.Write(value.lpwstr);
-    case kPropCategories: return WriteNames<DbCategories>(value.blob, kCategorySeparator, file);
+    case kPropCategories: return WriteNames<DbCategories>(value.blob, kCategorySeparator, file, trouble);
     case kPropPriority: return file.Write(PriorityWord(value.iVal));
     case kPropSensitivity: return file.Write(SensitivityWord(value.iVal));
     case kPropDuration: return WriteDuration(value.filetime, file);
-    case kPropContacts: return WriteNames<DbContacts>(value.blob, kContactSeparator, file);
+    case kPropContacts: return WriteNames<DbContacts>(value.blob, kContactSeparator, file, trouble);
     default: return true;
     }
 }

@@ -3,7 +3,9 @@
 
 #include "export/piece_writer.h"
 #include "mervane/ce_types.h"
+#include "mervane/trouble.h"
 
 // Writes the property's text as one piece: date and time, words, phrase, the text itself as stored, or names
 // joined; nothing for an empty text and for a property that has none. False when there was no memory for it.
-[[nodiscard]] bool WriteValue(const CEPROPVAL& property, PieceWriter& file);
+// *trouble, which may be null, becomes why names could not be read; of what was read before it stays.
+[[nodiscard]] bool WriteValue(const CEPROPVAL& property, PieceWriter& file, StoreTrouble* trouble = nullptr);

@@ -74,6 +74,33 @@ TEST_F(FaultedContacts, Importing)
                     "= 'Other' WHERE oid = 7"});
 }
 
+// Cards that ask: one updates, one is added beside its contact, one is passed over.
+TEST_F(FaultedContacts, ImportingWithQuestions)
+{
+    using addrbook::CardOf;
+    using addrbook::ImportChoice;
+    ASSERT_TRUE(WriteFileBytes(
+        Cards(), CardOf("FN:Contact 3\nORG:Other\nUID:3") + CardOf("FN:Contact 4\nORG:Beside\nUID:4") +
+                     CardOf("FN:New\nUID:n") + CardOf("FN:Contact 5\nORG:Never\nUID:5")));
+    const auto answer = [](HWND, const addrbook::ImportQuestion& question) {
+        const bool updates = question.name == "Contact 3", adds = question.name == "Contact 4";
+        return addrbook::ImportAnswer{updates ? ImportChoice::Update
+                                      : adds  ? ImportChoice::AddAsNew
+                                              : ImportChoice::Skip,
+                                      false};
+    };
+    Sweep({.prepare = [this] { return OpenAll(); },
+           .run =
+               [&] {
+                   addrbook::ImportJob job(m_contacts, Cards(), answer);
+                   return OutcomeOf(job);
+               },
+           .end = [this] { CloseAll(); },
+           .model =
+               "UPDATE contacts SET company = 'Other' WHERE oid = 3; INSERT INTO contacts(file_as, company, "
+               "vcard_extra) VALUES('Contact 4', 'Beside', NULL), ('New', NULL, 'UID:n')"});
+}
+
 // What is exported is whole or tells what is missing, or the file that was there stays.
 TEST_F(FaultedContacts, Exporting)
 {

@@ -32,6 +32,15 @@ constexpr const char* kSample =
 constexpr int kMostWaiting = 100; // milliseconds
 int g_waited = 0;
 
+// The first lines that differ, cut.
+std::string FirstDifference(const std::string& found, const std::string& expected)
+{
+    const size_t same = static_cast<size_t>(
+        std::mismatch(found.begin(), found.end(), expected.begin(), expected.end()).first - found.begin());
+    const size_t start = same ? found.rfind('\n', same - 1) + 1 : 0; // 0 behind npos
+    return found.substr(start, 300) + "\ninstead of " + expected.substr(start, 300);
+}
+
 constexpr const wchar_t* kCompanions[] = {L"-wal", L"-shm", L"-journal"};
 
 } // namespace
@@ -149,7 +158,7 @@ void FaultSweep::ExpectUnchanged(const Work& work)
     const std::string dump = DumpStore(Path());
     const bool isLocked = dump.starts_with("error:");
     if (!isLocked) {
-        EXPECT_TRUE(dump == m_before) << "failed, but the store is another one";
+        EXPECT_TRUE(dump == m_before) << "failed, but: " << FirstDifference(dump, m_before);
     }
     const bool again = work.triesAgain && !isLocked;
     if (again) {
@@ -162,7 +171,8 @@ void FaultSweep::ExpectUnchanged(const Work& work)
 void FaultSweep::ExpectDone(const Work& work)
 {
     work.end();
-    EXPECT_TRUE(DumpStore(Path()) == m_after) << "done, but not all of it";
+    const std::string dump = DumpStore(Path());
+    EXPECT_TRUE(dump == m_after) << "done, but not all of it: " << FirstDifference(dump, m_after);
 }
 
 void FaultSweep::Try(const Work& work, const Point& point)
@@ -192,7 +202,8 @@ void FaultSweep::Sweep(const Work& work)
     ASSERT_TRUE(RunInStore(Path(), work.model));
     const std::string model = DumpStore(Path());
     const std::vector<Point> points = PointsOf(work);
-    ASSERT_TRUE(m_after == model) << "without a fault it does not do what it should\n" << m_after << model;
+    ASSERT_TRUE(m_after == model) << "without a fault it does not do what it should: "
+                                  << FirstDifference(m_after, model);
     const std::vector<Point> chosen = Chosen(points);
     const bool isTold = NumberFromEnvironment("FAULTS_TOLD", 0);
     int wrong = 0;
