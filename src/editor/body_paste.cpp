@@ -27,13 +27,40 @@ std::optional<std::wstring> ClipboardText(HWND window)
     return text;
 }
 
+// How many characters may take the selection's place. What a program puts in some systems' controls do not
+// limit.
+size_t RoomIn(HWND body)
+{
+    DWORD start = 0, end = 0;
+    SendMessageW(body, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+    const auto limit = static_cast<size_t>(SendMessageW(body, EM_GETLIMITTEXT, 0, 0));
+    const size_t kept = static_cast<size_t>(GetWindowTextLengthW(body)) - (end - start);
+    return kept < limit ? limit - kept : 0;
+}
+
+// Leaves neither half a line end nor half a character. True when nothing had to be cut.
+bool CutTo(size_t length, std::wstring* text)
+{
+    if (text->size() <= length)
+        return true;
+    text->resize(length);
+    if (!text->empty() && (text->back() == L'\r' || IS_HIGH_SURROGATE(text->back())))
+        text->pop_back();
+    return false;
+}
+
 // False when the control's own paste does as well.
 bool Paste(HWND body)
 {
     const std::optional<std::wstring> text = ClipboardText(body);
     if (!text || !HasLoneLineEnd(*text))
         return false;
-    SendMessageW(body, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(WithLineEnds(*text).c_str()));
+    std::wstring whole = WithLineEnds(*text);
+    const bool fits = CutTo(RoomIn(body), &whole);
+    SendMessageW(body, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(whole.c_str()));
+    if (!fits)
+        SendMessageW(GetParent(body), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(body), EN_MAXTEXT),
+                     reinterpret_cast<LPARAM>(body));
     return true;
 }
 

@@ -29,6 +29,15 @@ void ReleaseCategory(ZStack* stack, CEOID id)
         item->flags = WithMark(item->flags, kCategoryReleased);
 }
 
+void CountAllAsAdded(ZStack* stack)
+{
+    ZStack added;
+    for (size_t i = 0; const ZCategory* item = stack->GetItem(i); ++i)
+        if (!(item->flags & kCategoryReleased))
+            added.Push({item->id, static_cast<WORD>(item->flags | kCategoryAdded)});
+    *stack = added;
+}
+
 std::vector<CEOID> AssignedCategories(const ZStack& stack)
 {
     std::vector<CEOID> ids;

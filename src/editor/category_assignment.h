@@ -12,6 +12,10 @@ void AssignCategory(ZStack* stack, CEOID id);
 // it, marked to be released by the save. Nothing for one that is not there.
 void ReleaseCategory(ZStack* stack, CEOID id);
 
+// For an entry beside the one that the stack was loaded from: its categories are all newly assigned, and none
+// was ever released.
+void CountAllAsAdded(ZStack* stack);
+
 std::vector<CEOID> AssignedCategories(const ZStack& stack);
 
 // After the list of categories was edited: drops what no longer exists or is hidden, whatever its flags. What

@@ -60,7 +60,7 @@ void CategoryView::Refresh()
     if (store.GetNumActiveRecords() == 0) {
         NeverShowHeader(m_list);
         SetOnlyStyle(m_list, kWithoutBoxes);
-        ShowOnlyItem(m_list, kNoCategoriesYet);
+        ShowOnlyItem(m_list, store.Trouble() == StoreTrouble::None ? kNoCategoriesYet : kUnreadCategories);
         return;
     }
     SetOnlyStyle(m_list, LVS_EX_CHECKBOXES);

@@ -21,6 +21,14 @@ void AddColumn(HWND list, int index, const wchar_t* title, int width)
     SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&column));
 }
 
+// The list is one that is asked for its rows, and there are none: its header is left to say why.
+void AddColumnAcross(HWND list, const wchar_t* title)
+{
+    RECT client{};
+    GetClientRect(list, &client);
+    AddColumn(list, 0, title, static_cast<int>(client.right));
+}
+
 } // namespace
 
 bool ContactView::Create(HWND editor, const RECT& rect)
@@ -46,10 +54,12 @@ void ContactView::Fill()
 {
     const ScopedQuiet quiet(m_quiet);
     ListView_SetExtendedListViewStyleEx(m_list, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
-    if (m_record->Contacts().RecordCount() == 0) {
-        ShowOnlyItem(m_list, kNoContacts);
-        return;
-    }
+    const bool isEmpty = m_record->Contacts().RecordCount() == 0;
+    m_isUnread = isEmpty && m_record->Contacts().Trouble() != StoreTrouble::None;
+    if (m_isUnread)
+        return AddColumnAcross(m_list, kUnreadContacts);
+    if (isEmpty)
+        return ShowOnlyItem(m_list, kNoContacts);
     AddColumn(m_list, 0, L"File As", Scale(145));
     AddColumn(m_list, 1, L"Company", Scale(143));
     m_record->Contacts().UpdateList(m_list);
@@ -59,7 +69,10 @@ bool ContactView::Refresh()
 {
     const ScopedQuiet quiet(m_quiet);
     const bool isPlaceholder = !(GetWindowLongPtrW(m_list, GWL_STYLE) & LVS_OWNERDATA);
-    if (isPlaceholder != (m_record->Contacts().RecordCount() == 0))
+    const bool isEmpty = m_record->Contacts().RecordCount() == 0;
+    if (isEmpty && m_record->Contacts().Trouble() != StoreTrouble::None)
+        return true;
+    if (m_isUnread || isPlaceholder != isEmpty)
         return false;
     return isPlaceholder || m_record->Contacts().UpdateList(m_list);
 }

@@ -17,8 +17,8 @@ class ContactView {
     // null while the view is not shown.
     HWND Window() const { return m_list; }
 
-    // Lists what the store has now. False when the list has to be made anew for that: there are contacts
-    // now and there were none, or the other way round.
+    // Lists what the store has now; what is listed stays where that cannot be read. False when the list has
+    // to be made anew for that: there are contacts now and there were none, or the other way round.
     [[nodiscard]] bool Refresh();
 
     // A notification from the list; true when the user has checked or unchecked a contact.
@@ -29,5 +29,6 @@ class ContactView {
 
     EditorRecord* m_record;
     bool* m_quiet;
-    HWND m_list = nullptr; // the editor's window destroys what Destroy does not
+    bool m_isUnread = false; // that is what the list says
+    HWND m_list = nullptr;   // the editor's window destroys what Destroy does not
 };

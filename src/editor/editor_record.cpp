@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <utility>
 
 #include "editor/category_assignment.h"
 #include "editor/category_flags.h"
@@ -134,6 +135,19 @@ EditorRecord::Saved EditorRecord::Save(EntryToWrite* entry, Theirs theirs)
     else {
         m_categories.DeleteStack();
         m_isSaved = true;
+    }
+    return saved;
+}
+
+EditorRecord::Saved EditorRecord::SaveAsNew(EntryToWrite* entry)
+{
+    const ZStack before = m_categories;
+    const CEOID id = std::exchange(m_id, 0);
+    CountAllAsAdded(&m_categories);
+    const Saved saved = Save(entry);
+    if (saved == Saved::Failed) {
+        m_id = id;
+        m_categories = before;
     }
     return saved;
 }

@@ -47,8 +47,10 @@ class EditorRecord {
     // that were assigned or released since the editor opened have their use counts changed, with the record
     // or not at all. A record that is gone is written anew.
     [[nodiscard]] Saved Save(EntryToWrite* entry, Theirs theirs = Theirs::Ask);
-    // The next save writes a new record and leaves the one that was loaded as it is.
-    void SaveAsNew() { m_id = 0; }
+    // Writes a new record and leaves the one that was loaded as it is, with its categories and their uses:
+    // those of the new one are counted besides. From then on this is the new one; where it fails all is as it
+    // was.
+    [[nodiscard]] Saved SaveAsNew(EntryToWrite* entry);
 
     // The part of a rescue that the record has: which one it is, what it was, and the assigned sets. Of a
     // record that was saved here the categories are those that it has.

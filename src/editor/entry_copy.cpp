@@ -90,10 +90,10 @@ std::wstring EntryCopyText(const EntryToWrite& entry, EditorRecord& record)
 
 bool WriteTextFile(const wchar_t* path, const std::wstring& text)
 {
-    return WriteWholeFile(path, "\xEF\xBB\xBF" + Utf8(text));
+    return ReplaceWholeFile(path, "\xEF\xBB\xBF" + Utf8(text));
 }
 
-void SaveEntryCopy(HWND owner, const std::wstring& text)
+void SaveEntryCopy(HWND owner, const std::function<std::optional<std::wstring>()>& text)
 {
     wchar_t path[MAX_PATH] = L"Entry.txt";
     OPENFILENAMEW dialog{};
@@ -104,7 +104,10 @@ void SaveEntryCopy(HWND owner, const std::wstring& text)
     dialog.nMaxFile = MAX_PATH;
     dialog.lpstrDefExt = L"txt";
     dialog.Flags = OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-    if (GetSaveFileNameW(&dialog) && !WriteTextFile(path, text))
+    if (!GetSaveFileNameW(&dialog))
+        return;
+    const std::optional<std::wstring> copy = text();
+    if (!copy || !WriteTextFile(path, *copy))
         MessageBoxW(owner, L"The copy could not be written.\n\nWhat you have typed is still there.",
                     L"Warning", MB_OK | MB_ICONEXCLAMATION);
 }

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <functional>
+#include <optional>
 #include <string>
 
 #include "editor/editor_record.h"
@@ -12,8 +14,9 @@
 std::wstring EntryCopyText(const EntryToWrite& entry, EditorRecord& record);
 
 // Writes a text as UTF-8 with its mark at the beginning, in place of what the file had. False when not all of
-// it is on disk.
+// it is on disk: what the file had is still there.
 [[nodiscard]] bool WriteTextFile(const wchar_t* path, const std::wstring& text);
 
-// Asks for a file, writes the text to it, and says so where that fails.
-void SaveEntryCopy(HWND owner, const std::wstring& text);
+// Asks for a file, writes to it what text tells then, and says so where that fails, or where text has nothing
+// to tell.
+void SaveEntryCopy(HWND owner, const std::function<std::optional<std::wstring>()>& text);

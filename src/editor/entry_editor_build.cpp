@@ -4,6 +4,7 @@
 #include "app/journal_app.h"
 #include "data/entry_types.h"
 #include "data/line_ends.h"
+#include "editor/body_text.h"
 #include "editor/categories_line.h"
 #include "editor/editor_settings.h"
 #include "editor/scoped_quiet.h"
@@ -27,11 +28,17 @@ void Select(HWND box, int item)
     SendMessageW(box, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
 }
 
+// False when the control has not taken it, as for want of memory.
+bool ShowText(HWND control, const std::wstring& text)
+{
+    return SetWindowTextW(control, text.c_str()) && ReadText(control) == text;
+}
+
 // As if it had been typed.
-void ShowText(HWND box, const std::wstring& text)
+bool ShowInBox(HWND box, const std::wstring& text)
 {
     Select(box, -1);
-    SetWindowTextW(box, text.c_str());
+    return ShowText(box, text);
 }
 
 void FillTypeBox(HWND box, const RegistryStore& settings)
@@ -46,7 +53,7 @@ void FillTypeBox(HWND box, const RegistryStore& settings)
 bool EntryEditor::OnInitDialog()
 {
     const ScopedQuiet quiet(&m_quiet);
-    if (!Build() || !Load()) {
+    if (!Build() || !Load() || (m_found && !ApplyRescued(*m_found))) {
         End(-1);
         return true;
     }
@@ -55,7 +62,6 @@ bool EntryEditor::OnInitDialog()
     SetModified(false);
     if (m_found) {
         m_rescue.TakeOver(std::move(m_foundFile));
-        ApplyRescued(*m_found);
         SetModified(true);
     }
     SetFocus(m_controls.date);
@@ -85,16 +91,17 @@ void EntryEditor::ShowTimes()
     ApplyDateRule(IDC_START_DATE);
 }
 
-void EntryEditor::FillSubjects()
+// False where the record's subject does not show.
+bool EntryEditor::FillSubjects()
 {
     const ScopedQuiet quiet(&m_quiet);
-    FillSubjectBox(m_controls.subject, App(),
-                   (m_record.Mask() & kLoadedSubject) ? m_record.StoredSubject() : std::wstring());
+    return FillSubjectBox(m_controls.subject, App(),
+                          (m_record.Mask() & kLoadedSubject) ? m_record.StoredSubject() : std::wstring());
 }
 
 void EntryEditor::FillBoxes()
 {
-    FillSubjects();
+    (void)FillSubjects(); // of no record yet
     FillTypeBox(m_controls.type, App());
     AddItems(m_controls.duration, SuggestedDurations());
     Select(m_controls.duration, 0);
@@ -170,31 +177,37 @@ void EntryEditor::OnSettingsChanged()
     ShowCategories();
 }
 
-// False for a record that cannot be read: an editor without it would write over it.
+bool EntryEditor::Fail(StoreTrouble trouble)
+{
+    m_notOpened = trouble;
+    return false;
+}
+
+// False for a record that cannot be read or shown: an editor without it would write over it.
 bool EntryEditor::Load()
 {
     JournalEntry entry;
     const EditorRecord::Loaded loaded = m_record.Load(&entry);
     if (loaded == EditorRecord::Loaded::Failed)
-        return false;
-    if (loaded == EditorRecord::Loaded::Done)
-        ApplyLoaded(entry);
+        return Fail(m_record.Trouble());
+    if (loaded == EditorRecord::Loaded::Done && !ApplyLoaded(entry))
+        return Fail(StoreTrouble::NoMemory);
     m_times.FollowEnds();
     ShowDuration();
     return true;
 }
 
 // In the order in which records are read: the date before what it resets.
-void EntryEditor::ApplyLoaded(const JournalEntry& entry)
+bool EntryEditor::ApplyLoaded(const JournalEntry& entry)
 {
     if (entry.date) {
         m_times.StartAt(*entry.date);
         ShowTimes();
     }
-    if (entry.subject && !entry.subject->empty())
-        AddSubject(m_controls.subject, *entry.subject);
-    if (entry.body)
-        SetWindowTextW(m_controls.body, WithLineEnds(*entry.body).c_str());
+    if (entry.subject && !entry.subject->empty() && !AddSubject(m_controls.subject, *entry.subject))
+        return false;
+    if (entry.body && !ShowText(m_controls.body, WithLineEnds(*entry.body)))
+        return false;
     if (entry.categories)
         ShowCategories();
     if (const int type = entry.type ? FindTypeByPrefix(*entry.type) : -1; type >= 0)
@@ -207,22 +220,26 @@ void EntryEditor::ApplyLoaded(const JournalEntry& entry)
         m_times.end = *entry.endTime;
     if (entry.duration)
         m_times.duration = *entry.duration;
+    return true;
 }
 
-void EntryEditor::ApplyRescued(const RescueState& state)
+// False where the texts cannot be shown.
+bool EntryEditor::ApplyRescued(const RescueState& state)
 {
     m_record.GoOnWith(state);
     ApplyRescuedTimes(state.entry);
     if (IsPlaceholder(state.entry.subject, kSubjectPlaceholder))
         SelectNoSubject(m_controls.subject);
-    else
-        ShowText(m_controls.subject, state.entry.subject);
+    else if (!ShowInBox(m_controls.subject, state.entry.subject))
+        return Fail(StoreTrouble::NoMemory);
     if (const int type = FindType(state.entry.type); type >= 0)
         Select(m_controls.type, type);
-    SetWindowTextW(m_controls.body, state.entry.body.c_str());
+    if (!ShowText(m_controls.body, state.entry.body))
+        return Fail(StoreTrouble::NoMemory);
     m_bar.SetFace(CMD_PRIORITY, PriorityFace(state.entry.priority));
     m_bar.SetFace(CMD_SENSITIVITY, SensitivityFace(state.entry.sensitivity));
     ShowCategories();
+    return true;
 }
 
 // The ends behind what showing the start makes of them.

@@ -184,9 +184,11 @@ void EntryEditor::OnSubject(WORD code)
 {
     if (code == CBN_KILLFOCUS && GetWindowTextLengthW(m_controls.subject) == 0)
         SelectNoSubject(m_controls.subject);
+    if (IsChange(code) && !m_quiet)
+        m_showsSubject = true; // whatever it is, the person has given it
     if (code == CBN_CLOSEUP && SendMessageW(m_controls.subject, CB_GETCURSEL, 0, 0) == kModifySubjectsItem) {
         RunQuickSubjects(GetWindow());
-        FillSubjects();
+        m_showsSubject = FillSubjects();
     }
 }
 
@@ -198,6 +200,8 @@ void EntryEditor::OnType(WORD code)
 
 void EntryEditor::OnDuration(WORD code)
 {
+    if (IsChange(code) && !m_quiet)
+        m_durationEdited = true;
     if (code == CBN_KILLFOCUS)
         TakeDuration(TextOf(m_controls.duration));
     // Some systems put the chosen item's own words into the box after this notification.
@@ -224,14 +228,23 @@ bool EntryEditor::TakeDuration(const std::wstring& text)
         SendMessageW(m_controls.duration, CB_SETCURSEL, kEmptiedDuration, 0);
         return false;
     }
-    m_times.TakeDurationText(text);
+    if (IsNewDuration(text))
+        m_times.TakeDurationText(text);
     ShowDuration();
     return true;
+}
+
+// The words are less exact than the duration that they stand for: where nobody has touched them they are not
+// read.
+bool EntryEditor::IsNewDuration(const std::wstring& text) const
+{
+    return m_durationEdited || text != m_times.DurationText();
 }
 
 void EntryEditor::ShowDuration()
 {
     const ScopedQuiet quiet(&m_quiet);
+    m_durationEdited = false;
     const std::wstring text = m_times.DurationText();
     const LRESULT item = SendMessageW(m_controls.duration, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
                                       reinterpret_cast<LPARAM>(text.c_str()));
@@ -339,57 +352,90 @@ void EntryEditor::SetModified(bool modified)
 {
     m_modified = modified;
     m_bar.Enable(CMD_SAVE, modified);
-    if (modified)
-        m_rescue.Ask(GetWindow());
+    if (!modified)
+        return;
+    ++m_changes;
+    m_rescue.Ask(GetWindow());
 }
 
+// What is saved is read from the controls behind each box, since the entry may change there: the timer ticks
+// on. What changes while a write waits is in no record yet, and stays a change.
 EditorRecord::Saved EntryEditor::Save()
 {
+    using Saved = EditorRecord::Saved;
     m_bar.Check(CMD_TIMER, false); // the ticks go on
     TakeTyped();
-    std::optional<EntryToWrite> entry = Collect();
-    if (!entry) {
-        TellNotSaved(StoreTrouble::NoMemory, nullptr);
-        return EditorRecord::Saved::Failed;
-    }
-    StoreLastType(&App(), entry->type);
-    EditorRecord::Saved saved = m_record.Save(&*entry);
-    if (saved == EditorRecord::Saved::Changed)
-        saved = SaveOverChange(&*entry);
-    if (saved == EditorRecord::Saved::Updated)
+    RememberType();
+    Saved saved = CollectAndSave();
+    if (saved == Saved::Changed)
+        saved = SaveOverChange();
+    const bool hasAll = m_changes == m_collected;
+    if (saved == Saved::Updated && hasAll)
         SetModified(false);
-    if (saved == EditorRecord::Saved::Updated || saved == EditorRecord::Saved::Created)
+    if ((saved == Saved::Updated || saved == Saved::Created) && hasAll)
         m_rescue.Discard(GetWindow());
-    if (saved == EditorRecord::Saved::Failed)
-        TellNotSaved(m_record.Trouble(), &*entry);
+    if (saved == Saved::Failed)
+        TellNotSaved();
     return saved;
 }
 
+// Before the entry is collected: the settings may put up a box of their own.
+void EntryEditor::RememberType()
+{
+    if (const std::optional<std::wstring> type = ReadText(m_controls.type))
+        StoreLastType(&App(), type->substr(0, kTypeTextSize - 1));
+}
+
+template <typename Write> EditorRecord::Saved EntryEditor::CollectAnd(Write write)
+{
+    m_collected = m_changes;
+    std::optional<EntryToWrite> entry = Collect();
+    const EditorRecord::Saved saved = entry ? write(&*entry) : EditorRecord::Saved::Failed;
+    m_notSaved = entry ? m_record.Trouble() : StoreTrouble::NoMemory;
+    return saved;
+}
+
+EditorRecord::Saved EntryEditor::CollectAndSave(EditorRecord::Theirs theirs)
+{
+    return CollectAnd([&](EntryToWrite* entry) { return m_record.Save(entry, theirs); });
+}
+
+EditorRecord::Saved EntryEditor::CollectAndSaveAsNew()
+{
+    return CollectAnd([&](EntryToWrite* entry) { return m_record.SaveAsNew(entry); });
+}
+
 // Neither text is lost unless the user says so.
-EditorRecord::Saved EntryEditor::SaveOverChange(EntryToWrite* entry)
+EditorRecord::Saved EntryEditor::SaveOverChange()
 {
     switch (MessageBoxW(GetWindow(), kChangedByOther, kWarning,
                         MB_YESNOCANCEL | MB_ICONEXCLAMATION | MB_DEFBUTTON2)) {
-    case IDYES: return m_record.Save(entry, EditorRecord::Theirs::Replace);
-    case IDNO: m_record.SaveAsNew(); return m_record.Save(entry);
+    case IDYES: return CollectAndSave(EditorRecord::Theirs::Replace);
+    case IDNO: return CollectAndSaveAsNew();
     default: return EditorRecord::Saved::Changed;
     }
 }
 
-// entry is null where not even that could be had.
-void EntryEditor::TellNotSaved(StoreTrouble trouble, const EntryToWrite* entry)
+// The box's own sound is the beep.
+void EntryEditor::TellNotSaved()
 {
-    MessageBeep(MB_ICONEXCLAMATION);
-    std::wstring text = NotDoneText(kNotSaved, trouble, TypedText::StillThere);
+    std::wstring text = NotDoneText(kNotSaved, m_notSaved, TypedText::StillThere);
     // A lock passes; of everything else the person may want to have the text in another place.
-    const bool offersCopy = entry && trouble != StoreTrouble::Locked;
-    if (!offersCopy) {
+    if (m_notSaved == StoreTrouble::Locked || !Collect()) {
         MessageBoxW(GetWindow(), text.c_str(), kWarning, MB_OK | MB_ICONEXCLAMATION);
         return;
     }
     text += kOfferCopy;
     if (MessageBoxW(GetWindow(), text.c_str(), kWarning, MB_YESNO | MB_ICONEXCLAMATION) == IDYES)
-        SaveEntryCopy(GetWindow(), EntryCopyText(*entry, m_record));
+        SaveEntryCopy(GetWindow(), [this] { return TextOfCopy(); });
+}
+
+std::optional<std::wstring> EntryEditor::TextOfCopy()
+{
+    const std::optional<EntryToWrite> entry = Collect();
+    if (!entry)
+        return std::nullopt;
+    return EntryCopyText(*entry, m_record);
 }
 
 // What is being typed into a field that the keyboard has not left yet: a key or a click on the bar leaves it
@@ -407,13 +453,14 @@ bool EntryEditor::IsTypingDuration() const
     return focus && IsChild(m_controls.duration, focus) && GetWindowTextLengthW(m_controls.duration) > 0;
 }
 
-// Nothing when a text cannot be had from its control: it must not be taken for an empty one.
+// Nothing when a text cannot be had from its control, or could not be shown in it: it must not be taken for
+// an empty one.
 std::optional<EntryToWrite> EntryEditor::Collect() const
 {
     const std::optional<std::wstring> body = ReadText(m_controls.body);
     const std::optional<std::wstring> subject = SubjectToWrite(m_controls.subject);
     std::optional<std::wstring> type = ReadText(m_controls.type);
-    if (!body || !subject || !type)
+    if (!body || !subject || !type || !m_showsSubject)
         return std::nullopt;
     type->resize(std::min<size_t>(type->size(), kTypeTextSize - 1));
     EntryToWrite entry;
@@ -434,9 +481,9 @@ std::optional<RescueState> EntryEditor::StateToRescue() const
     std::optional<EntryToWrite> entry = Collect();
     if (!entry)
         return std::nullopt;
-    if (IsTypingDuration()) {
+    if (const std::wstring text = TextOf(m_controls.duration); IsTypingDuration() && IsNewDuration(text)) {
         EditorTimes times = m_times;
-        times.TakeDurationText(TextOf(m_controls.duration));
+        times.TakeDurationText(text);
         times.FollowDuration();
         entry->endTime = times.end;
         entry->duration = times.duration;
@@ -460,10 +507,13 @@ void EntryEditor::OnOK()
         ShowInputPanel(false);
     TakeTyped();
     // The window closes only over what is on disk.
-    if (m_modified)
-        if (const auto saved = Save();
-            saved == EditorRecord::Saved::Failed || saved == EditorRecord::Saved::Changed)
+    while (m_modified) {
+        const auto saved = Save();
+        if (saved == EditorRecord::Saved::Failed || saved == EditorRecord::Saved::Changed)
             return;
+        if (m_changes == m_collected)
+            break;
+    }
     m_views.DestroyLists();
     End(1);
 }

@@ -28,7 +28,7 @@ class EntryEditor : public Dialog {
     void GoOnWith(RescueFile file, RescueState state);
 
     // Why the record could not be read, when it ended with -1; None when it could not be made.
-    StoreTrouble Trouble() const { return m_record.Trouble(); }
+    StoreTrouble Trouble() const { return m_notOpened; }
 
     void OnOK() override;
     void OnCancel() override;
@@ -44,15 +44,16 @@ class EntryEditor : public Dialog {
   private:
     // Building
     bool Build();
-    void FillSubjects();
+    bool FillSubjects();
     void FillBoxes();
     void SetBarState();
     void LayOut();
     EditorMetrics Measure() const;
     void ShowTimes();
     [[nodiscard]] bool Load();
-    void ApplyLoaded(const JournalEntry& entry);
-    void ApplyRescued(const RescueState& state);
+    [[nodiscard]] bool ApplyLoaded(const JournalEntry& entry);
+    [[nodiscard]] bool ApplyRescued(const RescueState& state);
+    bool Fail(StoreTrouble trouble);
     void ApplyRescuedTimes(const EntryToWrite& entry);
 
     // Messages
@@ -74,6 +75,7 @@ class EntryEditor : public Dialog {
     // What the entry is
     void ApplyDateRule(int id);
     bool TakeDuration(const std::wstring& text);
+    bool IsNewDuration(const std::wstring& text) const;
     void ShowDuration();
     void ShowTimer();
     std::wstring ChosenDuration() const;
@@ -85,8 +87,13 @@ class EntryEditor : public Dialog {
     void ShowChanges();
     void SetModified(bool modified);
     [[nodiscard]] EditorRecord::Saved Save();
-    EditorRecord::Saved SaveOverChange(EntryToWrite* entry);
-    void TellNotSaved(StoreTrouble trouble, const EntryToWrite* entry);
+    void RememberType();
+    EditorRecord::Saved CollectAndSave(EditorRecord::Theirs theirs = EditorRecord::Theirs::Ask);
+    EditorRecord::Saved CollectAndSaveAsNew();
+    template <typename Write> EditorRecord::Saved CollectAnd(Write write);
+    EditorRecord::Saved SaveOverChange();
+    void TellNotSaved();
+    std::optional<std::wstring> TextOfCopy();
     void TakeTyped();
     std::optional<EntryToWrite> Collect() const;
     bool IsTypingDuration() const;
@@ -103,7 +110,13 @@ class EntryEditor : public Dialog {
     UniqueFont m_bodyFont;
     const wchar_t* m_helpTopic = kHelpEntry;
     bool m_modified = false;
-    bool m_quiet = false; // the editor itself is filling its controls
+    unsigned m_changes = 0;        // so far
+    unsigned m_collected = 0;      // how many of them what was read last from the controls has
+    bool m_durationEdited = false; // since it was shown last
+    bool m_showsSubject = true;    // false: the record's could not be shown
+    StoreTrouble m_notOpened = StoreTrouble::None; // why
+    StoreTrouble m_notSaved = StoreTrouble::None;  // the last time
+    bool m_quiet = false;                          // the editor itself is filling its controls
     AssignViews m_views{&m_record, &m_quiet};
     std::optional<RescueState> m_found; // to go on with
     RescueFile m_foundFile;

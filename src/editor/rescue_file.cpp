@@ -13,8 +13,8 @@ namespace {
 constexpr const wchar_t* kEnding = L".rescue";
 constexpr const wchar_t* kKeptEnding = L".kept";
 constexpr const wchar_t* kLockEnding = L".lock";
-constexpr const wchar_t* kNewEnding = L".new";
-constexpr int kMostNames = 1000; // that are tried
+constexpr const wchar_t* kNewEnding = L".new"; // see ReplaceWholeFile
+constexpr int kMostNames = 1000;               // that are tried
 
 // With a backslash behind it; empty when there is none.
 std::wstring Folder()
@@ -120,12 +120,9 @@ bool RescueFile::Write(const RescueState& state)
     const std::string bytes = RescueBytes(state);
     if (bytes.empty() || (m_path.empty() && !TakeName(state.store)))
         return false;
-    const std::wstring written = m_path + kNewEnding;
-    if (WriteWholeFile(written.c_str(), bytes) &&
-        MoveFileExW(written.c_str(), m_path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-        return true;
-    DeleteFileW(written.c_str());
-    return false;
+    // What an earlier process of this number has left half written.
+    DeleteFileW((m_path + kNewEnding).c_str());
+    return ReplaceWholeFile(m_path, bytes);
 }
 
 void RescueFile::Remove()

@@ -49,22 +49,23 @@ void Select(HWND box, int index)
 
 } // namespace
 
-void FillSubjectBox(HWND box, const RegistryStore& settings, const std::wstring& storedSubject)
+bool FillSubjectBox(HWND box, const RegistryStore& settings, const std::wstring& storedSubject)
 {
     SendMessageW(box, CB_RESETCONTENT, 0, 0);
     Insert(box, kModifySubjectsItem, kModifySubjects);
     Insert(box, kNoSubjectItem, kSubjectPlaceholder);
     for (const std::wstring& subject : ReadQuickSubjects(settings))
         InsertSorted(box, subject);
-    if (storedSubject.empty())
-        SelectNoSubject(box);
-    else
-        AddSubject(box, storedSubject);
+    if (!storedSubject.empty())
+        return AddSubject(box, storedSubject);
+    SelectNoSubject(box);
+    return true;
 }
 
-void AddSubject(HWND box, const std::wstring& subject)
+bool AddSubject(HWND box, const std::wstring& subject)
 {
     Select(box, InsertSorted(box, subject));
+    return ReadText(box) == subject;
 }
 
 void SelectNoSubject(HWND box)

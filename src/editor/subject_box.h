@@ -13,10 +13,11 @@ constexpr int kModifySubjectsItem = 0;
 constexpr int kNoSubjectItem = 1; // "<Entry Subject>"
 
 // Empties the box and fills it from the settings. storedSubject, when it is not empty, is added and selected;
-// without one "<Entry Subject>" is selected.
-void FillSubjectBox(HWND box, const RegistryStore& settings, const std::wstring& storedSubject);
-// Adds a subject at its place in the order, behind the two fixed items, and selects it.
-void AddSubject(HWND box, const std::wstring& subject);
+// without one "<Entry Subject>" is selected. False when it does not show.
+[[nodiscard]] bool FillSubjectBox(HWND box, const RegistryStore& settings, const std::wstring& storedSubject);
+// Adds a subject at its place in the order, behind the two fixed items, and selects it. False when the box
+// does not show it, as for want of memory.
+[[nodiscard]] bool AddSubject(HWND box, const std::wstring& subject);
 void SelectNoSubject(HWND box);
 
 // The subject to write; the fixed items are none and give the placeholder. Nothing when the box cannot be

@@ -12,15 +12,44 @@ UniqueKernelHandle OpenAt(const wchar_t* path, DWORD access, DWORD share, DWORD 
     return UniqueKernelHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
 
-} // namespace
-
-bool WriteWholeFile(const wchar_t* path, const std::string& bytes)
+// A file that was not there; its name is empty when it cannot be made.
+UniqueKernelHandle MakeBeside(const std::wstring& path, std::wstring* name)
 {
-    const UniqueKernelHandle file = OpenAt(path, GENERIC_WRITE, 0, CREATE_ALWAYS);
+    constexpr int kMostNames = 100;
+    for (int number = 1; number <= kMostNames; ++number) {
+        *name = path + L".new" + (number > 1 ? std::to_wstring(number) : std::wstring());
+        if (auto file = OpenAt(name->c_str(), GENERIC_WRITE, 0, CREATE_NEW))
+            return file;
+        if (GetLastError() != ERROR_FILE_EXISTS)
+            break;
+    }
+    name->clear();
+    return nullptr;
+}
+
+// The file is closed afterwards: an open one cannot be moved.
+bool WriteAll(UniqueKernelHandle file, const std::string& bytes)
+{
     const auto size = static_cast<DWORD>(bytes.size());
     DWORD written = 0;
     return file && size == bytes.size() && WriteFile(file.get(), bytes.data(), size, &written, nullptr) &&
            written == size && FlushFileBuffers(file.get());
+}
+
+} // namespace
+
+bool ReplaceWholeFile(const std::wstring& path, const std::string& bytes)
+{
+    std::wstring beside;
+    if (!WriteAll(MakeBeside(path, &beside), bytes)) {
+        if (!beside.empty())
+            DeleteFileW(beside.c_str());
+        return false;
+    }
+    if (MoveFileExW(beside.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        return true;
+    DeleteFileW(beside.c_str());
+    return false;
 }
 
 std::optional<std::string> ReadWholeFile(const wchar_t* path, uint64_t limit)

@@ -2,6 +2,7 @@
 #include "assign_fixture.h"
 
 #include "locked_store.h"
+#include "support/unreadable_table.h"
 
 namespace {
 
@@ -31,6 +32,26 @@ TEST_F(AssignCategoriesTest, WithoutCategoriesThereIsOneItemThatSaysSo)
         editor.Key(VK_SPACE);
         ExpectPlaceholder(list);
         EXPECT_EQ(Line(editor), L"<None>");
+        EXPECT_FALSE(editor.SaveEnabled());
+    });
+}
+
+TEST_F(AssignCategoriesTest, WhatCannotBeReadIsNotShownAsNone)
+{
+    const CEOID home = AddCategory(L"Home");
+    AddCategory(L"Work");
+    CEOID id = AddEntry({home});
+    Run(&id, [&](EditorWindow& editor) {
+        {
+            const UnreadableTable none(m_store.Path(), "categories");
+            editor.Command(1051);
+            const ListInEditor list = Categories(editor);
+            ASSERT_EQ(list.Count(), 1);
+            EXPECT_EQ(list.Text(0), L"<The categories cannot be read>");
+            EXPECT_EQ(list.Box(0), 0);
+        }
+        EXPECT_TRUE(PumpUntil([&] { return Categories(editor).Count() == 2; }));
+        EXPECT_TRUE(Categories(editor).IsChecked(L"Home"));
         EXPECT_FALSE(editor.SaveEnabled());
     });
 }

@@ -1,6 +1,7 @@
 // The view Assign Contacts in the editor's window.
 #include "assign_fixture.h"
 
+#include "support/unreadable_table.h"
 #include "ui/scale.h"
 
 namespace {
@@ -25,6 +26,41 @@ TEST_F(AssignContactsTest, WithoutContactsThereIsOneItemThatSaysSo)
         editor.Focus(IDC_CONTACT_LIST);
         editor.Key(VK_SPACE);
         EXPECT_FALSE(editor.SaveEnabled());
+    });
+}
+
+TEST_F(AssignContactsTest, WhatCannotBeReadIsNotShownAsNone)
+{
+    const CEOID ann = AddContact(L"Ann");
+    CEOID id = AddEntry({}, {ann});
+    Run(&id, [&](EditorWindow& editor) {
+        {
+            const UnreadableTable none(m_store.Path(), "contacts");
+            editor.Command(1055);
+            const ListInEditor list = Contacts(editor);
+            EXPECT_EQ(list.Count(), 0);
+            ASSERT_EQ(list.Columns(), 1);
+            EXPECT_EQ(list.ColumnTitle(0), L"<The contacts cannot be read>");
+        }
+        EXPECT_TRUE(PumpUntil([&] { return Contacts(editor).Count() == 1; }));
+        EXPECT_EQ(Contacts(editor).Columns(), 2);
+        EXPECT_TRUE(Contacts(editor).IsChecked(L"Ann"));
+        EXPECT_FALSE(editor.SaveEnabled());
+    });
+}
+
+TEST_F(AssignContactsTest, ContactsThatCannotBeReadForAWhileStayInTheList)
+{
+    AddContact(L"Ann");
+    RunNewIn(1055, [&](EditorWindow& editor) {
+        HWND list = Contacts(editor).Window();
+        {
+            const UnreadableTable none(m_store.Path(), "contacts");
+            SendMessageW(editor.Window(), kMsgDatabaseChange, kChangeWorkEnded, 0);
+        }
+        EXPECT_EQ(Contacts(editor).Window(), list);
+        EXPECT_EQ(Contacts(editor).Columns(), 2);
+        EXPECT_TRUE(PumpUntil([&] { return Contacts(editor).Count() == 1; }));
     });
 }
 

@@ -228,12 +228,62 @@ TEST_F(EditorRecordTest, BothAreKeptWhenItIsSavedAsNew)
     ASSERT_TRUE(Change("UPDATE journal SET subject = 'theirs'"));
     EntryToWrite entry = Entry(L"Mine again");
     ASSERT_EQ(record.Save(&entry), EditorRecord::Saved::Changed);
-    record.SaveAsNew();
-    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Created);
+    EXPECT_EQ(record.SaveAsNew(&entry), EditorRecord::Saved::Created);
     EXPECT_NE(id, theirs);
     EXPECT_EQ(Read(theirs).subject, L"theirs");
     EXPECT_EQ(Read(id).subject, L"Mine again");
     EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+}
+
+// Two entries have then what the one had.
+TEST_F(EditorRecordTest, SavedAsNewItCountsTheUsesOfTheNewEntry)
+{
+    const CEOID kept = Category(L"Kept");
+    const CEOID added = Category(L"Added");
+    const CEOID released = Category(L"Released");
+    CEOID id = WriteWith(kPropCategories, Ids({kept, released}));
+    EditorRecord record(App().Journal(), &id);
+    record.OpenStores(nullptr);
+    for (const CEOID category : {kept, released})
+        ASSERT_TRUE(record.CategoryStore().IncUse(category));
+    JournalEntry loaded;
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
+    record.Categories().Find(released)->flags = 0x0011;
+    record.Categories().Push({added, 0x1101});
+    EntryToWrite entry = Entry();
+    EXPECT_EQ(record.SaveAsNew(&entry), EditorRecord::Saved::Created);
+    EXPECT_EQ(Read(id).categories, Ids({kept, added}));
+    EXPECT_EQ(Uses(kept), 2);
+    EXPECT_EQ(Uses(added), 1);
+    EXPECT_EQ(Uses(released), 1) << "the entry that was there has it still";
+}
+
+TEST_F(EditorRecordTest, WhereItCannotBeSavedAsNewItIsStillTheOneThatItWas)
+{
+    const CEOID kept = Category(L"Kept");
+    const CEOID released = Category(L"Released");
+    const CEOID theirs = WriteWith(kPropCategories, Ids({kept, released}));
+    CEOID id = theirs;
+    EditorRecord record(App().Journal(), &id);
+    record.OpenStores(nullptr);
+    for (const CEOID category : {kept, released})
+        ASSERT_TRUE(record.CategoryStore().IncUse(category));
+    JournalEntry loaded;
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
+    record.Categories().Find(released)->flags = 0x0011;
+    ASSERT_TRUE(Change("UPDATE journal SET subject = 'theirs'"));
+    EntryToWrite entry = Entry(L"Mine");
+    {
+        const LockedStore trouble(m_store.Path());
+        EXPECT_EQ(record.SaveAsNew(&entry), EditorRecord::Saved::Failed);
+    }
+    EXPECT_EQ(id, theirs);
+    EXPECT_EQ(record.Id(), theirs);
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Changed) << "and is asked about again";
+    EXPECT_EQ(record.Save(&entry, EditorRecord::Theirs::Replace), EditorRecord::Saved::Updated);
+    EXPECT_EQ(Read(theirs).categories, Ids({kept}));
+    EXPECT_EQ(Uses(kept), 1);
+    EXPECT_EQ(Uses(released), 0);
 }
 
 TEST_F(EditorRecordTest, AChangeCostsNoCategoryItsAssignment)

@@ -1,6 +1,7 @@
 #include "editor/entry_copy.h"
 
 #include "editor_fixture.h"
+#include "support/import_watch.h"
 
 namespace {
 
@@ -57,6 +58,41 @@ TEST_F(EntryCopyTest, IsWrittenInPlaceOfWhatWasThere)
                                    "ch\r\n\xF0\x9F\x98\x80");
     EXPECT_TRUE(DeleteFileW(path.c_str()));
     EXPECT_FALSE(WriteTextFile((m_store.Path() + L"\\no\\such.txt").c_str(), L"x"));
+}
+
+// As much as the disk has room for, with the rest of it missing.
+BOOL WINAPI WriteNothing(HANDLE, LPCVOID, DWORD, LPDWORD written, LPOVERLAPPED)
+{
+    *written = 0;
+    SetLastError(ERROR_DISK_FULL);
+    return FALSE;
+}
+
+TEST_F(EntryCopyTest, ACopyThatCannotBeWrittenLeavesTheFileThatWasThere)
+{
+    const std::wstring path = m_store.Path() + L".txt";
+    ASSERT_TRUE(WriteFileBytes(path, "the older copy"));
+    {
+        const ImportWatch<decltype(&WriteFile)> full(&__imp_WriteFile, WriteNothing);
+        EXPECT_FALSE(WriteTextFile(path.c_str(), L"the newer one"));
+    }
+    EXPECT_EQ(ReadFileBytes(path), "the older copy");
+    WIN32_FIND_DATAW found{};
+    HANDLE search = FindFirstFileW((path + L"?*").c_str(), &found);
+    EXPECT_EQ(search, INVALID_HANDLE_VALUE) << "and nothing beside it";
+    FindClose(search);
+    EXPECT_TRUE(DeleteFileW(path.c_str()));
+}
+
+TEST_F(EntryCopyTest, AFileThatLiesWhereItIsWrittenFirstStays)
+{
+    const std::wstring path = m_store.Path() + L".txt";
+    ASSERT_TRUE(WriteFileBytes(path + L".new", "somebody's"));
+    ASSERT_TRUE(WriteTextFile(path.c_str(), L"x"));
+    EXPECT_EQ(ReadFileBytes(path), "\xEF\xBB\xBFx");
+    EXPECT_EQ(ReadFileBytes(path + L".new"), "somebody's");
+    EXPECT_TRUE(DeleteFileW(path.c_str()));
+    EXPECT_TRUE(DeleteFileW((path + L".new").c_str()));
 }
 
 } // namespace

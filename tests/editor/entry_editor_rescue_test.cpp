@@ -6,6 +6,7 @@
 #include "editor_fixture.h"
 #include "locked_store.h"
 #include "mervane/store_path.h"
+#include "support/import_watch.h"
 #include "support/rescue_folder.h"
 
 namespace {
@@ -155,6 +156,32 @@ TEST_F(EntryEditorRescueTest, WhereItCannotBeWrittenNothingIsSaid)
     });
     EXPECT_TRUE(answerer.Boxes().empty());
     EXPECT_EQ(Count(), 1u);
+}
+
+BOOL WINAPI ShowNoBody(HWND window, LPCWSTR text)
+{
+    if (GetDlgCtrlID(window) == IDC_BODY)
+        return FALSE;
+    return static_cast<BOOL>(SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text)));
+}
+
+TEST_F(EntryEditorRescueTest, WhatCannotBeShownStaysOnDisk)
+{
+    Abandon(0, [](EditorWindow& editor) { editor.Enter(IDC_BODY, L"Fish"); });
+    std::vector<RescueFile> left = FindLeft();
+    ASSERT_EQ(left.size(), 1u);
+    const MessageBoxAnswerer answerer;
+    CEOID id = 0;
+    {
+        const ImportWatch<decltype(&SetWindowTextW)> none(&__imp_SetWindowTextW, ShowNoBody);
+        RescueState state = left[0].Read().value_or(RescueState());
+        EXPECT_EQ(OpenRescuedEntry(nullptr, std::move(left[0]), std::move(state), &id), 0);
+    }
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_TRUE(
+        answerer.Boxes()[0].text.starts_with(L"The entry was not opened: there is not enough memory."));
+    EXPECT_EQ(GoOn(&id, [](EditorWindow& editor) { editor.Ok(); }), 1);
+    EXPECT_EQ(Read(id).body, L"Fish");
 }
 
 TEST_F(EntryEditorRescueTest, GoesOnWithANewEntry)

@@ -1,88 +1,8 @@
 // What the editor loads, what it counts as a change and what it writes.
-#include "editor_fixture.h"
-
-#include <sqlite3.h>
-
+#include "entry_editor_save_fixture.h"
 #include "mervane/db_categories.h"
-#include "support/import_watch.h"
-#include "locked_store.h"
 
 namespace {
-
-class EntryEditorSaveTest : public EditorTest {
-  protected:
-    EntryToWrite Full()
-    {
-        EntryToWrite entry;
-        entry.date = At(kTuesday);
-        entry.endTime = At(kTuesday) + Minutes(90);
-        entry.duration = Minutes(90);
-        entry.priority = 2;
-        entry.sensitivity = 3;
-        entry.type = L"Meeting";
-        entry.body = L"First\r\nSecond";
-        entry.subject = L"Lunch";
-        return entry;
-    }
-    // Writes some properties of a record as another program would.
-    CEOID WriteOnly(std::vector<CEPROPVAL> properties)
-    {
-        return App().Journal().WriteRecord(0, static_cast<WORD>(properties.size()), properties.data());
-    }
-    static CEPROPVAL TextValue(CEPROPID property, const wchar_t* text)
-    {
-        CEPROPVAL value{};
-        value.propid = property;
-        value.val.lpwstr = const_cast<wchar_t*>(text);
-        return value;
-    }
-    static CEPROPVAL ShortValue(CEPROPID property, short number)
-    {
-        CEPROPVAL value{};
-        value.propid = property;
-        value.val.iVal = number;
-        return value;
-    }
-    static CEPROPVAL TimeValue(CEPROPID property, TimeCount time)
-    {
-        CEPROPVAL value{};
-        value.propid = property;
-        value.val.filetime = time.ToFileTime();
-        return value;
-    }
-    // Over a connection of its own.
-    bool ChangeAsAnother(const char* sql) const
-    {
-        sqlite3* database = nullptr;
-        const bool done = sqlite3_open16(m_store.Path().c_str(), &database) == SQLITE_OK &&
-                          sqlite3_exec(database, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
-        sqlite3_close(database);
-        return done;
-    }
-    static bool Copy(HWND owner, const std::wstring& text)
-    {
-        const size_t size = (text.size() + 1) * sizeof(wchar_t);
-        HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
-        if (!block || !OpenClipboard(owner))
-            return false;
-        memcpy(GlobalLock(block), text.c_str(), size);
-        GlobalUnlock(block);
-        EmptyClipboard();
-        const bool copied = SetClipboardData(CF_UNICODETEXT, block) != nullptr; // which owns the block now
-        CloseClipboard();
-        return copied;
-    }
-    // Opens the record, changes nothing but presses Save as the bar does, and closes.
-    void SaveUnchanged(CEOID id)
-    {
-        EXPECT_EQ(Run(&id,
-                      [](EditorWindow& editor) {
-                          editor.Command(CMD_SAVE);
-                          editor.Cancel();
-                      }),
-                  0);
-    }
-};
 
 TEST_F(EntryEditorSaveTest, ShowsARecordAsItIsAndUnmodified)
 {
@@ -312,192 +232,6 @@ TEST_F(EntryEditorSaveTest, LookingAroundIsNoChange)
     });
 }
 
-TEST_F(EntryEditorSaveTest, AFailedSaveKeepsTheChange)
-{
-    const MessageBoxAnswerer boxes;
-    CEOID id = Write(Full());
-    Run(&id, [&](EditorWindow& editor) {
-        editor.Enter(IDC_SUBJECT, L"Dinner");
-        {
-            const LockedStore trouble(m_store.Path());
-            editor.Command(CMD_SAVE);
-        }
-        EXPECT_TRUE(editor.SaveEnabled());
-        EXPECT_EQ(Read(id).subject, L"Lunch");
-        editor.Command(CMD_SAVE);
-        EXPECT_FALSE(editor.SaveEnabled());
-        EXPECT_EQ(Read(id).subject, L"Dinner");
-    });
-}
-
-TEST_F(EntryEditorSaveTest, OkStaysOpenOverAFailedWriteAndSaysWhy)
-{
-    const MessageBoxAnswerer boxes;
-    HWND window = nullptr;
-    CEOID id = 0;
-    bool stayed = false;
-    const int result = Run(&id, [&](EditorWindow& editor) {
-        editor.Enter(IDC_SUBJECT, L"Dinner");
-        editor.Enter(IDC_BODY, L"Text");
-        editor.Enter(IDC_DURATION, L"15");
-        {
-            const LockedStore trouble(m_store.Path());
-            editor.Ok();
-        }
-        window = editor.Window();
-        stayed = IsWindowVisible(editor.Window()) && IsWindowEnabled(editor.Window());
-        EXPECT_TRUE(editor.SaveEnabled());
-        EXPECT_EQ(editor.Text(IDC_SUBJECT), L"Dinner");
-        EXPECT_EQ(editor.Text(IDC_BODY), L"Text");
-        EXPECT_EQ(id, 0u);
-        editor.Ok();
-    });
-    EXPECT_TRUE(stayed);
-    ASSERT_EQ(boxes.Boxes().size(), 1u);
-    EXPECT_EQ(boxes.Boxes()[0].text,
-              L"The entry was not saved: another program keeps the journal's file locked.\n\n"
-              L"Nothing that was stored before is lost, and what you have typed is still there.");
-    EXPECT_EQ(boxes.Boxes()[0].owner, window);
-    EXPECT_EQ(boxes.Boxes()[0].answers, std::vector{IDOK});
-    EXPECT_EQ(result, 1);
-    EXPECT_EQ(Count(), 1u);
-    EXPECT_EQ(Read(id).subject, L"Dinner");
-    EXPECT_EQ(Read(id).duration, Minutes(15));
-}
-
-TEST_F(EntryEditorSaveTest, OkStaysOpenWhenTheSecondWriteFails)
-{
-    const MessageBoxAnswerer boxes;
-    CEOID id = 0;
-    const int result = Run(&id, [&](EditorWindow& editor) {
-        editor.Enter(IDC_SUBJECT, L"One");
-        editor.Command(CMD_SAVE);
-        ASSERT_NE(id, 0u);
-        editor.Enter(IDC_SUBJECT, L"Two");
-        {
-            const LockedStore trouble(m_store.Path());
-            editor.Ok();
-        }
-        EXPECT_TRUE(editor.SaveEnabled());
-        EXPECT_EQ(Read(id).subject, L"One");
-        editor.Ok();
-    });
-    EXPECT_EQ(result, 1);
-    EXPECT_EQ(Count(), 1u);
-    EXPECT_EQ(Read(id).subject, L"Two");
-}
-
-TEST_F(EntryEditorSaveTest, ARecordThatCannotBeReadIsNotOpened)
-{
-    CEOID id = Write(Full());
-    ASSERT_TRUE(ChangeAsAnother("ALTER TABLE journal RENAME TO away"));
-    const MessageBoxAnswerer boxes;
-    EXPECT_EQ(OpenEntryEditor(nullptr, &id), 0);
-    ASSERT_TRUE(ChangeAsAnother("ALTER TABLE away RENAME TO journal"));
-    ASSERT_EQ(boxes.Boxes().size(), 1u);
-    EXPECT_TRUE(boxes.Boxes()[0].text.starts_with(L"The entry was not opened: "))
-        << boxes.Boxes()[0].text.size();
-    EXPECT_EQ(Read(id).subject, L"Lunch");
-    EXPECT_EQ(Count(), 1u);
-}
-
-TEST_F(EntryEditorSaveTest, WhereNothingCanBeWrittenACopyIsOffered)
-{
-    CEOID id = Write(Full());
-    const MessageBoxAnswerer boxes({IDNO});
-    Run(&id, [&](EditorWindow& editor) {
-        editor.Enter(IDC_SUBJECT, L"Dinner");
-        ASSERT_TRUE(ChangeAsAnother("ALTER TABLE journal RENAME TO away"));
-        editor.Command(CMD_SAVE);
-        EXPECT_TRUE(editor.SaveEnabled());
-        EXPECT_EQ(editor.Text(IDC_SUBJECT), L"Dinner");
-        ASSERT_TRUE(ChangeAsAnother("ALTER TABLE away RENAME TO journal"));
-        editor.Ok();
-    });
-    ASSERT_EQ(boxes.Boxes().size(), 1u);
-    EXPECT_TRUE(boxes.Boxes()[0].text.starts_with(L"The entry was not saved: "));
-    EXPECT_TRUE(boxes.Boxes()[0].text.ends_with(L"Save a copy of it as a text file?"));
-    EXPECT_EQ(boxes.Boxes()[0].answers, (std::vector{IDYES, IDNO}));
-    EXPECT_EQ(Read(id).subject, L"Dinner");
-}
-
-// What another program has written since the entry was opened is not overwritten unasked.
-TEST_F(EntryEditorSaveTest, AnEntryThatAnotherProgramChangedAsksBeforeItIsSaved)
-{
-    CEOID id = Write(Full());
-    const CEOID theirs = id;
-    const MessageBoxAnswerer boxes({IDCANCEL, IDNO});
-    HWND window = nullptr;
-    const int result = Run(&id, [&](EditorWindow& editor) {
-        window = editor.Window();
-        editor.Enter(IDC_SUBJECT, L"Mine");
-        ASSERT_TRUE(ChangeAsAnother("UPDATE journal SET subject = 'Theirs'"));
-        editor.Ok();
-        EXPECT_TRUE(IsWindowVisible(window)) << "Cancel goes back";
-        EXPECT_TRUE(editor.SaveEnabled());
-        EXPECT_EQ(Read(theirs).subject, L"Theirs");
-        EXPECT_EQ(editor.Text(IDC_SUBJECT), L"Mine");
-        editor.Ok();
-    });
-    EXPECT_EQ(result, 1);
-    ASSERT_EQ(boxes.Boxes().size(), 2u);
-    EXPECT_EQ(boxes.Boxes()[0].owner, window);
-    EXPECT_EQ(boxes.Boxes()[0].answers, (std::vector{IDCANCEL, IDYES, IDNO}));
-    EXPECT_TRUE(
-        boxes.Boxes()[0].text.starts_with(L"This entry was changed by another program since you opened it."));
-    EXPECT_EQ(Read(theirs).subject, L"Theirs") << "No keeps both";
-    EXPECT_NE(id, theirs);
-    EXPECT_EQ(Read(id).subject, L"Mine");
-    EXPECT_EQ(Count(), 2u);
-}
-
-TEST_F(EntryEditorSaveTest, YesSavesInPlaceOfAnotherProgramsChange)
-{
-    CEOID id = Write(Full());
-    const MessageBoxAnswerer boxes({IDYES});
-    Run(&id, [&](EditorWindow& editor) {
-        editor.Enter(IDC_SUBJECT, L"Mine");
-        ASSERT_TRUE(ChangeAsAnother("UPDATE journal SET subject = 'Theirs', priority = 0"));
-        editor.Command(CMD_SAVE);
-        EXPECT_FALSE(editor.SaveEnabled());
-        EXPECT_EQ(Read(id).subject, L"Mine");
-        editor.Enter(IDC_BODY, L"More");
-        editor.Ok();
-    });
-    EXPECT_EQ(boxes.Boxes().size(), 1u) << "its own save is no foreign change";
-    EXPECT_EQ(Read(id).body, L"More");
-    EXPECT_EQ(Count(), 1u);
-}
-
-int WINAPI NoText(HWND window, LPWSTR text, int size)
-{
-    if (GetDlgCtrlID(window) != IDC_BODY)
-        return static_cast<int>(
-            SendMessageW(window, WM_GETTEXT, static_cast<WPARAM>(size), reinterpret_cast<LPARAM>(text)));
-    text[0] = L'\0';
-    return 0;
-}
-
-TEST_F(EntryEditorSaveTest, ABodyThatCannotBeHadIsNotSavedAsAnEmptyOne)
-{
-    CEOID id = Write(Full());
-    const MessageBoxAnswerer boxes;
-    Run(&id, [&](EditorWindow& editor) {
-        editor.Enter(IDC_SUBJECT, L"Dinner");
-        {
-            const ImportWatch<decltype(&GetWindowTextW)> none(&__imp_GetWindowTextW, NoText);
-            editor.Command(CMD_SAVE);
-        }
-        EXPECT_TRUE(editor.SaveEnabled());
-        EXPECT_EQ(Read(id).body, L"First\r\nSecond");
-        EXPECT_EQ(Read(id).subject, L"Lunch");
-        editor.Ok();
-    });
-    EXPECT_EQ(boxes.Boxes().size(), 1u);
-    EXPECT_EQ(Read(id).body, L"First\r\nSecond");
-    EXPECT_EQ(Read(id).subject, L"Dinner");
-}
-
 TEST_F(EntryEditorSaveTest, ARecordDeletedMeanwhileIsWrittenAnew)
 {
     CEOID id = Write(Full());
@@ -603,6 +337,42 @@ TEST_F(EntryEditorSaveTest, LoneLineEndsArePastedAsWholeOnes)
         });
         EXPECT_EQ(Read(id).body, expected);
     }
+}
+
+size_t g_put = 0; // characters into the body, the last time
+
+LRESULT CALLBACK WatchPut(HWND body, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR)
+{
+    if (message == EM_REPLACESEL)
+        g_put = wcslen(reinterpret_cast<const wchar_t*>(lParam));
+    return DefSubclassProc(body, message, wParam, lParam);
+}
+
+// Of what a program puts into it some systems' controls keep no limit.
+TEST_F(EntryEditorSaveTest, WhatIsPastedDoesNotGoBeyondTheLimit)
+{
+    const MessageBoxAnswerer boxes;
+    CEOID id = 0;
+    Run(&id, [&](EditorWindow& editor) {
+        editor.Enter(IDC_BODY, L"1234");
+        editor.Ask(IDC_BODY, EM_LIMITTEXT, 8);
+        ASSERT_TRUE(Copy(editor.Window(), L"abc\nd\ne"));
+        ASSERT_TRUE(SetWindowSubclass(editor.Item(IDC_BODY), WatchPut, 77, 0));
+        editor.Ask(IDC_BODY, EM_SETSEL, 1, 2);
+        editor.Ask(IDC_BODY, WM_PASTE);
+        EXPECT_EQ(g_put, 5u);
+        EXPECT_EQ(editor.Text(IDC_BODY), L"1abc\r\n34");
+        editor.Ask(IDC_BODY, EM_SETSEL, 0, 2);
+        editor.Ask(IDC_BODY, EM_LIMITTEXT, 10);
+        editor.Ask(IDC_BODY, WM_PASTE);
+        EXPECT_EQ(g_put, 3u) << "no half of a line end";
+        EXPECT_EQ(editor.Text(IDC_BODY), L"abcbc\r\n34");
+        RemoveWindowSubclass(editor.Item(IDC_BODY), WatchPut, 77);
+        editor.Ok();
+    });
+    ASSERT_EQ(boxes.Boxes().size(), 2u);
+    EXPECT_EQ(boxes.Boxes()[0].caption, L"Maximum Reached");
+    EXPECT_EQ(Read(id).body, L"abcbc\r\n34");
 }
 
 TEST_F(EntryEditorSaveTest, AVeryLongBodyComesBackAsItWas)

@@ -222,6 +222,32 @@ TEST_F(EntryEditorValuesTest, ADurationThatIsBeingTypedIsSaved)
     EXPECT_EQ(Stored([](EditorWindow& editor) { editor.Enter(IDC_DURATION, L"45"); }).duration, Minutes(45));
 }
 
+// Its words are less exact than it is.
+TEST_F(EntryEditorValuesTest, ADurationThatNobodyTouchedIsNotReadAgain)
+{
+    for (const bool leaves : {false, true}) {
+        EntryToWrite entry;
+        entry.date = At(kTuesday);
+        entry.duration = TimeCount(59'999'999); // some seconds
+        entry.endTime = entry.date + entry.duration;
+        CEOID id = Write(entry);
+        Run(&id, [&](EditorWindow& editor) {
+            EXPECT_EQ(editor.Text(IDC_DURATION), L"0 minutes");
+            editor.Focus(IDC_DURATION);
+            if (leaves)
+                editor.Focus(IDC_SUBJECT);
+            editor.Command(CMD_SAVE);
+        });
+        EXPECT_EQ(Read(id).duration, entry.duration) << leaves;
+        EXPECT_EQ(Read(id).endTime, entry.endTime) << leaves;
+        Run(&id, [&](EditorWindow& editor) {
+            editor.Enter(IDC_DURATION, L"0 minutes");
+            editor.Ok();
+        });
+        EXPECT_EQ(Read(id).duration, TimeCount()) << "typed, it is what it says";
+    }
+}
+
 TEST_F(EntryEditorValuesTest, ANewDateKeepsTheTimeAndMovesTheEnd)
 {
     const JournalEntry entry = Stored([](EditorWindow& editor) {

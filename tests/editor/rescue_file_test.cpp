@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/import_watch.h"
 #include "support/rescue_folder.h"
 #include "support/test_store.h"
 
@@ -87,13 +88,35 @@ TEST_F(RescueFileTest, OneThatWasLeftIsNotWrittenOver)
     ASSERT_EQ(found.size(), 2u);
 }
 
+BOOL WINAPI WriteNothing(HANDLE, LPCVOID, DWORD, LPDWORD written, LPOVERLAPPED)
+{
+    *written = 0;
+    return FALSE;
+}
+
 TEST_F(RescueFileTest, AWriteThatFailsLeavesTheOneBefore)
 {
     RescueFile file;
     ASSERT_TRUE(file.Write(State(L"Before")));
-    ASSERT_TRUE(CreateDirectoryW((m_folder.Files(L".rescue")[0] + L".new").c_str(), nullptr));
-    EXPECT_FALSE(file.Write(State(L"After")));
+    {
+        const ImportWatch<decltype(&WriteFile)> full(&__imp_WriteFile, WriteNothing);
+        EXPECT_FALSE(file.Write(State(L"After")));
+    }
     EXPECT_EQ(Subject(file), L"Before");
+    EXPECT_TRUE(m_folder.Files(L".new").empty());
+}
+
+TEST_F(RescueFileTest, WhatLiesWhereItIsWrittenFirstIsPassedBy)
+{
+    RescueFile file;
+    ASSERT_TRUE(file.Write(State(L"Before")));
+    const std::wstring path = m_folder.Files(L".rescue")[0];
+    ASSERT_TRUE(WriteFileBytes(path + L".new", "half of an earlier one"));
+    EXPECT_TRUE(file.Write(State(L"After")));
+    EXPECT_TRUE(m_folder.Files(L".new").empty());
+    ASSERT_TRUE(CreateDirectoryW((path + L".new").c_str(), nullptr));
+    EXPECT_TRUE(file.Write(State(L"Later")));
+    EXPECT_EQ(Subject(file), L"Later");
 }
 
 TEST_F(RescueFileTest, ADamagedOneIsNotFoundAndStays)

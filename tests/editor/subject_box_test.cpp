@@ -41,7 +41,7 @@ using Texts = std::vector<std::wstring>;
 
 TEST_F(SubjectBoxTest, HoldsOnlyTheFixedItemsWithoutQuickSubjects)
 {
-    FillSubjectBox(m_box, App(), L"");
+    EXPECT_TRUE(FillSubjectBox(m_box, App(), L""));
     EXPECT_EQ(Items(), (Texts{L"<Modify Quick Subjects>", L"<Entry Subject>"}));
     EXPECT_EQ(Selected(), 1);
 }
@@ -49,7 +49,7 @@ TEST_F(SubjectBoxTest, HoldsOnlyTheFixedItemsWithoutQuickSubjects)
 TEST_F(SubjectBoxTest, SortsTheQuickSubjectsBehindTheFixedItems)
 {
     Store(5, {L"walk", L"!urgent", L"Meeting", L"apples", L" blank"});
-    FillSubjectBox(m_box, App(), L"");
+    EXPECT_TRUE(FillSubjectBox(m_box, App(), L""));
     const Texts items = Items();
     ASSERT_EQ(items.size(), 7u);
     EXPECT_EQ(items[0], L"<Modify Quick Subjects>");
@@ -60,15 +60,15 @@ TEST_F(SubjectBoxTest, SortsTheQuickSubjectsBehindTheFixedItems)
 TEST_F(SubjectBoxTest, RefillingEmptiesTheBoxFirst)
 {
     Store(1, {L"Walk"});
-    FillSubjectBox(m_box, App(), L"");
-    FillSubjectBox(m_box, App(), L"");
+    EXPECT_TRUE(FillSubjectBox(m_box, App(), L""));
+    EXPECT_TRUE(FillSubjectBox(m_box, App(), L""));
     EXPECT_EQ(Items().size(), 3u);
 }
 
 TEST_F(SubjectBoxTest, TheRecordsSubjectIsAddedAndSelected)
 {
     Store(2, {L"Apples", L"Walk"});
-    FillSubjectBox(m_box, App(), L"Lunch");
+    EXPECT_TRUE(FillSubjectBox(m_box, App(), L"Lunch"));
     EXPECT_EQ(Items(), (Texts{L"<Modify Quick Subjects>", L"<Entry Subject>", L"Apples", L"Lunch", L"Walk"}));
     EXPECT_EQ(Selected(), 3);
     EXPECT_EQ(WindowText(m_box), L"Lunch");
@@ -76,7 +76,7 @@ TEST_F(SubjectBoxTest, TheRecordsSubjectIsAddedAndSelected)
 
 TEST_F(SubjectBoxTest, FixedItemsAreNoSubject)
 {
-    FillSubjectBox(m_box, App(), L"");
+    EXPECT_TRUE(FillSubjectBox(m_box, App(), L""));
     EXPECT_EQ(SubjectToWrite(m_box), L"<Entry Subject>");
     SetWindowTextW(m_box, L"<Modify Quick Subjects>");
     EXPECT_EQ(SubjectToWrite(m_box), L"<Entry Subject>");

@@ -3,12 +3,11 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <functional>
-#include <utility>
 
 #include "editor/locked_store.h"
 #include "list/editor_stand_in.h"
 #include "list/entry_list_fixture.h"
+#include "support/while_asked.h"
 
 namespace {
 
@@ -23,32 +22,6 @@ bool Exists(CEOID id)
 {
     return App().Journal().SeekRecord(id) == id;
 }
-
-// Does something when a message box comes up, before it is answered.
-class WhileAsked {
-  public:
-    explicit WhileAsked(std::function<void()> action)
-    {
-        s_action = std::move(action);
-        m_hook = SetWindowsHookExW(WH_CBT, Hook, nullptr, GetCurrentThreadId());
-    }
-    ~WhileAsked() { UnhookWindowsHookEx(m_hook); }
-    WhileAsked(const WhileAsked&) = delete;
-    WhileAsked& operator=(const WhileAsked&) = delete;
-
-  private:
-    static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam)
-    {
-        wchar_t name[16] = L"";
-        GetClassNameW(reinterpret_cast<HWND>(wParam), name, 16);
-        if (code == HCBT_ACTIVATE && s_action && wcscmp(name, L"#32770") == 0)
-            std::exchange(s_action, nullptr)();
-        return CallNextHookEx(nullptr, code, wParam, lParam);
-    }
-
-    static inline std::function<void()> s_action;
-    HHOOK m_hook = nullptr;
-};
 
 // Five entries, the newest first: row r shows the entry 4 - r.
 class EntryCommandsTest : public EntryListTest {

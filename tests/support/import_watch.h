@@ -12,7 +12,13 @@
 extern "C" {
 extern decltype(&CreateProcessW) __imp_CreateProcessW;
 extern decltype(&SetTimer) __imp_SetTimer;
+extern decltype(&WriteFile) __imp_WriteFile;
 extern decltype(&GetWindowTextW) __imp_GetWindowTextW;
+extern decltype(&SetWindowTextW) __imp_SetWindowTextW;
+extern decltype(&SendMessageW) __imp_SendMessageW;
+extern decltype(&MessageBeep) __imp_MessageBeep;
+extern decltype(&SetCursor) __imp_SetCursor;
+extern decltype(&GetSaveFileNameW) __imp_GetSaveFileNameW;
 extern decltype(&KillTimer) __imp_KillTimer;
 extern decltype(&RegSetValueExW) __imp_RegSetValueExW;
 extern decltype(&ShellExecuteExW) __imp_ShellExecuteExW;
