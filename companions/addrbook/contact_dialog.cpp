@@ -9,6 +9,7 @@
 #include "addrbook/resource.h"
 #include "addrbook/vcard_contact.h"
 #include "mervane/trouble.h"
+#include "ui/control_text.h"
 #include "ui/dialog.h"
 #include "ui/launch.h"
 
@@ -27,18 +28,6 @@ constexpr int kLine = 13; // pixels at 96 dpi
 constexpr int kMoreOfAList = 3;
 constexpr int kMoreOfTheNote = 10;
 constexpr const wchar_t* kCaption = L"Address Book";
-
-// Nothing where the control does not hand out what it has: that is no empty text.
-std::optional<std::wstring> TextOf(HWND control)
-{
-    const int length = GetWindowTextLengthW(control);
-    std::wstring text(static_cast<size_t>(length) + 1, L'\0');
-    const int read = GetWindowTextW(control, text.data(), length + 1);
-    if (read < length)
-        return std::nullopt;
-    text.resize(static_cast<size_t>(read));
-    return text;
-}
 
 // Blanks at the ends of a text say nothing.
 std::string Trimmed(std::string text)
@@ -91,7 +80,7 @@ bool ContactDialog::FillBoxes()
         HWND control = GetItem(kControls[i]);
         SendMessageW(control, EM_LIMITTEXT, 0, 0);
         const bool isSet = SetWindowTextW(control, ToWide(m_contact.texts[i]).c_str()) != FALSE;
-        const std::optional<std::wstring> shown = TextOf(control);
+        const std::optional<std::wstring> shown = ReadText(control);
         if (!isSet || !shown)
             return false;
         m_shown[i] = *shown;
@@ -141,7 +130,7 @@ std::optional<Contact> ContactDialog::Entered() const
 {
     Contact contact = m_contact;
     for (size_t i = 0; i < kShownFields; ++i) {
-        const std::optional<std::wstring> text = TextOf(GetItem(kControls[i]));
+        const std::optional<std::wstring> text = ReadText(GetItem(kControls[i]));
         if (!text)
             return std::nullopt;
         if (*text != m_shown[i])

@@ -8,6 +8,7 @@
 #include "ui/dialog_in_front.h"
 #include "ui/paint_wait.h"
 #include "ui/store_window.h"
+#include "ui/timer_faults.h"
 
 namespace {
 
@@ -55,6 +56,7 @@ int Run(HINSTANCE instance, addrbook::AddressWindow& window)
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand)
 {
+    EndOnTimerFaults();
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_PROGRESS_CLASS};
     if (!InitCommonControlsEx(&controls) || !addrbook::AddressWindow::RegisterWindowClass(instance))
         return 0;

@@ -6,6 +6,7 @@
 #include "help/one_window.h"
 #include "help/resource.h"
 #include "ui/start_turn.h"
+#include "ui/timer_faults.h"
 
 namespace {
 
@@ -49,6 +50,7 @@ int Run(HINSTANCE instance, help::HelpWindow& window)
 // what the runtime library hands over lacks its first word.
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand)
 {
+    EndOnTimerFaults();
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_TREEVIEW_CLASSES | ICC_STANDARD_CLASSES};
     if (!InitCommonControlsEx(&controls) || !help::HelpWindow::RegisterWindowClass(instance))
         return 1;

@@ -3,9 +3,11 @@
 #include "app/journal_app.h"
 #include "mervane/store_waiter.h"
 #include "ui/paint_wait.h"
+#include "ui/timer_faults.h"
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand)
 {
+    EndOnTimerFaults();
     SetStoreWaiter(PaintWhileWaiting);
     JournalApp& app = App();
     if (!app.InitInstance(instance, showCommand))

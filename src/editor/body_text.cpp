@@ -1,6 +1,7 @@
 #include "editor/body_text.h"
 
 #include "data/journal_entry.h"
+#include "ui/control_text.h"
 
 namespace {
 
@@ -17,20 +18,6 @@ void CancelSelection(HWND edit)
 }
 
 } // namespace
-
-std::optional<std::wstring> ReadText(HWND control)
-{
-    SetLastError(ERROR_SUCCESS);
-    const int length = GetWindowTextLengthW(control);
-    if (length < 0 || (length == 0 && GetLastError() != ERROR_SUCCESS))
-        return std::nullopt;
-    std::wstring text(static_cast<size_t>(length) + 1, L'\0');
-    const int read = GetWindowTextW(control, text.data(), length + 1);
-    if (read < length)
-        return std::nullopt;
-    text.resize(static_cast<size_t>(length));
-    return text;
-}
 
 std::wstring TextOf(HWND control)
 {

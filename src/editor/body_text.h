@@ -3,12 +3,9 @@
 
 #include <windows.h>
 
-#include <optional>
 #include <string>
 
-// The whole text of a control; nothing when it cannot be had, which is not an empty text.
-std::optional<std::wstring> ReadText(HWND control);
-// The same for where nothing is lost by it: empty when it cannot be had.
+// The whole text of a control, for where nothing is lost by it: empty when it cannot be had.
 std::wstring TextOf(HWND control);
 
 bool HasBodyPlaceholder(HWND body);

@@ -15,6 +15,7 @@
 #include "mervane/store_path.h"
 #include "mervane/z_cats_dlg.h"
 #include "res/resource.h"
+#include "ui/control_text.h"
 #include "ui/drop_down.h"
 #include "ui/launch.h"
 #include "ui/typed_time.h"

@@ -3,6 +3,7 @@
 #include "data/journal_entry.h"
 #include "editor/body_text.h"
 #include "editor/quick_subjects.h"
+#include "ui/control_text.h"
 
 namespace {
 
