@@ -72,7 +72,7 @@ std::wstring WithoutLinks(const std::wstring& path)
         final = finalFolder.empty() ? path : finalFolder + path.substr(folder.size());
     }
     // What is reached over a drive that may go stays a file of that drive, whatever it stands for.
-    return IsOnFixedDrive(path) || !IsOnFixedDrive(final) ? final : path;
+    return IsOnOwnDrive(path) || !IsOnOwnDrive(final) ? final : path;
 }
 
 bool IsFolder(const std::wstring& path)

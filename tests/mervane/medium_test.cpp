@@ -114,4 +114,23 @@ TEST(Drive, OfTheTemporaryFolderIsFixed)
     EXPECT_FALSE(mervane::IsOnFixedDrive(L""));
 }
 
+// What a person can pull out is none, whether its medium comes out or the whole disk with its cable.
+TEST(Drive, IsFixedOnlyOnABusInsideTheMachine)
+{
+    const auto isBuiltIn = [](STORAGE_BUS_TYPE bus, bool isMediumRemovable = false) {
+        STORAGE_DEVICE_DESCRIPTOR device{};
+        device.BusType = bus;
+        device.RemovableMedia = isMediumRemovable;
+        return mervane::IsBuiltIn(device);
+    };
+    for (const STORAGE_BUS_TYPE bus : {BusTypeScsi, BusTypeAta, BusTypeRAID, BusTypeSas, BusTypeSata,
+                                       BusTypeMmc, BusTypeVirtual, BusTypeSpaces, BusTypeNvme, BusTypeUfs}) {
+        EXPECT_TRUE(isBuiltIn(bus)) << bus;
+        EXPECT_FALSE(isBuiltIn(bus, true)) << bus;
+    }
+    for (const STORAGE_BUS_TYPE bus : {BusTypeUnknown, BusType1394, BusTypeUsb, BusTypeiScsi, BusTypeSd,
+                                       BusTypeFileBackedVirtual, static_cast<STORAGE_BUS_TYPE>(0x7E)})
+        EXPECT_FALSE(isBuiltIn(bus)) << bus;
+}
+
 } // namespace
