@@ -52,6 +52,11 @@ bool CeDBase::IsOpen() const
     return m_store != nullptr;
 }
 
+StoreTrouble CeDBase::FileTrouble() const
+{
+    return m_store ? m_store->FileTrouble() : StoreTrouble::None;
+}
+
 void CeDBase::SetSort(const SORTORDERSPEC& sort, int)
 {
     if (m_cursor)
@@ -261,7 +266,8 @@ StoreTrouble CeDBase::BulkScope::Trouble() const
     return m_store ? m_store->BulkTrouble() : m_trouble;
 }
 
-CeDBase::Operation::Operation(CeDBase& database) : m_database(database), m_store(database.m_store)
+CeDBase::Operation::Operation(CeDBase& database, Kind kind)
+    : m_database(database), m_kind(kind), m_store(database.m_store)
 {
     if (!m_store)
         return;
@@ -275,6 +281,8 @@ CeDBase::Operation::~Operation()
     if (!m_store)
         return;
     m_store->LeaveOperation();
+    if (m_kind == Kind::Reads)
+        m_store->NoteUnread(m_database.m_trouble);
     // What nobody will ask for any more must not be told as the reason of something later.
     if (!m_isNested)
         return;

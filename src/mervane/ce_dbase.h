@@ -48,6 +48,9 @@ class CeDBase {
     // one of what could be read. Every operation fails while the database is closed, for the reason for which
     // it could not be opened.
     [[nodiscard]] StoreTrouble Trouble() const { return m_trouble; }
+    // OtherFile or Unreachable while another file, or none, is in the place of the store's: what is read is
+    // the old one's, and every write fails. Looked at twice a second; a change of it is told to the owners.
+    [[nodiscard]] StoreTrouble FileTrouble() const;
 
     // flag is always 1 here. Records that lack the property come last in either direction, equal ones by
     // identifier; texts sort by the user's locale without regard to case. A property that this database does
@@ -153,13 +156,15 @@ class CeDBase {
     // One operation, which leaves its trouble behind. They nest: the first trouble inside counts.
     class Operation {
       public:
-        explicit Operation(CeDBase& database);
+        enum class Kind { Writes, Reads };
+        explicit Operation(CeDBase& database, Kind kind = Kind::Writes);
         ~Operation();
         Operation(const Operation&) = delete;
         Operation& operator=(const Operation&) = delete;
 
       private:
         CeDBase& m_database;
+        const Kind m_kind;
         std::shared_ptr<mervane::Store> m_store;
         StoreTrouble m_outer = StoreTrouble::None;
         bool m_isNested = false;
@@ -167,7 +172,9 @@ class CeDBase {
     // One that reads.
     class ReadOperation {
       public:
-        explicit ReadOperation(CeDBase& database) : m_operation(database), m_scope(database) {}
+        explicit ReadOperation(CeDBase& database)
+            : m_operation(database, Operation::Kind::Reads), m_scope(database)
+        {}
 
       private:
         Operation m_operation;

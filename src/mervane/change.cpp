@@ -5,6 +5,7 @@ namespace mervane {
 namespace {
 
 constexpr WPARAM kNamesUntouched = 0x10000;
+constexpr WPARAM kAlsoUses = 0x20000;
 constexpr int kTableShift = 8;
 constexpr WPARAM kByte = 0xFF;
 
@@ -18,12 +19,12 @@ bool IsChangeCode(WPARAM code)
 WPARAM PackChange(const TableChange& what)
 {
     return what.change.code | IndexOf(what.table) << kTableShift |
-           (what.change.touchesNames ? 0 : kNamesUntouched);
+           (what.change.touchesNames ? 0 : kNamesUntouched) | (what.change.alsoUses ? kAlsoUses : 0);
 }
 
 std::optional<TableChange> UnpackChange(WPARAM packed, CEOID id)
 {
-    const Change change{packed & kByte, id, (packed & kNamesUntouched) == 0};
+    const Change change{packed & kByte, id, (packed & kNamesUntouched) == 0, (packed & kAlsoUses) != 0};
     const size_t table = packed >> kTableShift & kByte;
     if (!IsChangeCode(change.code) || table >= kTableCount)
         return std::nullopt;

@@ -11,6 +11,7 @@ struct Change {
     WPARAM code; // one of the kChange... codes
     CEOID id = 0;
     bool touchesNames = true; // what a record is called or whether it is there: others show it
+    bool alsoUses = false;    // use counts of categories were changed with it
 
     bool operator==(const Change&) const = default;
 };

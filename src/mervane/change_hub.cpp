@@ -19,13 +19,16 @@ UINT PeerMessage()
 }
 
 // Bulk work concerns all databases. The journal's owner shows the names of categories and contacts: to it a
-// change of theirs is the end of some work, after which it shows everything afresh.
+// change of theirs is the end of some work, after which it shows everything afresh. So are use counts to the
+// categories' owner, where they were changed with something else.
 void Tell(TableId ownersTable, HWND owner, const TableChange& what)
 {
     const auto& [table, change] = what;
     if (ownersTable == table || (change.touchesNames && IsWorkCode(change.code)))
         PostMessageW(owner, kMsgDatabaseChange, change.code, static_cast<LPARAM>(change.id));
     else if (ownersTable == TableId::Journal && change.touchesNames)
+        PostMessageW(owner, kMsgDatabaseChange, kChangeWorkEnded, 0);
+    if (ownersTable == TableId::Categories && change.alsoUses)
         PostMessageW(owner, kMsgDatabaseChange, kChangeWorkEnded, 0);
 }
 

@@ -209,10 +209,11 @@ bool UseMode(Database& database, Mode mode)
     const ModeWords words = WordsOf(mode);
     const ULONGLONG end = GetTickCount64() + kModeTimeout;
     for (;; Sleep(10)) {
+        (void)database.TakeTrouble();
         Statement statement(database, words.pragma);
         if (statement.Step() == Statement::Result::Row && statement.Text(0) == words.name)
             return true;
-        if (GetTickCount64() >= end)
+        if (database.Trouble() != StoreTrouble::Locked || GetTickCount64() >= end)
             return false;
     }
 }

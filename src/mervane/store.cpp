@@ -53,7 +53,7 @@ Store::Store(const std::wstring& path, const std::wstring& pathKey)
       m_backup(m_connection, path), m_tables{Table(m_connection.Sql(), InfoOf(TableId::Journal)),
                                              Table(m_connection.Sql(), InfoOf(TableId::Categories)),
                                              Table(m_connection.Sql(), InfoOf(TableId::Contacts))},
-      m_names(m_connection.Sql()), m_changes(pathKey, [this] { LookForForeignChanges(); })
+      m_names(m_connection.Sql()), m_changes(pathKey, [this] { Look(); })
 {}
 
 void Store::ForgetAll()
@@ -87,7 +87,7 @@ void Store::BeginView()
 
 void Store::EndRead()
 {
-    if (--m_readDepth == 0 && m_bulkDepth == 0)
+    if (--m_readDepth == 0 && m_bulk.depth == 0)
         m_connection.EndRead();
 }
 
@@ -107,48 +107,63 @@ bool Store::BeginWrite()
 // Nothing of it is to be seen while it waits.
 void Store::BeginBulk()
 {
-    if (m_bulkDepth) {
-        ++m_bulkDepth;
+    if (m_bulk.depth) {
+        ++m_bulk.depth;
         return;
     }
     const bool isOpen = BeginWrite();
-    m_bulkDepth = 1;
-    m_bulkInserts = 0;
-    m_bulkTrouble = StoreTrouble::None;
-    m_bulkFailed = !isOpen;
-    m_bulkWrites = 0;
-    if (m_bulkFailed) {
+    m_bulk = {};
+    m_bulk.depth = 1;
+    m_bulk.failed = !isOpen;
+    if (m_bulk.failed) {
         NoteBulkTrouble();
         m_connection.Rollback();
     }
 }
 
-// Work is what has more than one write: a single one is told as the change that it is.
 void Store::NoteWrite(const TableChange& what)
 {
-    if (!m_bulkDepth)
-        return m_changes.Announce(what.table, what.change);
-    if (++m_bulkWrites == 1)
-        m_bulkFirst = what;
-    else if (m_bulkWrites == 2)
+    if (m_bulk.depth)
+        NoteWriteInBulk(what);
+    else
+        m_changes.Announce(what.table, what.change);
+}
+
+// Work is what has more than one write: a single one is told as the change that it is, with the use counts
+// that were changed with it.
+void Store::NoteWriteInBulk(const TableChange& what)
+{
+    if (!what.change.touchesNames)
+        m_bulk.use = ++m_bulk.uses == 1 ? what : Bulk().use;
+    else if (++m_bulk.changes == 1)
+        m_bulk.first = what;
+    else if (m_bulk.changes == 2)
         m_changes.Announce(TableId::Journal, {kChangeWorkBegins});
+}
+
+TableChange Store::BulkChange() const
+{
+    if (m_bulk.changes == 0 && m_bulk.uses)
+        return m_bulk.use;
+    TableChange what = m_bulk.changes == 1 ? m_bulk.first : Bulk().first;
+    what.change.alsoUses = m_bulk.uses != 0;
+    return what;
 }
 
 void Store::NoteBulkTrouble()
 {
-    if (m_bulkTrouble == StoreTrouble::None)
-        m_bulkTrouble = m_connection.Sql().Trouble();
+    if (m_bulk.trouble == StoreTrouble::None)
+        m_bulk.trouble = m_connection.Sql().Trouble();
 }
 
 bool Store::EndBulk(bool keep)
 {
-    m_bulkFailed |= !keep;
-    if (--m_bulkDepth)
-        return !m_bulkFailed;
-    const bool isWork = m_bulkWrites != 1;
-    const TableChange what = isWork ? TableChange{TableId::Journal, {kChangeWorkEnded}} : m_bulkFirst;
-    const bool kept = !m_bulkFailed && CommitAs(what);
-    if (!m_bulkFailed && !kept)
+    m_bulk.failed |= !keep;
+    if (--m_bulk.depth)
+        return !m_bulk.failed;
+    const TableChange what = BulkChange();
+    const bool kept = !m_bulk.failed && CommitAs(what);
+    if (!m_bulk.failed && !kept)
         NoteBulkTrouble();
     m_connection.Rollback();
     if (!kept)
@@ -156,7 +171,7 @@ bool Store::EndBulk(bool keep)
     if (m_readDepth)
         BeginView();
     // Where the beginning was told the end is, also of work that was given up.
-    if (m_bulkWrites > 1 || (m_bulkWrites == 1 && kept))
+    if (m_bulk.changes > 1 || (kept && (m_bulk.changes || m_bulk.uses)))
         m_changes.Announce(what.table, what.change);
     return kept;
 }
@@ -200,7 +215,7 @@ void Store::AfterWrite(TableId table, const Change& change, const RecordValues* 
             index->Removed(change.id);
         else if (change.code == kChangeModified)
             index->Updated(change.id, *values);
-        else if (table == TableId::Categories || (m_bulkDepth && ++m_bulkInserts > kInsertsToFollow) ||
+        else if (table == TableId::Categories || (m_bulk.depth && ++m_bulk.inserts > kInsertsToFollow) ||
                  !index->Inserted(change.id, *values))
             index.reset();
     }

@@ -14,6 +14,7 @@
 #include "mervane/table.h"
 #include "mervane/table_index.h"
 #include "mervane/table_scan.h"
+#include "mervane/unread.h"
 
 namespace mervane {
 
@@ -34,6 +35,11 @@ class Store {
     bool EnterOperation() { return m_operations++ > 0; }
     void LeaveOperation() { --m_operations; }
 
+    // What an operation of reading has failed in: the owners are told to read again once that can be done.
+    void NoteUnread(StoreTrouble trouble) { m_unread.Note(trouble); }
+    // Whether the path still leads to the file that is open, as of a moment ago: see OpenedFile.
+    StoreTrouble FileTrouble() const { return m_fileTrouble; }
+
     // Reading. Between the two calls, which nest, one read transaction is held. What other connections have
     // changed is noticed by the outermost BeginRead; where that fails, the next one inside tries it again.
     void BeginRead();
@@ -44,7 +50,7 @@ class Store {
     // of a write since the outermost BeginBulk, and that of its own end.
     void BeginBulk();
     [[nodiscard]] bool EndBulk(bool keep);
-    StoreTrouble BulkTrouble() const { return m_bulkTrouble; }
+    StoreTrouble BulkTrouble() const { return m_bulk.trouble; }
 
     // Writes: 0 or false on failure, and nothing is changed then.
     [[nodiscard]] CEOID WriteRecord(TableId table, CEOID id, const RecordValues& values);
@@ -72,6 +78,18 @@ class Store {
   private:
     friend class StoreWrite;
 
+    // Bulk work, the one that is under way or the last.
+    struct Bulk {
+        int depth = 0;
+        bool failed = false;
+        StoreTrouble trouble = StoreTrouble::None;
+        int inserts = 0;
+        unsigned changes = 0; // without use counts
+        TableChange first{TableId::Journal, {kChangeWorkEnded}};
+        unsigned uses = 0; // changes of use counts
+        TableChange use{TableId::Categories, {kChangeWorkEnded, 0, false}};
+    };
+
     Store(const std::wstring& path, const std::wstring& pathKey);
     // false when it could not be found out whether there are any.
     [[nodiscard]] bool NoticeForeignChanges();
@@ -79,7 +97,11 @@ class Store {
     [[nodiscard]] bool BeginWrite();
     void NoteBulkTrouble();
     void NoteWrite(const TableChange& what);
+    void NoteWriteInBulk(const TableChange& what);
+    TableChange BulkChange() const;
+    void Look();
     void LookForForeignChanges();
+    void LookAtFile();
     void TakeOverChanges();
     void Follow(const std::vector<TableChange>& changes);
     void FollowOne(const TableChange& what);
@@ -103,16 +125,14 @@ class Store {
     NameCaches m_names;
     std::array<std::shared_ptr<TableIndex>, kTableCount> m_indexes;
     std::vector<Cursor*> m_cursors;
+    Unread m_unread;
+    StoreTrouble m_fileTrouble = StoreTrouble::None;
+    ULONGLONG m_nextFileLook = 0; // in ticks
     ChangeHub m_changes;
     uint64_t m_version = 0;
     int m_operations = 0;
     int m_readDepth = 0;
-    int m_bulkDepth = 0;
-    bool m_bulkFailed = false;
-    StoreTrouble m_bulkTrouble = StoreTrouble::None;
-    int m_bulkInserts = 0;
-    unsigned m_bulkWrites = 0;
-    TableChange m_bulkFirst{TableId::Journal, {kChangeWorkEnded}}; // of the writes
+    Bulk m_bulk;
 };
 
 } // namespace mervane

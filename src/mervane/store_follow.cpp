@@ -1,6 +1,7 @@
 // The part of Store that takes over what other programs have written.
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "mervane/store.h"
 
@@ -10,6 +11,7 @@ namespace {
 
 // So many commits are followed one by one; reading all anew costs less than more of them.
 constexpr size_t kMostFollowed = 500;
+constexpr ULONGLONG kFileLookPeriod = 400; // milliseconds
 
 struct FreeBlock {
     void operator()(CEPROPVAL* properties) const { LocalFree(properties); }
@@ -40,18 +42,41 @@ void Store::TakeOverChanges()
     m_changes.NoteForeignChange();
 }
 
-void Store::LookForForeignChanges()
+void Store::Look()
 {
     if (m_connection.InTransaction())
         return;
+    LookForForeignChanges();
+    if (GetTickCount64() >= m_nextFileLook)
+        LookAtFile();
+}
+
+// What could not be read before is told like a change: those who show it read it again.
+void Store::LookForForeignChanges()
+{
     BeginRead();
+    const bool canRead = m_connection.InTransaction();
     EndRead();
+    if (canRead && m_unread.IsDue(GetTickCount64()))
+        m_changes.NoteForeignChange();
+}
+
+// Those who show the store may say that nothing more can be written.
+void Store::LookAtFile()
+{
+    m_nextFileLook = GetTickCount64() + kFileLookPeriod;
+    const StoreTrouble now = m_connection.LookAtFile();
+    if (std::exchange(m_fileTrouble, now) != now)
+        m_changes.NoteForeignChange();
 }
 
 void Store::Follow(const std::vector<TableChange>& changes)
 {
-    for (const TableChange& what : changes)
+    for (const TableChange& what : changes) {
         m_changes.NoteForeignChange(what);
+        if (what.change.alsoUses)
+            m_indexes[mervane::IndexOf(TableId::Categories)].reset();
+    }
     const bool isBulk = std::any_of(changes.begin(), changes.end(), [](const TableChange& what) {
         return IsWorkCode(what.change.code) && what.change.touchesNames;
     });
@@ -133,7 +158,7 @@ bool Store::CommitAs(const TableChange& what)
         m_ledger.Announce(*before, what);
     const bool committed = m_connection.Commit();
     if (before)
-        m_ledger.Close(*before, committed && m_connection.HasLogged());
+        m_ledger.Close(*before, committed && m_connection.HasLogged() ? m_connection.State() : std::nullopt);
     if (committed)
         m_seen = m_connection.State();
     return committed;

@@ -7,10 +7,10 @@ namespace mervane {
 StoreWrite::StoreWrite(Store& store) : m_store(store)
 {
     Connection& connection = m_store.m_connection;
-    if (m_store.m_bulkDepth) {
-        m_open = !m_store.m_bulkFailed && connection.InTransaction();
+    if (m_store.m_bulk.depth) {
+        m_open = !m_store.m_bulk.failed && connection.InTransaction();
         if (!m_open)
-            m_store.Note(m_store.m_bulkTrouble);
+            m_store.Note(m_store.m_bulk.trouble);
         return;
     }
     m_open = m_store.BeginWrite();
@@ -19,11 +19,11 @@ StoreWrite::StoreWrite(Store& store) : m_store(store)
 StoreWrite::~StoreWrite()
 {
     Connection& connection = m_store.m_connection;
-    if (m_store.m_bulkDepth) {
+    if (m_store.m_bulk.depth) {
         // A full disk and the like end the whole transaction, not only the statement. After any other failure
         // the rest could still be written, but what is done together is not done in part.
         const bool failed = !m_committed && connection.Sql().Trouble() != StoreTrouble::None;
-        m_store.m_bulkFailed |= failed || !connection.InTransaction();
+        m_store.m_bulk.failed |= failed || !connection.InTransaction();
         m_store.NoteBulkTrouble();
         return;
     }
@@ -34,7 +34,7 @@ StoreWrite::~StoreWrite()
 
 bool StoreWrite::Commit(const TableChange& what)
 {
-    m_committed = IsOpen() && (m_store.m_bulkDepth || m_store.CommitAs(what));
+    m_committed = IsOpen() && (m_store.m_bulk.depth || m_store.CommitAs(what));
     return m_committed;
 }
 

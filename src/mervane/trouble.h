@@ -45,10 +45,12 @@ constexpr Answer AnswerOf(bool yes)
     return yes ? Answer::Yes : Answer::No;
 }
 
-// Whether what was read once may be read again with better luck. Damage stays.
+// Whether what could not be read may be read with better luck later. Damage stays, and so does what is larger
+// than anything that is read.
 constexpr bool MayPass(StoreTrouble trouble)
 {
-    return trouble != StoreTrouble::None && trouble != StoreTrouble::Damaged;
+    return trouble != StoreTrouble::None && trouble != StoreTrouble::Damaged &&
+           trouble != StoreTrouble::TooLarge;
 }
 
 } // namespace mervane

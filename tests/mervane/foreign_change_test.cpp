@@ -6,6 +6,7 @@
 
 #include "change_listener.h"
 #include "mervane/commit_ledger.h"
+#include "mervane/store_path.h"
 #include "peer_process.h"
 #include "records.h"
 #include "statement_log.h"
@@ -68,6 +69,23 @@ TEST_F(ForeignChange, AfterASaveThatAThirdProgramTellsOfIsHeard)
     WriteContactInSilence();
     EXPECT_TRUE(HearsThatAllMayBeNew(m_people));
     EXPECT_EQ(m_contacts.RecordCount(), 2u);
+}
+
+// Although the ledger holds a commit of its number, from a time in which the log counted anew.
+TEST_F(ForeignChange, BehindOneThatTheLedgerTellsOfIsHeard)
+{
+    {
+        mervane::CommitLedger ledger;
+        ledger.Open(mervane::StorePath());
+        for (uint32_t number = 0; number < 1000; ++number) {
+            ledger.Announce({number, 1}, {mervane::TableId::Journal, {kChangeModified, 1}});
+            ledger.Close({number, 1}, mervane::LogState{number + 1, 2});
+        }
+    }
+    ASSERT_EQ(PeerProcess::Run(L"write theirs"), 0u);
+    WriteContactInSilence();
+    EXPECT_EQ(m_contacts.RecordCount(), 2u);
+    EXPECT_TRUE(HearsThatAllMayBeNew(m_people));
 }
 
 TEST_F(ForeignChange, DuringBulkWorkOfTheOwnIsHeard)
@@ -197,7 +215,14 @@ class Ledger : public testing::Test {
     {
         const mervane::LogState state{before, 1000 + before};
         m_writer.Announce(state, {mervane::TableId::Contacts, {kChangeModified, id, false}});
-        m_writer.Close(state, made);
+        m_writer.Close(state,
+                       made ? std::optional(mervane::LogState{before + 1, 1001 + before}) : std::nullopt);
+    }
+    // As a slot that is left from a time in which the numbers meant other commits.
+    void WriteStale(uint32_t before)
+    {
+        m_writer.Announce({before, 1}, {mervane::TableId::Contacts, {kChangeModified, 1, false}});
+        m_writer.Close({before, 1}, mervane::LogState{before + 1, 2});
     }
     std::optional<std::vector<mervane::TableChange>> Read(uint32_t from, uint32_t to)
     {
@@ -245,8 +270,24 @@ TEST_F(Ledger, KeepsTheLatest)
     EXPECT_EQ(Read(2000, 3000)->size(), 1000u);
     EXPECT_FALSE(Read(1000, 3000));
     EXPECT_FALSE(Read(1900, 1950)) << "overwritten";
-    Write(UINT32_MAX, 5);
-    EXPECT_EQ(Read(UINT32_MAX, 0)->size(), 1u);
+    m_writer.Announce({UINT32_MAX, 3}, {mervane::TableId::Journal, {kChangeDeleted, 5}});
+    m_writer.Close({UINT32_MAX, 3}, mervane::LogState{0, 4});
+    EXPECT_EQ(m_reader.Between({UINT32_MAX, 3}, {0, 4})->size(), 1u);
+}
+
+// Each commit must follow the one before it, and the last one lead to what is there.
+TEST_F(Ledger, SaysNothingWhereALinkIsOfAnEarlierTime)
+{
+    for (const uint32_t stale : {7u, 8u, 9u}) {
+        for (uint32_t before = 7; before < 10; ++before)
+            Write(before, before);
+        ASSERT_TRUE(Read(7, 10));
+        WriteStale(stale);
+        EXPECT_FALSE(Read(7, 10)) << stale;
+    }
+    for (uint32_t before = 7; before < 10; ++before)
+        Write(before, before);
+    EXPECT_FALSE(m_reader.Between({7, 1007}, {10, 1}));
 }
 
 } // namespace

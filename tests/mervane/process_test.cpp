@@ -121,6 +121,33 @@ TEST_F(TwoPrograms, TellTheJournalWhenNamesChange)
     EXPECT_EQ(own.HeardSoFar(), Heard{});
 }
 
+// A save of an entry counts its categories' uses in the same transaction.
+TEST_F(TwoPrograms, TellOfASaveThatCountsUsesAsOfOneChange)
+{
+    DbCategories categories;
+    Listener own;
+    ASSERT_EQ(categories.Open(kCategoriesKey, own.Window()), 1);
+    ASSERT_NE(AddCategory(categories, L"a"), 0u);
+    ASSERT_NE(AddCategory(categories, L"b"), 0u);
+    categories.SetSort({kCategoryUses, CEDB_SORT_DESCENDING}, 1);
+    ASSERT_EQ(Rows(categories), (std::vector<CEOID>{1, 2}));
+    for (const bool readsFirst : {false, true}) {
+        const DWORD count = m_journal.RecordCount();
+        ASSERT_EQ(PeerProcess::Run(L"file 2 1"), 0u);
+        if (readsFirst) {
+            EXPECT_EQ(m_journal.RecordCount(), count + 1);
+        }
+        EXPECT_EQ(m_listener.Hear(1), (Heard{{kChangeCreated, static_cast<LPARAM>(count + 1)}}));
+        EXPECT_EQ(own.Hear(1), (Heard{{kChangeWorkEnded, 0}}));
+        LetPeriodsPass();
+        EXPECT_EQ(m_listener.HeardSoFar(), Heard{});
+        EXPECT_EQ(own.HeardSoFar(), Heard{});
+        EXPECT_EQ(Rows(categories), (std::vector<CEOID>{2, 1})) << "the counts are read again";
+    }
+    ASSERT_EQ(PeerProcess::Run(L"file 2 2"), 0u);
+    EXPECT_EQ(m_listener.Hear(2), (Heard{{kChangeWorkBegins, 0}, {kChangeWorkEnded, 0}}));
+}
+
 TEST_F(TwoPrograms, HearNothingOfTheirOwnChanges)
 {
     const CEOID id = AddEntry(m_journal, L"a");

@@ -7,6 +7,7 @@
 //   mervane_peer category NAME       creates a category
 //   mervane_peer contact NAME        creates a contact
 //   mervane_peer use ID              counts a use of a category
+//   mervane_peer file ID COUNT       in one bulk counts a use of a category and creates an entry, so often
 //   mervane_peer hold                keeps the store locked for writing, says so, and waits to be killed
 //   mervane_peer churn NAME COUNT SEED    creates, changes and deletes entries and contacts, so many in all,
 //   and
@@ -75,6 +76,16 @@ bool Bulk(DbJournal& journal, int count)
     CeDBase::BulkScope bulk(journal);
     for (int i = 0; i < count; ++i)
         if (!Write(journal, 0, 0x0066001F, L"bulk"))
+            return false;
+    return bulk.Commit() == 1;
+}
+
+// As the editor saves: the use and the entry together.
+bool File(DbJournal& journal, DbCategories& categories, CEOID category, int count)
+{
+    CeDBase::BulkScope bulk(journal);
+    for (int i = 0; i < count; ++i)
+        if (!categories.IncUse(category) || !Write(journal, 0, 0x0066001F, L"filed"))
             return false;
     return bulk.Commit() == 1;
 }
@@ -191,6 +202,8 @@ bool Run(DbJournal& journal, const std::wstring& command, const std::wstring& fi
         return AddContact(first);
     if (command == L"use")
         return categories.IncUse(id) != 0;
+    if (command == L"file")
+        return File(journal, categories, id, _wtoi(second.c_str()));
     if (command == L"hold")
         Hold(journal);
     if (command == L"save")
