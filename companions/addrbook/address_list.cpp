@@ -7,6 +7,7 @@
 #include "addrbook/count_text.h"
 #include "addrbook/list_columns.h"
 #include "addrbook/resource.h"
+#include "mervane/trouble.h"
 
 namespace addrbook {
 
@@ -163,6 +164,10 @@ void AddressWindow::ShowCount()
     std::wstring text = CountText(m_rows.CountOfAll(), L"contact", L"contacts");
     if (m_rows.Count() != m_rows.CountOfAll())
         text = CountText(m_rows.Count(), L"of ", L"of ") + text;
+    if (m_rows.Trouble() != StoreTrouble::None)
+        text += L". Not all can be read: " + ReasonText(m_rows.Trouble());
+    else if (m_contacts.FileTrouble() != StoreTrouble::None)
+        text += L". Nothing can be saved: " + ReasonText(m_contacts.FileTrouble());
     SetWindowTextW(m_count, text.c_str());
 }
 

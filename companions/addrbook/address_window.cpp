@@ -69,7 +69,7 @@ bool AddressWindow::Create(HINSTANCE instance)
         Reload();
         return true;
     }
-    m_failure = NotDoneText(L"The contacts cannot be opened", m_contacts.Trouble());
+    m_failure = NotOpenedText(mervane::StorePath(), m_contacts.Trouble());
     DestroyWindow(m_window);
     return false;
 }
@@ -137,7 +137,8 @@ bool AddressWindow::OnCreate()
     m_bigIcon = SetProgramIcon(m_window, ICON_BIG);
     m_findLabel = MakeChild(L"STATIC", L"Fi&nd:", SS_CENTERIMAGE, 0, IDC_FIND_LABEL);
     m_find = MakeChild(L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, IDC_FIND);
-    m_count = MakeChild(L"STATIC", L"", SS_CENTERIMAGE | SS_RIGHT | SS_NOPREFIX, 0, IDC_COUNT);
+    m_count =
+        MakeChild(L"STATIC", L"", SS_CENTERIMAGE | SS_RIGHT | SS_NOPREFIX | SS_ENDELLIPSIS, 0, IDC_COUNT);
     MakeList();
     return m_findLabel && m_find && m_count && m_list;
 }

@@ -99,7 +99,9 @@ void ContactRows::Load()
     std::vector<CEOID> all;
     for (uint32_t row = 0; const CEOID id = m_contacts.IdOfRow(row); ++row)
         all.push_back(id);
-    if (m_contacts.Trouble() == StoreTrouble::None)
+    m_trouble = m_contacts.Trouble();
+    // What a damaged file still has is shown, but a failed read is no empty address book.
+    if (m_trouble == StoreTrouble::None || !all.empty())
         m_all = std::move(all);
     m_cells.clear();
     m_searchTexts.clear();
@@ -147,6 +149,8 @@ void ContactRows::LoadSearchTexts()
 void ContactRows::ReadSearchText(CEOID id, std::wstring* all)
 {
     const auto values = Read(m_contacts, id, kSearched, kSearchedCount);
+    if (m_trouble == StoreTrouble::None)
+        m_trouble = m_contacts.Trouble();
     all->clear();
     for (WORD i = 0; values && i < kSearchedCount; ++i)
         if (const wchar_t* text = TextIn(values.get()[i]))

@@ -17,8 +17,10 @@ class ContactRows {
   public:
     explicit ContactRows(DbContacts& contacts) : m_contacts(contacts) {}
 
-    // Reads anew which contacts there are; when that fails it shows those that there were.
+    // Reads anew which contacts there are: those that can be read, and where none can, those that there were.
     void Load();
+    // Why not all of them could be read, or be searched, since they were loaded; None when all could.
+    StoreTrouble Trouble() const { return m_trouble; }
     // Shows those in which each word of the text is found, wherever, in whatever case, with or
     // without accents; all for an empty text.
     void Find(const std::wstring& text);
@@ -46,6 +48,7 @@ class ContactRows {
     void ShowFound();
 
     DbContacts& m_contacts;
+    StoreTrouble m_trouble = StoreTrouble::None;
     std::vector<CEOID> m_all;
     std::vector<CEOID> m_shown;
     std::vector<std::wstring> m_words; // what is looked for, folded

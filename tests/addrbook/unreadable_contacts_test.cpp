@@ -4,11 +4,14 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include "address_window_fixture.h"
 #include "addrbook/contact_record.h"
 #include "addrbook/count_text.h"
 #include "addrbook/resource.h"
 #include "mervane/trouble.h"
+#include "support/test_drive.h"
 #include "support/test_windows.h"
 #include "transfers.h"
 
@@ -119,6 +122,99 @@ TEST_F(AddressWindowTest, AContactThatCannotBeReadIsNotOpenedAsAnEmptyOne)
     }
     TellOfAChange(kChangeWorkEnded);
     EXPECT_EQ(Names(), Texts{L"Anna"});
+}
+
+// As a damaged file may be: the index of the names is gone, and one page of the contacts.
+class DamagedContacts : public AddressWindowTest {
+  protected:
+    static constexpr size_t kPageSize = 4096;
+
+    void Damage()
+    {
+        m_contacts.Close();
+        std::string bytes = ReadFileBytes(m_store.Path());
+        Clear(&bytes, RootOf("contacts_names"));
+        const size_t at = bytes.find("note of 150");
+        ASSERT_NE(at, std::string::npos);
+        Clear(&bytes, at / kPageSize + 1);
+        ASSERT_TRUE(WriteFileBytes(m_store.Path(), bytes));
+    }
+    size_t RootOf(const char* name) const
+    {
+        sqlite3* database = nullptr;
+        sqlite3_stmt* statement = nullptr;
+        EXPECT_EQ(sqlite3_open16(m_store.Path().c_str(), &database), SQLITE_OK);
+        sqlite3_prepare_v2(database, "SELECT rootpage FROM sqlite_schema WHERE name = ?", -1, &statement,
+                           nullptr);
+        sqlite3_bind_text(statement, 1, name, -1, SQLITE_STATIC);
+        EXPECT_EQ(sqlite3_step(statement), SQLITE_ROW);
+        const int page = sqlite3_column_int(statement, 0);
+        sqlite3_finalize(statement);
+        sqlite3_close(database);
+        return static_cast<size_t>(page);
+    }
+    static void Clear(std::string* bytes, size_t page)
+    {
+        std::fill_n(bytes->begin() + static_cast<std::ptrdiff_t>((page - 1) * kPageSize), kPageSize, '\0');
+    }
+};
+
+TEST_F(DamagedContacts, ShowWhatCanBeReadAndSayThatThereIsMore)
+{
+    {
+        CeDBase::BulkScope bulk(m_contacts);
+        for (int i = 0; i < 300; ++i)
+            Add("name " + std::to_string(i),
+                ("note of " + std::to_string(i) + " " + std::string(100, 'x')).c_str());
+        ASSERT_EQ(bulk.Commit(), 1);
+    }
+    Damage();
+    Open();
+    const int shown = ListView_GetItemCount(List());
+    EXPECT_GT(shown, 200);
+    EXPECT_LT(shown, 300);
+    EXPECT_EQ(WindowText(Item(IDC_COUNT)),
+              std::to_wstring(shown) + L" contacts. Not all can be read: the journal's file is damaged");
+    EXPECT_EQ(Names()[0], L"name 0");
+}
+
+// Where none can be read those that there were stay, and the window says so.
+TEST_F(AddressWindowTest, ContactsThatCannotBeReadAreNotNone)
+{
+    Add("Anna");
+    Open();
+    {
+        const UnreadableContacts unreadable(m_store.Path());
+        TellOfAChange(kChangeWorkEnded);
+        EXPECT_EQ(ListView_GetItemCount(List()), 1);
+        EXPECT_TRUE(WindowText(Item(IDC_COUNT)).starts_with(L"1 contact. Not all can be read: "))
+            << WindowText(Item(IDC_COUNT));
+    }
+    EXPECT_TRUE(PumpUntil([&] { return WindowText(Item(IDC_COUNT)) == L"1 contact"; }));
+    EXPECT_EQ(Names(), Texts{L"Anna"});
+}
+
+TEST_F(AddressWindowTest, SaysThatAnotherFileIsInTheStoresPlace)
+{
+    Add("Anna");
+    Open();
+    const std::wstring away = m_store.Path() + L".away";
+    const auto exists = [](const std::wstring& path) {
+        return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+    };
+    ASSERT_TRUE(
+        RunUnix(L"mv " + UnixPath(m_store.Path()) + L" " + UnixPath(away), [&] { return exists(away); }));
+    const auto says = [&](const wchar_t* text) {
+        return PumpUntil([&] { return WindowText(Item(IDC_COUNT)) == text; });
+    };
+    EXPECT_TRUE(says(L"1 contact. Nothing can be saved: the journal's file cannot be reached"));
+    ASSERT_TRUE(WriteFileBytes(m_store.Path(), "another"));
+    EXPECT_TRUE(says(L"1 contact. Nothing can be saved: another file has come into the place of the "
+                     L"journal's file"));
+    ASSERT_TRUE(DeleteFileW(m_store.Path().c_str()));
+    ASSERT_TRUE(RunUnix(L"mv " + UnixPath(away) + L" " + UnixPath(m_store.Path()),
+                        [&] { return exists(m_store.Path()); }));
+    EXPECT_TRUE(says(L"1 contact"));
 }
 
 void Press(HWND dialog, int id)
