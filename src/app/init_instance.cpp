@@ -4,6 +4,7 @@
 
 #include "app/main_window.h"
 #include "app/rescue_offer.h"
+#include "app/restore_offer.h"
 #include "mervane/store_path.h"
 #include "options/password.h"
 #include "res/resource.h"
@@ -48,12 +49,12 @@ void ShowCreationError()
     MessageBoxW(nullptr, L"Internal Main Window Creation Error", kProgram, MB_OK);
 }
 
-// Which file, and what a person can do something about.
-void ShowUnopenedStore(const DbJournal& journal)
+// True when it can be tried again, over a backup that has come into the store's place.
+bool TellFailedCreation(const DbJournal& journal)
 {
-    if (!journal.IsOpen() && journal.Trouble() != StoreTrouble::None)
-        MessageBoxW(nullptr, NotOpenedText(mervane::StorePath(), journal.Trouble()).c_str(), kProgram,
-                    MB_OK | MB_ICONEXCLAMATION);
+    ShowCreationError();
+    return !journal.IsOpen() && journal.Trouble() != StoreTrouble::None &&
+           TellUnopenedStore(mervane::StorePath(), journal.Trouble());
 }
 
 // The icon, unless the window has one: then null.
@@ -87,14 +88,11 @@ int JournalApp::InitInstance(HINSTANCE instance, int showCommand)
         return 0;
     if (!UnlockAtStart(*this))
         return 0;
-    switch (MakeMainWindow(store)) {
-    case Made::Here: break;
-    case Made::Elsewhere: return 0;
-    case Made::Failed:
-        ShowCreationError();
-        ShowUnopenedStore(m_journal);
+    Made made = MakeMainWindow(store);
+    while (made == Made::Failed && TellFailedCreation(m_journal))
+        made = MakeMainWindow(store);
+    if (made != Made::Here)
         return 0;
-    }
     m_smallIcon = SetIconIfMissing(MainWindowHandle(), ICON_SMALL);
     m_bigIcon = SetIconIfMissing(MainWindowHandle(), ICON_BIG);
     m_mainWindow->ShowFirst(showCommand);

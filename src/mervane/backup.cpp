@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "mervane/folder_files.h"
 #include "mervane/store_header.h"
 #include "mervane/store_neighbours.h"
 
@@ -26,25 +27,10 @@ constexpr unsigned kPause = 60'000;
 
 constexpr ULONGLONG kLongestLock = 2500; // milliseconds
 
-std::vector<std::wstring> FilesIn(const std::wstring& folder)
-{
-    std::vector<std::wstring> files;
-    WIN32_FIND_DATAW data;
-    HANDLE search = FindFirstFileW((folder + L"*").c_str(), &data);
-    if (search == INVALID_HANDLE_VALUE)
-        return files;
-    do
-        if (!(data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
-            files.emplace_back(data.cFileName);
-    while (FindNextFileW(search, &data));
-    FindClose(search);
-    return files;
-}
-
 // One that another process is making cannot be deleted: it is open.
 void DeleteUnfinished(const std::wstring& folder, const BackupNames& names)
 {
-    for (const std::wstring& file : FilesIn(folder))
+    for (const std::wstring& file : FilesLike(folder + L"*").value_or(std::vector<std::wstring>()))
         if (names.IsUnfinished(file))
             DeleteFileW((folder + file).c_str());
 }
@@ -67,6 +53,11 @@ bool HasRoom(const std::wstring& storePath, const std::wstring& folder)
 }
 
 } // namespace
+
+BackupDay DayOfTime(const SYSTEMTIME& time)
+{
+    return {std::chrono::year(time.wYear), std::chrono::month(time.wMonth), std::chrono::day(time.wDay)};
+}
 
 unsigned StoreBackup::Begin(BackupDay today)
 {
@@ -128,8 +119,9 @@ void StoreBackup::KeepCopy()
         return;
     m_copy.Keep();
     const std::wstring folder = BackupPath(m_path, L"");
-    for (const std::wstring& file : BackupsToDelete(names, FilesIn(folder), m_today))
-        DeleteFileW((folder + file).c_str());
+    if (const auto files = FilesLike(folder + L"*"))
+        for (const std::wstring& file : BackupsToDelete(names, *files, m_today))
+            DeleteFileW((folder + file).c_str());
 }
 
 StoreTrouble CopyBeforeMigration(Database& store, const std::wstring& path, StoreCopy& copy)

@@ -1,6 +1,8 @@
 // The store's backups: a copy of each day on which the program was started, and one before each migration.
 #pragma once
 
+#include <windows.h>
+
 #include <string>
 
 #include "mervane/backup_keep.h"
@@ -8,6 +10,9 @@
 #include "mervane/store_copy.h"
 
 namespace mervane {
+
+// Not ok() for a time that is none.
+BackupDay DayOfTime(const SYSTEMTIME& time);
 
 // The day's copy of an open store, made in small steps beside the program's own work. What cannot be done is
 // not done, and older backups stay as they are. Begin and Step return the time in milliseconds until the next

@@ -20,9 +20,9 @@ bool IsNumber(std::wstring_view text)
            text.find_first_not_of(L"0123456789") == std::wstring_view::npos;
 }
 
-int NumberOf(std::wstring_view digits)
+int64_t NumberOf(std::wstring_view digits)
 {
-    int number = 0;
+    int64_t number = 0;
     for (const wchar_t digit : digits)
         number = 10 * number + (digit - L'0');
     return number;
@@ -36,7 +36,7 @@ std::optional<BackupDay> ReadDay(std::wstring_view text)
     const std::wstring_view year = text.substr(0, 4), month = text.substr(5, 2), day = text.substr(8);
     if (!IsNumber(year) || !IsNumber(month) || !IsNumber(day))
         return std::nullopt;
-    const BackupDay read{std::chrono::year(NumberOf(year)),
+    const BackupDay read{std::chrono::year(static_cast<int>(NumberOf(year))),
                          std::chrono::month(static_cast<unsigned>(NumberOf(month))),
                          std::chrono::day(static_cast<unsigned>(NumberOf(day)))};
     return read.ok() ? std::optional(read) : std::nullopt;
@@ -57,6 +57,25 @@ std::set<BackupDay> DaysToKeep(std::vector<BackupDay> days)
         if (IsSunday(day) && ++sundays <= kSundaysKept)
             kept.insert(day);
     return kept;
+}
+
+// What a backup's name tells of its age.
+struct Age {
+    int kind; // 2: of a day up to today, 1: of one after it, 0: from before a migration
+    BackupDay day;
+    BackupNames::VersionAndNumber version;
+    std::wstring name;
+};
+
+bool IsNewer(const Age& one, const Age& other)
+{
+    if (one.kind != other.kind)
+        return one.kind > other.kind;
+    if (one.day != other.day)
+        return one.day > other.day;
+    if (one.version.first != other.version.first)
+        return one.version.first > other.version.first;
+    return one.version.second > other.version.second;
 }
 
 } // namespace
@@ -97,17 +116,20 @@ std::optional<BackupDay> BackupNames::DayOf(std::wstring_view name) const
     return ReadDay(name.substr(m_stem.size() + 1, kDate - 1));
 }
 
-bool BackupNames::IsBeforeVersion(std::wstring_view name) const
+std::optional<BackupNames::VersionAndNumber> BackupNames::VersionOf(std::wstring_view name) const
 {
     const std::wstring start = m_stem + std::wstring(kBefore);
     if (name.size() <= start.size() + m_extension.size() || !name.starts_with(start) ||
         !name.ends_with(m_extension))
-        return false;
+        return std::nullopt;
     const std::wstring_view middle =
         name.substr(start.size(), name.size() - start.size() - m_extension.size());
     const size_t hyphen = middle.find(L'-');
-    return IsNumber(middle.substr(0, hyphen)) &&
-           (hyphen == std::wstring_view::npos || IsNumber(middle.substr(hyphen + 1)));
+    const std::wstring_view version = middle.substr(0, hyphen);
+    const std::wstring_view number = hyphen == std::wstring_view::npos ? L"1" : middle.substr(hyphen + 1);
+    if (!IsNumber(version) || !IsNumber(number))
+        return std::nullopt;
+    return VersionAndNumber(NumberOf(version), NumberOf(number));
 }
 
 bool BackupNames::IsUnfinished(std::wstring_view name) const
@@ -119,7 +141,7 @@ bool BackupNames::IsUnfinished(std::wstring_view name) const
     if (dot == std::wstring_view::npos || !IsNumber(name.substr(dot + 1)))
         return false;
     const std::wstring_view whole = name.substr(0, dot);
-    return DayOf(whole) || IsBeforeVersion(whole);
+    return DayOf(whole) || VersionOf(whole);
 }
 
 std::vector<std::wstring> BackupsToDelete(const BackupNames& names, const std::vector<std::wstring>& files,
@@ -135,6 +157,22 @@ std::vector<std::wstring> BackupsToDelete(const BackupNames& names, const std::v
         if (!kept.contains(day))
             deleted.push_back(names.OfDay(day));
     return deleted;
+}
+
+std::vector<std::wstring> NewestFirst(const BackupNames& names, const std::vector<std::wstring>& files,
+                                      BackupDay today)
+{
+    std::vector<Age> ages;
+    for (const std::wstring& file : files)
+        if (const auto day = names.DayOf(file))
+            ages.push_back({*day <= today ? 2 : 1, *day, {}, file});
+        else if (const auto version = names.VersionOf(file))
+            ages.push_back({0, {}, *version, file});
+    std::sort(ages.begin(), ages.end(), IsNewer);
+    std::vector<std::wstring> sorted;
+    for (const Age& age : ages)
+        sorted.push_back(age.name);
+    return sorted;
 }
 
 } // namespace mervane

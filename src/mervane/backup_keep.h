@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace mervane {
@@ -25,12 +26,13 @@ class BackupNames {
 
     // The day of a name that OfDay makes, letter by letter.
     std::optional<BackupDay> DayOf(std::wstring_view name) const;
+    // Version and number of a name that BeforeVersion makes.
+    using VersionAndNumber = std::pair<int64_t, int64_t>;
+    std::optional<VersionAndNumber> VersionOf(std::wstring_view name) const;
     // Whether it is a name that Unfinished makes of one of these.
     bool IsUnfinished(std::wstring_view name) const;
 
   private:
-    bool IsBeforeVersion(std::wstring_view name) const;
-
     std::wstring m_stem;      // "journal"
     std::wstring m_extension; // ".db"
 };
@@ -40,5 +42,11 @@ class BackupNames {
 // other files do. Never the latest one.
 std::vector<std::wstring> BackupsToDelete(const BackupNames& names, const std::vector<std::wstring>& files,
                                           BackupDay today);
+
+// The backups among a folder's files, unfinished ones not, the newest first as far as their names tell: days
+// up to today, days after it, then those from before a migration, of which the highest version and number
+// counts.
+std::vector<std::wstring> NewestFirst(const BackupNames& names, const std::vector<std::wstring>& files,
+                                      BackupDay today);
 
 } // namespace mervane

@@ -67,9 +67,7 @@ CEOID DbJournal::FindDateAfter(CEOID id, CEPROPID property, const FILETIME& date
 unsigned DbJournal::BeginBackup(const SYSTEMTIME& today)
 {
     const auto& store = SharedStore();
-    const mervane::BackupDay day{std::chrono::year(today.wYear), std::chrono::month(today.wMonth),
-                                 std::chrono::day(today.wDay)};
-    return store ? store->Backup().Begin(day) : 0;
+    return store ? store->Backup().Begin(mervane::DayOfTime(today)) : 0;
 }
 
 unsigned DbJournal::StepBackup(bool (*mayGoOn)())

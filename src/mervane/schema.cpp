@@ -4,6 +4,7 @@
 
 #include "mervane/backup.h"
 #include "mervane/drive_kind.h"
+#include "mervane/restoration.h"
 #include "mervane/schema_check.h"
 #include "mervane/store_neighbours.h"
 #include "mervane/store_path.h"
@@ -298,7 +299,12 @@ StoreTrouble OpenStoreFile(Database& database, const std::wstring& path)
     // Looked for before the file: one that another program is just making gets its log last.
     const bool hadLog = HasContent(path + L"-wal");
     const bool hadSharedMemory = FileExists(path + L"-shm");
-    const FileLook file = LookAtFile(path);
+    FileLook file = LookAtFile(path);
+    if (file.kind == FileKind::Missing) {
+        if (const StoreTrouble trouble = FinishRestoration(path); trouble != StoreTrouble::None)
+            return trouble;
+        file = LookAtFile(path);
+    }
     if (const StoreTrouble trouble = PrepareNeighbours(path, file); trouble != StoreTrouble::None)
         return trouble;
     if (file.kind == FileKind::Missing && !MakeFolderOf(path))

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "mervane/aside_name.h"
 #include "mervane/file_reader.h"
 #include "mervane/log_content.h"
 #include "mervane/schema.h"
@@ -103,19 +104,9 @@ Verdict JudgeJournal(const std::wstring& path)
     return !may && IsSoundAlone(path) ? Verdict::SetAside : Verdict::Unclear;
 }
 
-std::wstring Now()
-{
-    SYSTEMTIME now;
-    GetLocalTime(&now);
-    wchar_t text[32];
-    swprintf(text, 32, L"%04d%02d%02d-%02d%02d%02d", now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute,
-             now.wSecond);
-    return text;
-}
-
 StoreTrouble SetAside(const std::wstring& path)
 {
-    const std::wstring name = path + L".set-aside-" + Now();
+    const std::wstring name = path + L".set-aside-" + NameOfNow();
     std::wstring free = name;
     for (int i = 2; FileExists(free); ++i)
         free = name + L"-" + std::to_wstring(i);

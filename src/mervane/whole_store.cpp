@@ -44,8 +44,10 @@ class Interruption {
 StoreTrouble TroubleIn(Database& file)
 {
     const StoreMarks marks = MarksIn(file);
-    if (!MayUse(marks) || !HasOwnTables(file, SchemaVersionOf(marks.userVersion)))
-        return StoreTrouble::NotAStore;
+    if (!MayUse(marks) || !HasOwnTables(file, SchemaVersionOf(marks.userVersion))) {
+        const StoreTrouble trouble = file.TakeTrouble();
+        return trouble == StoreTrouble::None ? StoreTrouble::NotAStore : trouble;
+    }
     Statement check(file, "PRAGMA quick_check(1)");
     const bool isWhole = check.Step() == Statement::Result::Row && check.Text(0) == "ok";
     return isWhole ? StoreTrouble::None : StoreTrouble::Damaged;

@@ -4,6 +4,7 @@ namespace {
 
 constexpr int kPartSize = 60;
 constexpr int kLocaleSettingSize = 30;
+constexpr int kLongDateSize = 120;
 
 std::wstring LocaleSetting(LCTYPE type)
 {
@@ -37,6 +38,13 @@ wchar_t* DateTimeText(TimeCount instant, wchar_t* text)
         GetTimeFormatW(LOCALE_USER_DEFAULT, TIME_NOSECONDS, &time, nullptr, clock, kPartSize))
         wsprintfW(text, L"%s %s", date, clock);
     return text;
+}
+
+std::wstring LongDateText(const SYSTEMTIME& date)
+{
+    wchar_t text[kLongDateSize];
+    return GetDateFormatW(LOCALE_USER_DEFAULT, DATE_LONGDATE, &date, nullptr, text, kLongDateSize) ? text
+                                                                                                   : L"";
 }
 
 std::wstring WeekdayName(const SYSTEMTIME& date)

@@ -14,6 +14,9 @@ constexpr int kWeekdayTextSize = 68;
 // characters) and returns text. An instant that is no date gives the empty text.
 wchar_t* DateTimeText(TimeCount instant, wchar_t* text);
 
+// The long date in the user's locale, "Saturday, January 31, 2026"; empty when the time is no date.
+std::wstring LongDateText(const SYSTEMTIME& date);
+
 // The full name of the date's weekday in the user's locale; empty when the time is no date.
 std::wstring WeekdayName(const SYSTEMTIME& date);
 

@@ -66,7 +66,8 @@ TEST_F(InitInstance, AFailedCreationIsToldAndEndsIt)
     EXPECT_EQ(answerer.Boxes()[0].answers.size(), 1u);
     EXPECT_EQ(answerer.Boxes()[0].icon, nullptr);
     EXPECT_EQ(answerer.Boxes()[1].text, m_store.Path() + L"\n\ncannot be opened: the file is not a "
-                                                         L"journal.\n\nNothing in it has been changed.");
+                                                         L"journal.\n\nNothing in it has been changed.\n\n"
+                                                         L"There is no backup that could take its place.");
 }
 
 TEST_F(InitInstance, TheWindowIsShownPaintedAndAsLargeAsTheWorkArea)

@@ -128,4 +128,26 @@ TEST(BackupName, OfAnUnfinishedOneIsKnown)
         EXPECT_FALSE(names.IsUnfinished(other)) << other;
 }
 
+TEST(BackupAge, IsWhatTheNameTells)
+{
+    const Names sorted = {January(10),
+                          January(9),
+                          January(1),
+                          L"journal-2025-12-31.db",
+                          L"journal-2030-01-01.db",
+                          January(11),
+                          L"journal-before-v12.db",
+                          L"journal-before-v2-10.db",
+                          L"journal-before-v2-2.db",
+                          L"journal-before-v2.db"};
+    Names files = sorted;
+    for (const wchar_t* other : {L"journal.db", L"journal-2026-01-05.db.7.part", L"journal-before-v.db",
+                                 L"other-2026-01-05.db", L"journal-before-v2-.db", L"journal-2026-01-32.db"})
+        files.push_back(other);
+    for (int order = 0; order < 2; ++order) {
+        EXPECT_EQ(mervane::NewestFirst(BackupNames(L"journal.db"), files, Day(2026, 1, 10)), sorted);
+        std::reverse(files.begin(), files.end());
+    }
+}
+
 } // namespace

@@ -10,6 +10,13 @@ void DeleteStoreFiles(const std::wstring& path)
 {
     for (const wchar_t* suffix : {L"", L"-wal", L"-shm", L"-journal"})
         DeleteFileW((path + suffix).c_str());
+    // What was put aside beside it.
+    WIN32_FIND_DATAW data;
+    HANDLE search = FindFirstFileW((path + L".*").c_str(), &data);
+    for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &data))
+        DeleteFileW((path.substr(0, path.find_last_of(L'\\') + 1) + data.cFileName).c_str());
+    if (search != INVALID_HANDLE_VALUE)
+        FindClose(search);
 }
 
 // The folder goes with the last one that has backups in it.

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-// A path in the temporary folder that no other test has; the file, its companions (-wal, -shm) and its
-// backups are deleted before and after. MERVANE_STORE names it while this lives.
+// A path in the temporary folder that no other test has; the file, its companions (-wal, -shm), what was put
+// aside beside it and its backups are deleted before and after. MERVANE_STORE names it while this lives.
 class TestStore {
   public:
     TestStore();

@@ -90,6 +90,12 @@ TEST(DateTimeText, WhatIsNoDateGivesNothing)
     EXPECT_EQ(Text(TimeCount(UINT64_MAX)), L"");
 }
 
+TEST(LongDateText, IsTheLongDate)
+{
+    EXPECT_EQ(LongDateText({2026, 1, 0, 31, 0, 0, 0, 0}), L"Saturday, January 31, 2026");
+    EXPECT_EQ(LongDateText({2026, 2, 0, 31, 0, 0, 0, 0}), L"");
+}
+
 TEST(WeekdayName, IsTheFullNameOfTheDate)
 {
     EXPECT_EQ(WeekdayName(kLeapDay), L"Thursday");

@@ -1,0 +1,84 @@
+#include "app/restore_offer.h"
+
+#include "app/journal_app.h"
+#include "mervane/backup.h"
+#include "mervane/restoration.h"
+#include "ui/ownerless_box.h"
+#include "util/clock.h"
+#include "util/date_text.h"
+
+using mervane::FoundBackup;
+using mervane::Restoration;
+
+namespace {
+
+int ShowBox(const std::wstring& text, UINT buttons)
+{
+    return ShowOwnerlessBox(text.c_str(), L"Journal", buttons | MB_ICONEXCLAMATION);
+}
+
+SYSTEMTIME TimeOf(mervane::BackupDay day)
+{
+    SYSTEMTIME time{};
+    time.wYear = static_cast<WORD>(static_cast<int>(day.year()));
+    time.wMonth = static_cast<WORD>(static_cast<unsigned>(day.month()));
+    time.wDay = static_cast<WORD>(static_cast<unsigned>(day.day()));
+    return time;
+}
+
+std::wstring EntriesText(int64_t entries)
+{
+    return entries == 1 ? L"1 entry" : std::to_wstring(entries) + L" entries";
+}
+
+std::wstring Question(const FoundBackup& backup, const Restoration& restoration)
+{
+    return L"The backup of " + LongDateText(TimeOf(backup.day)) + L" is whole. It has " +
+           EntriesText(backup.entries) +
+           L"; what was written after it was made is not in it.\n\nPut the backup in the place of this "
+           L"file, and open it? The file itself is kept, as\n\n" +
+           restoration.KeptAs();
+}
+
+std::optional<FoundBackup> FindBackup(const std::wstring& path)
+{
+    ShowHourglass();
+    auto found = mervane::NewestWholeBackup(path, mervane::DayOfTime(LocalNow()));
+    RemoveHourglass();
+    return found;
+}
+
+bool Restore(const Restoration& restoration, const FoundBackup& backup)
+{
+    ShowHourglass();
+    const StoreTrouble trouble = restoration.Run(backup.path);
+    RemoveHourglass();
+    if (trouble == StoreTrouble::None)
+        return true;
+    ShowBox(NotDoneText(L"The backup was not put in its place", trouble), MB_OK);
+    return false;
+}
+
+} // namespace
+
+bool TellUnopenedStore(const std::wstring& path, StoreTrouble trouble)
+{
+    const std::wstring text = NotOpenedText(path, trouble);
+    if (!mervane::IsBroken(path, trouble)) {
+        ShowBox(text, MB_OK);
+        return false;
+    }
+    // Of the file that is spoken of here: what comes into its place while the box stands is not touched.
+    const Restoration restoration(path);
+    if (restoration.InTheWay() != StoreTrouble::None) {
+        ShowBox(text + L"\n\nA backup can only take its place while no other program has it open.", MB_OK);
+        return false;
+    }
+    const std::optional<FoundBackup> backup = FindBackup(path);
+    if (!backup) {
+        ShowBox(text + L"\n\nThere is no backup that could take its place.", MB_OK);
+        return false;
+    }
+    return ShowBox(text + L"\n\n" + Question(*backup, restoration), MB_YESNO | MB_DEFBUTTON2) == IDYES &&
+           Restore(restoration, *backup);
+}

@@ -1,0 +1,303 @@
+#include "mervane/restoration.h"
+
+#include <algorithm>
+#include <tuple>
+
+#include "mervane/aside_name.h"
+#include "mervane/backup.h"
+#include "mervane/folder_files.h"
+#include "mervane/sql_trouble.h"
+#include "mervane/store_header.h"
+#include "mervane/store_neighbours.h"
+#include "mervane/whole_store.h"
+
+namespace mervane {
+
+namespace {
+
+constexpr const wchar_t* kNeighbours[] = {L"-wal", L"-shm", L"-journal"};
+
+// The broken file's other name: with a neighbour's suffix it is the neighbour's, so that they still belong
+// together.
+std::wstring KeptName(const std::wstring& path, const std::wstring& name)
+{
+    return path + L".damaged-" + name;
+}
+
+// The backup's copy, once it is whole, until it has the store's name. While there is one the restoration has
+// been begun; what decides is whether the store has gone from its place.
+constexpr const wchar_t* kRestoring = L".restoring-";
+std::wstring CopyName(const std::wstring& path, const std::wstring& name)
+{
+    return path + kRestoring + name;
+}
+
+constexpr const wchar_t* kUnfinished = L".part";
+
+// Never over a file that is there.
+StoreTrouble Move(const std::wstring& from, const std::wstring& to)
+{
+    return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH) ? StoreTrouble::None
+                                                                         : TroubleOfSystem(GetLastError());
+}
+
+StoreTrouble MoveIfThere(const std::wstring& from, const std::wstring& to)
+{
+    if (MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH))
+        return StoreTrouble::None;
+    const DWORD error = GetLastError();
+    return error == ERROR_FILE_NOT_FOUND ? StoreTrouble::None : TroubleOfSystem(error);
+}
+
+// A file that nobody else has open or can open while this lives; it can be renamed.
+class HeldFile {
+  public:
+    explicit HeldFile(const std::wstring& path)
+        : m_file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                             FILE_ATTRIBUTE_NORMAL, nullptr)),
+          m_trouble(IsHeld() ? StoreTrouble::None : TroubleOfSystem(GetLastError()))
+    {}
+    ~HeldFile()
+    {
+        if (IsHeld())
+            CloseHandle(m_file);
+    }
+    HeldFile(const HeldFile&) = delete;
+    HeldFile& operator=(const HeldFile&) = delete;
+
+    bool IsHeld() const { return m_file != INVALID_HANDLE_VALUE; }
+    StoreTrouble Trouble() const { return m_trouble; }
+
+  private:
+    HANDLE m_file;
+    StoreTrouble m_trouble;
+};
+
+// A file that is deleted unless it has become something else.
+class ScopedFile {
+  public:
+    explicit ScopedFile(const std::wstring& path) : m_path(path) {}
+    ~ScopedFile() { DeleteFileW(m_path.c_str()); }
+    ScopedFile(const ScopedFile&) = delete;
+    ScopedFile& operator=(const ScopedFile&) = delete;
+
+  private:
+    std::wstring m_path;
+};
+
+bool FlushFile(const std::wstring& path)
+{
+    HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                              FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return false;
+    const bool flushed = FlushFileBuffers(file) != FALSE;
+    const DWORD error = GetLastError();
+    CloseHandle(file);
+    SetLastError(error);
+    return flushed;
+}
+
+// The copy may be written, and is on the disk, whole.
+StoreTrouble CopyBackup(const std::wstring& backup, const std::wstring& copy)
+{
+    if (!CopyFileW(backup.c_str(), copy.c_str(), TRUE) ||
+        !SetFileAttributesW(copy.c_str(), FILE_ATTRIBUTE_NORMAL) || !FlushFile(copy))
+        return TroubleOfSystem(GetLastError());
+    const WholeCheck check = CheckWhole(copy);
+    return check.result == WholeCheck::Result::Whole ? StoreTrouble::None : check.trouble;
+}
+
+// With the store gone from its place: the rest.
+StoreTrouble PutInPlace(const std::wstring& path, const std::wstring& name)
+{
+    for (const wchar_t* suffix : kNeighbours)
+        if (const StoreTrouble trouble = MoveIfThere(path + suffix, KeptName(path, name) + suffix);
+            trouble != StoreTrouble::None)
+            return trouble;
+    return Move(CopyName(path, name), path);
+}
+
+// The store comes last: until then the restoration can still be brought to its end.
+void TakeBack(const std::wstring& path, const std::wstring& name)
+{
+    for (const wchar_t* suffix : kNeighbours)
+        (void)MoveIfThere(KeptName(path, name) + suffix, path + suffix);
+    if (Move(KeptName(path, name), path) == StoreTrouble::None)
+        DeleteFileW(CopyName(path, name).c_str());
+}
+
+bool IsFree(const std::wstring& path, const std::wstring& name)
+{
+    const std::wstring kept = KeptName(path, name), copy = CopyName(path, name);
+    return !FileExists(kept) && !FileExists(copy) && !FileExists(copy + kUnfinished) &&
+           std::none_of(std::begin(kNeighbours), std::end(kNeighbours),
+                        [&](const wchar_t* suffix) { return FileExists(kept + suffix); });
+}
+
+std::wstring FreeName(const std::wstring& path)
+{
+    const std::wstring now = NameOfNow();
+    std::wstring name = now;
+    for (int i = 2; !IsFree(path, name); ++i)
+        name = now + L"-" + std::to_wstring(i);
+    return name;
+}
+
+// The names of restorations whose copies lie beside the store, with what follows; none when it cannot be
+// told. The path may be written in letters of another case than when they were made.
+std::optional<std::vector<std::wstring>> NamesBeside(const std::wstring& path)
+{
+    const std::wstring start = FileNameOf(path) + kRestoring;
+    const int length = static_cast<int>(start.size());
+    const auto files = FilesLike(path + kRestoring + L"*");
+    if (!files)
+        return std::nullopt;
+    std::vector<std::wstring> names;
+    for (const std::wstring& file : *files)
+        if (file.size() > start.size() &&
+            CompareStringOrdinal(file.c_str(), length, start.c_str(), length, TRUE) == CSTR_EQUAL)
+            names.push_back(file.substr(start.size()));
+    return names;
+}
+
+// Of restorations that came to no end while the store was in its place.
+void DeleteLeftCopies(const std::wstring& path, const std::wstring& ownName)
+{
+    for (const std::wstring& name : NamesBeside(path).value_or(std::vector<std::wstring>()))
+        if (!name.starts_with(ownName))
+            DeleteFileW(CopyName(path, name).c_str());
+}
+
+bool IsReadable(const std::wstring& path)
+{
+    Database file;
+    return file.Open(path, Database::Mode::Unchanging) &&
+           file.QueryInteger("SELECT count(*) FROM sqlite_schema").has_value();
+}
+
+BackupDay DayOfLastWrite(const std::wstring& path)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    SYSTEMTIME utc{}, local{};
+    GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data);
+    FileTimeToSystemTime(&data.ftLastWriteTime, &utc);
+    SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local);
+    return DayOfTime(local);
+}
+
+std::optional<int64_t> EntriesIn(const std::wstring& path)
+{
+    Database file;
+    if (!file.Open(path, Database::Mode::Unchanging))
+        return std::nullopt;
+    return file.QueryInteger("SELECT count(*) FROM journal");
+}
+
+} // namespace
+
+bool IsBroken(const std::wstring& storePath, StoreTrouble trouble)
+{
+    if (trouble == StoreTrouble::Damaged)
+        return true;
+    return trouble == StoreTrouble::NotAStore && FileExists(storePath) && !IsReadable(storePath);
+}
+
+std::optional<FoundBackup> NewestWholeBackup(const std::wstring& storePath, BackupDay today)
+{
+    const BackupNames names(FileNameOf(storePath));
+    const auto files = FilesLike(BackupPath(storePath, L"*")).value_or(std::vector<std::wstring>());
+    for (const std::wstring& name : NewestFirst(names, files, today)) {
+        const std::wstring path = BackupPath(storePath, name);
+        if (CheckWhole(path).result != WholeCheck::Result::Whole)
+            continue;
+        if (const auto entries = EntriesIn(path))
+            return FoundBackup{path, names.DayOf(name).value_or(DayOfLastWrite(path)), *entries};
+    }
+    return std::nullopt;
+}
+
+bool Restoration::Stamp::operator==(const Stamp& other) const
+{
+    const auto values = [](const Stamp& stamp) {
+        return std::tie(stamp.volume, stamp.indexHigh, stamp.indexLow, stamp.sizeHigh, stamp.sizeLow,
+                        stamp.lastWrite.dwHighDateTime, stamp.lastWrite.dwLowDateTime);
+    };
+    return values(*this) == values(other);
+}
+
+std::optional<Restoration::Stamp> Restoration::StampNow() const
+{
+    HANDLE file = CreateFileW(m_path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                              nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return std::nullopt;
+    BY_HANDLE_FILE_INFORMATION data;
+    const bool isKnown = GetFileInformationByHandle(file, &data) != FALSE;
+    CloseHandle(file);
+    if (!isKnown)
+        return std::nullopt;
+    return Stamp{data.dwVolumeSerialNumber, data.nFileIndexHigh, data.nFileIndexLow,
+                 data.nFileSizeHigh,        data.nFileSizeLow,   data.ftLastWriteTime};
+}
+
+Restoration::Restoration(const std::wstring& storePath)
+    : m_path(storePath), m_name(FreeName(storePath)), m_keptAs(KeptName(storePath, m_name))
+{
+    m_stamp = StampNow();
+}
+
+StoreTrouble Restoration::InTheWay() const
+{
+    return HeldFile(m_path).Trouble();
+}
+
+StoreTrouble Restoration::Run(const std::wstring& backup) const
+{
+    const std::wstring copy = CopyName(m_path, m_name) + kUnfinished;
+    const ScopedFile left(copy);
+    const StoreTrouble trouble = CopyBackup(backup, copy);
+    return trouble == StoreTrouble::None ? Exchange(copy) : trouble;
+}
+
+StoreTrouble Restoration::Exchange(const std::wstring& copy) const
+{
+    const HeldFile broken(m_path);
+    if (!broken.IsHeld())
+        return broken.Trouble();
+    if (!m_stamp || StampNow() != m_stamp)
+        return StoreTrouble::OtherFile;
+    DeleteLeftCopies(m_path, m_name);
+    const std::wstring whole = CopyName(m_path, m_name);
+    if (const StoreTrouble trouble = Move(copy, whole); trouble != StoreTrouble::None)
+        return trouble;
+    // From here on it goes to its end or is taken back.
+    StoreTrouble trouble = Move(m_path, m_keptAs);
+    if (trouble != StoreTrouble::None) {
+        DeleteFileW(whole.c_str());
+        return trouble;
+    }
+    trouble = PutInPlace(m_path, m_name);
+    if (trouble != StoreTrouble::None)
+        TakeBack(m_path, m_name);
+    return trouble;
+}
+
+StoreTrouble FinishRestoration(const std::wstring& storePath)
+{
+    const auto names = NamesBeside(storePath);
+    if (!names)
+        return StoreTrouble::Unreachable;
+    for (const std::wstring& name : *names) {
+        if (name.ends_with(kUnfinished) || !FileExists(KeptName(storePath, name)))
+            continue;
+        const HeldFile broken(KeptName(storePath, name));
+        if (!broken.IsHeld())
+            return broken.Trouble();
+        // Another program may have done it meanwhile.
+        return FileExists(storePath) ? StoreTrouble::None : PutInPlace(storePath, name);
+    }
+    return StoreTrouble::None;
+}
+
+} // namespace mervane
