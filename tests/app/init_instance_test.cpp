@@ -70,6 +70,57 @@ TEST_F(InitInstance, AFailedCreationIsToldAndEndsIt)
                                                          L"There is no backup that could take its place.");
 }
 
+// What stands between the path and "Nothing in it has been changed." in the second box of a failed start.
+std::wstring ToldReason(const std::wstring& path)
+{
+    const MessageBoxAnswerer answerer;
+    EXPECT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 0);
+    EXPECT_EQ(answerer.Boxes().size(), 2u);
+    const std::wstring text = answerer.Boxes().empty() ? L"" : answerer.Boxes().back().text;
+    const std::wstring start = path + L"\n\ncannot be opened: ",
+                       end = L".\n\nNothing in it has been changed.";
+    const size_t at = text.find(end);
+    EXPECT_TRUE(text.starts_with(start) && at != std::wstring::npos);
+    return at == std::wstring::npos ? text : text.substr(start.size(), at - start.size());
+}
+
+TEST_F(InitInstance, AStoreThatIsOutOfReachIsSaidToBe)
+{
+    const std::wstring path = L"Q:\\nowhere\\journal.db";
+    ASSERT_EQ(GetDriveTypeW(L"Q:\\"), UINT{DRIVE_NO_ROOT_DIR});
+    SetEnvironmentVariableW(L"MERVANE_STORE", path.c_str());
+    EXPECT_EQ(ToldReason(path), L"the journal's file cannot be reached");
+}
+
+TEST_F(InitInstance, ALogWithoutItsStoreIsSaidToBeOne)
+{
+    ASSERT_TRUE(WriteFileBytes(m_store.Path() + L"-wal", "what was saved last"));
+    EXPECT_EQ(ToldReason(m_store.Path()),
+              L"a log lies beside the journal's file, and it cannot be told whether it belongs to it");
+    EXPECT_EQ(GetFileAttributesW(m_store.Path().c_str()), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(ReadFileBytes(m_store.Path() + L"-wal"), "what was saved last");
+}
+
+TEST_F(InitInstance, ADamagedStoreIsSaidToBe)
+{
+    ASSERT_EQ(App().Journal().Open(nullptr), 1);
+    App().Journal().Close();
+    const std::string cut = ReadFileBytes(m_store.Path()).substr(0, 4096);
+    ASSERT_TRUE(WriteFileBytes(m_store.Path(), cut));
+    EXPECT_EQ(ToldReason(m_store.Path()), L"the journal's file is damaged");
+    EXPECT_TRUE(ReadFileBytes(m_store.Path()) == cut);
+}
+
+TEST_F(InitInstance, AStoreOfANewerVersionIsSaidToBe)
+{
+    ASSERT_EQ(App().Journal().Open(nullptr), 1);
+    App().Journal().Close();
+    std::string newer = ReadFileBytes(m_store.Path());
+    newer[60] = 0x7F; // SQLite's user_version, big-endian
+    ASSERT_TRUE(WriteFileBytes(m_store.Path(), newer));
+    EXPECT_EQ(ToldReason(m_store.Path()), L"the journal's file is one of a newer version of this program");
+}
+
 TEST_F(InitInstance, TheWindowIsShownPaintedAndAsLargeAsTheWorkArea)
 {
     HWND window = Start();

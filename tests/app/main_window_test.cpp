@@ -1,6 +1,7 @@
 #include "app/main_window.h"
 
 #include "app/main_window_fixture.h"
+#include "data/journal_entry.h"
 #include "support/import_watch.h"
 #include "ui/scale.h"
 #include "util/clock.h"
@@ -237,6 +238,28 @@ TEST_F(MainWindowTest, MakesTheDaysBackupOnce)
     EXPECT_TRUE(isMade());
     EXPECT_TRUE(ReadFileBytes(BackupFolderOf(m_store.Path()) + BackupsOf(m_store.Path())[0]) == bytes);
     DestroyWindow(window);
+}
+
+// Closed in the midst of it, as at the end of the session.
+TEST_F(MainWindowTest, LeavesNoHalfBackup)
+{
+    ASSERT_EQ(App().Journal().Open(nullptr), 1);
+    {
+        CeDBase::BulkScope bulk(App().Journal());
+        const std::wstring body(20'000, L'x');
+        CEPROPVAL value{};
+        value.propid = kPropBody;
+        value.val.lpwstr = const_cast<wchar_t*>(body.c_str());
+        for (int i = 0; i < 1000; ++i)
+            ASSERT_NE(App().Journal().WriteRecord(0, 1, &value), 0u);
+        ASSERT_EQ(bulk.Commit(), 1);
+    }
+    App().Journal().Close();
+    HWND window = Create();
+    ASSERT_TRUE(PumpUntil([&] { return !BackupsOf(m_store.Path()).empty(); }));
+    ASSERT_TRUE(BackupsOf(m_store.Path())[0].ends_with(L".part"));
+    SendMessageW(window, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(BackupsOf(m_store.Path()).empty());
 }
 
 } // namespace
