@@ -147,7 +147,9 @@ void Kills::Repeat(unsigned shortForm, int milliseconds, const Round& round)
 bool Kills::IsReported(JournalProcess& process, std::mt19937& random, const std::function<bool()>& work)
 {
     const int64_t start = Now();
-    const Killer killer(process, static_cast<int64_t>(random() % static_cast<uint64_t>(m_range)));
+    // More of them early: at the end it is stored and only shown.
+    const auto latest = static_cast<uint64_t>(m_range) * (random() % 1000) / 1000;
+    const Killer killer(process, static_cast<int64_t>(random() % (latest + 1)));
     const bool isReported = work();
     m_range = (isReported ? Now() - start : m_range) * 5 / 4;
     return isReported;
