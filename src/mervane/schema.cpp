@@ -284,17 +284,7 @@ void CloseUntouched(Database& database, const std::wstring& path, bool hadLog, b
         DeleteFileW((path + L"-shm").c_str());
 }
 
-} // namespace
-
-StoreMarks MarksIn(Database& database)
-{
-    const std::optional<int64_t> application = database.QueryInteger("PRAGMA application_id");
-    if (!application)
-        return {-1, -1};
-    return {*application, database.QueryInteger("PRAGMA user_version").value_or(-1)};
-}
-
-StoreTrouble OpenStoreFile(Database& database, const std::wstring& path)
+StoreTrouble OpenWith(Database& database, const std::wstring& path, AsideFiles* aside)
 {
     // Looked for before the file: one that another program is just making gets its log last.
     const bool hadLog = HasContent(path + L"-wal");
@@ -305,7 +295,7 @@ StoreTrouble OpenStoreFile(Database& database, const std::wstring& path)
             return trouble;
         file = LookAtFile(path);
     }
-    if (const StoreTrouble trouble = PrepareNeighbours(path, file); trouble != StoreTrouble::None)
+    if (const StoreTrouble trouble = PrepareNeighbours(path, file, aside); trouble != StoreTrouble::None)
         return trouble;
     if (file.kind == FileKind::Missing && !MakeFolderOf(path))
         return StoreTrouble::Unreachable;
@@ -314,7 +304,29 @@ StoreTrouble OpenStoreFile(Database& database, const std::wstring& path)
         return FailureOf(database);
     const StoreTrouble trouble = MakeReady(database, path, IsOnFixedDrive(path) ? Mode::Log : Mode::Rollback);
     if (trouble != StoreTrouble::None)
-        CloseUntouched(database, path, hadLog, hadSharedMemory);
+        CloseUntouched(database, path, hadLog && !aside->Has(path + L"-wal"), hadSharedMemory);
+    return trouble;
+}
+
+} // namespace
+
+StoreMarks MarksIn(Database& database)
+{
+    const std::optional<int64_t> application = database.QueryInteger("PRAGMA application_id");
+    if (!application)
+        return {-1, -1};
+    return {*application, database.QueryInteger("PRAGMA user_version").value_or(-1)};
+}
+
+// What was set aside for a file that is refused after all lies beside it again.
+StoreTrouble OpenStoreFile(Database& database, const std::wstring& path)
+{
+    AsideFiles aside;
+    const StoreTrouble trouble = OpenWith(database, path, &aside);
+    if (trouble != StoreTrouble::None) {
+        database.Close();
+        aside.PutBack();
+    }
     return trouble;
 }
 

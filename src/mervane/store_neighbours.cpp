@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <algorithm>
+
 #include "mervane/aside_name.h"
 #include "mervane/file_reader.h"
 #include "mervane/log_content.h"
@@ -104,24 +106,11 @@ Verdict JudgeJournal(const std::wstring& path)
     return !may && IsSoundAlone(path) ? Verdict::SetAside : Verdict::Unclear;
 }
 
-StoreTrouble SetAside(const std::wstring& path)
-{
-    const std::wstring name = path + L".set-aside-" + NameOfNow();
-    std::wstring free = name;
-    for (int i = 2; FileExists(free); ++i)
-        free = name + L"-" + std::to_wstring(i);
-    if (MoveFileW(path.c_str(), free.c_str()))
-        return StoreTrouble::None;
-    const DWORD error = GetLastError();
-    // Another program may have done it.
-    return error == ERROR_FILE_NOT_FOUND ? StoreTrouble::None : TroubleOfSystem(error);
-}
-
-StoreTrouble Obey(Verdict verdict, const std::wstring& neighbour)
+StoreTrouble Obey(Verdict verdict, const std::wstring& neighbour, AsideFiles* aside)
 {
     switch (verdict) {
     case Verdict::Belongs: return StoreTrouble::None;
-    case Verdict::SetAside: return SetAside(neighbour);
+    case Verdict::SetAside: return aside->SetAside(neighbour);
     case Verdict::Unclear: return StoreTrouble::OddLog;
     }
     return StoreTrouble::OddLog;
@@ -135,7 +124,7 @@ StoreTrouble PrepareReadOnly(const std::wstring& path)
     return !log || (header && MayBelong(*header, *log)) ? StoreTrouble::None : StoreTrouble::OddLog;
 }
 
-StoreTrouble PrepareLog(const std::wstring& path, FileKind kind)
+StoreTrouble PrepareLog(const std::wstring& path, FileKind kind, AsideFiles* aside)
 {
     if (!HasContent(path + L"-wal"))
         return StoreTrouble::None;
@@ -155,7 +144,7 @@ StoreTrouble PrepareLog(const std::wstring& path, FileKind kind)
         if (verdict == Verdict::Belongs && !MayUse(alone.Marks()))
             return TroubleOfMarks(alone.Marks());
     }
-    return Obey(verdict, path + L"-wal");
+    return Obey(verdict, path + L"-wal", aside);
 }
 
 // The journal of a store that was just being made, beside a file in which nothing is. One that is none, or
@@ -168,16 +157,16 @@ Verdict JudgeFirstJournal(const std::wstring& journalPath)
     return journal ? Verdict::Unclear : Verdict::SetAside;
 }
 
-StoreTrouble PrepareJournal(const std::wstring& path, FileKind kind)
+StoreTrouble PrepareJournal(const std::wstring& path, FileKind kind, AsideFiles* aside)
 {
     const std::wstring journalPath = path + L"-journal";
     if (!HasContent(journalPath))
         return StoreTrouble::None;
     if (kind == FileKind::Store)
-        return Obey(JudgeJournal(path), journalPath);
+        return Obey(JudgeJournal(path), journalPath, aside);
     // SQLite would delete the journal of a file that is gone.
     return kind == FileKind::ReadOnlyStore ? StoreTrouble::OddLog
-                                           : Obey(JudgeFirstJournal(journalPath), journalPath);
+                                           : Obey(JudgeFirstJournal(journalPath), journalPath, aside);
 }
 
 } // namespace
@@ -194,12 +183,39 @@ bool HasContent(const std::wstring& path)
            (data.nFileSizeLow || data.nFileSizeHigh);
 }
 
-StoreTrouble PrepareNeighbours(const std::wstring& path, const FileLook& file)
+StoreTrouble AsideFiles::SetAside(const std::wstring& path)
+{
+    const std::wstring name = path + L".set-aside-" + NameOfNow();
+    std::wstring free = name;
+    for (int i = 2; FileExists(free); ++i)
+        free = name + L"-" + std::to_wstring(i);
+    if (MoveFileW(path.c_str(), free.c_str())) {
+        m_files.emplace_back(path, free);
+        return StoreTrouble::None;
+    }
+    const DWORD error = GetLastError();
+    // Another program may have done it.
+    return error == ERROR_FILE_NOT_FOUND ? StoreTrouble::None : TroubleOfSystem(error);
+}
+
+bool AsideFiles::Has(const std::wstring& path) const
+{
+    return std::any_of(m_files.begin(), m_files.end(), [&](const auto& file) { return file.first == path; });
+}
+
+void AsideFiles::PutBack()
+{
+    for (const auto& [name, now] : m_files)
+        MoveFileW(now.c_str(), name.c_str());
+    m_files.clear();
+}
+
+StoreTrouble PrepareNeighbours(const std::wstring& path, const FileLook& file, AsideFiles* aside)
 {
     if (file.trouble != StoreTrouble::None)
         return file.trouble;
-    const StoreTrouble trouble = PrepareJournal(path, file.kind);
-    return trouble == StoreTrouble::None ? PrepareLog(path, file.kind) : trouble;
+    const StoreTrouble trouble = PrepareJournal(path, file.kind, aside);
+    return trouble == StoreTrouble::None ? PrepareLog(path, file.kind, aside) : trouble;
 }
 
 } // namespace mervane

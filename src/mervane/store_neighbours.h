@@ -2,6 +2,8 @@
 #pragma once
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "mervane/store_header.h"
 #include "mervane/trouble.h"
@@ -12,9 +14,22 @@ bool FileExists(const std::wstring& path);
 // Whether the file is there and not empty.
 bool HasContent(const std::wstring& path);
 
-// Sets aside what does not belong to the file, under a name that says so and when; nothing is ever deleted.
-// Answers None when the file can be opened with what then lies beside it. Else nothing was touched: the
-// file is none of ours, or it cannot be told whether what lies beside it is the file's.
-[[nodiscard]] StoreTrouble PrepareNeighbours(const std::wstring& path, const FileLook& file);
+// Files that were set aside under a name that says so and when; nothing is ever deleted.
+class AsideFiles {
+  public:
+    [[nodiscard]] StoreTrouble SetAside(const std::wstring& path);
+    bool Has(const std::wstring& path) const;
+    // Gives them their names again, where these are free.
+    void PutBack();
+
+  private:
+    std::vector<std::pair<std::wstring, std::wstring>> m_files; // name and name now
+};
+
+// Sets aside what does not belong to the file. Answers None when the file can be opened with what then lies
+// beside it. Else nothing but names was touched, which the caller puts back: the file is none of ours, or it
+// cannot be told whether what lies beside it is the file's.
+[[nodiscard]] StoreTrouble PrepareNeighbours(const std::wstring& path, const FileLook& file,
+                                             AsideFiles* aside);
 
 } // namespace mervane

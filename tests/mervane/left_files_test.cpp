@@ -244,4 +244,26 @@ TEST_F(LeftJournal, WithoutItsFileIsKept)
     EXPECT_TRUE(ReadFileBytes(Beside(L"-journal")) == journal);
 }
 
+// Where the file is refused for a reason of its own, all stays as it was found.
+TEST_F(LeftLog, BesideAFileThatIsRefusedKeepsItsName)
+{
+    MakeStore();
+    ASSERT_TRUE(RawStore(Path()).Run("DROP TABLE contacts"));
+    ASSERT_TRUE(WriteFileBytes(Beside(L"-wal"), std::string(5000, 'x')));
+    ExpectRefused();
+    EXPECT_TRUE(SetAside(Beside(L"-wal")).empty());
+}
+
+TEST_F(LeftJournal, BesideAFileThatIsRefusedKeepsItsName)
+{
+    MakeStore();
+    ASSERT_TRUE(RawStore(Path()).Run("DROP TABLE contacts"));
+    ASSERT_TRUE(WriteFileBytes(Beside(L"-journal"), "Dear diary"));
+    DbJournal opened;
+    EXPECT_EQ(opened.Open(nullptr), 0);
+    EXPECT_EQ(opened.Trouble(), StoreTrouble::NotAStore);
+    EXPECT_TRUE(SetAside(Beside(L"-journal")).empty());
+    EXPECT_EQ(ReadFileBytes(Beside(L"-journal")), "Dear diary");
+}
+
 } // namespace
