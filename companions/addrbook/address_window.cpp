@@ -3,6 +3,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "addrbook/list_columns.h"
 #include "addrbook/resource.h"
@@ -50,9 +51,10 @@ bool AddressWindow::RegisterWindowClass(HINSTANCE instance)
     return RegisterClassW(&windowClass) || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
 }
 
-bool AddressWindow::Create(HINSTANCE instance)
+bool AddressWindow::Create(HINSTANCE instance, StartTurn* turn)
 {
     m_instance = instance;
+    m_turn = turn;
     m_hasSettings = m_settings.Open(kSettingsKey) != 0;
     const std::optional<WindowPlace> left = LoadPlacement(m_settings);
     m_leftMaximized = left && left->maximized;
@@ -130,7 +132,7 @@ HWND AddressWindow::MakeChild(const wchar_t* windowClass, const wchar_t* text, D
 
 bool AddressWindow::OnCreate()
 {
-    SetStoreOfWindow(m_window, mervane::StoreNumber(mervane::StorePath()));
+    SetStoreOfWindow(m_window, mervane::StoreNumber(mervane::StorePath()), std::exchange(m_turn, nullptr));
     m_font = MakeMessageFont();
     m_textHeight = TextHeight(m_window, m_font.get());
     m_smallIcon = SetProgramIcon(m_window, ICON_SMALL);

@@ -13,12 +13,14 @@
 namespace {
 
 // A running copy's window over the same store, brought forward as large as it is; false when there is none.
-bool BringRunningCopyForward(uint64_t store)
+// No turn is held while the other copy answers.
+bool BringRunningCopyForward(uint64_t store, StartTurn& turn)
 {
     HWND running = FindWindowOfStore(addrbook::kAddressWindowClass, store);
     if (!IsWindow(running))
         return false;
-    BringForward(running, IsIconic(running) ? SW_RESTORE : SW_SHOW);
+    turn.End();
+    BringOtherForward(running, IsIconic(running) ? SW_RESTORE : SW_SHOW);
     return true;
 }
 
@@ -27,10 +29,10 @@ enum class Made { Here, Elsewhere, Failed };
 Made MakeWindow(HINSTANCE instance, int showCommand, addrbook::AddressWindow& window)
 {
     const uint64_t store = mervane::StoreNumber(mervane::StorePath());
-    const StartTurn turn = TurnForStore(L"AddressBook", store);
-    if (BringRunningCopyForward(store))
+    StartTurn turn = TurnForStore(L"AddressBook", store);
+    if (BringRunningCopyForward(store, turn))
         return Made::Elsewhere;
-    if (!window.Create(instance))
+    if (!window.Create(instance, &turn))
         return Made::Failed;
     window.ShowFirst(showCommand);
     UpdateWindow(window.Handle());

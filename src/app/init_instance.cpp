@@ -16,20 +16,22 @@ namespace {
 
 constexpr const wchar_t* kProgram = L"Journal";
 
-// A running copy's window over the same store, brought forward; false when there is none.
-bool BringRunningCopyForward(uint64_t store)
+// A running copy's window over the same store, brought forward; false when there is none. No turn is held
+// while the other copy answers.
+bool BringRunningCopyForward(uint64_t store, StartTurn& turn)
 {
     HWND running = FindWindowOfStore(kMainWindowClass, store);
     if (!IsWindow(running))
         return false;
-    BringForward(running, SW_SHOWNORMAL);
+    turn.End();
+    BringOtherForward(running, SW_SHOWNORMAL);
     return true;
 }
 
 bool IsRunning(uint64_t store)
 {
-    const StartTurn turn = TurnForStore(kProgram, store);
-    return BringRunningCopyForward(store);
+    StartTurn turn = TurnForStore(kProgram, store);
+    return BringRunningCopyForward(store, turn);
 }
 
 bool InitControls()
@@ -103,11 +105,11 @@ int JournalApp::InitInstance(HINSTANCE instance, int showCommand)
 // While this copy asked for the password, or waited for its turn, another one may have been faster.
 JournalApp::Made JournalApp::MakeMainWindow(uint64_t store)
 {
-    const StartTurn turn = TurnForStore(kProgram, store);
-    if (BringRunningCopyForward(store))
+    StartTurn turn = TurnForStore(kProgram, store);
+    if (BringRunningCopyForward(store, turn))
         return Made::Elsewhere;
     m_mainWindow = {new MainWindow, [](MainWindow* window) { delete window; }};
-    return m_mainWindow->Create(m_instance) ? Made::Here : Made::Failed;
+    return m_mainWindow->Create(m_instance, &turn) ? Made::Here : Made::Failed;
 }
 
 void JournalApp::OfferUnsavedEntries()

@@ -1,5 +1,7 @@
 #include "app/main_window.h"
 
+#include <utility>
+
 #include "app/about_dialog.h"
 #include "app/command_table.h"
 #include "app/journal_app.h"
@@ -47,9 +49,10 @@ bool MainWindow::RegisterWindowClass(HINSTANCE instance)
     return RegisterClassW(&windowClass) != 0;
 }
 
-HWND MainWindow::Create(HINSTANCE instance)
+HWND MainWindow::Create(HINSTANCE instance, StartTurn* turn)
 {
     m_instance = instance;
+    m_turn = turn;
     return CreateWindowExW(0, kMainWindowClass, kMainWindowTitle, WS_VISIBLE, CW_USEDEFAULT, CW_USEDEFAULT,
                            CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, instance, this);
 }
@@ -97,7 +100,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
 
 LRESULT MainWindow::OnCreate()
 {
-    SetStoreOfWindow(m_window, mervane::StoreNumber(mervane::StorePath()));
+    SetStoreOfWindow(m_window, mervane::StoreNumber(mervane::StorePath()), std::exchange(m_turn, nullptr));
     if (BuildContents()) {
         m_loaded = true;
         return 0;

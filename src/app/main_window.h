@@ -11,6 +11,7 @@
 #include "list/find_request.h"
 #include "ui/gathered.h"
 #include "ui/launch.h"
+#include "ui/start_turn.h"
 #include "ui/window_procedure.h"
 
 constexpr const wchar_t* kMainWindowClass = L"Journal";
@@ -29,8 +30,8 @@ class MainWindow {
 
     static bool RegisterWindowClass(HINSTANCE instance);
     // Creates the window with everything in it. Null when the journal cannot be opened or the bands or the
-    // list cannot be built; then no setting has been written.
-    HWND Create(HINSTANCE instance);
+    // list cannot be built; then no setting has been written. turn, if any, ends once other copies find it.
+    HWND Create(HINSTANCE instance, StartTurn* turn = nullptr);
     // Shows the window the first time: the show command counts, and where it leaves it open the window comes
     // back as it was left.
     void ShowFirst(int showCommand);
@@ -74,6 +75,7 @@ class MainWindow {
 
     HWND m_window = nullptr;
     HINSTANCE m_instance = nullptr;
+    StartTurn* m_turn = nullptr; // during the creation
     MainBands m_bands;
     ColumnSet m_columns;
     EntryList m_list;

@@ -13,6 +13,12 @@ StartTurn::StartTurn(const std::wstring& name)
 
 StartTurn::~StartTurn()
 {
+    End();
+}
+
+void StartTurn::End()
+{
     if (m_isOurs)
         ReleaseMutex(m_mutex.get());
+    m_isOurs = false;
 }

@@ -17,6 +17,9 @@ class StartTurn {
     StartTurn(const StartTurn&) = delete;
     StartTurn& operator=(const StartTurn&) = delete;
 
+    // As soon as the others can find what they look for.
+    void End();
+
   private:
     UniqueKernelHandle m_mutex;
     bool m_isOurs = false;

@@ -1,5 +1,7 @@
 #include "ui/store_window.h"
 
+#include "ui/dialog_in_front.h"
+
 namespace {
 
 constexpr const wchar_t* kStoreProperty = L"Quillmarsh.Store";
@@ -30,9 +32,19 @@ StartTurn TurnForStore(const wchar_t* program, uint64_t store)
     return StartTurn(std::wstring(program) + L"." + HexText(store));
 }
 
-void SetStoreOfWindow(HWND window, uint64_t store)
+void SetStoreOfWindow(HWND window, uint64_t store, StartTurn* turn)
 {
     SetPropW(window, kStoreProperty, reinterpret_cast<HANDLE>(store));
+    if (turn)
+        turn->End();
+}
+
+void BringOtherForward(HWND window, int showCommand)
+{
+    if (IsWindowVisible(window))
+        return BringForward(window, showCommand);
+    if (HWND dialog = DialogInFront(window))
+        SetForegroundWindow(dialog);
 }
 
 HWND FindWindowOfStore(const wchar_t* windowClass, uint64_t store)

@@ -56,4 +56,39 @@ TEST(StartTurn, OneAfterTheOther)
     EXPECT_TRUE(cameAfter);
 }
 
+// Whatever the making of a window then asks or waits for, no other start waits for it.
+TEST(StartTurn, EndsWithTheWindowThatOthersFind)
+{
+    const TestParent window;
+    StartTurn turn = TurnForStore(L"Test", 17);
+    SetStoreOfWindow(window.Handle(), 17, &turn);
+    std::atomic<bool> isOver = false;
+    std::thread other([&] {
+        const StartTurn next = TurnForStore(L"Test", 17);
+        isOver = true;
+    });
+    EXPECT_TRUE(PumpUntil([&] { return isOver.load(); }));
+    turn.End(); // a second time, which does nothing
+    other.join();
+}
+
+// It would not answer before it is made.
+TEST(StoreWindow, OneThatIsBeingMadeIsLeftAlone)
+{
+    int messages = 0;
+    const TestParent window([&](HWND, UINT message, WPARAM, LPARAM, LRESULT*) {
+        messages += message == WM_SHOWWINDOW;
+        return false;
+    });
+    ShowWindow(window.Handle(), SW_HIDE);
+    messages = 0;
+    BringOtherForward(window.Handle(), SW_SHOWNORMAL);
+    EXPECT_EQ(messages, 0);
+    EXPECT_FALSE(IsWindowVisible(window.Handle()));
+    ShowWindow(window.Handle(), SW_SHOWNORMAL);
+    ShowWindow(window.Handle(), SW_MINIMIZE);
+    BringOtherForward(window.Handle(), SW_RESTORE);
+    EXPECT_FALSE(IsIconic(window.Handle()));
+}
+
 } // namespace
