@@ -1,6 +1,6 @@
-// Store files of any content beside neighbours of any origin. No case ends the program or keeps it; and of
-// what is refused no byte is lost or changed: each file of it is there afterwards, under its own name or set
-// aside.
+// Store files of any content beside neighbours of any origin. No case ends the program or keeps it. Of what
+// is refused no byte is lost or changed, nor a name; of what is opened, what is not its own is set aside
+// whole.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -116,11 +116,18 @@ class StoreFileCases : public testing::Test {
         constexpr size_t kOrigins = 7;
         // The main file is there in all but a few; then every combination of neighbours comes in turn.
         Choose(files, L"", chance.OneIn(30) ? 0 : 1 + chance.Below(kOrigins - 1), chance);
-        for (const wchar_t* suffix : {L"-wal", L"-shm"}) {
+        for (const wchar_t* suffix : {L"-wal", L"-journal", L"-shm"}) {
             Choose(files, suffix, number % kOrigins, chance);
             number /= kOrigins;
         }
         return files;
+    }
+    // Whether the file is one of the three as they were, without damage of its own.
+    bool IsSound(const Files& files) const
+    {
+        const auto main = files.find(L"");
+        return main != files.end() && (main->second == m_same.at(L"") || main->second == m_older.at(L"") ||
+                                       main->second == m_other.at(L""));
     }
 
     static void Use(DbJournal& journal)
@@ -134,6 +141,54 @@ class StoreFileCases : public testing::Test {
             EXPECT_STREQ(journal.GetSubject(added), L"added") << "what is acknowledged is there";
         }
     }
+    // What is set aside is one of the files that were there, whole; it has a name that says whose it was.
+    static void ExpectAsideWhole(const Files& before, const Files& after)
+    {
+        for (const auto& [name, bytes] : after) {
+            const size_t end = name.find(L".set-aside-");
+            if (end == std::wstring::npos)
+                continue;
+            const auto was = before.find(name.substr(0, end));
+            EXPECT_TRUE(was != before.end() && !was->first.empty() && was->second == bytes);
+            EXPECT_NE(was->first, L"-shm");
+        }
+    }
+    static bool IsAside(const Files& after, const std::wstring& suffix)
+    {
+        const auto first = after.lower_bound(suffix + L".set-aside-");
+        return first != after.end() && first->first.starts_with(suffix + L".set-aside-");
+    }
+    // What is none of SQLite's files, by its first bytes, is never taken for the store's.
+    static bool IsNothing(const Files& before, const std::wstring& suffix)
+    {
+        const auto file = before.find(suffix);
+        if (file == before.end() || file->second.size() <= 32 || file->second[0] == 0)
+            return false;
+        return suffix == L"-wal" ? !file->second.starts_with("\x37\x7F\x06")
+                                 : !file->second.starts_with("\xD9\xD5\x05\xF9");
+    }
+    // Refused: every file has its name and its bytes.
+    static void ExpectUntouched(const Files& before, const Files& after)
+    {
+        for (const auto& [suffix, bytes] : before) {
+            const auto now = after.find(suffix);
+            const bool isIndex = suffix == L"-shm"; // which holds nothing: it is made from the log
+            EXPECT_TRUE(isIndex || (now != after.end() && now->second == bytes))
+                << "not as it was: " << std::string(suffix.begin(), suffix.end());
+        }
+    }
+    // Opened: beside a sound file nothing makes it unsound, and what is nothing of its own is set aside.
+    void ExpectWellChosen(const Files& before, const Files& after) const
+    {
+        if (!IsSound(before))
+            return;
+        EXPECT_EQ(RawStore(m_store.Path()).Text("PRAGMA integrity_check"), "ok");
+        for (const wchar_t* suffix : {L"-wal", L"-journal"}) {
+            if (IsNothing(before, suffix)) {
+                EXPECT_TRUE(IsAside(after, suffix)) << std::string(suffix, suffix + wcslen(suffix));
+            }
+        }
+    }
     void TryOne(const Files& before)
     {
         PutFiles(m_store.Path(), before);
@@ -144,20 +199,12 @@ class StoreFileCases : public testing::Test {
             if (isOpen)
                 Use(journal);
         }
-        if (isOpen)
-            return;
         const Files after = FilesOf(m_store.Path());
-        const auto isThere = [&](const std::string& bytes) {
-            return std::any_of(after.begin(), after.end(),
-                               [&](const auto& file) { return file.second == bytes; });
-        };
-        for (const auto& [suffix, bytes] : before) {
-            const bool isIndex = suffix == L"-shm"; // which holds nothing: it is made from the log
-            EXPECT_TRUE(isIndex || isThere(bytes)) << "lost: " << std::string(suffix.begin(), suffix.end());
-        }
-        if (before.contains(L"")) {
-            EXPECT_EQ(after.at(L""), before.at(L""));
-        }
+        ExpectAsideWhole(before, after);
+        if (isOpen)
+            ExpectWellChosen(before, after);
+        else
+            ExpectUntouched(before, after);
     }
 
     TestStore m_store;
