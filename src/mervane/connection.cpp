@@ -36,7 +36,7 @@ bool UsesLog(Database& database)
 
 } // namespace
 
-bool Connection::Open(const std::wstring& path)
+bool Connection::Open(const std::wstring& path, const std::wstring& name)
 {
     if (const StoreTrouble trouble = OpenStoreFile(m_database, path); trouble != StoreTrouble::None) {
         m_database.TakeTrouble();
@@ -45,7 +45,7 @@ bool Connection::Open(const std::wstring& path)
     }
     if (!Prepare())
         return false;
-    m_file = OpenedFile(path, m_database.FileHandle());
+    m_file = OpenedFile(name, m_database.FileHandle());
     m_nextShortening = kLongLog;
     sqlite3_wal_hook(m_database.Handle(), OnCommit, this);
     m_hasLog = !m_database.IsReadOnly() && UsesLog(m_database);

@@ -13,9 +13,10 @@ class Connection {
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    [[nodiscard]] bool Open(const std::wstring& path);
+    // name: a path by which it is looked for, through links that may come to lead elsewhere.
+    [[nodiscard]] bool Open(const std::wstring& path, const std::wstring& name);
     Database& Sql() { return m_database; }
-    // Whether the path still leads to the file that is open; else why not.
+    // Whether its name still leads to the file that is open; else why not.
     StoreTrouble LookAtFile() const { return m_file.Look(); }
 
     bool InTransaction() const { return m_database.InTransaction(); }
@@ -23,7 +24,7 @@ class Connection {
     // Waits for another process's write, up to 2.5 seconds, in which the program's waiter may read. Ends the
     // read that is open. Fails for a read-only file, and at once inside that waiting.
     [[nodiscard]] bool BeginWrite();
-    // A write is on disk when this returns true. It is refused where the path leads to another file by now,
+    // A write is on disk when this returns true. It is refused where its name leads to another file by now,
     // or to none: what would be written nobody would find again.
     [[nodiscard]] bool Commit();
     // Whether the last commit has written something.

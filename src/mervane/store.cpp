@@ -35,7 +35,7 @@ std::shared_ptr<Store> Store::Open(StoreTrouble* trouble)
             return store;
         }
     std::shared_ptr<Store> store(new Store(path, key));
-    if (!store->m_connection.Open(path)) {
+    if (!store->m_connection.Open(path, NamedStorePath())) {
         store->Note(StoreTrouble::Other);
         *trouble = store->TakeTrouble();
         return nullptr;

@@ -62,15 +62,22 @@ std::wstring FinalPath(const std::wstring& path)
     return WithoutPrefix(final);
 }
 
+// Of what is not there yet: where the nearest folder above it really is.
+std::wstring FinalPathToBe(const std::wstring& path)
+{
+    for (std::wstring folder = FolderOf(path); !folder.empty(); folder = FolderOf(folder))
+        if (std::wstring final = FinalPath(folder + L"\\"); !final.empty())
+            return (final.ends_with(L'\\') ? final.substr(0, final.size() - 1) : final) +
+                   path.substr(folder.size());
+    return path;
+}
+
 // What SQLite puts beside the file must lie beside the file itself, not beside a link to it.
 std::wstring WithoutLinks(const std::wstring& path)
 {
     std::wstring final = FinalPath(path);
-    if (final.empty()) {
-        const std::wstring folder = FolderOf(path);
-        const std::wstring finalFolder = folder.empty() ? folder : FinalPath(folder + L"\\");
-        final = finalFolder.empty() ? path : finalFolder + path.substr(folder.size());
-    }
+    if (final.empty())
+        final = FinalPathToBe(path);
     // What is reached over a drive that may go stays a file of that drive, whatever it stands for.
     return IsOnOwnDrive(path) || !IsOnOwnDrive(final) ? final : path;
 }
@@ -83,13 +90,26 @@ bool IsFolder(const std::wstring& path)
 
 } // namespace
 
-std::wstring StorePath()
+std::wstring NamedStorePath()
 {
     const std::wstring named = EnvironmentText(L"MERVANE_STORE");
     if (!named.empty())
-        return WithoutLinks(FullPath(named));
+        return FullPath(named);
     const std::wstring folder = DataFolder();
-    return folder.empty() ? folder : WithoutLinks(FullPath(folder + L"\\journal.db"));
+    return folder.empty() ? folder : FullPath(folder + L"\\journal.db");
+}
+
+// Followed once for each name: a link that comes to lead elsewhere or a share that is lost must not make a
+// second store of the one that is open.
+std::wstring StorePath()
+{
+    static std::wstring s_named, s_path;
+    const std::wstring named = NamedStorePath();
+    if (named != s_named) {
+        s_path = named.empty() ? named : WithoutLinks(named);
+        s_named = named;
+    }
+    return s_path;
 }
 
 std::wstring DataFolder()

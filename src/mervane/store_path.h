@@ -7,7 +7,9 @@
 namespace mervane {
 
 // The full path that MERVANE_STORE names, else of journal.db in DataFolder; empty when there is neither.
-// Links on the way are followed: the path is where the file itself is.
+std::wstring NamedStorePath();
+// Where the file of that name is: links on the way are followed, once in this process for each name. Of one
+// thread.
 std::wstring StorePath();
 // Quillmarsh\Journal in the user's application data; empty when there is none. It may have to be made.
 std::wstring DataFolder();

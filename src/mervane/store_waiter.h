@@ -14,7 +14,5 @@ void SetStoreWaiter(StoreWaiter waiter);
 namespace mervane {
 
 void WaitForStore(DWORD milliseconds);
-// Inside WaitForStore.
-[[nodiscard]] bool IsWaitingForStore();
 
 } // namespace mervane

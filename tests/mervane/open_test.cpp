@@ -216,6 +216,51 @@ TEST_F(Opening, RefusesToWriteOnceAnotherFileIsInItsPlace)
     ExpectUsable(3);
 }
 
+TEST_F(Opening, RefusesToWriteOnceALinkLeadsElsewhere)
+{
+    MakeStore();
+    const std::wstring other = Path() + L".other", link = Path() + L".link.db", gone = Path() + L".gone";
+    ASSERT_TRUE(CopyFileW(Path().c_str(), other.c_str(), TRUE));
+    ASSERT_TRUE(RunUnix(L"ln -s " + UnixPath(Path()) + L" " + UnixPath(link), [&] { return Exists(link); }));
+    SetEnvironmentVariableW(L"MERVANE_STORE", link.c_str());
+    {
+        DbJournal journal;
+        ASSERT_EQ(journal.Open(nullptr), 1);
+        ASSERT_NE(AddEntry(journal, L"before"), 0u);
+        ASSERT_TRUE(RunUnix(L"sh -c \"ln -sf " + UnixPath(other) + L" " + UnixPath(link) + L"; touch " +
+                                UnixPath(gone) + L"\"",
+                            [&] { return Exists(gone); }));
+        EXPECT_EQ(AddEntry(journal, L"nowhere"), 0u);
+        EXPECT_EQ(journal.Trouble(), StoreTrouble::OtherFile);
+        DbCategories categories;
+        ASSERT_TRUE(categories.Open()) << "those of the store that is open";
+        EXPECT_EQ(Sent().Text(kCategoriesKey, L"Elsewhere").Write(categories, 0), 0u);
+    }
+    for (const std::wstring& file : {other, gone})
+        EXPECT_TRUE(DeleteFileW(file.c_str()));
+    EXPECT_TRUE(RunUnix(L"rm " + UnixPath(link) + L" " + UnixPath(Path()), [&] { return !Exists(Path()); }));
+}
+
+// The folder that is made first lies below a link: the name leads to the same place before and afterwards.
+TEST_F(Opening, FindsTheSamePlaceBeforeItsFolderIsMade)
+{
+    const std::wstring folder = Path() + L".folder", link = Path() + L".link";
+    ASSERT_TRUE(CreateDirectoryW(folder.c_str(), nullptr));
+    ASSERT_TRUE(RunUnix(L"ln -s " + UnixPath(folder) + L" " + UnixPath(link), [&] { return Exists(link); }));
+    const std::wstring name = link + L"\\a\\b\\journal.db";
+    SetEnvironmentVariableW(L"MERVANE_STORE", name.c_str());
+    const std::wstring before = mervane::PathKey(mervane::StorePath());
+    EXPECT_EQ(before, mervane::PathKey(folder + L"\\a\\b\\journal.db"));
+    ASSERT_TRUE(mervane::MakeFolderOf(name));
+    SetEnvironmentVariableW(L"MERVANE_STORE", nullptr);
+    (void)mervane::StorePath(); // of another name
+    SetEnvironmentVariableW(L"MERVANE_STORE", name.c_str());
+    EXPECT_EQ(mervane::PathKey(mervane::StorePath()), before);
+    EXPECT_TRUE(RunUnix(L"rm " + UnixPath(link), [&] { return !Exists(link); }));
+    for (const wchar_t* below : {L"\\a\\b", L"\\a", L""})
+        EXPECT_TRUE(RemoveDirectoryW((folder + below).c_str()));
+}
+
 TEST_F(Opening, KeepsItsLogBesideTheFileThatALinkLeadsTo)
 {
     MakeStore();
