@@ -16,7 +16,6 @@
 #include "ui/command_bands.h"
 #include "ui/dialog_in_front.h"
 #include "ui/drop_down.h"
-#include "ui/paint_wait.h"
 #include "ui/scale.h"
 #include "ui/session_end.h"
 #include "ui/store_window.h"
@@ -129,7 +128,8 @@ bool MainWindow::BuildContents()
 LRESULT MainWindow::OnDestroy()
 {
     if (m_loaded) {
-        StoreLayout();
+        SavePlacement(m_window, App());
+        SaveBandLayout(m_bands.Handle(), BandLayoutParts::All, App());
         m_list.Destroy();
         m_loaded = false;
     }
@@ -139,26 +139,16 @@ LRESULT MainWindow::OnDestroy()
 
 void MainWindow::RequestClose()
 {
-    if (IsPaintWaiting())
-        PostMessageW(m_window, WM_CLOSE, 0, 0);
-    else if (!PassCloseOn(m_window))
+    if (!PassCloseOn(m_window))
         Close();
 }
 
 // The process may be ended as soon as this returns. An open dialog goes with its owner; what it had to put
-// aside it has put aside, and what it has open of the store is closed. Within a write that waits the store
-// cannot be closed: that comes when the write has given up or is done, if the process lives to see it.
+// aside it has put aside.
 LRESULT MainWindow::OnEndSession(WPARAM ends)
 {
-    if (!TakeSessionEnd(m_window, ends))
-        return 0;
-    if (IsPaintWaiting()) {
-        StoreSettings();
-        PostMessageW(m_window, WM_ENDSESSION, ends, 0);
-        return 0;
-    }
-    Close();
-    CeDBase::CloseAll();
+    if (TakeSessionEnd(m_window, ends))
+        Close();
     return 0;
 }
 
@@ -168,30 +158,12 @@ void MainWindow::Close()
     EndAnyMenu();
     SetStoreOfWindow(m_window, kNoStore);
     m_backup.Stop();
-    StoreSort();
-    App().Journal().Close();
-    DestroyWindow(m_window);
-}
-
-void MainWindow::StoreSort() const
-{
+    JournalApp& app = App();
     SORTORDERSPEC sort{};
-    App().Journal().GetSort(&sort);
-    App().SetNumber(kOptions, kSortValue, sort.propid);
-}
-
-// All that is stored when the window is closed.
-void MainWindow::StoreSettings() const
-{
-    StoreSort();
-    StoreLayout();
-    SaveColumns(m_columns, App());
-}
-
-void MainWindow::StoreLayout() const
-{
-    SavePlacement(m_window, App());
-    SaveBandLayout(m_bands.Handle(), BandLayoutParts::All, App());
+    app.Journal().GetSort(&sort);
+    app.SetNumber(kOptions, kSortValue, sort.propid);
+    app.Journal().Close();
+    DestroyWindow(m_window);
 }
 
 LRESULT MainWindow::OnSize()

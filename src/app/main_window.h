@@ -68,9 +68,6 @@ class MainWindow {
 
     bool BuildContents();
     void Close();
-    void StoreSort() const;
-    void StoreLayout() const;
-    void StoreSettings() const;
     void RefitList();
     void DropFilterMenu();
     void OnFilterChanged();

@@ -130,12 +130,13 @@ EditorRecord::Saved EditorRecord::Save(EntryToWrite* entry, Theirs theirs)
 {
     const ZStack before = m_categories;
     const Saved saved = CountUsesAndWrite(entry, theirs);
-    if (saved == Saved::Failed || saved == Saved::Changed)
+    if (saved == Saved::Failed || saved == Saved::Changed) {
         m_categories = before;
-    else {
-        m_categories.DeleteStack();
-        m_isSaved = true;
+        return saved;
     }
+    m_written = AssignedCategories(m_categories);
+    m_categories.DeleteStack();
+    m_isSaved = true;
     return saved;
 }
 
@@ -143,12 +144,15 @@ EditorRecord::Saved EditorRecord::SaveAsNew(EntryToWrite* entry)
 {
     const ZStack before = m_categories;
     const CEOID id = std::exchange(m_id, 0);
+    AddWritten();
     CountAllAsAdded(&m_categories);
     const Saved saved = Save(entry);
     if (saved == Saved::Failed) {
         m_id = id;
         m_categories = before;
+        return saved;
     }
+    m_isBesides = true;
     return saved;
 }
 
@@ -258,7 +262,7 @@ EditorRecord::Saved EditorRecord::WriteTo(Target target, EntryToWrite* entry, CE
     if (!FillBlobs(entry, &categories, &contacts))
         return Fail(StoreTrouble::NoMemory);
     entry->exists = m_id != 0;
-    entry->loadedMask = m_mask;
+    entry->loadedMask = m_isBesides ? m_mask & kMaskDeletesContacts : m_mask;
     const std::vector<CEPROPVAL> properties = PropertiesToWrite(*entry);
     const bool update = target == Target::Record;
     *written =
@@ -299,6 +303,13 @@ void EditorRecord::GoOnWith(const RescueState& state)
     for (const CEOID id : state.contacts)
         if (!IsGone(m_contacts, id))
             m_contacts.Assign(id);
+}
+
+void EditorRecord::AddWritten()
+{
+    for (const CEOID id : m_written)
+        if (!m_categories.Find(id))
+            m_categories.Push({id, kCategoryLoaded});
 }
 
 // Through the stack's own steps, so that a save counts each use once.

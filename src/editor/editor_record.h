@@ -48,9 +48,12 @@ class EditorRecord {
     // or not at all. A record that is gone is written anew.
     [[nodiscard]] Saved Save(EntryToWrite* entry, Theirs theirs = Theirs::Ask);
     // Writes a new record and leaves the one that was loaded as it is, with its categories and their uses:
-    // those of the new one are counted besides. From then on this is the new one; where it fails all is as it
-    // was.
+    // those of the new one, also what earlier saves have written, are counted besides. From then on this is
+    // the new one; where it fails all is as it was.
     [[nodiscard]] Saved SaveAsNew(EntryToWrite* entry);
+    // Behind a save: puts what it has written back into the stack, for one more that is the same save to the
+    // person.
+    void GoOnSaving() { AddWritten(); }
 
     // The part of a rescue that the record has: which one it is, what it was, and the assigned sets. Of a
     // record that was saved here the categories are those that it has.
@@ -87,6 +90,7 @@ class EditorRecord {
     Saved Fail(StoreTrouble trouble);
     uint64_t ImageNumber() const;
     void AssignOnly(const std::vector<CEOID>& categories);
+    void AddWritten();
 
     DbJournal& m_journal;
     CEOID* m_reference;
@@ -96,6 +100,8 @@ class EditorRecord {
     std::optional<Image> m_image; // of the record as it was loaded or saved last; none: not known
     std::wstring m_subject;       // that was loaded
     bool m_isSaved = false;       // here, which has emptied the stack
+    std::vector<CEOID> m_written; // that the stack had then
+    bool m_isBesides = false;     // a new record beside the one that was loaded: the mask is not of it
     StoreTrouble m_trouble = StoreTrouble::None;
     ZStack m_categories;
     DbCategories m_categoryStore;

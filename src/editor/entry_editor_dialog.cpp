@@ -373,8 +373,11 @@ EditorRecord::Saved EntryEditor::Save()
     const bool hasAll = m_changes == m_collected;
     if (saved == Saved::Updated && hasAll)
         SetModified(false);
-    if ((saved == Saved::Updated || saved == Saved::Created) && hasAll)
-        m_rescue.Discard(GetWindow());
+    if (saved == Saved::Updated || saved == Saved::Created) {
+        m_stored = m_collected;
+        // What is put aside must know the record that there is now.
+        hasAll ? m_rescue.Discard(GetWindow()) : m_rescue.WriteNow(GetWindow());
+    }
     if (saved == Saved::Failed)
         TellNotSaved();
     return saved;
@@ -498,7 +501,7 @@ std::optional<RescueState> EntryEditor::StateToRescue() const
 
 void EntryEditor::OnSessionEnd()
 {
-    if (m_modified)
+    if (HasUnstored())
         m_rescue.WriteNow(GetWindow());
 }
 
@@ -514,6 +517,7 @@ void EntryEditor::OnOK()
             return;
         if (m_changes == m_collected)
             break;
+        m_record.GoOnSaving();
     }
     m_views.DestroyLists();
     End(1);

@@ -38,7 +38,7 @@ class EntryEditor : public Dialog {
     bool OnInitDialog() override;
     const wchar_t* HelpTopic() const override { return m_helpTopic; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
-    const wchar_t* Unsaved() const override { return m_modified ? L"An entry is not saved." : nullptr; }
+    const wchar_t* Unsaved() const override { return HasUnstored() ? L"An entry is not saved." : nullptr; }
     void OnSessionEnd() override;
 
   private:
@@ -86,6 +86,9 @@ class EntryEditor : public Dialog {
     void OnDatabaseChange(WPARAM code, LPARAM id);
     void ShowChanges();
     void SetModified(bool modified);
+    // Whether there is something that is not on disk: less than being modified, which the first write of a
+    // new entry does not end.
+    bool HasUnstored() const { return m_modified && m_changes != m_stored; }
     [[nodiscard]] EditorRecord::Saved Save();
     void RememberType();
     EditorRecord::Saved CollectAndSave(EditorRecord::Theirs theirs = EditorRecord::Theirs::Ask);
@@ -112,6 +115,7 @@ class EntryEditor : public Dialog {
     bool m_modified = false;
     unsigned m_changes = 0;        // so far
     unsigned m_collected = 0;      // how many of them what was read last from the controls has
+    unsigned m_stored = 0;         // and what was written last
     bool m_durationEdited = false; // since it was shown last
     bool m_showsSubject = true;    // false: the record's could not be shown
     StoreTrouble m_notOpened = StoreTrouble::None; // why

@@ -258,6 +258,44 @@ TEST_F(EditorRecordTest, SavedAsNewItCountsTheUsesOfTheNewEntry)
     EXPECT_EQ(Uses(released), 1) << "the entry that was there has it still";
 }
 
+// The first write of the new one does not count as saved, so that OK writes it once more.
+TEST_F(EditorRecordTest, SavedAsNewItKeepsItsCategoriesInTheSecondWrite)
+{
+    const CEOID kept = Category(L"Kept");
+    CEOID id = WriteWith(kPropCategories, Ids({kept}));
+    EditorRecord record(App().Journal(), &id);
+    record.OpenStores(nullptr);
+    JournalEntry loaded;
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
+    EntryToWrite entry = Entry();
+    ASSERT_EQ(record.SaveAsNew(&entry), EditorRecord::Saved::Created);
+    entry = Entry();
+    ASSERT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+    EXPECT_EQ(Read(id).categories, Ids({kept}));
+}
+
+// An earlier save has emptied the stack.
+TEST_F(EditorRecordTest, SavedAsNewBehindASaveItHasWhatThatHasWritten)
+{
+    const CEOID kept = Category(L"Kept");
+    const CEOID added = Category(L"Added");
+    CEOID id = WriteWith(kPropCategories, Ids({kept}));
+    EditorRecord record(App().Journal(), &id);
+    record.OpenStores(nullptr);
+    JournalEntry loaded;
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
+    EntryToWrite entry = Entry();
+    ASSERT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+    record.Categories().Push({added, 0x1101});
+    ASSERT_TRUE(Change("UPDATE journal SET subject = 'theirs'"));
+    entry = Entry();
+    ASSERT_EQ(record.Save(&entry), EditorRecord::Saved::Changed);
+    ASSERT_EQ(record.SaveAsNew(&entry), EditorRecord::Saved::Created);
+    EXPECT_EQ(Read(id).categories, Ids({added, kept}));
+    EXPECT_EQ(Uses(kept), 1) << "the record that was there never counted it";
+    EXPECT_EQ(Uses(added), 1);
+}
+
 TEST_F(EditorRecordTest, WhereItCannotBeSavedAsNewItIsStillTheOneThatItWas)
 {
     const CEOID kept = Category(L"Kept");

@@ -3,6 +3,7 @@
 #include "editor/editor_rescue.h"
 #include "entry_editor_save_fixture.h"
 #include "locked_store.h"
+#include "mervane/db_categories.h"
 #include "mervane/store_waiter.h"
 #include "support/import_watch.h"
 #include "support/rescue_folder.h"
@@ -298,7 +299,15 @@ TEST_F(EntryEditorSaveTest, WhatChangesWhileASaveWaitsIsStillAChange)
 
 TEST_F(EntryEditorSaveTest, OkDoesNotCloseOverWhatChangesWhileItWaits)
 {
-    CEOID id = Write(Full());
+    DbCategories categories;
+    ASSERT_TRUE(categories.Open());
+    const CEPROPVAL name = TextValue(kCategoriesKey, L"Home");
+    DWORD blob[] = {1, categories.WriteRecord(0, 1, &name)};
+    EntryToWrite entry = Full();
+    entry.categories = {sizeof blob, reinterpret_cast<BYTE*>(blob)};
+    CEOID id = Write(entry);
+    const auto before = Read(id).categories;
+    ASSERT_TRUE(before);
     const int result = Run(&id, [&](EditorWindow& editor) {
         editor.Enter(IDC_SUBJECT, L"Mine");
         const WhileWaiting wait(m_store.Path(), [&] { AddToBody(editor, L" added"); });
@@ -306,6 +315,7 @@ TEST_F(EntryEditorSaveTest, OkDoesNotCloseOverWhatChangesWhileItWaits)
     });
     EXPECT_EQ(result, 1);
     EXPECT_EQ(Read(id).body, L"First\r\nSecond added");
+    EXPECT_EQ(Read(id).categories, before) << "it is one save to the person";
 }
 
 std::function<void()> g_whileAskedForFile;

@@ -66,6 +66,26 @@ class EntryEditorRescueTest : public EditorTest {
     RescueFolder m_folder;
 };
 
+// Its first write leaves a new entry modified, but it is on disk.
+TEST_F(EntryEditorRescueTest, ANewEntryThatWasWrittenIsNotPutAside)
+{
+    RunNew([&](EditorWindow& editor) {
+        editor.Enter(IDC_SUBJECT, L"Dinner");
+        editor.Command(CMD_SAVE);
+        ASSERT_TRUE(editor.SaveEnabled());
+        SendMessageW(editor.Window(), WM_ENDSESSION, TRUE, 0);
+    });
+    EXPECT_EQ(m_folder.Unsaved(), 0u);
+    CEOID id = 0;
+    Run(&id, [&](EditorWindow& editor) {
+        editor.Enter(IDC_SUBJECT, L"Dinner");
+        editor.Command(CMD_SAVE);
+        editor.Enter(IDC_BODY, L"More");
+        SendMessageW(editor.Window(), WM_ENDSESSION, TRUE, 0);
+    });
+    EXPECT_EQ(m_folder.Unsaved(), 1u) << "what came after it is not";
+}
+
 TEST_F(EntryEditorRescueTest, AChangeIsOnDiskAFewSecondsLater)
 {
     RunNew([&](EditorWindow& editor) {
