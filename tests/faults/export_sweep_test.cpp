@@ -2,9 +2,13 @@
 #include <gtest/gtest.h>
 
 #include "app/journal_app.h"
+#include "export/export_dialog.h"
 #include "export/export_fields.h"
 #include "export/export_job.h"
 #include "fault_sweep.h"
+#include "res/resource.h"
+#include "support/dialog_window.h"
+#include "support/test_windows.h"
 
 namespace {
 
@@ -29,28 +33,25 @@ class FaultedExport : public FaultSweep {
     ~FaultedExport() override { DeleteFileW(File().c_str()); }
     std::wstring File() const { return Path() + L".out"; }
 
-    Outcome Export(ExportFormat format)
+    Outcome Export()
     {
-        const ExportRequest request{File(), format, ExportScope::All, true, {}, &m_columns, &App().Filter()};
+        const ExportRequest request{File(),     ExportFormat::SimpleText, ExportScope::All, true, {},
+                                    &m_columns, &App().Filter()};
         ExportJob job(request, {kPropDate, 0});
         (void)job.Run([](uint32_t count) { return count < kExported; });
         return job.Trouble() == StoreTrouble::None ? Outcome::Done : Outcome::Failed;
     }
-    void SweepExport(ExportFormat format)
+    // After an export; whole: what one without a fault has written.
+    void ExpectWholeUnlessTold(Outcome outcome, std::string* whole)
     {
-        std::string whole;
-        Sweep({.prepare = [] { return App().Journal().Open(nullptr) == 1; },
-               .run =
-                   [&] {
-                       const Outcome outcome = Export(format);
-                       const std::string file = ReadFileBytes(File());
-                       whole = whole.empty() ? file : whole;
-                       if (outcome == Outcome::Done) {
-                           EXPECT_TRUE(file == whole) << "something is missing";
-                       }
-                       return outcome;
-                   },
-               .end = [] { App().Journal().Close(); }});
+        const std::string file = ReadFileBytes(File());
+        *whole = whole->empty() ? file : *whole;
+        if (outcome == Outcome::Done) {
+            EXPECT_TRUE(file == *whole) << "something is missing";
+        }
+    }
+    static void ExpectAll(const std::string& whole)
+    {
         EXPECT_EQ(CountOf("Entry ", whole), kExported);
         EXPECT_EQ(CountOf("Home", whole), 1u);
         EXPECT_EQ(CountOf("Work", whole), 1u);
@@ -62,14 +63,44 @@ class FaultedExport : public FaultSweep {
     ColumnSet m_columns;
 };
 
-TEST_F(FaultedExport, ToCommaSeparatedValues)
-{
-    SweepExport(ExportFormat::CommaSeparated);
-}
-
 TEST_F(FaultedExport, ToText)
 {
-    SweepExport(ExportFormat::SimpleText);
+    std::string whole;
+    Sweep({.prepare = [] { return App().Journal().Open(nullptr) == 1; },
+           .run =
+               [&] {
+                   const Outcome outcome = Export();
+                   ExpectWholeUnlessTold(outcome, &whole);
+                   return outcome;
+               },
+           .end = [] { App().Journal().Close(); }});
+    ExpectAll(whole);
+}
+
+// The box at the end tells how many; another one, that something could not be read.
+TEST_F(FaultedExport, ToCommaSeparatedValuesInItsWindow)
+{
+    SelectionSet selection;
+    for (CEOID id = 1; id <= kExported; ++id)
+        ASSERT_TRUE(selection.Append(id));
+    std::string whole;
+    Sweep({.prepare = [] { return App().Journal().Open(nullptr) == 1; },
+           .run =
+               [&] {
+                   const MessageBoxAnswerer boxes;
+                   const ModalDriver driver([](HWND window) {
+                       CheckRadioButton(window, IDC_EXPORT_ALL, IDC_EXPORT_FILTERED, IDC_EXPORT_SELECTED);
+                       DialogWindow(window).Ok();
+                   });
+                   RunExportDialog(nullptr, File(), ExportFormat::CommaSeparated,
+                                   {m_columns, selection, App().Filter()});
+                   EXPECT_FALSE(boxes.Boxes().empty());
+                   const Outcome outcome = boxes.Boxes().size() == 1 ? Outcome::Done : Outcome::Failed;
+                   ExpectWholeUnlessTold(outcome, &whole);
+                   return outcome;
+               },
+           .end = [] { App().Journal().Close(); }});
+    ExpectAll(whole);
 }
 
 } // namespace
