@@ -101,7 +101,9 @@ std::string KnownName(const Contact& contact)
 
 class Merge {
   public:
-    Merge(const Contact& stored, const ImportedCard& card) : m_stored(stored), m_card(card) {}
+    Merge(const Contact& stored, const ImportedCard& card)
+        : m_stored(stored), m_card(card), m_cardLines(LinesOf(card.contact[Field::Extra]))
+    {}
     Contact Run();
 
   private:
@@ -124,6 +126,7 @@ class Merge {
 
     const Contact& m_stored;
     const ImportedCard& m_card;
+    const std::vector<ExtraLine> m_cardLines; // the card's extra
     Contact m_merged;
     std::unordered_set<std::string> m_reached; // phones and e-mails of the merged contact, as lines say them
     std::unordered_set<std::string> m_reachedBefore;
@@ -184,7 +187,7 @@ void Merge::TakeFormattedName()
     if (m_card.formattedName.empty())
         return;
     bool isKept = false;
-    for (const ExtraLine& extra : LinesOf(m_card.contact[Field::Extra])) {
+    for (const ExtraLine& extra : m_cardLines) {
         isKept |= extra.property == Property::FormattedName;
         if (extra.property == Property::FormattedName)
             AddCardLine(kFormattedNameKey, std::string(extra.line.whole));
@@ -199,7 +202,7 @@ void Merge::TakeFormattedName()
 void Merge::TakeCardLines()
 {
     TakeFormattedName();
-    for (const ExtraLine& extra : LinesOf(m_card.contact[Field::Extra])) {
+    for (const ExtraLine& extra : m_cardLines) {
         if (IsUid(extra) || SaysNothing(extra) || extra.property == Property::FormattedName)
             continue;
         const std::string key = KeyOf(extra);

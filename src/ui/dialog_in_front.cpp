@@ -2,12 +2,6 @@
 
 namespace {
 
-bool IsDialog(HWND window)
-{
-    constexpr ULONG_PTR kDialogAtom = 32770;
-    return GetClassLongPtrW(window, GCW_ATOM) == kDialogAtom;
-}
-
 struct FoundDialogs {
     HWND shown = nullptr;
     HWND opening = nullptr; // its loop runs before it is shown
@@ -52,6 +46,12 @@ void CALLBACK ShowDialogInFront(HWND window, UINT, UINT_PTR timer, DWORD)
 }
 
 } // namespace
+
+bool IsDialog(HWND window)
+{
+    constexpr ULONG_PTR kDialogAtom = 32770;
+    return GetClassLongPtrW(window, GCW_ATOM) == kDialogAtom;
+}
 
 HWND DialogInFront(HWND window)
 {

@@ -9,6 +9,9 @@
 // can be worked itself or nothing is in front of it. The window may be another program's.
 HWND DialogInFront(HWND window);
 
+// Whether it is a dialog or a box.
+bool IsDialog(HWND window);
+
 // Ends a menu that the window has open; false when it has none. The menu's loop goes on until its caller's
 // message has been dealt with: what is to come after the menu has to be posted.
 [[nodiscard]] bool EndMenuOf(HWND window);

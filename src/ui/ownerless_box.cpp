@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "ui/dialog_in_front.h"
 #include "ui/window_hook.h"
 
 namespace {
@@ -57,14 +58,12 @@ class BoxWatch {
     static LRESULT CALLBACK OnCreation(int code, WPARAM wParam, LPARAM lParam)
     {
         HWND window = reinterpret_cast<HWND>(wParam);
-        if (code == HCBT_CREATEWND && s_watch && s_watch->m_hook && IsDialogClass(window)) {
+        if (code == HCBT_CREATEWND && s_watch && s_watch->m_hook && IsDialog(window)) {
             (void)s_watch->m_boxHook.Attach(window, HandleBoxMessage, s_watch);
             s_watch->Unhook();
         }
         return CallNextHookEx(nullptr, code, wParam, lParam);
     }
-
-    static bool IsDialogClass(HWND window) { return GetClassLongPtrW(window, GCW_ATOM) == kDialogAtom; }
 
     // A box that has been answered is hidden first, and another window becomes the active one.
     static LRESULT HandleBoxMessage(void* self, UINT message, WPARAM wParam, LPARAM lParam)
