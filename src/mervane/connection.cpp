@@ -116,7 +116,7 @@ bool Connection::BeginWrite()
         return false;
     }
     // What a waiter's reads fail in is theirs.
-    const StoreTrouble before = m_database.TakeTrouble();
+    const OwnTrouble own(m_database);
     const ULONGLONG end = GetTickCount64() + kLongestWait;
     bool isOpen = TryWrite();
     for (DWORD step = 1; !isOpen && m_database.Trouble() == StoreTrouble::Locked && GetTickCount64() < end;
@@ -127,9 +127,6 @@ bool Connection::BeginWrite()
         m_database.TakeTrouble();
         isOpen = TryWrite();
     }
-    const StoreTrouble trouble = m_database.TakeTrouble();
-    m_database.NoteTrouble(before);
-    m_database.NoteTrouble(trouble);
     if (isOpen)
         (void)TakeView();
     return isOpen;

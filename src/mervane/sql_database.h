@@ -67,6 +67,27 @@ class Database {
     StoreTrouble m_trouble = StoreTrouble::None;
 };
 
+// What is tried while it lives has a trouble of its own, which Take answers. At the end what was noted before
+// stands again, and behind it what was not taken.
+class OwnTrouble {
+  public:
+    explicit OwnTrouble(Database& database) : m_database(database), m_before(database.TakeTrouble()) {}
+    ~OwnTrouble()
+    {
+        const StoreTrouble left = m_database.TakeTrouble();
+        m_database.NoteTrouble(m_before);
+        m_database.NoteTrouble(left);
+    }
+    OwnTrouble(const OwnTrouble&) = delete;
+    OwnTrouble& operator=(const OwnTrouble&) = delete;
+
+    StoreTrouble Take() { return m_database.TakeTrouble(); }
+
+  private:
+    Database& m_database;
+    const StoreTrouble m_before;
+};
+
 // A prepared statement. One that failed to compile is inert: binding does nothing, Step fails. The database,
 // which outlives it, notes its failures.
 class Statement {

@@ -109,15 +109,13 @@ void Store::FollowOne(const TableChange& what)
 void Store::FollowRecord(TableId table, CEOID id)
 {
     const std::shared_ptr<TableIndex> index = m_indexes[mervane::IndexOf(table)];
-    const StoreTrouble before = TakeTrouble();
+    OwnTrouble own(m_connection.Sql());
     if (index && !FollowIndex(*index, table, id))
         m_indexes[mervane::IndexOf(table)].reset();
     // Whatever has failed here is none of the operation that is under way, which reads for itself, unless its
     // transaction has ended by it.
-    const StoreTrouble here = TakeTrouble();
-    Note(before);
-    if (!m_connection.InTransaction())
-        Note(here);
+    if (m_connection.InTransaction())
+        (void)own.Take();
 }
 
 // false when the index has to be made anew.

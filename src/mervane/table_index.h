@@ -84,10 +84,9 @@ class TableIndex {
     // A value that is read by itself for an order or a filter: where that fails, the values are not whole.
     template <typename Read> auto ReadValue(Read read)
     {
-        const StoreTrouble before = m_database.TakeTrouble();
+        OwnTrouble own(m_database);
         auto value = read();
-        NoteMissingValues(m_database.TakeTrouble());
-        m_database.NoteTrouble(before);
+        NoteMissingValues(own.Take());
         return value;
     }
     std::string WholeKey(Keys& keys, uint32_t place);

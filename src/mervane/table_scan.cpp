@@ -7,7 +7,7 @@ namespace {
 // Why it did not come to the end.
 StoreTrouble Scan(Database& database, const std::string& sql, const OnScannedRow& onRow)
 {
-    const StoreTrouble before = database.TakeTrouble();
+    OwnTrouble own(database);
     bool goesOn = true;
     {
         Statement statement(database, sql);
@@ -19,11 +19,16 @@ StoreTrouble Scan(Database& database, const std::string& sql, const OnScannedRow
         }
         goesOn = goesOn && !statement.HasFailed();
     }
-    const StoreTrouble trouble = database.TakeTrouble();
-    database.NoteTrouble(before);
+    const StoreTrouble trouble = own.Take();
     if (goesOn)
         return StoreTrouble::None;
     return trouble == StoreTrouble::None ? StoreTrouble::Other : trouble;
+}
+
+// What is larger than anything that is read ends a scan like damage.
+bool CanBePassedBy(StoreTrouble trouble)
+{
+    return trouble == StoreTrouble::Damaged || trouble == StoreTrouble::TooLarge;
 }
 
 } // namespace
@@ -33,14 +38,14 @@ StoreTrouble ScanTable(Database& database, const char* table, const std::string&
 {
     const std::string select = "SELECT oid" + (columns.empty() ? columns : ", " + columns) + " FROM " + table;
     StoreTrouble trouble = Scan(database, select, onRow);
-    if (trouble != StoreTrouble::Damaged)
+    if (!CanBePassedBy(trouble))
         return trouble;
-    // Around the damage: by the table itself, from both ends as far as each goes.
+    // Around it: by the table itself, from both ends as far as each goes.
     trouble = Scan(database, select + " NOT INDEXED ORDER BY oid", onRow);
-    if (trouble != StoreTrouble::Damaged)
+    if (!CanBePassedBy(trouble))
         return trouble;
-    trouble = Scan(database, select + " NOT INDEXED ORDER BY oid DESC", onRow);
-    return trouble == StoreTrouble::None ? StoreTrouble::Damaged : trouble;
+    const StoreTrouble fromEnd = Scan(database, select + " NOT INDEXED ORDER BY oid DESC", onRow);
+    return fromEnd == StoreTrouble::None ? trouble : fromEnd;
 }
 
 } // namespace mervane
