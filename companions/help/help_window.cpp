@@ -8,6 +8,7 @@
 #include "ui/program_icon.h"
 #include "ui/scale.h"
 #include "ui/window_placement.h"
+#include "ui/wine.h"
 #include "ui/work_area.h"
 
 namespace help {
@@ -25,6 +26,10 @@ constexpr int kWidestContents = 260;
 constexpr int kWindowWidth = 860;
 constexpr int kWindowHeight = 600;
 constexpr const wchar_t* kZoomSetting = L"Zoom"; // percent
+constexpr UINT kMsgComeForward = WM_APP;
+constexpr UINT_PTR kForwardTimer = 1;
+constexpr UINT kForwardPeriod = 100; // milliseconds from one look to the next
+constexpr int kForwardLooks = 5;
 
 // At the right of the work area, so that what asked for help stays in sight.
 RECT FirstPlace()
@@ -94,6 +99,8 @@ LRESULT HelpWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_NOTIFY: return OnNotify(reinterpret_cast<NMHDR*>(lParam));
     case WM_INITMENUPOPUP: EnableCommands(); return 0;
     case WM_COPYDATA: return OnHandedOver(reinterpret_cast<const COPYDATASTRUCT*>(lParam));
+    case kMsgComeForward: ComeForward(); return 0;
+    case WM_TIMER: StayForward(wParam); return 0;
     case WM_APPCOMMAND: return OnAppCommand(lParam);
     case WM_DESTROY: OnDestroy(); return 0;
     default: return DefWindowProcW(m_window, message, wParam, lParam);
@@ -210,7 +217,30 @@ LRESULT HelpWindow::OnHandedOver(const COPYDATASTRUCT* data)
         ShowWindow(m_window, SW_RESTORE);
     SetForegroundWindow(GetLastActivePopup(m_window));
     Show(RequestOfText(*request));
+    PostMessageW(m_window, kMsgComeForward, 0, 0);
     return TRUE;
+}
+
+// Once more, in a message that was posted: a display's server compares the time of the last one with that of
+// the last change of the keyboard's window, and leaves the keyboard where it is when that was later.
+void HelpWindow::ComeForward()
+{
+    SetForegroundWindow(GetLastActivePopup(m_window));
+    m_forwardLooks = kForwardLooks;
+    if (IsUnderWine())
+        SetTimer(m_window, kForwardTimer, kForwardPeriod, nullptr);
+}
+
+// A late event of the display, about the window that has asked, may take the foreground away once more.
+void HelpWindow::StayForward(UINT_PTR timer)
+{
+    if (timer != kForwardTimer)
+        return;
+    HWND front = GetLastActivePopup(m_window);
+    if (GetForegroundWindow() != front)
+        SetForegroundWindow(front);
+    if (--m_forwardLooks <= 0)
+        KillTimer(m_window, kForwardTimer);
 }
 
 LRESULT HelpWindow::OnAppCommand(LPARAM lParam)

@@ -56,6 +56,8 @@ class HelpWindow {
     void OnCommand(int id);
     LRESULT OnNotify(NMHDR* header);
     LRESULT OnHandedOver(const COPYDATASTRUCT* data);
+    void ComeForward();
+    void StayForward(UINT_PTR timer);
     LRESULT OnAppCommand(LPARAM lParam);
     void OnDestroy();
     bool TranslateSystemKey(const MSG& message);
@@ -102,6 +104,7 @@ class HelpWindow {
     HWND m_status = nullptr;
     ContentsPane m_contents;
     TextPane m_text;
+    int m_forwardLooks = 0; // that are still to come
     HWND m_focus = nullptr; // which child had it when the window was last left
     UniqueFont m_font;
     int m_textHeight = 0;

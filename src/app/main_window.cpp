@@ -16,6 +16,7 @@
 #include "ui/command_bands.h"
 #include "ui/dialog_in_front.h"
 #include "ui/drop_down.h"
+#include "ui/paint_wait.h"
 #include "ui/scale.h"
 #include "ui/session_end.h"
 #include "ui/store_window.h"
@@ -128,8 +129,7 @@ bool MainWindow::BuildContents()
 LRESULT MainWindow::OnDestroy()
 {
     if (m_loaded) {
-        SavePlacement(m_window, App());
-        SaveBandLayout(m_bands.Handle(), BandLayoutParts::All, App());
+        StoreLayout();
         m_list.Destroy();
         m_loaded = false;
     }
@@ -139,16 +139,26 @@ LRESULT MainWindow::OnDestroy()
 
 void MainWindow::RequestClose()
 {
-    if (!PassCloseOn(m_window))
+    if (IsPaintWaiting())
+        PostMessageW(m_window, WM_CLOSE, 0, 0);
+    else if (!PassCloseOn(m_window))
         Close();
 }
 
 // The process may be ended as soon as this returns. An open dialog goes with its owner; what it had to put
-// aside it has put aside.
+// aside it has put aside, and what it has open of the store is closed. Within a write that waits the store
+// cannot be closed: that comes when the write has given up or is done, if the process lives to see it.
 LRESULT MainWindow::OnEndSession(WPARAM ends)
 {
-    if (TakeSessionEnd(m_window, ends))
-        Close();
+    if (!TakeSessionEnd(m_window, ends))
+        return 0;
+    if (IsPaintWaiting()) {
+        StoreSettings();
+        PostMessageW(m_window, WM_ENDSESSION, ends, 0);
+        return 0;
+    }
+    Close();
+    CeDBase::CloseAll();
     return 0;
 }
 
@@ -158,12 +168,30 @@ void MainWindow::Close()
     EndAnyMenu();
     SetStoreOfWindow(m_window, kNoStore);
     m_backup.Stop();
-    JournalApp& app = App();
-    SORTORDERSPEC sort{};
-    app.Journal().GetSort(&sort);
-    app.SetNumber(kOptions, kSortValue, sort.propid);
-    app.Journal().Close();
+    StoreSort();
+    App().Journal().Close();
     DestroyWindow(m_window);
+}
+
+void MainWindow::StoreSort() const
+{
+    SORTORDERSPEC sort{};
+    App().Journal().GetSort(&sort);
+    App().SetNumber(kOptions, kSortValue, sort.propid);
+}
+
+// All that is stored when the window is closed.
+void MainWindow::StoreSettings() const
+{
+    StoreSort();
+    StoreLayout();
+    SaveColumns(m_columns, App());
+}
+
+void MainWindow::StoreLayout() const
+{
+    SavePlacement(m_window, App());
+    SaveBandLayout(m_bands.Handle(), BandLayoutParts::All, App());
 }
 
 LRESULT MainWindow::OnSize()

@@ -68,6 +68,9 @@ class MainWindow {
 
     bool BuildContents();
     void Close();
+    void StoreSort() const;
+    void StoreLayout() const;
+    void StoreSettings() const;
     void RefitList();
     void DropFilterMenu();
     void OnFilterChanged();

@@ -1,6 +1,8 @@
 #include "app/registry_store.h"
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "ui/ownerless_box.h"
 
@@ -23,8 +25,8 @@ std::wstring FindSubkeyName(HKEY root, const wchar_t* subkey)
     }
 }
 
-// The error whose box stands; 0: none does.
-DWORD g_reported = 0;
+// The errors whose boxes stand, the innermost last.
+std::vector<DWORD> g_reported;
 
 void ReportFailure(LSTATUS status)
 {
@@ -165,14 +167,14 @@ int RegistryStore::FindListString(const wchar_t* subkey, const wchar_t* prefix, 
 // something would put up a box with every tick while nobody answers the first: that one says it already.
 void RegistryStore::ReportError(DWORD code)
 {
-    if (code && code == g_reported)
+    if (std::find(g_reported.begin(), g_reported.end(), code) != g_reported.end())
         return;
-    const DWORD outer = std::exchange(g_reported, code);
+    g_reported.push_back(code);
     wchar_t* text = nullptr;
     FormatMessageW(
         FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
         code, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT), reinterpret_cast<wchar_t*>(&text), 0, nullptr);
     const LocalBlock<wchar_t> owner(text);
     ShowOwnerlessBox(text ? text : L"", L"Error", MB_ICONINFORMATION);
-    g_reported = outer;
+    g_reported.pop_back();
 }

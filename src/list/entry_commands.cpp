@@ -1,6 +1,7 @@
 #include "list/entry_commands.h"
 
 #include <algorithm>
+#include <set>
 #include <vector>
 
 #include "app/journal_app.h"
@@ -52,12 +53,63 @@ template <typename Work> StoreTrouble AllOrNothing(Work work)
 }
 
 // The same step with each record, until one fails.
-template <typename Ids> StoreTrouble WithEach(const Ids& ids, StoreTrouble (*step)(DbJournal&, CEOID))
+template <typename Ids, typename Step> StoreTrouble WithEach(const Ids& ids, Step step)
 {
     for (const CEOID id : ids)
         if (const StoreTrouble trouble = step(App().Journal(), id); trouble != StoreTrouble::None)
             return trouble;
     return StoreTrouble::None;
+}
+
+// Entries that cannot be read because the file is damaged there. What can be done with the others is done.
+struct LeftOut {
+    std::set<CEOID> entries;
+    bool hasGrown = false; // in this try
+    bool hasMore = false;  // that nobody can count
+};
+
+// What reading an entry has failed in: None where the work goes on without it.
+StoreTrouble Skip(CEOID id, StoreTrouble trouble, LeftOut* leftOut)
+{
+    if (trouble != StoreTrouble::Damaged)
+        return trouble;
+    leftOut->entries.insert(id);
+    leftOut->hasGrown = true;
+    return StoreTrouble::None;
+}
+
+// Nothing is written any more in a transaction that has come upon damage. So the work that does, which then
+// goes on reading alone, is given up and done again without the entries that it has left out.
+template <typename Work> StoreTrouble WithoutDamaged(LeftOut* leftOut, Work work)
+{
+    StoreTrouble trouble = StoreTrouble::None;
+    do {
+        leftOut->hasGrown = false;
+        (void)App().Journal().SeekFirstRecord(); // what damage keeps out of the order is found out before
+        trouble = AllOrNothing([&] {
+            const StoreTrouble own = work();
+            return own == StoreTrouble::None && leftOut->hasGrown ? StoreTrouble::Damaged : own;
+        });
+    } while (leftOut->hasGrown);
+    return trouble;
+}
+
+std::wstring EntriesText(const LeftOut& leftOut)
+{
+    if (leftOut.hasMore)
+        return L"some entries";
+    const size_t count = leftOut.entries.size();
+    return count == 1 ? L"1 entry" : std::to_wstring(count) + L" entries";
+}
+
+// Behind a command that writes. whole: that nothing was done; part: what was not done with those left out.
+void TellWhatWasNotDone(const EntryList& list, StoreTrouble trouble, const wchar_t* whole,
+                        const LeftOut& leftOut, const std::wstring& part)
+{
+    if (trouble != StoreTrouble::None)
+        TellNotDone(OwnerOf(list), whole, trouble);
+    else if (!leftOut.entries.empty() || leftOut.hasMore)
+        TellNotDone(OwnerOf(list), part.c_str(), StoreTrouble::Damaged);
 }
 
 // A record that is gone is deleted already. One that is still there was refused for a reason of its own.
@@ -69,16 +121,21 @@ StoreTrouble Delete(DbJournal& journal, CEOID id)
 }
 
 // A record that is gone, or that the store refuses as it is, is simply not copied.
-StoreTrouble CopyRecord(DbJournal& journal, CEOID id)
+StoreTrouble CopyRecord(DbJournal& journal, CEOID id, LeftOut* leftOut)
 {
+    if (leftOut->entries.contains(id))
+        return StoreTrouble::None;
     if (journal.SeekRecord(id) != id)
-        return journal.Trouble();
+        return Skip(id, journal.Trouble(), leftOut);
     WORD count = 0;
     CEPROPVAL* properties = nullptr;
     const CEOID read = journal.ReadRecord(&count, nullptr, &properties);
     const LocalBlock<CEPROPVAL> owner(properties);
-    if (read)
-        (void)journal.WriteRecord(0, count, properties);
+    if (!read)
+        return Skip(id, journal.Trouble(), leftOut);
+    if (leftOut->hasGrown)
+        return StoreTrouble::None;
+    (void)journal.WriteRecord(0, count, properties);
     return journal.Trouble();
 }
 
@@ -90,32 +147,50 @@ StoreTrouble ResetCategoryUses()
     return categories.Trouble();
 }
 
-// Of the journal's current record. Nothing is written to one that has none.
-StoreTrouble DeleteCategories(DbJournal& journal)
+// What reading the whole current record fails in: a write of it would.
+StoreTrouble TryReading(DbJournal& journal)
 {
+    WORD count = 0;
+    CEPROPVAL* properties = nullptr;
+    (void)journal.ReadRecord(&count, nullptr, &properties);
+    const LocalBlock<CEPROPVAL> owner(properties);
+    return journal.Trouble();
+}
+
+// Of the journal's current record. Nothing is written to one that has none.
+StoreTrouble DeleteCategories(DbJournal& journal, LeftOut* leftOut)
+{
+    const CEOID id = journal.CurrentRecord();
+    if (leftOut->entries.contains(id))
+        return StoreTrouble::None;
     const CEPROPID wanted = kPropCategories;
     WORD count = 1;
     CEPROPVAL* property = nullptr;
-    const CEOID id = journal.ReadRecord(&count, &wanted, &property);
+    const CEOID read = journal.ReadRecord(&count, &wanted, &property);
     const LocalBlock<CEPROPVAL> owner(property);
-    if (!id || (property->wFlags & CEDB_PROPNOTFOUND))
-        return journal.Trouble();
+    if (!read || (property->wFlags & CEDB_PROPNOTFOUND))
+        return Skip(id, journal.Trouble(), leftOut);
+    if (const StoreTrouble trouble = TryReading(journal); trouble != StoreTrouble::None)
+        return Skip(id, trouble, leftOut);
+    if (leftOut->hasGrown)
+        return StoreTrouble::None;
     property->wFlags = CEDB_PROPDELETE;
     (void)journal.WriteRecord(id, 1, property);
     return journal.Trouble();
 }
 
-// A walk that breaks off has not come to the end.
-StoreTrouble DeleteAllCategories()
+// A walk that breaks off has not come to the end, unless there is nothing but damage behind.
+StoreTrouble DeleteAllCategories(LeftOut* leftOut)
 {
     DbJournal& journal = App().Journal();
     StoreTrouble trouble = ResetCategoryUses();
     if (trouble != StoreTrouble::None)
         return trouble;
     for (int found = journal.SeekFirstRecord(); found; found = journal.SeekNextRecord())
-        if (trouble = DeleteCategories(journal); trouble != StoreTrouble::None)
+        if (trouble = DeleteCategories(journal, leftOut); trouble != StoreTrouble::None)
             return trouble;
-    return journal.Trouble();
+    leftOut->hasMore = journal.Trouble() == StoreTrouble::Damaged;
+    return leftOut->hasMore ? StoreTrouble::None : journal.Trouble();
 }
 
 } // namespace
@@ -162,11 +237,14 @@ void PasteEntries(EntryList& list)
 {
     if (!list.Handle())
         return;
+    LeftOut leftOut;
+    const auto copy = [&](DbJournal& journal, CEOID id) { return CopyRecord(journal, id, &leftOut); };
     const StoreTrouble trouble =
-        AllOrNothing([&] { return WithEach(list.Selection().InOrder(), CopyRecord); });
+        WithoutDamaged(&leftOut, [&] { return WithEach(list.Selection().InOrder(), copy); });
     list.Refresh();
-    if (trouble != StoreTrouble::None)
-        TellNotDone(OwnerOf(list), L"Nothing was pasted", trouble);
+    TellWhatWasNotDone(list, trouble, L"Nothing was pasted", leftOut,
+                       EntriesText(leftOut) + (leftOut.entries.size() == 1 ? L" was" : L" were") +
+                           L" not pasted");
 }
 
 // The list names categories and may be sorted by them.
@@ -190,8 +268,9 @@ void ClearCategories(EntryList& list)
 {
     if (!list.Handle())
         return;
-    const StoreTrouble trouble = AllOrNothing(DeleteAllCategories);
+    LeftOut leftOut;
+    const StoreTrouble trouble = WithoutDamaged(&leftOut, [&] { return DeleteAllCategories(&leftOut); });
     list.Refresh();
-    if (trouble != StoreTrouble::None)
-        TellNotDone(OwnerOf(list), L"The categories were not taken from the entries", trouble);
+    TellWhatWasNotDone(list, trouble, L"The categories were not taken from the entries", leftOut,
+                       L"The categories were not taken from " + EntriesText(leftOut));
 }

@@ -1,5 +1,6 @@
 #include "list/filter_category_pane.h"
 
+#include "editor/category_assignment.h"
 #include "editor/only_item.h"
 #include "list/filter_dialog_layout.h"
 #include "res/resource.h"
@@ -39,29 +40,21 @@ void FilterCategoryPane::Refresh()
     ListView_SetExtendedListViewStyleEx(m_list, LVS_EX_CHECKBOXES, LVS_EX_CHECKBOXES);
     if (!m_store.UpdateListView(m_list))
         return;
-    DropUnlisted();
+    const bool listsAll = m_store.Trouble() == StoreTrouble::None;
+    DropUnlistedCategories(&m_filter->categories, &m_store);
     for (size_t i = 0; i < m_filter->categories.Count(); ++i)
-        CheckItem(m_list, FindItem(m_list, static_cast<LPARAM>(m_filter->categories.GetItem(i)->id)), true);
+        if (const int item = FindItem(m_list, static_cast<LPARAM>(m_filter->categories.GetItem(i)->id));
+            item >= 0)
+            CheckItem(m_list, item, true);
     if (ItemCount(m_list) == 0)
-        ShowNone();
+        ShowOnly(listsAll ? kNoCategories : kUnreadCategories);
     SetItemWidth(m_list, ListView_GetColumnWidth(m_list, 0));
 }
 
-void FilterCategoryPane::DropUnlisted()
-{
-    ZStack listed;
-    for (size_t i = 0; i < m_filter->categories.Count(); ++i) {
-        const ZCategory& category = *m_filter->categories.GetItem(i);
-        if (FindItem(m_list, static_cast<LPARAM>(category.id)) >= 0)
-            listed.Push(category);
-    }
-    m_filter->categories = listed;
-}
-
-void FilterCategoryPane::ShowNone() const
+void FilterCategoryPane::ShowOnly(const wchar_t* text) const
 {
     ListView_SetExtendedListViewStyleEx(m_list, LVS_EX_CHECKBOXES, 0);
-    ShowOnlyItem(m_list, kNoCategories);
+    ShowOnlyItem(m_list, text);
 }
 
 void FilterCategoryPane::OnNotify(const NMHDR& notification)

@@ -18,15 +18,14 @@ class FilterCategoryPane {
     HWND List() const { return m_list; }
 
     // Lists what the store has now. What is not listed, because it is gone or hidden, leaves the filter: what
-    // is seen is what is chosen.
+    // is seen is what is chosen. What could not be read stays in it.
     void Refresh();
     // A notification of the list.
     void OnNotify(const NMHDR& notification);
     void Clear();
 
   private:
-    void ShowNone() const;
-    void DropUnlisted();
+    void ShowOnly(const wchar_t* text) const;
 
     FilterState* m_filter;
     DbCategories m_store;

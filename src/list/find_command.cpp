@@ -36,9 +36,9 @@ void RunFind(HWND owner, EntryList& list, FindRequest* request)
     const CEOID currentEntry = list.CurrentEntry();
     if (!RunFindDialog(owner, currentEntry != 0, request))
         return;
+    list.ClearSelection();
     const auto found = Search(*request, currentEntry);
     const StoreTrouble trouble = App().Journal().Trouble();
-    list.ClearSelection();
     SelectFound(list, found);
     RunFindResults(owner, found);
     list.Refresh();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <vector>
 
 #include "mervane/cursor.h"
 #include "mervane/id_blob.h"
@@ -14,6 +15,13 @@ using mervane::Store;
 namespace {
 
 constexpr uint32_t kMostRecordsCounted = 0xFFFF;
+
+// Never freed: a database may outlive it.
+std::vector<CeDBase*>& OpenDatabases()
+{
+    static auto& s_open = *new std::vector<CeDBase*>;
+    return s_open;
+}
 
 } // namespace
 
@@ -34,6 +42,7 @@ int CeDBase::OpenTable(HWND owner)
     m_closed = StoreTrouble::Unreachable;
     m_cursor = std::make_unique<Cursor>(*m_store, m_table, SORTORDERSPEC{InfoOf(m_table).defaultSort, 0});
     m_store->Changes().AddOwner(m_table, owner, this);
+    OpenDatabases().push_back(this);
     return 1;
 }
 
@@ -41,10 +50,17 @@ int CeDBase::Close()
 {
     if (!m_store)
         return 0;
+    std::erase(OpenDatabases(), this);
     m_store->Changes().RemoveOwner(this);
     m_cursor.reset();
     m_store.reset();
     return 1;
+}
+
+void CeDBase::CloseAll()
+{
+    while (!OpenDatabases().empty())
+        OpenDatabases().back()->CeDBase::Close();
 }
 
 bool CeDBase::IsOpen() const
@@ -76,6 +92,11 @@ CEOID CeDBase::SeekRecord(CEOID id)
     const bool isThere = m_store->TableOf(m_table).Exists(id) == mervane::Answer::Yes;
     m_cursor->SetCurrent(isThere ? id : 0);
     return m_cursor->Current();
+}
+
+CEOID CeDBase::CurrentRecord() const
+{
+    return m_cursor ? m_cursor->Current() : 0;
 }
 
 int CeDBase::SeekFirstRecord()

@@ -60,6 +60,8 @@ class CeDBase {
 
     // The identifier found, which is now the current record; 0 when the record is gone.
     [[nodiscard]] virtual CEOID SeekRecord(CEOID id);
+    // The current record, also where reading it fails; 0: none.
+    [[nodiscard]] CEOID CurrentRecord() const;
     // Walks, in the current sort order. Non-zero when there is such a record, which is now the current one.
     // A record deleted during a walk is passed over; the walk goes on behind it. What was begun with
     // SeekFirstRecord or SeekRecord comes to all records in the sort order, whatever the row filter; what was
@@ -151,6 +153,10 @@ class CeDBase {
     };
 
     bool IsOpen() const;
+
+    // Closes every database of this process, whoever has it open, and with them the store, unless a scope or
+    // an operation is under way. For the end of the process, when nobody will ask any more.
+    static void CloseAll();
 
   protected:
     // One operation, which leaves its trouble behind. They nest: the first trouble inside counts.

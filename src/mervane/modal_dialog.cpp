@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "mervane/store_waiter.h"
+
 namespace mervane {
 
 namespace {
@@ -53,6 +55,8 @@ INT_PTR CALLBACK ModalDialog::Procedure(HWND window, UINT message, WPARAM wParam
 INT_PTR ModalDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
     LRESULT result = 0;
+    if (PutOff(message, wParam, lParam))
+        return TRUE;
     switch (message) {
     case WM_COMMAND: OnCommandMessage(LOWORD(wParam), HIWORD(wParam)); return TRUE;
     case WM_CLOSE: OnClose(); return TRUE;
@@ -65,6 +69,13 @@ INT_PTR ModalDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
         return TRUE;
     default: return FALSE;
     }
+}
+
+// What another program sends while a write of the dialog waits comes again afterwards.
+bool ModalDialog::PutOff(UINT message, WPARAM wParam, LPARAM lParam) const
+{
+    const bool isRequest = message == WM_CLOSE || message == WM_SYSCOMMAND || message == WM_COMMAND;
+    return isRequest && IsWaitingForStore() && PostMessageW(m_window, message, wParam, lParam);
 }
 
 // Behind a box or a dialog of its own the request is that one's.

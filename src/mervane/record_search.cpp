@@ -50,8 +50,7 @@ CEOID RecordSearch::Next(const std::shared_ptr<Store>& store, TableId table, con
         if (!MayPass(m_missed))
             m_basis = basis;
     }
-    if (m_found.empty())
-        store->Note(m_missed);
+    store->Note(m_missed);
     if (m_found.empty())
         return 0;
     m_lastAnswer = IndexBehind(*order, index, behind) % m_found.size();

@@ -3,6 +3,7 @@
 namespace {
 
 StoreWaiter g_waiter = nullptr;
+bool g_isWaiting = false; // no wait begins inside another one
 
 } // namespace
 
@@ -15,10 +16,17 @@ namespace mervane {
 
 void WaitForStore(DWORD milliseconds)
 {
+    g_isWaiting = true;
     if (g_waiter)
         g_waiter(milliseconds);
     else
         Sleep(milliseconds);
+    g_isWaiting = false;
+}
+
+bool IsWaitingForStore()
+{
+    return g_isWaiting;
 }
 
 } // namespace mervane

@@ -14,5 +14,7 @@ void SetStoreWaiter(StoreWaiter waiter);
 namespace mervane {
 
 void WaitForStore(DWORD milliseconds);
+// Inside WaitForStore.
+[[nodiscard]] bool IsWaitingForStore();
 
 } // namespace mervane

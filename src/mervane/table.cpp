@@ -149,6 +149,7 @@ CEOID Table::Insert(const RecordValues& values)
         return static_cast<CEOID>(id);
     // Inside a bulk nothing rolls it back.
     (void)Delete(id);
+    m_database.NoteTrouble(StoreTrouble::Full);
     return 0;
 }
 

@@ -5,6 +5,7 @@
 
 #include "ui/dialog_in_front.h"
 #include "ui/launch.h"
+#include "ui/paint_wait.h"
 #include "ui/program_icon.h"
 #include "ui/scale.h"
 #include "ui/session_end.h"
@@ -102,7 +103,7 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
         self->NoteActivation(wParam, reinterpret_cast<HWND>(lParam));
         PassActivationOn(window, wParam);
     }
-    if (self->IsOutOfReach(message, wParam, lParam))
+    if (PutOffWhileWaiting(window, message, wParam, lParam) || self->IsOutOfReach(message, wParam, lParam))
         return TRUE;
     LRESULT result = 0;
     const bool handled =

@@ -3,8 +3,11 @@
 
 #include <windows.h>
 
+#include "ui/paint_wait.h"
+
 // The creation parameter is the object. It has a member m_window, which this sets and clears, and OnMessage,
-// which gets all that comes from WM_NCCREATE on; it makes this class its friend.
+// which gets all that comes from WM_NCCREATE on, but for what is put off (PutOffWhileWaiting); it makes this
+// class its friend.
 template <typename Window> class WindowProcedure {
   public:
     static LRESULT CALLBACK Run(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
@@ -17,6 +20,8 @@ template <typename Window> class WindowProcedure {
         auto* self = reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
         if (!self)
             return DefWindowProcW(window, message, wParam, lParam);
+        if (PutOffWhileWaiting(window, message, wParam, lParam))
+            return 0;
         const LRESULT result = self->OnMessage(message, wParam, lParam);
         if (message == WM_NCDESTROY) {
             SetWindowLongPtrW(window, GWLP_USERDATA, 0);

@@ -171,6 +171,31 @@ TEST(ReportError, OneBoxStandsForAnErrorUntilItIsAnswered)
     EXPECT_EQ(answerer.Boxes().size(), 1u) << "and another one for the next time";
 }
 
+// A write without its subkey fails twice, with one error behind the other, at each tick.
+TEST(ReportError, TwoErrorsThatTakeTurnsHaveOneBoxEach)
+{
+    static int s_ticks;
+    static size_t s_boxes;
+    s_ticks = 0;
+    s_boxes = 0;
+    const auto tick = [](HWND, UINT, UINT_PTR, DWORD) {
+        const int own = ++s_ticks;
+        if (own > 10)
+            return;
+        RegistryStore::ReportError(ERROR_ACCESS_DENIED);
+        RegistryStore::ReportError(ERROR_INVALID_HANDLE);
+        if (own < 10)
+            return;
+        for (HWND box = nullptr; (box = FindWindowExW(nullptr, box, L"#32770", L"Error")) != nullptr;
+             ++s_boxes)
+            PostMessageW(box, WM_COMMAND, IDOK, 0);
+    };
+    const UINT_PTR timer = SetTimer(nullptr, 0, 10, tick);
+    RegistryStore::ReportError(ERROR_ACCESS_DENIED);
+    KillTimer(nullptr, timer);
+    EXPECT_EQ(s_boxes, 2u);
+}
+
 TEST(ReportError, NothingElseCanBeWorkedWhileItsBoxStands)
 {
     const TestParent parent;

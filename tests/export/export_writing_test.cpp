@@ -5,6 +5,7 @@
 #include "export/export_window.h"
 #include "res/resource.h"
 #include "support/import_watch.h"
+#include "support/unreadable_table.h"
 
 extern "C" {
 extern decltype(&GetTickCount64) __imp_GetTickCount64;
@@ -71,6 +72,23 @@ TEST_F(ExportWritingTest, TellsHowManyWentOut)
     EXPECT_EQ(RunThrough(ExportFormat::CommaSeparated), L"Exported 1 record");
     AddEntries(11);
     EXPECT_EQ(RunThrough(ExportFormat::SimpleText), L"Exported 12 records");
+}
+
+TEST_F(ExportWritingTest, TellsBehindTheCountThatNotAllCouldBeRead)
+{
+    AddEntry(1, L"one");
+    const MessageBoxAnswerer answerer;
+    HWND window = nullptr;
+    Run(ExportFormat::CommaSeparated, [&](ExportWindow& dialog) {
+        window = dialog.Window();
+        const UnreadableTable none(m_store.Path(), "journal");
+        dialog.Ok();
+    });
+    ASSERT_EQ(answerer.Boxes().size(), 2u);
+    EXPECT_EQ(answerer.Boxes()[0].text, L"Exported 0 records");
+    EXPECT_TRUE(answerer.Boxes()[1].text.starts_with(L"Not every entry could be read and exported: "));
+    EXPECT_TRUE(answerer.Boxes()[1].text.ends_with(L"Nothing that was stored before is lost."));
+    EXPECT_EQ(answerer.Boxes()[1].owner, window);
 }
 
 TEST_F(ExportWritingTest, TheBoxBelongsToTheDialogAndHasOneButton)

@@ -610,6 +610,30 @@ LRESULT HandOverTo(HWND window, ULONG_PTR mark, const std::wstring& request, DWO
     return SendMessageW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
 }
 
+TEST_F(HelpWindowTest, ComesForwardForARequestAndStaysThere)
+{
+    Open(kPage);
+    HWND window = m_window->Handle();
+    const TestParent other;
+    const auto isInFront = [](HWND wanted) {
+        SetForegroundWindow(wanted);
+        return PumpUntil([=] { return GetForegroundWindow() == wanted; });
+    };
+    ASSERT_TRUE(isInFront(other.Handle()));
+    EXPECT_EQ(HandOverTo(window, 0x48454C50, L"#Two", 8), TRUE);
+    EXPECT_TRUE(PumpUntil([=] { return GetForegroundWindow() == window; }));
+    SetForegroundWindow(other.Handle()); // as a late event of the display has it
+    EXPECT_TRUE(PumpUntil([=] { return GetForegroundWindow() == window; }));
+    int steady = 0;
+    EXPECT_TRUE(PumpUntil([&] {
+        if (GetForegroundWindow() == other.Handle())
+            return ++steady >= 100;
+        steady = 0;
+        SetForegroundWindow(other.Handle());
+        return false;
+    })) << "and not for ever";
+}
+
 TEST_F(HelpWindowTest, TakesARequestOfAnotherProgramAndNothingElse)
 {
     Open(kPage);

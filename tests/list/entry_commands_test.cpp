@@ -440,6 +440,17 @@ TEST_F(EntryCommandsTest, ARecordThatCannotBeWrittenIsSimplyNotCopied)
     EXPECT_EQ(Properties(6), Properties(Id(3)));
 }
 
+TEST_F(EntryCommandsTest, WhereNoIdentifierIsLeftThePasteSaysSo)
+{
+    m_list.SelectRecord(Id(1));
+    Execute("UPDATE sqlite_sequence SET seq = 4294967295 WHERE name = 'journal'");
+    const MessageBoxAnswerer answerer;
+    PasteEntries(m_list);
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_TRUE(answerer.Boxes()[0].text.starts_with(L"Nothing was pasted: "));
+    EXPECT_EQ(RecordCount(), 5u);
+}
+
 TEST_F(EntryCommandsTest, ACommandAfterTheEndDoesNothing)
 {
     DontAsk();

@@ -3,6 +3,7 @@
 #include "list/filter_dialog_fixture.h"
 #include "ui/scale.h"
 #include "util/clock.h"
+#include "support/unreadable_table.h"
 
 namespace {
 
@@ -359,6 +360,25 @@ TEST_F(FilterDialogTest, WhatIsNotListedLeavesTheFilter)
     EXPECT_TRUE(Run(true, [](const OpenFilter& dialog) { dialog.Command(IDOK); }));
     EXPECT_EQ(Filter().categories.Count(), 1u);
     EXPECT_TRUE(Filter().categories.Find(work));
+}
+
+TEST_F(FilterDialogTest, WhatCannotBeReadStaysInTheFilter)
+{
+    const CEOID work = AddCategory(L"Work");
+    AddCategory(L"Garden");
+    Filter() = OnCategories({work});
+    EXPECT_TRUE(Run(true, [&](const OpenFilter& dialog) {
+        EXPECT_EQ(dialog.Categories().Count(), 2);
+        const UnreadableTable none(m_store.Path(), "categories");
+        SendMessageW(dialog.Window(), kMsgDatabaseChange, kChangeWorkEnded, 0);
+        ASSERT_EQ(dialog.Categories().Count(), 1);
+        EXPECT_EQ(dialog.Categories().Text(0), L"<The categories cannot be read>");
+        EXPECT_EQ(dialog.Categories().Box(0), 0);
+        dialog.Ok();
+    }));
+    ASSERT_EQ(Filter().categories.Count(), 1u);
+    EXPECT_TRUE(Filter().categories.Find(work));
+    EXPECT_TRUE(Filter().active);
 }
 
 TEST_F(FilterDialogTest, AnEmptyListSaysNoneWithoutABox)

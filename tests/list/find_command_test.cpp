@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "support/dialog_window.h"
+#include "support/import_watch.h"
 #include "support/test_windows.h"
 #include "list/entry_list_fixture.h"
 #include "res/resource.h"
@@ -84,6 +85,31 @@ TEST_F(RunFindTest, SelectsEveryEntryFound)
     EXPECT_EQ(LastReport(), 1);
     EXPECT_EQ(m_request.text, L"walk");
     EXPECT_EQ(GetFocus(), Handle()) << "the keyboard is back in the list";
+}
+
+EntryList* g_list = nullptr;
+size_t g_selectedAtFirst = 99; // when the search began
+
+HCURSOR WINAPI NoteSelection(HCURSOR cursor)
+{
+    if (g_selectedAtFirst == 99)
+        g_selectedAtFirst = g_list->Selection().InOrder().size();
+    return cursor;
+}
+
+TEST_F(RunFindTest, TheSelectionIsEmptyBeforeTheSearchBegins)
+{
+    const CEOID a = AddEntry(1, L"walk");
+    CreateList();
+    m_list.SelectRecord(a);
+    g_list = &m_list;
+    g_selectedAtFirst = 99;
+    {
+        const ImportWatch<decltype(&SetCursor)> cursors(&__imp_SetCursor, NoteSelection);
+        Find(L"walk");
+    }
+    EXPECT_EQ(g_selectedAtFirst, 0u);
+    EXPECT_EQ(Selected(), Ids{a});
 }
 
 TEST_F(RunFindTest, NothingFoundEmptiesTheSelection)

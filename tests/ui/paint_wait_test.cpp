@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <thread>
+#include <vector>
 
 #include "support/test_windows.h"
 
@@ -82,6 +83,63 @@ TEST_F(PaintWait, AnswersWhatIsSent)
         PaintWhileWaiting(20);
     sender.join();
     EXPECT_EQ(answer, 7u);
+}
+
+// A close, a command or a system command in the midst of something would be done within it.
+TEST_F(PaintWait, PutsOffWhatIsSentAndAsksForWork)
+{
+    std::vector<UINT> done;
+    bool isWaiting = false;
+    const TestParent window{[&](HWND self, UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
+        const bool isOurs = message == WM_CLOSE || message == WM_SYSCOMMAND || message == WM_COMMAND;
+        if (!isOurs)
+            return false;
+        *result = 0;
+        if (PutOffWhileWaiting(self, message, wParam, lParam))
+            return true;
+        done.push_back(message == WM_COMMAND ? HIWORD(wParam) + 1000u : message);
+        isWaiting = isWaiting || IsPaintWaiting();
+        return true;
+    }};
+    std::atomic<bool> isSent = false;
+    std::thread sender([&] {
+        SendMessageW(window.Handle(), WM_CLOSE, 0, 0);
+        SendMessageW(window.Handle(), WM_COMMAND, MAKEWPARAM(7, BN_CLICKED), 0);
+        SendMessageW(window.Handle(), WM_COMMAND, MAKEWPARAM(7, 1), 0);
+        SendMessageW(window.Handle(), WM_SYSCOMMAND, SC_CLOSE, 0);
+        isSent = true;
+    });
+    const ULONGLONG end = GetTickCount64() + kWaitLimit;
+    while (!isSent && GetTickCount64() < end) {
+        PaintWhileWaiting(20);
+        EXPECT_FALSE(IsPaintWaiting());
+    }
+    sender.join();
+    EXPECT_TRUE(done.empty());
+    PumpMessages();
+    EXPECT_EQ(done, (std::vector<UINT>{WM_CLOSE, 1000, 1001, WM_SYSCOMMAND}));
+    EXPECT_FALSE(isWaiting);
+}
+
+// What a control tells of itself; keys that are sent are the control's too.
+TEST_F(PaintWait, LetsThroughWhatAControlTells)
+{
+    WPARAM told = 0;
+    const TestParent window{[&](HWND self, UINT message, WPARAM wParam, LPARAM lParam, LRESULT*) {
+        if (message == WM_COMMAND && !PutOffWhileWaiting(self, message, wParam, lParam) && IsPaintWaiting())
+            told = wParam;
+        return false;
+    }};
+    std::atomic<bool> isSent = false;
+    std::thread sender([&] {
+        SendMessageW(window.Handle(), WM_COMMAND, MAKEWPARAM(7, EN_CHANGE), 1);
+        isSent = true;
+    });
+    const ULONGLONG end = GetTickCount64() + kWaitLimit;
+    while (!isSent && GetTickCount64() < end)
+        PaintWhileWaiting(20);
+    sender.join();
+    EXPECT_EQ(told, MAKEWPARAM(7, EN_CHANGE));
 }
 
 TEST_F(PaintWait, ShowsTheHourglassMeanwhile)

@@ -1,0 +1,134 @@
+// What the commands make of a journal of which some entries are damaged: the others are done.
+#include <cstdint>
+#include <memory>
+
+#include "list/entry_commands.h"
+#include "list/entry_list_fixture.h"
+#include "list/find_command.h"
+#include "mervane/db_categories.h"
+#include "res/resource.h"
+#include "support/dialog_window.h"
+
+namespace {
+
+using List = std::vector<CEOID>;
+
+constexpr size_t kPageSize = 4096;
+constexpr const wchar_t* kBehind =
+    L": the journal's file is damaged.\n\nNothing that was stored before is lost.";
+
+std::wstring Mark(size_t index)
+{
+    return L"<mark of " + std::to_wstring(index) + L">";
+}
+
+// Five entries of one category, each with a body of several pages.
+class DamagedEntries : public EntryListTest {
+  protected:
+    DamagedEntries()
+    {
+        EXPECT_EQ(m_categories.Open(), 1);
+        m_category = m_categories.Add(L"Work");
+        for (size_t i = 0; i < 5; ++i) {
+            EXPECT_EQ(m_categories.IncUse(m_category), 1);
+            m_ids.push_back(
+                TestRecord()
+                    .Time(kPropDate, Instant(2001, 1, static_cast<WORD>(i + 1)))
+                    .Text(kPropSubject, L"entry " + std::to_wstring(i))
+                    .Text(kPropBody, std::wstring(6000, L'a') + Mark(i) + std::wstring(6000, L'z') + L" end")
+                    .Blob(kPropCategories, {1, m_category})
+                    .Write());
+        }
+    }
+    ~DamagedEntries() override { m_categories.Close(); }
+
+    // Where the pages of their bodies lead on, they lead nowhere.
+    void Damage(std::initializer_list<size_t> entries)
+    {
+        m_categories.Close();
+        App().Journal().Close();
+        std::string bytes = ReadFileBytes(m_store.Path());
+        for (const size_t entry : entries) {
+            const std::wstring mark = Mark(entry);
+            const size_t at = bytes.find(std::string(mark.begin(), mark.end()));
+            ASSERT_NE(at, std::string::npos);
+            bytes.replace(at / kPageSize * kPageSize, 4, 4, '\x7F');
+        }
+        ASSERT_TRUE(WriteFileBytes(m_store.Path(), bytes));
+        ASSERT_EQ(App().Journal().Open(nullptr), 1);
+        ASSERT_EQ(m_categories.Open(), 1);
+        CreateList();
+        Paint();
+    }
+    // The categories of an entry as they are stored; nothing when they cannot be read.
+    static bool HasCategories(CEOID id)
+    {
+        const CEPROPID wanted = kPropCategories;
+        WORD count = 1;
+        CEPROPVAL* property = nullptr;
+        if (App().Journal().SeekRecord(id) != id || !App().Journal().ReadRecord(&count, &wanted, &property))
+            return false;
+        const LocalBlock<CEPROPVAL> owner(property);
+        return !(property->wFlags & CEDB_PROPNOTFOUND);
+    }
+    void ExpectOnlyBox(const MessageBoxAnswerer& boxes, const std::wstring& what) const
+    {
+        ASSERT_EQ(boxes.Boxes().size(), 1u);
+        EXPECT_EQ(boxes.Boxes()[0].text, what + kBehind);
+        EXPECT_EQ(boxes.Boxes()[0].owner, m_parent.Handle());
+    }
+
+    DbCategories m_categories;
+    CEOID m_category = 0;
+    List m_ids;
+};
+
+TEST_F(DamagedEntries, LoseTheirCategoriesWithoutTheOnesThatCannotBeRead)
+{
+    Damage({2});
+    const MessageBoxAnswerer boxes;
+    ClearCategories(m_list);
+    ExpectOnlyBox(boxes, L"The categories were not taken from 1 entry");
+    for (const size_t entry : {0u, 1u, 3u, 4u})
+        EXPECT_FALSE(HasCategories(m_ids[entry])) << entry;
+    EXPECT_EQ(App().Journal().RecordCount(), 5u);
+}
+
+TEST_F(DamagedEntries, ArePastedWithoutTheOnesThatCannotBeRead)
+{
+    Damage({1, 2});
+    for (const CEOID id : m_ids)
+        m_list.Selection().Append(id);
+    const MessageBoxAnswerer boxes;
+    PasteEntries(m_list);
+    ExpectOnlyBox(boxes, L"2 entries were not pasted");
+    EXPECT_EQ(App().Journal().RecordCount(), 8u);
+    EXPECT_EQ(Selected(), m_ids);
+}
+
+TEST_F(DamagedEntries, ASearchThatFindsSomethingTellsThatItDidNotSeeAll)
+{
+    Damage({2});
+    std::unique_ptr<ModalDriver> results;
+    std::wstring found;
+    ModalDriver find([&](HWND window) {
+        results = std::make_unique<ModalDriver>([&](HWND resultsWindow) {
+            const DialogWindow dialog(resultsWindow);
+            found = dialog.Text(IDC_FOUND_COUNT);
+            dialog.Ok();
+        });
+        const DialogWindow dialog(window);
+        dialog.Click(IDC_FIND_ENTRY);
+        dialog.Click(IDC_FIND_FROM_TOP);
+        dialog.SetText(IDC_FIND_TEXT, L" end");
+        dialog.Ok();
+    });
+    const MessageBoxAnswerer boxes;
+    FindRequest request;
+    RunFind(m_parent.Handle(), m_list, &request);
+    ASSERT_TRUE(results && results->Ran());
+    EXPECT_EQ(found, L"4");
+    ExpectOnlyBox(boxes, L"Not every entry was looked at");
+}
+
+} // namespace
