@@ -1,6 +1,7 @@
 #include "help/help_window.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "help/one_window.h"
 #include "help/resource.h"
@@ -26,7 +27,7 @@ constexpr int kWidestContents = 260;
 constexpr int kWindowWidth = 860;
 constexpr int kWindowHeight = 600;
 constexpr const wchar_t* kZoomSetting = L"Zoom"; // percent
-constexpr UINT kMsgComeForward = WM_APP;
+constexpr UINT kMsgShowAsked = WM_APP;
 constexpr UINT_PTR kForwardTimer = 1;
 constexpr UINT kForwardPeriod = 100; // milliseconds from one look to the next
 constexpr int kForwardLooks = 5;
@@ -99,7 +100,7 @@ LRESULT HelpWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_NOTIFY: return OnNotify(reinterpret_cast<NMHDR*>(lParam));
     case WM_INITMENUPOPUP: EnableCommands(); return 0;
     case WM_COPYDATA: return OnHandedOver(reinterpret_cast<const COPYDATASTRUCT*>(lParam));
-    case kMsgComeForward: ComeForward(); return 0;
+    case kMsgShowAsked: ShowAsked(); return 0;
     case WM_TIMER: StayForward(wParam); return 0;
     case WM_APPCOMMAND: return OnAppCommand(lParam);
     case WM_DESTROY: OnDestroy(); return 0;
@@ -213,19 +214,28 @@ LRESULT HelpWindow::OnHandedOver(const COPYDATASTRUCT* data)
     const std::optional<std::wstring> request = HandedOver(data);
     if (!request)
         return FALSE;
+    m_asked.push_back(RequestOfText(*request));
+    return PostMessageW(m_window, kMsgShowAsked, 0, 0);
+}
+
+void HelpWindow::ComeForward()
+{
     if (IsIconic(m_window))
         ShowWindow(m_window, SW_RESTORE);
     SetForegroundWindow(GetLastActivePopup(m_window));
-    Show(RequestOfText(*request));
-    PostMessageW(m_window, kMsgComeForward, 0, 0);
-    return TRUE;
 }
 
-// Once more, in a message that was posted: a display's server compares the time of the last one with that of
-// the last change of the keyboard's window, and leaves the keyboard where it is when that was later.
-void HelpWindow::ComeForward()
+// In a message that was posted. Within the one that was sent the other program would wait for the page, and
+// where that takes long open a window of its own; and a display's server compares the time of the last posted
+// one with that of the last change of the keyboard's window, and leaves it where it is when that was later.
+void HelpWindow::ShowAsked()
 {
-    SetForegroundWindow(GetLastActivePopup(m_window));
+    if (m_asked.empty())
+        return;
+    const HelpRequest request = std::move(m_asked.front());
+    m_asked.erase(m_asked.begin());
+    ComeForward();
+    Show(request);
     m_forwardLooks = kForwardLooks;
     if (IsUnderWine())
         SetTimer(m_window, kForwardTimer, kForwardPeriod, nullptr);
@@ -236,9 +246,8 @@ void HelpWindow::StayForward(UINT_PTR timer)
 {
     if (timer != kForwardTimer)
         return;
-    HWND front = GetLastActivePopup(m_window);
-    if (GetForegroundWindow() != front)
-        SetForegroundWindow(front);
+    if (IsIconic(m_window) || GetForegroundWindow() != GetLastActivePopup(m_window))
+        ComeForward();
     if (--m_forwardLooks <= 0)
         KillTimer(m_window, kForwardTimer);
 }

@@ -56,6 +56,7 @@ class HelpWindow {
     void OnCommand(int id);
     LRESULT OnNotify(NMHDR* header);
     LRESULT OnHandedOver(const COPYDATASTRUCT* data);
+    void ShowAsked();
     void ComeForward();
     void StayForward(UINT_PTR timer);
     LRESULT OnAppCommand(LPARAM lParam);
@@ -104,8 +105,9 @@ class HelpWindow {
     HWND m_status = nullptr;
     ContentsPane m_contents;
     TextPane m_text;
-    int m_forwardLooks = 0; // that are still to come
-    HWND m_focus = nullptr; // which child had it when the window was last left
+    std::vector<HelpRequest> m_asked; // by other programs, and not yet shown
+    int m_forwardLooks = 0;           // that are still to come
+    HWND m_focus = nullptr;           // which child had it when the window was last left
     UniqueFont m_font;
     int m_textHeight = 0;
     UniqueIcon m_smallIcon;

@@ -639,15 +639,17 @@ TEST_F(HelpWindowTest, TakesARequestOfAnotherProgramAndNothingElse)
     Open(kPage);
     HWND window = m_window->Handle();
     EXPECT_EQ(HandOverTo(window, 0x48454C50, L"#Two", 8), TRUE);
-    EXPECT_EQ(Title(), L"Second");
+    EXPECT_EQ(Title(), L"First") << "the other program does not wait for the page";
+    EXPECT_TRUE(PumpUntil([this] { return Title() == L"Second"; }));
     EXPECT_EQ(HandOverTo(window, 1, L"#One", 8), FALSE);
     EXPECT_EQ(HandOverTo(window, 0x48454C50, L"#One", 7), FALSE);
     EXPECT_EQ(SendMessageW(window, WM_COPYDATA, 0, 0), FALSE);
+    PumpMessages();
     EXPECT_EQ(Title(), L"Second");
     ShowWindow(window, SW_MINIMIZE);
     EXPECT_EQ(HandOverTo(window, 0x48454C50, L"#Three", 12), TRUE);
-    EXPECT_FALSE(IsIconic(window));
-    EXPECT_EQ(Title(), L"Third");
+    EXPECT_TRUE(PumpUntil([this] { return Title() == L"Third"; }));
+    EXPECT_TRUE(PumpUntil([=] { return !IsIconic(window); }));
 }
 
 TEST_F(HelpWindowTest, F1ShowsThePageOnThisWindow)
