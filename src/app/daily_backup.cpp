@@ -1,12 +1,18 @@
 #include "app/daily_backup.h"
 
 #include "app/journal_app.h"
+#include "ui/dialog_in_front.h"
 #include "util/clock.h"
 
 namespace {
 
 // The start comes first, and what the person does at once.
 constexpr unsigned kDelay = 1000; // milliseconds
+constexpr unsigned kUntilTold = 250;
+
+constexpr const wchar_t* kDamageFound =
+    L"The journal's file is damaged. It was found when today's backup was made, which is not kept. The older "
+    L"backups stay.\n\nWhat can be read is shown. The help tells, under Backup, how to go back to a backup.";
 
 bool NoInputWaits()
 {
@@ -17,7 +23,7 @@ bool NoInputWaits()
 
 void DailyBackup::Start(HWND window)
 {
-    m_begun = false;
+    m_stage = Stage::Begin;
     m_window = window;
     SetTimerOf(kDelay);
 }
@@ -51,11 +57,32 @@ void DailyBackup::Continue()
 {
     if (!NoInputWaits())
         return;
-    DbJournal& journal = App().Journal();
-    const unsigned next = m_begun ? journal.StepBackup(NoInputWaits) : journal.BeginBackup(LocalNow());
-    m_begun = true;
-    if (next == 0)
-        StopTimer();
+    if (m_stage == Stage::Tell)
+        MaybeTellDamage();
     else
-        SetTimerOf(next);
+        Work();
+}
+
+void DailyBackup::Work()
+{
+    DbJournal& journal = App().Journal();
+    const unsigned next =
+        m_stage == Stage::Copy ? journal.StepBackup(NoInputWaits) : journal.BeginBackup(LocalNow());
+    m_stage = Stage::Copy;
+    if (next != 0)
+        return SetTimerOf(next);
+    if (journal.BackupTrouble() != StoreTrouble::Damaged)
+        return StopTimer();
+    m_stage = Stage::Tell;
+    SetTimerOf(kUntilTold);
+}
+
+// Over the window itself, and not in the midst of something: the timer comes again.
+void DailyBackup::MaybeTellDamage()
+{
+    if (!IsWindowEnabled(m_window) || IsIconic(m_window) || IsMenuOpen())
+        return;
+    HWND window = m_window;
+    StopTimer();
+    MessageBoxW(window, kDamageFound, L"Journal", MB_OK | MB_ICONEXCLAMATION);
 }

@@ -1,5 +1,5 @@
 // DailyBackup: the day's copy of the store, begun when the window has been painted and made while nobody
-// presses a key.
+// presses a key. Where that finds the store damaged the person is told.
 #pragma once
 
 #include <windows.h>
@@ -21,7 +21,10 @@ class DailyBackup {
     void SetTimerOf(unsigned milliseconds);
     void StopTimer();
     void Continue();
+    void Work();
+    void MaybeTellDamage();
 
+    enum class Stage { Begin, Copy, Tell };
     HWND m_window = nullptr; // with the timer; null: nothing is to be done
-    bool m_begun = false;
+    Stage m_stage = Stage::Begin;
 };

@@ -62,6 +62,7 @@ BackupDay DayOfTime(const SYSTEMTIME& time)
 unsigned StoreBackup::Begin(BackupDay today)
 {
     End();
+    m_trouble = StoreTrouble::None;
     if (!today.ok() || m_store.Sql().IsReadOnly() || m_store.LookAtFile() != StoreTrouble::None)
         return kNever;
     const BackupNames names(FileNameOf(m_path));
@@ -94,7 +95,7 @@ unsigned StoreBackup::CopyPages()
     case StoreCopy::Progress::More: break;
     case StoreCopy::Progress::Held: return kSoon;
     case StoreCopy::Progress::Made: m_isMade = true; return kAtOnce;
-    case StoreCopy::Progress::Failed: return kNever;
+    case StoreCopy::Progress::Failed: m_trouble = m_copy.Trouble(); return kNever;
     }
     const bool hasRestarted = before > 0 && m_copy.PagesDone() <= before;
     return hasRestarted && ++m_restarts % kRestartsToPause == 0 ? kPause : kAtOnce;
@@ -106,7 +107,8 @@ unsigned StoreBackup::Finish(MayGoOn mayGoOn)
     const WholeCheck::Result result = m_copy.Check(mayGoOn);
     if (result == WholeCheck::Result::Interrupted)
         return kSoon;
-    if (result == WholeCheck::Result::Whole && m_store.LookAtFile() == StoreTrouble::None)
+    m_trouble = result == WholeCheck::Result::Whole ? m_store.LookAtFile() : m_copy.Trouble();
+    if (m_trouble == StoreTrouble::None)
         KeepCopy();
     End();
     return kNever;
@@ -115,8 +117,10 @@ unsigned StoreBackup::Finish(MayGoOn mayGoOn)
 void StoreBackup::KeepCopy()
 {
     const BackupNames names(FileNameOf(m_path));
-    if (!m_copy.Name(BackupPath(m_path, names.OfDay(m_today))))
+    if (!m_copy.Name(BackupPath(m_path, names.OfDay(m_today)))) {
+        m_trouble = m_copy.Trouble();
         return;
+    }
     m_copy.Keep();
     const std::wstring folder = BackupPath(m_path, L"");
     if (const auto files = FilesLike(folder + L"*"))

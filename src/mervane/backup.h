@@ -32,6 +32,8 @@ class StoreBackup {
     [[nodiscard]] unsigned Step(MayGoOn mayGoOn);
     // Ends what is under way and removes it.
     void End();
+    // Why the one that was begun last was not kept; None where it was, and as long as it is under way.
+    StoreTrouble Trouble() const { return m_trouble; }
 
   private:
     [[nodiscard]] unsigned CopyPages();
@@ -44,6 +46,7 @@ class StoreBackup {
     StoreCopy m_copy;
     bool m_isMade = false; // and not checked yet
     int m_restarts = 0;
+    StoreTrouble m_trouble = StoreTrouble::None;
 };
 
 // A copy of a store of an older version, made and checked at once; copy is to be named and kept.

@@ -82,6 +82,12 @@ void DbJournal::EndBackup()
         store->Backup().End();
 }
 
+StoreTrouble DbJournal::BackupTrouble() const
+{
+    const auto& store = SharedStore();
+    return store ? store->Backup().Trouble() : StoreTrouble::None;
+}
+
 CEOID DbJournal::FindBehind(CEOID id, const mervane::SearchRequest& request)
 {
     const ReadOperation operation(*this);

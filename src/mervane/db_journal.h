@@ -49,6 +49,8 @@ class DbJournal : public CeDBase {
     [[nodiscard]] unsigned BeginBackup(const SYSTEMTIME& today);
     [[nodiscard]] unsigned StepBackup(bool (*mayGoOn)());
     void EndBackup();
+    // Why the backup that was begun last was not kept: Damaged where damage was found in what it has copied.
+    [[nodiscard]] StoreTrouble BackupTrouble() const;
 
   private:
     CEOID FindBehind(CEOID id, const mervane::SearchRequest& request);

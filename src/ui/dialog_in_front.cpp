@@ -69,6 +69,12 @@ bool EndMenuOf(HWND window)
     return IsWindowEnabled(window) && IsMenuOpen(&info) && info.hwndMenuOwner == window && EndMenu();
 }
 
+bool IsMenuOpen()
+{
+    GUITHREADINFO info;
+    return IsMenuOpen(&info);
+}
+
 // Some systems tell the menu's loop by a message to the menu's own window, which may be gone before it is
 // read; the loop takes it from the thread's queue as well.
 void EndAnyMenu()

@@ -16,6 +16,9 @@ bool IsDialog(HWND window);
 // message has been dealt with: what is to come after the menu has to be posted.
 [[nodiscard]] bool EndMenuOf(HWND window);
 
+// Whether a window of this thread has a menu open.
+bool IsMenuOpen();
+
 // For a window that is about to be destroyed: ends whatever menu its thread has open, which goes with it.
 void EndAnyMenu();
 

@@ -240,26 +240,55 @@ TEST_F(MainWindowTest, MakesTheDaysBackupOnce)
     DestroyWindow(window);
 }
 
-// Closed in the midst of it, as at the end of the session.
-TEST_F(MainWindowTest, LeavesNoHalfBackup)
+// Long entries, five pages each.
+void AddLongEntries(int count)
 {
     ASSERT_EQ(App().Journal().Open(nullptr), 1);
     {
         CeDBase::BulkScope bulk(App().Journal());
-        const std::wstring body(20'000, L'x');
+        std::wstring body(20'000, L'x');
         CEPROPVAL value{};
         value.propid = kPropBody;
-        value.val.lpwstr = const_cast<wchar_t*>(body.c_str());
-        for (int i = 0; i < 1000; ++i)
+        value.val.lpwstr = body.data();
+        for (int i = 0; i < count; ++i)
             ASSERT_NE(App().Journal().WriteRecord(0, 1, &value), 0u);
         ASSERT_EQ(bulk.Commit(), 1);
     }
     App().Journal().Close();
+}
+
+// Closed in the midst of it, as at the end of the session.
+TEST_F(MainWindowTest, LeavesNoHalfBackup)
+{
+    ASSERT_NO_FATAL_FAILURE(AddLongEntries(1000));
     HWND window = Create();
     ASSERT_TRUE(PumpUntil([&] { return !BackupsOf(m_store.Path()).empty(); }));
     ASSERT_TRUE(BackupsOf(m_store.Path())[0].ends_with(L".part"));
     SendMessageW(window, WM_CLOSE, 0, 0);
     EXPECT_TRUE(BackupsOf(m_store.Path()).empty());
+}
+
+// Once, and not over a dialog.
+TEST_F(MainWindowTest, TellsOfDamageThatTheBackupHasFound)
+{
+    ASSERT_NO_FATAL_FAILURE(AddLongEntries(100));
+    std::string bytes = ReadFileBytes(m_store.Path());
+    ASSERT_GT(bytes.size(), size_t{4096 * 400});
+    bytes.replace(4096 * 200, 4096 * 20, 4096 * 20, '\x55');
+    ASSERT_TRUE(WriteFileBytes(m_store.Path(), bytes));
+    const MessageBoxAnswerer answerer;
+    HWND window = Create();
+    EnableWindow(window, FALSE);
+    const ULONGLONG start = GetTickCount64();
+    EXPECT_TRUE(PumpUntil([&] { return GetTickCount64() - start > 2000; }));
+    EXPECT_TRUE(answerer.Boxes().empty());
+    EnableWindow(window, TRUE);
+    EXPECT_TRUE(PumpUntil([&] { return !answerer.Boxes().empty(); }));
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_TRUE(answerer.Boxes()[0].text.starts_with(L"The journal's file is damaged. "));
+    EXPECT_EQ(answerer.Boxes()[0].owner, window);
+    EXPECT_TRUE(BackupsOf(m_store.Path()).empty());
+    EXPECT_TRUE(ReadFileBytes(m_store.Path()) == bytes);
 }
 
 } // namespace

@@ -93,6 +93,7 @@ TEST_F(Backup, HasWhatWasSavedLast)
     MakeBackup();
     EXPECT_EQ(Found(), Names({L"01-31"}));
     EXPECT_EQ(EntriesIn(L"01-31"), 3);
+    EXPECT_EQ(m_journal.BackupTrouble(), StoreTrouble::None);
 }
 
 TEST_F(Backup, CanBeOpenedAsAStore)
@@ -318,6 +319,8 @@ TEST_F(Backup, ThatADiskHasNoRoomForLeavesNothing)
         files.FillDisk(false);
         files.FailSyncs(false);
         EXPECT_FALSE(HasFolder());
+        EXPECT_NE(m_journal.BackupTrouble(), StoreTrouble::None);
+        EXPECT_NE(m_journal.BackupTrouble(), StoreTrouble::Damaged);
         EXPECT_NE(AddEntry(m_journal, L"s"), 0u);
     }
     MakeBackup();
@@ -352,6 +355,7 @@ TEST_F(Backup, OfADamagedStoreIsNoneAndOlderOnesStay)
     EXPECT_EQ(Found(),
               Names({L"01-21", L"01-22", L"01-23", L"01-24", L"01-26", L"01-27", L"01-28", L"01-29"}));
     EXPECT_TRUE(ReadFileBytes(m_store.Path()) == bytes);
+    EXPECT_EQ(m_journal.BackupTrouble(), StoreTrouble::Damaged);
 }
 
 // A tool has changed the open store's tables: what is copied then is no store of ours.

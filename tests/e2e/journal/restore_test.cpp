@@ -147,4 +147,27 @@ TEST_F(Restore, IsOfferedBehindThePassword)
     }
 }
 
+// The file opens, and only the check of its backup finds what is wrong.
+TEST_F(Restore, DamageThatTheBackupFindsIsTold)
+{
+    ASSERT_NE(AddEntry(L"One", kNoon), 0u);
+    ASSERT_TRUE(ChangeStore(m_store.Path(),
+                            "INSERT INTO journal(subject, body) WITH RECURSIVE n(i) AS (VALUES(1) "
+                            "UNION ALL SELECT i + 1 FROM n WHERE i < 100) "
+                            "SELECT 'Entry ' || i, hex(zeroblob(9000)) FROM n"));
+    std::string bytes = ReadFileBytes(m_store.Path());
+    ASSERT_GT(bytes.size(), size_t{4096 * 400});
+    bytes.replace(4096 * 200, 4096 * 20, 4096 * 20, '\x55');
+    ASSERT_TRUE(WriteFileBytes(m_store.Path(), bytes));
+    ASSERT_NE(m_journal.Start(), nullptr);
+    const RemoteMessageBox box = WaitForMessageBox(m_journal.Id());
+    ASSERT_TRUE(box);
+    EXPECT_TRUE(box.Text().starts_with(L"The journal's file is damaged. "));
+    EXPECT_EQ(GetWindow(box.Handle(), GW_OWNER), Window());
+    ASSERT_TRUE(box.Answer(IDOK));
+    EXPECT_TRUE(BackupsOf(m_store.Path()).empty());
+    ASSERT_TRUE(m_journal.Close());
+    EXPECT_TRUE(ReadFileBytes(m_store.Path()) == bytes);
+}
+
 } // namespace
