@@ -305,7 +305,8 @@ TEST_F(Records, RefuseIdentifiersOfMoreThan32Bits)
     CeDBase::BulkScope bulk(m_journal);
     EXPECT_EQ(AddEntry(m_journal, L"one too many"), 0u);
     EXPECT_EQ(m_journal.RecordCount(), 2u);
-    EXPECT_EQ(bulk.Commit(), 1);
+    EXPECT_EQ(bulk.Commit(), 0) << "all or nothing";
+    EXPECT_EQ(bulk.Trouble(), StoreTrouble::Full);
     EXPECT_EQ(RawStore(m_store.Path()).Integer("SELECT count(*) FROM journal"), 2);
 }
 

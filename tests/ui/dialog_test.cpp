@@ -493,8 +493,14 @@ TEST(Dialog, MovesItselfOrAControl)
         rect = WindowRect(GetDlgItem(window, ITEM_EDIT));
         dialog.ScreenToClientRect(&rect);
         EXPECT_TRUE(IsSame(rect, {7, 8, 77, 88}));
-        dialog.SetWindowPosition(0, 0, 300, 200, nullptr, SWP_NOMOVE | SWP_NOZORDER, nullptr);
-        EXPECT_TRUE(PumpUntil([window] { return IsSame(WindowRect(window), {31, 42, 331, 242}); }));
+        // A late event of the display can take the one before back once more.
+        EXPECT_TRUE(PumpUntil([&] {
+            if (!IsSame(WindowRect(window), {31, 42, 331, 242})) {
+                dialog.MoveWindow(31, 42, 310, 220, true);
+                dialog.SetWindowPosition(0, 0, 300, 200, nullptr, SWP_NOMOVE | SWP_NOZORDER, nullptr);
+            }
+            return IsSame(WindowRect(window), {31, 42, 331, 242});
+        }));
         SendMessageW(window, WM_CLOSE, 0, 0);
     });
 }
