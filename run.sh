@@ -4,6 +4,7 @@ set -u
 cd "$(dirname "$0")" || exit 1
 . scripts/setup.sh
 . scripts/closing.sh
+. scripts/waiting.sh
 
 usage() {
     cat <<'END'
@@ -81,16 +82,6 @@ need_programs() {
         fail 'the build failed'
 }
 
-# Waits for a file with something in it, ten seconds at most.
-wait_for_file() {
-    tries=0
-    until [ -s "$1" ]; do
-        tries=$((tries + 1))
-        [ "$tries" -lt 200 ] || fail "$2 did not start"
-        sleep 0.05
-    done
-}
-
 free_port() {
     python3 -c '
 import socket, sys
@@ -113,7 +104,7 @@ start_display() {
     Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -noreset -auth "$XAUTHORITY" \
         3>"$session/display" >/dev/null 2>&1 &
     display=$!
-    wait_for_file "$session/display" Xvfb
+    wait_for test -s "$session/display" || fail "Xvfb did not start"
     DISPLAY=:$(cat "$session/display")
     export DISPLAY
     unset WAYLAND_DISPLAY

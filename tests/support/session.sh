@@ -14,6 +14,7 @@
 set -u
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+. "$here/../../scripts/waiting.sh"
 cache=${JOURNAL_WINE_CACHE:-${XDG_CACHE_HOME:-${HOME:-/tmp}/.cache}/journal-tests}
 
 # Ends every process of a session, known by the session's name in its environment, and removes the session.
@@ -67,20 +68,11 @@ export LC_ALL=C.UTF-8
 unset WAYLAND_DISPLAY XAUTHORITY MERVANE_STORE
 mkdir "$HOME" "$TMPDIR"
 
-# Waits until a file is there and not empty: 20 seconds at most.
-wait_for_file() {
-    for _ in {1..1000}; do
-        [ ! -s "$1" ] || return 0
-        sleep 0.02
-    done
-    return 1
-}
-
 start_display() {
     Xvfb -displayfd 3 -screen 0 "${SESSION_SCREEN:-1024x768x24}" -nolisten tcp -noreset \
         3>"$session/display" >/dev/null 2>&1 8>&- &
     echo $! >"$session/xvfb.pid"
-    wait_for_file "$session/display" || { echo "session: Xvfb did not start" >&2; exit 97; }
+    wait_for test -s "$session/display" || { echo "session: Xvfb did not start" >&2; exit 97; }
     DISPLAY=:$(cat "$session/display")
     export DISPLAY
     openbox --config-file "$here/../../scripts/openbox.xml" \
@@ -122,7 +114,7 @@ start_display
 [ -d "$template" ] || make_template
 copy_prefix
 export WINEPREFIX=$session/prefix
-wait_for_file "$session/openbox" || { echo "session: openbox did not start" >&2; exit 97; }
+wait_for test -s "$session/openbox" || { echo "session: openbox did not start" >&2; exit 97; }
 if [ "${1-}" = --unix ]; then
     shift
 else

@@ -2,6 +2,7 @@
 # what was saved is there afterwards. Another program of the same name over another store is left alone.
 set -u
 . "$2/closing.sh"
+. "$(dirname "$0")/keyboard.sh"
 folder=$(dirname "$1")
 
 fail() {
@@ -9,20 +10,8 @@ fail() {
     exit 1
 }
 
-# wait_for COMMAND...: until it succeeds, ten seconds at most.
-wait_for() {
-    tries=0
-    until "$@"; do
-        tries=$((tries + 1))
-        [ "$tries" -lt 200 ] || return 1
-        sleep 0.05
-    done
-}
-
 # The other journal has the same title, and the keyboard until this one's window is there.
 is_at_own() { is_at 'Kelvra Journal' && [ "$(xdotool getwindowfocus)" != "$other_window" ]; }
-is_at() { [ "$(xdotool getwindowfocus getwindowname 2>/dev/null)" = "$1" ]; }
-is_at_editor() { is_at "$(date +%A)" || is_at "$(date -d yesterday +%A)"; }
 
 other_store=$(mktemp)
 rm "$other_store"

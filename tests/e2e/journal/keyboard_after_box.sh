@@ -2,24 +2,13 @@
 # keyboard of the display. Keys are pressed on the display itself: what a Windows program sends reaches Wine's window in
 # front, whatever the window manager thinks.
 set -u
+. "$(dirname "$0")/keyboard.sh"
 
 fail() {
     echo "$*; the keyboard is with: $(xdotool getwindowfocus getwindowname 2>&1)" >&2
     exit 1
 }
 
-# wait_for COMMAND...: until it succeeds, ten seconds at most.
-wait_for() {
-    tries=0
-    until "$@"; do
-        tries=$((tries + 1))
-        [ "$tries" -lt 200 ] || return 1
-        sleep 0.05
-    done
-}
-
-is_at() { [ "$(xdotool getwindowfocus getwindowname 2>/dev/null)" = "$1" ]; }
-is_at_editor() { is_at "$(date +%A)" || is_at "$(date -d yesterday +%A)"; }
 has_ended() { ! kill -0 "$1" 2>/dev/null; }
 
 wine "$1" &
