@@ -63,6 +63,7 @@ class BesideTheJournal : public JournalTest {
         ASSERT_NE(m_book, nullptr);
         ASSERT_TRUE(WaitFor([&] { return Book().RowCount() == 1; }));
         GetWindowThreadProcessId(m_book, &m_bookProcess);
+        ASSERT_TRUE(Activate(m_book)) << "two programs' windows come up side by side";
     }
     void TearDown() override
     {

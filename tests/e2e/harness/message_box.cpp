@@ -79,6 +79,8 @@ bool RemoteMessageBox::Answer(int answer) const
 {
     if (!m_window || !Offers(answer))
         return false;
-    PostMessageW(GetDlgItem(m_window, answer), BM_CLICK, 0, 0);
+    // As a click tells it; BM_CLICK itself may fail while the box is not the active window.
+    PostMessageW(m_window, WM_COMMAND, MAKEWPARAM(answer, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(GetDlgItem(m_window, answer)));
     return WaitUntilGone(m_window);
 }
