@@ -16,14 +16,6 @@ CEBLOB BlobOf(std::vector<BYTE>& bytes)
     return {static_cast<DWORD>(bytes.size()), bytes.data()};
 }
 
-bool ChangesUses(const ZStack& categories)
-{
-    for (size_t i = 0; const ZCategory* item = categories.GetItem(i); ++i)
-        if (item->flags & (kCategoryReleased | kCategoryAdded))
-            return true;
-    return false;
-}
-
 void Append(std::vector<BYTE>* image, const void* bytes, size_t size)
 {
     const auto* start = static_cast<const BYTE*>(bytes);
@@ -136,7 +128,6 @@ EditorRecord::Saved EditorRecord::Save(EntryToWrite* entry, Theirs theirs)
     }
     m_written = AssignedCategories(m_categories);
     m_categories.DeleteStack();
-    m_isSaved = true;
     return saved;
 }
 
@@ -167,8 +158,6 @@ EditorRecord::Saved EditorRecord::Fail(StoreTrouble trouble)
 EditorRecord::Saved EditorRecord::CountUsesAndWrite(EntryToWrite* entry, Theirs theirs)
 {
     CEOID written = 0;
-    if (m_id == 0 && !ChangesUses(m_categories))
-        return WriteTo(Target::New, entry, &written);
     CeDBase::BulkScope together(m_journal);
     if (together.Trouble() != StoreTrouble::None)
         return Fail(together.Trouble());
@@ -286,7 +275,7 @@ void EditorRecord::DescribeTo(RescueState* state) const
 {
     state->id = m_id;
     state->image = ImageNumber();
-    if (!m_isSaved || !m_categories.IsEmpty())
+    if (!m_written || !m_categories.IsEmpty())
         state->categories = AssignedCategories(m_categories);
     state->contacts = m_contacts.Assigned();
 }
@@ -307,7 +296,7 @@ void EditorRecord::GoOnWith(const RescueState& state)
 
 void EditorRecord::AddWritten()
 {
-    for (const CEOID id : m_written)
+    for (const CEOID id : m_written.value_or(std::vector<CEOID>()))
         if (!m_categories.Find(id))
             m_categories.Push({id, kCategoryLoaded});
 }

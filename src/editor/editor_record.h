@@ -53,7 +53,7 @@ class EditorRecord {
     [[nodiscard]] Saved SaveAsNew(EntryToWrite* entry);
     // Behind a save: puts what it has written back into the stack, for one more that is the same save to the
     // person.
-    void GoOnSaving() { AddWritten(); }
+    void AddWritten();
 
     // The part of a rescue that the record has: which one it is, what it was, and the assigned sets. Of a
     // record that was saved here the categories are those that it has.
@@ -90,7 +90,6 @@ class EditorRecord {
     Saved Fail(StoreTrouble trouble);
     uint64_t ImageNumber() const;
     void AssignOnly(const std::vector<CEOID>& categories);
-    void AddWritten();
 
     DbJournal& m_journal;
     CEOID* m_reference;
@@ -99,9 +98,9 @@ class EditorRecord {
     bool m_unread = false;        // the record is there, or may be, and was not loaded
     std::optional<Image> m_image; // of the record as it was loaded or saved last; none: not known
     std::wstring m_subject;       // that was loaded
-    bool m_isSaved = false;       // here, which has emptied the stack
-    std::vector<CEOID> m_written; // that the stack had then
     bool m_isBesides = false;     // a new record beside the one that was loaded: the mask is not of it
+    // The categories that the last save here wrote, which has emptied the stack; none: there was no save.
+    std::optional<std::vector<CEOID>> m_written;
     StoreTrouble m_trouble = StoreTrouble::None;
     ZStack m_categories;
     DbCategories m_categoryStore;

@@ -517,7 +517,7 @@ void EntryEditor::OnOK()
             return;
         if (m_changes == m_collected)
             break;
-        m_record.GoOnSaving();
+        m_record.AddWritten();
     }
     m_views.DestroyLists();
     End(1);
