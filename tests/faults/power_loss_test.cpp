@@ -220,41 +220,38 @@ TEST_F(PowerLoss, WhileAStoreIsMade)
     LosePower(Times(kShortForm));
 }
 
-TEST_F(PowerLoss, WhileAStoreIsBroughtToTheNewestVersion)
+// A store of the first version with this in it, and the power that goes while it is opened and written to.
+class PowerLossOfAnOlderStore : public PowerLoss {
+  protected:
+    void BringToTheNewestVersion(const std::string& content)
+    {
+        std::ifstream file(std::string(SCHEMA_FOLDER) + "/schema_v1.sql");
+        std::stringstream script;
+        script << file.rdbuf() << "PRAGMA application_id = 0x514A524E; PRAGMA user_version = 1001;"
+               << content;
+        ASSERT_TRUE(RunInStore(Path(), script.str()));
+        Record();
+        ASSERT_NO_FATAL_FAILURE(OpenAll());
+        Acknowledge();
+        ASSERT_NE(AddEntry(m_journal, L"after it"), 0u);
+        Acknowledge();
+        LosePower(Times(kShortForm));
+    }
+};
+
+TEST_F(PowerLossOfAnOlderStore, WithALog)
 {
-    std::ifstream file(std::string(SCHEMA_FOLDER) + "/schema_v1.sql");
-    std::stringstream schema;
-    schema << file.rdbuf();
-    ASSERT_TRUE(RunInStore(
-        Path(), schema.str() +
-                    "INSERT INTO journal(date, subject, contacts) VALUES(5, 'kept', x'0100000002000000');"
-                    "INSERT INTO categories(name, uses) VALUES('Work', 3);"
-                    "WITH RECURSIVE n(i) AS (VALUES(1) UNION ALL SELECT i + 1 FROM n WHERE i < 300) "
-                    "INSERT INTO contacts(file_as, company) SELECT 'Contact ' || i, 'Acme' FROM n;"
-                    "PRAGMA application_id = 0x514A524E; PRAGMA user_version = 1001;"
-                    "PRAGMA journal_mode = WAL"));
-    Record();
-    ASSERT_NO_FATAL_FAILURE(OpenAll());
-    Acknowledge();
-    ASSERT_NE(AddEntry(m_journal, L"after it"), 0u);
-    Acknowledge();
-    LosePower(Times(kShortForm));
+    BringToTheNewestVersion(
+        "INSERT INTO journal(date, subject, contacts) VALUES(5, 'kept', x'0100000002000000');"
+        "INSERT INTO categories(name, uses) VALUES('Work', 3);"
+        "WITH RECURSIVE n(i) AS (VALUES(1) UNION ALL SELECT i + 1 FROM n WHERE i < 300) "
+        "INSERT INTO contacts(file_as, company) SELECT 'Contact ' || i, 'Acme' FROM n;"
+        "PRAGMA journal_mode = WAL");
 }
 
-TEST_F(PowerLoss, WhileAStoreWithoutALogIsBroughtToTheNewestVersion)
+TEST_F(PowerLossOfAnOlderStore, WithoutALog)
 {
-    std::ifstream file(std::string(SCHEMA_FOLDER) + "/schema_v1.sql");
-    std::stringstream schema;
-    schema << file.rdbuf();
-    ASSERT_TRUE(RunInStore(Path(), schema.str() +
-                                       "INSERT INTO journal(subject) VALUES('kept');"
-                                       "PRAGMA application_id = 0x514A524E; PRAGMA user_version = 1001"));
-    Record();
-    ASSERT_NO_FATAL_FAILURE(OpenAll());
-    Acknowledge();
-    ASSERT_NE(AddEntry(m_journal, L"after it"), 0u);
-    Acknowledge();
-    LosePower(Times(kShortForm));
+    BringToTheNewestVersion("INSERT INTO journal(subject) VALUES('kept')");
 }
 
 TEST_F(PowerLoss, WhileEntriesAreSavedAndDeleted)

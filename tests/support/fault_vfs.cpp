@@ -1,11 +1,12 @@
 #include "support/fault_vfs.h"
 
 #include <windows.h>
-#include <sqlite3.h>
 
 #include <algorithm>
 #include <cstring>
 #include <string_view>
+
+#include "passing_file.h"
 
 namespace {
 
@@ -76,22 +77,13 @@ const Fault* Meet(FileCall call)
 }
 
 struct File {
-    sqlite3_file base;
-    sqlite3_file* real; // lies behind this
-    char name[260];     // empty for a temporary file
+    PassingFile passing;
+    char name[260]; // empty for a temporary file
 };
 
 File* Of(sqlite3_file* file)
 {
     return reinterpret_cast<File*>(file);
-}
-sqlite3_file* Real(sqlite3_file* file)
-{
-    return Of(file)->real;
-}
-const sqlite3_io_methods* Methods(sqlite3_file* file)
-{
-    return Real(file)->pMethods;
 }
 
 std::string_view LastPart(const char* path)
@@ -106,16 +98,11 @@ void Tell(DiskEvent::Kind kind, std::string_view file, int64_t offset = 0, std::
         g_state.listener({kind, std::string(file), offset, std::move(bytes)});
 }
 
-int Close(sqlite3_file* file)
-{
-    return Methods(file)->xClose(Real(file));
-}
-
 int Read(sqlite3_file* file, void* data, int size, sqlite3_int64 offset)
 {
     if (const Fault* fault = Meet(FileCall::Read))
         return fault->error;
-    return Methods(file)->xRead(Real(file), data, size, offset);
+    return RealMethods(file)->xRead(RealFile(file), data, size, offset);
 }
 
 int Write(sqlite3_file* file, const void* data, int size, sqlite3_int64 offset)
@@ -125,7 +112,7 @@ int Write(sqlite3_file* file, const void* data, int size, sqlite3_int64 offset)
     if (done > 0) {
         Tell(DiskEvent::Kind::Write, Of(file)->name, offset,
              std::string(static_cast<const char*>(data), static_cast<size_t>(done)));
-        const int result = Methods(file)->xWrite(Real(file), data, done, offset);
+        const int result = RealMethods(file)->xWrite(RealFile(file), data, done, offset);
         if (result != SQLITE_OK)
             return result;
     }
@@ -137,7 +124,7 @@ int Truncate(sqlite3_file* file, sqlite3_int64 size)
     if (const Fault* fault = Meet(FileCall::Truncate))
         return fault->error;
     Tell(DiskEvent::Kind::Truncate, Of(file)->name, size);
-    return Methods(file)->xTruncate(Real(file), size);
+    return RealMethods(file)->xTruncate(RealFile(file), size);
 }
 
 int Sync(sqlite3_file* file, int)
@@ -152,38 +139,21 @@ int FileSize(sqlite3_file* file, sqlite3_int64* size)
 {
     if (const Fault* fault = Meet(FileCall::FileSize))
         return fault->error;
-    return Methods(file)->xFileSize(Real(file), size);
+    return RealMethods(file)->xFileSize(RealFile(file), size);
 }
 
 int Lock(sqlite3_file* file, int level)
 {
     if (const Fault* fault = Meet(FileCall::Lock))
         return fault->error;
-    return Methods(file)->xLock(Real(file), level);
+    return RealMethods(file)->xLock(RealFile(file), level);
 }
 
 int Unlock(sqlite3_file* file, int level)
 {
     if (const Fault* fault = Meet(FileCall::Unlock))
         return fault->error;
-    return Methods(file)->xUnlock(Real(file), level);
-}
-
-int CheckReservedLock(sqlite3_file* file, int* held)
-{
-    return Methods(file)->xCheckReservedLock(Real(file), held);
-}
-int FileControl(sqlite3_file* file, int operation, void* argument)
-{
-    return Methods(file)->xFileControl(Real(file), operation, argument);
-}
-int SectorSize(sqlite3_file* file)
-{
-    return Methods(file)->xSectorSize(Real(file));
-}
-int DeviceCharacteristics(sqlite3_file* file)
-{
-    return Methods(file)->xDeviceCharacteristics(Real(file));
+    return RealMethods(file)->xUnlock(RealFile(file), level);
 }
 
 int ShmMap(sqlite3_file* file, int region, int size, int extend, void volatile** memory)
@@ -192,7 +162,7 @@ int ShmMap(sqlite3_file* file, int region, int size, int extend, void volatile**
         *memory = nullptr;
         return fault->error;
     }
-    return Methods(file)->xShmMap(Real(file), region, size, extend, memory);
+    return RealMethods(file)->xShmMap(RealFile(file), region, size, extend, memory);
 }
 
 // Giving a lock back never fails: SQLite does not look at the answer.
@@ -200,46 +170,23 @@ int ShmLock(sqlite3_file* file, int offset, int count, int flags)
 {
     if (const Fault* fault = flags & SQLITE_SHM_LOCK ? Meet(FileCall::ShmLock) : nullptr)
         return fault->error;
-    return Methods(file)->xShmLock(Real(file), offset, count, flags);
+    return RealMethods(file)->xShmLock(RealFile(file), offset, count, flags);
 }
 
-void ShmBarrier(sqlite3_file* file)
+sqlite3_io_methods FaultyMethods()
 {
-    Methods(file)->xShmBarrier(Real(file));
+    sqlite3_io_methods methods = PassingMethods();
+    methods.xRead = Read;
+    methods.xWrite = Write;
+    methods.xTruncate = Truncate;
+    methods.xSync = Sync;
+    methods.xFileSize = FileSize;
+    methods.xLock = Lock;
+    methods.xUnlock = Unlock;
+    methods.xShmMap = ShmMap;
+    methods.xShmLock = ShmLock;
+    return methods;
 }
-int ShmUnmap(sqlite3_file* file, int remove)
-{
-    return Methods(file)->xShmUnmap(Real(file), remove);
-}
-
-int Fetch(sqlite3_file* file, sqlite3_int64 offset, int size, void** page)
-{
-    return Methods(file)->xFetch(Real(file), offset, size, page);
-}
-int Unfetch(sqlite3_file* file, sqlite3_int64 offset, void* page)
-{
-    return Methods(file)->xUnfetch(Real(file), offset, page);
-}
-
-constexpr sqlite3_io_methods kMethods{3,
-                                      Close,
-                                      Read,
-                                      Write,
-                                      Truncate,
-                                      Sync,
-                                      FileSize,
-                                      Lock,
-                                      Unlock,
-                                      CheckReservedLock,
-                                      FileControl,
-                                      SectorSize,
-                                      DeviceCharacteristics,
-                                      ShmMap,
-                                      ShmLock,
-                                      ShmBarrier,
-                                      ShmUnmap,
-                                      Fetch,
-                                      Unfetch};
 
 bool Exists(const char* path)
 {
@@ -250,15 +197,16 @@ bool Exists(const char* path)
 
 int Open(sqlite3_vfs*, sqlite3_filename path, sqlite3_file* file, int flags, int* outFlags)
 {
+    static const sqlite3_io_methods s_methods = FaultyMethods();
     File* opened = Of(file);
     std::memset(opened, 0, sizeof *opened);
-    opened->real = reinterpret_cast<sqlite3_file*>(opened + 1);
+    opened->passing.real = reinterpret_cast<sqlite3_file*>(opened + 1);
     if (const Fault* fault = Meet(FileCall::Open))
         return fault->error;
     const bool existed = Exists(path);
-    const int result = g_state.real->xOpen(g_state.real, path, opened->real, flags, outFlags);
-    if (opened->real->pMethods)
-        opened->base.pMethods = &kMethods;
+    const int result = g_state.real->xOpen(g_state.real, path, opened->passing.real, flags, outFlags);
+    if (opened->passing.real->pMethods)
+        opened->passing.base.pMethods = &s_methods;
     if (result != SQLITE_OK)
         return result;
     const std::string_view name = LastPart(path);
