@@ -1,6 +1,7 @@
 #include "mervane/schema.h"
 
 #include <iterator>
+#include <optional>
 
 #include "mervane/backup.h"
 #include "mervane/drive_kind.h"
@@ -140,11 +141,9 @@ StoreTrouble RunSteps(Database& database, int64_t version)
 // Another program that commits again and again between the copy and the migration is given up.
 constexpr int kMostCopies = 10;
 
-enum class Tried { Ended, Again };
-
 // A copy is made first and kept. All steps are one transaction: a store is of its old version or of the
-// newest.
-Tried TryToMigrate(Database& database, const std::wstring& path, int64_t version, StoreTrouble* trouble)
+// newest. Nothing where another program has changed the store since the copy: that is to be done again.
+std::optional<StoreTrouble> TryToMigrate(Database& database, const std::wstring& path, int64_t version)
 {
     StoreCopy copy;
     const auto content = database.QueryInteger("PRAGMA data_version");
@@ -153,33 +152,29 @@ Tried TryToMigrate(Database& database, const std::wstring& path, int64_t version
     Transaction transaction(database);
     // Another program may have done it meanwhile.
     const Found found = transaction.IsOpen() ? VersionIn(database) : Found{-1, FailureOf(database)};
-    *trouble = found.trouble;
     if (found.trouble != StoreTrouble::None || found.version >= kSchemaVersion)
-        return Tried::Ended;
-    *trouble = copied;
+        return found.trouble;
     if (copied != StoreTrouble::None)
-        return Tried::Ended;
-    // The copy is of what is changed now, or another one is made.
+        return copied;
     if (!content || database.QueryInteger("PRAGMA data_version") != content || found.version != version)
-        return Tried::Again;
-    *trouble = RunSteps(database, version);
-    if (*trouble == StoreTrouble::None && !isNew && !copy.Name(FreePathBeforeVersion(path, kSchemaVersion)))
-        *trouble = copy.Trouble();
-    if (*trouble == StoreTrouble::None && !transaction.Commit())
-        *trouble = FailureOf(database);
-    if (*trouble == StoreTrouble::None)
+        return std::nullopt;
+    StoreTrouble trouble = RunSteps(database, version);
+    if (trouble == StoreTrouble::None && !isNew && !copy.Name(FreePathBeforeVersion(path, kSchemaVersion)))
+        trouble = copy.Trouble();
+    if (trouble == StoreTrouble::None && !transaction.Commit())
+        trouble = FailureOf(database);
+    if (trouble == StoreTrouble::None)
         copy.Keep();
-    return Tried::Ended;
+    return trouble;
 }
 
 StoreTrouble Migrate(Database& database, const std::wstring& path, int64_t version)
 {
-    StoreTrouble trouble = StoreTrouble::None;
     for (int i = 0; i < kMostCopies; ++i) {
         if (const StoreTrouble odd = CheckTables(database, version); odd != StoreTrouble::None)
             return odd;
-        if (TryToMigrate(database, path, version, &trouble) == Tried::Ended)
-            return trouble;
+        if (const auto trouble = TryToMigrate(database, path, version))
+            return *trouble;
         const Found found = VersionAtOnce(database);
         if (found.trouble != StoreTrouble::None || found.version >= kSchemaVersion)
             return found.trouble;
