@@ -1,9 +1,9 @@
 #include "sql_watch.h"
 
+#include <sqlite3.h>
+
 #include <cstring>
 #include <utility>
-
-#include "passing_file.h"
 
 namespace bench {
 
@@ -12,51 +12,46 @@ namespace {
 SqlCounts g_counts;
 sqlite3* g_newest = nullptr;
 sqlite3_vfs* g_system = nullptr;
+const sqlite3_io_methods* g_real = nullptr;
+sqlite3_io_methods g_watching;
 
 int Sync(sqlite3_file* file, int flags)
 {
     ++g_counts.flushes;
-    return RealMethods(file)->xSync(RealFile(file), flags);
+    return g_real->xSync(file, flags);
 }
 
 int Lock(sqlite3_file* file, int level)
 {
     ++g_counts.locks;
-    return RealMethods(file)->xLock(RealFile(file), level);
+    return g_real->xLock(file, level);
 }
 
 int Unlock(sqlite3_file* file, int level)
 {
     ++g_counts.locks;
-    return RealMethods(file)->xUnlock(RealFile(file), level);
+    return g_real->xUnlock(file, level);
 }
 
 int ShmLock(sqlite3_file* file, int offset, int count, int flags)
 {
     ++g_counts.locks;
-    return RealMethods(file)->xShmLock(RealFile(file), offset, count, flags);
+    return g_real->xShmLock(file, offset, count, flags);
 }
 
-sqlite3_io_methods WatchedMethods()
-{
-    sqlite3_io_methods methods = PassingMethods();
-    methods.xSync = Sync;
-    methods.xLock = Lock;
-    methods.xUnlock = Unlock;
-    methods.xShmLock = ShmLock;
-    return methods;
-}
-
+// All of the system's files have the same methods.
 int Open(sqlite3_vfs*, sqlite3_filename name, sqlite3_file* file, int flags, int* outFlags)
 {
-    static const sqlite3_io_methods s_methods = WatchedMethods();
-    auto* watched = reinterpret_cast<PassingFile*>(file);
-    watched->base.pMethods = nullptr;
-    watched->real = reinterpret_cast<sqlite3_file*>(watched + 1);
-    watched->real->pMethods = nullptr;
-    const int result = g_system->xOpen(g_system, name, watched->real, flags, outFlags);
-    if (watched->real->pMethods)
-        watched->base.pMethods = &s_methods;
+    const int result = g_system->xOpen(g_system, name, file, flags, outFlags);
+    if (!file->pMethods)
+        return result;
+    g_real = file->pMethods;
+    g_watching = *g_real;
+    g_watching.xSync = Sync;
+    g_watching.xLock = Lock;
+    g_watching.xUnlock = Unlock;
+    g_watching.xShmLock = ShmLock;
+    file->pMethods = &g_watching;
     return result;
 }
 
@@ -89,7 +84,6 @@ void CountSql()
     g_system = sqlite3_vfs_find(nullptr);
     s_watch = *g_system;
     s_watch.zName = "watch";
-    s_watch.szOsFile = static_cast<int>(sizeof(PassingFile)) + g_system->szOsFile;
     s_watch.xOpen = Open;
     sqlite3_vfs_register(&s_watch, 1);
     RememberConnections();

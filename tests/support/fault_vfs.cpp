@@ -1,18 +1,19 @@
 #include "support/fault_vfs.h"
 
 #include <windows.h>
+#include <sqlite3.h>
 
 #include <algorithm>
 #include <cstring>
 #include <string_view>
-
-#include "passing_file.h"
 
 namespace {
 
 struct State {
     sqlite3_vfs* real = nullptr;
     sqlite3_vfs vfs{};
+    const sqlite3_io_methods* methods = nullptr; // the system's
+    sqlite3_io_methods faulty{};
     std::array<int, kFileCallCount> seen{};
     FileCall failing = FileCall::Open;
     int failAt = 0; // 0: none
@@ -76,14 +77,12 @@ const Fault* Meet(FileCall call)
     return &fault;
 }
 
-struct File {
-    PassingFile passing;
-    char name[260]; // empty for a temporary file
-};
+// Behind the system's block of an open file: the file's name, empty for a temporary one.
+constexpr int kNameSize = 260;
 
-File* Of(sqlite3_file* file)
+char* NameOf(sqlite3_file* file)
 {
-    return reinterpret_cast<File*>(file);
+    return reinterpret_cast<char*>(file) + g_state.real->szOsFile;
 }
 
 std::string_view LastPart(const char* path)
@@ -102,7 +101,7 @@ int Read(sqlite3_file* file, void* data, int size, sqlite3_int64 offset)
 {
     if (const Fault* fault = Meet(FileCall::Read))
         return fault->error;
-    return RealMethods(file)->xRead(RealFile(file), data, size, offset);
+    return g_state.methods->xRead(file, data, size, offset);
 }
 
 int Write(sqlite3_file* file, const void* data, int size, sqlite3_int64 offset)
@@ -110,9 +109,9 @@ int Write(sqlite3_file* file, const void* data, int size, sqlite3_int64 offset)
     const Fault* fault = Meet(FileCall::Write);
     const int done = !fault ? size : fault->way == Fault::Way::Half ? size / 2 : 0;
     if (done > 0) {
-        Tell(DiskEvent::Kind::Write, Of(file)->name, offset,
+        Tell(DiskEvent::Kind::Write, NameOf(file), offset,
              std::string(static_cast<const char*>(data), static_cast<size_t>(done)));
-        const int result = RealMethods(file)->xWrite(RealFile(file), data, done, offset);
+        const int result = g_state.methods->xWrite(file, data, done, offset);
         if (result != SQLITE_OK)
             return result;
     }
@@ -123,15 +122,15 @@ int Truncate(sqlite3_file* file, sqlite3_int64 size)
 {
     if (const Fault* fault = Meet(FileCall::Truncate))
         return fault->error;
-    Tell(DiskEvent::Kind::Truncate, Of(file)->name, size);
-    return RealMethods(file)->xTruncate(RealFile(file), size);
+    Tell(DiskEvent::Kind::Truncate, NameOf(file), size);
+    return g_state.methods->xTruncate(file, size);
 }
 
 int Sync(sqlite3_file* file, int)
 {
     if (const Fault* fault = Meet(FileCall::Sync))
         return fault->error;
-    Tell(DiskEvent::Kind::Sync, Of(file)->name);
+    Tell(DiskEvent::Kind::Sync, NameOf(file));
     return SQLITE_OK;
 }
 
@@ -139,21 +138,21 @@ int FileSize(sqlite3_file* file, sqlite3_int64* size)
 {
     if (const Fault* fault = Meet(FileCall::FileSize))
         return fault->error;
-    return RealMethods(file)->xFileSize(RealFile(file), size);
+    return g_state.methods->xFileSize(file, size);
 }
 
 int Lock(sqlite3_file* file, int level)
 {
     if (const Fault* fault = Meet(FileCall::Lock))
         return fault->error;
-    return RealMethods(file)->xLock(RealFile(file), level);
+    return g_state.methods->xLock(file, level);
 }
 
 int Unlock(sqlite3_file* file, int level)
 {
     if (const Fault* fault = Meet(FileCall::Unlock))
         return fault->error;
-    return RealMethods(file)->xUnlock(RealFile(file), level);
+    return g_state.methods->xUnlock(file, level);
 }
 
 int ShmMap(sqlite3_file* file, int region, int size, int extend, void volatile** memory)
@@ -162,7 +161,7 @@ int ShmMap(sqlite3_file* file, int region, int size, int extend, void volatile**
         *memory = nullptr;
         return fault->error;
     }
-    return RealMethods(file)->xShmMap(RealFile(file), region, size, extend, memory);
+    return g_state.methods->xShmMap(file, region, size, extend, memory);
 }
 
 // Giving a lock back never fails: SQLite does not look at the answer.
@@ -170,22 +169,24 @@ int ShmLock(sqlite3_file* file, int offset, int count, int flags)
 {
     if (const Fault* fault = flags & SQLITE_SHM_LOCK ? Meet(FileCall::ShmLock) : nullptr)
         return fault->error;
-    return RealMethods(file)->xShmLock(RealFile(file), offset, count, flags);
+    return g_state.methods->xShmLock(file, offset, count, flags);
 }
 
-sqlite3_io_methods FaultyMethods()
+// All of the system's files have the same methods.
+void PutBetween(sqlite3_file* file)
 {
-    sqlite3_io_methods methods = PassingMethods();
-    methods.xRead = Read;
-    methods.xWrite = Write;
-    methods.xTruncate = Truncate;
-    methods.xSync = Sync;
-    methods.xFileSize = FileSize;
-    methods.xLock = Lock;
-    methods.xUnlock = Unlock;
-    methods.xShmMap = ShmMap;
-    methods.xShmLock = ShmLock;
-    return methods;
+    g_state.methods = file->pMethods;
+    g_state.faulty = *file->pMethods;
+    g_state.faulty.xRead = Read;
+    g_state.faulty.xWrite = Write;
+    g_state.faulty.xTruncate = Truncate;
+    g_state.faulty.xSync = Sync;
+    g_state.faulty.xFileSize = FileSize;
+    g_state.faulty.xLock = Lock;
+    g_state.faulty.xUnlock = Unlock;
+    g_state.faulty.xShmMap = ShmMap;
+    g_state.faulty.xShmLock = ShmLock;
+    file->pMethods = &g_state.faulty;
 }
 
 bool Exists(const char* path)
@@ -197,20 +198,18 @@ bool Exists(const char* path)
 
 int Open(sqlite3_vfs*, sqlite3_filename path, sqlite3_file* file, int flags, int* outFlags)
 {
-    static const sqlite3_io_methods s_methods = FaultyMethods();
-    File* opened = Of(file);
-    std::memset(opened, 0, sizeof *opened);
-    opened->passing.real = reinterpret_cast<sqlite3_file*>(opened + 1);
+    file->pMethods = nullptr;
+    std::memset(NameOf(file), 0, kNameSize);
     if (const Fault* fault = Meet(FileCall::Open))
         return fault->error;
     const bool existed = Exists(path);
-    const int result = g_state.real->xOpen(g_state.real, path, opened->passing.real, flags, outFlags);
-    if (opened->passing.real->pMethods)
-        opened->passing.base.pMethods = &s_methods;
+    const int result = g_state.real->xOpen(g_state.real, path, file, flags, outFlags);
+    if (file->pMethods)
+        PutBetween(file);
     if (result != SQLITE_OK)
         return result;
     const std::string_view name = LastPart(path);
-    name.copy(opened->name, sizeof opened->name - 1);
+    name.copy(NameOf(file), kNameSize - 1);
     if (!existed)
         Tell(DiskEvent::Kind::Create, name);
     return SQLITE_OK;
@@ -254,7 +253,7 @@ FaultVfs::FaultVfs()
     g_state.real = sqlite3_vfs_find(nullptr);
     g_state.vfs = *g_state.real;
     g_state.vfs.zName = "faults";
-    g_state.vfs.szOsFile = static_cast<int>(sizeof(File)) + g_state.real->szOsFile;
+    g_state.vfs.szOsFile = g_state.real->szOsFile + kNameSize;
     g_state.vfs.xOpen = Open;
     g_state.vfs.xDelete = Delete;
     g_state.vfs.xAccess = Access;
