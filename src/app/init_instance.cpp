@@ -88,7 +88,7 @@ int JournalApp::InitInstance(HINSTANCE instance, int showCommand)
     const uint64_t store = mervane::StoreNumber(mervane::StorePath());
     if (IsRunning(store) || !MainWindow::RegisterWindowClass(instance) || !InitControls())
         return 0;
-    if (!UnlockAtStart(*this))
+    if (!UnlockAtStart(*this) || !OfferBackupOfGoneStore(mervane::StorePath()))
         return 0;
     Made made = MakeMainWindow(store);
     while (made == Made::Failed && TellFailedCreation(m_journal))

@@ -3,6 +3,7 @@
 #include "app/journal_app.h"
 #include "mervane/backup.h"
 #include "mervane/restoration.h"
+#include "mervane/store_neighbours.h"
 #include "ui/ownerless_box.h"
 #include "util/clock.h"
 #include "util/date_text.h"
@@ -31,13 +32,25 @@ std::wstring EntriesText(int64_t entries)
     return entries == 1 ? L"1 entry" : std::to_wstring(entries) + L" entries";
 }
 
+std::wstring BackupText(const FoundBackup& backup)
+{
+    return L"\n\nThe backup of " + LongDateText(TimeOf(backup.day)) + L" is whole. It has " +
+           EntriesText(backup.entries) + L"; what was written after it was made is not in it.\n\n";
+}
+
 std::wstring Question(const FoundBackup& backup, const Restoration& restoration)
 {
-    return L"The backup of " + LongDateText(TimeOf(backup.day)) + L" is whole. It has " +
-           EntriesText(backup.entries) +
-           L"; what was written after it was made is not in it.\n\nPut the backup in the place of this "
-           L"file, and open it? The file itself is kept, as\n\n" +
+    return BackupText(backup) +
+           L"Put the backup in the place of this file, and open it? The file itself is kept, as\n\n" +
            restoration.KeptAs();
+}
+
+std::wstring GoneQuestion(const std::wstring& path, const FoundBackup& backup)
+{
+    return path +
+           (mervane::FileExists(path) ? L"\n\nis empty: nothing is left in the journal's file."
+                                      : L"\n\nis not there: the journal's file is gone.") +
+           BackupText(backup) + L"Put the backup in its place, and open it? With No a new journal is begun.";
 }
 
 std::optional<FoundBackup> FindBackup(const std::wstring& path)
@@ -79,6 +92,21 @@ bool TellUnopenedStore(const std::wstring& path, StoreTrouble trouble)
         ShowBox(text + L"\n\nThere is no backup that could take its place.", MB_OK);
         return false;
     }
-    return ShowBox(text + L"\n\n" + Question(*backup, restoration), MB_YESNO | MB_DEFBUTTON2) == IDYES &&
+    return ShowBox(text + Question(*backup, restoration), MB_YESNO | MB_DEFBUTTON2) == IDYES &&
            Restore(restoration, *backup);
+}
+
+bool OfferBackupOfGoneStore(const std::wstring& path)
+{
+    if (!mervane::IsGone(path))
+        return true;
+    const Restoration restoration(path);
+    const std::optional<FoundBackup> backup = FindBackup(path);
+    if (!backup)
+        return true;
+    switch (ShowBox(GoneQuestion(path, *backup), MB_YESNO)) {
+    case IDYES: return Restore(restoration, *backup);
+    case IDNO: return true;
+    default: return false;
+    }
 }

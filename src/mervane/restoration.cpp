@@ -108,7 +108,7 @@ StoreTrouble CopyBackup(const std::wstring& backup, const std::wstring& copy)
     return check.result == WholeCheck::Result::Whole ? StoreTrouble::None : check.trouble;
 }
 
-// With the store gone from its place: the rest.
+// With no store in its place: the rest.
 StoreTrouble PutInPlace(const std::wstring& path, const std::wstring& name)
 {
     for (const wchar_t* suffix : kNeighbours)
@@ -118,12 +118,12 @@ StoreTrouble PutInPlace(const std::wstring& path, const std::wstring& name)
     return Move(CopyName(path, name), path);
 }
 
-// The store comes last: until then the restoration can still be brought to its end.
+// The store, if there was one, comes last: until then the restoration can still be brought to its end.
 void TakeBack(const std::wstring& path, const std::wstring& name)
 {
     for (const wchar_t* suffix : kNeighbours)
         (void)MoveIfThere(KeptName(path, name) + suffix, path + suffix);
-    if (Move(KeptName(path, name), path) == StoreTrouble::None)
+    if (MoveIfThere(KeptName(path, name), path) == StoreTrouble::None)
         DeleteFileW(CopyName(path, name).c_str());
 }
 
@@ -169,6 +169,23 @@ void DeleteLeftCopies(const std::wstring& path, const std::wstring& ownName)
             DeleteFileW(CopyName(path, name).c_str());
 }
 
+StoreTrouble PutInPlaceOrTakeBack(const std::wstring& path, const std::wstring& name)
+{
+    const StoreTrouble trouble = PutInPlace(path, name);
+    if (trouble != StoreTrouble::None)
+        TakeBack(path, name);
+    return trouble;
+}
+
+// The one that a loss of power has interrupted when the store had gone from its place; empty: there is none.
+std::wstring InterruptedOf(const std::wstring& path, const std::vector<std::wstring>& names)
+{
+    const auto interrupted = std::find_if(names.begin(), names.end(), [&](const std::wstring& name) {
+        return !name.ends_with(kUnfinished) && FileExists(KeptName(path, name));
+    });
+    return interrupted == names.end() ? std::wstring() : *interrupted;
+}
+
 bool IsReadable(const std::wstring& path)
 {
     Database file;
@@ -201,6 +218,15 @@ bool IsBroken(const std::wstring& storePath, StoreTrouble trouble)
     if (trouble == StoreTrouble::Damaged)
         return true;
     return trouble == StoreTrouble::NotAStore && FileExists(storePath) && !IsReadable(storePath);
+}
+
+bool IsGone(const std::wstring& storePath)
+{
+    const FileKind kind = LookAtFile(storePath).kind;
+    if ((kind != FileKind::Missing && kind != FileKind::Empty) || HasContent(storePath + L"-wal"))
+        return false;
+    const auto names = NamesBeside(storePath);
+    return names && (kind == FileKind::Empty || InterruptedOf(storePath, *names).empty());
 }
 
 std::optional<FoundBackup> NewestWholeBackup(const std::wstring& storePath, BackupDay today)
@@ -242,7 +268,8 @@ std::optional<Restoration::Stamp> Restoration::StampNow() const
 }
 
 Restoration::Restoration(const std::wstring& storePath)
-    : m_path(storePath), m_name(FreeName(storePath)), m_keptAs(KeptName(storePath, m_name))
+    : m_path(storePath), m_name(FreeName(storePath)), m_keptAs(KeptName(storePath, m_name)),
+      m_wasMissing(!FileExists(storePath))
 {
     m_stamp = StampNow();
 }
@@ -257,7 +284,9 @@ StoreTrouble Restoration::Run(const std::wstring& backup) const
     const std::wstring copy = CopyName(m_path, m_name) + kUnfinished;
     const ScopedFile left(copy);
     const StoreTrouble trouble = CopyBackup(backup, copy);
-    return trouble == StoreTrouble::None ? Exchange(copy) : trouble;
+    if (trouble != StoreTrouble::None)
+        return trouble;
+    return m_wasMissing ? Fill(copy) : Exchange(copy);
 }
 
 StoreTrouble Restoration::Exchange(const std::wstring& copy) const
@@ -271,16 +300,20 @@ StoreTrouble Restoration::Exchange(const std::wstring& copy) const
     const std::wstring whole = CopyName(m_path, m_name);
     if (const StoreTrouble trouble = Move(copy, whole); trouble != StoreTrouble::None)
         return trouble;
-    // From here on it goes to its end or is taken back.
-    StoreTrouble trouble = Move(m_path, m_keptAs);
-    if (trouble != StoreTrouble::None) {
+    if (const StoreTrouble trouble = Move(m_path, m_keptAs); trouble != StoreTrouble::None) {
         DeleteFileW(whole.c_str());
         return trouble;
     }
-    trouble = PutInPlace(m_path, m_name);
-    if (trouble != StoreTrouble::None)
-        TakeBack(m_path, m_name);
-    return trouble;
+    return PutInPlaceOrTakeBack(m_path, m_name);
+}
+
+StoreTrouble Restoration::Fill(const std::wstring& copy) const
+{
+    if (FileExists(m_path))
+        return StoreTrouble::OtherFile;
+    DeleteLeftCopies(m_path, m_name);
+    const StoreTrouble trouble = Move(copy, CopyName(m_path, m_name));
+    return trouble == StoreTrouble::None ? PutInPlaceOrTakeBack(m_path, m_name) : trouble;
 }
 
 StoreTrouble FinishRestoration(const std::wstring& storePath)
@@ -288,16 +321,14 @@ StoreTrouble FinishRestoration(const std::wstring& storePath)
     const auto names = NamesBeside(storePath);
     if (!names)
         return StoreTrouble::Unreachable;
-    for (const std::wstring& name : *names) {
-        if (name.ends_with(kUnfinished) || !FileExists(KeptName(storePath, name)))
-            continue;
-        const HeldFile broken(KeptName(storePath, name));
-        if (!broken.IsHeld())
-            return broken.Trouble();
-        // Another program may have done it meanwhile.
-        return FileExists(storePath) ? StoreTrouble::None : PutInPlace(storePath, name);
-    }
-    return StoreTrouble::None;
+    const std::wstring name = InterruptedOf(storePath, *names);
+    if (name.empty())
+        return StoreTrouble::None;
+    const HeldFile broken(KeptName(storePath, name));
+    if (!broken.IsHeld())
+        return broken.Trouble();
+    // Another program may have done it meanwhile.
+    return FileExists(storePath) ? StoreTrouble::None : PutInPlace(storePath, name);
 }
 
 } // namespace mervane

@@ -1,5 +1,5 @@
-// Putting a backup into the place of a store that is broken. The broken file is kept beside it with all that
-// belongs to it, under another name, and nothing is ever written over.
+// Putting a backup into the place of a store that is broken, emptied or gone. A file that is there is kept
+// beside it with all that belongs to it, under another name, and nothing is ever written over.
 #pragma once
 
 #include <windows.h>
@@ -16,6 +16,10 @@ namespace mervane {
 // program's database is not.
 bool IsBroken(const std::wstring& storePath, StoreTrouble trouble);
 
+// Whether opening would make a new store since nothing is there, or a file in which nothing is. A log without
+// its store and a restoration that was interrupted are something.
+bool IsGone(const std::wstring& storePath);
+
 struct FoundBackup {
     std::wstring path;
     BackupDay day; // on which it was made
@@ -27,16 +31,16 @@ std::optional<FoundBackup> NewestWholeBackup(const std::wstring& storePath, Back
 
 class Restoration {
   public:
-    // Of the file that is there now: another one that has come into its place is not touched.
+    // Of the file that is there now, or of none: another one that has come into its place is not touched.
     explicit Restoration(const std::wstring& storePath);
 
     // None when no other program has the file open.
     [[nodiscard]] StoreTrouble InTheWay() const;
-    // What the broken file will be called.
+    // What the file that is there will be called.
     const std::wstring& KeptAs() const { return m_keptAs; }
-    // None when a copy of the backup is in the store's place and the broken file is kept. Else everything is
-    // as it was: there is no room, another program has the store open, a file cannot be renamed. A loss of
-    // power leaves the one or the other, or what FinishRestoration brings to its end.
+    // None when a copy of the backup is in the store's place and the file that was there is kept. Else
+    // everything is as it was: there is no room, another program has the store open, a file cannot be
+    // renamed. A loss of power leaves the one or the other, or what FinishRestoration brings to its end.
     [[nodiscard]] StoreTrouble Run(const std::wstring& backup) const;
 
   private:
@@ -48,10 +52,12 @@ class Restoration {
     };
     std::optional<Stamp> StampNow() const;
     [[nodiscard]] StoreTrouble Exchange(const std::wstring& copy) const;
+    [[nodiscard]] StoreTrouble Fill(const std::wstring& copy) const;
 
     std::wstring m_path;
     std::wstring m_name; // that all files of this restoration have in common
     std::wstring m_keptAs;
+    bool m_wasMissing;
     std::optional<Stamp> m_stamp;
 };
 

@@ -39,3 +39,9 @@ std::wstring NotOpenedText(std::wstring_view path, StoreTrouble trouble)
     return std::wstring(path) + L"\n\ncannot be opened: " + ReasonText(trouble) +
            L".\n\nNothing in it has been changed.";
 }
+
+std::wstring GoneText(std::wstring_view path, bool isEmpty)
+{
+    return std::wstring(path) + (isEmpty ? L"\n\nis empty: nothing is left in the journal's file."
+                                         : L"\n\nis not there: the journal's file is gone.");
+}

@@ -35,6 +35,9 @@ std::wstring NotDoneText(std::wstring_view what, StoreTrouble trouble, TypedText
 // The same of a store that cannot be opened. path: the store's.
 std::wstring NotOpenedText(std::wstring_view path, StoreTrouble trouble);
 
+// Of a store that is not there any more, or an empty file by now.
+std::wstring GoneText(std::wstring_view path, bool isEmpty);
+
 namespace mervane {
 
 // Of a question that can fail: a failure is not a "no".

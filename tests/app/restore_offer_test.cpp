@@ -155,4 +155,105 @@ TEST_F(RestoreOffer, ThatIsDeclinedEndsTheStart)
     ExpectUntouched();
 }
 
+// What is opened would be a new store, in silence.
+class GoneStore : public RestoreOffer {
+  protected:
+    GoneStore() { UnregisterClassW(kMainWindowClass, Instance()); }
+    ~GoneStore() override
+    {
+        if (HWND window = App().MainWindowHandle())
+            DestroyWindow(window);
+    }
+    void LoseWithBackup(bool isEmptied)
+    {
+        ASSERT_NO_FATAL_FAILURE(BreakWithBackup(3));
+        ASSERT_TRUE(isEmptied ? WriteFileBytes(Path(), "") : DeleteFileW(Path().c_str()));
+    }
+    static int ShownEntries()
+    {
+        HWND list = FindWindowExW(App().MainWindowHandle(), nullptr, L"SysListView32", nullptr);
+        return list ? ListView_GetItemCount(list) : -1;
+    }
+    bool IsThere() const { return GetFileAttributesW(Path().c_str()) != INVALID_FILE_ATTRIBUTES; }
+};
+
+class GoneStoreEachWay : public GoneStore, public testing::WithParamInterface<bool> {};
+INSTANTIATE_TEST_SUITE_P(Ways, GoneStoreEachWay, testing::Bool());
+
+TEST_P(GoneStoreEachWay, IsOfferedItsBackupFirst)
+{
+    ASSERT_NO_FATAL_FAILURE(LoseWithBackup(GetParam()));
+    const MessageBoxAnswerer answerer({IDYES});
+    ASSERT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 1);
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    const MessageBoxAnswerer::Box& box = answerer.Boxes()[0];
+    EXPECT_EQ(box.caption, L"Journal");
+    EXPECT_EQ(box.answers, (std::vector<int>{IDYES, IDNO}));
+    EXPECT_EQ(box.text,
+              Path() +
+                  (GetParam() ? L"\n\nis empty: nothing is left in the journal's file."
+                              : L"\n\nis not there: the journal's file is gone.") +
+                  L"\n\nThe backup of Saturday, January 31, 2026 is whole. It has 3 entries; what was "
+                  L"written after it was made is not in it.\n\nPut the backup in its place, and open "
+                  L"it? With No a new journal is begun.");
+    EXPECT_EQ(ShownEntries(), 3);
+}
+
+TEST_P(GoneStoreEachWay, IsMadeAnewWithNo)
+{
+    ASSERT_NO_FATAL_FAILURE(LoseWithBackup(GetParam()));
+    const std::string backup = ReadFileBytes(Backup());
+    const MessageBoxAnswerer answerer({IDNO});
+    ASSERT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 1);
+    EXPECT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(ShownEntries(), 0);
+    EXPECT_TRUE(ReadFileBytes(Backup()) == backup);
+}
+
+TEST_P(GoneStoreEachWay, IsMadeAnewWithoutAWordWhereNoBackupIsWhole)
+{
+    ASSERT_NO_FATAL_FAILURE(LoseWithBackup(GetParam()));
+    ASSERT_TRUE(WriteFileBytes(Backup(), m_broken));
+    const MessageBoxAnswerer answerer;
+    ASSERT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 1);
+    EXPECT_TRUE(answerer.Boxes().empty());
+    EXPECT_EQ(ShownEntries(), 0);
+}
+
+// The first start of all.
+TEST_F(GoneStore, ThatNeverWasIsMadeWithoutAWord)
+{
+    const MessageBoxAnswerer answerer;
+    ASSERT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 1);
+    EXPECT_TRUE(answerer.Boxes().empty());
+}
+
+// Another program has the empty file open, or puts one there while it is asked.
+TEST_F(GoneStore, ThatCannotBeReplacedIsSaidAndLeft)
+{
+    ASSERT_NO_FATAL_FAILURE(LoseWithBackup(true));
+    const UniqueKernelHandle other(CreateFileW(Path().c_str(), GENERIC_READ,
+                                               FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                                               FILE_ATTRIBUTE_NORMAL, nullptr));
+    const MessageBoxAnswerer answerer({IDYES, IDOK});
+    EXPECT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 0);
+    ASSERT_EQ(answerer.Boxes().size(), 2u);
+    EXPECT_EQ(answerer.Boxes()[1].text,
+              NotDoneText(L"The backup was not put in its place", StoreTrouble::Locked));
+    EXPECT_TRUE(IsThere());
+    EXPECT_TRUE(ReadFileBytes(Path()).empty());
+}
+
+// It would be refused for its log, which may have what was saved last.
+TEST_F(GoneStore, ThatHasLeftItsLogIsRefused)
+{
+    ASSERT_NO_FATAL_FAILURE(LoseWithBackup(false));
+    ASSERT_TRUE(WriteFileBytes(Path() + L"-wal", "what was saved last"));
+    const MessageBoxAnswerer answerer;
+    EXPECT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 0);
+    EXPECT_EQ(answerer.Boxes().size(), 2u);
+    EXPECT_FALSE(IsThere());
+    EXPECT_EQ(ReadFileBytes(Path() + L"-wal"), "what was saved last");
+}
+
 } // namespace

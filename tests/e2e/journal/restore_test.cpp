@@ -170,4 +170,36 @@ TEST_F(Restore, DamageThatTheBackupFindsIsTold)
     EXPECT_TRUE(ReadFileBytes(m_store.Path()) == bytes);
 }
 
+// Nothing of it without the password; then it is asked before a new store would be made, and ended by force
+// it is asked again.
+TEST_F(Restore, ThatTakesTheStoreAwayIsOfferedItsBackup)
+{
+    ASSERT_NO_FATAL_FAILURE(BackUpAndBreak());
+    ASSERT_TRUE(DeleteFileW(m_store.Path().c_str()));
+    ASSERT_TRUE(StoreSetting(L"Options", L"vacc", L"Secret"));
+    ASSERT_TRUE(StoreSetting(L"Options", L"setpw", 1));
+    ASSERT_TRUE(StoreSetting(L"Options", L"Password", 1));
+    for (const bool ends : {true, false}) {
+        ASSERT_TRUE(m_journal.Launch());
+        HWND prompt = WaitForDialog(m_journal.Id(), L"Enter Journal Password");
+        ASSERT_NE(prompt, nullptr);
+        ASSERT_TRUE(Activate(prompt));
+        EXPECT_FALSE(HasMessageBox(m_journal.Id()));
+        TypeText(L"Secret\n");
+        const RemoteMessageBox offer = WaitForMessageBox(m_journal.Id());
+        ASSERT_TRUE(offer);
+        EXPECT_TRUE(offer.Text().starts_with(m_store.Path() + L"\n\nis not there"));
+        EXPECT_NE(offer.Text().find(L"It has 2 entries; "), std::wstring::npos);
+        EXPECT_TRUE(offer.IsDefault(IDYES));
+        EXPECT_EQ(GetFileAttributesW(m_store.Path().c_str()), INVALID_FILE_ATTRIBUTES);
+        if (ends) {
+            m_journal.Kill();
+        } else {
+            ASSERT_TRUE(offer.Answer(IDYES));
+        }
+    }
+    ASSERT_NE(m_journal.WaitForMainWindow(), nullptr);
+    EXPECT_TRUE(ShowsRows(2));
+}
+
 } // namespace
