@@ -7,6 +7,9 @@
 
 #include "addrbook/list_columns.h"
 #include "addrbook/resource.h"
+#include "mervane/backup.h"
+#include "mervane/restoration.h"
+#include "mervane/store_neighbours.h"
 #include "mervane/store_path.h"
 #include "mervane/trouble.h"
 #include "ui/dialog_in_front.h"
@@ -18,6 +21,7 @@
 #include "ui/store_window.h"
 #include "ui/window_placement.h"
 #include "ui/work_area.h"
+#include "util/clock.h"
 
 namespace addrbook {
 
@@ -30,6 +34,20 @@ constexpr int kFindWidth = 220;
 constexpr int kAroundText = 8; // above and below the text of the box, together
 constexpr int kWindowWidth = 800;
 constexpr int kWindowHeight = 560;
+
+// The journal has a password, and asks for it first.
+constexpr const wchar_t* kStartJournal = L"\n\nStart the journal: it offers a backup, where one is whole.";
+
+// With its backups there it is no new one that is wanted.
+bool IsLost(const std::wstring& path)
+{
+    return mervane::IsGone(path) && mervane::NewestWholeBackup(path, mervane::DayOfTime(LocalNow()));
+}
+
+std::wstring FailureText(const std::wstring& path, StoreTrouble trouble)
+{
+    return NotOpenedText(path, trouble) + (mervane::IsBroken(path, trouble) ? kStartJournal : L"");
+}
 
 } // namespace
 
@@ -55,6 +73,11 @@ bool AddressWindow::Create(HINSTANCE instance, StartTurn* turn)
 {
     m_instance = instance;
     m_turn = turn;
+    const std::wstring path = mervane::StorePath();
+    if (IsLost(path)) {
+        m_failure = GoneText(path, mervane::FileExists(path)) + kStartJournal;
+        return false;
+    }
     m_hasSettings = m_settings.Open(kSettingsKey) != 0;
     const std::optional<WindowPlace> left = LoadPlacement(m_settings);
     m_leftMaximized = left && left->maximized;
@@ -71,7 +94,7 @@ bool AddressWindow::Create(HINSTANCE instance, StartTurn* turn)
         Reload();
         return true;
     }
-    m_failure = NotOpenedText(mervane::StorePath(), m_contacts.Trouble());
+    m_failure = FailureText(path, m_contacts.Trouble());
     DestroyWindow(m_window);
     return false;
 }

@@ -203,6 +203,66 @@ TEST_F(AddressSettings, AFailedStartStoresNothing)
     EXPECT_EQ(m_settings.GetNumber(L"Settings", L"ColumnWidth0", 0), 0u);
 }
 
+// It has no password, so the journal is the one that offers a backup.
+class LostContacts : public AddressSettings {
+  protected:
+    // A backup of a store that has a contact.
+    void BackUp()
+    {
+        ASSERT_NE(Add("kept"), 0u);
+        m_contacts.Close();
+        const std::wstring folder = BackupFolderOf(Path());
+        std::wstring name = Path().substr(Path().find_last_of(L'\\') + 1);
+        name.resize(name.size() - 3);
+        m_backup = folder + name + L"-2026-01-31.db";
+        CreateDirectoryW(folder.c_str(), nullptr);
+        ASSERT_TRUE(CopyFileW(Path().c_str(), m_backup.c_str(), TRUE));
+    }
+    const std::wstring& Path() const { return m_store.Path(); }
+    bool IsThere() const { return GetFileAttributesW(Path().c_str()) != INVALID_FILE_ATTRIBUTES; }
+    // What is told where the window cannot be made.
+    std::wstring Told()
+    {
+        const MessageBoxAnswerer answerer;
+        HINSTANCE instance = GetModuleHandleW(nullptr);
+        EXPECT_TRUE(AddressWindow::RegisterWindowClass(instance));
+        m_window = std::make_unique<AddressWindow>();
+        if (m_window->Create(instance))
+            return L"";
+        m_window->TellFailure();
+        return answerer.Boxes().empty() ? L"nothing" : answerer.Boxes()[0].text;
+    }
+
+    const std::wstring m_startJournal = L"\n\nStart the journal: it offers a backup, where one is whole.";
+    std::wstring m_backup;
+};
+
+TEST_F(LostContacts, AreNoneOfANewStoreWhereThereIsABackup)
+{
+    ASSERT_NO_FATAL_FAILURE(BackUp());
+    ASSERT_TRUE(DeleteFileW(Path().c_str()));
+    EXPECT_EQ(Told(), GoneText(Path(), false) + m_startJournal);
+    EXPECT_FALSE(IsThere());
+    ASSERT_TRUE(WriteFileBytes(Path(), ""));
+    EXPECT_EQ(Told(), GoneText(Path(), true) + m_startJournal);
+    EXPECT_TRUE(ReadFileBytes(Path()).empty());
+    // Nothing could be offered.
+    ASSERT_TRUE(WriteFileBytes(m_backup, "no store"));
+    EXPECT_EQ(Told(), L"");
+}
+
+TEST_F(LostContacts, InADamagedStoreSayWhoOffersABackup)
+{
+    ASSERT_NO_FATAL_FAILURE(BackUp());
+    const std::string whole = ReadFileBytes(Path());
+    ASSERT_TRUE(WriteFileBytes(Path(), whole.substr(0, 4096)));
+    EXPECT_EQ(Told(), NotOpenedText(Path(), StoreTrouble::Damaged) + m_startJournal);
+    std::string newer = whole;
+    newer[60] = 0x7F; // SQLite's user_version, big-endian
+    ASSERT_TRUE(WriteFileBytes(Path(), newer));
+    EXPECT_EQ(Told(), NotOpenedText(Path(), StoreTrouble::NewerVersion)) << "this one is not broken";
+}
+
 // A box that waits for an answer, not one that a quit message closes.
 TEST_F(AddressSettings, AWindowThatCannotBeMadeSaysSo)
 {
