@@ -87,15 +87,17 @@ void RowSelection::SelectRows()
     SelectionSet& selection = m_tracker.Selection();
     const int page = ListView_GetCountPerPage(m_list);
     std::vector<CEOID> missing;
-    int row = -1;
+    int flag = m_tracker.Flag();
     int top = 0;
     {
         const ScopedRedrawPause pause(m_list);
         for (const CEOID id : selection.InOrder()) {
-            row = RowOf(id);
-            if (row < 0) {
-                if (!m_unread)
-                    missing.push_back(id);
+            const int row = RowOf(id);
+            if (row < 0 && m_unread)
+                continue;
+            flag = row >= 0;
+            if (!flag) {
+                missing.push_back(id);
                 continue;
             }
             ListView_SetItemState(m_list, row, LVIS_SELECTED, LVIS_SELECTED);
@@ -104,7 +106,7 @@ void RowSelection::SelectRows()
     }
     for (const CEOID id : missing)
         selection.Remove(id);
-    m_tracker.SetFlag(row >= 0); // as the last one left it
+    m_tracker.SetFlag(flag); // as the last one that could be looked for left it
     if (top > 0)
         ListView_EnsureVisible(m_list, top + page - 1, FALSE);
     if (!selection.IsEmpty())

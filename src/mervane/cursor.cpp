@@ -190,13 +190,16 @@ CEOID Cursor::At(uint32_t row)
     return id;
 }
 
+// Where records are missing the table itself may still know that this one is none of them.
 int Cursor::RowOf(CEOID id)
 {
     Refresh();
     const uint32_t row = m_orders.RowOf(Way::Rows, id);
     if (row != kNoRow)
         return static_cast<int>(row);
-    NoteMissing();
+    if (m_orders.index->MissingRecords() != StoreTrouble::None &&
+        m_store.TableOf(m_table).Exists(id) != Answer::No)
+        NoteMissing();
     return -1;
 }
 

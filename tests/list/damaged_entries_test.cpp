@@ -1,4 +1,7 @@
 // What the commands make of a journal of which some entries are damaged: the others are done.
+#include <sqlite3.h>
+
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 
@@ -129,6 +132,77 @@ TEST_F(DamagedEntries, ASearchThatFindsSomethingTellsThatItDidNotSeeAll)
     ASSERT_TRUE(results && results->Ran());
     EXPECT_EQ(found, L"4");
     ExpectOnlyBox(boxes, L"Not every entry was looked at");
+}
+
+// A journal of which a leaf of the table and the index are broken: what the leaf has is there for nobody.
+class MissingEntries : public EntryListTest {
+  protected:
+    MissingEntries() : m_ids(AddEntries(300))
+    {
+        EXPECT_EQ(App().Journal().DeleteRecord(Gone()), 1);
+        App().Journal().Close();
+        const size_t index = PageOfIndex();
+        std::string bytes = ReadFileBytes(m_store.Path());
+        // A page that once held it may still have its text; those that hold it now lie behind.
+        const size_t leaf = bytes.rfind("entry 100") / kPageSize;
+        for (const size_t page : {index, leaf})
+            std::fill_n(bytes.begin() + static_cast<ptrdiff_t>(page * kPageSize), kPageSize, '\0');
+        EXPECT_TRUE(WriteFileBytes(m_store.Path(), bytes));
+        EXPECT_EQ(App().Journal().Open(nullptr), 1);
+        CreateList();
+    }
+
+    CEOID There() const { return m_ids[250]; }
+    CEOID Unread() const { return m_ids[100]; }
+    CEOID Gone() const { return m_ids[290]; }
+
+    void SelectAndRefresh(const List& ids)
+    {
+        for (const CEOID id : ids)
+            m_list.Selection().Append(id);
+        m_list.SetSelectionFlag(1);
+        m_list.Refresh();
+    }
+
+  private:
+    // From 0.
+    size_t PageOfIndex() const
+    {
+        sqlite3* database = nullptr;
+        sqlite3_stmt* root = nullptr;
+        EXPECT_EQ(sqlite3_open16(m_store.Path().c_str(), &database), SQLITE_OK);
+        EXPECT_EQ(sqlite3_prepare_v2(database,
+                                     "SELECT rootpage FROM sqlite_schema WHERE name = 'journal_numbers'", -1,
+                                     &root, nullptr),
+                  SQLITE_OK);
+        EXPECT_EQ(sqlite3_step(root), SQLITE_ROW);
+        const auto page = static_cast<size_t>(sqlite3_column_int(root, 0));
+        sqlite3_finalize(root);
+        sqlite3_close(database);
+        return page - 1;
+    }
+
+    List m_ids;
+};
+
+TEST_F(MissingEntries, StaySelectedAndTheOnesThatAreGoneDoNot)
+{
+    ASSERT_LT(RowCount(), 299);
+    ASSERT_GT(RowCount(), 0);
+    SelectAndRefresh({Gone(), Unread(), There()});
+    EXPECT_EQ(Selected(), (List{Unread(), There()}));
+}
+
+TEST_F(MissingEntries, LeaveTheFlagAsItIs)
+{
+    SelectAndRefresh({There(), Unread()});
+    EXPECT_EQ(m_list.SelectionFlag(), 1);
+    m_list.SetSelectionFlag(0);
+    m_list.ClearSelection();
+    SelectAndRefresh({Unread()});
+    EXPECT_EQ(m_list.SelectionFlag(), 1);
+    SelectAndRefresh({There(), Gone()});
+    EXPECT_EQ(m_list.SelectionFlag(), 0) << "the last one is known not to be there";
 }
 
 } // namespace

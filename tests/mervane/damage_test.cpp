@@ -162,6 +162,11 @@ TEST_F(Damaged, TableAndIndexTogether)
     EXPECT_EQ(rows.back(), 200u);
     for (const CEOID id : rows)
         EXPECT_EQ(journal.SeekRecord(id), id);
+    // What may be among the missing is not known to be gone; what the table itself does not have is.
+    EXPECT_EQ(journal.RowOf(101), -1);
+    EXPECT_EQ(journal.Trouble(), StoreTrouble::Damaged);
+    EXPECT_EQ(journal.RowOf(kEntries + 1), -1);
+    EXPECT_EQ(journal.Trouble(), StoreTrouble::None);
 }
 
 TEST_F(Damaged, EachPageInTurn)
