@@ -14,6 +14,10 @@ bool EntryListTest::OnParentMessage(UINT message, WPARAM wParam, LPARAM lParam, 
         m_reports.push_back(wParam);
         return true;
     case WM_COMMAND: m_commands.push_back(wParam); return true;
+    case WM_SETFOCUS:
+        if (m_handsFocusOn)
+            SetFocus(Handle());
+        return m_handsFocusOn;
     case WM_NOTIFY: break;
     default: return false;
     }

@@ -45,7 +45,8 @@ class EntryListTest : public JournalTest {
     std::vector<WPARAM> m_reports;
     std::vector<WPARAM> m_commands;
     bool m_deselectsOnEmptying =
-        false; // tells of rows deselected when the control is emptied, as some systems do
+        false;                   // tells of rows deselected when the control is emptied, as some systems do
+    bool m_handsFocusOn = false; // to the list, as the main window does
     HCURSOR m_cursorWhileEmptying = nullptr;
     std::vector<int> m_blankRows; // rows for which the control was given an empty first cell
     ColumnSet m_columns;

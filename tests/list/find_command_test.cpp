@@ -73,6 +73,7 @@ class RunFindTest : public EntryListTest {
 TEST_F(RunFindTest, SelectsEveryEntryFound)
 {
     const CEOID a = AddEntry(3, L"walk"), b = AddEntry(2, L"lunch"), c = AddEntry(1, L"Walk");
+    m_handsFocusOn = true;
     CreateList(); // the newest first
     m_list.SelectRecord(b);
     Find(L"walk", [&](const DialogWindow&) {
@@ -84,7 +85,7 @@ TEST_F(RunFindTest, SelectsEveryEntryFound)
     EXPECT_EQ(Current(), c) << "as if they had been selected one by one";
     EXPECT_EQ(LastReport(), 1);
     EXPECT_EQ(m_request.text, L"walk");
-    EXPECT_EQ(GetFocus(), Handle()) << "the keyboard is back in the list";
+    EXPECT_TRUE(PumpUntil([this] { return GetFocus() == Handle(); })) << "the keyboard is back in the list";
 }
 
 EntryList* g_list = nullptr;
