@@ -214,8 +214,7 @@ uint32_t Cursor::PassingCount()
 {
     Refresh();
     NoteMissing();
-    if (m_orders.passing)
-        m_store.Note(m_orders.index->MissingValues());
+    m_store.Note(m_orders.index->MissingValues());
     return m_orders.passing ? m_orders.passing->Count() : m_orders.sort->Count();
 }
 

@@ -29,7 +29,8 @@ class Cursor {
     // The identifier of the record moved to, which is now the current one; 0 for none. Next goes on in the
     // way in which the current record was come to: by rows after ToRow, otherwise by the sort alone. Where
     // records are missing that could not be read, the store notes why with the answer "none", and with
-    // counts. Inside a read, like all that follows.
+    // counts; with PassingCount also where values are missing that the rows are sorted or filtered by. Inside
+    // a read, like all that follows.
     CEOID First() { return MoveTo(0, Way::Sort); }
     CEOID Next();
     CEOID ToRow(uint32_t row) { return MoveTo(row, Way::Rows); }

@@ -74,6 +74,30 @@ TEST_F(UnreadStore, IsToldOfOnceItCanBeRead)
     m_journal.Close();
 }
 
+// The records are known then, but not what they are sorted by: they come in another order.
+TEST_F(UnreadStore, IsToldOfAlsoWhereOnlyTheSortCouldNotBeRead)
+{
+    ASSERT_EQ(m_journal.Open(nullptr), 1);
+    const CEOID last = AddEntry(m_journal, L"b"), first = AddEntry(m_journal, L"a");
+    m_journal.Close();
+    ASSERT_EQ(m_journal.Open(m_listener.Window(), {kDate, 0}), 1);
+    {
+        const CeDBase::ReadScope scope(m_journal);
+        ASSERT_EQ(m_journal.PassingRows(), 2u);
+        ASSERT_EQ(m_journal.Trouble(), StoreTrouble::None);
+        m_files.FailReads(true);
+        m_journal.SetSort({kSubject, 0}, 1);
+        EXPECT_EQ(m_journal.PassingRows(), 2u) << "both are there";
+        EXPECT_NE(m_journal.Trouble(), StoreTrouble::None);
+        m_files.FailReads(false);
+    }
+    EXPECT_TRUE(HearsThatAllMayBeNew());
+    EXPECT_EQ(m_journal.PassingRows(), 2u);
+    EXPECT_EQ(m_journal.Trouble(), StoreTrouble::None);
+    EXPECT_EQ(Rows(m_journal), (std::vector<CEOID>{first, last}));
+    m_journal.Close();
+}
+
 // A write that has failed was told by itself.
 TEST_F(UnreadStore, IsNotWhatCouldNotBeWritten)
 {
