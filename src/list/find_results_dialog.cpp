@@ -189,7 +189,9 @@ CEOID FindResultsDialog::IdOf(int row) const
     return ListView_GetItem(List(), &item) ? static_cast<CEOID>(item.lParam) : 0;
 }
 
-// An entry that another program deletes while it is open is written anew, under another identifier.
+// An entry that another program changes while it is open may be kept twice, and one that is deleted is
+// written anew: what was edited has another identifier then. The one that was opened shows for as long as it
+// is there.
 void FindResultsDialog::Edit(int row)
 {
     const CEOID opened = IdOf(row);
@@ -198,7 +200,8 @@ void FindResultsDialog::Edit(int row)
     CEOID id = opened;
     const int top = ListView_GetTopIndex(List());
     OpenEntryEditor(GetWindow(), &id);
-    std::replace(m_found.begin(), m_found.end(), opened, id);
+    if (id != opened)
+        m_found.insert(std::find(m_found.begin(), m_found.end(), opened) + 1, id);
     Fill();
     const int last = ListView_GetItemCount(List()) - 1;
     if (last < 0)

@@ -359,6 +359,29 @@ TEST_F(FindResultsTest, AnEntryThatIsWrittenAnewStays)
     });
 }
 
+// Where another program had changed it and both were kept.
+TEST_F(FindResultsTest, AnEntryThatIsKeptBesidesStandsBehindTheOther)
+{
+    const auto ids = AddEntries(3);
+    Run(ids, [&](const DialogWindow& dialog) {
+        CEOID mine = 0;
+        InEditor(
+            dialog, [&] { DoubleClick(dialog, 1); },
+            [&](CEOID* id) {
+                Retitle(ids[1], L"theirs");
+                *id = mine = AddEntry(9, L"mine");
+            });
+        ASSERT_EQ(RowCount(dialog), 4);
+        EXPECT_EQ(dialog.Text(kCount), L"4");
+        EXPECT_EQ(Cell(dialog, 1, 1), L"theirs");
+        EXPECT_EQ(IdOf(dialog, 1), ids[1]);
+        EXPECT_EQ(Cell(dialog, 2, 1), L"mine");
+        EXPECT_EQ(IdOf(dialog, 2), mine);
+        EXPECT_EQ(IdOf(dialog, 3), ids[2]);
+        EXPECT_EQ(Selected(dialog), 2) << "the one that was edited";
+    });
+}
+
 TEST_F(FindResultsTest, AFarRowStaysInSight)
 {
     const auto ids = AddEntries(200);
