@@ -12,11 +12,11 @@
 #include "list/filter_settings.h"
 #include "list/filter_text.h"
 #include "mervane/store_path.h"
+#include "mervane/store_waiter.h"
 #include "res/resource.h"
 #include "ui/command_bands.h"
 #include "ui/dialog_in_front.h"
 #include "ui/drop_down.h"
-#include "ui/paint_wait.h"
 #include "ui/scale.h"
 #include "ui/session_end.h"
 #include "ui/store_window.h"
@@ -139,7 +139,7 @@ LRESULT MainWindow::OnDestroy()
 
 void MainWindow::RequestClose()
 {
-    if (IsPaintWaiting())
+    if (mervane::IsWaitingForStore())
         PostMessageW(m_window, WM_CLOSE, 0, 0);
     else if (!PassCloseOn(m_window))
         Close();
@@ -152,7 +152,7 @@ LRESULT MainWindow::OnEndSession(WPARAM ends)
 {
     if (!TakeSessionEnd(m_window, ends))
         return 0;
-    if (IsPaintWaiting()) {
+    if (mervane::IsWaitingForStore()) {
         StoreSettings();
         PostMessageW(m_window, WM_ENDSESSION, ends, 0);
         return 0;

@@ -111,7 +111,7 @@ bool Connection::BeginWrite()
         m_database.NoteTrouble(StoreTrouble::ReadOnly);
         return false;
     }
-    if (m_isWaiting) {
+    if (IsWaitingForStore()) {
         m_database.NoteTrouble(StoreTrouble::Locked);
         return false;
     }
@@ -121,9 +121,7 @@ bool Connection::BeginWrite()
     bool isOpen = TryWrite();
     for (DWORD step = 1; !isOpen && m_database.Trouble() == StoreTrouble::Locked && GetTickCount64() < end;
          step = std::min(2 * step, kLongestStep)) {
-        m_isWaiting = true;
         WaitForStore(step);
-        m_isWaiting = false;
         m_database.TakeTrouble();
         isOpen = TryWrite();
     }

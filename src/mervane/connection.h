@@ -60,7 +60,6 @@ class Connection {
     std::optional<int64_t> m_seenVersion;
     std::optional<LogState> m_state;
     bool m_logged = false;
-    bool m_isWaiting = false;
     int m_logPages = 0;
     int m_nextShortening = 0;
 };

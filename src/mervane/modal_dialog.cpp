@@ -55,7 +55,7 @@ INT_PTR CALLBACK ModalDialog::Procedure(HWND window, UINT message, WPARAM wParam
 INT_PTR ModalDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
     LRESULT result = 0;
-    if (PutOff(message, wParam, lParam))
+    if (PutOffWhileWaiting(m_window, message, wParam, lParam))
         return TRUE;
     switch (message) {
     case WM_COMMAND: OnCommandMessage(LOWORD(wParam), HIWORD(wParam)); return TRUE;
@@ -69,13 +69,6 @@ INT_PTR ModalDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
         return TRUE;
     default: return FALSE;
     }
-}
-
-// What another program sends while a write of the dialog waits comes again afterwards.
-bool ModalDialog::PutOff(UINT message, WPARAM wParam, LPARAM lParam) const
-{
-    const bool isRequest = message == WM_CLOSE || message == WM_SYSCOMMAND || message == WM_COMMAND;
-    return isRequest && IsWaitingForStore() && PostMessageW(m_window, message, wParam, lParam);
 }
 
 // Behind a box or a dialog of its own the request is that one's.

@@ -44,7 +44,6 @@ class ModalDialog {
   private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
-    bool PutOff(UINT message, WPARAM wParam, LPARAM lParam) const;
     void OnClose();
     void OnCommandMessage(int id, int code);
     void TakeOwnersIcon() const;

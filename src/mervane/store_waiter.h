@@ -14,7 +14,12 @@ void SetStoreWaiter(StoreWaiter waiter);
 namespace mervane {
 
 void WaitForStore(DWORD milliseconds);
-// Inside WaitForStore.
+// Inside WaitForStore: what waits is in the midst of something.
 [[nodiscard]] bool IsWaitingForStore();
+
+// For a window's procedure, before anything else: true for a message that was sent during such a wait and
+// asks for something to be done (a close, a command, a system command). It comes again once the wait is over
+// and messages are looked at, as if it had been posted.
+[[nodiscard]] bool PutOffWhileWaiting(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 } // namespace mervane

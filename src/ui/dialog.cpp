@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <vector>
 
+#include "mervane/store_waiter.h"
 #include "ui/dialog_in_front.h"
 #include "ui/launch.h"
-#include "ui/paint_wait.h"
 #include "ui/program_icon.h"
 #include "ui/scale.h"
 #include "ui/session_end.h"
@@ -103,7 +103,8 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
         self->NoteActivation(wParam, reinterpret_cast<HWND>(lParam));
         PassActivationOn(window, wParam);
     }
-    if (PutOffWhileWaiting(window, message, wParam, lParam) || self->IsOutOfReach(message, wParam, lParam))
+    if (mervane::PutOffWhileWaiting(window, message, wParam, lParam) ||
+        self->IsOutOfReach(message, wParam, lParam))
         return TRUE;
     LRESULT result = 0;
     const bool handled =

@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include "ui/paint_wait.h"
+#include "mervane/store_waiter.h"
 
 // The creation parameter is the object. It has a member m_window, which this sets and clears, and OnMessage,
 // which gets all that comes from WM_NCCREATE on, but for what is put off (PutOffWhileWaiting); it makes this
@@ -20,7 +20,7 @@ template <typename Window> class WindowProcedure {
         auto* self = reinterpret_cast<Window*>(GetWindowLongPtrW(window, GWLP_USERDATA));
         if (!self)
             return DefWindowProcW(window, message, wParam, lParam);
-        if (PutOffWhileWaiting(window, message, wParam, lParam))
+        if (mervane::PutOffWhileWaiting(window, message, wParam, lParam))
             return 0;
         const LRESULT result = self->OnMessage(message, wParam, lParam);
         if (message == WM_NCDESTROY) {

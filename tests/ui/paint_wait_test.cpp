@@ -6,6 +6,7 @@
 #include <thread>
 #include <vector>
 
+#include "mervane/store_waiter.h"
 #include "support/test_windows.h"
 
 namespace {
@@ -17,7 +18,9 @@ class PaintWait : public testing::Test {
         ASSERT_NE(m_window.Handle(), nullptr);
         PumpMessages();
         m_paints = 0;
+        SetStoreWaiter(PaintWhileWaiting);
     }
+    void TearDown() override { SetStoreWaiter(nullptr); }
 
     bool OnMessage(UINT message, LRESULT* result)
     {
@@ -95,10 +98,10 @@ TEST_F(PaintWait, PutsOffWhatIsSentAndAsksForWork)
         if (!isOurs)
             return false;
         *result = 0;
-        if (PutOffWhileWaiting(self, message, wParam, lParam))
+        if (mervane::PutOffWhileWaiting(self, message, wParam, lParam))
             return true;
         done.push_back(message == WM_COMMAND ? HIWORD(wParam) + 1000u : message);
-        isWaiting = isWaiting || IsPaintWaiting();
+        isWaiting = isWaiting || mervane::IsWaitingForStore();
         return true;
     }};
     std::atomic<bool> isSent = false;
@@ -111,8 +114,8 @@ TEST_F(PaintWait, PutsOffWhatIsSentAndAsksForWork)
     });
     const ULONGLONG end = GetTickCount64() + kWaitLimit;
     while (!isSent && GetTickCount64() < end) {
-        PaintWhileWaiting(20);
-        EXPECT_FALSE(IsPaintWaiting());
+        mervane::WaitForStore(20);
+        EXPECT_FALSE(mervane::IsWaitingForStore());
     }
     sender.join();
     EXPECT_TRUE(done.empty());
@@ -126,7 +129,8 @@ TEST_F(PaintWait, LetsThroughWhatAControlTells)
 {
     WPARAM told = 0;
     const TestParent window{[&](HWND self, UINT message, WPARAM wParam, LPARAM lParam, LRESULT*) {
-        if (message == WM_COMMAND && !PutOffWhileWaiting(self, message, wParam, lParam) && IsPaintWaiting())
+        if (message == WM_COMMAND && !mervane::PutOffWhileWaiting(self, message, wParam, lParam) &&
+            mervane::IsWaitingForStore())
             told = wParam;
         return false;
     }};
@@ -137,7 +141,7 @@ TEST_F(PaintWait, LetsThroughWhatAControlTells)
     });
     const ULONGLONG end = GetTickCount64() + kWaitLimit;
     while (!isSent && GetTickCount64() < end)
-        PaintWhileWaiting(20);
+        mervane::WaitForStore(20);
     sender.join();
     EXPECT_EQ(told, MAKEWPARAM(7, EN_CHANGE));
 }
