@@ -189,14 +189,15 @@ EditorRecord::Target EditorRecord::FindTarget(Theirs theirs)
     }
     if (!isThere)
         return Target::New;
-    if (theirs == Theirs::Replace)
-        return Target::Record;
     const std::optional<Image> now = ReadImage();
     if (!now) {
         (void)Fail(m_journal.Trouble());
         return Target::Failed;
     }
-    return now == m_image ? Target::Record : Target::Changed;
+    if (now == m_image || (theirs == Theirs::Replace && now == m_theirs))
+        return Target::Record;
+    m_theirs = now;
+    return Target::Changed;
 }
 
 // Of the journal's current record; nothing when it cannot be read.

@@ -41,7 +41,8 @@ class EditorRecord {
         Created, // a new record was written: it does not count as saved
         Updated,
     };
-    // What to do with a record that somebody else has changed.
+    // What to do with a record that somebody else has changed. Replace is of what it was when Changed was
+    // answered last: where it is another one again, that is the answer once more.
     enum class Theirs { Ask, Replace };
     // Writes the record with the categories and contacts kept here and empties the category stack. Categories
     // that were assigned or released since the editor opened have their use counts changed, with the record
@@ -97,6 +98,7 @@ class EditorRecord {
     DWORD m_mask = 0;
     bool m_unread = false;        // the record is there, or may be, and was not loaded
     std::optional<Image> m_image; // of the record as it was loaded or saved last; none: not known
+    std::optional<Image> m_theirs; // of the record as it was when it was found changed last
     std::wstring m_subject;       // that was loaded
     bool m_isBesides = false;     // a new record beside the one that was loaded: the mask is not of it
     // The categories that the last save here wrote, which has emptied the stack; none: there was no save.

@@ -367,9 +367,7 @@ EditorRecord::Saved EntryEditor::Save()
     m_bar.Check(CMD_TIMER, false); // the ticks go on
     TakeTyped();
     RememberType();
-    Saved saved = CollectAndSave();
-    if (saved == Saved::Changed)
-        saved = SaveOverChange();
+    const Saved saved = CollectAndSave();
     const bool hasAll = m_changes == m_collected;
     if (saved == Saved::Updated && hasAll)
         SetModified(false);
@@ -401,7 +399,8 @@ template <typename Write> EditorRecord::Saved EntryEditor::CollectAnd(Write writ
 
 EditorRecord::Saved EntryEditor::CollectAndSave(EditorRecord::Theirs theirs)
 {
-    return CollectAnd([&](EntryToWrite* entry) { return m_record.Save(entry, theirs); });
+    const auto saved = CollectAnd([&](EntryToWrite* entry) { return m_record.Save(entry, theirs); });
+    return saved == EditorRecord::Saved::Changed ? SaveOverChange() : saved;
 }
 
 EditorRecord::Saved EntryEditor::CollectAndSaveAsNew()
@@ -409,7 +408,7 @@ EditorRecord::Saved EntryEditor::CollectAndSaveAsNew()
     return CollectAnd([&](EntryToWrite* entry) { return m_record.SaveAsNew(entry); });
 }
 
-// Neither text is lost unless the user says so.
+// Neither text is lost unless the user says so, and only one that there was to be seen by then.
 EditorRecord::Saved EntryEditor::SaveOverChange()
 {
     switch (MessageBoxW(GetWindow(), kChangedByOther, kWarning,

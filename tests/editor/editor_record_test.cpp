@@ -139,6 +139,24 @@ TEST_F(EditorRecordTest, ARecordThatAnotherProgramChangedIsNotWrittenOver)
     }
 }
 
+// The answer was about what had been seen by then.
+TEST_F(EditorRecordTest, WhatChangedOnceMoreIsAskedAboutOnceMore)
+{
+    CEOID id = Write(Entry(L"Mine"));
+    OpenRecord record(&id);
+    EntryToWrite entry = Entry(L"Mine again");
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+    for (const char* change :
+         {"UPDATE journal SET subject = 'theirs'", "UPDATE journal SET body = 'theirs'"}) {
+        ASSERT_TRUE(Change(change));
+        EXPECT_EQ(record.Save(&entry, EditorRecord::Theirs::Replace), EditorRecord::Saved::Changed) << change;
+        EXPECT_EQ(Read(id).subject, L"theirs") << change;
+    }
+    EXPECT_EQ(Read(id).body, L"theirs");
+    EXPECT_EQ(record.Save(&entry, EditorRecord::Theirs::Replace), EditorRecord::Saved::Updated);
+    EXPECT_EQ(Read(id).subject, L"Mine again");
+}
+
 TEST_F(EditorRecordTest, WhatWasWrittenFirstIsKnownToo)
 {
     CEOID id = 0;

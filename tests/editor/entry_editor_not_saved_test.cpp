@@ -182,6 +182,31 @@ TEST_F(EntryEditorSaveTest, YesSavesInPlaceOfAnotherProgramsChange)
     EXPECT_EQ(Count(), 1u);
 }
 
+TEST_F(EntryEditorSaveTest, WhatChangesBehindTheQuestionIsAskedAboutToo)
+{
+    CEOID id = Write(Full());
+    const MessageBoxAnswerer boxes({IDYES, IDYES, IDCANCEL});
+    Run(&id, [&](EditorWindow& editor) {
+        editor.Enter(IDC_SUBJECT, L"Mine");
+        ASSERT_TRUE(ChangeAsAnother("UPDATE journal SET subject = 'Theirs'"));
+        {
+            const WhileAsked change(
+                [&] { EXPECT_TRUE(ChangeAsAnother("UPDATE journal SET body = 'Theirs too'")); });
+            editor.Command(CMD_SAVE);
+        }
+        EXPECT_EQ(boxes.Boxes().size(), 2u);
+        EXPECT_FALSE(editor.SaveEnabled());
+        EXPECT_EQ(Read(id).subject, L"Mine");
+
+        editor.Enter(IDC_SUBJECT, L"Mine again");
+        ASSERT_TRUE(ChangeAsAnother("UPDATE journal SET subject = 'Theirs'"));
+        editor.Command(CMD_SAVE);
+        EXPECT_TRUE(editor.SaveEnabled()) << "Cancel goes back";
+        EXPECT_EQ(Read(id).subject, L"Theirs");
+    });
+    EXPECT_EQ(boxes.Boxes().size(), 3u);
+}
+
 int WINAPI NoText(HWND window, LPWSTR text, int size)
 {
     if (GetDlgCtrlID(window) != IDC_BODY)
