@@ -75,6 +75,13 @@ DWORD LoadedMask(const JournalEntry& entry)
     return mask;
 }
 
+bool IsSameSet(std::vector<CEOID> a, std::vector<CEOID> b)
+{
+    std::sort(a.begin(), a.end());
+    std::sort(b.begin(), b.end());
+    return a == b;
+}
+
 void EditorRecord::OpenStores(HWND owner)
 {
     // A failure shows as empty lists; what the record refers to is kept all the same.
@@ -105,11 +112,20 @@ EditorRecord::Loaded EditorRecord::Load(JournalEntry* entry)
     m_image = ImageOf(properties, count);
     m_subject = entry->subject.value_or(L"");
     m_mask = LoadedMask(*entry);
-    if (entry->categories)
-        m_categoryStore.SetStackFromBlob(&m_categories, BlobOf(*entry->categories), kCategoryLoaded);
-    if (entry->contacts)
-        m_contacts.SetAssigned(BlobOf(*entry->contacts), kContactFlags);
+    LoadSets(*entry);
     return Loaded::Done;
+}
+
+void EditorRecord::LoadSets(const JournalEntry& entry)
+{
+    m_partOfCategories.reset();
+    m_partOfContacts.reset();
+    std::vector<BYTE> blob = entry.categories.value_or(std::vector<BYTE>());
+    if (entry.categories && !m_categoryStore.SetStackFromBlob(&m_categories, BlobOf(blob), kCategoryLoaded))
+        m_partOfCategories = AssignedCategories(m_categories);
+    blob = entry.contacts.value_or(std::vector<BYTE>());
+    if (entry.contacts && !m_contacts.SetAssigned(BlobOf(blob), kContactFlags))
+        m_partOfContacts = m_contacts.Assigned();
 }
 
 std::wstring EditorRecord::StoredSubject()
@@ -126,6 +142,10 @@ EditorRecord::Saved EditorRecord::Save(EntryToWrite* entry, Theirs theirs)
         m_categories = before;
         return saved;
     }
+    if (!LeavesCategories())
+        m_partOfCategories.reset();
+    if (!LeavesContacts())
+        m_partOfContacts.reset();
     m_written = AssignedCategories(m_categories);
     m_categories.DeleteStack();
     return saved;
@@ -194,10 +214,15 @@ EditorRecord::Target EditorRecord::FindTarget(Theirs theirs)
         (void)Fail(m_journal.Trouble());
         return Target::Failed;
     }
-    if (now == m_image || (theirs == Theirs::Replace && now == m_theirs))
+    if (now == m_image)
         return Target::Record;
+    const bool isAgreed = theirs == Theirs::Replace && now == m_theirs;
     m_theirs = now;
-    return Target::Changed;
+    if (!isAgreed)
+        return Target::Changed;
+    m_partOfCategories.reset(); // theirs are written over as well
+    m_partOfContacts.reset();
+    return Target::Record;
 }
 
 // Of the journal's current record; nothing when it cannot be read.
@@ -243,6 +268,29 @@ bool EditorRecord::FillBlobs(EntryToWrite* entry, LocalBlock<BYTE>* categories, 
            (m_contacts.Assigned().empty() || (contactsChanged && *contacts));
 }
 
+bool EditorRecord::LeavesCategories() const
+{
+    return m_partOfCategories && IsSameSet(*m_partOfCategories, AssignedCategories(m_categories));
+}
+
+bool EditorRecord::LeavesContacts() const
+{
+    return m_partOfContacts && IsSameSet(*m_partOfContacts, m_contacts.Assigned());
+}
+
+// A property that is not sent stays as it is.
+void EditorRecord::LeaveUnreadSets(EntryToWrite* entry) const
+{
+    if (LeavesCategories()) {
+        entry->categories = {};
+        entry->loadedMask &= ~kMaskDeletesCategories;
+    }
+    if (LeavesContacts()) {
+        entry->contacts = {};
+        entry->loadedMask &= ~kMaskDeletesContacts;
+    }
+}
+
 EditorRecord::Saved EditorRecord::WriteTo(Target target, EntryToWrite* entry, CEOID* written)
 {
     LocalBlock<BYTE> categories;
@@ -253,8 +301,10 @@ EditorRecord::Saved EditorRecord::WriteTo(Target target, EntryToWrite* entry, CE
         return Fail(StoreTrouble::NoMemory);
     entry->exists = m_id != 0;
     entry->loadedMask = m_isBesides ? m_mask & kMaskDeletesContacts : m_mask;
-    const std::vector<CEPROPVAL> properties = PropertiesToWrite(*entry);
     const bool update = target == Target::Record;
+    if (update)
+        LeaveUnreadSets(entry);
+    const std::vector<CEPROPVAL> properties = PropertiesToWrite(*entry);
     *written =
         m_journal.WriteRecord(update ? m_id : 0, static_cast<WORD>(properties.size()), properties.data());
     if (*written == 0)

@@ -16,6 +16,9 @@
 // The numbers of the properties that an entry has, OR-ed together (see kLoadedSubject and the ones after it).
 DWORD LoadedMask(const JournalEntry& entry);
 
+// Whatever the order.
+bool IsSameSet(std::vector<CEOID> a, std::vector<CEOID> b);
+
 class EditorRecord {
   public:
     // reference is the caller's: 0 for a new entry. It gets the identifier when a record is created.
@@ -46,7 +49,8 @@ class EditorRecord {
     enum class Theirs { Ask, Replace };
     // Writes the record with the categories and contacts kept here and empties the category stack. Categories
     // that were assigned or released since the editor opened have their use counts changed, with the record
-    // or not at all. A record that is gone is written anew.
+    // or not at all. A record that is gone is written anew. A set whose blob has a wrong shape stays as it is
+    // in the record, all its bytes, until it is changed here.
     [[nodiscard]] Saved Save(EntryToWrite* entry, Theirs theirs = Theirs::Ask);
     // Writes a new record and leaves the one that was loaded as it is, with its categories and their uses:
     // those of the new one, also what earlier saves have written, are counted besides. From then on this is
@@ -84,6 +88,10 @@ class EditorRecord {
     Saved CountUsesAndWrite(EntryToWrite* entry, Theirs theirs);
     Saved WriteTo(Target target, EntryToWrite* entry, CEOID* written);
     Target FindTarget(Theirs theirs);
+    void LoadSets(const JournalEntry& entry);
+    bool LeavesCategories() const;
+    bool LeavesContacts() const;
+    void LeaveUnreadSets(EntryToWrite* entry) const;
     [[nodiscard]] bool CountUses();
     [[nodiscard]] bool FillBlobs(EntryToWrite* entry, LocalBlock<BYTE>* categories,
                                  LocalBlock<BYTE>* contacts);
@@ -96,10 +104,13 @@ class EditorRecord {
     CEOID* m_reference;
     CEOID m_id;
     DWORD m_mask = 0;
-    bool m_unread = false;        // the record is there, or may be, and was not loaded
-    std::optional<Image> m_image; // of the record as it was loaded or saved last; none: not known
+    bool m_unread = false;         // the record is there, or may be, and was not loaded
+    std::optional<Image> m_image;  // of the record as it was loaded or saved last; none: not known
     std::optional<Image> m_theirs; // of the record as it was when it was found changed last
-    std::wstring m_subject;       // that was loaded
+    std::wstring m_subject;        // that was loaded
+    // Of a set whose blob has a wrong shape: what was read of it.
+    std::optional<std::vector<CEOID>> m_partOfCategories;
+    std::optional<std::vector<CEOID>> m_partOfContacts;
     bool m_isBesides = false;     // a new record beside the one that was loaded: the mask is not of it
     // The categories that the last save here wrote, which has emptied the stack; none: there was no save.
     std::optional<std::vector<CEOID>> m_written;

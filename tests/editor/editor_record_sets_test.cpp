@@ -217,6 +217,89 @@ TEST_F(EditorRecordTest, ContactsThatWereTakenAwayAreDeleted)
     EXPECT_FALSE(Read(id).contacts);
 }
 
+std::vector<BYTE> Behind(std::vector<BYTE> blob, size_t bytes)
+{
+    blob.insert(blob.end(), bytes, 0xEE);
+    return blob;
+}
+
+// Whatever another program meant by it.
+TEST_F(EditorRecordTest, ASetOfAWrongShapeThatNobodyTouchedStaysAsItIs)
+{
+    const CEOID home = Category(L"Home");
+    const std::vector<BYTE> blobs[] = {
+        Behind(Ids({home}), 4), Behind(Ids({home}), 3), Behind({}, 2), {9, 0, 0, 0}};
+    for (const CEPROPID property : {kPropCategories, kPropContacts})
+        for (const std::vector<BYTE>& blob : blobs) {
+            CEOID id = WriteWith(property, blob);
+            OpenRecord record(&id);
+            EntryToWrite entry = Entry(L"Other");
+            EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+            EXPECT_EQ(Read(id).subject, L"Other");
+            EXPECT_EQ(property == kPropCategories ? Read(id).categories : Read(id).contacts, blob);
+        }
+    EXPECT_EQ(Uses(home), 0);
+}
+
+TEST_F(EditorRecordTest, ASetOfAWrongShapeIsWrittenAnewWithAChange)
+{
+    const CEOID home = Category(L"Home");
+    const CEOID work = Category(L"Work");
+    CEOID id = WriteWith(kPropCategories, Behind(Ids({home}), 4));
+    EntryToWrite entry = Entry();
+    {
+        OpenRecord record(&id);
+        record.Categories().Push({work, 0x1101});
+        EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+    }
+    EXPECT_EQ(Read(id).categories, Ids({home, work}));
+    {
+        CEOID other = WriteWith(kPropCategories, Behind(Ids({home}), 4));
+        OpenRecord record(&other);
+        record.Categories().Find(home)->flags = 0x0011;
+        EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+        EXPECT_FALSE(Read(other).categories) << "the last one was released";
+    }
+    CEOID other = WriteWith(kPropContacts, Behind(Ids({7, 9}), 3));
+    OpenRecord record(&other);
+    record.Contacts().Unassign(7);
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+    EXPECT_EQ(Read(other).contacts, Ids({9}));
+    record.Contacts().Assign(7);
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+    EXPECT_EQ(Read(other).contacts, Ids({9, 7}));
+}
+
+TEST_F(EditorRecordTest, ASetOfAWrongShapeIsWrittenOverWhatAnotherProgramHasMadeOfIt)
+{
+    const CEOID home = Category(L"Home");
+    for (const CEPROPID property : {kPropCategories, kPropContacts}) {
+        CEOID id = WriteWith(property, Behind(Ids({home}), 4));
+        OpenRecord record(&id);
+        ASSERT_TRUE(
+            Change("UPDATE journal SET categories = x'0100000007000000', contacts = x'0100000007000000'"));
+        EntryToWrite entry = Entry();
+        ASSERT_EQ(record.Save(&entry), EditorRecord::Saved::Changed);
+        ASSERT_EQ(record.Save(&entry, EditorRecord::Theirs::Replace), EditorRecord::Saved::Updated);
+        EXPECT_EQ(property == kPropCategories ? Read(id).categories : Read(id).contacts, Ids({home}));
+    }
+}
+
+TEST_F(EditorRecordTest, ASetOfAWrongShapeGoesIntoANewRecordAsFarAsItIsOne)
+{
+    const CEOID home = Category(L"Home");
+    CEOID id = WriteWith(kPropCategories, Behind(Ids({home}), 4));
+    const CEOID before = id;
+    OpenRecord record(&id);
+    EntryToWrite entry = Entry();
+    EXPECT_EQ(record.SaveAsNew(&entry), EditorRecord::Saved::Created);
+    ASSERT_NE(id, before);
+    EXPECT_EQ(Read(before).categories, Behind(Ids({home}), 4));
+    EXPECT_EQ(Read(id).categories, Ids({home}));
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+    EXPECT_EQ(Read(id).categories, Ids({home}));
+}
+
 TEST_F(EditorRecordTest, AFailedWriteChangesNothing)
 {
     const CEOID home = Category(L"Home");
