@@ -91,17 +91,18 @@ void EntryEditor::ShowTimes()
     ApplyDateRule(IDC_START_DATE);
 }
 
-// False where the record's subject does not show.
-bool EntryEditor::FillSubjects()
+void EntryEditor::FillSubjects()
 {
     const ScopedQuiet quiet(&m_quiet);
-    return FillSubjectBox(m_controls.subject, App(),
-                          (m_record.Mask() & kLoadedSubject) ? m_record.StoredSubject() : std::wstring());
+    std::wstring subject = (m_record.Mask() & kLoadedSubject) ? m_record.StoredSubject() : std::wstring();
+    m_hiddenSubject.reset();
+    if (!FillSubjectBox(m_controls.subject, App(), subject))
+        m_hiddenSubject = std::move(subject);
 }
 
 void EntryEditor::FillBoxes()
 {
-    (void)FillSubjects(); // of no record yet
+    FillSubjects(); // of no record yet
     FillTypeBox(m_controls.type, App());
     AddItems(m_controls.duration, SuggestedDurations());
     Select(m_controls.duration, 0);

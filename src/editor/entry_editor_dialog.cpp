@@ -186,10 +186,10 @@ void EntryEditor::OnSubject(WORD code)
     if (code == CBN_KILLFOCUS && GetWindowTextLengthW(m_controls.subject) == 0)
         SelectNoSubject(m_controls.subject);
     if (IsChange(code) && !m_quiet)
-        m_showsSubject = true; // whatever it is, the person has given it
+        m_hiddenSubject.reset(); // whatever it is, the person has given it
     if (code == CBN_CLOSEUP && SendMessageW(m_controls.subject, CB_GETCURSEL, 0, 0) == kModifySubjectsItem) {
         RunQuickSubjects(GetWindow());
-        m_showsSubject = FillSubjects();
+        FillSubjects();
     }
 }
 
@@ -204,7 +204,7 @@ void EntryEditor::OnDuration(WORD code)
     if (IsChange(code) && !m_quiet)
         m_durationEdited = true;
     if (code == CBN_KILLFOCUS)
-        TakeDuration(TextOf(m_controls.duration));
+        TakeDuration(ReadText(m_controls.duration));
     // Some systems put the chosen item's own words into the box after this notification.
     if (code == CBN_CLOSEUP && TakeDuration(ChosenDuration()))
         PostMessageW(GetWindow(), kMsgShowDuration, 0, 0);
@@ -213,24 +213,28 @@ void EntryEditor::OnDuration(WORD code)
 
 // What stands in the box when its list closes. Some systems bring its text into line with the choice only
 // later, so a choice counts before the text; the box has one only while its text is an item of the list.
-std::wstring EntryEditor::ChosenDuration() const
+std::optional<std::wstring> EntryEditor::ChosenDuration() const
 {
     const LRESULT chosen = SendMessageW(m_controls.duration, CB_GETCURSEL, 0, 0);
     const auto durations = SuggestedDurations();
     if (chosen >= 0 && static_cast<size_t>(chosen) < durations.size())
         return durations[static_cast<size_t>(chosen)];
-    return TextOf(m_controls.duration);
+    return ReadText(m_controls.duration);
 }
 
-// False for an emptied box: it shows a suggestion, but the duration stays until the box is read again.
-bool EntryEditor::TakeDuration(const std::wstring& text)
+// False for an emptied box: it shows a suggestion, but the duration stays until the box is read again. Where
+// its text cannot be had all stays, and the next save tries again.
+bool EntryEditor::TakeDuration(const std::optional<std::wstring>& text)
 {
-    if (text.empty()) {
+    m_durationUnread = !text;
+    if (!text)
+        return false;
+    if (text->empty()) {
         SendMessageW(m_controls.duration, CB_SETCURSEL, kEmptiedDuration, 0);
         return false;
     }
-    if (IsNewDuration(text))
-        m_times.TakeDurationText(text);
+    if (IsNewDuration(*text))
+        m_times.TakeDurationText(*text);
     ShowDuration();
     return true;
 }
@@ -245,7 +249,7 @@ bool EntryEditor::IsNewDuration(const std::wstring& text) const
 void EntryEditor::ShowDuration()
 {
     const ScopedQuiet quiet(&m_quiet);
-    m_durationEdited = false;
+    m_durationEdited = m_durationUnread = false;
     const std::wstring text = m_times.DurationText();
     const LRESULT item = SendMessageW(m_controls.duration, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
                                       reinterpret_cast<LPARAM>(text.c_str()));
@@ -446,7 +450,7 @@ std::optional<std::wstring> EntryEditor::TextOfCopy()
 void EntryEditor::TakeTyped()
 {
     TakeTypedTime(GetWindow());
-    if (IsTypingDuration())
+    if (m_durationUnread || IsTypingDuration())
         OnDuration(CBN_KILLFOCUS);
 }
 
@@ -461,9 +465,15 @@ bool EntryEditor::IsTypingDuration() const
 std::optional<EntryToWrite> EntryEditor::Collect() const
 {
     const std::optional<std::wstring> body = ReadText(m_controls.body);
-    const std::optional<std::wstring> subject = SubjectToWrite(m_controls.subject);
+{
+    if (m_hiddenSubject || m_durationUnread)
+        return std::nullopt;
+    return CollectWith(SubjectToWrite(m_controls.subject));
+}
+
+std::optional<EntryToWrite> EntryEditor::CollectWith(const std::optional<std::wstring>& subject) const
     std::optional<std::wstring> type = ReadText(m_controls.type);
-    if (!body || !subject || !type || !m_showsSubject)
+    if (!body || !subject || !type)
         return std::nullopt;
     type->resize(std::min<size_t>(type->size(), kTypeTextSize - 1));
     EntryToWrite entry;
@@ -481,16 +491,27 @@ std::optional<EntryToWrite> EntryEditor::Collect() const
 // What is being typed stays as it is in its field.
 std::optional<RescueState> EntryEditor::StateToRescue() const
 {
-    std::optional<EntryToWrite> entry = Collect();
+    std::optional<EntryToWrite> entry =
+        CollectWith(m_hiddenSubject ? m_hiddenSubject : SubjectToWrite(m_controls.subject));
+void EntryEditor::AddTypedDuration(EntryToWrite* entry) const
+{
+    if (!m_durationUnread && !IsTypingDuration())
+        return;
+    const std::optional<std::wstring> text = ReadText(m_controls.duration);
+    if (!text || text->empty() || !IsNewDuration(*text))
+        return;
+    EditorTimes times = m_times;
+    times.TakeDurationText(*text);
+    times.FollowDuration();
+    entry->endTime = times.end;
+    entry->duration = times.duration;
+}
+
+// More than a save takes: what there is, whatever cannot be had or shown besides. Without the texts
+// themselves nothing, for it would take the place of what was put aside before.
     if (!entry)
         return std::nullopt;
-    if (const std::wstring text = TextOf(m_controls.duration); IsTypingDuration() && IsNewDuration(text)) {
-        EditorTimes times = m_times;
-        times.TakeDurationText(text);
-        times.FollowDuration();
-        entry->endTime = times.end;
-        entry->duration = times.duration;
-    }
+    AddTypedDuration(&*entry);
     RescueState state;
     state.store = mervane::StoreNumber(mervane::StorePath());
     state.entry = std::move(*entry);

@@ -44,7 +44,7 @@ class EntryEditor : public Dialog {
   private:
     // Building
     bool Build();
-    bool FillSubjects();
+    void FillSubjects();
     void FillBoxes();
     void SetBarState();
     void LayOut();
@@ -74,11 +74,11 @@ class EntryEditor : public Dialog {
 
     // What the entry is
     void ApplyDateRule(int id);
-    bool TakeDuration(const std::wstring& text);
+    bool TakeDuration(const std::optional<std::wstring>& text);
     bool IsNewDuration(const std::wstring& text) const;
     void ShowDuration();
     void ShowTimer();
-    std::wstring ChosenDuration() const;
+    std::optional<std::wstring> ChosenDuration() const;
     void ApplyZoom(int menuId);
     void ShowCategories();
     void SwitchView(const EditorViewRule& rule);
@@ -99,6 +99,8 @@ class EntryEditor : public Dialog {
     std::optional<std::wstring> TextOfCopy();
     void TakeTyped();
     std::optional<EntryToWrite> Collect() const;
+    std::optional<EntryToWrite> CollectWith(const std::optional<std::wstring>& subject) const;
+    void AddTypedDuration(EntryToWrite* entry) const;
     bool IsTypingDuration() const;
     std::optional<RescueState> StateToRescue() const;
 
@@ -113,11 +115,12 @@ class EntryEditor : public Dialog {
     UniqueFont m_bodyFont;
     const wchar_t* m_helpTopic = kHelpEntry;
     bool m_modified = false;
-    unsigned m_changes = 0;        // so far
-    unsigned m_collected = 0;      // how many of them what was read last from the controls has
-    unsigned m_stored = 0;         // and what was written last
-    bool m_durationEdited = false; // since it was shown last
-    bool m_showsSubject = true;    // false: the record's could not be shown
+    unsigned m_changes = 0;                      // so far
+    unsigned m_collected = 0;                    // how many of them what was read last from the controls has
+    unsigned m_stored = 0;                       // and what was written last
+    bool m_durationEdited = false;               // since it was shown last
+    bool m_durationUnread = false;               // what is in its box could not be had
+    std::optional<std::wstring> m_hiddenSubject; // the record's, where it could not be shown
     StoreTrouble m_notOpened = StoreTrouble::None; // why
     StoreTrouble m_notSaved = StoreTrouble::None;  // the last time
     bool m_quiet = false;                          // the editor itself is filling its controls

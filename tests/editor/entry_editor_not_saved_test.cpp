@@ -239,6 +239,52 @@ TEST_F(EntryEditorSaveTest, ABodyThatCannotBeHadIsNotSavedAsAnEmptyOne)
     EXPECT_EQ(Read(id).subject, L"Dinner");
 }
 
+int WINAPI NoDuration(HWND window, LPWSTR text, int size)
+{
+    if (GetDlgCtrlID(window) != IDC_DURATION)
+        return static_cast<int>(
+            SendMessageW(window, WM_GETTEXT, static_cast<WPARAM>(size), reinterpret_cast<LPARAM>(text)));
+    text[0] = L'\0';
+    return 0;
+}
+
+TEST_F(EntryEditorSaveTest, ADurationThatCannotBeHadIsNotSavedAsAnother)
+{
+    CEOID id = Write(Full());
+    const MessageBoxAnswerer boxes;
+    Run(&id, [&](EditorWindow& editor) {
+        editor.Enter(IDC_DURATION, L"2 hours");
+        {
+            const ImportWatch<decltype(&GetWindowTextW)> none(&__imp_GetWindowTextW, NoDuration);
+            editor.Command(CMD_SAVE);
+            editor.Focus(IDC_BODY);
+        }
+        EXPECT_TRUE(editor.SaveEnabled());
+        EXPECT_EQ(editor.Text(IDC_DURATION), L"2 hours");
+        EXPECT_EQ(Read(id).duration, Minutes(90));
+        editor.Command(CMD_SAVE);
+        EXPECT_EQ(Read(id).duration, Minutes(120)) << "wherever the keyboard is";
+        EXPECT_FALSE(editor.SaveEnabled());
+    });
+    ASSERT_EQ(boxes.Boxes().size(), 1u);
+    EXPECT_TRUE(boxes.Boxes()[0].text.starts_with(L"The entry was not saved: there is not enough memory."));
+}
+
+TEST_F(EntryEditorSaveTest, ADurationThatCannotBeHadIsPutAsideAsItWas)
+{
+    const RescueFolder folder;
+    CEOID id = Write(Full());
+    Run(&id, [&](EditorWindow& editor) {
+        editor.Enter(IDC_DURATION, L"2 hours");
+        const ImportWatch<decltype(&GetWindowTextW)> none(&__imp_GetWindowTextW, NoDuration);
+        SendMessageW(editor.Window(), WM_TIMER, EditorRescue::kTimer, 0);
+    });
+    ASSERT_EQ(folder.Unsaved(), 1u);
+    const auto state = ReadRescue(ReadFileBytes(folder.Files(L".rescue")[0]));
+    ASSERT_TRUE(state);
+    EXPECT_EQ(state->entry.duration, Minutes(90));
+}
+
 // The timer ticks on, and another program may work the controls.
 TEST_F(EntryEditorSaveTest, WhatChangesBehindTheQuestionIsSavedToo)
 {
@@ -417,15 +463,7 @@ TEST_F(EntryEditorSaveTest, ASubjectThatCannotBeShownAgainIsNotSavedAsNone)
     CEOID id = Write(Full());
     const MessageBoxAnswerer boxes;
     Run(&id, [&](EditorWindow& editor) {
-        {
-            g_send = __imp_SendMessageW;
-            const ImportWatch<decltype(&SendMessageW)> none(&__imp_SendMessageW, InsertNoLunch);
-            const ModalDriver quickSubjects(
-                [](HWND dialog) { SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0); });
-            editor.Ask(IDC_SUBJECT, CB_SETCURSEL, 0);
-            editor.Command(IDC_SUBJECT, CBN_CLOSEUP);
-            EXPECT_TRUE(quickSubjects.Ran());
-        }
+        LoseSubject(editor);
         editor.Command(CMD_SAVE);
         EXPECT_EQ(Read(id).subject, L"Lunch");
         editor.Enter(IDC_SUBJECT, L"Supper");
@@ -448,6 +486,17 @@ BOOL WINAPI CountBeep(UINT)
 TEST_F(EntryEditorSaveTest, AFailedSaveSoundsOnce)
 {
     CEOID id = Write(Full());
+// As when there is no memory for it behind the dialog of the quick subjects.
+void LoseSubject(const EditorWindow& editor)
+{
+    g_send = __imp_SendMessageW;
+    const ImportWatch<decltype(&SendMessageW)> none(&__imp_SendMessageW, InsertNoLunch);
+    const ModalDriver quickSubjects([](HWND dialog) { SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0); });
+    editor.Ask(IDC_SUBJECT, CB_SETCURSEL, 0);
+    editor.Command(IDC_SUBJECT, CBN_CLOSEUP);
+    EXPECT_TRUE(quickSubjects.Ran());
+}
+
     const MessageBoxAnswerer boxes;
     g_beeps = 0;
     Run(&id, [&](EditorWindow& editor) {
@@ -462,3 +511,19 @@ TEST_F(EntryEditorSaveTest, AFailedSaveSoundsOnce)
 }
 
 } // namespace
+TEST_F(EntryEditorSaveTest, ASubjectThatCannotBeShownAgainCostsNothingOfWhatIsPutAside)
+{
+    const RescueFolder folder;
+    CEOID id = Write(Full());
+    Run(&id, [&](EditorWindow& editor) {
+        LoseSubject(editor);
+        AddToBody(editor, L" added");
+        SendMessageW(editor.Window(), WM_TIMER, EditorRescue::kTimer, 0);
+    });
+    ASSERT_EQ(folder.Unsaved(), 1u);
+    const auto state = ReadRescue(ReadFileBytes(folder.Files(L".rescue")[0]));
+    ASSERT_TRUE(state);
+    EXPECT_EQ(state->entry.body, L"First\r\nSecond added");
+    EXPECT_EQ(state->entry.subject, L"Lunch") << "the one that could not be shown";
+}
+
