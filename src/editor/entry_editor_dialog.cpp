@@ -364,7 +364,8 @@ void EntryEditor::SetModified(bool modified)
 }
 
 // What is saved is read from the controls behind each box, since the entry may change there: the timer ticks
-// on. What changes while a write waits is in no record yet, and stays a change.
+// on. What changes while a write waits is in no record yet, and stays a change. Behind a box the window may
+// be gone too: then there is nothing to save any more, and nobody to tell.
 EditorRecord::Saved EntryEditor::Save()
 {
     using Saved = EditorRecord::Saved;
@@ -380,7 +381,7 @@ EditorRecord::Saved EntryEditor::Save()
         // What is put aside must know the record that there is now.
         hasAll ? m_rescue.Discard(GetWindow()) : m_rescue.WriteNow(GetWindow());
     }
-    if (saved == Saved::Failed)
+    if (saved == Saved::Failed && GetWindow())
         TellNotSaved();
     return saved;
 }

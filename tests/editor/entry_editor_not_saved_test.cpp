@@ -325,6 +325,42 @@ TEST_F(EntryEditorSaveTest, WhatChangesBehindTheBoxOfTheSettingsIsSavedToo)
     EXPECT_EQ(Read(id).body, L"First\r\nSecond added");
 }
 
+// As where the main window is destroyed, and the editor with it.
+TEST_F(EntryEditorSaveTest, ASaveEndsWithItsWindow)
+{
+    const auto refuse = [](const std::function<void()>& save) {
+        const ImportWatch<decltype(&RegSetValueExW)> refused(&__imp_RegSetValueExW, RefuseType);
+        save();
+    };
+    const auto change = [&](const std::function<void()>& save) {
+        ASSERT_TRUE(ChangeAsAnother("UPDATE journal SET subject = 'Theirs'"));
+        save();
+    };
+    const auto lock = [&](const std::function<void()>& save) {
+        const LockedStore trouble(m_store.Path());
+        save();
+    };
+    for (const std::function<void(const std::function<void()>&)>& within :
+         {std::function<void(const std::function<void()>&)>(refuse),
+          std::function<void(const std::function<void()>&)>(change),
+          std::function<void(const std::function<void()>&)>(lock)}) {
+        const RescueFolder folder;
+        CEOID id = Write(Full());
+        const MessageBoxAnswerer boxes({IDYES});
+        Run(&id, [&](EditorWindow& editor) {
+            HWND window = editor.Window();
+            editor.Enter(IDC_SUBJECT, L"Mine");
+            SendMessageW(window, WM_TIMER, EditorRescue::kTimer, 0);
+            const WhileAsked destroy([&] { DestroyWindow(window); });
+            within([&] { SendMessageW(window, WM_COMMAND, IDOK, 0); });
+            EXPECT_FALSE(IsWindow(window));
+        });
+        EXPECT_LE(boxes.Boxes().size(), 1u) << "one may go before it is answered";
+        EXPECT_NE(Read(id).subject, L"Mine");
+        EXPECT_EQ(folder.Unsaved(), 1u) << "what is not saved stays";
+    }
+}
+
 // Lets go of the store at the first wait, and does something before.
 class WhileWaiting {
   public:
@@ -458,6 +494,17 @@ TEST_F(EntryEditorSaveTest, AnEntryWhoseTextsCannotBeShownIsNotOpened)
     EXPECT_EQ(Read(id).body, L"First\r\nSecond");
 }
 
+// As when there is no memory for it behind the dialog of the quick subjects.
+void LoseSubject(const EditorWindow& editor)
+{
+    g_send = __imp_SendMessageW;
+    const ImportWatch<decltype(&SendMessageW)> none(&__imp_SendMessageW, InsertNoLunch);
+    const ModalDriver quickSubjects([](HWND dialog) { SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0); });
+    editor.Ask(IDC_SUBJECT, CB_SETCURSEL, 0);
+    editor.Command(IDC_SUBJECT, CBN_CLOSEUP);
+    EXPECT_TRUE(quickSubjects.Ran());
+}
+
 TEST_F(EntryEditorSaveTest, ASubjectThatCannotBeShownAgainIsNotSavedAsNone)
 {
     CEOID id = Write(Full());
@@ -474,43 +521,6 @@ TEST_F(EntryEditorSaveTest, ASubjectThatCannotBeShownAgainIsNotSavedAsNone)
     EXPECT_EQ(Read(id).subject, L"Supper");
 }
 
-int g_beeps = 0;
-
-BOOL WINAPI CountBeep(UINT)
-{
-    ++g_beeps;
-    return TRUE;
-}
-
-// The box has a sound of its own.
-TEST_F(EntryEditorSaveTest, AFailedSaveSoundsOnce)
-{
-    CEOID id = Write(Full());
-// As when there is no memory for it behind the dialog of the quick subjects.
-void LoseSubject(const EditorWindow& editor)
-{
-    g_send = __imp_SendMessageW;
-    const ImportWatch<decltype(&SendMessageW)> none(&__imp_SendMessageW, InsertNoLunch);
-    const ModalDriver quickSubjects([](HWND dialog) { SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0); });
-    editor.Ask(IDC_SUBJECT, CB_SETCURSEL, 0);
-    editor.Command(IDC_SUBJECT, CBN_CLOSEUP);
-    EXPECT_TRUE(quickSubjects.Ran());
-}
-
-    const MessageBoxAnswerer boxes;
-    g_beeps = 0;
-    Run(&id, [&](EditorWindow& editor) {
-        editor.Enter(IDC_SUBJECT, L"Dinner");
-        const LockedStore trouble(m_store.Path());
-        const ImportWatch<decltype(&MessageBeep)> beeps(&__imp_MessageBeep, CountBeep);
-        editor.Command(CMD_SAVE);
-    });
-    ASSERT_EQ(boxes.Boxes().size(), 1u);
-    EXPECT_EQ(boxes.Boxes()[0].icon, LoadIconW(nullptr, IDI_EXCLAMATION));
-    EXPECT_EQ(g_beeps, 0);
-}
-
-} // namespace
 TEST_F(EntryEditorSaveTest, ASubjectThatCannotBeShownAgainCostsNothingOfWhatIsPutAside)
 {
     const RescueFolder folder;
@@ -527,3 +537,29 @@ TEST_F(EntryEditorSaveTest, ASubjectThatCannotBeShownAgainCostsNothingOfWhatIsPu
     EXPECT_EQ(state->entry.subject, L"Lunch") << "the one that could not be shown";
 }
 
+int g_beeps = 0;
+
+BOOL WINAPI CountBeep(UINT)
+{
+    ++g_beeps;
+    return TRUE;
+}
+
+// The box has a sound of its own.
+TEST_F(EntryEditorSaveTest, AFailedSaveSoundsOnce)
+{
+    CEOID id = Write(Full());
+    const MessageBoxAnswerer boxes;
+    g_beeps = 0;
+    Run(&id, [&](EditorWindow& editor) {
+        editor.Enter(IDC_SUBJECT, L"Dinner");
+        const LockedStore trouble(m_store.Path());
+        const ImportWatch<decltype(&MessageBeep)> beeps(&__imp_MessageBeep, CountBeep);
+        editor.Command(CMD_SAVE);
+    });
+    ASSERT_EQ(boxes.Boxes().size(), 1u);
+    EXPECT_EQ(boxes.Boxes()[0].icon, LoadIconW(nullptr, IDI_EXCLAMATION));
+    EXPECT_EQ(g_beeps, 0);
+}
+
+} // namespace
