@@ -4,7 +4,7 @@
 
 void EditorRescue::Ask(HWND window)
 {
-    if (m_isAsked)
+    if (m_isAsked || !window)
         return;
     const ULONGLONG next = m_written ? m_written + kPause : 0;
     const ULONGLONG now = GetTickCount64();
@@ -26,8 +26,9 @@ void EditorRescue::WriteNow(HWND window)
 {
     Cancel(window);
     m_written = GetTickCount64();
-    if (const std::optional<RescueState> state = m_state())
-        (void)m_file.Write(*state);
+    const std::optional<RescueState> state = m_state();
+    if (!state || !m_file.Write(*state))
+        Ask(window);
 }
 
 void EditorRescue::Discard(HWND window)

@@ -22,12 +22,12 @@ class EditorRescue {
     // Something has changed: a WM_TIMER comes to the window in time. However long changes go on, each is on
     // disk a few seconds later.
     void Ask(HWND window);
-    // Takes that WM_TIMER; false when it is none of these. A write that fails is tried again with the next
-    // change.
+    // Takes that WM_TIMER; false when it is none of these.
     [[nodiscard]] bool OnTimer(HWND window, UINT_PTR id);
     void WriteNow(HWND window);
     // All is saved, or given up: nothing stays on disk, and nothing more is written until the next change.
     void Discard(HWND window);
+    // What cannot be had or written now is tried again as if it had changed.
 
   private:
     void Cancel(HWND window);

@@ -524,6 +524,7 @@ void EntryEditor::OnSessionEnd()
 {
     if (HasUnstored())
         m_rescue.WriteNow(GetWindow());
+    TakeTypedTime(GetWindow());
 }
 
 void EntryEditor::OnOK()

@@ -165,6 +165,23 @@ TEST_F(EntryEditorRescueTest, TheEndOfTheSessionWritesItAtOnce)
     });
 }
 
+// Not even digits that the picker has not taken yet.
+TEST_F(EntryEditorRescueTest, TheEndOfTheSessionTakesWhatIsBeingTyped)
+{
+    RunNew([&](EditorWindow& editor) {
+        editor.Focus(IDC_START_DATE);
+        editor.Type(L"7");
+        SendMessageW(editor.Window(), WM_ENDSESSION, TRUE, 0);
+        EXPECT_EQ(m_folder.Unsaved(), 1u);
+        EXPECT_TRUE(editor.HasFocus(IDC_START_DATE));
+    });
+    const auto left = FindLeft();
+    ASSERT_EQ(left.size(), 1u);
+    SYSTEMTIME date{};
+    ASSERT_TRUE(left[0].Read()->entry.date.ToSystemTime(&date));
+    EXPECT_EQ(date.wMonth, 7);
+}
+
 TEST_F(EntryEditorRescueTest, WhereItCannotBeWrittenNothingIsSaid)
 {
     SetEnvironmentVariableW(L"APPDATA", nullptr);
@@ -176,6 +193,25 @@ TEST_F(EntryEditorRescueTest, WhereItCannotBeWrittenNothingIsSaid)
     });
     EXPECT_TRUE(answerer.Boxes().empty());
     EXPECT_EQ(Count(), 1u);
+}
+
+BOOL WINAPI WriteNothing(HANDLE, LPCVOID, DWORD, LPDWORD written, LPOVERLAPPED)
+{
+    *written = 0;
+    return FALSE;
+}
+
+TEST_F(EntryEditorRescueTest, AWriteThatFailedIsTriedAgain)
+{
+    RunNew([&](EditorWindow& editor) {
+        editor.Enter(IDC_SUBJECT, L"Dinner");
+        {
+            const ImportWatch<decltype(&WriteFile)> full(&__imp_WriteFile, WriteNothing);
+            Tick(editor);
+            EXPECT_EQ(m_folder.Unsaved(), 0u);
+        }
+        EXPECT_TRUE(PumpUntil([&] { return m_folder.Unsaved() == 1; })) << "though nothing has changed";
+    });
 }
 
 BOOL WINAPI ShowNoBody(HWND window, LPCWSTR text)
