@@ -5,6 +5,7 @@
 #include <cwchar>
 #include <ranges>
 
+#include "mervane/folder_files.h"
 #include "mervane/store_path.h"
 #include "util/whole_file.h"
 
@@ -36,23 +37,26 @@ bool IsThere(const std::wstring& path)
     return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
+// 0 where it cannot be told.
+uint64_t WrittenAt(const std::wstring& path)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data))
+        return 0;
+    return TimeCount(data.ftLastWriteTime).Units();
+}
+
 // A store's files with an ending, the oldest first.
 std::vector<std::wstring> FilesOf(uint64_t store, const wchar_t* ending)
 {
-    std::vector<std::pair<uint64_t, std::wstring>> found;
     const std::wstring folder = Folder();
-    WIN32_FIND_DATAW data{};
-    HANDLE search = folder.empty()
-                        ? INVALID_HANDLE_VALUE
-                        : FindFirstFileW((folder + StoreMark(store) + L"*" + ending).c_str(), &data);
-    if (search == INVALID_HANDLE_VALUE)
+    if (folder.empty())
         return {};
-    do {
-        // A pattern finds short names too.
-        if (std::wstring_view(data.cFileName).ends_with(ending))
-            found.emplace_back(TimeCount(data.ftLastWriteTime).Units(), folder + data.cFileName);
-    } while (FindNextFileW(search, &data));
-    FindClose(search);
+    std::vector<std::pair<uint64_t, std::wstring>> found;
+    const auto names = mervane::FilesLike(folder + StoreMark(store) + L"*" + ending);
+    for (const std::wstring& name : names.value_or(std::vector<std::wstring>()))
+        if (name.ends_with(ending)) // a pattern finds short names too
+            found.emplace_back(WrittenAt(folder + name), folder + name);
     std::sort(found.begin(), found.end());
     std::vector<std::wstring> paths;
     for (auto& file : found)
