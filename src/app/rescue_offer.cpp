@@ -1,6 +1,8 @@
 #include "app/rescue_offer.h"
 
+#include "app/journal_app.h"
 #include "editor/entry_editor.h"
+#include "editor/stored_rescue.h"
 #include "mervane/store_path.h"
 #include "util/date_text.h"
 
@@ -41,6 +43,10 @@ void OfferRescues(HWND owner, EntryList& list)
         std::optional<RescueState> state = file.Read();
         if (!state)
             continue;
+        if (IsStored(App().Journal(), *state)) {
+            (void)file.Remove(); // the next start looks again
+            continue;
+        }
         switch (MessageBoxW(owner, Question(state->entry).c_str(), L"Journal", MB_YESNO | MB_ICONQUESTION)) {
         case IDYES: Open(owner, list, std::move(file), std::move(*state)); break;
         case IDNO: file.SetAside(); break;

@@ -111,7 +111,7 @@ class EditorRecord {
     // Of a set whose blob has a wrong shape: what was read of it.
     std::optional<std::vector<CEOID>> m_partOfCategories;
     std::optional<std::vector<CEOID>> m_partOfContacts;
-    bool m_isBesides = false;     // a new record beside the one that was loaded: the mask is not of it
+    bool m_isBesides = false; // a new record beside the one that was loaded: the mask is not of it
     // The categories that the last save here wrote, which has emptied the stack; none: there was no save.
     std::optional<std::vector<CEOID>> m_written;
     StoreTrouble m_trouble = StoreTrouble::None;

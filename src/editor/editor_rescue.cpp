@@ -2,8 +2,16 @@
 
 #include <algorithm>
 
+EditorRescue::~EditorRescue()
+{
+    if (m_isLeft)
+        (void)m_file.Remove();
+}
+
 void EditorRescue::Ask(HWND window)
 {
+    if (m_isLeft)
+        m_isLeft = !m_file.Remove();
     if (m_isAsked || !window)
         return;
     const ULONGLONG next = m_written ? m_written + kPause : 0;
@@ -27,14 +35,22 @@ void EditorRescue::WriteNow(HWND window)
     Cancel(window);
     m_written = GetTickCount64();
     const std::optional<RescueState> state = m_state();
-    if (!state || !m_file.Write(*state))
+    const bool isWritten = state && m_file.Write(*state);
+    m_isLeft = m_isLeft && !isWritten;
+    if (!isWritten)
         Ask(window);
+}
+
+void EditorRescue::CatchUp(HWND window)
+{
+    if (m_file.HasFile())
+        WriteNow(window);
 }
 
 void EditorRescue::Discard(HWND window)
 {
     Cancel(window);
-    m_file.Remove();
+    m_isLeft = !m_file.Remove();
 }
 
 void EditorRescue::Cancel(HWND window)

@@ -12,6 +12,9 @@ class EditorRescue {
   public:
     // state tells what there is to put aside; nothing when it cannot be had.
     explicit EditorRescue(std::function<std::optional<RescueState>()> state) : m_state(std::move(state)) {}
+    ~EditorRescue();
+    EditorRescue(const EditorRescue&) = delete;
+    EditorRescue& operator=(const EditorRescue&) = delete;
 
     static constexpr UINT_PTR kTimer = 0x0E5C;
     static constexpr UINT kDelay = 3'000; // milliseconds from a change until it is on disk
@@ -24,10 +27,14 @@ class EditorRescue {
     void Ask(HWND window);
     // Takes that WM_TIMER; false when it is none of these.
     [[nodiscard]] bool OnTimer(HWND window, UINT_PTR id);
-    void WriteNow(HWND window);
-    // All is saved, or given up: nothing stays on disk, and nothing more is written until the next change.
-    void Discard(HWND window);
     // What cannot be had or written now is tried again as if it had changed.
+    void WriteNow(HWND window);
+    // Something is about to be saved: what is on disk becomes just that. Where the program ends behind the
+    // save and before Discard, the next start finds all of it in the store.
+    void CatchUp(HWND window);
+    // All is saved, or given up: nothing stays on disk, and nothing more is written until the next change. A
+    // file that cannot be deleted is tried again then, and at the end.
+    void Discard(HWND window);
 
   private:
     void Cancel(HWND window);
@@ -36,4 +43,5 @@ class EditorRescue {
     RescueFile m_file;
     ULONGLONG m_written = 0; // ticks, when it was last tried
     bool m_isAsked = false;
+    bool m_isLeft = false; // the file, which could not be deleted
 };

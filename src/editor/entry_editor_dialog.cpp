@@ -397,6 +397,8 @@ template <typename Write> EditorRecord::Saved EntryEditor::CollectAnd(Write writ
 {
     m_collected = m_changes;
     std::optional<EntryToWrite> entry = Collect();
+    if (entry)
+        m_rescue.CatchUp(GetWindow());
     const EditorRecord::Saved saved = entry ? write(&*entry) : EditorRecord::Saved::Failed;
     m_notSaved = entry ? m_record.Trouble() : StoreTrouble::NoMemory;
     return saved;
@@ -465,14 +467,14 @@ bool EntryEditor::IsTypingDuration() const
 // an empty one.
 std::optional<EntryToWrite> EntryEditor::Collect() const
 {
-    const std::optional<std::wstring> body = ReadText(m_controls.body);
-{
     if (m_hiddenSubject || m_durationUnread)
         return std::nullopt;
     return CollectWith(SubjectToWrite(m_controls.subject));
 }
 
 std::optional<EntryToWrite> EntryEditor::CollectWith(const std::optional<std::wstring>& subject) const
+{
+    const std::optional<std::wstring> body = ReadText(m_controls.body);
     std::optional<std::wstring> type = ReadText(m_controls.type);
     if (!body || !subject || !type)
         return std::nullopt;
@@ -490,10 +492,6 @@ std::optional<EntryToWrite> EntryEditor::CollectWith(const std::optional<std::ws
 }
 
 // What is being typed stays as it is in its field.
-std::optional<RescueState> EntryEditor::StateToRescue() const
-{
-    std::optional<EntryToWrite> entry =
-        CollectWith(m_hiddenSubject ? m_hiddenSubject : SubjectToWrite(m_controls.subject));
 void EntryEditor::AddTypedDuration(EntryToWrite* entry) const
 {
     if (!m_durationUnread && !IsTypingDuration())
@@ -510,6 +508,10 @@ void EntryEditor::AddTypedDuration(EntryToWrite* entry) const
 
 // More than a save takes: what there is, whatever cannot be had or shown besides. Without the texts
 // themselves nothing, for it would take the place of what was put aside before.
+std::optional<RescueState> EntryEditor::StateToRescue() const
+{
+    std::optional<EntryToWrite> entry =
+        CollectWith(m_hiddenSubject ? m_hiddenSubject : SubjectToWrite(m_controls.subject));
     if (!entry)
         return std::nullopt;
     AddTypedDuration(&*entry);
@@ -522,9 +524,9 @@ void EntryEditor::AddTypedDuration(EntryToWrite* entry) const
 
 void EntryEditor::OnSessionEnd()
 {
+    TakeTypedTime(GetWindow());
     if (HasUnstored())
         m_rescue.WriteNow(GetWindow());
-    TakeTypedTime(GetWindow());
 }
 
 void EntryEditor::OnOK()

@@ -122,18 +122,19 @@ bool RescueFile::TakeName(uint64_t store)
 bool RescueFile::Write(const RescueState& state)
 {
     const std::string bytes = RescueBytes(state);
-    if (bytes.empty() || (m_path.empty() && !TakeName(state.store)))
+    if (bytes.empty() || (!HasFile() && !TakeName(state.store)))
         return false;
     // What an earlier process of this number has left half written.
     DeleteFileW((m_path + kNewEnding).c_str());
     return ReplaceWholeFile(m_path, bytes);
 }
 
-void RescueFile::Remove()
+bool RescueFile::Remove()
 {
-    if (!m_path.empty())
-        DeleteFileW(m_path.c_str());
+    if (HasFile() && !DeleteFileW(m_path.c_str()) && IsThere(m_path))
+        return false;
     Release();
+    return true;
 }
 
 void RescueFile::SetAside()

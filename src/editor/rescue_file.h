@@ -20,8 +20,9 @@ class RescueFile {
     // Puts the state, whole or not at all, in place of the one before; the first time in a new file of its
     // store. False where that fails: the one before is still there.
     [[nodiscard]] bool Write(const RescueState& state);
-    // Its work is saved, or given up.
-    void Remove();
+    // Its work is saved, or given up. False where it cannot be deleted: the file is still this one's.
+    [[nodiscard]] bool Remove();
+    bool HasFile() const { return !m_path.empty(); }
     // Keeps the file, under a name under which it is not found again. Of the kept ones of its store the
     // newest kKept stay.
     static constexpr size_t kKept = 10;

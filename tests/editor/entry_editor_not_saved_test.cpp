@@ -207,9 +207,9 @@ TEST_F(EntryEditorSaveTest, WhatChangesBehindTheQuestionIsAskedAboutToo)
     EXPECT_EQ(boxes.Boxes().size(), 3u);
 }
 
-int WINAPI NoText(HWND window, LPWSTR text, int size)
+template <int kControl> int WINAPI NoText(HWND window, LPWSTR text, int size)
 {
-    if (GetDlgCtrlID(window) != IDC_BODY)
+    if (GetDlgCtrlID(window) != kControl)
         return static_cast<int>(
             SendMessageW(window, WM_GETTEXT, static_cast<WPARAM>(size), reinterpret_cast<LPARAM>(text)));
     text[0] = L'\0';
@@ -223,7 +223,7 @@ TEST_F(EntryEditorSaveTest, ABodyThatCannotBeHadIsNotSavedAsAnEmptyOne)
     Run(&id, [&](EditorWindow& editor) {
         editor.Enter(IDC_SUBJECT, L"Dinner");
         {
-            const ImportWatch<decltype(&GetWindowTextW)> none(&__imp_GetWindowTextW, NoText);
+            const ImportWatch<decltype(&GetWindowTextW)> none(&__imp_GetWindowTextW, NoText<IDC_BODY>);
             editor.Command(CMD_SAVE);
         }
         EXPECT_TRUE(editor.SaveEnabled());
@@ -239,15 +239,6 @@ TEST_F(EntryEditorSaveTest, ABodyThatCannotBeHadIsNotSavedAsAnEmptyOne)
     EXPECT_EQ(Read(id).subject, L"Dinner");
 }
 
-int WINAPI NoDuration(HWND window, LPWSTR text, int size)
-{
-    if (GetDlgCtrlID(window) != IDC_DURATION)
-        return static_cast<int>(
-            SendMessageW(window, WM_GETTEXT, static_cast<WPARAM>(size), reinterpret_cast<LPARAM>(text)));
-    text[0] = L'\0';
-    return 0;
-}
-
 TEST_F(EntryEditorSaveTest, ADurationThatCannotBeHadIsNotSavedAsAnother)
 {
     CEOID id = Write(Full());
@@ -255,7 +246,7 @@ TEST_F(EntryEditorSaveTest, ADurationThatCannotBeHadIsNotSavedAsAnother)
     Run(&id, [&](EditorWindow& editor) {
         editor.Enter(IDC_DURATION, L"2 hours");
         {
-            const ImportWatch<decltype(&GetWindowTextW)> none(&__imp_GetWindowTextW, NoDuration);
+            const ImportWatch<decltype(&GetWindowTextW)> none(&__imp_GetWindowTextW, NoText<IDC_DURATION>);
             editor.Command(CMD_SAVE);
             editor.Focus(IDC_BODY);
         }
@@ -276,7 +267,7 @@ TEST_F(EntryEditorSaveTest, ADurationThatCannotBeHadIsPutAsideAsItWas)
     CEOID id = Write(Full());
     Run(&id, [&](EditorWindow& editor) {
         editor.Enter(IDC_DURATION, L"2 hours");
-        const ImportWatch<decltype(&GetWindowTextW)> none(&__imp_GetWindowTextW, NoDuration);
+        const ImportWatch<decltype(&GetWindowTextW)> none(&__imp_GetWindowTextW, NoText<IDC_DURATION>);
         SendMessageW(editor.Window(), WM_TIMER, EditorRescue::kTimer, 0);
     });
     ASSERT_EQ(folder.Unsaved(), 1u);

@@ -2,6 +2,7 @@
 #include "assign_fixture.h"
 #include "editor/editor_record.h"
 #include "editor/editor_rescue.h"
+#include "editor/stored_rescue.h"
 #include "editor/value_pickers.h"
 #include "editor_fixture.h"
 #include "locked_store.h"
@@ -212,6 +213,59 @@ TEST_F(EntryEditorRescueTest, AWriteThatFailedIsTriedAgain)
         }
         EXPECT_TRUE(PumpUntil([&] { return m_folder.Unsaved() == 1; })) << "though nothing has changed";
     });
+}
+
+BOOL WINAPI DeleteNothing(LPCWSTR)
+{
+    SetLastError(ERROR_SHARING_VIOLATION);
+    return FALSE;
+}
+
+// As a program that is killed in between leaves it, also where it had put aside something earlier.
+TEST_F(EntryEditorRescueTest, BetweenTheSaveAndItsRemovalItHasWhatIsSaved)
+{
+    for (CEOID id : {CEOID{0}, WriteLunch()}) {
+        const RescueFolder folder;
+        const ImportWatch<decltype(&DeleteFileW)> held(&__imp_DeleteFileW, DeleteNothing);
+        Run(&id, [&](EditorWindow& editor) {
+            editor.Enter(IDC_SUBJECT, L"Din");
+            Tick(editor);
+            editor.Enter(IDC_SUBJECT, L"Dinner");
+            editor.Enter(IDC_DURATION, L"2 hours");
+            editor.Command(CMD_SAVE);
+        });
+        std::vector<RescueFile> left = FindLeft();
+        ASSERT_EQ(left.size(), 1u);
+        const RescueState state = left[0].Read().value_or(RescueState());
+        EXPECT_EQ(state.entry.subject, L"Dinner");
+        EXPECT_TRUE(IsStored(App().Journal(), state));
+        EXPECT_TRUE(App().Journal().DeleteRecord(id));
+        EXPECT_FALSE(IsStored(App().Journal(), state));
+    }
+}
+
+TEST_F(EntryEditorRescueTest, WhatCannotBeRemovedIsTriedAgain)
+{
+    for (const bool isAtTheEnd : {false, true}) {
+        CEOID id = WriteLunch();
+        Run(&id, [&](EditorWindow& editor) {
+            editor.Enter(IDC_SUBJECT, L"Dinner");
+            Tick(editor);
+            {
+                const ImportWatch<decltype(&DeleteFileW)> held(&__imp_DeleteFileW, DeleteNothing);
+                editor.Command(CMD_SAVE);
+            }
+            EXPECT_EQ(m_folder.Unsaved(), 1u);
+            if (isAtTheEnd)
+                return;
+            editor.Enter(IDC_BODY, L"More");
+            EXPECT_TRUE(m_folder.Files().empty()) << "with the next change";
+            Tick(editor);
+            EXPECT_EQ(m_folder.Unsaved(), 1u);
+            editor.Command(CMD_SAVE);
+        });
+        EXPECT_TRUE(m_folder.Files().empty()) << isAtTheEnd;
+    }
 }
 
 BOOL WINAPI ShowNoBody(HWND window, LPCWSTR text)

@@ -72,8 +72,8 @@ TEST_F(RescueFileTest, EachHasItsOwn)
     EXPECT_EQ(m_folder.Unsaved(), 2u);
     EXPECT_EQ(Subject(first), L"First again");
     EXPECT_EQ(Subject(second), L"Second");
-    second.Remove();
-    first.Remove();
+    EXPECT_TRUE(second.Remove());
+    EXPECT_TRUE(first.Remove());
     EXPECT_TRUE(m_folder.Files().empty());
     ASSERT_TRUE(first.Write(State(L"And again")));
     EXPECT_EQ(m_folder.Unsaved(), 1u);
@@ -117,6 +117,25 @@ TEST_F(RescueFileTest, WhatLiesWhereItIsWrittenFirstIsPassedBy)
     ASSERT_TRUE(CreateDirectoryW((path + L".new").c_str(), nullptr));
     EXPECT_TRUE(file.Write(State(L"Later")));
     EXPECT_EQ(Subject(file), L"Later");
+}
+
+BOOL WINAPI DeleteNothing(LPCWSTR)
+{
+    SetLastError(ERROR_SHARING_VIOLATION);
+    return FALSE;
+}
+
+TEST_F(RescueFileTest, OneThatCannotBeDeletedIsStillSomebodys)
+{
+    RescueFile file;
+    ASSERT_TRUE(file.Write(State(L"Mine")));
+    {
+        const ImportWatch<decltype(&DeleteFileW)> held(&__imp_DeleteFileW, DeleteNothing);
+        EXPECT_FALSE(file.Remove());
+    }
+    EXPECT_TRUE(RescueFile::FindLeft(5).empty());
+    EXPECT_TRUE(file.Remove());
+    EXPECT_TRUE(m_folder.Files().empty());
 }
 
 TEST_F(RescueFileTest, ADamagedOneIsNotFoundAndStays)

@@ -11,6 +11,7 @@
 // The addresses under which the program finds the functions.
 extern "C" {
 extern decltype(&CreateFileW) __imp_CreateFileW;
+extern decltype(&DeleteFileW) __imp_DeleteFileW;
 extern decltype(&CreateProcessW) __imp_CreateProcessW;
 extern decltype(&SetTimer) __imp_SetTimer;
 extern decltype(&WriteFile) __imp_WriteFile;
