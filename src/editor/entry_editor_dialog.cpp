@@ -313,7 +313,7 @@ bool EntryEditor::OnTimer(UINT_PTR id)
         return true;
     if (!m_timer.IsTick(id))
         return false;
-    AddTimeSinceLastTick(&App(), &m_times);
+    m_timer.AddTimeSinceLastTick(&App(), &m_times);
     ShowDuration();
     SetModified(true);
     return true;

@@ -7,17 +7,6 @@ namespace {
 constexpr const wchar_t* kLastTickHigh = L"Tmrh";
 constexpr const wchar_t* kLastTickLow = L"Tmrl";
 
-TimeCount LastTick(const RegistryStore& settings)
-{
-    return {settings.GetNumber(kSettings, kLastTickLow, 0), settings.GetNumber(kSettings, kLastTickHigh, 0)};
-}
-
-void StoreLastTick(RegistryStore* settings, TimeCount time)
-{
-    settings->SetNumber(kSettings, kLastTickHigh, time.High());
-    settings->SetNumber(kSettings, kLastTickLow, time.Low());
-}
-
 } // namespace
 
 bool EntryTimer::Start(HWND window, RegistryStore* settings)
@@ -27,21 +16,36 @@ bool EntryTimer::Start(HWND window, RegistryStore* settings)
         return false;
     m_id = id;
     m_running = true;
-    StoreLastTick(settings, LocalNowCount());
+    StoreTick(settings, LocalNowCount());
     return true;
 }
 
 void EntryTimer::Stop(HWND window, RegistryStore* settings)
 {
-    StoreLastTick(settings, TimeCount());
+    StoreTick(settings, TimeCount());
     KillTimer(window, m_id);
     m_running = false;
 }
 
-void AddTimeSinceLastTick(RegistryStore* settings, EditorTimes* times)
+void EntryTimer::StoreTick(RegistryStore* settings, TimeCount time)
+{
+    m_stored = time;
+    settings->SetNumber(kSettings, kLastTickHigh, time.High());
+    settings->SetNumber(kSettings, kLastTickLow, time.Low());
+}
+
+TimeCount EntryTimer::LastTick(const RegistryStore& settings) const
+{
+    const TimeCount stored(settings.GetNumber(kSettings, kLastTickLow, 0),
+                           settings.GetNumber(kSettings, kLastTickHigh, 0));
+    const bool isOfAnother = stored == TimeCount() || stored > m_stored;
+    return m_running && isOfAnother ? m_stored : stored;
+}
+
+void EntryTimer::AddTimeSinceLastTick(RegistryStore* settings, EditorTimes* times)
 {
     const TimeCount now = LocalNowCount();
     times->duration = times->duration + (now - LastTick(*settings));
     times->FollowDuration();
-    StoreLastTick(settings, now);
+    StoreTick(settings, now);
 }

@@ -20,11 +20,17 @@ class EntryTimer {
     // Whether the WM_TIMER with this wParam is a tick.
     bool IsTick(UINT_PTR id) const { return m_running && id == m_id; }
 
+    // What a tick does: adds the time since the last one to the duration, the end follows, and this tick is
+    // the last one. Where the clock was set back the duration shrinks by as much. The settings are those of
+    // all windows, each over a store of its own: what another one's timer has cleared, or stored since, does
+    // not count here.
+    void AddTimeSinceLastTick(RegistryStore* settings, EditorTimes* times);
+
   private:
+    void StoreTick(RegistryStore* settings, TimeCount time);
+    TimeCount LastTick(const RegistryStore& settings) const;
+
     UINT_PTR m_id = 1; // what the system called the timer, from its first start on
     bool m_running = false;
+    TimeCount m_stored; // by this timer, the last time
 };
-
-// What a tick does: adds the time since the last one to the duration, the end follows, and this tick is the
-// last one. Where the clock was set back the duration shrinks by as much.
-void AddTimeSinceLastTick(RegistryStore* settings, EditorTimes* times);

@@ -65,6 +65,12 @@ class EntryTimerTest : public testing::Test {
     }
     bool Start() { return m_timer.Start(m_parent.Handle(), &App()); }
     void Stop() { m_timer.Stop(m_parent.Handle(), &App()); }
+    void PassMinutes(int minutes)
+    {
+        SYSTEMTIME now;
+        ASSERT_TRUE((At(kTuesday) + Minutes(minutes)).ToSystemTime(&now));
+        m_clock.Set(now);
+    }
 
     TestRegistry m_registry;
     ScopedClockForTesting m_clock{kTuesday};
@@ -126,7 +132,7 @@ TEST_F(EntryTimerCallsTest, WithoutATimerOfTheSystemItDoesNotRun)
 TEST_F(EntryTimerCallsTest, ATickStoresTheUpperHalfFirst)
 {
     EditorTimes times;
-    AddTimeSinceLastTick(&App(), &times);
+    m_timer.AddTimeSinceLastTick(&App(), &times);
     EXPECT_EQ(TakeCalls(), (Calls{High(At(kTuesday)), Low(At(kTuesday))}));
 }
 
@@ -175,7 +181,7 @@ TEST_F(EntryTimerTest, ATickAddsTheTimeThatHasPassed)
     // Not a whole minute: what has passed counts, not what a tick should take.
     const TimeCount passed = Minutes(1) + TimeCount(123'456'789);
     StoreTick(At(kTuesday) - passed);
-    AddTimeSinceLastTick(&App(), &times);
+    m_timer.AddTimeSinceLastTick(&App(), &times);
     EXPECT_EQ(times.duration, Minutes(5) + passed);
     EXPECT_EQ(times.end, At(kTuesday) + Minutes(5) + passed);
     EXPECT_EQ(times.start, At(kTuesday));
@@ -187,7 +193,7 @@ TEST_F(EntryTimerTest, BothHalvesOfTheLastTickCount)
     for (const TimeCount passed : {TimeCount(1), TimeCount(0, 1), TimeCount(0xFFFFFFFF, 2)}) {
         EditorTimes times;
         StoreTick(At(kTuesday) - passed);
-        AddTimeSinceLastTick(&App(), &times);
+        m_timer.AddTimeSinceLastTick(&App(), &times);
         EXPECT_EQ(times.duration, passed);
     }
 }
@@ -198,7 +204,7 @@ TEST_F(EntryTimerTest, AClockThatWasSetBackShrinksTheDuration)
     times.start = At(kTuesday);
     times.duration = Minutes(30);
     StoreTick(At(kTuesday) + Minutes(20));
-    AddTimeSinceLastTick(&App(), &times);
+    m_timer.AddTimeSinceLastTick(&App(), &times);
     EXPECT_EQ(times.duration, Minutes(10));
     EXPECT_EQ(times.end, At(kTuesday) + Minutes(10));
     EXPECT_EQ(StoredTick(), At(kTuesday));
@@ -209,18 +215,40 @@ TEST_F(EntryTimerTest, TheDurationMayEvenPassBelowZero)
     EditorTimes times;
     times.start = At(kTuesday);
     StoreTick(At(kTuesday) + Minutes(60));
-    AddTimeSinceLastTick(&App(), &times);
+    m_timer.AddTimeSinceLastTick(&App(), &times);
     EXPECT_EQ(times.duration.Units(), ~uint64_t{60 * 600'000'000ull} + 1);
     EXPECT_EQ(times.end, At(kTuesday) - Minutes(60));
     StoreTick(At(kTuesday) - Minutes(61));
-    AddTimeSinceLastTick(&App(), &times);
+    m_timer.AddTimeSinceLastTick(&App(), &times);
     EXPECT_EQ(times.duration, Minutes(1)) << "and comes back as it went";
+}
+
+// The editor of another window, over another store, clears the settings that all windows have.
+TEST_F(EntryTimerTest, GoesOnWithItsOwnTickWhereAnotherWindowHasClearedIt)
+{
+    ASSERT_TRUE(Start());
+    PassMinutes(1);
+    StoreTick(TimeCount());
+    EditorTimes times;
+    m_timer.AddTimeSinceLastTick(&App(), &times);
+    EXPECT_EQ(times.duration, Minutes(1));
+    EXPECT_EQ(StoredTick(), At(kTuesday) + Minutes(1));
+}
+
+TEST_F(EntryTimerTest, GoesOnWithItsOwnTickWhereAnotherWindowHasStoredALaterOne)
+{
+    ASSERT_TRUE(Start());
+    StoreTick(At(kTuesday) + Minutes(2));
+    PassMinutes(3);
+    EditorTimes times;
+    m_timer.AddTimeSinceLastTick(&App(), &times);
+    EXPECT_EQ(times.duration, Minutes(3));
 }
 
 TEST_F(EntryTimerTest, AMissingLastTickReadsAsZero)
 {
     EditorTimes times;
-    AddTimeSinceLastTick(&App(), &times);
+    m_timer.AddTimeSinceLastTick(&App(), &times);
     EXPECT_EQ(times.duration, At(kTuesday));
     EXPECT_EQ(StoredTick(), At(kTuesday));
 }
