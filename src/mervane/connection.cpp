@@ -36,6 +36,14 @@ bool UsesLog(Database& database)
 
 } // namespace
 
+// Ending brings the log into the file and deletes it, by its name. Where another file has come into the place
+// this is the only one that has what was saved since, or the log under the name is another store's.
+Connection::~Connection()
+{
+    if (m_database.Handle() && LookAtFile() != StoreTrouble::None)
+        m_database.KeepLog();
+}
+
 bool Connection::Open(const std::wstring& path, const std::wstring& name)
 {
     if (const StoreTrouble trouble = OpenStoreFile(m_database, path); trouble != StoreTrouble::None) {
@@ -51,6 +59,7 @@ bool Connection::Open(const std::wstring& path, const std::wstring& name)
     m_hasLog = !m_database.IsReadOnly() && UsesLog(m_database);
     // What was there before counts as seen, and what was tried on the way as done.
     const bool isSeen = BeginRead() && HasForeignChange() != Answer::Failed;
+    (void)LookAtFile();
     EndRead();
     if (!isSeen)
         return false;
@@ -93,6 +102,12 @@ bool Connection::TakeView()
         return true;
     m_state.reset();
     return false;
+}
+
+StoreTrouble Connection::LookAtFile()
+{
+    const StoreTrouble trouble = m_file.Look();
+    return trouble == StoreTrouble::None && m_hasLog ? m_start.Look(m_database) : trouble;
 }
 
 bool Connection::BeginRead()
@@ -149,6 +164,8 @@ bool Connection::Commit()
         return false;
     if (m_logged)
         m_state = StateAfterCommit();
+    if (m_hasLog)
+        (void)m_start.Look(m_database); // a log that was begun by this is another one
     MaybeShortenLog();
     return true;
 }

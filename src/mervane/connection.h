@@ -2,6 +2,7 @@
 #pragma once
 
 #include "mervane/file_identity.h"
+#include "mervane/file_start.h"
 #include "mervane/log_state.h"
 #include "mervane/sql_database.h"
 
@@ -10,14 +11,15 @@ namespace mervane {
 class Connection {
   public:
     Connection() = default;
+    ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
     // name: a path by which it is looked for, through links that may come to lead elsewhere.
     [[nodiscard]] bool Open(const std::wstring& path, const std::wstring& name);
     Database& Sql() { return m_database; }
-    // Whether its name still leads to the file that is open; else why not.
-    StoreTrouble LookAtFile() const { return m_file.Look(); }
+    // Whether its name still leads to the file that is open, and nobody has written over that; else why not.
+    StoreTrouble LookAtFile();
 
     bool InTransaction() const { return m_database.InTransaction(); }
     [[nodiscard]] bool BeginRead();
@@ -50,6 +52,7 @@ class Connection {
 
     Database m_database;
     OpenedFile m_file;
+    FileStart m_start;
     Statement m_begin;
     Statement m_beginImmediate;
     Statement m_commit;

@@ -216,6 +216,85 @@ TEST_F(Opening, RefusesToWriteOnceAnotherFileIsInItsPlace)
     ExpectUsable(3);
 }
 
+// It has what was saved last, and goes with the file.
+TEST_F(Opening, KeepsItsLogWhenItIsClosedOverAnotherFile)
+{
+    MakeStore();
+    const std::wstring other = Path() + L".other", away = Path() + L".away";
+    ASSERT_TRUE(CopyFileW(Path().c_str(), other.c_str(), TRUE));
+    {
+        DbJournal journal;
+        ASSERT_EQ(journal.Open(nullptr), 1);
+        ASSERT_NE(AddEntry(journal, L"before"), 0u);
+        ASSERT_TRUE(RunUnix(L"mv " + UnixPath(Path()) + L" " + UnixPath(away), [&] { return Exists(away); }));
+        ASSERT_TRUE(
+            RunUnix(L"mv " + UnixPath(other) + L" " + UnixPath(Path()), [&] { return !Exists(other); }));
+    }
+    ASSERT_TRUE(MoveFileW(Beside(L"-wal").c_str(), (away + L"-wal").c_str()));
+    EXPECT_EQ(RawStore(away).Integer("SELECT count(*) FROM journal"), 2);
+    for (const wchar_t* suffix : {L"", L"-wal", L"-shm"})
+        DeleteFileW((away + suffix).c_str());
+}
+
+// Somebody has moved the store away with all that belongs to it, and works on another one in its place.
+TEST_F(Opening, LeavesTheLogOfAnotherStoreInItsPlace)
+{
+    MakeStore();
+    const std::wstring away = Path() + L".away";
+    {
+        DbJournal journal;
+        ASSERT_EQ(journal.Open(nullptr), 1);
+        for (const wchar_t* suffix : {L"", L"-wal"})
+            ASSERT_TRUE(RunUnix(L"mv " + UnixPath(Beside(suffix)) + L" " + UnixPath(away + suffix),
+                                [&] { return Exists(away + suffix); }));
+        ASSERT_TRUE(WriteFileBytes(Path(), "another store"));
+        ASSERT_TRUE(WriteFileBytes(Beside(L"-wal"), "and its log"));
+    }
+    EXPECT_EQ(ReadFileBytes(Path()), "another store");
+    EXPECT_EQ(ReadFileBytes(Beside(L"-wal")), "and its log");
+    EXPECT_EQ(RawStore(away).Integer("SELECT count(*) FROM journal"), 1);
+    for (const wchar_t* suffix : {L"", L"-wal", L"-shm"})
+        DeleteFileW((away + suffix).c_str());
+}
+
+// The file stays the same one, and so does what it says it is.
+TEST_F(Opening, RefusesToWriteOnceAnotherStoreIsCopiedIntoItsFile)
+{
+    MakeStore();
+    const std::wstring backup = Path() + L".backup", done = Path() + L".done";
+    ASSERT_TRUE(CopyFileW(Path().c_str(), backup.c_str(), TRUE));
+    ASSERT_TRUE(
+        RawStore(Path()).Run("WITH RECURSIVE n(i) AS (VALUES(1) UNION ALL SELECT i + 1 FROM n WHERE i < 300) "
+                             "INSERT INTO journal(subject, body) SELECT 'later', hex(zeroblob(200)) FROM n"));
+    {
+        DbJournal journal;
+        ASSERT_EQ(journal.Open(nullptr), 1);
+        ASSERT_NE(AddEntry(journal, L"before"), 0u);
+        ASSERT_TRUE(RunUnix(L"sh -c \"cat " + UnixPath(backup) + L" > " + UnixPath(Path()) + L"; touch " +
+                                UnixPath(done) + L"\"",
+                            [&] { return Exists(done); }));
+        EXPECT_EQ(AddEntry(journal, L"into a mixture"), 0u);
+        EXPECT_EQ(journal.Trouble(), StoreTrouble::OtherFile);
+    }
+    EXPECT_TRUE(Exists(Beside(L"-wal"))) << "which is not brought into the backup";
+    EXPECT_TRUE(ReadFileBytes(Path()) == ReadFileBytes(backup));
+    DeleteFileW(backup.c_str());
+    DeleteFileW(done.c_str());
+}
+
+// What another program brings in from the log is no other store.
+TEST_F(Opening, WritesOnAfterALogWasBroughtIn)
+{
+    MakeStore();
+    DbJournal journal;
+    ASSERT_EQ(journal.Open(nullptr), 1);
+    for (const char* mode : {"PASSIVE", "FULL", "RESTART", "TRUNCATE"}) {
+        ASSERT_NE(Sent().Text(kBody, std::wstring(20'000, L'a')).Write(journal), 0u);
+        ASSERT_TRUE(RawStore(Path()).Run(std::string("PRAGMA wal_checkpoint(") + mode + ")"));
+        EXPECT_NE(AddEntry(journal, L"behind it"), 0u) << mode;
+    }
+}
+
 TEST_F(Opening, RefusesToWriteOnceALinkLeadsElsewhere)
 {
     MakeStore();

@@ -1,0 +1,34 @@
+// Whether the file under an open log is still what was brought into it.
+#pragma once
+
+#include <array>
+#include <optional>
+
+#include "mervane/log_state.h"
+#include "mervane/trouble.h"
+
+namespace mervane {
+
+// SQLite reads what the log does not have from the file, and never looks whether another tool has written
+// over that: a backup that is copied into the open file, say, keeps the file's identity. Every copy of a
+// store has its own counts in its beginning, or another size.
+class FileStart {
+  public:
+    // OtherFile where the beginning or the size is not what it was the last time, though nothing has been
+    // brought in since. None where they are, or that cannot be told. The database must use a log, and have
+    // been read.
+    StoreTrouble Look(Database& database);
+
+  private:
+    static constexpr int kHeaderSize = 100; // of a database file
+    struct Start {
+        Checkpointed when;
+        std::array<char, kHeaderSize> header;
+        int64_t size;
+    };
+    static std::optional<Start> Read(Database& database);
+
+    std::optional<Start> m_seen;
+};
+
+} // namespace mervane
