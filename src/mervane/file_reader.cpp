@@ -19,6 +19,12 @@ uint64_t FileReader::Size() const
     return IsOpen() && GetFileSizeEx(m_file, &size) ? static_cast<uint64_t>(size.QuadPart) : 0;
 }
 
+DWORD FileReader::NameCount() const
+{
+    BY_HANDLE_FILE_INFORMATION information;
+    return IsOpen() && GetFileInformationByHandle(m_file, &information) ? information.nNumberOfLinks : 0;
+}
+
 bool FileReader::Read(uint64_t offset, std::span<BYTE> bytes) const
 {
     LARGE_INTEGER place{};

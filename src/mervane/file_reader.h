@@ -18,6 +18,8 @@ class FileReader {
 
     bool IsOpen() const { return m_file != INVALID_HANDLE_VALUE; }
     uint64_t Size() const;
+    // Hard links that lead to it; 0 where the drive does not tell.
+    DWORD NameCount() const;
     // All of the bytes, or false.
     [[nodiscard]] bool Read(uint64_t offset, std::span<BYTE> bytes) const;
 

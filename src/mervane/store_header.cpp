@@ -101,6 +101,8 @@ FileLook LookAtFile(const std::wstring& path)
     const FileReader file(path);
     if (!file.IsOpen())
         return {FileKind::Foreign, TroubleOfSystem(GetLastError())};
+    if (file.NameCount() > 1)
+        return {FileKind::Foreign, StoreTrouble::SeveralNames};
     return LookInto(file, path, (attributes & FILE_ATTRIBUTE_READONLY) != 0);
 }
 

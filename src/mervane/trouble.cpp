@@ -14,6 +14,9 @@ std::wstring ReasonText(StoreTrouble trouble)
     case StoreTrouble::NoAccess: return L"the system does not allow the use of the journal's file";
     case StoreTrouble::OddLog:
         return L"a log lies beside the journal's file, and it cannot be told whether it belongs to it";
+    case StoreTrouble::SeveralNames:
+        return L"the journal's file has a second name (a hard link), under which another program could "
+               L"write into it unseen; remove that name, or make a copy and use that";
     case StoreTrouble::OtherFile: return L"another file has come into the place of the journal's file";
     case StoreTrouble::NoMemory: return L"there is not enough memory";
     case StoreTrouble::Unreachable: return L"the journal's file cannot be reached";

@@ -15,6 +15,7 @@ enum class StoreTrouble {
     IsFolder,     // where the file should be
     NoAccess,     // the system allows it to somebody else only
     OddLog,       // a log or journal beside the file, of which it cannot be told whether it is the file's
+    SeveralNames, // hard links lead to the file: each name would have a log of its own
     OtherFile,    // another file has come into the place of the one that was opened
     NoMemory,
     Unreachable, // the drive, the network or the folder does not answer, or the store is not open

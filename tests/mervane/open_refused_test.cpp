@@ -18,6 +18,17 @@ TEST_F(Opening, RefusesAFolderInItsPlace)
     EXPECT_TRUE(RemoveDirectoryW(Path().c_str()));
 }
 
+// By each name it would have a log that the other does not know.
+TEST_F(Opening, RefusesAFileWithASecondName)
+{
+    MakeStore();
+    const std::wstring other = Path() + L".other";
+    ASSERT_TRUE(CreateHardLinkW(other.c_str(), Path().c_str(), nullptr));
+    ExpectRefused(StoreTrouble::SeveralNames);
+    EXPECT_TRUE(DeleteFileW(other.c_str()));
+    ExpectUsable(1);
+}
+
 TEST_F(Opening, RefusesAFileInAFoldersPlace)
 {
     ASSERT_TRUE(WriteFileBytes(Path(), "x"));
