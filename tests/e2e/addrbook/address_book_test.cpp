@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "e2e/addrbook/address_book_window.h"
+#include "editor/locked_store.h"
 #include "e2e/harness/remote_menu.h"
 #include "e2e/harness/store_reader.h"
 #include "mervane/db_contacts.h"
@@ -106,6 +107,25 @@ TEST_F(AddressBookTest, ImportsAndExports)
     EXPECT_EQ(written.substr(written.find('\r', uid)), "\r\nEND:VCARD\r\n");
     EXPECT_EQ(Transfer(CMD_IMPORT), L"1 contact was unchanged.");
     EXPECT_TRUE(ShowsNames({L"\u674E, \u5C0F\u9F99"}));
+}
+
+// Another program writes for longer than that is waited for, which is 2.5 seconds.
+TEST_F(AddressBookTest, AnswersWhileADeletionWaits)
+{
+    m_cards = CardOf("FN:Anna");
+    ASSERT_TRUE(StartWithCards());
+    PostCommand(Window(), CMD_DELETE_CONTACT);
+    const RemoteMessageBox question = WaitForMessageBox(m_book.Id());
+    ASSERT_TRUE(question);
+    const LockedStore locked(m_store.Path());
+    PostMessageW(question.Handle(), WM_COMMAND, IDYES, 0);
+    const auto isTold = [&] {
+        const RemoteMessageBox box = WaitForMessageBox(m_book.Id(), 0);
+        return box && box.Handle() != question.Handle();
+    };
+    EXPECT_LT(LongestAnswer(Window(), isTold), 1500u);
+    EXPECT_TRUE(isTold());
+    EXPECT_TRUE(ShowsNames({L"Anna"}));
 }
 
 // What the mouse can reach the keyboard reaches too.

@@ -1,5 +1,6 @@
 #include "e2e/harness/remote_window.h"
 
+#include <algorithm>
 #include <functional>
 
 #include "e2e/harness/message_box.h"
@@ -141,6 +142,18 @@ HWND FocusOf(HWND window)
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
     return GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info) ? info.hwndFocus : nullptr;
+}
+
+ULONGLONG LongestAnswer(HWND window, const std::function<bool()>& until)
+{
+    ULONGLONG longest = 0;
+    (void)WaitFor([&] {
+        const ULONGLONG asked = GetTickCount64();
+        (void)Send(window, WM_NULL);
+        longest = std::max(longest, GetTickCount64() - asked);
+        return until();
+    });
+    return longest;
 }
 
 LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT otherwise)

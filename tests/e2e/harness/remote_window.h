@@ -29,6 +29,9 @@ std::vector<HWND> VisibleWindows(const wchar_t* windowClass);
 // The window that has the keyboard's focus in the window's thread.
 HWND FocusOf(HWND window);
 
+// The longest that the window takes to answer, in milliseconds, until the condition holds.
+[[nodiscard]] ULONGLONG LongestAnswer(HWND window, const std::function<bool()>& until);
+
 // Sends a message that carries no pointer; the default when the window does not answer within the limit.
 LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0, LRESULT otherwise = 0);
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "e2e/journal/journal_window.h"
+#include "editor/locked_store.h"
 
 namespace {
 
@@ -46,6 +47,22 @@ class Boxes : public JournalWindowTest {
     uint64_t m_added = 0;
     RemoteMessageBox m_box{nullptr};
 };
+
+// Another program writes for longer than a save waits, which is 2.5 seconds.
+TEST_F(Boxes, AWindowAnswersWhileASaveWaits)
+{
+    ASSERT_NE(AddEntry(L"First", kNoon), 0u);
+    ASSERT_NE(m_journal.Start(), nullptr);
+    PostCommand(Window(), CMD_NEW_ENTRY);
+    HWND editor = WaitForEditor();
+    ASSERT_TRUE(editor && SetText(Control(editor, IDC_SUBJECT), L"Second"));
+    const LockedStore locked(m_store.Path());
+    PostCommand(editor, CMD_SAVE);
+    EXPECT_LT(LongestAnswer(editor, [&] { return HasMessageBox(m_journal.Id()); }), 1500u);
+    const RemoteMessageBox box = WaitForMessageBox(m_journal.Id());
+    ASSERT_TRUE(box);
+    EXPECT_NE(box.Text().find(L"another program keeps the journal's file locked"), std::wstring::npos);
+}
 
 TEST_F(Boxes, AnotherRowCannotBeChosenBehindTheQuestion)
 {
