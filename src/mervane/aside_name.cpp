@@ -4,6 +4,8 @@
 
 namespace mervane {
 
+namespace {
+
 std::wstring NameOfNow()
 {
     SYSTEMTIME now;
@@ -12,6 +14,17 @@ std::wstring NameOfNow()
     swprintf(text, 32, L"%04d%02d%02d-%02d%02d%02d", now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute,
              now.wSecond);
     return text;
+}
+
+} // namespace
+
+std::wstring FreeNameOfNow(const std::function<bool(const std::wstring& name)>& isFree)
+{
+    const std::wstring now = NameOfNow();
+    std::wstring name = now;
+    for (int i = 2; !isFree(name); ++i)
+        name = now + L"-" + std::to_wstring(i);
+    return name;
 }
 
 } // namespace mervane

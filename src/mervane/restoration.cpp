@@ -135,15 +135,6 @@ bool IsFree(const std::wstring& path, const std::wstring& name)
                         [&](const wchar_t* suffix) { return FileExists(kept + suffix); });
 }
 
-std::wstring FreeName(const std::wstring& path)
-{
-    const std::wstring now = NameOfNow();
-    std::wstring name = now;
-    for (int i = 2; !IsFree(path, name); ++i)
-        name = now + L"-" + std::to_wstring(i);
-    return name;
-}
-
 // The names of restorations whose copies lie beside the store, with what follows; none when it cannot be
 // told. The path may be written in letters of another case than when they were made.
 std::optional<std::vector<std::wstring>> NamesBeside(const std::wstring& path)
@@ -268,7 +259,8 @@ std::optional<Restoration::Stamp> Restoration::StampNow() const
 }
 
 Restoration::Restoration(const std::wstring& storePath)
-    : m_path(storePath), m_name(FreeName(storePath)), m_keptAs(KeptName(storePath, m_name)),
+    : m_path(storePath), m_name(FreeNameOfNow([&](const std::wstring& name) { return IsFree(storePath, name); })),
+      m_keptAs(KeptName(storePath, m_name)),
       m_wasMissing(!FileExists(storePath))
 {
     m_stamp = StampNow();

@@ -34,7 +34,7 @@ std::shared_ptr<Store> Store::Open(StoreTrouble* trouble)
             *trouble = StoreTrouble::None;
             return store;
         }
-    std::shared_ptr<Store> store(new Store(path, key));
+    std::shared_ptr<Store> store(new Store(path));
     if (!store->m_connection.Open(path, NamedStorePath())) {
         store->Note(StoreTrouble::Other);
         *trouble = store->TakeTrouble();
@@ -48,12 +48,12 @@ std::shared_ptr<Store> Store::Open(StoreTrouble* trouble)
     return store;
 }
 
-Store::Store(const std::wstring& path, const std::wstring& pathKey)
-    : m_pathKey(pathKey),
+Store::Store(const std::wstring& path)
+    : m_pathKey(PathKey(path)),
       m_backup(m_connection, path), m_tables{Table(m_connection.Sql(), InfoOf(TableId::Journal)),
                                              Table(m_connection.Sql(), InfoOf(TableId::Categories)),
                                              Table(m_connection.Sql(), InfoOf(TableId::Contacts))},
-      m_names(m_connection.Sql()), m_changes(pathKey, [this] { Look(); })
+      m_names(m_connection.Sql()), m_changes(m_pathKey, [this] { Look(); })
 {}
 
 void Store::ForgetAll()

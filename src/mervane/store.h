@@ -90,7 +90,7 @@ class Store {
         TableChange use{TableId::Categories, {kChangeWorkEnded, 0, false}};
     };
 
-    Store(const std::wstring& path, const std::wstring& pathKey);
+    explicit Store(const std::wstring& path);
     // false when it could not be found out whether there are any.
     [[nodiscard]] bool NoticeForeignChanges();
     void BeginView();

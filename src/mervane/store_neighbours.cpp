@@ -185,12 +185,11 @@ bool HasContent(const std::wstring& path)
 
 StoreTrouble AsideFiles::SetAside(const std::wstring& path)
 {
-    const std::wstring name = path + L".set-aside-" + NameOfNow();
-    std::wstring free = name;
-    for (int i = 2; FileExists(free); ++i)
-        free = name + L"-" + std::to_wstring(i);
-    if (MoveFileW(path.c_str(), free.c_str())) {
-        m_files.emplace_back(path, free);
+    const std::wstring start = path + L".set-aside-";
+    const std::wstring keptAs =
+        start + FreeNameOfNow([&](const std::wstring& name) { return !FileExists(start + name); });
+    if (MoveFileW(path.c_str(), keptAs.c_str())) {
+        m_files.emplace_back(path, keptAs);
         return StoreTrouble::None;
     }
     const DWORD error = GetLastError();
