@@ -104,6 +104,13 @@ void AddressWindow::TellFailure() const
     MessageBoxW(nullptr, m_failure.c_str(), kTitle, MB_OK | MB_ICONERROR);
 }
 
+void AddressWindow::TellSetAside()
+{
+    const std::vector<RenamedFile> setAside = m_contacts.TakeSetAside();
+    if (!setAside.empty())
+        MessageBoxW(m_window, SetAsideText(setAside).c_str(), kTitle, MB_OK | MB_ICONEXCLAMATION);
+}
+
 void AddressWindow::ShowFirst(int showCommand)
 {
     ShowWindow(m_window, FirstShowCommand(showCommand, m_leftMaximized));

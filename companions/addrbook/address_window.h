@@ -36,6 +36,8 @@ class AddressWindow {
     [[nodiscard]] bool Create(HINSTANCE instance, StartTurn* turn = nullptr);
     // Tells a person why Create has failed, in a box.
     void TellFailure() const;
+    // Tells which files beside the store were set aside, in a box over the window.
+    void TellSetAside();
     // Shows it where and as it was left.
     void ShowFirst(int showCommand);
     HWND Handle() const { return m_window; }

@@ -65,7 +65,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand)
     SetStoreWaiter(PaintWhileWaiting);
     addrbook::AddressWindow window;
     switch (MakeWindow(instance, showCommand, window)) {
-    case Made::Here: return Run(instance, window);
+    case Made::Here: window.TellSetAside(); return Run(instance, window);
     case Made::Elsewhere: return 0;
     default: window.TellFailure(); return 1;
     }

@@ -112,9 +112,13 @@ JournalApp::Made JournalApp::MakeMainWindow(uint64_t store)
     return m_mainWindow->Create(m_instance, &turn) ? Made::Here : Made::Failed;
 }
 
-void JournalApp::OfferUnsavedEntries()
+void JournalApp::TellWhatWasFound()
 {
-    OfferRescues(MainWindowHandle(), m_mainWindow->List());
+    const std::vector<RenamedFile> setAside = m_journal.TakeSetAside();
+    if (!setAside.empty())
+        MessageBoxW(MainWindowHandle(), SetAsideText(setAside).c_str(), kProgram, MB_OK | MB_ICONEXCLAMATION);
+    if (MainWindowHandle())
+        OfferRescues(MainWindowHandle(), m_mainWindow->List());
 }
 
 int JournalApp::Run()

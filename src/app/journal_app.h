@@ -24,8 +24,9 @@ class JournalApp : public RegistryStore {
 
     // 1 to run, 0 to end the process.
     int InitInstance(HINSTANCE instance, int showCommand);
-    // Once the main window is open: offers what an earlier program has left unsaved.
-    void OfferUnsavedEntries();
+    // Once the main window is open: tells which files were set aside, and offers what an earlier program has
+    // left unsaved.
+    void TellWhatWasFound();
     // The message loop; the wParam of the final WM_QUIT.
     int Run();
 

@@ -12,6 +12,6 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand)
     JournalApp& app = App();
     if (!app.InitInstance(instance, showCommand))
         return 0;
-    app.OfferUnsavedEntries();
+    app.TellWhatWasFound();
     return app.Run();
 }

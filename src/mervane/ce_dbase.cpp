@@ -73,6 +73,11 @@ StoreTrouble CeDBase::FileTrouble() const
     return m_store ? m_store->FileTrouble() : StoreTrouble::None;
 }
 
+std::vector<RenamedFile> CeDBase::TakeSetAside()
+{
+    return m_store ? m_store->TakeSetAside() : std::vector<RenamedFile>();
+}
+
 void CeDBase::SetSort(const SORTORDERSPEC& sort, int)
 {
     if (m_cursor)

@@ -15,6 +15,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace mervane {
 class Store;
@@ -51,6 +52,9 @@ class CeDBase {
     // OtherFile or Unreachable while another file, or none, is in the place of the store's: what is read is
     // the old one's, and every write fails. Looked at twice a second; a change of it is told to the owners.
     [[nodiscard]] StoreTrouble FileTrouble() const;
+    // The files that lay beside the store's when this process opened it, were not taken for its own and have
+    // another name now. They are told once, to whoever asks first.
+    [[nodiscard]] std::vector<RenamedFile> TakeSetAside();
 
     // flag is always 1 here. Records that lack the property come last in either direction, equal ones by
     // identifier; texts sort by the user's locale without regard to case. A property that this database does

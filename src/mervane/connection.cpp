@@ -46,7 +46,8 @@ Connection::~Connection()
 
 bool Connection::Open(const std::wstring& path, const std::wstring& name)
 {
-    if (const StoreTrouble trouble = OpenStoreFile(m_database, path); trouble != StoreTrouble::None) {
+    if (const StoreTrouble trouble = OpenStoreFile(m_database, path, &m_setAside);
+        trouble != StoreTrouble::None) {
         m_database.TakeTrouble();
         m_database.NoteTrouble(trouble);
         return false;

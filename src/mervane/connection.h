@@ -1,6 +1,9 @@
 // A store's connection: its transactions, its view of other connections' changes, and its write-ahead log.
 #pragma once
 
+#include <utility>
+#include <vector>
+
 #include "mervane/file_identity.h"
 #include "mervane/file_start.h"
 #include "mervane/log_state.h"
@@ -18,6 +21,8 @@ class Connection {
     // name: a path by which it is looked for, through links that may come to lead elsewhere.
     [[nodiscard]] bool Open(const std::wstring& path, const std::wstring& name);
     Database& Sql() { return m_database; }
+    // What lay beside the file when it was opened and is not its own: told once.
+    std::vector<RenamedFile> TakeSetAside() { return std::exchange(m_setAside, {}); }
     // Whether its name still leads to the file that is open, and nobody has written over that; else why not.
     StoreTrouble LookAtFile();
 
@@ -53,6 +58,7 @@ class Connection {
     Database m_database;
     OpenedFile m_file;
     FileStart m_start;
+    std::vector<RenamedFile> m_setAside;
     Statement m_begin;
     Statement m_beginImmediate;
     Statement m_commit;

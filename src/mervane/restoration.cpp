@@ -259,9 +259,9 @@ std::optional<Restoration::Stamp> Restoration::StampNow() const
 }
 
 Restoration::Restoration(const std::wstring& storePath)
-    : m_path(storePath), m_name(FreeNameOfNow([&](const std::wstring& name) { return IsFree(storePath, name); })),
-      m_keptAs(KeptName(storePath, m_name)),
-      m_wasMissing(!FileExists(storePath))
+    : m_path(storePath),
+      m_name(FreeNameOfNow([&](const std::wstring& name) { return IsFree(storePath, name); })),
+      m_keptAs(KeptName(storePath, m_name)), m_wasMissing(!FileExists(storePath))
 {
     m_stamp = StampNow();
 }

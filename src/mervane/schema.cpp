@@ -314,7 +314,7 @@ StoreMarks MarksIn(Database& database)
 }
 
 // What was set aside for a file that is refused after all lies beside it again.
-StoreTrouble OpenStoreFile(Database& database, const std::wstring& path)
+StoreTrouble OpenStoreFile(Database& database, const std::wstring& path, std::vector<RenamedFile>* setAside)
 {
     AsideFiles aside;
     const StoreTrouble trouble = OpenWith(database, path, &aside);
@@ -322,6 +322,7 @@ StoreTrouble OpenStoreFile(Database& database, const std::wstring& path)
         database.Close();
         aside.PutBack();
     }
+    *setAside = aside.Files();
     return trouble;
 }
 

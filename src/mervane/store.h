@@ -40,6 +40,8 @@ class Store {
     // Whether the path still leads to the file that is open, as of a moment ago: see OpenedFile.
     StoreTrouble FileTrouble() const { return m_fileTrouble; }
 
+    std::vector<RenamedFile> TakeSetAside() { return m_connection.TakeSetAside(); }
+
     // Reading. Between the two calls, which nest, one read transaction is held. What other connections have
     // changed is noticed by the outermost BeginRead; where that fails, the next one inside tries it again.
     void BeginRead();

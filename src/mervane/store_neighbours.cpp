@@ -189,7 +189,7 @@ StoreTrouble AsideFiles::SetAside(const std::wstring& path)
     const std::wstring keptAs =
         start + FreeNameOfNow([&](const std::wstring& name) { return !FileExists(start + name); });
     if (MoveFileW(path.c_str(), keptAs.c_str())) {
-        m_files.emplace_back(path, keptAs);
+        m_files.push_back({path, keptAs});
         return StoreTrouble::None;
     }
     const DWORD error = GetLastError();
@@ -199,13 +199,13 @@ StoreTrouble AsideFiles::SetAside(const std::wstring& path)
 
 bool AsideFiles::Has(const std::wstring& path) const
 {
-    return std::any_of(m_files.begin(), m_files.end(), [&](const auto& file) { return file.first == path; });
+    return std::any_of(m_files.begin(), m_files.end(), [&](const auto& file) { return file.path == path; });
 }
 
 void AsideFiles::PutBack()
 {
-    for (const auto& [name, now] : m_files)
-        MoveFileW(now.c_str(), name.c_str());
+    for (const RenamedFile& file : m_files)
+        MoveFileW(file.keptAs.c_str(), file.path.c_str());
     m_files.clear();
 }
 

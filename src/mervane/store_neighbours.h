@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "mervane/store_header.h"
@@ -21,9 +20,10 @@ class AsideFiles {
     bool Has(const std::wstring& path) const;
     // Gives them their names again, where these are free.
     void PutBack();
+    const std::vector<RenamedFile>& Files() const { return m_files; }
 
   private:
-    std::vector<std::pair<std::wstring, std::wstring>> m_files; // name and name now
+    std::vector<RenamedFile> m_files;
 };
 
 // Sets aside what does not belong to the file. Answers None when the file can be opened with what then lies

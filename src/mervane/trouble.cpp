@@ -43,6 +43,16 @@ std::wstring NotOpenedText(std::wstring_view path, StoreTrouble trouble)
            L".\n\nNothing in it has been changed.";
 }
 
+std::wstring SetAsideText(const std::vector<RenamedFile>& files)
+{
+    std::wstring text = files.size() == 1
+                            ? L"Beside the journal's file lay one that does not belong to it:\n\n"
+                            : L"Beside the journal's file lay some that do not belong to it:\n\n";
+    for (const RenamedFile& file : files)
+        text += file.path + L"\nis kept as\n" + file.keptAs + L"\n\n";
+    return text + L"Nothing in the journal has been changed.";
+}
+
 std::wstring GoneText(std::wstring_view path, bool isEmpty)
 {
     return std::wstring(path) + (isEmpty ? L"\n\nis empty: nothing is left in the journal's file."

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 enum class StoreTrouble {
     None,         // it was done, or its answer is a true "no"
@@ -35,6 +36,14 @@ std::wstring NotDoneText(std::wstring_view what, StoreTrouble trouble, TypedText
 
 // The same of a store that cannot be opened. path: the store's.
 std::wstring NotOpenedText(std::wstring_view path, StoreTrouble trouble);
+
+// A file that was renamed: its path before, and now.
+struct RenamedFile {
+    std::wstring path;
+    std::wstring keptAs;
+};
+// Of what lay beside a store's file and was not taken for the store's.
+std::wstring SetAsideText(const std::vector<RenamedFile>& files);
 
 // Of a store that is not there any more, or an empty file by now.
 std::wstring GoneText(std::wstring_view path, bool isEmpty);

@@ -283,6 +283,21 @@ TEST_F(AddressSettings, AWindowThatCannotBeMadeSaysSo)
     EXPECT_EQ(m_settings.GetNumber(L"Settings", L"wRight", 0), 0u);
 }
 
+TEST_F(LostContacts, AreNoneByAForeignLogWhichIsTold)
+{
+    ASSERT_NO_FATAL_FAILURE(BackUp());
+    ASSERT_TRUE(WriteFileBytes(Path() + L"-wal", std::string(5000, 'x')));
+    const MessageBoxAnswerer answerer;
+    Open();
+    EXPECT_TRUE(answerer.Boxes().empty());
+    m_window->TellSetAside();
+    m_window->TellSetAside();
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].owner, m_window->Handle());
+    EXPECT_NE(answerer.Boxes()[0].text.find(Path() + L"-wal.set-aside-2"), std::wstring::npos);
+    EXPECT_EQ(Names(), Texts{L"kept"});
+}
+
 } // namespace
 
 } // namespace addrbook

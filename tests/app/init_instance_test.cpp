@@ -228,4 +228,23 @@ TEST_F(InitInstance, RunDispatchesTheKeysThatAreNoCommands)
     EXPECT_EQ(g_keys, (std::vector<Key>{{WM_KEYDOWN, 'A'}, {WM_CHAR, 'a'}}));
 }
 
+TEST_F(InitInstance, WhatWasSetAsideIsToldOverTheWindow)
+{
+    ASSERT_EQ(App().Journal().Open(nullptr), 1);
+    App().Journal().Close();
+    const std::wstring log = m_store.Path() + L"-wal";
+    ASSERT_TRUE(WriteFileBytes(log, std::string(5000, 'x')));
+    const MessageBoxAnswerer answerer;
+    HWND window = Start();
+    EXPECT_TRUE(answerer.Boxes().empty()) << "first there is the window";
+    App().TellWhatWasFound();
+    App().TellWhatWasFound();
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    const MessageBoxAnswerer::Box& box = answerer.Boxes()[0];
+    EXPECT_EQ(box.owner, window);
+    EXPECT_EQ(box.caption, L"Journal");
+    EXPECT_EQ(box.answers, std::vector<int>{IDOK});
+    EXPECT_NE(box.text.find(L"\n\n" + log + L"\nis kept as\n" + log + L".set-aside-2"), std::wstring::npos);
+}
+
 } // namespace

@@ -266,4 +266,29 @@ TEST_F(LeftJournal, BesideAFileThatIsRefusedKeepsItsName)
     EXPECT_EQ(ReadFileBytes(Beside(L"-journal")), "Dear diary");
 }
 
+// A person is to know of it, once.
+TEST_F(LeftLog, ThatIsSetAsideIsToldOnce)
+{
+    MakeStore();
+    {
+        DbJournal journal;
+        ASSERT_EQ(journal.Open(nullptr), 1);
+        EXPECT_TRUE(journal.TakeSetAside().empty());
+    }
+    ASSERT_TRUE(WriteFileBytes(Beside(L"-wal"), std::string(5000, 'x')));
+    ASSERT_TRUE(WriteFileBytes(Beside(L"-journal"), "no journal"));
+    DbJournal journal;
+    DbContacts contacts;
+    ASSERT_EQ(journal.Open(nullptr), 1);
+    ASSERT_EQ(contacts.Open(), 1);
+    const std::vector<RenamedFile> files = contacts.TakeSetAside();
+    ASSERT_EQ(files.size(), 2u);
+    EXPECT_EQ(files[0].path, Beside(L"-journal"));
+    EXPECT_EQ(files[1].path, Beside(L"-wal"));
+    for (const RenamedFile& file : files)
+        ExpectSetAside(file.path, ReadFileBytes(file.keptAs));
+    EXPECT_TRUE(journal.TakeSetAside().empty());
+    EXPECT_TRUE(DbJournal().TakeSetAside().empty()) << "it is closed";
+}
+
 } // namespace

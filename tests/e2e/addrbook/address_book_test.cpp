@@ -299,4 +299,18 @@ TEST_F(AddressBookTest, SaysWhenTheContactsCannotBeOpened)
     EXPECT_EQ(ReadFileBytes(m_store.Path()), "no store");
 }
 
+TEST_F(AddressBookTest, TellsWhatWasSetAside)
+{
+    ASSERT_TRUE(DbContacts().Open());
+    ASSERT_TRUE(WriteFileBytes(m_store.Path() + L"-wal", std::string(5000, 'x')));
+    ASSERT_TRUE(m_book.Launch());
+    const RemoteMessageBox box = WaitForMessageBox(m_book.Id());
+    ASSERT_TRUE(box);
+    EXPECT_TRUE(IsWindowVisible(GetWindow(box.Handle(), GW_OWNER)));
+    EXPECT_NE(box.Text().find(m_store.Path() + L"-wal.set-aside-2"), std::wstring::npos);
+    ASSERT_TRUE(box.Answer(IDOK));
+    ASSERT_NE(m_book.WaitForMainWindow(), nullptr);
+    ASSERT_TRUE(m_book.Close());
+}
+
 } // namespace

@@ -151,4 +151,27 @@ TEST_F(Start, ItsExitCodeIsThatOfTheQuitMessage)
     EXPECT_EQ(m_journal.ExitCode(), 42u);
 }
 
+// The window is there first, and nothing of it is touched behind the box.
+TEST_F(Start, WhatWasSetAsideIsToldOnce)
+{
+    ASSERT_NE(AddEntry(L"Kept", kNoon), 0u);
+    ASSERT_TRUE(WriteFileBytes(m_store.Path() + L"-wal", std::string(5000, 'x')));
+    ASSERT_TRUE(m_journal.Launch());
+    const RemoteMessageBox box = WaitForMessageBox(m_journal.Id());
+    ASSERT_TRUE(box);
+    HWND window = GetWindow(box.Handle(), GW_OWNER);
+    ASSERT_NE(window, nullptr);
+    EXPECT_TRUE(IsWindowVisible(window));
+    EXPECT_NE(box.Text().find(m_store.Path() + L"-wal.set-aside-2"), std::wstring::npos);
+    EXPECT_FALSE(IsWindowEnabled(window));
+    ASSERT_TRUE(SaveScreenshot(nullptr, L"Z:\\tmp\\aside.bmp")); // SHOT
+    ASSERT_TRUE(box.Answer(IDOK));
+    ASSERT_EQ(m_journal.WaitForMainWindow(), window);
+    EXPECT_TRUE(ShowsRows(1));
+    ASSERT_TRUE(m_journal.Close());
+    ASSERT_NE(m_journal.Start(), nullptr);
+    EXPECT_TRUE(ShowsRows(1));
+    EXPECT_FALSE(HasMessageBox(m_journal.Id()));
+}
+
 } // namespace
