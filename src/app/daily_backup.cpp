@@ -1,14 +1,13 @@
 #include "app/daily_backup.h"
 
 #include "app/journal_app.h"
-#include "ui/dialog_in_front.h"
+#include "ui/gathered.h"
 #include "util/clock.h"
 
 namespace {
 
 // The start comes first, and what the person does at once.
 constexpr unsigned kDelay = 1000; // milliseconds
-constexpr unsigned kUntilTold = 250;
 
 constexpr const wchar_t* kDamageFound =
     L"The journal's file is damaged. It was found when today's backup was made, which is not kept. The older "
@@ -16,10 +15,12 @@ constexpr const wchar_t* kDamageFound =
 
 bool NoInputWaits()
 {
-    return HIWORD(GetQueueStatus(QS_KEY | QS_MOUSEBUTTON)) == 0;
+    return !IsInputWaiting();
 }
 
 } // namespace
+
+DailyBackup::DailyBackup() : m_damage([] { return std::wstring(kDamageFound); }) {}
 
 void DailyBackup::Start(HWND window)
 {
@@ -31,6 +32,7 @@ void DailyBackup::Start(HWND window)
 void DailyBackup::Stop()
 {
     StopTimer();
+    m_damage.Stop();
     App().Journal().EndBackup();
 }
 
@@ -57,32 +59,14 @@ void DailyBackup::Continue()
 {
     if (!NoInputWaits())
         return;
-    if (m_stage == Stage::Tell)
-        MaybeTellDamage();
-    else
-        Work();
-}
-
-void DailyBackup::Work()
-{
     DbJournal& journal = App().Journal();
     const unsigned next =
         m_stage == Stage::Copy ? journal.StepBackup(NoInputWaits) : journal.BeginBackup(LocalNow());
     m_stage = Stage::Copy;
     if (next != 0)
         return SetTimerOf(next);
-    if (journal.BackupTrouble() != StoreTrouble::Damaged)
-        return StopTimer();
-    m_stage = Stage::Tell;
-    SetTimerOf(kUntilTold);
-}
-
-// Over the window itself, and not in the midst of something: the timer comes again.
-void DailyBackup::MaybeTellDamage()
-{
-    if (!IsWindowEnabled(m_window) || IsIconic(m_window) || IsMenuOpen())
-        return;
     HWND window = m_window;
     StopTimer();
-    MessageBoxW(window, kDamageFound, L"Journal", MB_OK | MB_ICONEXCLAMATION);
+    if (journal.BackupTrouble() == StoreTrouble::Damaged)
+        m_damage.Tell(window);
 }

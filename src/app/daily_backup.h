@@ -4,9 +4,11 @@
 
 #include <windows.h>
 
+#include "app/quiet_notice.h"
+
 class DailyBackup {
   public:
-    DailyBackup() = default;
+    DailyBackup();
     ~DailyBackup() { StopTimer(); }
     DailyBackup(const DailyBackup&) = delete;
     DailyBackup& operator=(const DailyBackup&) = delete;
@@ -21,10 +23,9 @@ class DailyBackup {
     void SetTimerOf(unsigned milliseconds);
     void StopTimer();
     void Continue();
-    void Work();
-    void MaybeTellDamage();
 
-    enum class Stage { Begin, Copy, Tell };
+    enum class Stage { Begin, Copy };
     HWND m_window = nullptr; // with the timer; null: nothing is to be done
     Stage m_stage = Stage::Begin;
+    QuietNotice m_damage;
 };

@@ -36,7 +36,22 @@ bool IsDropDownKey(const MSG& message)
            (message.message == WM_SYSKEYDOWN && message.wParam == VK_DOWN);
 }
 
+// What is read is the old file's; a file that has come back is none of this.
+std::wstring FileTroubleText()
+{
+    const StoreTrouble trouble = App().Journal().FileTrouble();
+    if (trouble == StoreTrouble::None)
+        return {};
+    std::wstring text = L"Nothing can be saved: " + ReasonText(trouble) +
+                        L".\n\nWhat was read of the file that was open is still shown.";
+    if (trouble == StoreTrouble::OtherFile)
+        text += L" Close the journal and start it again to open the file that is there now.";
+    return text;
+}
+
 } // namespace
+
+MainWindow::MainWindow() : m_fileNotice(FileTroubleText) {}
 
 bool MainWindow::RegisterWindowClass(HINSTANCE instance)
 {
@@ -168,6 +183,7 @@ void MainWindow::Close()
     EndAnyMenu();
     SetStoreOfWindow(m_window, kNoStore);
     m_backup.Stop();
+    m_fileNotice.Stop();
     StoreSort();
     App().Journal().Close();
     DestroyWindow(m_window);
@@ -277,6 +293,7 @@ LRESULT MainWindow::OnDatabaseChange(WPARAM code, LPARAM lParam)
     case kChangeDeleted:
         RemoveHourglass();
         m_refresh.Ask(m_window);
+        NoteFileTrouble();
         return 0;
     default: return 0;
     }
@@ -334,6 +351,13 @@ void MainWindow::OnFilterChanged()
         return;
     (void)BringFilterUpToDate();
     m_list.Refresh();
+}
+
+void MainWindow::NoteFileTrouble()
+{
+    const StoreTrouble now = App().Journal().FileTrouble();
+    if (std::exchange(m_fileTrouble, now) != now && now != StoreTrouble::None)
+        m_fileNotice.Tell(m_window);
 }
 
 // Categories may have been renamed or deleted here or by another program. True when one of the filter's has

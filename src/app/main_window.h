@@ -6,6 +6,7 @@
 #include "app/band_layout.h"
 #include "app/daily_backup.h"
 #include "app/main_bands.h"
+#include "app/quiet_notice.h"
 #include "list/column_set.h"
 #include "list/entry_list.h"
 #include "list/find_request.h"
@@ -24,7 +25,7 @@ constexpr DWORD kSortDefault = kPropDate;
 
 class MainWindow {
   public:
-    MainWindow() = default;
+    MainWindow();
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;
 
@@ -73,6 +74,7 @@ class MainWindow {
     void StoreSettings() const;
     void RefitList();
     void DropFilterMenu();
+    void NoteFileTrouble();
     void OnFilterChanged();
     [[nodiscard]] bool BringFilterUpToDate();
 
@@ -85,6 +87,8 @@ class MainWindow {
     FindRequest m_findRequest;
     Gathered m_refresh{[this] { OnFilterChanged(); }}; // for what other programs change
     DailyBackup m_backup;
+    StoreTrouble m_fileTrouble = StoreTrouble::None; // as last looked at
+    QuietNotice m_fileNotice;
     const wchar_t* m_helpTopic = kHelpMain;
     bool m_leftMaximized = false; // when it was last closed
     // Set once everything stored has been loaded: from then on it may be stored again.

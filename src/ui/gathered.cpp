@@ -12,12 +12,12 @@ constexpr ULONGLONG kLongestPause = 500;
 constexpr ULONGLONG kLate = 100;
 constexpr ULONGLONG kTooLate = 400;
 
+} // namespace
+
 bool IsInputWaiting()
 {
     return HIWORD(GetQueueStatus(QS_KEY | QS_MOUSEBUTTON)) != 0;
 }
-
-} // namespace
 
 void Gathered::Ask(HWND window)
 {

@@ -9,6 +9,9 @@
 
 #include <functional>
 
+// Whether a key or a click waits in the queue.
+bool IsInputWaiting();
+
 class Gathered {
   public:
     explicit Gathered(std::function<void()> work) : m_work(std::move(work)) {}

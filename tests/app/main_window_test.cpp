@@ -3,6 +3,7 @@
 #include "app/main_window_fixture.h"
 #include "data/journal_entry.h"
 #include "support/import_watch.h"
+#include "support/test_drive.h"
 #include "ui/scale.h"
 #include "util/clock.h"
 
@@ -289,6 +290,47 @@ TEST_F(MainWindowTest, TellsOfDamageThatTheBackupHasFound)
     EXPECT_EQ(answerer.Boxes()[0].owner, window);
     EXPECT_TRUE(BackupsOf(m_store.Path()).empty());
     EXPECT_TRUE(ReadFileBytes(m_store.Path()) == bytes);
+}
+
+// A sync or restore tool has put another file there, or none: what is saved would be refused.
+TEST_F(MainWindowTest, TellsOnceThatItsFileHasGoneFromItsPlace)
+{
+    HWND window = Create();
+    const MessageBoxAnswerer answerer;
+    const std::wstring away = m_store.Path() + L".away";
+    const auto move = [](const std::wstring& from, const std::wstring& to) {
+        return RunUnix(L"mv " + UnixPath(from) + L" " + UnixPath(to), [&] {
+            return GetFileAttributesW(to.c_str()) != INVALID_FILE_ATTRIBUTES &&
+                   GetFileAttributesW(from.c_str()) == INVALID_FILE_ATTRIBUTES;
+        });
+    };
+    const auto stands = [&](size_t boxes, const std::wstring& text) {
+        return PumpUntil([&] { return answerer.Boxes().size() == boxes; }) &&
+               answerer.Boxes().back().text == text && answerer.Boxes().back().owner == window;
+    };
+    const std::wstring shown = L".\n\nWhat was read of the file that was open is still shown.";
+    EnableWindow(window, FALSE);
+    ASSERT_TRUE(move(m_store.Path(), away));
+    ASSERT_TRUE(PumpUntil([] { return App().Journal().FileTrouble() != StoreTrouble::None; }));
+    const ULONGLONG start = GetTickCount64();
+    EXPECT_TRUE(PumpUntil([&] { return GetTickCount64() - start > 1000; }));
+    EXPECT_TRUE(answerer.Boxes().empty()) << "something is in front";
+    EnableWindow(window, TRUE);
+    EXPECT_TRUE(stands(1, L"Nothing can be saved: the journal's file cannot be reached" + shown));
+    ASSERT_TRUE(WriteFileBytes(m_store.Path(), "another"));
+    EXPECT_TRUE(
+        stands(2, L"Nothing can be saved: another file has come into the place of the journal's file" +
+                      shown + L" Close the journal and start it again to open the file that is there now."));
+    // Back again: nothing more is told, also not of what was to be.
+    EnableWindow(window, FALSE);
+    ASSERT_TRUE(DeleteFileW(m_store.Path().c_str()));
+    ASSERT_TRUE(move(away, m_store.Path()));
+    ASSERT_TRUE(PumpUntil([] { return App().Journal().FileTrouble() == StoreTrouble::None; }));
+    EnableWindow(window, TRUE);
+    const ULONGLONG back = GetTickCount64();
+    EXPECT_TRUE(PumpUntil([&] { return GetTickCount64() - back > 1000; }));
+    EXPECT_EQ(answerer.Boxes().size(), 2u);
+    EXPECT_NE(AddEntry(L"goes on", 5), 0u);
 }
 
 } // namespace
