@@ -78,6 +78,10 @@ constexpr const char* kConnectionPragmas = "PRAGMA synchronous = FULL;"
                                            "PRAGMA foreign_keys = OFF;"
                                            "PRAGMA trusted_schema = OFF;";
 
+// What a large transaction has changed stays in memory until its end. With a rollback journal the file would
+// be locked, also for reading, from the first page on that is written before.
+constexpr const char* kNoSpill = "PRAGMA cache_spill = OFF";
+
 constexpr ULONGLONG kModeTimeout = 2500; // milliseconds
 
 bool SetMarks(Database& database)
@@ -257,8 +261,9 @@ StoreTrouble MakeReady(Database& database, const std::wstring& path, Mode mode)
         return FailureOf(database);
     if (const StoreTrouble trouble = BringUpToDate(database, path); trouble != StoreTrouble::None)
         return trouble;
-    return UseMode(database, mode) && (!alone || EndAlone(database)) ? StoreTrouble::None
-                                                                     : FailureOf(database);
+    return UseMode(database, mode) && (!alone || (EndAlone(database) && database.Execute(kNoSpill)))
+               ? StoreTrouble::None
+               : FailureOf(database);
 }
 
 Database::Mode ModeFor(FileKind kind, bool hasLog)

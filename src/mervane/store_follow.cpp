@@ -13,6 +13,18 @@ namespace {
 constexpr size_t kMostFollowed = 500;
 constexpr ULONGLONG kFileLookPeriod = 400; // milliseconds
 
+// Statements give up at once where another program has a lock.
+class NoWait {
+  public:
+    explicit NoWait(Database& database) : m_database(database) { m_database.WaitForLocks(false); }
+    ~NoWait() { m_database.WaitForLocks(true); }
+    NoWait(const NoWait&) = delete;
+    NoWait& operator=(const NoWait&) = delete;
+
+  private:
+    Database& m_database;
+};
+
 struct FreeBlock {
     void operator()(CEPROPVAL* properties) const { LocalFree(properties); }
 };
@@ -51,9 +63,11 @@ void Store::Look()
         LookAtFile();
 }
 
-// What could not be read before is told like a change: those who show it read it again.
+// What could not be read before is told like a change: those who show it read it again. A lock is not waited
+// for, which would hold up the thread: the next look comes soon.
 void Store::LookForForeignChanges()
 {
+    const NoWait noWait(m_connection.Sql());
     BeginRead();
     const bool canRead = m_connection.InTransaction();
     EndRead();

@@ -3,10 +3,13 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+
 #include "mervane/drive_kind.h"
 #include "records.h"
 #include "support/test_drive.h"
 #include "support/test_store.h"
+#include "support/test_windows.h"
 #include "util/owners.h"
 
 namespace {
@@ -102,6 +105,52 @@ TEST_P(OnADrive, TakesInTheLogThatCameWithTheStore)
         ASSERT_NE(AddEntry(journal, L"s"), 0u);
     }
     EXPECT_EQ(RawStore(Path()).Integer("SELECT count(*) FROM journal"), 2);
+}
+
+// An import, say, of more than the cache holds: the file is locked at its end alone.
+TEST_P(OnADrive, CanBeReadBesideALargeWriteThatIsUnderWay)
+{
+    DbJournal journal;
+    ASSERT_EQ(journal.Open(nullptr), 1);
+    ASSERT_NE(AddEntry(journal, L"before"), 0u);
+    RawStore other(Path());
+    ASSERT_TRUE(other.Run("PRAGMA busy_timeout = 0"));
+    CeDBase::BulkScope bulk(journal);
+    for (int i = 0; i < 100; ++i) {
+        ASSERT_NE(Sent().Text(kBody, std::wstring(100'000, L'x')).Write(journal), 0u);
+        ASSERT_EQ(other.Integer("SELECT count(*) FROM journal"), 1) << i;
+    }
+    ASSERT_EQ(bulk.Commit(), 1);
+    EXPECT_EQ(other.Integer("SELECT count(*) FROM journal"), 101);
+}
+
+// The timer's look comes between the keys.
+TEST_P(OnADrive, IsLookedAtWithoutWaitingForALock)
+{
+    int told = 0;
+    const TestParent owner([&](HWND, UINT message, WPARAM, LPARAM, LRESULT*) {
+        told += message == kMsgDatabaseChange;
+        return false;
+    });
+    DbJournal journal;
+    ASSERT_EQ(journal.Open(owner.Handle()), 1);
+    RawStore other(Path());
+    ASSERT_TRUE(other.Run("BEGIN EXCLUSIVE; INSERT INTO journal(subject) VALUES('of another')"));
+    ULONGLONG longest = 0;
+    const ULONGLONG end = GetTickCount64() + 1500; // some looks
+    for (ULONGLONG now = 0; now < end;) {
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 50, QS_ALLINPUT);
+        now = GetTickCount64();
+        MSG message;
+        if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageW(&message);
+        longest = std::max(longest, GetTickCount64() - now);
+    }
+    EXPECT_LT(longest, 1000u);
+    EXPECT_EQ(told, 0);
+    ASSERT_TRUE(other.Run("COMMIT"));
+    EXPECT_TRUE(PumpUntil([&] { return told > 0; })) << "the next look has seen it";
+    EXPECT_EQ(journal.RecordCount(), 1u);
 }
 
 INSTANTIATE_TEST_SUITE_P(Drives, OnADrive, testing::Values(UINT{DRIVE_REMOTE}, UINT{DRIVE_REMOVABLE}));
