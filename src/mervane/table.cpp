@@ -137,19 +137,34 @@ std::optional<std::wstring> Table::ReadText(CEOID id, CEPROPID property)
     return text ? std::optional(DecodeText(*text)) : std::nullopt;
 }
 
+// SQLite has given its last identifier, or the last row has it.
+bool Table::IsNumberedOut()
+{
+    const std::string name = m_info.name;
+    const std::string last = "SELECT max(ifnull((SELECT seq FROM sqlite_sequence WHERE name = '" + name +
+                             "'), 0), ifnull((SELECT max(oid) FROM " + name + "), 0))";
+    return m_database.QueryInteger(last.c_str()) == INT64_MAX;
+}
+
 CEOID Table::Insert(const RecordValues& values)
 {
+    OwnTrouble own(m_database);
     Statement& statement = Inserting(values.Mask());
     const ScopedReset reset(statement);
     BindValues(statement, values);
-    if (!statement.Run())
+    if (!statement.Run()) {
+        const StoreTrouble trouble = own.Take();
+        // SQLite says of both that it is full.
+        const bool isOut = trouble == StoreTrouble::Full && IsNumberedOut();
+        m_database.NoteTrouble(isOut ? StoreTrouble::NoIdentifier : trouble);
         return 0;
+    }
     const int64_t id = m_database.LastInsertId();
     if (id > 0 && id <= UINT32_MAX)
         return static_cast<CEOID>(id);
     // Inside a bulk nothing rolls it back.
     (void)Delete(id);
-    m_database.NoteTrouble(StoreTrouble::Full);
+    m_database.NoteTrouble(StoreTrouble::NoIdentifier);
     return 0;
 }
 

@@ -29,6 +29,7 @@ class Table {
     [[nodiscard]] bool Delete(int64_t id);
 
   private:
+    bool IsNumberedOut();
     Statement& Selecting(uint32_t mask);
     Statement& Updating(uint32_t mask);
     Statement& Inserting(uint32_t mask);

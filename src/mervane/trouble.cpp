@@ -5,6 +5,7 @@ std::wstring ReasonText(StoreTrouble trouble)
     switch (trouble) {
     case StoreTrouble::None: return {};
     case StoreTrouble::Full: return L"the disk is full";
+    case StoreTrouble::NoIdentifier: return L"the journal's file has no number left for another record";
     case StoreTrouble::ReadOnly: return L"the journal's file is read-only";
     case StoreTrouble::Locked: return L"another program keeps the journal's file locked";
     case StoreTrouble::Damaged: return L"the journal's file is damaged";

@@ -7,7 +7,8 @@
 
 enum class StoreTrouble {
     None,         // it was done, or its answer is a true "no"
-    Full,         // no room on the disk, or no identifier left
+    Full,         // no room on the disk
+    NoIdentifier, // left for another record
     ReadOnly,     // the file or its folder
     Locked,       // by another program, for longer than a write waits
     Damaged,      // the file's content

@@ -301,13 +301,38 @@ TEST_F(Records, RefuseIdentifiersOfMoreThan32Bits)
     }
     EXPECT_EQ(AddEntry(m_journal, L"the last one"), 4294967295u);
     EXPECT_EQ(AddEntry(m_journal, L"one too many"), 0u);
+    EXPECT_EQ(m_journal.Trouble(), StoreTrouble::NoIdentifier);
     EXPECT_EQ(m_journal.RecordCount(), 2u);
     CeDBase::BulkScope bulk(m_journal);
     EXPECT_EQ(AddEntry(m_journal, L"one too many"), 0u);
     EXPECT_EQ(m_journal.RecordCount(), 2u);
     EXPECT_EQ(bulk.Commit(), 0) << "all or nothing";
-    EXPECT_EQ(bulk.Trouble(), StoreTrouble::Full);
+    EXPECT_EQ(bulk.Trouble(), StoreTrouble::NoIdentifier);
     EXPECT_EQ(RawStore(m_store.Path()).Integer("SELECT count(*) FROM journal"), 2);
+}
+
+// SQLite itself has no identifier left, by its own count or by the last row, and says that it is full.
+TEST_F(Records, SayThatNoIdentifierIsLeft)
+{
+    RawStore raw(m_store.Path());
+    for (const char* last : {"INSERT INTO journal(oid, subject) VALUES(9223372036854775807, 'the end')",
+                             "UPDATE sqlite_sequence SET seq = 1 WHERE name = 'journal'",
+                             "DELETE FROM journal WHERE oid > 1; "
+                             "UPDATE sqlite_sequence SET seq = 9223372036854775807 WHERE name = 'journal'"}) {
+        ASSERT_TRUE(raw.Run(last));
+        EXPECT_EQ(AddEntry(m_journal, L"one too many"), 0u) << last;
+        EXPECT_EQ(m_journal.Trouble(), StoreTrouble::NoIdentifier) << last;
+        EXPECT_EQ(ReasonText(m_journal.Trouble()),
+                  L"the journal's file has no number left for another record");
+        CeDBase::BulkScope bulk(m_journal);
+        EXPECT_EQ(AddEntry(m_journal, L"one too many"), 0u) << last;
+        EXPECT_EQ(bulk.Commit(), 0) << last;
+        EXPECT_EQ(bulk.Trouble(), StoreTrouble::NoIdentifier) << last;
+    }
+    EXPECT_EQ(raw.Integer("SELECT count(*) FROM journal"), 0);
+    ASSERT_TRUE(raw.Run("UPDATE sqlite_sequence SET seq = 5 WHERE name = 'journal'"));
+    EXPECT_EQ(AddEntry(m_journal, L"now"), 6u);
+    EXPECT_EQ(m_journal.Trouble(), StoreTrouble::None);
 }
 
 TEST_F(Records, IgnoreRowsWhoseIdentifierNoCallCouldName)
