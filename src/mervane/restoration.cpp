@@ -1,6 +1,8 @@
 #include "mervane/restoration.h"
 
 #include <algorithm>
+#include <iterator>
+#include <span>
 #include <tuple>
 
 #include "mervane/aside_name.h"
@@ -108,21 +110,26 @@ StoreTrouble CopyBackup(const std::wstring& backup, const std::wstring& copy)
     return check.result == WholeCheck::Result::Whole ? StoreTrouble::None : check.trouble;
 }
 
-// With no store in its place: the rest.
-StoreTrouble PutInPlace(const std::wstring& path, const std::wstring& name)
+// With no store in its place: the rest. *moved: of the neighbours, in their order, so many are done with.
+StoreTrouble PutInPlace(const std::wstring& path, const std::wstring& name, size_t* moved)
 {
-    for (const wchar_t* suffix : kNeighbours)
+    for (*moved = 0; *moved < std::size(kNeighbours); ++*moved) {
+        const wchar_t* suffix = kNeighbours[*moved];
         if (const StoreTrouble trouble = MoveIfThere(path + suffix, KeptName(path, name) + suffix);
             trouble != StoreTrouble::None)
             return trouble;
+    }
     return Move(CopyName(path, name), path);
 }
 
-// The store, if there was one, comes last: until then the restoration can still be brought to its end.
-void TakeBack(const std::wstring& path, const std::wstring& name)
+// The store, if there was one, comes last: until then the restoration can still be brought to its end, and it
+// is, by the next start, where something cannot be taken back. Without its log the store would lack what was
+// saved last.
+void TakeBack(const std::wstring& path, const std::wstring& name, size_t moved)
 {
-    for (const wchar_t* suffix : kNeighbours)
-        (void)MoveIfThere(KeptName(path, name) + suffix, path + suffix);
+    for (const wchar_t* suffix : std::span(kNeighbours).first(moved))
+        if (MoveIfThere(KeptName(path, name) + suffix, path + suffix) != StoreTrouble::None)
+            return;
     if (MoveIfThere(KeptName(path, name), path) == StoreTrouble::None)
         DeleteFileW(CopyName(path, name).c_str());
 }
@@ -162,9 +169,10 @@ void DeleteLeftCopies(const std::wstring& path, const std::wstring& ownName)
 
 StoreTrouble PutInPlaceOrTakeBack(const std::wstring& path, const std::wstring& name)
 {
-    const StoreTrouble trouble = PutInPlace(path, name);
+    size_t moved = 0;
+    const StoreTrouble trouble = PutInPlace(path, name, &moved);
     if (trouble != StoreTrouble::None)
-        TakeBack(path, name);
+        TakeBack(path, name, moved);
     return trouble;
 }
 
@@ -320,7 +328,8 @@ StoreTrouble FinishRestoration(const std::wstring& storePath)
     if (!broken.IsHeld())
         return broken.Trouble();
     // Another program may have done it meanwhile.
-    return FileExists(storePath) ? StoreTrouble::None : PutInPlace(storePath, name);
+    size_t moved = 0;
+    return FileExists(storePath) ? StoreTrouble::None : PutInPlace(storePath, name, &moved);
 }
 
 } // namespace mervane
