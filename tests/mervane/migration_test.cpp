@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "mervane/store_header.h"
+#include "mervane/restoration.h"
 #include "records.h"
 #include "support/test_store.h"
 #include "watched_files.h"
@@ -127,6 +128,33 @@ TEST_F(Version1Store, ThatCannotBeCopiedWholeIsNotMigrated)
     EXPECT_EQ(journal.Trouble(), StoreTrouble::Full);
     EXPECT_TRUE(BackupsOf(m_store.Path()).empty());
     EXPECT_TRUE(ReadFileBytes(m_store.Path()) == before);
+}
+
+// A backup may take its place, however it is damaged.
+TEST_F(Version1Store, ThatIsDamagedIsSaidToBe)
+{
+    ASSERT_TRUE(
+        RawStore(m_store.Path())
+            .Run("INSERT INTO journal(subject, body) WITH RECURSIVE n(i) AS (VALUES(1) UNION ALL "
+                 "SELECT i + 1 FROM n WHERE i < 100) SELECT 'Entry ' || i, hex(zeroblob(9000)) FROM n"));
+    const std::string whole = ReadFileBytes(m_store.Path());
+    ASSERT_GT(whole.size(), size_t{4096 * 400});
+    const auto damaged = [&](size_t first, size_t pages) {
+        std::string bytes = whole;
+        return bytes.replace(4096 * first, 4096 * pages, 4096 * pages, '\x55');
+    };
+    for (const std::string& bytes :
+         {whole.substr(0, 4096 * 200), whole.substr(0, 4096), whole.substr(0, 5000), damaged(1, 1),
+          damaged(2, 1), damaged(3, 4), damaged(200, 20), damaged(whole.size() / 4096 - 1, 1)}) {
+        ASSERT_TRUE(WriteFileBytes(m_store.Path(), bytes));
+        DbJournal journal;
+        const bool isOpen = journal.Open(nullptr) != 0;
+        EXPECT_FALSE(isOpen);
+        EXPECT_TRUE(mervane::IsBroken(m_store.Path(), journal.Trouble()))
+            << bytes.size() << " " << static_cast<int>(journal.Trouble());
+        EXPECT_TRUE(BackupsOf(m_store.Path()).empty());
+        EXPECT_TRUE(ReadFileBytes(m_store.Path()) == bytes);
+    }
 }
 
 TEST(NewStore, IsNoMigration)
