@@ -290,8 +290,9 @@ TEST_F(AddressBookTest, SaysWhenTheContactsCannotBeOpened)
     ASSERT_TRUE(m_book.Launch());
     const RemoteMessageBox box = WaitForMessageBox(m_book.Id());
     ASSERT_TRUE(box);
-    EXPECT_TRUE(box.Text().ends_with(L"\n\ncannot be opened: the file is not a journal.\n\n"
-                                     L"Nothing in it has been changed."))
+    EXPECT_TRUE(
+        box.Text().ends_with(L"\n\ncannot be opened: the file is not a journal.\n\nNothing in it has been "
+                             L"changed.\n\nStart the journal: it offers a backup, where one is whole."))
         << box.Text();
     ASSERT_TRUE(box.Answer(IDOK));
     ASSERT_TRUE(m_book.WaitForEnd());

@@ -164,7 +164,6 @@ TEST_F(Start, WhatWasSetAsideIsToldOnce)
     EXPECT_TRUE(IsWindowVisible(window));
     EXPECT_NE(box.Text().find(m_store.Path() + L"-wal.set-aside-2"), std::wstring::npos);
     EXPECT_FALSE(IsWindowEnabled(window));
-    ASSERT_TRUE(SaveScreenshot(nullptr, L"Z:\\tmp\\aside.bmp")); // SHOT
     ASSERT_TRUE(box.Answer(IDOK));
     ASSERT_EQ(m_journal.WaitForMainWindow(), window);
     EXPECT_TRUE(ShowsRows(1));
