@@ -12,6 +12,13 @@
 
 namespace help {
 
+// Three topics, of which the first leads to the second and the last one back.
+inline constexpr const char* kPage =
+    "<title>My Help</title><h1 id=One>First</h1><p>Alpha beta. See <a href=#Two>the second</a> or "
+    "<a href=#Nowhere>nothing</a>.</p><ul><li>item\xC3\xA9</ul><table><tr><td>cell<td>other</table>"
+    "<h2 id=Two>Second</h2><p>Beta gamma<pre>line\n  two</pre><h1 id=Three>Third</h1><p>end <a "
+    "href=#One>back</a>";
+
 class HelpWindowTest : public testing::Test {
   protected:
     // With the settings of a first start.
