@@ -2,6 +2,7 @@
 #include "app/restore_offer.h"
 
 #include "app/main_window_fixture.h"
+#include "support/preset_answer.h"
 #include "util/clock.h"
 #include "util/owners.h"
 
@@ -81,7 +82,9 @@ TEST_F(RestoreOffer, SaysWhatTheBackupHasAndWhereTheFileIsKept)
 {
     BreakWithBackup(3);
     const MessageBoxAnswerer answerer({IDNO});
+    const PresetAnswer preset;
     EXPECT_FALSE(Tell());
+    EXPECT_EQ(preset.Id(), IDNO) << "a key that is still pressed puts nothing in the file's place";
     ASSERT_EQ(answerer.Boxes().size(), 1u);
     const MessageBoxAnswerer::Box& box = answerer.Boxes()[0];
     EXPECT_EQ(box.answers, (std::vector<int>{IDYES, IDNO}));
@@ -184,8 +187,10 @@ TEST_P(GoneStoreEachWay, IsOfferedItsBackupFirst)
 {
     ASSERT_NO_FATAL_FAILURE(LoseWithBackup(GetParam()));
     const MessageBoxAnswerer answerer({IDYES});
+    const PresetAnswer preset;
     ASSERT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 1);
     ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(preset.Id(), IDYES) << "there is no file that it could take the place of";
     const MessageBoxAnswerer::Box& box = answerer.Boxes()[0];
     EXPECT_EQ(box.caption, L"Journal");
     EXPECT_EQ(box.answers, (std::vector<int>{IDYES, IDNO}));

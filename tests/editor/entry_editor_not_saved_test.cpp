@@ -6,6 +6,7 @@
 #include "mervane/db_categories.h"
 #include "mervane/store_waiter.h"
 #include "support/import_watch.h"
+#include "support/preset_answer.h"
 #include "support/rescue_folder.h"
 #include "support/while_asked.h"
 
@@ -140,6 +141,7 @@ TEST_F(EntryEditorSaveTest, AnEntryThatAnotherProgramChangedAsksBeforeItIsSaved)
     CEOID id = Write(Full());
     const CEOID theirs = id;
     const MessageBoxAnswerer boxes({IDCANCEL, IDNO});
+    const PresetAnswer preset;
     HWND window = nullptr;
     const int result = Run(&id, [&](EditorWindow& editor) {
         window = editor.Window();
@@ -156,6 +158,7 @@ TEST_F(EntryEditorSaveTest, AnEntryThatAnotherProgramChangedAsksBeforeItIsSaved)
     ASSERT_EQ(boxes.Boxes().size(), 2u);
     EXPECT_EQ(boxes.Boxes()[0].owner, window);
     EXPECT_EQ(boxes.Boxes()[0].answers, (std::vector{IDCANCEL, IDYES, IDNO}));
+    EXPECT_EQ(preset.Id(), IDNO) << "a key that is still pressed overwrites nothing";
     EXPECT_TRUE(
         boxes.Boxes()[0].text.starts_with(L"This entry was changed by another program since you opened it."));
     EXPECT_EQ(Read(theirs).subject, L"Theirs") << "No keeps both";

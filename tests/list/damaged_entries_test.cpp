@@ -109,6 +109,17 @@ TEST_F(DamagedEntries, ArePastedWithoutTheOnesThatCannotBeRead)
     EXPECT_EQ(Selected(), m_ids);
 }
 
+TEST_F(DamagedEntries, OneThatIsNotPastedIsCountedAsOne)
+{
+    Damage({3});
+    for (const CEOID id : m_ids)
+        m_list.Selection().Append(id);
+    const MessageBoxAnswerer boxes;
+    PasteEntries(m_list);
+    ExpectOnlyBox(boxes, L"1 entry was not pasted");
+    EXPECT_EQ(App().Journal().RecordCount(), 9u);
+}
+
 TEST_F(DamagedEntries, ASearchThatFindsSomethingTellsThatItDidNotSeeAll)
 {
     Damage({2});
@@ -191,6 +202,16 @@ TEST_F(MissingEntries, StaySelectedAndTheOnesThatAreGoneDoNot)
     ASSERT_GT(RowCount(), 0);
     SelectAndRefresh({Gone(), Unread(), There()});
     EXPECT_EQ(Selected(), (List{Unread(), There()}));
+}
+
+TEST_F(MissingEntries, AreToldOfWithoutACount)
+{
+    const MessageBoxAnswerer boxes;
+    ClearCategories(m_list);
+    ASSERT_EQ(boxes.Boxes().size(), 1u);
+    EXPECT_EQ(boxes.Boxes()[0].text,
+              std::wstring(L"The categories were not taken from some entries") + kBehind);
+    EXPECT_EQ(boxes.Boxes()[0].owner, m_parent.Handle());
 }
 
 TEST_F(MissingEntries, LeaveTheFlagAsItIs)

@@ -8,6 +8,7 @@
 #include "list/filter_categories.h"
 #include "list/filter_text.h"
 #include "mervane/db_categories.h"
+#include "support/unreadable_table.h"
 
 namespace {
 
@@ -157,6 +158,13 @@ TEST_F(ListTrouble, AFilterKeepsCategoriesThatCannotBeLookedFor)
     EXPECT_EQ(FilterText(&filter), L"Category...");
     EXPECT_TRUE(filter.active);
     Mend();
+    EXPECT_EQ(FilterText(&filter), L"Work");
+    {
+        const UnreadableTable none(m_store.Path(), "categories");
+        EXPECT_FALSE(DropGoneCategories(&filter)) << "it may be there";
+        EXPECT_EQ(filter.categories.Count(), 1u);
+    }
+    EXPECT_FALSE(DropGoneCategories(&filter));
     EXPECT_EQ(FilterText(&filter), L"Work");
 }
 

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "mervane/store_waiter.h"
 #include "support/import_watch.h"
 #include "support/test_windows.h"
 #include "ui/dialog_fixture.h"
@@ -229,6 +230,27 @@ TEST(Dialog, CommandsDoNotReachItBehindAnotherDialog)
         SendMessageW(outer.GetWindow(), WM_COMMAND, 4711, reinterpret_cast<LPARAM>(button));
         EXPECT_EQ(seen, 1);
     });
+}
+
+// Sent by another program, whose message is answered within the wait.
+TEST(Dialog, PutsOffWhatAsksForWorkWhileAWriteWaits)
+{
+    static HWND s_window;
+    static UINT s_message;
+    static WPARAM s_wParam;
+    for (const auto& [message, wParam] : {std::pair<UINT, WPARAM>(WM_CLOSE, 0), {WM_COMMAND, IDCANCEL}}) {
+        TestDialog dialog;
+        s_message = message;
+        s_wParam = wParam;
+        RunDialog(dialog, [&dialog](HWND window) {
+            s_window = window;
+            SetStoreWaiter([](DWORD) { SendMessageW(s_window, s_message, s_wParam, 0); });
+            mervane::WaitForStore(1);
+            SetStoreWaiter(nullptr);
+            EXPECT_EQ(dialog.cancelCount, 0);
+            EXPECT_TRUE(PumpUntil([&] { return dialog.cancelCount == 1; })) << "it comes again";
+        });
+    }
 }
 
 // What the system was told of what holds the end of the session up.

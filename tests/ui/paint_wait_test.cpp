@@ -8,6 +8,7 @@
 
 #include "mervane/store_waiter.h"
 #include "support/test_windows.h"
+#include "ui/window_procedure.h"
 
 namespace {
 
@@ -122,6 +123,52 @@ TEST_F(PaintWait, PutsOffWhatIsSentAndAsksForWork)
     PumpMessages();
     EXPECT_EQ(done, (std::vector<UINT>{WM_CLOSE, 1000, 1001, WM_SYSCOMMAND}));
     EXPECT_FALSE(isWaiting);
+}
+
+// A window that is an object, and notes the commands that reach it.
+class CommandWindow {
+  public:
+    CommandWindow()
+    {
+        WNDCLASSW windowClass{};
+        windowClass.lpfnWndProc = WindowProcedure<CommandWindow>::Run;
+        windowClass.hInstance = GetModuleHandleW(nullptr);
+        windowClass.lpszClassName = L"CommandWindow";
+        RegisterClassW(&windowClass);
+        CreateWindowExW(0, L"CommandWindow", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr,
+                        windowClass.hInstance, this);
+    }
+    ~CommandWindow() { DestroyWindow(m_window); }
+    CommandWindow(const CommandWindow&) = delete;
+    CommandWindow& operator=(const CommandWindow&) = delete;
+
+    HWND Handle() const { return m_window; }
+    std::vector<WPARAM> commands;
+
+  private:
+    friend class WindowProcedure<CommandWindow>;
+
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
+    {
+        if (message == WM_COMMAND)
+            commands.push_back(wParam);
+        return DefWindowProcW(m_window, message, wParam, lParam);
+    }
+
+    HWND m_window = nullptr;
+};
+
+TEST_F(PaintWait, WindowsTakeNoCommandMeanwhile)
+{
+    static HWND s_window;
+    CommandWindow window;
+    s_window = window.Handle();
+    ASSERT_NE(s_window, nullptr);
+    SetStoreWaiter([](DWORD) { SendMessageW(s_window, WM_COMMAND, 7, 0); });
+    mervane::WaitForStore(1);
+    EXPECT_TRUE(window.commands.empty());
+    PumpMessages();
+    EXPECT_EQ(window.commands, std::vector<WPARAM>{7});
 }
 
 // What a control tells of itself; keys that are sent are the control's too.
