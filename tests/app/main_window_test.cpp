@@ -269,7 +269,7 @@ TEST_F(MainWindowTest, LeavesNoHalfBackup)
     EXPECT_TRUE(BackupsOf(m_store.Path()).empty());
 }
 
-// Once, and not over a dialog.
+// Once, and not over a dialog or while the window is minimised.
 TEST_F(MainWindowTest, TellsOfDamageThatTheBackupHasFound)
 {
     ASSERT_NO_FATAL_FAILURE(AddLongEntries(100));
@@ -283,8 +283,12 @@ TEST_F(MainWindowTest, TellsOfDamageThatTheBackupHasFound)
     const ULONGLONG start = GetTickCount64();
     EXPECT_TRUE(PumpUntil([&] { return GetTickCount64() - start > 2000; }));
     EXPECT_TRUE(answerer.Boxes().empty());
+    ShowWindow(window, SW_MINIMIZE);
     EnableWindow(window, TRUE);
+    EXPECT_FALSE(PumpUntil([&] { return !answerer.Boxes().empty(); }, 700)) << "where it would not be seen";
+    ShowWindow(window, SW_RESTORE);
     EXPECT_TRUE(PumpUntil([&] { return !answerer.Boxes().empty(); }));
+    EXPECT_FALSE(PumpUntil([&] { return answerer.Boxes().size() > 1; }, 700));
     ASSERT_EQ(answerer.Boxes().size(), 1u);
     EXPECT_TRUE(answerer.Boxes()[0].text.starts_with(L"The journal's file is damaged. "));
     EXPECT_EQ(answerer.Boxes()[0].owner, window);
