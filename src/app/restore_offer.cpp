@@ -47,10 +47,7 @@ std::wstring Question(const FoundBackup& backup, const Restoration& restoration)
 
 std::wstring GoneQuestion(const std::wstring& path, const FoundBackup& backup)
 {
-    return path +
-           (mervane::FileExists(path) ? L"\n\nis empty: nothing is left in the journal's file."
-                                      : L"\n\nis not there: the journal's file is gone.") +
-           BackupText(backup) + L"Put the backup in its place, and open it? With No a new journal is begun.";
+    return GoneText(path, mervane::FileExists(path)) + BackupText(backup) + L"Put the backup in its place, and open it? With No a new journal is begun.";
 }
 
 std::optional<FoundBackup> FindBackup(const std::wstring& path)

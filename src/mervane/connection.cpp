@@ -4,7 +4,10 @@
 
 #include <algorithm>
 
+#include "mervane/aside_name.h"
 #include "mervane/schema.h"
+#include "mervane/store_copy.h"
+#include "mervane/store_neighbours.h"
 #include "mervane/store_waiter.h"
 
 namespace mervane {
@@ -36,12 +39,27 @@ bool UsesLog(Database& database)
 
 } // namespace
 
-// Ending brings the log into the file and deletes it, by its name. Where another file has come into the place
-// this is the only one that has what was saved since, or the log under the name is another store's.
+// Ending brings the log into the file and deletes it, by its name, which may be another store's by now.
 Connection::~Connection()
 {
-    if (m_database.Handle() && LookAtFile() != StoreTrouble::None)
-        m_database.KeepLog();
+    if (!m_database.Handle() || LookAtFile() == StoreTrouble::None)
+        return;
+    m_database.KeepLog();
+    if (m_hasLog && m_file.Look() != StoreTrouble::None)
+        KeepWhole();
+}
+
+// Nobody finds the file any more, and without it the log is of no use.
+void Connection::KeepWhole()
+{
+    Rollback();
+    const std::wstring replaced = m_path + L".replaced-";
+    const auto isFree = [&](const std::wstring& name) { return !FileExists(replaced + name); };
+    StoreCopy copy;
+    constexpr int kAllPages = -1;
+    if (copy.Begin(m_database, replaced) && copy.Step(kAllPages) == StoreCopy::Progress::Made &&
+        copy.Name(replaced + FreeNameOfNow(isFree)))
+        copy.Keep();
 }
 
 bool Connection::Open(const std::wstring& path, const std::wstring& name)
@@ -54,6 +72,7 @@ bool Connection::Open(const std::wstring& path, const std::wstring& name)
     }
     if (!Prepare())
         return false;
+    m_path = path;
     m_file = OpenedFile(name, m_database.FileHandle());
     m_nextShortening = kLongLog;
     sqlite3_wal_hook(m_database.Handle(), OnCommit, this);

@@ -14,6 +14,8 @@ namespace mervane {
 class Connection {
   public:
     Connection() = default;
+    // Where another file has come into the store's place, or none is there any more, a whole copy of the one
+    // that was open is kept beside it, as NAME.replaced-TIME, and the log stays.
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
@@ -48,6 +50,7 @@ class Connection {
 
   private:
     [[nodiscard]] bool Prepare();
+    void KeepWhole();
     [[nodiscard]] bool TryWrite();
     static int OnCommit(void* self, sqlite3* handle, const char* name, int logPages);
     void MaybeShortenLog();
@@ -56,6 +59,7 @@ class Connection {
     std::optional<LogState> StateAfterCommit();
 
     Database m_database;
+    std::wstring m_path;
     OpenedFile m_file;
     FileStart m_start;
     std::vector<RenamedFile> m_setAside;

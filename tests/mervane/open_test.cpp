@@ -4,6 +4,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "mervane/folder_files.h"
 #include "mervane/store_header.h"
 #include "mervane/store_path.h"
 #include "open_fixture.h"
@@ -230,8 +231,13 @@ TEST_F(Opening, KeepsItsLogWhenItIsClosedOverAnotherFile)
         ASSERT_TRUE(
             RunUnix(L"mv " + UnixPath(other) + L" " + UnixPath(Path()), [&] { return !Exists(other); }));
     }
+    const auto kept = mervane::FilesLike(Path() + L".replaced-*");
+    ASSERT_TRUE(kept && kept->size() == 1);
+    const std::wstring whole = Path().substr(0, Path().rfind(L'\\') + 1) + kept->front();
+    EXPECT_EQ(RawStore(whole).Integer("SELECT count(*) FROM journal"), 2) << "where the file is deleted";
+    EXPECT_TRUE(DeleteFileW(whole.c_str()));
     ASSERT_TRUE(MoveFileW(Beside(L"-wal").c_str(), (away + L"-wal").c_str()));
-    EXPECT_EQ(RawStore(away).Integer("SELECT count(*) FROM journal"), 2);
+    EXPECT_EQ(RawStore(away).Integer("SELECT count(*) FROM journal"), 2) << "where it is elsewhere";
     for (const wchar_t* suffix : {L"", L"-wal", L"-shm"})
         DeleteFileW((away + suffix).c_str());
 }

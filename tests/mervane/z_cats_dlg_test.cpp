@@ -439,6 +439,7 @@ TEST_F(CategoryDialog, AsksForNoWorkWithinAWriteThatWaits)
     for (const auto& [message, wParam] : requests) {
         RawStore raw(m_store.Path());
         EXPECT_EQ(Run([&] {
+                      ShowWindow(m_dialog, SW_SHOW); // which the dialog manager may not have come to
                       ASSERT_TRUE(raw.Run("BEGIN IMMEDIATE"));
                       const MeanwhileOnce meanwhile([&] {
                           SendMessageW(m_dialog, message, wParam, 0);
