@@ -47,7 +47,8 @@ std::wstring Question(const FoundBackup& backup, const Restoration& restoration)
 
 std::wstring GoneQuestion(const std::wstring& path, const FoundBackup& backup)
 {
-    return GoneText(path, mervane::FileExists(path)) + BackupText(backup) + L"Put the backup in its place, and open it? With No a new journal is begun.";
+    return GoneText(path, mervane::FileExists(path)) + BackupText(backup) +
+           L"Put the backup in its place, and open it? With No a new journal is begun.";
 }
 
 std::optional<FoundBackup> FindBackup(const std::wstring& path)
