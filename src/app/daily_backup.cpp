@@ -8,6 +8,8 @@ namespace {
 
 // The start comes first, and what the person does at once.
 constexpr unsigned kDelay = 1000; // milliseconds
+// A journal that is never closed sees another day begin, and a disk get room again.
+constexpr unsigned kNextLook = 3'600'000;
 
 constexpr const wchar_t* kDamageFound =
     L"The journal's file is damaged. It was found when today's backup was made, which is not kept. The older "
@@ -65,8 +67,10 @@ void DailyBackup::Continue()
     m_stage = Stage::Copy;
     if (next != 0)
         return SetTimerOf(next);
+    m_stage = Stage::Begin;
+    if (journal.BackupTrouble() != StoreTrouble::Damaged)
+        return SetTimerOf(kNextLook);
     HWND window = m_window;
     StopTimer();
-    if (journal.BackupTrouble() == StoreTrouble::Damaged)
-        m_damage.Tell(window);
+    m_damage.Tell(window);
 }

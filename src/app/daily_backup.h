@@ -1,5 +1,6 @@
 // DailyBackup: the day's copy of the store, begun when the window has been painted and made while nobody
-// presses a key. Where that finds the store damaged the person is told.
+// presses a key; once an hour it looks whether another day has begun. Where a copy finds the store damaged
+// the person is told, once, and no more copies are made.
 #pragma once
 
 #include <windows.h>

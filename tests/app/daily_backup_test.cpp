@@ -1,0 +1,56 @@
+#include "app/daily_backup.h"
+
+#include <set>
+
+#include "app/main_window_fixture.h"
+#include "support/import_watch.h"
+#include "util/clock.h"
+
+namespace {
+
+// No timer takes longer, and it is known how long each was to take.
+std::set<UINT> g_periods;
+decltype(&SetTimer) g_setTimer = nullptr;
+
+UINT_PTR WINAPI SetShortTimer(HWND window, UINT_PTR id, UINT period, TIMERPROC procedure)
+{
+    if (procedure)
+        g_periods.insert(period);
+    return g_setTimer(window, id, procedure ? USER_TIMER_MINIMUM : period, procedure);
+}
+
+class DailyBackupTest : public testing::Test {
+  protected:
+    DailyBackupTest()
+    {
+        g_periods.clear();
+        EXPECT_EQ(App().Journal().Open(nullptr), 1);
+    }
+    ~DailyBackupTest() override
+    {
+        m_backup.Stop();
+        App().Journal().Close();
+    }
+    using Names = std::vector<std::wstring>;
+
+    TestRegistry m_registry;
+    TestStore m_store;
+    TestParent m_parent;
+    ScopedClockForTesting m_clock{{2026, 1, 6, 30, 23, 59, 0, 0}};
+    DailyBackup m_backup;
+};
+
+TEST_F(DailyBackupTest, IsMadeOfTheNextDayTooWhileTheJournalStaysOpen)
+{
+    g_setTimer = __imp_SetTimer;
+    const ImportWatch<decltype(&SetTimer)> watch(&__imp_SetTimer, SetShortTimer);
+    m_backup.Start(m_parent.Handle());
+    EXPECT_TRUE(PumpUntil([] { return g_periods.contains(3'600'000); })) << "once an hour";
+    const Names one = BackupsOf(m_store.Path());
+    ASSERT_EQ(one.size(), 1u);
+    EXPECT_NE(one[0].find(L"2026-01-30"), std::wstring::npos);
+    m_clock.Set({2026, 1, 0, 31, 0, 30, 0, 0});
+    EXPECT_TRUE(PumpUntil([&] { return BackupsOf(m_store.Path()).size() == 2; }));
+}
+
+} // namespace
