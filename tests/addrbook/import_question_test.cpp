@@ -95,6 +95,28 @@ TEST_F(ImportQuestions, EachAnswerIsForItsCard)
     EXPECT_EQ(m_contacts.RecordCount(), 5u);
 }
 
+// The UID stays with one contact: a later import finds that one, and no second.
+TEST_F(ImportQuestions, WhatWasAddedAsNewIsNotFoundByTheUid)
+{
+    m_answers = {{AddAsNew, false}};
+    ASSERT_EQ(Import(CardOf("FN:a\nTEL:9\nUID:1")), State::Done);
+    ASSERT_EQ(m_contacts.RecordCount(), 4u);
+    m_answers = {{Update, false}};
+    const std::string later = CardOf("FN:a\nTEL:1\nNOTE:later\nUID:1");
+    ASSERT_EQ(Import(later + later), State::Done);
+    EXPECT_EQ(m_report, L"1 contact was imported, 1 was updated.") << "the second card is a contact too many";
+    ASSERT_EQ(m_questions.size(), 1u);
+    ASSERT_EQ(m_questions[0].changes.size(), 1u);
+    EXPECT_STREQ(m_questions[0].changes[0].field, L"Note");
+    int added = 0;
+    for (const CEOID id : Ids()) {
+        Contact contact;
+        ASSERT_TRUE(LoadContact(m_contacts, id, &contact));
+        added += LinesOf(contact) == "FN:a\nTEL:9\n";
+    }
+    EXPECT_EQ(added, 1) << All();
+}
+
 TEST_F(ImportQuestions, OneAnswerIsForAllThatCome)
 {
     m_answers = {{Skip, true}};
