@@ -3,6 +3,7 @@
 #include <set>
 
 #include "app/main_window_fixture.h"
+#include "support/fault_vfs.h"
 #include "support/import_watch.h"
 #include "util/clock.h"
 
@@ -33,6 +34,7 @@ class DailyBackupTest : public testing::Test {
     }
     using Names = std::vector<std::wstring>;
 
+    FaultVfs m_faults;
     TestRegistry m_registry;
     TestStore m_store;
     TestParent m_parent;
@@ -51,6 +53,25 @@ TEST_F(DailyBackupTest, IsMadeOfTheNextDayTooWhileTheJournalStaysOpen)
     EXPECT_NE(one[0].find(L"2026-01-30"), std::wstring::npos);
     m_clock.Set({2026, 1, 0, 31, 0, 30, 0, 0});
     EXPECT_TRUE(PumpUntil([&] { return BackupsOf(m_store.Path()).size() == 2; }));
+}
+
+// What else goes wrong with a copy costs nobody anything: it is tried again.
+TEST_F(DailyBackupTest, AFullDiskIsNoDamageThatIsTold)
+{
+    constexpr int kStaysFull = 1;
+    ASSERT_STREQ(FaultVfs::FaultName(FileCall::Write, kStaysFull), "disk stays full");
+    g_setTimer = __imp_SetTimer;
+    const ImportWatch<decltype(&SetTimer)> watch(&__imp_SetTimer, SetShortTimer);
+    const MessageBoxAnswerer answerer;
+    m_faults.FailNth(FileCall::Write, 1, kStaysFull);
+    m_backup.Start(m_parent.Handle());
+    EXPECT_TRUE(PumpUntil([] {
+        return g_periods.contains(3'600'000) && App().Journal().BackupTrouble() == StoreTrouble::Full;
+    }));
+    EXPECT_TRUE(BackupsOf(m_store.Path()).empty());
+    m_faults.FailNone();
+    EXPECT_TRUE(PumpUntil([&] { return !BackupsOf(m_store.Path()).empty(); })) << "room was made";
+    EXPECT_TRUE(answerer.Boxes().empty());
 }
 
 } // namespace
