@@ -1,6 +1,7 @@
 // The categories and contacts of the record behind the editor, and the uses that are counted with it.
 #include "editor_record_fixture.h"
 #include "locked_store.h"
+#include "support/fault_vfs.h"
 
 namespace {
 
@@ -79,6 +80,62 @@ TEST_F(EditorRecordTest, WhereItCannotBeSavedAsNewItIsStillTheOneThatItWas)
     EXPECT_EQ(Read(theirs).categories, Ids({kept}));
     EXPECT_EQ(Uses(kept), 1);
     EXPECT_EQ(Uses(released), 0);
+}
+
+// By then the new record has an identifier, which goes with it.
+class EditorRecordOnAFullDisk : public EditorRecordTest {
+  protected:
+    void FillDisk() { m_faults.FailNth(FileCall::Write, 1); }
+
+    FaultVfs m_faults;
+};
+
+TEST_F(EditorRecordOnAFullDisk, SavedAsNewItIsStillTheOneThatItWas)
+{
+    const CEOID theirs = Write(Entry(L"Loaded"));
+    CEOID id = theirs;
+    OpenRecord record(&id);
+    ASSERT_TRUE(Change("UPDATE journal SET subject = 'theirs'"));
+    EntryToWrite entry = Entry(L"Mine");
+    ASSERT_EQ(record.Save(&entry), EditorRecord::Saved::Changed);
+    FillDisk();
+    EXPECT_EQ(record.SaveAsNew(&entry), EditorRecord::Saved::Failed);
+    EXPECT_TRUE(m_faults.HasFired());
+    EXPECT_EQ(record.Trouble(), StoreTrouble::Full);
+    EXPECT_EQ(id, theirs);
+    EXPECT_EQ(record.Id(), theirs);
+    EXPECT_EQ(Count(), 1u);
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Changed) << "and is asked about again";
+    EXPECT_EQ(Read(theirs).subject, L"theirs");
+    EXPECT_EQ(record.Save(&entry, EditorRecord::Theirs::Replace), EditorRecord::Saved::Updated);
+    EXPECT_EQ(Read(theirs).subject, L"Mine");
+    EXPECT_EQ(Count(), 1u);
+}
+
+TEST_F(EditorRecordOnAFullDisk, ANewOneIsStillNone)
+{
+    CEOID id = 0;
+    OpenRecord record(&id);
+    EntryToWrite entry = Entry();
+    FillDisk();
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Failed);
+    EXPECT_EQ(id, 0u);
+    EXPECT_EQ(record.Id(), 0u);
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Created);
+    EXPECT_EQ(record.Id(), id);
+    EXPECT_EQ(Count(), 1u);
+}
+
+TEST_F(EditorRecordOnAFullDisk, ItIsStillKnownAsItIsStored)
+{
+    CEOID id = Write(Entry(L"Before"));
+    OpenRecord record(&id);
+    EntryToWrite entry = Entry(L"Mine");
+    FillDisk();
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Failed);
+    EXPECT_EQ(Read(id).subject, L"Before");
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated) << "nobody else has changed it";
+    EXPECT_EQ(Read(id).subject, L"Mine");
 }
 
 TEST_F(EditorRecordTest, AChangeCostsNoCategoryItsAssignment)
