@@ -8,6 +8,7 @@ namespace {
 
 // The start comes first, and what the person does at once.
 constexpr unsigned kDelay = 1000; // milliseconds
+constexpr unsigned kSoon = 250;
 // A journal that is never closed sees another day begin, and a disk get room again.
 constexpr unsigned kNextLook = 3'600'000;
 
@@ -60,7 +61,7 @@ void CALLBACK DailyBackup::OnTimer(HWND, UINT, UINT_PTR self, DWORD)
 void DailyBackup::Continue()
 {
     if (!NoInputWaits())
-        return;
+        return SetTimerOf(kSoon);
     DbJournal& journal = App().Journal();
     const unsigned next =
         m_stage == Stage::Copy ? journal.StepBackup(NoInputWaits) : journal.BeginBackup(LocalNow());

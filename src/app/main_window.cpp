@@ -45,7 +45,8 @@ std::wstring FileTroubleText()
     std::wstring text = L"Nothing can be saved: " + ReasonText(trouble) +
                         L".\n\nWhat was read of the file that was open is still shown.";
     if (trouble == StoreTrouble::OtherFile)
-        text += L" Close the journal and start it again to open the file that is there now.";
+        text +=
+            L" Close the journal and the address book, and start again to open the file that is there now.";
     return text;
 }
 

@@ -30,7 +30,7 @@ void CALLBACK QuietNotice::OnTimer(HWND, UINT, UINT_PTR self, DWORD)
 // Else the timer comes again.
 void QuietNotice::MaybeTell()
 {
-    if (IsInputWaiting() || !IsWindowEnabled(m_window) || IsIconic(m_window) || IsMenuOpen())
+    if (IsInputWaiting() || !IsWindowEnabled(m_window) || IsIconic(m_window) || IsInSystemLoop())
         return;
     HWND window = m_window;
     Stop();

@@ -270,7 +270,9 @@ bool EditorRecord::FillBlobs(EntryToWrite* entry, LocalBlock<BYTE>* categories, 
 
 bool EditorRecord::LeavesCategories() const
 {
-    return m_partOfCategories && IsSameSet(*m_partOfCategories, AssignedCategories(m_categories));
+    const bool isEmptiedBySave = m_written && m_categories.IsEmpty();
+    return m_partOfCategories &&
+           (isEmptiedBySave || IsSameSet(*m_partOfCategories, AssignedCategories(m_categories)));
 }
 
 bool EditorRecord::LeavesContacts() const

@@ -131,7 +131,7 @@ bool RescueFile::Write(const RescueState& state)
 
 bool RescueFile::Remove()
 {
-    if (HasFile() && !DeleteFileW(m_path.c_str()) && IsThere(m_path))
+    if (HasFile() && !DeleteFileW(m_path.c_str()) && GetLastError() != ERROR_FILE_NOT_FOUND)
         return false;
     Release();
     return true;

@@ -39,14 +39,23 @@ bool UsesLog(Database& database)
 
 } // namespace
 
-// Ending brings the log into the file and deletes it, by its name, which may be another store's by now.
+// Ending brings the log into the file and deletes it, by its name, which may be another store's by now. That
+// it lies at its own path is enough, wherever a link leads.
 Connection::~Connection()
 {
-    if (!m_database.Handle() || LookAtFile() == StoreTrouble::None)
+    if (!m_database.Handle() || m_path.empty())
+        return;
+    const bool isThere = OpenedFile(m_path, m_database.FileHandle()).Look() == StoreTrouble::None;
+    if (isThere && !IsWrittenOver())
         return;
     m_database.KeepLog();
-    if (m_hasLog && m_file.Look() != StoreTrouble::None)
+    if (!isThere && m_hasLog)
         KeepWhole();
+}
+
+bool Connection::IsWrittenOver()
+{
+    return m_hasLog && m_start.Look(m_database) != StoreTrouble::None;
 }
 
 // Nobody finds the file any more, and without it the log is of no use.
@@ -79,12 +88,20 @@ bool Connection::Open(const std::wstring& path, const std::wstring& name)
     m_hasLog = !m_database.IsReadOnly() && UsesLog(m_database);
     // What was there before counts as seen, and what was tried on the way as done.
     const bool isSeen = BeginRead() && HasForeignChange() != Answer::Failed;
-    (void)LookAtFile();
     EndRead();
     if (!isSeen)
         return false;
+    LookForTheFirstTime();
     m_database.TakeTrouble();
     return true;
+}
+
+// Of a log that a killed program has left it is not known what the file has of it, until it is brought in.
+void Connection::LookForTheFirstTime()
+{
+    if (m_hasLog && !ReadCheckpointed(m_database))
+        sqlite3_wal_checkpoint_v2(m_database.Handle(), nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+    (void)LookAtFile();
 }
 
 // A transaction could not be ended by a statement that is not there.
@@ -127,7 +144,7 @@ bool Connection::TakeView()
 StoreTrouble Connection::LookAtFile()
 {
     const StoreTrouble trouble = m_file.Look();
-    return trouble == StoreTrouble::None && m_hasLog ? m_start.Look(m_database) : trouble;
+    return trouble == StoreTrouble::None && IsWrittenOver() ? StoreTrouble::OtherFile : trouble;
 }
 
 bool Connection::BeginRead()
@@ -185,7 +202,7 @@ bool Connection::Commit()
     if (m_logged)
         m_state = StateAfterCommit();
     if (m_hasLog)
-        (void)m_start.Look(m_database); // a log that was begun by this is another one
+        (void)m_start.Look(m_database); // the commit may have begun another log: what is seen is taken anew
     MaybeShortenLog();
     return true;
 }

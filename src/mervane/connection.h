@@ -14,8 +14,8 @@ namespace mervane {
 class Connection {
   public:
     Connection() = default;
-    // Where another file has come into the store's place, or none is there any more, a whole copy of the one
-    // that was open is kept beside it, as NAME.replaced-TIME, and the log stays.
+    // The log stays where the store is not at its path any more, or was written over. Where it is not there,
+    // a whole copy of what was open is kept beside the path, as NAME.replaced-TIME.
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
@@ -50,6 +50,8 @@ class Connection {
 
   private:
     [[nodiscard]] bool Prepare();
+    void LookForTheFirstTime();
+    bool IsWrittenOver();
     void KeepWhole();
     [[nodiscard]] bool TryWrite();
     static int OnCommit(void* self, sqlite3* handle, const char* name, int logPages);

@@ -6,31 +6,32 @@
 
 namespace mervane {
 
-std::optional<FileStart::Start> FileStart::Read(Database& database)
+std::optional<FileStart::Seen> FileStart::Read(Database& database)
 {
     sqlite3_file* file = nullptr;
     const auto before = ReadCheckpointed(database);
     if (!before ||
         sqlite3_file_control(database.Handle(), "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK)
         return std::nullopt;
-    Start start{*before, {}, 0};
+    Seen seen{*before, {}, 0};
     // A short read is one of a file that has been cut, and fills up with zeros.
-    const int read = file->pMethods->xRead(file, start.header.data(), kHeaderSize, 0);
+    const int read = file->pMethods->xRead(file, seen.header.data(), kHeaderSize, 0);
     if ((read != SQLITE_OK && read != SQLITE_IOERR_SHORT_READ) ||
-        file->pMethods->xFileSize(file, &start.size) != SQLITE_OK || ReadCheckpointed(database) != before)
+        file->pMethods->xFileSize(file, &seen.size) != SQLITE_OK || ReadCheckpointed(database) != before)
         return std::nullopt;
-    return start;
+    return seen;
 }
 
+// Once it is another one, only what was there before makes it the same again: what is brought into it then
+// makes it no better.
 StoreTrouble FileStart::Look(Database& database)
 {
-    const std::optional<Start> now = Read(database);
-    if (!now)
-        return StoreTrouble::None;
-    if (!m_seen || m_seen->when != now->when)
+    const std::optional<Seen> now = Read(database);
+    if (now && m_seen && (m_isOther || m_seen->when == now->when))
+        m_isOther = m_seen->header != now->header || m_seen->size != now->size;
+    if (now && !m_isOther)
         m_seen = now;
-    return m_seen->header == now->header && m_seen->size == now->size ? StoreTrouble::None
-                                                                      : StoreTrouble::OtherFile;
+    return m_isOther ? StoreTrouble::OtherFile : StoreTrouble::None;
 }
 
 } // namespace mervane

@@ -21,14 +21,15 @@ class FileStart {
 
   private:
     static constexpr int kHeaderSize = 100; // of a database file
-    struct Start {
+    struct Seen {
         Checkpointed when;
         std::array<char, kHeaderSize> header;
         int64_t size;
     };
-    static std::optional<Start> Read(Database& database);
+    static std::optional<Seen> Read(Database& database);
 
-    std::optional<Start> m_seen;
+    std::optional<Seen> m_seen;
+    bool m_isOther = false;
 };
 
 } // namespace mervane

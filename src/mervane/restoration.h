@@ -40,7 +40,8 @@ class Restoration {
     const std::wstring& KeptAs() const { return m_keptAs; }
     // None when a copy of the backup is in the store's place and the file that was there is kept. Else
     // everything is as it was: there is no room, another program has the store open, a file cannot be
-    // renamed. A loss of power leaves the one or the other, or what FinishRestoration brings to its end.
+    // renamed. A loss of power, or a rename that can neither be done nor undone, leaves the one or the other,
+    // or what FinishRestoration brings to its end.
     [[nodiscard]] StoreTrouble Run(const std::wstring& backup) const;
 
   private:

@@ -116,12 +116,25 @@ StoreTrouble Obey(Verdict verdict, const std::wstring& neighbour, AsideFiles* as
     return StoreTrouble::OddLog;
 }
 
-// A file that cannot be written is not opened alone, and its folder often cannot be written either.
-StoreTrouble PrepareReadOnly(const std::wstring& path)
+// For a file that is not had alone: it cannot be written, and its folder often neither, or another program
+// has it open. That one has this log; but a tool may have written over the file under it.
+StoreTrouble PrepareUntouched(const std::wstring& path)
 {
     const std::optional<LogContent> log = ReadLog(path + L"-wal");
     const std::optional<DatabaseHeader> header = ReadDatabaseHeader(path);
     return !log || (header && MayBelong(*header, *log)) ? StoreTrouble::None : StoreTrouble::OddLog;
+}
+
+// The other program may be bringing its log in.
+StoreTrouble PrepareShared(const std::wstring& path)
+{
+    constexpr int kTries = 10;
+    StoreTrouble trouble = PrepareUntouched(path);
+    for (int i = 1; i < kTries && trouble != StoreTrouble::None; ++i) {
+        Sleep(20);
+        trouble = PrepareUntouched(path);
+    }
+    return trouble;
 }
 
 StoreTrouble PrepareLog(const std::wstring& path, FileKind kind, AsideFiles* aside)
@@ -132,13 +145,12 @@ StoreTrouble PrepareLog(const std::wstring& path, FileKind kind, AsideFiles* asi
     if (kind == FileKind::Missing || kind == FileKind::Empty)
         return StoreTrouble::OddLog;
     if (kind == FileKind::ReadOnlyStore)
-        return PrepareReadOnly(path);
+        return PrepareUntouched(path);
     Verdict verdict;
     {
         Alone alone(path);
-        // Another program has the store open, with this log.
         if (!alone.IsIn())
-            return StoreTrouble::None;
+            return PrepareShared(path);
         verdict = JudgeLog(path, alone.Sql());
         // A newer program that was killed may have left its marks in the log only.
         if (verdict == Verdict::Belongs && !MayUse(alone.Marks()))

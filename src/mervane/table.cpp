@@ -156,6 +156,7 @@ CEOID Table::Insert(const RecordValues& values)
         const StoreTrouble trouble = own.Take();
         // SQLite says of both that it is full.
         const bool isOut = trouble == StoreTrouble::Full && IsNumberedOut();
+        (void)own.Take(); // where that could not be told
         m_database.NoteTrouble(isOut ? StoreTrouble::NoIdentifier : trouble);
         return 0;
     }

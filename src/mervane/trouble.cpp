@@ -5,7 +5,9 @@ std::wstring ReasonText(StoreTrouble trouble)
     switch (trouble) {
     case StoreTrouble::None: return {};
     case StoreTrouble::Full: return L"the disk is full";
-    case StoreTrouble::NoIdentifier: return L"the journal's file has no number left for another record";
+    case StoreTrouble::NoIdentifier:
+        return L"the journal's file has no number left for another record; export the entries and begin a "
+               L"new file";
     case StoreTrouble::ReadOnly: return L"the journal's file is read-only";
     case StoreTrouble::Locked: return L"another program keeps the journal's file locked";
     case StoreTrouble::Damaged: return L"the journal's file is damaged";
@@ -17,7 +19,7 @@ std::wstring ReasonText(StoreTrouble trouble)
         return L"a log lies beside the journal's file, and it cannot be told whether it belongs to it";
     case StoreTrouble::SeveralNames:
         return L"the journal's file has a second name (a hard link), under which another program could "
-               L"write into it unseen; remove that name, or make a copy and use that";
+               L"write into it unseen; remove that name";
     case StoreTrouble::OtherFile: return L"another file has come into the place of the journal's file";
     case StoreTrouble::NoMemory: return L"there is not enough memory";
     case StoreTrouble::Unreachable: return L"the journal's file cannot be reached";
@@ -51,7 +53,9 @@ std::wstring SetAsideText(const std::vector<RenamedFile>& files)
                             : L"Beside the journal's file lay some that do not belong to it:\n\n";
     for (const RenamedFile& file : files)
         text += file.path + L"\nis kept as\n" + file.keptAs + L"\n\n";
-    return text + L"Nothing in the journal has been changed.";
+    return text + L"Nothing in the journal has been changed. If what you saved last is missing, keep that "
+                  L"file: it may "
+                  L"be in it.";
 }
 
 std::wstring GoneText(std::wstring_view path, bool isEmpty)

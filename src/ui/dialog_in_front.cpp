@@ -75,6 +75,12 @@ bool IsMenuOpen()
     return IsMenuOpen(&info);
 }
 
+bool IsInSystemLoop()
+{
+    GUITHREADINFO info;
+    return IsMenuOpen(&info) || (info.flags & GUI_INMOVESIZE) || info.hwndCapture;
+}
+
 // Some systems tell the menu's loop by a message to the menu's own window, which may be gone before it is
 // read; the loop takes it from the thread's queue as well.
 void EndAnyMenu()

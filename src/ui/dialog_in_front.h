@@ -19,6 +19,10 @@ bool IsDialog(HWND window);
 // Whether a window of this thread has a menu open.
 bool IsMenuOpen();
 
+// Whether the system is in a loop of its own in this thread: a menu is open, a window is being moved or
+// sized, or something is being dragged.
+bool IsInSystemLoop();
+
 // For a window that is about to be destroyed: ends whatever menu its thread has open, which goes with it.
 void EndAnyMenu();
 

@@ -322,9 +322,10 @@ TEST_F(MainWindowTest, TellsOnceThatItsFileHasGoneFromItsPlace)
     EnableWindow(window, TRUE);
     EXPECT_TRUE(stands(1, L"Nothing can be saved: the journal's file cannot be reached" + shown));
     ASSERT_TRUE(WriteFileBytes(m_store.Path(), "another"));
-    EXPECT_TRUE(
-        stands(2, L"Nothing can be saved: another file has come into the place of the journal's file" +
-                      shown + L" Close the journal and start it again to open the file that is there now."));
+    EXPECT_TRUE(stands(
+        2,
+        L"Nothing can be saved: another file has come into the place of the journal's file" + shown +
+            L" Close the journal and the address book, and start again to open the file that is there now."));
     // Back again: nothing more is told, also not of what was to be.
     EnableWindow(window, FALSE);
     ASSERT_TRUE(DeleteFileW(m_store.Path().c_str()));

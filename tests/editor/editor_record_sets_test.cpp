@@ -290,10 +290,12 @@ TEST_F(EditorRecordTest, ASetOfAWrongShapeThatNobodyTouchedStaysAsItIs)
         for (const std::vector<BYTE>& blob : blobs) {
             CEOID id = WriteWith(property, blob);
             OpenRecord record(&id);
-            EntryToWrite entry = Entry(L"Other");
-            EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
-            EXPECT_EQ(Read(id).subject, L"Other");
-            EXPECT_EQ(property == kPropCategories ? Read(id).categories : Read(id).contacts, blob);
+            for (const wchar_t* subject : {L"Other", L"And once more"}) {
+                EntryToWrite entry = Entry(subject);
+                EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+                EXPECT_EQ(Read(id).subject, subject);
+                EXPECT_EQ(property == kPropCategories ? Read(id).categories : Read(id).contacts, blob);
+            }
         }
     EXPECT_EQ(Uses(home), 0);
 }

@@ -322,8 +322,8 @@ TEST_F(Records, SayThatNoIdentifierIsLeft)
         ASSERT_TRUE(raw.Run(last));
         EXPECT_EQ(AddEntry(m_journal, L"one too many"), 0u) << last;
         EXPECT_EQ(m_journal.Trouble(), StoreTrouble::NoIdentifier) << last;
-        EXPECT_EQ(ReasonText(m_journal.Trouble()),
-                  L"the journal's file has no number left for another record");
+        EXPECT_EQ(ReasonText(m_journal.Trouble()), L"the journal's file has no number left for another "
+                                                   L"record; export the entries and begin a new file");
         CeDBase::BulkScope bulk(m_journal);
         EXPECT_EQ(AddEntry(m_journal, L"one too many"), 0u) << last;
         EXPECT_EQ(bulk.Commit(), 0) << last;

@@ -263,15 +263,17 @@ TEST_F(Opening, LeavesTheLogOfAnotherStoreInItsPlace)
         DeleteFileW((away + suffix).c_str());
 }
 
+constexpr const char* kMuchMore =
+    "WITH RECURSIVE n(i) AS (VALUES(1) UNION ALL SELECT i + 1 FROM n WHERE i < 300) "
+    "INSERT INTO journal(subject, body) SELECT 'later', hex(zeroblob(200)) FROM n";
+
 // The file stays the same one, and so does what it says it is.
 TEST_F(Opening, RefusesToWriteOnceAnotherStoreIsCopiedIntoItsFile)
 {
     MakeStore();
     const std::wstring backup = Path() + L".backup", done = Path() + L".done";
     ASSERT_TRUE(CopyFileW(Path().c_str(), backup.c_str(), TRUE));
-    ASSERT_TRUE(
-        RawStore(Path()).Run("WITH RECURSIVE n(i) AS (VALUES(1) UNION ALL SELECT i + 1 FROM n WHERE i < 300) "
-                             "INSERT INTO journal(subject, body) SELECT 'later', hex(zeroblob(200)) FROM n"));
+    ASSERT_TRUE(RawStore(Path()).Run(kMuchMore));
     {
         DbJournal journal;
         ASSERT_EQ(journal.Open(nullptr), 1);
@@ -286,6 +288,65 @@ TEST_F(Opening, RefusesToWriteOnceAnotherStoreIsCopiedIntoItsFile)
     EXPECT_TRUE(ReadFileBytes(Path()) == ReadFileBytes(backup));
     DeleteFileW(backup.c_str());
     DeleteFileW(done.c_str());
+}
+
+// The program that wrote the log has it open and is not asked.
+TEST_F(Opening, RefusesAStoreThatWasWrittenOverUnderAnotherProgram)
+{
+    MakeStore();
+    const std::string backup = ReadFileBytes(Path());
+    RawStore other(Path());
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(other.Run(kMuchMore));
+        ASSERT_TRUE(other.Run("PRAGMA wal_checkpoint"));
+    }
+    ASSERT_TRUE(other.Run("INSERT INTO journal(subject) VALUES('in the log')"));
+    ASSERT_TRUE(WriteFileBytes(Path(), backup));
+    DbJournal journal;
+    EXPECT_EQ(journal.Open(nullptr), 0);
+    EXPECT_EQ(journal.Trouble(), StoreTrouble::OddLog);
+}
+
+// Somebody brings the log into the mixture: that makes it no better.
+TEST_F(Opening, RefusesToWriteAlsoOnceTheLogIsBroughtIntoAnotherStore)
+{
+    MakeStore();
+    const std::string backup = ReadFileBytes(Path());
+    ASSERT_TRUE(RawStore(Path()).Run(kMuchMore));
+    DbJournal journal;
+    ASSERT_EQ(journal.Open(nullptr), 1);
+    ASSERT_NE(AddEntry(journal, L"before"), 0u);
+    RawStore tool(Path());
+    ASSERT_EQ(tool.Integer("SELECT count(*) FROM journal"), 302);
+    ASSERT_TRUE(WriteFileBytes(Path(), backup));
+    EXPECT_EQ(AddEntry(journal, L"into a mixture"), 0u);
+    EXPECT_EQ(tool.Text("PRAGMA wal_checkpoint").substr(0, 1), "0");
+    EXPECT_EQ(AddEntry(journal, L"into a mixture"), 0u);
+    EXPECT_EQ(journal.Trouble(), StoreTrouble::OtherFile);
+}
+
+// Of the log that a killed program has left, too.
+TEST_F(Opening, KnowsTheFileAfterAnotherProgramWasKilled)
+{
+    MakeStore();
+    const std::string backup = ReadFileBytes(Path());
+    ASSERT_TRUE(RawStore(Path()).Run(kMuchMore));
+    {
+        RawStore killed(Path());
+        ASSERT_TRUE(killed.Run("INSERT INTO journal(subject) VALUES('in the log')"));
+        for (const wchar_t* suffix : {L"", L"-wal"})
+            ASSERT_TRUE(CopyFileW(Beside(suffix).c_str(), (Path() + L".left" + suffix).c_str(), TRUE));
+    }
+    for (const wchar_t* suffix : {L"", L"-wal"})
+        ASSERT_TRUE(MoveFileExW((Path() + L".left" + suffix).c_str(), Beside(suffix).c_str(),
+                                MOVEFILE_REPLACE_EXISTING));
+    DbJournal journal;
+    ASSERT_EQ(journal.Open(nullptr), 1);
+    EXPECT_EQ(journal.RecordCount(), 302u);
+    ASSERT_NE(AddEntry(journal, L"before"), 0u);
+    ASSERT_TRUE(WriteFileBytes(Path(), backup));
+    EXPECT_EQ(AddEntry(journal, L"into a mixture"), 0u);
+    EXPECT_EQ(journal.Trouble(), StoreTrouble::OtherFile);
 }
 
 // What another program brings in from the log is no other store.

@@ -394,11 +394,13 @@ TEST(SetAsideText, NamesEachFileBothWays)
 {
     EXPECT_EQ(SetAsideText({{L"C:\\j.db-wal", L"C:\\j.db-wal.set-aside-1"}}),
               L"Beside the journal's file lay one that does not belong to it:\n\nC:\\j.db-wal\nis kept as\n"
-              L"C:\\j.db-wal.set-aside-1\n\nNothing in the journal has been changed.");
+              L"C:\\j.db-wal.set-aside-1\n\nNothing in the journal has been changed. If what you saved last "
+              L"is missing, keep that file: it may be in it.");
     EXPECT_EQ(
         SetAsideText({{L"a", L"b"}, {L"c", L"d"}}),
         L"Beside the journal's file lay some that do not belong to it:\n\na\nis kept as\nb\n\nc\nis kept "
-        L"as\nd\n\nNothing in the journal has been changed.");
+        L"as\nd\n\nNothing in the journal has been changed. If what you saved last is missing, keep that "
+        L"file: it may be in it.");
 }
 
 } // namespace
