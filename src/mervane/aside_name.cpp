@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "mervane/store_neighbours.h"
+
 namespace mervane {
 
 namespace {
@@ -25,6 +27,11 @@ std::wstring FreeNameOfNow(const std::function<bool(const std::wstring& name)>& 
     for (int i = 2; !isFree(name); ++i)
         name = now + L"-" + std::to_wstring(i);
     return name;
+}
+
+std::wstring FreePathOfNow(const std::wstring& start)
+{
+    return start + FreeNameOfNow([&](const std::wstring& name) { return !FileExists(start + name); });
 }
 
 } // namespace mervane

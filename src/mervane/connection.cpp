@@ -7,7 +7,6 @@
 #include "mervane/aside_name.h"
 #include "mervane/schema.h"
 #include "mervane/store_copy.h"
-#include "mervane/store_neighbours.h"
 #include "mervane/store_waiter.h"
 
 namespace mervane {
@@ -63,11 +62,10 @@ void Connection::KeepWhole()
 {
     Rollback();
     const std::wstring replaced = m_path + L".replaced-";
-    const auto isFree = [&](const std::wstring& name) { return !FileExists(replaced + name); };
     StoreCopy copy;
     constexpr int kAllPages = -1;
     if (copy.Begin(m_database, replaced) && copy.Step(kAllPages) == StoreCopy::Progress::Made &&
-        copy.Name(replaced + FreeNameOfNow(isFree)))
+        copy.Name(FreePathOfNow(replaced)))
         copy.Keep();
 }
 

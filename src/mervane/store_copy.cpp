@@ -4,6 +4,7 @@
 
 #include "mervane/backup_keep.h"
 #include "mervane/sql_trouble.h"
+#include "mervane/store_neighbours.h"
 #include "mervane/store_path.h"
 
 namespace mervane {
@@ -46,6 +47,7 @@ bool StoreCopy::Begin(Database& source, const std::wstring& path)
 {
     Discard();
     m_trouble = StoreTrouble::None;
+    m_hadFolder = FileExists(path.substr(0, EndOfFolder(path)));
     if (!MakeFolderOf(path))
         return Fail(TroubleOfSystem(GetLastError()));
     m_file = BackupNames::Unfinished(path, GetCurrentProcessId());
@@ -121,7 +123,8 @@ void StoreCopy::Discard()
     if (m_file.empty())
         return;
     DeleteFileW(m_file.c_str());
-    RemoveDirectoryW(m_file.substr(0, EndOfFolder(m_file) - 1).c_str());
+    if (!m_hadFolder)
+        RemoveDirectoryW(m_file.substr(0, EndOfFolder(m_file) - 1).c_str());
     m_file.clear();
 }
 

@@ -37,7 +37,7 @@ class StoreCopy {
     [[nodiscard]] bool Name(const std::wstring& path);
     // The copy stays.
     void Keep() { m_file.clear(); }
-    // Ends what is under way; deletes the file, and the folder if nothing else is in it.
+    // Ends what is under way; deletes the file, and a folder that was made for it if nothing else is in it.
     void Discard();
 
     StoreTrouble Trouble() const { return m_trouble; }
@@ -50,6 +50,7 @@ class StoreCopy {
     Database* m_source = nullptr;
     sqlite3_backup* m_backup = nullptr;
     std::wstring m_file;
+    bool m_hadFolder = false; // before the copy was begun
     StoreTrouble m_trouble = StoreTrouble::None;
 };
 

@@ -197,9 +197,7 @@ bool HasContent(const std::wstring& path)
 
 StoreTrouble AsideFiles::SetAside(const std::wstring& path)
 {
-    const std::wstring start = path + L".set-aside-";
-    const std::wstring keptAs =
-        start + FreeNameOfNow([&](const std::wstring& name) { return !FileExists(start + name); });
+    const std::wstring keptAs = FreePathOfNow(path + L".set-aside-");
     if (MoveFileW(path.c_str(), keptAs.c_str())) {
         m_files.push_back({path, keptAs});
         return StoreTrouble::None;

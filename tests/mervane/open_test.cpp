@@ -1,5 +1,6 @@
 // Opening stores, and what is done with one that is open.
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <fstream>
 #include <sstream>
@@ -312,15 +313,15 @@ TEST_F(Opening, RefusesToWriteAlsoOnceTheLogIsBroughtIntoAnotherStore)
 {
     MakeStore();
     const std::string backup = ReadFileBytes(Path());
-    ASSERT_TRUE(RawStore(Path()).Run(kMuchMore));
+    ASSERT_TRUE(RawStore(Path()).Run("INSERT INTO journal(body) VALUES(hex(zeroblob(10000)))"));
     DbJournal journal;
     ASSERT_EQ(journal.Open(nullptr), 1);
     ASSERT_NE(AddEntry(journal, L"before"), 0u);
     RawStore tool(Path());
-    ASSERT_EQ(tool.Integer("SELECT count(*) FROM journal"), 302);
+    ASSERT_EQ(tool.Integer("SELECT count(*) FROM journal"), 3);
     ASSERT_TRUE(WriteFileBytes(Path(), backup));
     EXPECT_EQ(AddEntry(journal, L"into a mixture"), 0u);
-    EXPECT_EQ(tool.Text("PRAGMA wal_checkpoint").substr(0, 1), "0");
+    EXPECT_EQ(sqlite3_wal_checkpoint(tool.Handle(), nullptr), SQLITE_OK);
     EXPECT_EQ(AddEntry(journal, L"into a mixture"), 0u);
     EXPECT_EQ(journal.Trouble(), StoreTrouble::OtherFile);
 }
