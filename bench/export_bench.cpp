@@ -50,6 +50,7 @@ class Export {
     void KeepPieces()
     {
         Use();
+        const OpenJournal journal(m_store); // the store's own calls are made before
         const CallsNotMade calls(&m_written.pieces);
         ExportJob job(m_request, kByDate);
         job.Run([this](uint32_t) {
@@ -61,6 +62,7 @@ class Export {
     double TimeWithoutCalls()
     {
         Use();
+        const OpenJournal journal(m_store);
         const CallsNotMade calls(nullptr);
         const Stopwatch watch;
         ExportJob(m_request, kByDate).Run([](uint32_t) { return true; });
