@@ -82,4 +82,19 @@ StoreTrouble OpenedFile::Look() const
     return isSame ? StoreTrouble::None : StoreTrouble::OtherFile;
 }
 
+StoreTrouble OpenedFile::Glance()
+{
+    WIN32_FILE_ATTRIBUTE_DATA now;
+    const bool isThere = GetFileAttributesExW(m_path.c_str(), GetFileExInfoStandard, &now) != 0;
+    if (isThere && m_same && CompareFileTime(&now.ftCreationTime, &m_same->ftCreationTime) == 0 &&
+        CompareFileTime(&now.ftLastWriteTime, &m_same->ftLastWriteTime) == 0 &&
+        now.nFileSizeHigh == m_same->nFileSizeHigh && now.nFileSizeLow == m_same->nFileSizeLow)
+        return StoreTrouble::None;
+    const StoreTrouble trouble = Look();
+    m_same.reset();
+    if (isThere && trouble == StoreTrouble::None)
+        m_same = now;
+    return trouble;
+}
+
 } // namespace mervane
