@@ -145,12 +145,6 @@ StoreTrouble Connection::LookAtFile()
     return trouble == StoreTrouble::None && IsWrittenOver() ? StoreTrouble::OtherFile : trouble;
 }
 
-StoreTrouble Connection::GlanceAtFile()
-{
-    const StoreTrouble trouble = m_file.Glance();
-    return trouble == StoreTrouble::None && IsWrittenOver() ? StoreTrouble::OtherFile : trouble;
-}
-
 bool Connection::BeginRead()
 {
     for (int i = 1; RunOnce(m_begin); ++i) {

@@ -27,8 +27,6 @@ class Connection {
     std::vector<RenamedFile> TakeSetAside() { return std::exchange(m_setAside, {}); }
     // Whether its name still leads to the file that is open, and nobody has written over that; else why not.
     StoreTrouble LookAtFile();
-    // The same, twice a second.
-    StoreTrouble GlanceAtFile();
 
     bool InTransaction() const { return m_database.InTransaction(); }
     [[nodiscard]] bool BeginRead();

@@ -4,6 +4,12 @@
 
 #include <cstring>
 
+// Documented, but in the drivers' headers alone.
+extern "C" NTSTATUS NTAPI NtQueryDirectoryFile(HANDLE folder, HANDLE event, PIO_APC_ROUTINE routine,
+                                               void* context, IO_STATUS_BLOCK* status, void* entries,
+                                               ULONG size, FILE_INFORMATION_CLASS kind, BOOLEAN onlyOne,
+                                               UNICODE_STRING* name, BOOLEAN fromTheStart);
+
 namespace mervane {
 
 namespace {
@@ -29,41 +35,56 @@ bool IsSame(const FILE_ID_INFO& one, const FILE_ID_INFO& other)
            memcmp(&one.FileId, &other.FileId, sizeof one.FileId) == 0;
 }
 
-// All that a file system says of a file without being asked about its volume, which under Wine takes half a
-// millisecond, longer than a save.
-struct Facts {
-    FILE_INTERNAL_INFORMATION number;
-    FILE_BASIC_INFO times;
-    FILE_STANDARD_INFO sizes;
+// What a folder says of a file in it.
+struct Entry {
+    FILE_ID_BOTH_DIRECTORY_INFORMATION facts;
+    WCHAR restOfName[MAX_PATH];
 };
 
-bool Read(HANDLE file, Facts* facts)
+bool ReadEntry(const std::wstring& path, Entry* entry)
 {
+    const size_t start = path.find_last_of(L"\\/") + 1;
+    std::wstring name = path.substr(start);
+    HANDLE folder = CreateFileW(path.substr(0, start).c_str(), FILE_LIST_DIRECTORY,
+                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (folder == INVALID_HANDLE_VALUE)
+        return false;
+    const auto length = static_cast<USHORT>(name.size() * sizeof(WCHAR));
+    UNICODE_STRING only{length, length, name.data()};
     IO_STATUS_BLOCK status;
-    *facts = {};
-    return NtQueryInformationFile(file, &status, &facts->number, sizeof facts->number,
-                                  FileInternalInformation) == 0 &&
-           facts->number.IndexNumber.QuadPart != 0 &&
-           GetFileInformationByHandleEx(file, FileBasicInfo, &facts->times, sizeof facts->times) &&
-           GetFileInformationByHandleEx(file, FileStandardInfo, &facts->sizes, sizeof facts->sizes);
+    *entry = {};
+    const NTSTATUS result =
+        NtQueryDirectoryFile(folder, nullptr, nullptr, nullptr, &status, entry, sizeof *entry,
+                             FileIdBothDirectoryInformation, TRUE, &only, TRUE);
+    CloseHandle(folder);
+    return result == 0 && !(entry->facts.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT);
 }
 
-// Another volume's file with the same number has other times. Where they differ somebody may have written
-// meanwhile.
-bool IsPlainlySame(HANDLE one, HANDLE other)
+// Told without opening the file, and without its volume's number. Under Wine a descriptor of a file with
+// locks stays open behind each closed handle until the locks are given back, and the number takes longer than
+// a save. The folder of another volume, with a file of the same number, has other times for it. Some systems
+// bring a folder's sizes and times up to date late; then this does not know.
+bool IsPlainlySame(HANDLE file, const std::wstring& path)
 {
-    Facts first, second;
-    return Read(one, &first) && Read(other, &second) &&
-           first.number.IndexNumber.QuadPart == second.number.IndexNumber.QuadPart &&
-           first.times.CreationTime.QuadPart == second.times.CreationTime.QuadPart &&
-           first.times.LastWriteTime.QuadPart == second.times.LastWriteTime.QuadPart &&
-           first.sizes.EndOfFile.QuadPart == second.sizes.EndOfFile.QuadPart;
+    Entry entry;
+    IO_STATUS_BLOCK status;
+    FILE_INTERNAL_INFORMATION number{};
+    FILE_BASIC_INFO times;
+    FILE_STANDARD_INFO sizes;
+    return ReadEntry(path, &entry) &&
+           NtQueryInformationFile(file, &status, &number, sizeof number, FileInternalInformation) == 0 &&
+           number.IndexNumber.QuadPart != 0 &&
+           GetFileInformationByHandleEx(file, FileBasicInfo, &times, sizeof times) &&
+           GetFileInformationByHandleEx(file, FileStandardInfo, &sizes, sizeof sizes) &&
+           number.IndexNumber.QuadPart == entry.facts.FileId.QuadPart &&
+           times.CreationTime.QuadPart == entry.facts.CreationTime.QuadPart &&
+           times.LastWriteTime.QuadPart == entry.facts.LastWriteTime.QuadPart &&
+           sizes.EndOfFile.QuadPart == entry.facts.EndOfFile.QuadPart;
 }
 
 bool IsSameFile(HANDLE one, HANDLE other)
 {
-    if (IsPlainlySame(one, other))
-        return true;
     const std::optional<FILE_ID_INFO> first = IdentityOf(one), second = IdentityOf(other);
     return !first || (second && IsSame(*first, *second));
 }
@@ -73,6 +94,8 @@ bool IsSameFile(HANDLE one, HANDLE other)
 // Asked anew of both: a drive may number its files afresh while they are open.
 StoreTrouble OpenedFile::Look() const
 {
+    if (IsPlainlySame(m_handle, m_path))
+        return StoreTrouble::None;
     HANDLE file = CreateFileW(m_path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                               nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE)
@@ -80,21 +103,6 @@ StoreTrouble OpenedFile::Look() const
     const bool isSame = IsSameFile(m_handle, file);
     CloseHandle(file);
     return isSame ? StoreTrouble::None : StoreTrouble::OtherFile;
-}
-
-StoreTrouble OpenedFile::Glance()
-{
-    WIN32_FILE_ATTRIBUTE_DATA now;
-    const bool isThere = GetFileAttributesExW(m_path.c_str(), GetFileExInfoStandard, &now) != 0;
-    if (isThere && m_same && CompareFileTime(&now.ftCreationTime, &m_same->ftCreationTime) == 0 &&
-        CompareFileTime(&now.ftLastWriteTime, &m_same->ftLastWriteTime) == 0 &&
-        now.nFileSizeHigh == m_same->nFileSizeHigh && now.nFileSizeLow == m_same->nFileSizeLow)
-        return StoreTrouble::None;
-    const StoreTrouble trouble = Look();
-    m_same.reset();
-    if (isThere && trouble == StoreTrouble::None)
-        m_same = now;
-    return trouble;
 }
 
 } // namespace mervane

@@ -19,13 +19,8 @@ class OpenedFile {
     // None when the path leads to the same file, or the drive tells no file's identity; OtherFile for another
     // one; Unreachable when there is none.
     StoreTrouble Look() const;
-    // The same, for those who ask again and again: where the path's size and times are as they were when it
-    // last led to the same file, that is not opened. Under Wine each opening of a file that has locks costs a
-    // descriptor until they are given back.
-    StoreTrouble Glance();
 
   private:
-    std::optional<WIN32_FILE_ATTRIBUTE_DATA> m_same; // when Glance last looked and it was the same file
     std::wstring m_path;
     HANDLE m_handle = INVALID_HANDLE_VALUE;
 };

@@ -79,7 +79,7 @@ void Store::LookForForeignChanges()
 void Store::LookAtFile()
 {
     m_nextFileLook = GetTickCount64() + kFileLookPeriod;
-    const StoreTrouble now = m_connection.GlanceAtFile();
+    const StoreTrouble now = m_connection.LookAtFile();
     if (std::exchange(m_fileTrouble, now) != now)
         m_changes.NoteForeignChange();
 }

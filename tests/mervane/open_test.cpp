@@ -9,6 +9,7 @@
 #include "mervane/store_header.h"
 #include "mervane/store_path.h"
 #include "open_fixture.h"
+#include "support/import_watch.h"
 #include "support/test_drive.h"
 
 namespace {
@@ -361,6 +362,34 @@ TEST_F(Opening, WritesOnAfterALogWasBroughtIn)
         ASSERT_TRUE(RawStore(Path()).Run(std::string("PRAGMA wal_checkpoint(") + mode + ")"));
         EXPECT_NE(AddEntry(journal, L"behind it"), 0u) << mode;
     }
+}
+
+std::vector<std::wstring> g_opened;
+decltype(&CreateFileW) g_createFile = nullptr;
+
+HANDLE WINAPI WatchedCreateFile(LPCWSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES attributes,
+                                DWORD disposition, DWORD flags, HANDLE model)
+{
+    g_opened.emplace_back(name);
+    return g_createFile(name, access, share, attributes, disposition, flags, model);
+}
+
+// Where a file has locks, some systems keep what was opened until they are given back: in the end a commit
+// could open nothing more.
+TEST_F(Opening, IsNotDoneAnewForACommit)
+{
+    DbJournal journal;
+    ASSERT_EQ(journal.Open(nullptr), 1);
+    ASSERT_NE(AddEntry(journal, L"which makes the log"), 0u);
+    g_createFile = __imp_CreateFileW;
+    g_opened.clear();
+    {
+        const ImportWatch<decltype(&CreateFileW)> watch(&__imp_CreateFileW, WatchedCreateFile);
+        ASSERT_NE(AddEntry(journal, L"one more"), 0u);
+    }
+    EXPECT_FALSE(g_opened.empty()) << "it is looked whether the file is in its place";
+    for (const std::wstring& path : g_opened)
+        EXPECT_NE(mervane::PathKey(path), mervane::PathKey(Path()));
 }
 
 TEST_F(Opening, RefusesToWriteOnceALinkLeadsElsewhere)
