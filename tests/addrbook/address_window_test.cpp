@@ -6,8 +6,8 @@
 #include "addrbook/contact_record.h"
 #include "addrbook/resource.h"
 #include "cards.h"
-#include "editor/locked_store.h"
 #include "support/help_requests.h"
+#include "support/locked_store.h"
 #include "support/test_windows.h"
 
 namespace addrbook {

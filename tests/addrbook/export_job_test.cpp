@@ -1,7 +1,7 @@
 #include "addrbook/export_job.h"
 
 #include "addrbook/contact_uids.h"
-#include "editor/locked_store.h"
+#include "support/locked_store.h"
 #include "transfers.h"
 
 namespace addrbook {

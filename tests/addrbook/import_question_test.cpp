@@ -1,7 +1,7 @@
 // What an import asks, and what becomes of the answers.
 #include <sqlite3.h>
 
-#include "editor/locked_store.h"
+#include "support/locked_store.h"
 #include "transfers.h"
 
 namespace addrbook {

@@ -7,10 +7,10 @@
 #include <utility>
 
 #include "app/main_window_fixture.h"
-#include "editor/locked_store.h"
 #include "mervane/db_categories.h"
 #include "mervane/store_waiter.h"
 #include "res/resource.h"
+#include "support/locked_store.h"
 #include "support/rescue_folder.h"
 #include "ui/paint_wait.h"
 

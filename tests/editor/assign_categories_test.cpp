@@ -1,7 +1,7 @@
 // The view Assign Categories in the editor's window.
 #include "assign_fixture.h"
 
-#include "locked_store.h"
+#include "support/locked_store.h"
 #include "support/unreadable_table.h"
 
 namespace {

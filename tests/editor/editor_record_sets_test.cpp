@@ -1,7 +1,7 @@
 // The categories and contacts of the record behind the editor, and the uses that are counted with it.
 #include "editor_record_fixture.h"
-#include "locked_store.h"
 #include "support/fault_vfs.h"
+#include "support/locked_store.h"
 
 namespace {
 

@@ -2,10 +2,10 @@
 // written.
 #include "editor/editor_rescue.h"
 #include "entry_editor_save_fixture.h"
-#include "locked_store.h"
 #include "mervane/db_categories.h"
 #include "mervane/store_waiter.h"
 #include "support/import_watch.h"
+#include "support/locked_store.h"
 #include "support/preset_answer.h"
 #include "support/rescue_folder.h"
 #include "support/while_asked.h"

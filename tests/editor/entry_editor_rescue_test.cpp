@@ -5,9 +5,9 @@
 #include "editor/stored_rescue.h"
 #include "editor/value_pickers.h"
 #include "editor_fixture.h"
-#include "locked_store.h"
 #include "mervane/store_path.h"
 #include "support/import_watch.h"
+#include "support/locked_store.h"
 #include "support/rescue_folder.h"
 
 namespace {

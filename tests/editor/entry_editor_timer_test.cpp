@@ -3,8 +3,8 @@
 
 #include <functional>
 
-#include "locked_store.h"
 #include "support/import_watch.h"
+#include "support/locked_store.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include "editor/entry_editor_dialog.h"
 #include "mervane/store_path.h"
-#include "locked_store.h"
+#include "support/locked_store.h"
 #include "ui/scale.h"
 #include "ui/work_area.h"
 

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-#include "editor/locked_store.h"
 #include "list/editor_stand_in.h"
 #include "list/entry_list_fixture.h"
+#include "support/locked_store.h"
 #include "support/while_asked.h"
 
 namespace {

@@ -2,10 +2,10 @@
 #include <gtest/gtest.h>
 
 #include "e2e/addrbook/address_book_window.h"
-#include "editor/locked_store.h"
 #include "e2e/harness/remote_menu.h"
 #include "e2e/harness/store_reader.h"
 #include "mervane/db_contacts.h"
+#include "support/locked_store.h"
 
 namespace {
 

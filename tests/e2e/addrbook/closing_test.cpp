@@ -7,7 +7,7 @@
 #include "e2e/addrbook/address_book_window.h"
 #include "e2e/harness/remote_menu.h"
 #include "e2e/harness/store_reader.h"
-#include "editor/locked_store.h"
+#include "support/locked_store.h"
 
 namespace {
 

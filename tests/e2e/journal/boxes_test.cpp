@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "e2e/journal/journal_window.h"
-#include "editor/locked_store.h"
+#include "support/locked_store.h"
 
 namespace {
 
