@@ -1,9 +1,9 @@
 #include "editor/category_assignment.h"
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include "support/test_store.h"
+#include "support/unreadable_table.h"
 
 namespace {
 
@@ -125,16 +125,12 @@ TEST_F(ListedCategories, HiddenAndDeletedOnesAreDropped)
 TEST_F(ListedCategories, WhatCannotBeReadIsKept)
 {
     const CEOID home = Add(L"Home");
-    sqlite3* other = nullptr;
-    ASSERT_EQ(sqlite3_open16(m_store.Path().c_str(), &other), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(other, "ALTER TABLE categories RENAME TO away", nullptr, nullptr, nullptr),
-              SQLITE_OK);
     ZStack stack = StackOf({{home, 0x0101}, {home + 1, 0x1101}});
-    DropUnlistedCategories(&stack, &m_categories);
-    EXPECT_EQ(stack.Count(), 2u);
-    ASSERT_EQ(sqlite3_exec(other, "ALTER TABLE away RENAME TO categories", nullptr, nullptr, nullptr),
-              SQLITE_OK);
-    sqlite3_close(other);
+    {
+        const UnreadableTable none(m_store.Path(), "categories");
+        DropUnlistedCategories(&stack, &m_categories);
+        EXPECT_EQ(stack.Count(), 2u);
+    }
     DropUnlistedCategories(&stack, &m_categories);
     EXPECT_EQ(stack.Count(), 1u) << "once it can be read";
 }

@@ -1,5 +1,7 @@
 #include "editor_fixture.h"
 
+#include <sqlite3.h>
+
 #include "support/send_input.h"
 
 namespace {
@@ -204,4 +206,13 @@ JournalEntry EditorTest::Read(CEOID id)
     const LocalBlock<CEPROPVAL> block(properties);
     ReadEntry(properties, count, &entry);
     return entry;
+}
+
+bool EditorTest::ChangeStore(const char* sql) const
+{
+    sqlite3* store = nullptr;
+    const bool done = sqlite3_open16(m_store.Path().c_str(), &store) == SQLITE_OK &&
+                      sqlite3_exec(store, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+    sqlite3_close(store);
+    return done;
 }

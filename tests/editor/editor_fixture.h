@@ -80,6 +80,8 @@ class EditorTest : public testing::Test {
     CEOID Write(EntryToWrite entry);
     JournalEntry Read(CEOID id);
     DWORD Count() { return App().Journal().RecordCount(); }
+    // As another program does, over a connection of its own.
+    bool ChangeStore(const char* sql) const;
 
     TestRegistry m_registry;
     TestStore m_store;

@@ -1,13 +1,10 @@
 // What the tests of the editor's record share.
 #pragma once
 
-#include <sqlite3.h>
-
-#include <string>
 #include <vector>
 
+#include "assign_fixture.h"
 #include "editor/editor_record.h"
-#include "editor_fixture.h"
 
 // A record as the editor has it open, or none yet.
 class OpenRecord : public EditorRecord {
@@ -18,31 +15,16 @@ class OpenRecord : public EditorRecord {
         JournalEntry loaded;
         EXPECT_EQ(Load(&loaded), *id ? Loaded::Done : Loaded::Nothing);
     }
+    // With what the editor's controls have at that time.
+    Saved Save(EntryToWrite entry, Theirs theirs = Theirs::Ask) { return EditorRecord::Save(&entry, theirs); }
+    Saved SaveAsNew(EntryToWrite entry) { return EditorRecord::SaveAsNew(&entry); }
 };
 
-class EditorRecordTest : public EditorTest {
+class EditorRecordTest : public AssignTest {
   protected:
-    CEOID Category(const wchar_t* name)
-    {
-        DbCategories categories;
-        EXPECT_TRUE(categories.Open());
-        std::wstring text = name;
-        CEPROPVAL value{};
-        value.propid = kCategoriesKey;
-        value.val.lpwstr = text.data();
-        return categories.WriteRecord(0, 1, &value);
-    }
-    int Uses(CEOID category)
-    {
-        DbCategories categories;
-        EXPECT_TRUE(categories.Open());
-        EXPECT_EQ(categories.SeekRecord(category), category);
-        WORD count = 1;
-        CEPROPVAL* read = nullptr;
-        EXPECT_NE(categories.ReadRecord(&count, &kCategoryUses, &read), 0u);
-        const LocalBlock<CEPROPVAL> block(read);
-        return read->wFlags & CEDB_PROPNOTFOUND ? 0 : read->val.iVal;
-    }
+    using Saved = EditorRecord::Saved;
+    using Theirs = EditorRecord::Theirs;
+
     EntryToWrite Entry(const wchar_t* subject = L"Subject")
     {
         EntryToWrite entry;
@@ -52,22 +34,6 @@ class EditorRecordTest : public EditorTest {
         entry.body = L"Body";
         entry.subject = subject;
         return entry;
-    }
-    // Changes the store as another program would.
-    bool Change(const char* sql)
-    {
-        sqlite3* store = nullptr;
-        const bool done = sqlite3_open16(m_store.Path().c_str(), &store) == SQLITE_OK &&
-                          sqlite3_exec(store, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
-        sqlite3_close(store);
-        return done;
-    }
-    static std::vector<BYTE> Ids(std::vector<DWORD> ids)
-    {
-        std::vector<DWORD> words{static_cast<DWORD>(ids.size())};
-        words.insert(words.end(), ids.begin(), ids.end());
-        const auto* bytes = reinterpret_cast<const BYTE*>(words.data());
-        return {bytes, bytes + words.size() * sizeof(DWORD)};
     }
     CEOID WriteWith(CEPROPID property, std::vector<BYTE> blob)
     {

@@ -70,13 +70,13 @@ TEST_F(EditorRecordTest, ARecordThatCannotBeReadIsNotOpened)
     EditorRecord record(App().Journal(), &id);
     record.OpenStores(nullptr);
     JournalEntry loaded;
-    ASSERT_TRUE(Change("ALTER TABLE journal RENAME COLUMN sensitivity TO hidden"));
+    ASSERT_TRUE(ChangeStore("ALTER TABLE journal RENAME COLUMN sensitivity TO hidden"));
     EXPECT_EQ(record.Load(&loaded), EditorRecord::Loaded::Failed);
     EXPECT_NE(record.Trouble(), StoreTrouble::None);
     EXPECT_FALSE(loaded.subject);
-    ASSERT_TRUE(Change("ALTER TABLE journal RENAME COLUMN hidden TO sensitivity"));
+    ASSERT_TRUE(ChangeStore("ALTER TABLE journal RENAME COLUMN hidden TO sensitivity"));
     EntryToWrite entry = Entry(L"Other");
-    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Failed) << "neither over it nor beside it";
+    EXPECT_EQ(record.Save(&entry), Saved::Failed) << "neither over it nor beside it";
     EXPECT_EQ(id, unread);
     EXPECT_EQ(Read(unread).subject, L"Unread");
     EXPECT_EQ(App().Journal().RecordCount(), 1u);
@@ -88,19 +88,19 @@ TEST_F(EditorRecordTest, ASeekThatFailsIsNoMissingRecord)
     EditorRecord record(App().Journal(), &id);
     record.OpenStores(nullptr);
     JournalEntry loaded;
-    ASSERT_TRUE(Change("ALTER TABLE journal RENAME TO away"));
+    ASSERT_TRUE(ChangeStore("ALTER TABLE journal RENAME TO away"));
     EXPECT_EQ(record.Load(&loaded), EditorRecord::Loaded::Failed);
-    ASSERT_TRUE(Change("ALTER TABLE away RENAME TO journal"));
+    ASSERT_TRUE(ChangeStore("ALTER TABLE away RENAME TO journal"));
     ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done) << "another try may do";
 
-    ASSERT_TRUE(Change("ALTER TABLE journal RENAME TO away"));
+    ASSERT_TRUE(ChangeStore("ALTER TABLE journal RENAME TO away"));
     EntryToWrite entry = Entry(L"Other");
-    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Failed);
+    EXPECT_EQ(record.Save(&entry), Saved::Failed);
     EXPECT_NE(record.Trouble(), StoreTrouble::None);
-    ASSERT_TRUE(Change("ALTER TABLE away RENAME TO journal"));
+    ASSERT_TRUE(ChangeStore("ALTER TABLE away RENAME TO journal"));
     EXPECT_EQ(App().Journal().RecordCount(), 1u) << "no second record";
     EXPECT_EQ(Read(id).subject, L"There");
-    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+    EXPECT_EQ(record.Save(&entry), Saved::Updated);
     EXPECT_EQ(Read(id).subject, L"Other");
 }
 
@@ -126,15 +126,14 @@ TEST_F(EditorRecordTest, ARecordThatAnotherProgramChangedIsNotWrittenOver)
         CEOID id = Write(Entry(L"Mine"));
         OpenRecord record(&id);
         const std::string where = " WHERE oid = " + std::to_string(id);
-        ASSERT_TRUE(Change(("UPDATE journal SET " + std::string(change) + where).c_str()));
+        ASSERT_TRUE(ChangeStore(("UPDATE journal SET " + std::string(change) + where).c_str()));
         const JournalEntry theirs = Read(id);
-        EntryToWrite entry = Entry(L"Mine again");
-        EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Changed) << change;
+        EXPECT_EQ(record.Save(Entry(L"Mine again")), Saved::Changed) << change;
         EXPECT_EQ(Read(id).subject, theirs.subject) << change;
-        EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Changed) << "and asks again: " << change;
-        EXPECT_EQ(record.Save(&entry, EditorRecord::Theirs::Replace), EditorRecord::Saved::Updated) << change;
+        EXPECT_EQ(record.Save(Entry(L"Mine again")), Saved::Changed) << "and asks again: " << change;
+        EXPECT_EQ(record.Save(Entry(L"Mine again"), Theirs::Replace), Saved::Updated) << change;
         EXPECT_EQ(Read(id).subject, L"Mine again") << change;
-        EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated)
+        EXPECT_EQ(record.Save(Entry(L"Mine again")), Saved::Updated)
             << "its own writes are known: " << change;
     }
 }
@@ -144,16 +143,15 @@ TEST_F(EditorRecordTest, WhatChangedOnceMoreIsAskedAboutOnceMore)
 {
     CEOID id = Write(Entry(L"Mine"));
     OpenRecord record(&id);
-    EntryToWrite entry = Entry(L"Mine again");
-    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+    EXPECT_EQ(record.Save(Entry(L"Mine again")), Saved::Updated);
     for (const char* change :
          {"UPDATE journal SET subject = 'theirs'", "UPDATE journal SET body = 'theirs'"}) {
-        ASSERT_TRUE(Change(change));
-        EXPECT_EQ(record.Save(&entry, EditorRecord::Theirs::Replace), EditorRecord::Saved::Changed) << change;
+        ASSERT_TRUE(ChangeStore(change));
+        EXPECT_EQ(record.Save(Entry(L"Mine again"), Theirs::Replace), Saved::Changed) << change;
         EXPECT_EQ(Read(id).subject, L"theirs") << change;
     }
     EXPECT_EQ(Read(id).body, L"theirs");
-    EXPECT_EQ(record.Save(&entry, EditorRecord::Theirs::Replace), EditorRecord::Saved::Updated);
+    EXPECT_EQ(record.Save(Entry(L"Mine again"), Theirs::Replace), Saved::Updated);
     EXPECT_EQ(Read(id).subject, L"Mine again");
 }
 
@@ -161,10 +159,9 @@ TEST_F(EditorRecordTest, WhatWasWrittenFirstIsKnownToo)
 {
     CEOID id = 0;
     OpenRecord record(&id);
-    EntryToWrite entry = Entry(L"One");
-    ASSERT_EQ(record.Save(&entry), EditorRecord::Saved::Created);
-    ASSERT_TRUE(Change("UPDATE journal SET subject = 'theirs'"));
-    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Changed);
+    ASSERT_EQ(record.Save(Entry(L"One")), Saved::Created);
+    ASSERT_TRUE(ChangeStore("UPDATE journal SET subject = 'theirs'"));
+    EXPECT_EQ(record.Save(Entry(L"One")), Saved::Changed);
     EXPECT_EQ(Read(id).subject, L"theirs");
 }
 
@@ -173,14 +170,13 @@ TEST_F(EditorRecordTest, BothAreKeptWhenItIsSavedAsNew)
     const CEOID theirs = Write(Entry(L"Mine"));
     CEOID id = theirs;
     OpenRecord record(&id);
-    ASSERT_TRUE(Change("UPDATE journal SET subject = 'theirs'"));
-    EntryToWrite entry = Entry(L"Mine again");
-    ASSERT_EQ(record.Save(&entry), EditorRecord::Saved::Changed);
-    EXPECT_EQ(record.SaveAsNew(&entry), EditorRecord::Saved::Created);
+    ASSERT_TRUE(ChangeStore("UPDATE journal SET subject = 'theirs'"));
+    ASSERT_EQ(record.Save(Entry(L"Mine again")), Saved::Changed);
+    EXPECT_EQ(record.SaveAsNew(Entry(L"Mine again")), Saved::Created);
     EXPECT_NE(id, theirs);
     EXPECT_EQ(Read(theirs).subject, L"theirs");
     EXPECT_EQ(Read(id).subject, L"Mine again");
-    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+    EXPECT_EQ(record.Save(Entry(L"Mine again")), Saved::Updated);
 }
 
 TEST_F(EditorRecordTest, TheSubjectOutlastsAStoreThatCannotBeRead)
@@ -189,23 +185,21 @@ TEST_F(EditorRecordTest, TheSubjectOutlastsAStoreThatCannotBeRead)
     EditorRecord record(App().Journal(), &id);
     JournalEntry loaded;
     ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
-    ASSERT_TRUE(Change("UPDATE journal SET subject = 'newer'"));
+    ASSERT_TRUE(ChangeStore("UPDATE journal SET subject = 'newer'"));
     EXPECT_EQ(record.StoredSubject(), L"newer");
-    ASSERT_TRUE(Change("ALTER TABLE journal RENAME TO away"));
+    ASSERT_TRUE(ChangeStore("ALTER TABLE journal RENAME TO away"));
     EXPECT_EQ(record.StoredSubject(), L"There");
-    ASSERT_TRUE(Change("ALTER TABLE away RENAME TO journal"));
+    ASSERT_TRUE(ChangeStore("ALTER TABLE away RENAME TO journal"));
 }
 
 TEST_F(EditorRecordTest, AFirstWriteCreatesAndASecondUpdates)
 {
     CEOID id = 0;
     OpenRecord record(&id);
-    EntryToWrite entry = Entry(L"One");
-    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Created);
+    EXPECT_EQ(record.Save(Entry(L"One")), Saved::Created);
     EXPECT_NE(id, 0u);
     const CEOID first = id;
-    entry = Entry(L"Two");
-    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+    EXPECT_EQ(record.Save(Entry(L"Two")), Saved::Updated);
     EXPECT_EQ(id, first);
     EXPECT_EQ(Count(), 1u);
     EXPECT_EQ(Read(id).subject, L"Two");
@@ -217,8 +211,7 @@ TEST_F(EditorRecordTest, ARecordThatWentAwayIsWrittenAnew)
     const CEOID before = id;
     OpenRecord record(&id);
     ASSERT_TRUE(App().Journal().DeleteRecord(id));
-    EntryToWrite entry = Entry(L"Again");
-    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Created);
+    EXPECT_EQ(record.Save(Entry(L"Again")), Saved::Created);
     EXPECT_NE(id, before);
     EXPECT_EQ(Read(id).subject, L"Again");
 }

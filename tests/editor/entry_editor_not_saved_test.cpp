@@ -104,10 +104,10 @@ TEST_F(EntryEditorSaveTest, OkStaysOpenWhenTheSecondWriteFails)
 TEST_F(EntryEditorSaveTest, ARecordThatCannotBeReadIsNotOpened)
 {
     CEOID id = Write(Full());
-    ASSERT_TRUE(ChangeAsAnother("ALTER TABLE journal RENAME TO away"));
+    ASSERT_TRUE(ChangeStore("ALTER TABLE journal RENAME TO away"));
     const MessageBoxAnswerer boxes;
     EXPECT_EQ(OpenEntryEditor(nullptr, &id), 0);
-    ASSERT_TRUE(ChangeAsAnother("ALTER TABLE away RENAME TO journal"));
+    ASSERT_TRUE(ChangeStore("ALTER TABLE away RENAME TO journal"));
     ASSERT_EQ(boxes.Boxes().size(), 1u);
     EXPECT_TRUE(boxes.Boxes()[0].text.starts_with(L"The entry was not opened: "))
         << boxes.Boxes()[0].text.size();
@@ -121,11 +121,11 @@ TEST_F(EntryEditorSaveTest, WhereNothingCanBeWrittenACopyIsOffered)
     const MessageBoxAnswerer boxes({IDNO});
     Run(&id, [&](EditorWindow& editor) {
         editor.Enter(IDC_SUBJECT, L"Dinner");
-        ASSERT_TRUE(ChangeAsAnother("ALTER TABLE journal RENAME TO away"));
+        ASSERT_TRUE(ChangeStore("ALTER TABLE journal RENAME TO away"));
         editor.Command(CMD_SAVE);
         EXPECT_TRUE(editor.SaveEnabled());
         EXPECT_EQ(editor.Text(IDC_SUBJECT), L"Dinner");
-        ASSERT_TRUE(ChangeAsAnother("ALTER TABLE away RENAME TO journal"));
+        ASSERT_TRUE(ChangeStore("ALTER TABLE away RENAME TO journal"));
         editor.Ok();
     });
     ASSERT_EQ(boxes.Boxes().size(), 1u);
@@ -146,7 +146,7 @@ TEST_F(EntryEditorSaveTest, AnEntryThatAnotherProgramChangedAsksBeforeItIsSaved)
     const int result = Run(&id, [&](EditorWindow& editor) {
         window = editor.Window();
         editor.Enter(IDC_SUBJECT, L"Mine");
-        ASSERT_TRUE(ChangeAsAnother("UPDATE journal SET subject = 'Theirs'"));
+        ASSERT_TRUE(ChangeStore("UPDATE journal SET subject = 'Theirs'"));
         editor.Ok();
         EXPECT_TRUE(IsWindowVisible(window)) << "Cancel goes back";
         EXPECT_TRUE(editor.SaveEnabled());
@@ -173,7 +173,7 @@ TEST_F(EntryEditorSaveTest, YesSavesInPlaceOfAnotherProgramsChange)
     const MessageBoxAnswerer boxes({IDYES});
     Run(&id, [&](EditorWindow& editor) {
         editor.Enter(IDC_SUBJECT, L"Mine");
-        ASSERT_TRUE(ChangeAsAnother("UPDATE journal SET subject = 'Theirs', priority = 0"));
+        ASSERT_TRUE(ChangeStore("UPDATE journal SET subject = 'Theirs', priority = 0"));
         editor.Command(CMD_SAVE);
         EXPECT_FALSE(editor.SaveEnabled());
         EXPECT_EQ(Read(id).subject, L"Mine");
@@ -191,10 +191,10 @@ TEST_F(EntryEditorSaveTest, WhatChangesBehindTheQuestionIsAskedAboutToo)
     const MessageBoxAnswerer boxes({IDYES, IDYES, IDCANCEL});
     Run(&id, [&](EditorWindow& editor) {
         editor.Enter(IDC_SUBJECT, L"Mine");
-        ASSERT_TRUE(ChangeAsAnother("UPDATE journal SET subject = 'Theirs'"));
+        ASSERT_TRUE(ChangeStore("UPDATE journal SET subject = 'Theirs'"));
         {
             const WhileAsked change(
-                [&] { EXPECT_TRUE(ChangeAsAnother("UPDATE journal SET body = 'Theirs too'")); });
+                [&] { EXPECT_TRUE(ChangeStore("UPDATE journal SET body = 'Theirs too'")); });
             editor.Command(CMD_SAVE);
         }
         EXPECT_EQ(boxes.Boxes().size(), 2u);
@@ -202,7 +202,7 @@ TEST_F(EntryEditorSaveTest, WhatChangesBehindTheQuestionIsAskedAboutToo)
         EXPECT_EQ(Read(id).subject, L"Mine");
 
         editor.Enter(IDC_SUBJECT, L"Mine again");
-        ASSERT_TRUE(ChangeAsAnother("UPDATE journal SET subject = 'Theirs'"));
+        ASSERT_TRUE(ChangeStore("UPDATE journal SET subject = 'Theirs'"));
         editor.Command(CMD_SAVE);
         EXPECT_TRUE(editor.SaveEnabled()) << "Cancel goes back";
         EXPECT_EQ(Read(id).subject, L"Theirs");
@@ -287,7 +287,7 @@ TEST_F(EntryEditorSaveTest, WhatChangesBehindTheQuestionIsSavedToo)
         const MessageBoxAnswerer boxes({answer});
         Run(&id, [&](EditorWindow& editor) {
             editor.Enter(IDC_SUBJECT, L"Mine");
-            ASSERT_TRUE(ChangeAsAnother("UPDATE journal SET subject = 'Theirs'"));
+            ASSERT_TRUE(ChangeStore("UPDATE journal SET subject = 'Theirs'"));
             const WhileAsked change([&] { AddToBody(editor, L" added"); });
             editor.Command(CMD_SAVE);
         });
@@ -327,7 +327,7 @@ TEST_F(EntryEditorSaveTest, ASaveEndsWithItsWindow)
         save();
     };
     const auto change = [&](const std::function<void()>& save) {
-        ASSERT_TRUE(ChangeAsAnother("UPDATE journal SET subject = 'Theirs'"));
+        ASSERT_TRUE(ChangeStore("UPDATE journal SET subject = 'Theirs'"));
         save();
     };
     const auto lock = [&](const std::function<void()>& save) {
@@ -436,12 +436,12 @@ TEST_F(EntryEditorSaveTest, ACopyHasWhatChangedBehindItsBoxes)
     const MessageBoxAnswerer boxes({IDYES});
     Run(&id, [&](EditorWindow& editor) {
         editor.Enter(IDC_SUBJECT, L"Mine");
-        ASSERT_TRUE(ChangeAsAnother("ALTER TABLE journal RENAME TO away"));
+        ASSERT_TRUE(ChangeStore("ALTER TABLE journal RENAME TO away"));
         g_whileAskedForFile = [&] { AddToBody(editor, L" file"); };
         const ImportWatch<decltype(&GetSaveFileNameW)> file(&__imp_GetSaveFileNameW, ChooseFile);
         const WhileAsked change([&] { AddToBody(editor, L" box"); });
         editor.Command(CMD_SAVE);
-        ASSERT_TRUE(ChangeAsAnother("ALTER TABLE away RENAME TO journal"));
+        ASSERT_TRUE(ChangeStore("ALTER TABLE away RENAME TO journal"));
     });
     const std::string copy = ReadFileBytes(g_chosenFile);
     EXPECT_NE(copy.find("First\r\nSecond box file"), std::string::npos) << copy;

@@ -1,8 +1,6 @@
 // What the tests of the editor's loading and saving share.
 #pragma once
 
-#include <sqlite3.h>
-
 #include <vector>
 
 #include "editor_fixture.h"
@@ -47,15 +45,6 @@ class EntryEditorSaveTest : public EditorTest {
         value.propid = property;
         value.val.filetime = time.ToFileTime();
         return value;
-    }
-    // Over a connection of its own.
-    bool ChangeAsAnother(const char* sql) const
-    {
-        sqlite3* database = nullptr;
-        const bool done = sqlite3_open16(m_store.Path().c_str(), &database) == SQLITE_OK &&
-                          sqlite3_exec(database, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
-        sqlite3_close(database);
-        return done;
     }
     static bool Copy(HWND owner, const std::wstring& text)
     {

@@ -328,13 +328,9 @@ TEST_F(EntryEditorViewsTest, WhatAnotherProgramChangesShowsInTheLists)
     });
 }
 
-// Another program writes to a table of that number and tells of it.
-void WriteElsewhere(const std::wstring& path, const char* sql, WPARAM table)
+// As another program tells of a record that it has written into the table of that number.
+void TellElsewhere(const std::wstring& path, WPARAM table)
 {
-    sqlite3* store = nullptr;
-    EXPECT_EQ(sqlite3_open16(path.c_str(), &store), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(store, sql, nullptr, nullptr, nullptr), SQLITE_OK);
-    sqlite3_close(store);
     HWND hub = FindWindowExW(HWND_MESSAGE, nullptr, L"MervaneStore", mervane::PathKey(path).c_str());
     EXPECT_NE(hub, nullptr);
     PostMessageW(hub, RegisterWindowMessageW(L"MervaneStoreChange"), kChangeCreated | table << 8, 7);
@@ -343,10 +339,12 @@ void WriteElsewhere(const std::wstring& path, const char* sql, WPARAM table)
 TEST_F(EntryEditorViewsTest, TheStoreTellsTheEditorOfBoth)
 {
     RunNewIn(1051, [&](EditorWindow& editor) {
-        WriteElsewhere(m_store.Path(), "INSERT INTO categories(name) VALUES('Added')", 1);
+        EXPECT_TRUE(ChangeStore("INSERT INTO categories(name) VALUES('Added')"));
+        TellElsewhere(m_store.Path(), 1);
         EXPECT_TRUE(PumpUntil([&] { return Categories(editor).Count() == 2; }));
         editor.Command(1055);
-        WriteElsewhere(m_store.Path(), "INSERT INTO contacts(file_as) VALUES('Bo')", 2);
+        EXPECT_TRUE(ChangeStore("INSERT INTO contacts(file_as) VALUES('Bo')"));
+        TellElsewhere(m_store.Path(), 2);
         EXPECT_TRUE(PumpUntil([&] { return Contacts(editor).Count() == 2; }));
         EXPECT_FALSE(editor.SaveEnabled());
     });

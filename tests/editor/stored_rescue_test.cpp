@@ -102,7 +102,7 @@ TEST_F(StoredRescueTest, OfARecordItIsWhereThatHasAllOfIt)
     EXPECT_FALSE(Stored(state));
     Write(Entry(L"Mine again"));
     EXPECT_FALSE(Stored(state)) << "a copy of it";
-    ASSERT_TRUE(Change("UPDATE journal SET subject = 'Mine again'"));
+    ASSERT_TRUE(ChangeStore("UPDATE journal SET subject = 'Mine again'"));
     EXPECT_TRUE(Stored(state));
 }
 
@@ -111,7 +111,7 @@ TEST_F(StoredRescueTest, OfAChangedRecordAnotherOneMayHaveIt)
 {
     const CEOID id = Write(Entry(L"Mine"));
     const RescueState state = StateOf(id, Entry(L"Mine again"));
-    ASSERT_TRUE(Change("UPDATE journal SET subject = 'theirs'"));
+    ASSERT_TRUE(ChangeStore("UPDATE journal SET subject = 'theirs'"));
     EXPECT_FALSE(Stored(state));
     const CEOID besides = Write(Entry(L"Mine again"));
     EXPECT_TRUE(Stored(state));
@@ -125,11 +125,11 @@ TEST_F(StoredRescueTest, WhereTheStoreCannotBeReadItIsNot)
 {
     CEOID id = Write(Entry(L"Mine"));
     RescueState state = StateOf(id, Entry(L"Mine"));
-    ASSERT_TRUE(Change("ALTER TABLE journal RENAME COLUMN sensitivity TO hidden"));
+    ASSERT_TRUE(ChangeStore("ALTER TABLE journal RENAME COLUMN sensitivity TO hidden"));
     EXPECT_FALSE(Stored(state));
     state.id = 0;
     EXPECT_FALSE(Stored(state));
-    ASSERT_TRUE(Change("ALTER TABLE journal RENAME COLUMN hidden TO sensitivity"));
+    ASSERT_TRUE(ChangeStore("ALTER TABLE journal RENAME COLUMN hidden TO sensitivity"));
     EXPECT_TRUE(Stored(state));
 }
 
