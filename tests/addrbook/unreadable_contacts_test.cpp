@@ -199,11 +199,7 @@ TEST_F(AddressWindowTest, SaysThatAnotherFileIsInTheStoresPlace)
     Add("Anna");
     Open();
     const std::wstring away = m_store.Path() + L".away";
-    const auto exists = [](const std::wstring& path) {
-        return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-    };
-    ASSERT_TRUE(
-        RunUnix(L"mv " + UnixPath(m_store.Path()) + L" " + UnixPath(away), [&] { return exists(away); }));
+    ASSERT_TRUE(MoveUnix(m_store.Path(), away));
     const auto says = [&](const wchar_t* text) {
         return PumpUntil([&] { return WindowText(Item(IDC_COUNT)) == text; });
     };
@@ -212,8 +208,7 @@ TEST_F(AddressWindowTest, SaysThatAnotherFileIsInTheStoresPlace)
     EXPECT_TRUE(says(L"1 contact. Nothing can be saved: another file has come into the place of the "
                      L"journal's file"));
     ASSERT_TRUE(DeleteFileW(m_store.Path().c_str()));
-    ASSERT_TRUE(RunUnix(L"mv " + UnixPath(away) + L" " + UnixPath(m_store.Path()),
-                        [&] { return exists(m_store.Path()); }));
+    ASSERT_TRUE(MoveUnix(away, m_store.Path()));
     EXPECT_TRUE(says(L"1 contact"));
 }
 

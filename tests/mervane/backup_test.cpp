@@ -228,12 +228,9 @@ TEST_F(Backup, IsNoneWhereAnotherFileHasComeIntoTheStoresPlace)
 {
     Open(200);
     const std::wstring path = m_store.Path(), moved = path + L".moved";
-    const auto exists = [](const std::wstring& file) {
-        return GetFileAttributesW(file.c_str()) != INVALID_FILE_ATTRIBUTES;
-    };
     ASSERT_NE(m_journal.BeginBackup(kSaturday), 0u);
     ASSERT_NE(m_journal.StepBackup(nullptr), 0u);
-    ASSERT_TRUE(RunUnix(L"mv " + UnixPath(path) + L" " + UnixPath(moved), [&] { return exists(moved); }));
+    ASSERT_TRUE(MoveUnix(path, moved));
     ASSERT_TRUE(CopyFileW(moved.c_str(), path.c_str(), TRUE));
     StepAll();
     EXPECT_FALSE(HasFolder());

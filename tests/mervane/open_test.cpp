@@ -199,11 +199,10 @@ TEST_F(Opening, RefusesToWriteOnceAnotherFileIsInItsPlace)
         DbJournal journal;
         ASSERT_EQ(journal.Open(nullptr), 1);
         ASSERT_NE(AddEntry(journal, L"before"), 0u);
-        ASSERT_TRUE(RunUnix(L"mv " + UnixPath(Path()) + L" " + UnixPath(away), [&] { return Exists(away); }));
+        ASSERT_TRUE(MoveUnix(Path(), away));
         EXPECT_EQ(AddEntry(journal, L"nowhere"), 0u);
         EXPECT_EQ(journal.Trouble(), StoreTrouble::Unreachable);
-        ASSERT_TRUE(
-            RunUnix(L"mv " + UnixPath(other) + L" " + UnixPath(Path()), [&] { return !Exists(other); }));
+        ASSERT_TRUE(MoveUnix(other, Path()));
         EXPECT_EQ(AddEntry(journal, L"elsewhere"), 0u);
         EXPECT_EQ(journal.Trouble(), StoreTrouble::OtherFile);
         CeDBase::BulkScope bulk(journal);
@@ -212,8 +211,7 @@ TEST_F(Opening, RefusesToWriteOnceAnotherFileIsInItsPlace)
         EXPECT_NE(bulk.Trouble(), StoreTrouble::None);
         EXPECT_EQ(journal.RecordCount(), 2u);
         // Put back, it is the journal again.
-        ASSERT_TRUE(
-            RunUnix(L"mv " + UnixPath(away) + L" " + UnixPath(Path()), [&] { return !Exists(away); }));
+        ASSERT_TRUE(MoveUnix(away, Path()));
         EXPECT_NE(AddEntry(journal, L"after"), 0u);
     }
     ExpectUsable(3);
@@ -229,9 +227,8 @@ TEST_F(Opening, KeepsItsLogWhenItIsClosedOverAnotherFile)
         DbJournal journal;
         ASSERT_EQ(journal.Open(nullptr), 1);
         ASSERT_NE(AddEntry(journal, L"before"), 0u);
-        ASSERT_TRUE(RunUnix(L"mv " + UnixPath(Path()) + L" " + UnixPath(away), [&] { return Exists(away); }));
-        ASSERT_TRUE(
-            RunUnix(L"mv " + UnixPath(other) + L" " + UnixPath(Path()), [&] { return !Exists(other); }));
+        ASSERT_TRUE(MoveUnix(Path(), away));
+        ASSERT_TRUE(MoveUnix(other, Path()));
     }
     const auto kept = mervane::FilesLike(Path() + L".replaced-*");
     ASSERT_TRUE(kept && kept->size() == 1);
@@ -253,8 +250,7 @@ TEST_F(Opening, LeavesTheLogOfAnotherStoreInItsPlace)
         DbJournal journal;
         ASSERT_EQ(journal.Open(nullptr), 1);
         for (const wchar_t* suffix : {L"", L"-wal"})
-            ASSERT_TRUE(RunUnix(L"mv " + UnixPath(Beside(suffix)) + L" " + UnixPath(away + suffix),
-                                [&] { return Exists(away + suffix); }));
+            ASSERT_TRUE(MoveUnix(Beside(suffix), away + suffix));
         ASSERT_TRUE(WriteFileBytes(Path(), "another store"));
         ASSERT_TRUE(WriteFileBytes(Beside(L"-wal"), "and its log"));
     }

@@ -75,13 +75,23 @@ bool RunUnix(const std::wstring& command, const std::function<bool()>& isDone)
     std::wstring line = L"Z:\\bin\\" + command;
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
-    PROCESS_INFORMATION process{};
+    PROCESS_INFORMATION started{};
     if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                        &process))
+                        &started))
         return false;
+    const UniqueKernelHandle process(started.hProcess), thread(started.hThread);
     for (const ULONGLONG end = GetTickCount64() + 20'000; !isDone() && GetTickCount64() < end;)
         Sleep(5);
     return isDone();
+}
+
+bool MoveUnix(const std::wstring& from, const std::wstring& to)
+{
+    const auto exists = [](const std::wstring& path) {
+        return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+    };
+    return RunUnix(L"mv " + UnixPath(from) + L" " + UnixPath(to),
+                   [&] { return exists(to) && !exists(from); });
 }
 
 TestDrive::TestDrive(UINT kind)

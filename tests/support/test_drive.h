@@ -11,6 +11,8 @@ std::wstring UnixPath(const std::wstring& path);
 // Runs a tool of that system, which does what no program of this one may do with an open file. Its end is not
 // told: it is known by what it has done.
 bool RunUnix(const std::wstring& command, const std::function<bool()>& isDone);
+// Renames a file in that way, whoever has it open; a file that has the other name goes.
+bool MoveUnix(const std::wstring& from, const std::wstring& to);
 
 // A drive letter for a folder of its own in the temporary folder, a network's or one that can be pulled out
 // (DRIVE_REMOTE, DRIVE_REMOVABLE), as Wine's mount manager makes it. Both are gone at the end.
