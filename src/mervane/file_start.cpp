@@ -15,7 +15,7 @@ std::optional<FileStart::Seen> FileStart::Read(Database& database)
         return std::nullopt;
     Seen seen{*before, {}, 0};
     // A short read is one of a file that has been cut, and fills up with zeros.
-    const int read = file->pMethods->xRead(file, seen.header.data(), kHeaderSize, 0);
+    const int read = file->pMethods->xRead(file, seen.header.data(), int{kDatabaseHeaderSize}, 0);
     if ((read != SQLITE_OK && read != SQLITE_IOERR_SHORT_READ) ||
         file->pMethods->xFileSize(file, &seen.size) != SQLITE_OK || ReadCheckpointed(database) != before)
         return std::nullopt;

@@ -4,6 +4,7 @@
 #include <array>
 #include <optional>
 
+#include "mervane/database_header.h"
 #include "mervane/log_state.h"
 #include "mervane/trouble.h"
 
@@ -20,10 +21,9 @@ class FileStart {
     StoreTrouble Look(Database& database);
 
   private:
-    static constexpr int kHeaderSize = 100; // of a database file
     struct Seen {
         Checkpointed when;
-        std::array<char, kHeaderSize> header;
+        std::array<char, kDatabaseHeaderSize> header;
         int64_t size;
     };
     static std::optional<Seen> Read(Database& database);

@@ -11,7 +11,6 @@ namespace mervane {
 
 namespace {
 
-constexpr size_t kDatabaseHeader = 100;
 constexpr size_t kLogHeader = 32, kFrameHeader = 24;
 constexpr uint32_t kLogMagic = 0x377F0682; // the lowest bit: sums of big-endian words
 constexpr size_t kJournalHeader = 28;
@@ -20,11 +19,6 @@ constexpr BYTE kJournalMagic[8] = {0xD9, 0xD5, 0x05, 0xF9, 0x20, 0xA1, 0x63, 0xD
 bool IsPageSize(uint32_t size)
 {
     return size >= 512 && size <= 65536 && std::has_single_bit(size);
-}
-
-FirstPage FirstPageIn(std::span<const BYTE> page)
-{
-    return {BigEndianAt(page, 24), BigEndianAt(page, 28), BigEndianAt(page, 40), BigEndianAt(page, 60)};
 }
 
 // The sums that a log's frames carry, each going on from the one before.
@@ -169,7 +163,7 @@ class JournalReader {
     std::optional<FirstPage> FirstPageAt(uint64_t record) const
     {
         std::array<BYTE, 4> number{};
-        std::array<BYTE, kDatabaseHeader> page{};
+        std::array<BYTE, kDatabaseHeaderSize> page{};
         if (!m_file.Read(record, number) || BigEndianAt(number, 0) != 1 || !m_file.Read(record + 4, page))
             return std::nullopt;
         return FirstPageIn(page);
@@ -181,15 +175,6 @@ class JournalReader {
 };
 
 } // namespace
-
-std::optional<DatabaseHeader> ReadDatabaseHeader(const std::wstring& path)
-{
-    std::array<BYTE, kDatabaseHeader> header{};
-    if (!FileReader(path).Read(0, header))
-        return std::nullopt;
-    const auto size = static_cast<uint32_t>(header[16] << 8 | header[17]);
-    return DatabaseHeader{size == 1 ? 65536 : size, header[18] == 2, FirstPageIn(header)};
-}
 
 std::optional<LogContent> ReadLog(const std::wstring& path)
 {

@@ -7,22 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "mervane/database_header.h"
+
 namespace mervane {
-
-// The part of a database's first page that changes with what is written.
-struct FirstPage {
-    uint32_t changes = 0; // counted up whenever the first page is written, mostly by one
-    uint32_t pages = 0;   // of the database
-    uint32_t schema = 0;  // counted up with the tables' shape, and by a copy that SQLite makes
-    uint32_t userVersion = 0;
-};
-
-struct DatabaseHeader {
-    uint32_t pageSize = 0;
-    bool usesLog = false;
-    FirstPage first;
-};
-std::optional<DatabaseHeader> ReadDatabaseHeader(const std::wstring& path);
 
 // A write-ahead log: what it has of whole transactions.
 struct LogContent {

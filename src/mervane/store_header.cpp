@@ -6,6 +6,7 @@
 #include <array>
 #include <cstring>
 
+#include "mervane/database_header.h"
 #include "mervane/file_reader.h"
 #include "mervane/log_content.h"
 #include "mervane/sql_trouble.h"
@@ -15,15 +16,12 @@ namespace mervane {
 namespace {
 
 constexpr char kMagic[16] = "SQLite format 3";
-constexpr size_t kHeaderSize = 100;
-constexpr size_t kUserVersionOffset = 60;
-constexpr size_t kApplicationIdOffset = 68;
-using Header = std::array<BYTE, kHeaderSize>;
+using Header = std::array<BYTE, kDatabaseHeaderSize>;
 
 StoreMarks MarksIn(const Header& header)
 {
-    return {static_cast<int32_t>(BigEndianAt(header, kApplicationIdOffset)),
-            static_cast<int32_t>(BigEndianAt(header, kUserVersionOffset))};
+    return {static_cast<int32_t>(ApplicationIdIn(header)),
+            static_cast<int32_t>(FirstPageIn(header).userVersion)};
 }
 
 StoreTrouble TroubleOfHeader(const Header& header)
@@ -55,10 +53,10 @@ FileLook LookInto(const FileReader& file, const std::wstring& path, bool readOnl
     if (size == 0 && !readOnly)
         return {FileKind::Empty, StoreTrouble::None};
     Header header{};
-    const auto start = std::span(header).first(static_cast<size_t>(std::min<uint64_t>(size, kHeaderSize)));
+    const auto start = std::span(header).first(static_cast<size_t>(std::min<uint64_t>(size, header.size())));
     if (!file.Read(0, start))
         return {FileKind::Foreign, TroubleOfSystem(GetLastError())};
-    const StoreTrouble trouble = size < kHeaderSize ? StoreTrouble::NotAStore : TroubleOfHeader(header);
+    const StoreTrouble trouble = size < header.size() ? StoreTrouble::NotAStore : TroubleOfHeader(header);
     if (trouble == StoreTrouble::None)
         return {readOnly ? FileKind::ReadOnlyStore : FileKind::Store, trouble};
     if (!readOnly && IsUnfinished(header, path))
