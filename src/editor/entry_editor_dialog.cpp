@@ -1,18 +1,16 @@
 #include "editor/entry_editor_dialog.h"
 
-#include <algorithm>
+#include <iterator>
+#include <utility>
 
 #include "app/journal_app.h"
-#include "data/line_ends.h"
 #include "editor/body_text.h"
 #include "editor/editor_settings.h"
-#include "editor/entry_copy.h"
 #include "editor/picker_menus.h"
 #include "editor/quick_subjects_dialog.h"
 #include "editor/scoped_quiet.h"
 #include "editor/subject_box.h"
 #include "editor/zoom.h"
-#include "mervane/store_path.h"
 #include "mervane/z_cats_dlg.h"
 #include "res/resource.h"
 #include "ui/control_text.h"
@@ -24,16 +22,6 @@
 
 namespace {
 
-constexpr const wchar_t* kWarning = L"Warning";
-constexpr const wchar_t* kNotSaved = L"The entry was not saved";
-constexpr const wchar_t* kOfferCopy = L"\n\nSave a copy of it as a text file?";
-constexpr const wchar_t* kChangedByOther =
-    L"This entry was changed by another program since you opened it.\n\n"
-    L"Yes: save yours in its place.\n"
-    L"No: keep both, and save yours as a new entry.\n"
-    L"Cancel: go back to the entry.";
-constexpr const wchar_t* kLimitReached = L"Maximum Reached";
-
 // Shows the duration's words again once a box has finished closing its list.
 constexpr UINT kMsgShowDuration = WM_APP + 1;
 
@@ -41,7 +29,7 @@ void ShowLimitReached(HWND owner)
 {
     wchar_t text[128] = L"";
     LoadStringW(GetModuleHandleW(nullptr), IDS_BODY_LIMIT, text, static_cast<int>(std::size(text)));
-    MessageBoxW(owner, text, kLimitReached, MB_OK | MB_ICONEXCLAMATION);
+    MessageBoxW(owner, text, L"Maximum Reached", MB_OK | MB_ICONEXCLAMATION);
 }
 
 // A change of a choice, of a box's text or of the body.
@@ -361,201 +349,4 @@ void EntryEditor::SetModified(bool modified)
         return;
     ++m_changes;
     m_rescue.Ask(GetWindow());
-}
-
-// What is saved is read from the controls behind each box, since the entry may change there: the timer ticks
-// on. What changes while a write waits is in no record yet, and stays a change. Behind a box the window may
-// be gone too: then there is nothing to save any more, and nobody to tell.
-EditorRecord::Saved EntryEditor::Save()
-{
-    using Saved = EditorRecord::Saved;
-    m_bar.Check(CMD_TIMER, false); // the ticks go on
-    TakeTyped();
-    RememberType();
-    const Saved saved = CollectAndSave();
-    const bool hasAll = m_changes == m_collected;
-    if (saved == Saved::Updated && hasAll)
-        SetModified(false);
-    if (saved == Saved::Updated || saved == Saved::Created) {
-        m_stored = m_collected;
-        // What is put aside must know the record that there is now.
-        hasAll ? m_rescue.Discard(GetWindow()) : m_rescue.WriteNow(GetWindow());
-    }
-    if (saved == Saved::Failed && GetWindow())
-        TellNotSaved();
-    return saved;
-}
-
-// Before the entry is collected: the settings may put up a box of their own.
-void EntryEditor::RememberType()
-{
-    if (const std::optional<std::wstring> type = ReadText(m_controls.type))
-        StoreLastType(&App(), type->substr(0, kTypeTextSize - 1));
-}
-
-template <typename Write> EditorRecord::Saved EntryEditor::CollectAnd(Write write)
-{
-    m_collected = m_changes;
-    std::optional<EntryToWrite> entry = Collect();
-    if (entry)
-        m_rescue.CatchUp(GetWindow());
-    const EditorRecord::Saved saved = entry ? write(&*entry) : EditorRecord::Saved::Failed;
-    m_notSaved = entry ? m_record.Trouble() : StoreTrouble::NoMemory;
-    return saved;
-}
-
-EditorRecord::Saved EntryEditor::CollectAndSave(EditorRecord::Theirs theirs)
-{
-    const auto saved = CollectAnd([&](EntryToWrite* entry) { return m_record.Save(entry, theirs); });
-    return saved == EditorRecord::Saved::Changed ? SaveOverChange() : saved;
-}
-
-EditorRecord::Saved EntryEditor::CollectAndSaveAsNew()
-{
-    return CollectAnd([&](EntryToWrite* entry) { return m_record.SaveAsNew(entry); });
-}
-
-// Neither text is lost unless the user says so, and only one that there was to be seen by then.
-EditorRecord::Saved EntryEditor::SaveOverChange()
-{
-    switch (MessageBoxW(GetWindow(), kChangedByOther, kWarning,
-                        MB_YESNOCANCEL | MB_ICONEXCLAMATION | MB_DEFBUTTON2)) {
-    case IDYES: return CollectAndSave(EditorRecord::Theirs::Replace);
-    case IDNO: return CollectAndSaveAsNew();
-    default: return EditorRecord::Saved::Changed;
-    }
-}
-
-// The box's own sound is the beep.
-void EntryEditor::TellNotSaved()
-{
-    std::wstring text = NotDoneText(kNotSaved, m_notSaved, TypedText::StillThere);
-    // A lock passes; of everything else the person may want to have the text in another place.
-    if (m_notSaved == StoreTrouble::Locked || !Collect()) {
-        MessageBoxW(GetWindow(), text.c_str(), kWarning, MB_OK | MB_ICONEXCLAMATION);
-        return;
-    }
-    text += kOfferCopy;
-    if (MessageBoxW(GetWindow(), text.c_str(), kWarning, MB_YESNO | MB_ICONEXCLAMATION) == IDYES)
-        SaveEntryCopy(GetWindow(), [this] { return TextOfCopy(); });
-}
-
-std::optional<std::wstring> EntryEditor::TextOfCopy()
-{
-    const std::optional<EntryToWrite> entry = Collect();
-    if (!entry)
-        return std::nullopt;
-    return EntryCopyText(*entry, m_record);
-}
-
-// What is being typed into a field that the keyboard has not left yet: a key or a click on the bar leaves it
-// there.
-void EntryEditor::TakeTyped()
-{
-    TakeTypedTime(GetWindow());
-    if (m_durationUnread || IsTypingDuration())
-        OnDuration(CBN_KILLFOCUS);
-}
-
-bool EntryEditor::IsTypingDuration() const
-{
-    HWND focus = GetFocus();
-    return focus && IsChild(m_controls.duration, focus) && GetWindowTextLengthW(m_controls.duration) > 0;
-}
-
-// Nothing when a text cannot be had from its control, or could not be shown in it: it must not be taken for
-// an empty one.
-std::optional<EntryToWrite> EntryEditor::Collect() const
-{
-    if (m_hiddenSubject || m_durationUnread)
-        return std::nullopt;
-    return CollectWith(SubjectToWrite(m_controls.subject));
-}
-
-std::optional<EntryToWrite> EntryEditor::CollectWith(const std::optional<std::wstring>& subject) const
-{
-    const std::optional<std::wstring> body = ReadText(m_controls.body);
-    std::optional<std::wstring> type = ReadText(m_controls.type);
-    if (!body || !subject || !type)
-        return std::nullopt;
-    type->resize(std::min<size_t>(type->size(), kTypeTextSize - 1));
-    EntryToWrite entry;
-    entry.date = m_times.start;
-    entry.endTime = m_times.end;
-    entry.duration = m_times.duration;
-    entry.priority = static_cast<short>(m_bar.Image(CMD_PRIORITY) - kFirstPriorityImage);
-    entry.sensitivity = static_cast<short>(m_bar.Image(CMD_SENSITIVITY) - kFirstSensitivityImage);
-    entry.type = *type;
-    entry.body = WithLineEnds(*body);
-    entry.subject = *subject;
-    return entry;
-}
-
-// What is being typed stays as it is in its field.
-void EntryEditor::AddTypedDuration(EntryToWrite* entry) const
-{
-    if (!m_durationUnread && !IsTypingDuration())
-        return;
-    const std::optional<std::wstring> text = ReadText(m_controls.duration);
-    if (!text || text->empty() || !IsNewDuration(*text))
-        return;
-    EditorTimes times = m_times;
-    times.TakeDurationText(*text);
-    times.FollowDuration();
-    entry->endTime = times.end;
-    entry->duration = times.duration;
-}
-
-// More than a save takes: what there is, whatever cannot be had or shown besides. Without the texts
-// themselves nothing, for it would take the place of what was put aside before.
-std::optional<RescueState> EntryEditor::StateToRescue() const
-{
-    std::optional<EntryToWrite> entry =
-        CollectWith(m_hiddenSubject ? m_hiddenSubject : SubjectToWrite(m_controls.subject));
-    if (!entry)
-        return std::nullopt;
-    AddTypedDuration(&*entry);
-    RescueState state;
-    state.store = mervane::StoreNumber(mervane::StorePath());
-    state.entry = std::move(*entry);
-    m_record.DescribeTo(&state);
-    return state;
-}
-
-void EntryEditor::OnSessionEnd()
-{
-    TakeTypedTime(GetWindow());
-    if (HasUnstored())
-        m_rescue.WriteNow(GetWindow());
-}
-
-void EntryEditor::OnOK()
-{
-    if (UsesInputPanel(App()))
-        ShowInputPanel(false);
-    TakeTyped();
-    // The window closes only over what is on disk.
-    while (m_modified) {
-        const auto saved = Save();
-        if (saved == EditorRecord::Saved::Failed || saved == EditorRecord::Saved::Changed)
-            return;
-        if (m_changes == m_collected)
-            break;
-        m_record.AddWritten();
-    }
-    m_views.DestroyLists();
-    End(1);
-}
-
-void EntryEditor::OnCancel()
-{
-    if (m_modified &&
-        MessageBoxW(GetWindow(), L"Cancel changes?", kWarning, MB_YESNO | MB_ICONQUESTION) != IDYES)
-        return;
-    m_rescue.Discard(GetWindow());
-    m_views.DestroyLists();
-    if (UsesInputPanel(App()))
-        ShowInputPanel(false);
-    m_bar.Check(CMD_TIMER, false);
-    End(0);
 }

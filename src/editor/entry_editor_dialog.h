@@ -86,9 +86,8 @@ class EntryEditor : public Dialog {
     void OnDatabaseChange(WPARAM code, LPARAM id);
     void ShowChanges();
     void SetModified(bool modified);
-    // Whether there is something that is not on disk: less than being modified, which the first write of a
-    // new entry does not end.
-    bool HasUnstored() const { return m_modified && m_changes != m_stored; }
+
+    // Saving and putting aside
     [[nodiscard]] EditorRecord::Saved Save();
     void RememberType();
     EditorRecord::Saved CollectAndSave(EditorRecord::Theirs theirs = EditorRecord::Theirs::Ask);
@@ -103,6 +102,9 @@ class EntryEditor : public Dialog {
     void AddTypedDuration(EntryToWrite* entry) const;
     bool IsTypingDuration() const;
     std::optional<RescueState> StateToRescue() const;
+    // Whether there is something that is not on disk: less than being modified, which the first write of a
+    // new entry does not end.
+    bool HasUnstored() const { return m_modified && m_changes != m_stored; }
 
     EditorRecord m_record;
     EditorTimes m_times;
