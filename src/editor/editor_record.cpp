@@ -112,19 +112,18 @@ EditorRecord::Loaded EditorRecord::Load(JournalEntry* entry)
     m_image = ImageOf(properties, count);
     m_subject = entry->subject.value_or(L"");
     m_mask = LoadedMask(*entry);
-    LoadSets(*entry);
+    LoadSets(entry);
     return Loaded::Done;
 }
 
-void EditorRecord::LoadSets(const JournalEntry& entry)
+void EditorRecord::LoadSets(JournalEntry* entry)
 {
     m_partOfCategories.reset();
     m_partOfContacts.reset();
-    std::vector<BYTE> blob = entry.categories.value_or(std::vector<BYTE>());
-    if (entry.categories && !m_categoryStore.SetStackFromBlob(&m_categories, BlobOf(blob), kCategoryLoaded))
+    if (entry->categories &&
+        !m_categoryStore.SetStackFromBlob(&m_categories, BlobOf(*entry->categories), kCategoryLoaded))
         m_partOfCategories = AssignedCategories(m_categories);
-    blob = entry.contacts.value_or(std::vector<BYTE>());
-    if (entry.contacts && !m_contacts.SetAssigned(BlobOf(blob), kContactFlags))
+    if (entry->contacts && !m_contacts.SetAssigned(BlobOf(*entry->contacts), kContactFlags))
         m_partOfContacts = m_contacts.Assigned();
 }
 
@@ -177,7 +176,6 @@ EditorRecord::Saved EditorRecord::Fail(StoreTrouble trouble)
 // In one transaction: nobody can change the record between the look at it and the write.
 EditorRecord::Saved EditorRecord::CountUsesAndWrite(EntryToWrite* entry, Theirs theirs)
 {
-    CEOID written = 0;
     CeDBase::BulkScope together(m_journal);
     if (together.Trouble() != StoreTrouble::None)
         return Fail(together.Trouble());
@@ -189,7 +187,7 @@ EditorRecord::Saved EditorRecord::CountUsesAndWrite(EntryToWrite* entry, Theirs 
     const CEOID id = m_id;
     const CEOID reference = *m_reference;
     const std::optional<Image> image = m_image;
-    const Saved saved = WriteTo(target, entry, &written);
+    const Saved saved = WriteTo(target, entry);
     if (saved != Saved::Failed && together.Commit())
         return saved;
     m_id = id;
@@ -293,7 +291,7 @@ void EditorRecord::LeaveUnreadSets(EntryToWrite* entry) const
     }
 }
 
-EditorRecord::Saved EditorRecord::WriteTo(Target target, EntryToWrite* entry, CEOID* written)
+EditorRecord::Saved EditorRecord::WriteTo(Target target, EntryToWrite* entry)
 {
     LocalBlock<BYTE> categories;
     LocalBlock<BYTE> contacts;
@@ -307,11 +305,11 @@ EditorRecord::Saved EditorRecord::WriteTo(Target target, EntryToWrite* entry, CE
     if (update)
         LeaveUnreadSets(entry);
     const std::vector<CEPROPVAL> properties = PropertiesToWrite(*entry);
-    *written =
+    const CEOID written =
         m_journal.WriteRecord(update ? m_id : 0, static_cast<WORD>(properties.size()), properties.data());
-    if (*written == 0)
+    if (written == 0)
         return Fail(m_journal.Trouble());
-    *m_reference = m_id = *written;
+    *m_reference = m_id = written;
     // Unless it can be read back, the next save takes the record for changed and asks.
     m_image = m_journal.SeekRecord(m_id) == m_id ? ReadImage() : std::nullopt;
     return update ? Saved::Updated : Saved::Created;

@@ -86,9 +86,9 @@ class EditorRecord {
     enum class Target { Failed, Changed, New, Record };
 
     Saved CountUsesAndWrite(EntryToWrite* entry, Theirs theirs);
-    Saved WriteTo(Target target, EntryToWrite* entry, CEOID* written);
+    Saved WriteTo(Target target, EntryToWrite* entry);
     Target FindTarget(Theirs theirs);
-    void LoadSets(const JournalEntry& entry);
+    void LoadSets(JournalEntry* entry);
     bool LeavesCategories() const;
     bool LeavesContacts() const;
     void LeaveUnreadSets(EntryToWrite* entry) const;

@@ -54,8 +54,7 @@ std::wstring SetAsideText(const std::vector<RenamedFile>& files)
     for (const RenamedFile& file : files)
         text += file.path + L"\nis kept as\n" + file.keptAs + L"\n\n";
     return text + L"Nothing in the journal has been changed. If what you saved last is missing, keep that "
-                  L"file: it may "
-                  L"be in it.";
+                  L"file: it may be in it.";
 }
 
 std::wstring GoneText(std::wstring_view path, bool isEmpty)

@@ -69,12 +69,6 @@ bool EndMenuOf(HWND window)
     return IsWindowEnabled(window) && IsMenuOpen(&info) && info.hwndMenuOwner == window && EndMenu();
 }
 
-bool IsMenuOpen()
-{
-    GUITHREADINFO info;
-    return IsMenuOpen(&info);
-}
-
 bool IsInSystemLoop()
 {
     GUITHREADINFO info;

@@ -16,9 +16,6 @@ bool IsDialog(HWND window);
 // message has been dealt with: what is to come after the menu has to be posted.
 [[nodiscard]] bool EndMenuOf(HWND window);
 
-// Whether a window of this thread has a menu open.
-bool IsMenuOpen();
-
 // Whether the system is in a loop of its own in this thread: a menu is open, a window is being moved or
 // sized, or something is being dragged.
 bool IsInSystemLoop();

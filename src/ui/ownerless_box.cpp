@@ -84,7 +84,6 @@ class BoxWatch {
         m_hook = nullptr;
     }
 
-    static constexpr ULONG_PTR kDialogAtom = 32770;
     static BoxWatch* s_watch; // the hook's procedure gets no other way to it
 
     DisabledWindows& m_behind;

@@ -264,6 +264,13 @@ TEST_F(EntryEditorSaveTest, ADurationThatCannotBeHadIsNotSavedAsAnother)
     EXPECT_TRUE(boxes.Boxes()[0].text.starts_with(L"The entry was not saved: there is not enough memory."));
 }
 
+// What lies in the folder, where that is all.
+std::optional<RescueState> PutAside(const RescueFolder& folder)
+{
+    const auto files = folder.Files(L".rescue");
+    return files.size() == 1 ? ReadRescue(ReadFileBytes(files[0])) : std::nullopt;
+}
+
 TEST_F(EntryEditorSaveTest, ADurationThatCannotBeHadIsPutAsideAsItWas)
 {
     const RescueFolder folder;
@@ -273,8 +280,7 @@ TEST_F(EntryEditorSaveTest, ADurationThatCannotBeHadIsPutAsideAsItWas)
         const ImportWatch<decltype(&GetWindowTextW)> none(&__imp_GetWindowTextW, NoText<IDC_DURATION>);
         SendMessageW(editor.Window(), WM_TIMER, EditorRescue::kTimer, 0);
     });
-    ASSERT_EQ(folder.Unsaved(), 1u);
-    const auto state = ReadRescue(ReadFileBytes(folder.Files(L".rescue")[0]));
+    const auto state = PutAside(folder);
     ASSERT_TRUE(state);
     EXPECT_EQ(state->entry.duration, Minutes(90));
 }
@@ -322,22 +328,20 @@ TEST_F(EntryEditorSaveTest, WhatChangesBehindTheBoxOfTheSettingsIsSavedToo)
 // As where the main window is destroyed, and the editor with it.
 TEST_F(EntryEditorSaveTest, ASaveEndsWithItsWindow)
 {
-    const auto refuse = [](const std::function<void()>& save) {
+    using Save = std::function<void()>;
+    const auto refuse = [](const Save& save) {
         const ImportWatch<decltype(&RegSetValueExW)> refused(&__imp_RegSetValueExW, RefuseType);
         save();
     };
-    const auto change = [&](const std::function<void()>& save) {
+    const auto change = [&](const Save& save) {
         ASSERT_TRUE(ChangeStore("UPDATE journal SET subject = 'Theirs'"));
         save();
     };
-    const auto lock = [&](const std::function<void()>& save) {
+    const auto lock = [&](const Save& save) {
         const LockedStore trouble(m_store.Path());
         save();
     };
-    for (const std::function<void(const std::function<void()>&)>& within :
-         {std::function<void(const std::function<void()>&)>(refuse),
-          std::function<void(const std::function<void()>&)>(change),
-          std::function<void(const std::function<void()>&)>(lock)}) {
+    for (const auto& within : std::initializer_list<std::function<void(const Save&)>>{refuse, change, lock}) {
         const RescueFolder folder;
         CEOID id = Write(Full());
         const MessageBoxAnswerer boxes({IDYES});
@@ -524,8 +528,7 @@ TEST_F(EntryEditorSaveTest, ASubjectThatCannotBeShownAgainCostsNothingOfWhatIsPu
         AddToBody(editor, L" added");
         SendMessageW(editor.Window(), WM_TIMER, EditorRescue::kTimer, 0);
     });
-    ASSERT_EQ(folder.Unsaved(), 1u);
-    const auto state = ReadRescue(ReadFileBytes(folder.Files(L".rescue")[0]));
+    const auto state = PutAside(folder);
     ASSERT_TRUE(state);
     EXPECT_EQ(state->entry.body, L"First\r\nSecond added");
     EXPECT_EQ(state->entry.subject, L"Lunch") << "the one that could not be shown";
