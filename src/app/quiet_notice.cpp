@@ -11,28 +11,15 @@ constexpr unsigned kPeriod = 250; // milliseconds
 
 void QuietNotice::Tell(HWND window)
 {
-    m_window = window;
-    SetTimer(window, reinterpret_cast<UINT_PTR>(this), kPeriod, OnTimer);
-}
-
-void QuietNotice::Stop()
-{
-    if (m_window)
-        KillTimer(m_window, reinterpret_cast<UINT_PTR>(this));
-    m_window = nullptr;
-}
-
-void CALLBACK QuietNotice::OnTimer(HWND, UINT, UINT_PTR self, DWORD)
-{
-    reinterpret_cast<QuietNotice*>(self)->MaybeTell();
+    (void)m_timer.Start(window, kPeriod); // where the system refuses it nothing is told
 }
 
 // Else the timer comes again.
 void QuietNotice::MaybeTell()
 {
-    if (IsInputWaiting() || !IsWindowEnabled(m_window) || IsIconic(m_window) || IsInSystemLoop())
+    HWND window = m_timer.Window();
+    if (IsInputWaiting() || !IsWindowEnabled(window) || IsIconic(window) || IsInSystemLoop())
         return;
-    HWND window = m_window;
     Stop();
     if (const std::wstring text = m_text(); !text.empty())
         MessageBoxW(window, text.c_str(), L"Journal", MB_OK | MB_ICONEXCLAMATION);

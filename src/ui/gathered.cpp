@@ -23,7 +23,7 @@ void Gathered::Ask(HWND window)
 {
     const ULONGLONG now = GetTickCount64();
     const bool isDue = now >= m_resume && !IsInputWaiting();
-    if (m_waiting && IsWindow(m_waiting)) {
+    if (IsWindow(m_timer.Window())) {
         // Where messages never end, no timer's comes.
         if (now >= m_resume + (isDue ? kLate : kTooLate))
             Work();
@@ -32,21 +32,8 @@ void Gathered::Ask(HWND window)
     if (isDue)
         return Work();
     const ULONGLONG rest = std::max<ULONGLONG>(m_resume > now ? m_resume - now : 0, USER_TIMER_MINIMUM);
-    m_waiting = window;
-    if (!SetTimer(window, reinterpret_cast<UINT_PTR>(this), static_cast<UINT>(rest), OnTimer))
+    if (!m_timer.Start(window, static_cast<UINT>(rest)))
         Work();
-}
-
-void Gathered::Cancel()
-{
-    if (m_waiting)
-        KillTimer(m_waiting, reinterpret_cast<UINT_PTR>(this));
-    m_waiting = nullptr;
-}
-
-void CALLBACK Gathered::OnTimer(HWND, UINT, UINT_PTR self, DWORD)
-{
-    reinterpret_cast<Gathered*>(self)->Work();
 }
 
 void Gathered::Work()

@@ -8,6 +8,9 @@
 #include <windows.h>
 
 #include <functional>
+#include <utility>
+
+#include "ui/window_timer.h"
 
 // Whether a key or a click waits in the queue.
 bool IsInputWaiting();
@@ -15,21 +18,17 @@ bool IsInputWaiting();
 class Gathered {
   public:
     explicit Gathered(std::function<void()> work) : m_work(std::move(work)) {}
-    ~Gathered() { Cancel(); }
-    Gathered(const Gathered&) = delete;
-    Gathered& operator=(const Gathered&) = delete;
 
     // The work is done now, or at the latest when the pause after the last time is over and nothing else
     // waits. window is one of this thread; the request is forgotten when it is destroyed.
     void Ask(HWND window);
     // Forgets what was asked for.
-    void Cancel();
+    void Cancel() { m_timer.Stop(); }
 
   private:
-    static void CALLBACK OnTimer(HWND window, UINT message, UINT_PTR self, DWORD time);
     void Work();
 
     std::function<void()> m_work;
-    HWND m_waiting = nullptr; // the window whose timer will do it
-    ULONGLONG m_resume = 0;   // when the pause ends, in ticks
+    WindowTimer m_timer{[this] { Work(); }};
+    ULONGLONG m_resume = 0; // when the pause ends, in ticks
 };
