@@ -11,7 +11,7 @@ namespace mervane {
 
 namespace {
 
-constexpr size_t kLogHeader = 32, kFrameHeader = 24;
+constexpr size_t kFrameHeader = 24;
 constexpr uint32_t kLogMagic = 0x377F0682; // the lowest bit: sums of big-endian words
 constexpr size_t kJournalHeader = 28;
 constexpr BYTE kJournalMagic[8] = {0xD9, 0xD5, 0x05, 0xF9, 0x20, 0xA1, 0x63, 0xD7};
@@ -72,7 +72,7 @@ class LogReader {
     {
         if (!ReadHeader())
             return std::nullopt;
-        for (uint64_t offset = kLogHeader; ReadFrame(offset); offset += m_frame.size())
+        for (uint64_t offset = kLogHeaderSize; ReadFrame(offset); offset += m_frame.size())
             TakeFrame();
         return m_content.pagesAtEnd ? std::optional(m_content) : std::nullopt;
     }
@@ -114,7 +114,7 @@ class LogReader {
     }
 
     FileReader m_file;
-    std::array<BYTE, kLogHeader> m_header{};
+    std::array<BYTE, kLogHeaderSize> m_header{};
     std::vector<BYTE> m_frame;
     std::vector<FirstPage> m_open; // of the transaction that is read
     LogSum m_sum;

@@ -11,6 +11,8 @@
 
 namespace mervane {
 
+constexpr size_t kLogHeaderSize = 32; // a log of no more has nothing
+
 // A write-ahead log: what it has of whole transactions.
 struct LogContent {
     uint32_t pageSize = 0;

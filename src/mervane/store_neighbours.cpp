@@ -14,8 +14,6 @@ namespace mervane {
 
 namespace {
 
-constexpr size_t kLogHeaderSize = 32;
-
 enum class Verdict { Belongs, SetAside, Unclear };
 
 bool IsSound(Database& database)

@@ -1,12 +1,12 @@
 // Putting a backup into the place of a store that is broken.
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <map>
-#include <thread>
+#include <string_view>
 
 #include "mervane/restoration.h"
 #include "records.h"
+#include "support/import_watch.h"
 #include "support/test_store.h"
 #include "util/owners.h"
 
@@ -476,6 +476,19 @@ TEST_F(InterruptedRestoration, IsNoneWithoutBothItsFiles)
     EXPECT_EQ(ReadFileBytes(Path() + L".damaged-20260210-090000"), "kept");
 }
 
+decltype(&MoveFileExW) g_move = nullptr;
+
+// As where another program has the journal open, and opens the log as soon as it has its new name.
+BOOL WINAPI MoveNotAll(LPCWSTR from, LPCWSTR to, DWORD flags)
+{
+    const std::wstring_view path(from);
+    const bool isKept = path.find(L".damaged-") != path.npos;
+    if (!path.ends_with(isKept ? L"-wal" : L"-journal"))
+        return g_move(from, to, flags);
+    SetLastError(ERROR_SHARING_VIOLATION);
+    return FALSE;
+}
+
 // A neighbour cannot be renamed, and one that was cannot get its name back: without its log the store would
 // lack what was saved last, so it stays with it, and the next start brings the restoration to its end.
 TEST_F(BrokenStore, StaysWithItsLogWhereARestorationCannotBeTakenBack)
@@ -483,32 +496,12 @@ TEST_F(BrokenStore, StaysWithItsLogWhereARestorationCannotBeTakenBack)
     BreakAll();
     const auto before = Files();
     const Restoration restoration(Path());
-    const std::wstring log = restoration.KeptAs() + L"-wal";
     {
-        const UniqueKernelHandle journal = OpenElsewhere(Path() + L"-journal");
-        // Another program opens the log as soon as it has its new name; where it comes too late all is as
-        // before.
-        UniqueKernelHandle held;
-        for (int tries = 0; tries < 200 && !held; ++tries) {
-            std::atomic<bool> isOver = false;
-            std::thread watcher([&] {
-                while (!isOver && !held) {
-                    HANDLE file = CreateFileW(log.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-                    held.reset(file == INVALID_HANDLE_VALUE ? nullptr : file);
-                }
-            });
-            EXPECT_EQ(restoration.Run(BackupOf(L"2026-02-09")), StoreTrouble::Locked);
-            isOver = true;
-            watcher.join();
-            if (GetFileAttributesW(log.c_str()) == INVALID_FILE_ATTRIBUTES) {
-                held.reset();
-                EXPECT_TRUE(Files() == before);
-            }
-        }
-        ASSERT_TRUE(held) << "never caught it";
-        EXPECT_EQ(GetFileAttributesW(Path().c_str()), INVALID_FILE_ATTRIBUTES) << "the store without its log";
+        g_move = __imp_MoveFileExW;
+        const ImportWatch<decltype(&MoveFileExW)> watch(&__imp_MoveFileExW, MoveNotAll);
+        EXPECT_EQ(restoration.Run(BackupOf(L"2026-02-09")), StoreTrouble::Locked);
     }
+    EXPECT_EQ(GetFileAttributesW(Path().c_str()), INVALID_FILE_ATTRIBUTES) << "the store without its log";
     ExpectOpens(2);
     ExpectKept(restoration.KeptAs(), before);
 }

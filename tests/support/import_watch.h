@@ -12,6 +12,7 @@
 extern "C" {
 extern decltype(&CreateFileW) __imp_CreateFileW;
 extern decltype(&DeleteFileW) __imp_DeleteFileW;
+extern decltype(&MoveFileExW) __imp_MoveFileExW;
 extern decltype(&CreateProcessW) __imp_CreateProcessW;
 extern decltype(&SetTimer) __imp_SetTimer;
 extern decltype(&WriteFile) __imp_WriteFile;
