@@ -3,12 +3,12 @@
 #include "editor/editor_rescue.h"
 #include "entry_editor_save_fixture.h"
 #include "mervane/db_categories.h"
-#include "mervane/store_waiter.h"
 #include "support/import_watch.h"
 #include "support/locked_store.h"
 #include "support/preset_answer.h"
 #include "support/rescue_folder.h"
 #include "support/while_asked.h"
+#include "support/while_waiting.h"
 
 namespace {
 
@@ -358,28 +358,6 @@ TEST_F(EntryEditorSaveTest, ASaveEndsWithItsWindow)
         EXPECT_EQ(folder.Unsaved(), 1u) << "what is not saved stays";
     }
 }
-
-// Lets go of the store at the first wait, and does something before.
-class WhileWaiting {
-  public:
-    WhileWaiting(const std::wstring& path, std::function<void()> action)
-        : m_lock(std::make_unique<LockedStore>(path)), m_action(std::move(action))
-    {
-        s_current = this;
-        SetStoreWaiter([](DWORD) {
-            std::exchange(s_current->m_action, [] {})();
-            s_current->m_lock.reset();
-        });
-    }
-    ~WhileWaiting() { SetStoreWaiter(nullptr); }
-    WhileWaiting(const WhileWaiting&) = delete;
-    WhileWaiting& operator=(const WhileWaiting&) = delete;
-
-  private:
-    static inline WhileWaiting* s_current = nullptr;
-    std::unique_ptr<LockedStore> m_lock;
-    std::function<void()> m_action;
-};
 
 TEST_F(EntryEditorSaveTest, WhatChangesWhileASaveWaitsIsStillAChange)
 {

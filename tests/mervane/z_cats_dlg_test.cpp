@@ -4,10 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include "mervane/store_waiter.h"
 #include "records.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
+#include "support/while_waiting.h"
 
 namespace {
 
@@ -406,28 +406,6 @@ TEST_F(CategoryDialog, StaysOpenWhenItCannotStore)
     EXPECT_EQ(m_categories.RecordCount(), 1u);
 }
 
-// What is done while a write waits for another program's lock, once.
-class MeanwhileOnce {
-  public:
-    explicit MeanwhileOnce(std::function<void()> action)
-    {
-        s_action = std::move(action);
-        SetStoreWaiter([](DWORD milliseconds) {
-            if (s_action)
-                std::exchange(s_action, nullptr)();
-            Sleep(milliseconds);
-        });
-    }
-    ~MeanwhileOnce() { SetStoreWaiter(nullptr); }
-    MeanwhileOnce(const MeanwhileOnce&) = delete;
-    MeanwhileOnce& operator=(const MeanwhileOnce&) = delete;
-
-    static bool WasDone() { return !s_action; }
-
-  private:
-    static inline std::function<void()> s_action;
-};
-
 // Another program's request, for one, which is answered within the wait.
 TEST_F(CategoryDialog, AsksForNoWorkWithinAWriteThatWaits)
 {
@@ -437,17 +415,14 @@ TEST_F(CategoryDialog, AsksForNoWorkWithinAWriteThatWaits)
                                                 {WM_COMMAND, IDCANCEL},
                                                 {WM_COMMAND, MAKEWPARAM(IDCANCEL, 1)}};
     for (const auto& [message, wParam] : requests) {
-        RawStore raw(m_store.Path());
         EXPECT_EQ(Run([&] {
                       ShowWindow(m_dialog, SW_SHOW); // which the dialog manager may not have come to
-                      ASSERT_TRUE(raw.Run("BEGIN IMMEDIATE"));
-                      const MeanwhileOnce meanwhile([&] {
+                      const WhileWaiting wait(m_store.Path(), [&] {
                           SendMessageW(m_dialog, message, wParam, 0);
                           EXPECT_TRUE(IsWindowVisible(m_dialog)) << message;
-                          EXPECT_TRUE(raw.Run("COMMIT"));
                       });
                       EXPECT_EQ(m_categories.IncUse(work), 1) << "a write of the program's";
-                      EXPECT_TRUE(MeanwhileOnce::WasDone());
+                      EXPECT_TRUE(wait.WasDone());
                       EXPECT_TRUE(IsWindowVisible(m_dialog)) << message;
                       EXPECT_TRUE(PumpUntil([&] { return !IsWindowVisible(m_dialog); })) << "it comes again";
                   }),
@@ -458,20 +433,17 @@ TEST_F(CategoryDialog, AsksForNoWorkWithinAWriteThatWaits)
 TEST_F(CategoryDialog, TakesWhatAControlTellsWithinAWriteThatWaits)
 {
     const CEOID work = AddCategory(m_categories, L"Work");
-    RawStore raw(m_store.Path());
     Run([&] {
         WithNameDialog([&] { Click(kAdd); },
                        [&](HWND dialog) {
                            ASSERT_FALSE(IsWindowEnabled(GetDlgItem(dialog, IDOK)));
-                           ASSERT_TRUE(raw.Run("BEGIN IMMEDIATE"));
-                           const MeanwhileOnce meanwhile([&] {
+                           const WhileWaiting wait(m_store.Path(), [&] {
                                SendMessageW(NameEdit(dialog), WM_SETTEXT, 0,
                                             reinterpret_cast<LPARAM>(L"new"));
                                EXPECT_TRUE(IsWindowEnabled(GetDlgItem(dialog, IDOK)));
-                               EXPECT_TRUE(raw.Run("COMMIT"));
                            });
                            EXPECT_EQ(m_categories.IncUse(work), 1);
-                           EXPECT_TRUE(MeanwhileOnce::WasDone());
+                           EXPECT_TRUE(wait.WasDone());
                        });
     });
 }
