@@ -79,20 +79,41 @@ void Cursor::Refresh()
         FindWayOn(old);
 }
 
+// Which side of a record its neighbours in the order before lie on now tells whether it has moved itself: as
+// after a write of the own, the walk then goes on where it stood.
+bool Cursor::HasMoved(CEOID before, CEOID id, CEOID behind) const
+{
+    const uint32_t row = m_orders.RowOf(m_way, id);
+    const bool isAhead = before && m_orders.RowOf(m_way, before) > row;
+    const bool isBehind = behind && m_orders.RowOf(m_way, behind) < row;
+    const bool doNeighboursFit =
+        !before || !behind || m_orders.RowOf(m_way, before) < m_orders.RowOf(m_way, behind);
+    return (isAhead || isBehind) && doNeighboursFit;
+}
+
+// The nearest record from a row of an order before on, in the walk's direction or against it, that is still
+// there.
+CEOID Cursor::NearestLeft(const Orders& old, uint32_t row, int step) const
+{
+    const RecordSet& records = m_orders.index->Records();
+    for (row += static_cast<uint32_t>(step); row < old.Of(m_way).Count(); row += static_cast<uint32_t>(step))
+        if (const CEOID candidate = old.At(m_way, row); records.Find(candidate) != kNoPlace)
+            return candidate;
+    return 0;
+}
+
 void Cursor::FindWayOn(const Orders& old)
 {
     const CEOID wanted = m_hasLeft ? m_following : m_current;
-    const RecordSet& records = m_orders.index->Records();
-    if (!wanted || records.Find(wanted) != kNoPlace)
+    const uint32_t row = wanted ? old.RowOf(m_way, wanted) : kNoRow;
+    const bool isThere = wanted && m_orders.index->Records().Find(wanted) != kNoPlace;
+    if (!wanted || (isThere && (m_hasLeft || row == kNoRow)))
+        return;
+    const CEOID behind = row == kNoRow ? 0 : NearestLeft(old, row, 1);
+    if (isThere && !HasMoved(NearestLeft(old, row, -1), wanted, behind))
         return;
     m_hasLeft = true;
-    m_following = 0;
-    uint32_t row = old.RowOf(m_way, wanted);
-    while (row != kNoRow && !m_following && ++row < old.Of(m_way).Count()) {
-        const CEOID candidate = old.At(m_way, row);
-        if (records.Find(candidate) != kNoPlace)
-            m_following = candidate;
-    }
+    m_following = behind;
 }
 
 Cursor::Place Cursor::Stand() const

@@ -69,6 +69,8 @@ class Cursor {
     bool AreOrdersCurrent() const;
     void Refresh();
     void FindWayOn(const Orders& old);
+    bool HasMoved(CEOID before, CEOID id, CEOID behind) const;
+    CEOID NearestLeft(const Orders& old, uint32_t row, int step) const;
     bool MovesWith(const RecordValues& values) const;
     void StandOn(CEOID id, Way way);
     bool StandsOn(const Place& place) const;

@@ -123,6 +123,91 @@ TEST_F(Walks, GoOnFromTheOldRowWhenTheRecordMoves)
     EXPECT_EQ(Rest(), (std::vector<CEOID>{m_ids[2], m_ids[3], m_ids[4], m_ids[1]}));
 }
 
+// The deletion that comes too late is a true "no", and no step of the walk.
+TEST_F(Walks, GoOnBehindARecordThatIsDeletedTwice)
+{
+    ASSERT_EQ(m_journal.SeekRow(1), m_ids[1]);
+    ASSERT_TRUE(RawStore(m_store.Path()).Run("DELETE FROM journal WHERE oid = 2"));
+    EXPECT_EQ(m_journal.DeleteRecord(m_ids[1]), 0);
+    EXPECT_EQ(m_journal.Trouble(), StoreTrouble::None);
+    EXPECT_EQ(Rest(), From(2));
+}
+
+// There was no order yet in which it had a place.
+TEST_F(Walks, EndOnARecordThatWasSoughtAndIsGone)
+{
+    m_journal.Close();
+    ASSERT_EQ(m_journal.Open(nullptr), 1);
+    ASSERT_EQ(m_journal.SeekRecord(m_ids[1]), m_ids[1]);
+    ASSERT_TRUE(RawStore(m_store.Path()).Run("DELETE FROM journal WHERE oid = 2"));
+    EXPECT_EQ(m_journal.SeekNextRecord(), 0);
+    EXPECT_EQ(m_journal.Trouble(), StoreTrouble::None);
+    EXPECT_EQ(Current(), 0u);
+    EXPECT_EQ(Rest(), std::vector<CEOID>{});
+    EXPECT_EQ(m_journal.SeekFirstRecord(), 1);
+    EXPECT_EQ(Rest(), From(2));
+}
+
+// By a tool that keeps no ledger: what has become of each record is not known, only how they lie now.
+class WalksInAnOrderThatAToolChanges : public Walks {
+  protected:
+    void Change(const std::string& sql) const { ASSERT_TRUE(RawStore(m_store.Path()).Run(sql)); }
+    void SetDate(size_t index, int date) const
+    {
+        Change("UPDATE journal SET date = " + std::to_string(date) +
+               " WHERE oid = " + std::to_string(m_ids[index]));
+    }
+};
+
+TEST_F(WalksInAnOrderThatAToolChanges, LoseNothingWhereTheirRecordMovesAhead)
+{
+    for (const size_t from : {0u, 1u, 3u}) {
+        ASSERT_EQ(m_journal.SeekRow(static_cast<uint32_t>(from)), m_ids[from]);
+        SetDate(from, 100);
+        std::vector<CEOID> expected = From(from + 1);
+        expected.push_back(m_ids[from]);
+        EXPECT_EQ(Rest(), expected) << "and come to it again";
+        SetDate(from, static_cast<int>(from) + 1);
+    }
+}
+
+TEST_F(WalksInAnOrderThatAToolChanges, DoNotBeginAnewWhereTheirRecordMovesBack)
+{
+    for (const size_t from : {1u, 3u, 4u}) {
+        ASSERT_EQ(m_journal.SeekRow(static_cast<uint32_t>(from)), m_ids[from]);
+        SetDate(from, 0);
+        EXPECT_EQ(Rest(), From(from + 1));
+        SetDate(from, static_cast<int>(from) + 1);
+    }
+}
+
+TEST_F(WalksInAnOrderThatAToolChanges, GoOnBehindTheirRecordWhereAnotherOneMoves)
+{
+    ASSERT_EQ(m_journal.SeekRow(1), m_ids[1]);
+    SetDate(2, 0);
+    EXPECT_EQ(Rest(), From(3)) << "the next one is behind the walk now";
+    SetDate(2, 3);
+    ASSERT_EQ(m_journal.SeekRow(1), m_ids[1]);
+    SetDate(0, 100);
+    EXPECT_EQ(Rest(), (std::vector<CEOID>{m_ids[2], m_ids[3], m_ids[4], m_ids[0]}))
+        << "the one before is ahead";
+}
+
+TEST_F(WalksInAnOrderThatAToolChanges, ComeToWhatIsNewBehindTheirRecord)
+{
+    ASSERT_EQ(m_journal.SeekRow(1), m_ids[1]);
+    Change("INSERT INTO journal(date) VALUES(2)");
+    EXPECT_EQ(Rest(), (std::vector<CEOID>{6, m_ids[2], m_ids[3], m_ids[4]}));
+}
+
+// The one that moved is the walk's, and the ones on both sides of it are gone.
+TEST_F(WalksInAnOrderThatAToolChanges, GoByTheNearestThatIsLeft)
+{
+    ASSERT_EQ(m_journal.SeekRow(2), m_ids[2]);
+    Change("DELETE FROM journal WHERE oid IN (2, 4); UPDATE journal SET date = 100 WHERE oid = 3");
+    EXPECT_EQ(Rest(), (std::vector<CEOID>{m_ids[4], m_ids[2]}));
+}
+
 TEST_F(Walks, ComeToEveryRecordWhileThePropertySortedByIsRemoved)
 {
     DbCategories categories;
