@@ -216,6 +216,7 @@ void Connection::Rollback()
 {
     if (InTransaction() && !RunOnce(m_rollback))
         (void)m_database.Execute("ROLLBACK"); // the next read or write tries it again
+    m_isLeftOpen = InTransaction();
 }
 
 void Connection::MaybeShortenLog()

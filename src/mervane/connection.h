@@ -39,6 +39,8 @@ class Connection {
     // Whether the last commit has written something.
     bool HasLogged() const { return m_logged; }
     void Rollback();
+    // Whether a rollback has failed: what is seen may be what was given up.
+    bool IsLeftOpen() const { return m_isLeftOpen; }
     // Never a commit, or what a failed rollback has left open would be one.
     void EndRead() { Rollback(); }
 
@@ -71,6 +73,7 @@ class Connection {
     Statement m_rollback;
     Statement m_dataVersion;
     bool m_hasLog = false;
+    bool m_isLeftOpen = false;
     std::optional<int64_t> m_version; // of the content, as the transaction sees it
     std::optional<int64_t> m_seenVersion;
     std::optional<LogState> m_state;

@@ -74,8 +74,18 @@ void Store::ForgetIncomplete()
 void Store::BeginRead()
 {
     ++m_readDepth;
+    EndLeftOpen();
     if (!m_connection.InTransaction())
         BeginView();
+}
+
+// What was read of it meanwhile is not kept.
+void Store::EndLeftOpen()
+{
+    if (!m_connection.IsLeftOpen())
+        return;
+    m_connection.Rollback();
+    ForgetAll();
 }
 
 // Without it what is held in memory may be older than the file: the next read tries again.
@@ -87,13 +97,16 @@ void Store::BeginView()
 
 void Store::EndRead()
 {
-    if (--m_readDepth == 0 && m_bulk.depth == 0)
-        m_connection.EndRead();
+    if (--m_readDepth || m_bulk.depth)
+        return;
+    EndLeftOpen();
+    m_connection.EndRead();
 }
 
 // Windows that paint during the wait read by the same objects, whose walks go on where they stood.
 bool Store::BeginWrite()
 {
+    EndLeftOpen();
     std::vector<std::pair<Cursor*, Cursor::Place>> places;
     for (Cursor* cursor : m_cursors)
         places.emplace_back(cursor, cursor->Stand());

@@ -96,6 +96,7 @@ class Store {
     // false when it could not be found out whether there are any.
     [[nodiscard]] bool NoticeForeignChanges();
     void BeginView();
+    void EndLeftOpen();
     [[nodiscard]] bool BeginWrite();
     void NoteBulkTrouble();
     void NoteWrite(const TableChange& what);
