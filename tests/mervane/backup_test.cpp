@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "mervane/backup_keep.h"
 #include "records.h"
 #include "support/test_drive.h"
 #include "support/test_store.h"
@@ -362,6 +363,74 @@ TEST_F(Backup, OfTablesThatAreNotOursIsNone)
     ASSERT_TRUE(RawStore(m_store.Path()).Run("ALTER TABLE journal ADD COLUMN own TEXT CHECK(own > 1)"));
     MakeBackup();
     EXPECT_FALSE(HasFolder());
+}
+
+// A copy that is whole and checked, and yet gets no name: another program has made the day's backup
+// meanwhile.
+TEST_F(Backup, ThatCannotHaveItsNameLeavesTheFileThatHasIt)
+{
+    Open(1);
+    ASSERT_NE(m_journal.BeginBackup(kSaturday), 0u);
+    StepAll([&] { PutFile(Name(L"01-31")); });
+    EXPECT_EQ(ReadFileBytes(Folder() + Name(L"01-31")), "put");
+    EXPECT_EQ(Found(), Names({L"01-31"})) << "nothing unfinished beside it";
+    EXPECT_NE(m_journal.BackupTrouble(), StoreTrouble::None);
+    EXPECT_NE(m_journal.BackupTrouble(), StoreTrouble::Damaged);
+    EXPECT_NE(AddEntry(m_journal, L"s"), 0u);
+}
+
+// Older ones go only behind a new one.
+TEST_F(Backup, ThatCannotHaveItsNameLeavesTheOlderOnes)
+{
+    const std::vector<const wchar_t*> days = {L"01-18", L"01-23", L"01-24", L"01-26", L"01-27",
+                                              L"01-28", L"01-29", L"01-30", L"01-31"};
+    Open(1);
+    ASSERT_NE(m_journal.BeginBackup(kSaturday), 0u);
+    StepAll([&] {
+        for (const wchar_t* day : days)
+            PutFile(Name(day));
+    });
+    EXPECT_EQ(Found(), Names(days));
+}
+
+// As by a program that looks through every new file.
+TEST_F(Backup, ThatAnotherProgramHoldsBehindItsLastStepIsNone)
+{
+    Open(1);
+    PutFile(Name(L"01-30"));
+    ASSERT_NE(m_journal.BeginBackup(kSaturday), 0u);
+    HANDLE held = INVALID_HANDLE_VALUE;
+    StepAll([&] {
+        for (const std::wstring& name : Found())
+            if (held == INVALID_HANDLE_VALUE && name.ends_with(L".part"))
+                held = CreateFileW((Folder() + name).c_str(), GENERIC_READ, FILE_SHARE_DELETE, nullptr,
+                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    });
+    ASSERT_NE(held, INVALID_HANDLE_VALUE) << "or nothing is tried here";
+    EXPECT_NE(m_journal.BackupTrouble(), StoreTrouble::None);
+    EXPECT_NE(m_journal.BackupTrouble(), StoreTrouble::Damaged) << "it is not known to be";
+    for (const std::wstring& name : Found())
+        EXPECT_TRUE(name == Name(L"01-30") || name.ends_with(L".part"))
+            << "named without having been checked";
+    CloseHandle(held);
+    MakeBackup();
+    EXPECT_EQ(Found(), Names({L"01-30", L"01-31"}));
+    EXPECT_EQ(EntriesIn(L"01-31"), 1);
+}
+
+TEST_F(Backup, IsNoneWhereAFolderHasItsUnfinishedName)
+{
+    Open(1);
+    const std::wstring folder =
+        Folder() + mervane::BackupNames::Unfinished(Name(L"01-31"), GetCurrentProcessId());
+    ASSERT_TRUE(CreateDirectoryW(Folder().c_str(), nullptr));
+    ASSERT_TRUE(CreateDirectoryW(folder.c_str(), nullptr));
+    EXPECT_EQ(m_journal.BeginBackup(kSaturday), 0u);
+    EXPECT_EQ(m_journal.StepBackup(nullptr), 0u);
+    EXPECT_EQ(Found().size(), 1u);
+    ASSERT_TRUE(RemoveDirectoryW(folder.c_str()));
+    MakeBackup();
+    EXPECT_EQ(EntriesIn(L"01-31"), 1);
 }
 
 } // namespace
