@@ -95,4 +95,111 @@ TEST_F(EntryCopyTest, AFileThatLiesWhereItIsWrittenFirstStays)
     EXPECT_TRUE(DeleteFileW((path + L".new").c_str()));
 }
 
+// A contact without a name, and one that is gone.
+TEST_F(EntryCopyTest, NamesTheContactsThatTheStoreCanTell)
+{
+    m_record.OpenStores(nullptr);
+    DbContacts& contacts = m_record.Contacts();
+    ASSERT_EQ(contacts.Open(), 1);
+    for (const wchar_t* name : {L"Doe", L"", L"Roe"}) {
+        const CEPROPVAL value{kContactsKey, 0, 0, {.lpwstr = const_cast<wchar_t*>(name)}};
+        contacts.Assign(contacts.WriteRecord(0, 1, &value));
+    }
+    contacts.Assign(99);
+    const std::wstring text = EntryCopyText(EntryToWrite(), m_record);
+    EXPECT_EQ(text.substr(text.find(L"Assigned")), L"Assigned Contacts: Doe;Roe\r\n");
+}
+
+std::wstring g_chosen; // empty: Cancel
+
+BOOL WINAPI ChooseCopy(LPOPENFILENAMEW dialog)
+{
+    wcscpy(dialog->lpstrFile, g_chosen.c_str());
+    return !g_chosen.empty();
+}
+
+decltype(&WriteFile) g_writeFile;
+
+BOOL WINAPI WriteHalf(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written, LPOVERLAPPED overlapped)
+{
+    return g_writeFile(file, bytes, size / 2, written, overlapped);
+}
+
+class EntryCopyBoxTest : public EntryCopyTest {
+  protected:
+    EntryCopyBoxTest()
+    {
+        g_chosen = m_path;
+        g_writeFile = __imp_WriteFile;
+        EXPECT_TRUE(WriteFileBytes(m_path, "the older copy"));
+    }
+    ~EntryCopyBoxTest() override { DeleteFileW(m_path.c_str()); }
+
+    void Save(const std::function<std::optional<std::wstring>()>& text)
+    {
+        const ImportWatch<decltype(&GetSaveFileNameW)> choice(&__imp_GetSaveFileNameW, ChooseCopy);
+        SaveEntryCopy(m_owner.Handle(), text);
+    }
+    void SaveNewer()
+    {
+        Save([] { return std::wstring(L"the newer one"); });
+    }
+    // It says so, and there is nothing but the older copy.
+    void ExpectNotWritten() const
+    {
+        ASSERT_EQ(m_boxes.Boxes().size(), 1u);
+        EXPECT_EQ(m_boxes.Boxes()[0].text,
+                  L"The copy could not be written.\n\nWhat you have typed is still there.");
+        EXPECT_EQ(m_boxes.Boxes()[0].owner, m_owner.Handle());
+        EXPECT_EQ(ReadFileBytes(m_path), "the older copy");
+        EXPECT_EQ(GetFileAttributesW((m_path + L".new").c_str()), INVALID_FILE_ATTRIBUTES);
+    }
+
+    const std::wstring m_path = m_store.Path() + L".txt";
+    TestParent m_owner;
+    MessageBoxAnswerer m_boxes;
+};
+
+TEST_F(EntryCopyBoxTest, SaysNothingOverACopyThatIsThere)
+{
+    SaveNewer();
+    EXPECT_TRUE(m_boxes.Boxes().empty());
+    EXPECT_EQ(ReadFileBytes(m_path), "\xEF\xBB\xBFthe newer one");
+}
+
+TEST_F(EntryCopyBoxTest, AsksForNoTextWhereNoFileIsChosen)
+{
+    g_chosen.clear();
+    Save([]() -> std::optional<std::wstring> {
+        ADD_FAILURE() << "asked";
+        return std::nullopt;
+    });
+    EXPECT_TRUE(m_boxes.Boxes().empty());
+    EXPECT_EQ(ReadFileBytes(m_path), "the older copy");
+}
+
+TEST_F(EntryCopyBoxTest, SaysThatATextThatCannotBeHadIsNotWritten)
+{
+    Save([] { return std::optional<std::wstring>(); });
+    ExpectNotWritten();
+}
+
+TEST_F(EntryCopyBoxTest, SaysThatACopyIsHalf)
+{
+    const ImportWatch<decltype(&WriteFile)> half(&__imp_WriteFile, WriteHalf);
+    SaveNewer();
+    ExpectNotWritten();
+}
+
+// As by the program that shows it.
+TEST_F(EntryCopyBoxTest, SaysThatAnotherProgramHasTheFile)
+{
+    HANDLE held = CreateFileW(m_path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                              FILE_ATTRIBUTE_NORMAL, nullptr);
+    ASSERT_NE(held, INVALID_HANDLE_VALUE);
+    SaveNewer();
+    ExpectNotWritten();
+    CloseHandle(held);
+}
+
 } // namespace

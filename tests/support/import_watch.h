@@ -44,6 +44,8 @@ template <typename Function> class ImportWatch {
     ImportWatch(const ImportWatch&) = delete;
     ImportWatch& operator=(const ImportWatch&) = delete;
 
+    Function Original() const { return m_original; }
+
   private:
     void Set(Function function)
     {
