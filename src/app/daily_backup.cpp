@@ -1,7 +1,6 @@
 #include "app/daily_backup.h"
 
 #include "app/journal_app.h"
-#include "ui/gathered.h"
 #include "util/clock.h"
 
 namespace {
@@ -16,62 +15,43 @@ constexpr const wchar_t* kDamageFound =
     L"The journal's file is damaged. It was found when today's backup was made, which is not kept. The older "
     L"backups stay.\n\nWhat can be read is shown. The help tells, under Backup, how to go back to a backup.";
 
-bool NoInputWaits()
-{
-    return !IsInputWaiting();
-}
-
 } // namespace
 
 DailyBackup::DailyBackup() : m_damage([] { return std::wstring(kDamageFound); }) {}
 
+// Where the system refuses a timer there is no backup this time.
 void DailyBackup::Start(HWND window)
 {
-    m_stage = Stage::Begin;
-    m_window = window;
-    SetTimerOf(kDelay);
+    m_isUnderWay = false;
+    (void)m_timer.Start(window, kDelay);
 }
 
 void DailyBackup::Stop()
 {
-    StopTimer();
+    m_timer.Stop();
     m_damage.Stop();
     App().Journal().EndBackup();
 }
 
-// Where the system refuses it there is no backup this time.
-void DailyBackup::SetTimerOf(unsigned milliseconds)
+void DailyBackup::ContinueIn(unsigned milliseconds)
 {
-    SetTimer(m_window, reinterpret_cast<UINT_PTR>(this), milliseconds, OnTimer);
-}
-
-void DailyBackup::StopTimer()
-{
-    if (m_window)
-        KillTimer(m_window, reinterpret_cast<UINT_PTR>(this));
-    m_window = nullptr;
-}
-
-void CALLBACK DailyBackup::OnTimer(HWND, UINT, UINT_PTR self, DWORD)
-{
-    reinterpret_cast<DailyBackup*>(self)->Continue();
+    (void)m_timer.Start(m_timer.Window(), milliseconds);
 }
 
 // A timer's message comes when no other waits; keys that came since are seen to first.
 void DailyBackup::Continue()
 {
-    if (!NoInputWaits())
-        return SetTimerOf(kSoon);
+    if (IsInputWaiting())
+        return ContinueIn(kSoon);
     DbJournal& journal = App().Journal();
     const unsigned next =
-        m_stage == Stage::Copy ? journal.StepBackup(NoInputWaits) : journal.BeginBackup(LocalNow());
-    m_stage = Stage::Copy;
-    if (next != 0)
-        return SetTimerOf(next);
-    m_stage = Stage::Begin;
+        m_isUnderWay ? journal.StepBackup([] { return !IsInputWaiting(); }) : journal.BeginBackup(LocalNow());
+    m_isUnderWay = next != 0;
+    if (m_isUnderWay)
+        return ContinueIn(next);
     if (journal.BackupTrouble() != StoreTrouble::Damaged)
-        return SetTimerOf(kNextLook);
-    HWND window = m_window;
-    StopTimer();
+        return ContinueIn(kNextLook);
+    HWND window = m_timer.Window();
+    m_timer.Stop();
     m_damage.Tell(window);
 }

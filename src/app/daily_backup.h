@@ -6,13 +6,11 @@
 #include <windows.h>
 
 #include "app/quiet_notice.h"
+#include "ui/window_timer.h"
 
 class DailyBackup {
   public:
     DailyBackup();
-    ~DailyBackup() { StopTimer(); }
-    DailyBackup(const DailyBackup&) = delete;
-    DailyBackup& operator=(const DailyBackup&) = delete;
 
     // Of the program's journal. window is one of this thread.
     void Start(HWND window);
@@ -20,13 +18,10 @@ class DailyBackup {
     void Stop();
 
   private:
-    static void CALLBACK OnTimer(HWND window, UINT message, UINT_PTR self, DWORD time);
-    void SetTimerOf(unsigned milliseconds);
-    void StopTimer();
     void Continue();
+    void ContinueIn(unsigned milliseconds);
 
-    enum class Stage { Begin, Copy };
-    HWND m_window = nullptr; // with the timer; null: nothing is to be done
-    Stage m_stage = Stage::Begin;
+    WindowTimer m_timer{[this] { Continue(); }};
+    bool m_isUnderWay = false; // a copy
     QuietNotice m_damage;
 };

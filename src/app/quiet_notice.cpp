@@ -1,7 +1,6 @@
 #include "app/quiet_notice.h"
 
 #include "ui/dialog_in_front.h"
-#include "ui/gathered.h"
 
 namespace {
 

@@ -14,11 +14,6 @@ constexpr ULONGLONG kTooLate = 400;
 
 } // namespace
 
-bool IsInputWaiting()
-{
-    return HIWORD(GetQueueStatus(QS_KEY | QS_MOUSEBUTTON)) != 0;
-}
-
 void Gathered::Ask(HWND window)
 {
     const ULONGLONG now = GetTickCount64();

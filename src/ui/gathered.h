@@ -12,9 +12,6 @@
 
 #include "ui/window_timer.h"
 
-// Whether a key or a click waits in the queue.
-bool IsInputWaiting();
-
 class Gathered {
   public:
     explicit Gathered(std::function<void()> work) : m_work(std::move(work)) {}

@@ -21,3 +21,8 @@ void CALLBACK WindowTimer::OnTimer(HWND, UINT, UINT_PTR self, DWORD)
 {
     reinterpret_cast<WindowTimer*>(self)->m_work();
 }
+
+bool IsInputWaiting()
+{
+    return HIWORD(GetQueueStatus(QS_KEY | QS_MOUSEBUTTON)) != 0;
+}

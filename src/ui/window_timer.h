@@ -28,3 +28,7 @@ class WindowTimer {
     std::function<void()> m_work;
     HWND m_window = nullptr;
 };
+
+// Whether a key or a click waits in the queue. It may have come since the timer's message was taken from
+// there: work that can wait lets it go first.
+bool IsInputWaiting();
