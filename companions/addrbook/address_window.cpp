@@ -111,6 +111,13 @@ void AddressWindow::TellSetAside()
         MessageBoxW(m_window, SetAsideText(setAside).c_str(), kTitle, MB_OK | MB_ICONEXCLAMATION);
 }
 
+void AddressWindow::TellNotKept() const
+{
+    if (m_notKept != StoreTrouble::None)
+        MessageBoxW(nullptr, NotKeptText(mervane::StorePath(), m_notKept).c_str(), kTitle,
+                    MB_OK | MB_ICONEXCLAMATION);
+}
+
 void AddressWindow::ShowFirst(int showCommand)
 {
     ShowWindow(m_window, FirstShowCommand(showCommand, m_leftMaximized));
@@ -206,6 +213,7 @@ void AddressWindow::OnDestroy()
         SaveColumnWidths(m_list, m_settings);
     }
     m_contacts.Close();
+    m_notKept = m_contacts.Trouble();
     PostQuitMessage(0);
 }
 
@@ -213,8 +221,10 @@ void AddressWindow::OnDestroy()
 // stopped by then.
 void AddressWindow::OnEndSession(WPARAM ends)
 {
-    if (TakeSessionEnd(m_window, ends))
-        Close();
+    if (!TakeSessionEnd(m_window, ends))
+        return;
+    Close();
+    m_notKept = StoreTrouble::None; // nobody is there to be told
 }
 
 // Not while it is still being made, when nobody sees it. A copy that is started from here on opens a window

@@ -38,6 +38,9 @@ class AddressWindow {
     void TellFailure() const;
     // Tells which files beside the store were set aside, in a box over the window.
     void TellSetAside();
+    // Once the window is closed by a person: tells, if so, that its store was not in its place and no whole
+    // copy was kept.
+    void TellNotKept() const;
     // Shows it where and as it was left.
     void ShowFirst(int showCommand);
     HWND Handle() const { return m_window; }
@@ -92,6 +95,7 @@ class AddressWindow {
     bool m_leftMaximized = false;
     bool m_isLoaded = false; // from the successful creation to the end of the window
     std::wstring m_failure;  // of the creation
+    StoreTrouble m_notKept = StoreTrouble::None;
     DbContacts m_contacts;
     ContactRows m_rows;
     HINSTANCE m_instance = nullptr;

@@ -51,6 +51,7 @@ int Run(HINSTANCE instance, addrbook::AddressWindow& window)
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
+    window.TellNotKept();
     return static_cast<int>(message.wParam);
 }
 

@@ -134,5 +134,8 @@ int JournalApp::Run()
             DispatchMessageW(&message);
         }
     }
+    if (const StoreTrouble trouble = m_mainWindow->NotKept(); trouble != StoreTrouble::None)
+        MessageBoxW(nullptr, NotKeptText(mervane::StorePath(), trouble).c_str(), kProgram,
+                    MB_OK | MB_ICONEXCLAMATION);
     return static_cast<int>(message.wParam);
 }

@@ -27,7 +27,8 @@ class JournalApp : public RegistryStore {
     // Once the main window is open: tells which files were set aside, and offers what an earlier program has
     // left unsaved.
     void TellWhatWasFound();
-    // The message loop; the wParam of the final WM_QUIT.
+    // The message loop, and behind it a box where closing the store has failed; the wParam of the final
+    // WM_QUIT.
     int Run();
 
     HINSTANCE Instance() const { return m_instance; }

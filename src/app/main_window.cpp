@@ -174,6 +174,7 @@ LRESULT MainWindow::OnEndSession(WPARAM ends)
         return 0;
     }
     Close();
+    m_notKept = StoreTrouble::None; // nobody is there to be told
     CeDBase::CloseAll();
     return 0;
 }
@@ -187,6 +188,7 @@ void MainWindow::Close()
     m_fileNotice.Stop();
     StoreSort();
     App().Journal().Close();
+    m_notKept = App().Journal().Trouble();
     DestroyWindow(m_window);
 }
 

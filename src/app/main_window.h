@@ -39,6 +39,8 @@ class MainWindow {
 
     HWND Handle() const { return m_window; }
     EntryList& List() { return m_list; }
+    // Once a person has closed it: why no whole copy was kept of a store whose file was not in its place.
+    StoreTrouble NotKept() const { return m_notKept; }
     // What Find looked for last.
     FindRequest& Request() { return m_findRequest; }
     // For the message loop: keys that open and work the menu, and F4 or Alt+Down for the filter's.
@@ -89,6 +91,7 @@ class MainWindow {
     DailyBackup m_backup;
     StoreTrouble m_fileTrouble = StoreTrouble::None; // as last looked at
     QuietNotice m_fileNotice;
+    StoreTrouble m_notKept = StoreTrouble::None;
     const wchar_t* m_helpTopic = kHelpMain;
     bool m_leftMaximized = false; // when it was last closed
     // Set once everything stored has been loaded: from then on it may be stored again.

@@ -12,7 +12,6 @@ namespace mervane {
 
 namespace {
 
-constexpr int kAllPages = -1;
 constexpr int kPagesOfStep = 64;
 constexpr int kMostPagesOfStep = 512;
 // Where another program writes again and again, the copy begins again and again, in longer steps; then it is
@@ -25,10 +24,7 @@ constexpr unsigned kAtOnce = 10;
 constexpr unsigned kSoon = 250;
 constexpr unsigned kPause = 60'000;
 
-constexpr ULONGLONG kLongestLock = 2500; // milliseconds
-
-// One that another process is making cannot be deleted: it is open.
-void DeleteUnfinished(const std::wstring& folder, const BackupNames& names)
+void DeleteUnfinishedBackups(const std::wstring& folder, const BackupNames& names)
 {
     for (const std::wstring& file : FilesLike(folder + L"*").value_or(std::vector<std::wstring>()))
         if (names.IsUnfinished(file))
@@ -66,7 +62,8 @@ unsigned StoreBackup::Begin(BackupDay today)
     if (!today.ok() || m_store.Sql().IsReadOnly() || m_store.LookAtFile() != StoreTrouble::None)
         return kNever;
     const BackupNames names(FileNameOf(m_path));
-    DeleteUnfinished(BackupPath(m_path, L""), names);
+    DeleteUnfinishedBackups(BackupPath(m_path, L""), names);
+    DeleteUnfinished(ReplacedPath(m_path));
     const std::wstring path = BackupPath(m_path, names.OfDay(today));
     if (FileExists(path) || !HasRoom(m_path, m_path.substr(0, m_path.size() - FileNameOf(m_path).size())))
         return kNever;
@@ -131,16 +128,8 @@ void StoreBackup::KeepCopy()
 StoreTrouble CopyBeforeMigration(Database& store, const std::wstring& path, StoreCopy& copy)
 {
     const std::wstring name = BackupNames(FileNameOf(path)).BeforeVersion(kSchemaVersion, 1);
-    if (!copy.Begin(store, BackupPath(path, name)))
-        return copy.Trouble();
-    const ULONGLONG end = GetTickCount64() + kLongestLock;
-    StoreCopy::Progress progress;
-    while ((progress = copy.Step(kAllPages)) == StoreCopy::Progress::Held) {
-        if (GetTickCount64() >= end)
-            return StoreTrouble::Locked;
-        Sleep(10);
-    }
-    const bool isWhole = progress == StoreCopy::Progress::Made && copy.Check() == WholeCheck::Result::Whole;
+    const bool isWhole = copy.Begin(store, BackupPath(path, name)) && copy.CopyAll() &&
+                         copy.Check() == WholeCheck::Result::Whole;
     return isWhole ? StoreTrouble::None : copy.Trouble();
 }
 

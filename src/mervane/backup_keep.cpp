@@ -59,6 +59,18 @@ std::set<BackupDay> DaysToKeep(std::vector<BackupDay> days)
     return kept;
 }
 
+// What an unfinished file will be called; none where the name is no unfinished one's.
+std::optional<std::wstring_view> WholeNameOf(std::wstring_view file)
+{
+    if (!file.ends_with(kUnfinished))
+        return std::nullopt;
+    file.remove_suffix(kUnfinished.size());
+    const size_t dot = file.rfind(L'.');
+    if (dot == std::wstring_view::npos || !IsNumber(file.substr(dot + 1)))
+        return std::nullopt;
+    return file.substr(0, dot);
+}
+
 // What a backup's name tells of its age.
 struct Age {
     int kind; // 2: of a day up to today, 1: of one after it, 0: from before a migration
@@ -132,16 +144,15 @@ std::optional<BackupNames::VersionAndNumber> BackupNames::VersionOf(std::wstring
     return VersionAndNumber(NumberOf(version), NumberOf(number));
 }
 
+bool BackupNames::IsUnfinishedOf(std::wstring_view name, std::wstring_view file)
+{
+    return WholeNameOf(file) == name;
+}
+
 bool BackupNames::IsUnfinished(std::wstring_view name) const
 {
-    if (!name.ends_with(kUnfinished))
-        return false;
-    name.remove_suffix(kUnfinished.size());
-    const size_t dot = name.rfind(L'.');
-    if (dot == std::wstring_view::npos || !IsNumber(name.substr(dot + 1)))
-        return false;
-    const std::wstring_view whole = name.substr(0, dot);
-    return DayOf(whole) || VersionOf(whole);
+    const auto whole = WholeNameOf(name);
+    return whole && (DayOf(*whole) || VersionOf(*whole));
 }
 
 std::vector<std::wstring> BackupsToDelete(const BackupNames& names, const std::vector<std::wstring>& files,

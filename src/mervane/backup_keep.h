@@ -23,6 +23,8 @@ class BackupNames {
     std::wstring BeforeVersion(int64_t version, int number) const;
     // What a backup is called while it is made by a process.
     static std::wstring Unfinished(std::wstring_view name, unsigned long process);
+    // Whether a file's name is one that Unfinished makes of another name.
+    static bool IsUnfinishedOf(std::wstring_view name, std::wstring_view file);
 
     // The day of a name that OfDay makes, letter by letter.
     std::optional<BackupDay> DayOf(std::wstring_view name) const;

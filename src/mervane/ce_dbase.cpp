@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 #include "mervane/cursor.h"
@@ -53,7 +54,7 @@ int CeDBase::Close()
     std::erase(OpenDatabases(), this);
     m_store->Changes().RemoveOwner(this);
     m_cursor.reset();
-    m_store.reset();
+    m_trouble = Store::Leave(std::exchange(m_store, nullptr));
     return 1;
 }
 

@@ -42,6 +42,8 @@ class CeDBase {
     CeDBase(const CeDBase&) = delete;
     CeDBase& operator=(const CeDBase&) = delete;
 
+    // The last one to close closes the store. Where its file is not in its place any more a whole copy is
+    // kept there, as NAME.replaced-TIME; Trouble() tells why that could not be done.
     virtual int Close();
 
     // Of this object's last operation: None when it was done, and when its answer is a true "no" (there is no

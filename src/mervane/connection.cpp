@@ -38,18 +38,18 @@ bool UsesLog(Database& database)
 
 } // namespace
 
-// Ending brings the log into the file and deletes it, by its name, which may be another store's by now. That
+// Closing brings the log into the file and deletes it, by its name, which may be another store's by now. That
 // it lies at its own path is enough, wherever a link leads.
-Connection::~Connection()
+StoreTrouble Connection::End()
 {
-    if (!m_database.Handle() || m_path.empty())
-        return;
-    const bool isThere = OpenedFile(m_path, m_database.FileHandle()).Look() == StoreTrouble::None;
+    const std::wstring path = std::exchange(m_path, {});
+    if (!m_database.Handle() || path.empty())
+        return StoreTrouble::None;
+    const bool isThere = OpenedFile(path, m_database.FileHandle()).Look() == StoreTrouble::None;
     if (isThere && !IsWrittenOver())
-        return;
+        return StoreTrouble::None;
     m_database.KeepLog();
-    if (!isThere && m_hasLog)
-        KeepWhole();
+    return isThere || !m_hasLog ? StoreTrouble::None : KeepWhole(path);
 }
 
 bool Connection::IsWrittenOver()
@@ -58,15 +58,16 @@ bool Connection::IsWrittenOver()
 }
 
 // Nobody finds the file any more, and without it the log is of no use.
-void Connection::KeepWhole()
+StoreTrouble Connection::KeepWhole(const std::wstring& path)
 {
     Rollback();
-    const std::wstring replaced = m_path + L".replaced-";
+    const std::wstring replaced = ReplacedPath(path);
+    DeleteUnfinished(replaced);
     StoreCopy copy;
-    constexpr int kAllPages = -1;
-    if (copy.Begin(m_database, replaced) && copy.Step(kAllPages) == StoreCopy::Progress::Made &&
-        copy.Name(FreePathOfNow(replaced)))
-        copy.Keep();
+    if (!copy.Begin(m_database, replaced) || !copy.CopyAll() || !copy.Name(FreePathOfNow(replaced)))
+        return copy.Trouble();
+    copy.Keep();
+    return StoreTrouble::None;
 }
 
 bool Connection::Open(const std::wstring& path, const std::wstring& name)

@@ -14,14 +14,16 @@ namespace mervane {
 class Connection {
   public:
     Connection() = default;
-    // The log stays where the store is not at its path any more, or was written over. Where it is not there,
-    // a whole copy of what was open is kept beside the path, as NAME.replaced-TIME.
-    ~Connection();
+    ~Connection() { (void)End(); }
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
     // name: a path by which it is looked for, through links that may come to lead elsewhere.
     [[nodiscard]] bool Open(const std::wstring& path, const std::wstring& name);
+    // Before the connection goes. The log stays where the store is not at its path any more, or was written
+    // over. Where it is not there, a whole copy of what was open is kept beside the path, as
+    // NAME.replaced-TIME. None, or why there is no such copy.
+    StoreTrouble End();
     Database& Sql() { return m_database; }
     // What lay beside the file when it was opened and is not its own: told once.
     std::vector<RenamedFile> TakeSetAside() { return std::exchange(m_setAside, {}); }
@@ -54,7 +56,7 @@ class Connection {
     [[nodiscard]] bool Prepare();
     void LookForTheFirstTime();
     bool IsWrittenOver();
-    void KeepWhole();
+    [[nodiscard]] StoreTrouble KeepWhole(const std::wstring& path);
     [[nodiscard]] bool TryWrite();
     static int OnCommit(void* self, sqlite3* handle, const char* name, int logPages);
     void MaybeShortenLog();

@@ -48,6 +48,14 @@ std::shared_ptr<Store> Store::Open(StoreTrouble* trouble)
     return store;
 }
 
+StoreTrouble Store::Leave(std::shared_ptr<Store> store)
+{
+    if (store.use_count() > 1)
+        return StoreTrouble::None;
+    store->m_backup.End();
+    return store->m_connection.End();
+}
+
 Store::Store(const std::wstring& path)
     : m_pathKey(PathKey(path)),
       m_backup(m_connection, path), m_tables{Table(m_connection.Sql(), InfoOf(TableId::Journal)),

@@ -25,6 +25,9 @@ class Store {
     // The store at StorePath(), opened if this process has not yet; null when that fails, with *trouble
     // saying why.
     static std::shared_ptr<Store> Open(StoreTrouble* trouble);
+    // Gives a share up; the last one closes the store. None, or why no whole copy of it was kept though its
+    // file is not in its place any more.
+    static StoreTrouble Leave(std::shared_ptr<Store> store);
     Store(const Store&) = delete;
     Store& operator=(const Store&) = delete;
 

@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include "mervane/backup_keep.h"
+#include "mervane/folder_files.h"
 #include "mervane/sql_trouble.h"
 #include "mervane/store_neighbours.h"
 #include "mervane/store_path.h"
@@ -13,6 +14,9 @@ namespace {
 
 // Nothing is lost with a copy that is not whole: it is made again, so it needs no journal.
 constexpr const char* kCopyPragmas = "PRAGMA journal_mode = OFF; PRAGMA synchronous = FULL";
+
+constexpr int kAllPages = -1;
+constexpr ULONGLONG kLongestLock = 2500; // milliseconds
 
 bool IsInTheWay(int result)
 {
@@ -35,6 +39,19 @@ std::wstring FileNameOf(const std::wstring& path)
 std::wstring BackupPath(const std::wstring& storePath, const std::wstring& name)
 {
     return storePath.substr(0, EndOfFolder(storePath)) + L"backup\\" + name;
+}
+
+std::wstring ReplacedPath(const std::wstring& storePath)
+{
+    return storePath + L".replaced-";
+}
+
+void DeleteUnfinished(const std::wstring& path)
+{
+    const std::wstring folder = path.substr(0, EndOfFolder(path)), name = FileNameOf(path);
+    for (const std::wstring& file : FilesLike(path + L"*").value_or(std::vector<std::wstring>()))
+        if (BackupNames::IsUnfinishedOf(name, file))
+            DeleteFileW((folder + file).c_str());
 }
 
 bool StoreCopy::Fail(StoreTrouble trouble)
@@ -88,6 +105,20 @@ StoreCopy::Progress StoreCopy::Step(int pages)
     Fail(TroubleOf(result == SQLITE_DONE ? end : result, systemError));
     Discard();
     return Progress::Failed;
+}
+
+bool StoreCopy::CopyAll()
+{
+    const ULONGLONG end = GetTickCount64() + kLongestLock;
+    for (;; Sleep(10)) {
+        const Progress progress = Step(kAllPages);
+        if (progress == Progress::Made || progress == Progress::Failed)
+            return progress == Progress::Made;
+        if (GetTickCount64() >= end) {
+            Discard();
+            return Fail(StoreTrouble::Locked);
+        }
+    }
 }
 
 int StoreCopy::PagesDone() const

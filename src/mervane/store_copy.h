@@ -28,6 +28,8 @@ class StoreCopy {
     // program's lock is in the way or the source is being written to. Begins by itself anew where another
     // connection has written.
     Progress Step(int pages);
+    // All that is left. Waits for another program's lock, up to 2.5 seconds.
+    [[nodiscard]] bool CopyAll();
     // Pages that the copy has and, as far as is known before the first step, 0.
     int PagesDone() const;
     // Of what was made; from the beginning where it was interrupted before.
@@ -56,6 +58,12 @@ class StoreCopy {
 
 // backup\NAME beside the store at a path.
 std::wstring BackupPath(const std::wstring& storePath, const std::wstring& name);
+// What the copies begin with that are kept of a store whose file was not in its place any more; the time
+// follows.
+std::wstring ReplacedPath(const std::wstring& storePath);
+// Deletes what programs that were killed have left of copies with this path. One that another process is
+// making cannot be deleted: it is open.
+void DeleteUnfinished(const std::wstring& path);
 // Without its folder.
 std::wstring FileNameOf(const std::wstring& path);
 

@@ -57,6 +57,14 @@ std::wstring SetAsideText(const std::vector<RenamedFile>& files)
                   L"file: it may be in it.";
 }
 
+std::wstring NotKeptText(const std::wstring& path, StoreTrouble trouble)
+{
+    return L"The journal's file was not in its place any more, and no whole copy of what was open could be "
+           L"kept beside it: " +
+           ReasonText(trouble) + L".\n\nWhat was saved last may be in\n\n" + path +
+           L"-wal\n\nKeep that file, and look for the journal's own: the two belong together.";
+}
+
 std::wstring GoneText(std::wstring_view path, bool isEmpty)
 {
     return std::wstring(path) + (isEmpty ? L"\n\nis empty: nothing is left in the journal's file."

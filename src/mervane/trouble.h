@@ -46,6 +46,10 @@ struct RenamedFile {
 // Of what lay beside a store's file and was not taken for the store's.
 std::wstring SetAsideText(const std::vector<RenamedFile>& files);
 
+// Of a store that was closed while its file was not in its place, and of which no whole copy was kept. path:
+// the store's.
+std::wstring NotKeptText(const std::wstring& path, StoreTrouble trouble);
+
 // Of a store that is not there any more, or an empty file by now.
 std::wstring GoneText(std::wstring_view path, bool isEmpty);
 

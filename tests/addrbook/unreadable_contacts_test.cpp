@@ -11,6 +11,7 @@
 #include "addrbook/count_text.h"
 #include "addrbook/resource.h"
 #include "mervane/trouble.h"
+#include "support/fault_vfs.h"
 #include "support/test_drive.h"
 #include "support/test_windows.h"
 #include "transfers.h"
@@ -210,6 +211,36 @@ TEST_F(AddressWindowTest, SaysThatAnotherFileIsInTheStoresPlace)
     ASSERT_TRUE(DeleteFileW(m_store.Path().c_str()));
     ASSERT_TRUE(MoveUnix(away, m_store.Path()));
     EXPECT_TRUE(says(L"1 contact"));
+}
+
+// A tool has taken its file away, and the disk is full. At the session's end nobody would answer a box.
+TEST_F(AddressWindowTest, TellsAtItsEndThatNoCopyOfAReplacedStoreWasKept)
+{
+    constexpr int kStaysFull = 1;
+    ASSERT_STREQ(FaultVfs::FaultName(FileCall::Write, kStaysFull), "disk stays full");
+    const std::wstring away = m_store.Path() + L".away";
+    for (const bool isSession : {false, true}) {
+        m_contacts.Close();
+        FaultVfs faults;
+        ASSERT_EQ(m_contacts.Open(), 1);
+        Add("Anna");
+        Open();
+        m_contacts.Close();
+        ASSERT_TRUE(MoveUnix(m_store.Path(), away));
+        faults.FailNth(FileCall::Write, 1, kStaysFull);
+        const MessageBoxAnswerer answerer;
+        SendMessageW(m_window->Handle(), isSession ? WM_ENDSESSION : WM_CLOSE, TRUE, 0);
+        EXPECT_EQ(m_window->Handle(), nullptr);
+        EXPECT_TRUE(faults.HasFired());
+        EXPECT_TRUE(answerer.Boxes().empty());
+        m_window->TellNotKept();
+        ASSERT_EQ(answerer.Boxes().size(), isSession ? 0u : 1u);
+        if (!isSession) {
+            EXPECT_EQ(answerer.Boxes()[0].text, NotKeptText(m_store.Path(), StoreTrouble::Full));
+        }
+        m_window.reset();
+        EXPECT_TRUE(MoveFileW(away.c_str(), m_store.Path().c_str()));
+    }
 }
 
 void Press(HWND dialog, int id)

@@ -1,6 +1,8 @@
 // The start of the program and its message loop.
 #include "app/main_window_fixture.h"
 
+#include "support/fault_vfs.h"
+#include "support/test_drive.h"
 #include "ui/scale.h"
 #include "ui/work_area.h"
 
@@ -226,6 +228,31 @@ TEST_F(InitInstance, RunDispatchesTheKeysThatAreNoCommands)
     EXPECT_EQ(App().Run(), 0);
     RemoveWindowSubclass(list, WatchKeys, 7);
     EXPECT_EQ(g_keys, (std::vector<Key>{{WM_KEYDOWN, 'A'}, {WM_CHAR, 'a'}}));
+}
+
+// A tool has taken its file away, and the disk is full. At the session's end nobody would answer a box.
+TEST_F(InitInstance, RunTellsThatNoCopyOfAReplacedStoreWasKept)
+{
+    constexpr int kStaysFull = 1;
+    ASSERT_STREQ(FaultVfs::FaultName(FileCall::Write, kStaysFull), "disk stays full");
+    const std::wstring away = m_store.Path() + L".away";
+    for (const bool isSession : {false, true}) {
+        UnregisterClassW(kMainWindowClass, Instance());
+        FaultVfs faults;
+        HWND window = Start();
+        ASSERT_NE(AddEntry(L"in the log", 5), 0u);
+        ASSERT_TRUE(MoveUnix(m_store.Path(), away));
+        faults.FailNth(FileCall::Write, 1, kStaysFull);
+        const MessageBoxAnswerer answerer;
+        SendMessageW(window, isSession ? WM_ENDSESSION : WM_CLOSE, TRUE, 0);
+        EXPECT_EQ(App().Run(), 0);
+        EXPECT_TRUE(faults.HasFired());
+        ASSERT_EQ(answerer.Boxes().size(), isSession ? 0u : 1u);
+        if (!isSession) {
+            EXPECT_EQ(answerer.Boxes()[0].text, NotKeptText(m_store.Path(), StoreTrouble::Full));
+        }
+        EXPECT_TRUE(MoveFileW(away.c_str(), m_store.Path().c_str()));
+    }
 }
 
 TEST_F(InitInstance, WhatWasSetAsideIsToldOverTheWindow)

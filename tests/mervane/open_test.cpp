@@ -5,7 +5,6 @@
 #include <fstream>
 #include <sstream>
 
-#include "mervane/folder_files.h"
 #include "mervane/store_header.h"
 #include "mervane/store_path.h"
 #include "open_fixture.h"
@@ -215,30 +214,6 @@ TEST_F(Opening, RefusesToWriteOnceAnotherFileIsInItsPlace)
         EXPECT_NE(AddEntry(journal, L"after"), 0u);
     }
     ExpectUsable(3);
-}
-
-// It has what was saved last, and goes with the file.
-TEST_F(Opening, KeepsItsLogWhenItIsClosedOverAnotherFile)
-{
-    MakeStore();
-    const std::wstring other = Path() + L".other", away = Path() + L".away";
-    ASSERT_TRUE(CopyFileW(Path().c_str(), other.c_str(), TRUE));
-    {
-        DbJournal journal;
-        ASSERT_EQ(journal.Open(nullptr), 1);
-        ASSERT_NE(AddEntry(journal, L"before"), 0u);
-        ASSERT_TRUE(MoveUnix(Path(), away));
-        ASSERT_TRUE(MoveUnix(other, Path()));
-    }
-    const auto kept = mervane::FilesLike(Path() + L".replaced-*");
-    ASSERT_TRUE(kept && kept->size() == 1);
-    const std::wstring whole = Path().substr(0, Path().rfind(L'\\') + 1) + kept->front();
-    EXPECT_EQ(RawStore(whole).Integer("SELECT count(*) FROM journal"), 2) << "where the file is deleted";
-    EXPECT_TRUE(DeleteFileW(whole.c_str()));
-    ASSERT_TRUE(MoveFileW(Beside(L"-wal").c_str(), (away + L"-wal").c_str()));
-    EXPECT_EQ(RawStore(away).Integer("SELECT count(*) FROM journal"), 2) << "where it is elsewhere";
-    for (const wchar_t* suffix : {L"", L"-wal", L"-shm"})
-        DeleteFileW((away + suffix).c_str());
 }
 
 // Somebody has moved the store away with all that belongs to it, and works on another one in its place.

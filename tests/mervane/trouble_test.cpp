@@ -403,4 +403,13 @@ TEST(SetAsideText, NamesEachFileBothWays)
         L"file: it may be in it.");
 }
 
+TEST(NotKeptText, NamesTheLog)
+{
+    EXPECT_EQ(
+        NotKeptText(L"C:\\j.db", StoreTrouble::Full),
+        L"The journal's file was not in its place any more, and no whole copy of what was open could be "
+        L"kept beside it: the disk is full.\n\nWhat was saved last may be in\n\nC:\\j.db-wal\n\nKeep "
+        L"that file, and look for the journal's own: the two belong together.");
+}
+
 } // namespace
