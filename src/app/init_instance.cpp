@@ -30,7 +30,7 @@ bool BringRunningCopyForward(uint64_t store, StartTurn& turn)
 
 bool IsRunning(uint64_t store)
 {
-    StartTurn turn = TurnForStore(kProgram, store);
+    StartTurn turn = TurnForStore(kMainWindowClass, store);
     return BringRunningCopyForward(store, turn);
 }
 
@@ -105,7 +105,7 @@ int JournalApp::InitInstance(HINSTANCE instance, int showCommand)
 // While this copy asked for the password, or waited for its turn, another one may have been faster.
 JournalApp::Made JournalApp::MakeMainWindow(uint64_t store)
 {
-    StartTurn turn = TurnForStore(kProgram, store);
+    StartTurn turn = TurnForStore(kMainWindowClass, store);
     if (BringRunningCopyForward(store, turn))
         return Made::Elsewhere;
     m_mainWindow = {new MainWindow, [](MainWindow* window) { delete window; }};

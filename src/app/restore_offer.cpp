@@ -1,10 +1,13 @@
 #include "app/restore_offer.h"
 
 #include "app/journal_app.h"
+#include "app/main_window.h"
 #include "mervane/backup.h"
 #include "mervane/restoration.h"
 #include "mervane/store_neighbours.h"
+#include "mervane/store_path.h"
 #include "ui/ownerless_box.h"
+#include "ui/store_window.h"
 #include "util/clock.h"
 #include "util/date_text.h"
 
@@ -59,10 +62,18 @@ std::optional<FoundBackup> FindBackup(const std::wstring& path)
     return found;
 }
 
-bool Restore(const Restoration& restoration, const FoundBackup& backup)
+// Of several starts that ask at the same time one puts it there. What the others find there is opened, or the
+// window of the one that was faster comes forward.
+StoreTrouble RunInTurn(const std::wstring& path, const Restoration& restoration, const FoundBackup& backup)
+{
+    const StartTurn turn = TurnForStore(kMainWindowClass, mervane::StoreNumber(path));
+    return restoration.HasAnother() ? StoreTrouble::None : restoration.Run(backup.path);
+}
+
+bool Restore(const std::wstring& path, const Restoration& restoration, const FoundBackup& backup)
 {
     ShowHourglass();
-    const StoreTrouble trouble = restoration.Run(backup.path);
+    const StoreTrouble trouble = RunInTurn(path, restoration, backup);
     RemoveHourglass();
     if (trouble == StoreTrouble::None)
         return true;
@@ -91,7 +102,7 @@ bool TellUnopenedStore(const std::wstring& path, StoreTrouble trouble)
         return false;
     }
     return ShowBox(text + Question(*backup, restoration), MB_YESNO | MB_DEFBUTTON2) == IDYES &&
-           Restore(restoration, *backup);
+           Restore(path, restoration, *backup);
 }
 
 bool OfferBackupOfGoneStore(const std::wstring& path)
@@ -103,7 +114,7 @@ bool OfferBackupOfGoneStore(const std::wstring& path)
     if (!backup)
         return true;
     switch (ShowBox(GoneQuestion(path, *backup), MB_YESNO)) {
-    case IDYES: return Restore(restoration, *backup);
+    case IDYES: return Restore(path, restoration, *backup);
     case IDNO: return true;
     default: return false;
     }

@@ -7,7 +7,8 @@
 
 // Tells that the store at the path was not opened, and why. Where its file is broken and a backup is whole it
 // asks whether that is to take its place, and says where the broken file is kept; No is the default answer.
-// True when the backup is in its place: the store can be opened now. Else everything is as it was.
+// True when the backup is in its place, or another file that has come there meanwhile: the store can be
+// opened now. Else everything is as it was.
 [[nodiscard]] bool TellUnopenedStore(const std::wstring& path, StoreTrouble trouble);
 
 // Where the store at the path is gone, or an empty file is in its place, and a backup is whole: asks whether

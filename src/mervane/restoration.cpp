@@ -279,6 +279,12 @@ StoreTrouble Restoration::InTheWay() const
     return HeldFile(m_path).Trouble();
 }
 
+bool Restoration::HasAnother() const
+{
+    const std::optional<Stamp> now = StampNow();
+    return now && (m_wasMissing || (m_stamp && now != m_stamp)) && !IsGone(m_path);
+}
+
 StoreTrouble Restoration::Run(const std::wstring& backup) const
 {
     const std::wstring copy = CopyName(m_path, m_name) + kUnfinished;

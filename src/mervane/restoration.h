@@ -36,6 +36,9 @@ class Restoration {
 
     // None when no other program has the file open.
     [[nodiscard]] StoreTrouble InTheWay() const;
+    // Whether another file has come there since, and not an empty one: another start, say, has put a backup
+    // in its place.
+    [[nodiscard]] bool HasAnother() const;
     // What the file that is there will be called.
     const std::wstring& KeptAs() const { return m_keptAs; }
     // None when a copy of the backup is in the store's place and the file that was there is kept. Else

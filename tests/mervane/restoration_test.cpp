@@ -293,15 +293,19 @@ TEST_F(BrokenStore, ThatIsAnotherFileByThenStays)
 {
     BreakAll();
     const Restoration restoration(Path());
+    EXPECT_FALSE(restoration.HasAnother());
     ASSERT_TRUE(WriteFileBytes(Path(), ReadFileBytes(BackupOf(L"2026-02-09"))));
     const auto mended = Files();
+    EXPECT_TRUE(restoration.HasAnother());
     EXPECT_EQ(restoration.Run(BackupOf(L"2026-02-09")), StoreTrouble::OtherFile);
     EXPECT_TRUE(Files() == mended);
     const Restoration next(Path());
     ASSERT_TRUE(MoveFileW(Path().c_str(), (Path() + L".away").c_str()));
     ASSERT_TRUE(CopyFileW((Path() + L".away").c_str(), Path().c_str(), TRUE));
     EXPECT_EQ(next.Run(BackupOf(L"2026-02-09")), StoreTrouble::OtherFile);
+    EXPECT_TRUE(next.HasAnother());
     ASSERT_TRUE(DeleteFileW(Path().c_str()));
+    EXPECT_FALSE(next.HasAnother());
     EXPECT_NE(next.Run(BackupOf(L"2026-02-09")), StoreTrouble::None) << "it is gone";
     EXPECT_EQ(GetFileAttributesW(Path().c_str()), INVALID_FILE_ATTRIBUTES);
 }
@@ -383,7 +387,11 @@ TEST_F(LostStore, ThatHasComeBackByThenStays)
 {
     Lose(false);
     const Restoration restoration(Path());
+    EXPECT_FALSE(restoration.HasAnother());
+    ASSERT_TRUE(WriteFileBytes(Path(), ""));
+    EXPECT_FALSE(restoration.HasAnother()) << "a new journal would be begun in an empty one";
     ASSERT_TRUE(WriteFileBytes(Path(), "come back"));
+    EXPECT_TRUE(restoration.HasAnother());
     const auto before = Files();
     EXPECT_EQ(restoration.Run(BackupOf(L"2026-02-09")), StoreTrouble::OtherFile);
     EXPECT_TRUE(Files() == before);

@@ -1,6 +1,9 @@
 // A store that is broken, and the backup that the program has made of it.
 #include <gtest/gtest.h>
 
+#include <array>
+#include <vector>
+
 #include "e2e/journal/journal_window.h"
 
 namespace {
@@ -200,6 +203,70 @@ TEST_F(Restore, ThatTakesTheStoreAwayIsOfferedItsBackup)
     }
     ASSERT_NE(m_journal.WaitForMainWindow(), nullptr);
     EXPECT_TRUE(ShowsRows(2));
+}
+
+// Two starts ask at the same time, about the same file.
+class TwoStarts : public Restore {
+  protected:
+    enum class File { Gone, Empty, Broken };
+    void Lose(File file)
+    {
+        ASSERT_NO_FATAL_FAILURE(BackUpAndBreak());
+        ASSERT_TRUE(file == File::Gone    ? DeleteFileW(m_store.Path().c_str())
+                    : file == File::Empty ? WriteFileBytes(m_store.Path(), "")
+                                          : true);
+    }
+    RemoteMessageBox Offer(JournalProcess& start, File file)
+    {
+        EXPECT_TRUE(start.Launch());
+        RemoteMessageBox box = WaitForMessageBox(start.Id());
+        if (file == File::Broken && box && box.Answer(IDOK))
+            box = WaitForMessageBox(start.Id());
+        EXPECT_TRUE(box && box.Offers(IDYES));
+        return box;
+    }
+};
+
+TEST_F(TwoStarts, OpenOneWindowWhereBothPutTheBackupInItsPlace)
+{
+    for (const File file : {File::Gone, File::Empty, File::Broken}) {
+        SCOPED_TRACE(static_cast<int>(file));
+        ASSERT_NO_FATAL_FAILURE(Lose(file));
+        JournalProcess second;
+        const RemoteMessageBox first = Offer(m_journal, file), other = Offer(second, file);
+        ASSERT_TRUE(first && other);
+        ASSERT_TRUE(first.Answer(IDYES));
+        ASSERT_NE(m_journal.WaitForMainWindow(), nullptr);
+        EXPECT_TRUE(ShowsRows(2));
+        ShowWindowAsync(Window(), SW_MINIMIZE);
+        ASSERT_TRUE(WaitFor([&] { return IsIconic(Window()); }));
+        ASSERT_TRUE(other.Answer(IDYES));
+        EXPECT_TRUE(second.WaitForEnd()) << "with a box: " << HasMessageBox(second.Id());
+        EXPECT_EQ(second.ExitCode(), 0u);
+        EXPECT_TRUE(WaitFor([&] { return !IsIconic(Window()); })) << "it has not come forward";
+        ASSERT_TRUE(m_journal.Close());
+        ASSERT_TRUE(DeleteFileW(m_store.Path().c_str()));
+        for (const std::wstring& backup : BackupsOf(m_store.Path()))
+            ASSERT_TRUE(DeleteFileW((BackupFolderOf(m_store.Path()) + backup).c_str()));
+    }
+}
+
+TEST_F(TwoStarts, OpenOneWindowWhereBothAreAnsweredAtOnce)
+{
+    ASSERT_NO_FATAL_FAILURE(Lose(File::Gone));
+    std::array<JournalProcess, 2> both;
+    const RemoteMessageBox first = Offer(both[0], File::Gone), other = Offer(both[1], File::Gone);
+    ASSERT_TRUE(first && other);
+    for (const RemoteMessageBox& box : {first, other})
+        PostMessageW(box.Handle(), WM_COMMAND, MAKEWPARAM(IDYES, BN_CLICKED),
+                     reinterpret_cast<LPARAM>(GetDlgItem(box.Handle(), IDYES)));
+    EXPECT_TRUE(WaitFor([&] { return both[0].IsRunning() != both[1].IsRunning(); }));
+    JournalProcess& open = both[both[0].IsRunning() ? 0 : 1];
+    ASSERT_NE(open.WaitForMainWindow(), nullptr);
+    EXPECT_EQ(VisibleWindows(L"Journal"), std::vector{open.MainWindow()});
+    EXPECT_FALSE(HasMessageBox(open.Id()));
+    ASSERT_TRUE(open.Close());
+    EXPECT_EQ(StoreReader(m_store.Path()).QueryOne("SELECT count(*) FROM journal"), "2");
 }
 
 } // namespace
