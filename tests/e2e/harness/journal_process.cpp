@@ -1,5 +1,7 @@
 #include "e2e/harness/journal_process.h"
 
+#include <cstdio>
+
 #include "e2e/harness/remote_memory.h"
 #include "e2e/harness/remote_window.h"
 
@@ -63,7 +65,13 @@ HWND JournalProcess::WaitForMainWindow(DWORD limit)
         return m_mainWindow && WaitForInputIdle(m_process.get(), kRemoteLimit) == 0 &&
                FindTopWindow(m_id, m_windowClass.c_str()) == m_mainWindow;
     };
-    if (!WaitFor([&] { return isReady() || !IsRunning(); }, limit) || !IsRunning())
+    const bool isOver = !WaitFor([&] { return isReady() || !IsRunning(); }, limit);
+    if (!IsRunning()) {
+        DWORD status = 0;
+        GetExitCodeProcess(m_process.get(), &status);
+        printf("%ls ended with 0x%08lX before its window was ready\n", m_path.c_str(), status);
+    }
+    if (isOver || !IsRunning())
         return nullptr;
     KeepThreadForCalls(m_process.get());
     return Activate(m_mainWindow) ? m_mainWindow : nullptr;
