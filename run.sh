@@ -101,7 +101,7 @@ start_display() {
     export XAUTHORITY
     cookie=$(mcookie)
     xauth -q -f "$XAUTHORITY" add :0 . "$cookie" 2>/dev/null
-    Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -noreset -auth "$XAUTHORITY" \
+    outlive_terminal Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -noreset -auth "$XAUTHORITY" \
         3>"$session/display" >/dev/null 2>&1 &
     display=$!
     wait_for test -s "$session/display" || fail "Xvfb did not start"
@@ -109,7 +109,7 @@ start_display() {
     export DISPLAY
     unset WAYLAND_DISPLAY
     xauth -q -f "$XAUTHORITY" add "$DISPLAY" . "$cookie"
-    openbox --config-file "$PWD/scripts/openbox.xml" >/dev/null 2>&1 &
+    outlive_terminal openbox --config-file "$PWD/scripts/openbox.xml" >/dev/null 2>&1 &
 }
 
 # Any page in a browser may try a port of this machine, so the view asks for a password, new each time.
@@ -117,10 +117,10 @@ start_view() {
     password=$(mcookie | cut -c1-8)
     printf '%s\n' "$password" >"$session/password"
     vnc_port=$(free_port 5900)
-    x11vnc -display "$DISPLAY" -localhost -rfbport "$vnc_port" -no6 -forever -shared -passwdfile "$session/password" \
+    outlive_terminal x11vnc -display "$DISPLAY" -localhost -rfbport "$vnc_port" -no6 -forever -shared -passwdfile "$session/password" \
         -quiet >"$session/x11vnc.log" 2>&1 &
     web_port=$(free_port 6080)
-    websockify --web /usr/share/novnc "127.0.0.1:$web_port" "127.0.0.1:$vnc_port" >"$session/websockify.log" 2>&1 &
+    outlive_terminal websockify --web /usr/share/novnc "127.0.0.1:$web_port" "127.0.0.1:$vnc_port" >"$session/websockify.log" 2>&1 &
     echo
     echo 'There is no display, so the journal runs on a virtual one. Look at it here:'
     echo
@@ -191,6 +191,6 @@ fi
 [ -z "$sample" ] || choose_sample
 prepare_wine
 [ -z "$sample" ] || fill_sample
-wine build/release/bin/journal.exe </dev/null &
+outlive_terminal wine build/release/bin/journal.exe </dev/null &
 journal=$!
 wait "$journal"

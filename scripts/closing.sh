@@ -1,4 +1,11 @@
-# How a shell script closes the journal. To be sourced.
+# How a shell script starts and closes the journal. To be sourced.
+
+# outlive_terminal COMMAND [ARGUMENT...]: becomes the command, which does not end when the terminal is closed or its
+# connection lost, as a program does that leaves SIGHUP alone: the journal would have no time to ask. For the background.
+outlive_terminal() {
+    trap '' HUP
+    exec "$@"
+}
 
 # close_journal PROCESS FOLDER SECONDS: asks the journal that runs as PROCESS to close, as the task list would, and waits
 # until it has. FOLDER holds its programs; SECONDS limits the wait, 0 is no limit. It asks three times: a dialog with

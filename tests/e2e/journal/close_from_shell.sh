@@ -1,5 +1,6 @@
 # close_from_shell.sh PROGRAM SCRIPTS: a script asks the journal to close; an entry that is not saved is asked about, and
-# what was saved is there afterwards. Another program of the same name over another store is left alone.
+# what was saved is there afterwards. Another program of the same name over another store is left alone. The end of the
+# terminal does not end it.
 set -u
 . "$2/closing.sh"
 . "$(dirname "$0")/keyboard.sh"
@@ -37,12 +38,13 @@ xdotool key ctrl+n
 wait_for is_at_editor || fail 'the editor did not open'
 close_journal "$journal" "$folder" 20 || fail 'the journal did not close with an editor open'
 
-wine "$1" &
+outlive_terminal wine "$1" &
 journal=$!
 wait_for is_at_own || fail 'the main window did not open'
 xdotool key ctrl+n
 wait_for is_at_editor || fail 'the editor did not open'
 xdotool key Tab Tab x
+kill -HUP "$journal"
 close_journal "$journal" "$folder" 2 && fail 'the journal closed over an entry that is not saved'
 wait_for is_at 'Warning' || fail 'nothing was asked'
 kill -0 "$other" || fail 'the other journal was closed'
