@@ -201,8 +201,12 @@ void NewEntry(HWND owner, EntryList& list)
     OpenEditorAndRefresh(owner, list);
 }
 
+// What cannot be read now is opened as no new entry.
 void EditEntry(HWND owner, EntryList& list)
 {
+    const StoreTrouble trouble = list.TakeChosenRow();
+    if (trouble != StoreTrouble::None)
+        return TellNotDone(owner, L"The entry was not opened", trouble);
     OpenEditorAndRefresh(owner, list);
 }
 

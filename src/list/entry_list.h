@@ -54,6 +54,7 @@ class EntryList {
     // The entry that the editor opens; 0 when there is none.
     CEOID CurrentEntry() const { return m_selection.Tracker().CurrentEntry(); }
     void SetCurrentEntry(CEOID id) { m_selection.Tracker().SetCurrentEntry(id); }
+    StoreTrouble TakeChosenRow() { return m_selection.TakeChosenRow(); }
     int SelectionFlag() const { return m_selection.Tracker().Flag(); }
     // Sets the flag and sends kMsgSelectionChanged with it.
     void SetSelectionFlag(int flag);

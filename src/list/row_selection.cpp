@@ -1,7 +1,7 @@
 #include "list/row_selection.h"
 
 #include <algorithm>
-#include <vector>
+#include <utility>
 
 #include "ui/scoped.h"
 
@@ -17,13 +17,24 @@ int TopAfterShowing(int row, int top, int page)
 
 } // namespace
 
+bool RowSelection::IsUsersChoice(const NMLISTVIEW& change) const
+{
+    constexpr UINT kChosen = LVIS_SELECTED | LVIS_FOCUSED;
+    return !m_quiet && (change.uChanged & LVIF_STATE) && ((change.uOldState ^ change.uNewState) & kChosen);
+}
+
 bool RowSelection::OnItemChanged(const NMLISTVIEW& change)
 {
-    if (m_quiet || !(change.uChanged & LVIF_STATE))
+    if (!IsUsersChoice(change))
         return false;
+    bool report = false;
+    for (const CEOID id : std::exchange(m_unseen, {}))
+        report |= m_tracker.Selection().Remove(id);
     if (change.iItem == -1)
-        return m_tracker.OnAllItemsChanged(change.uOldState, change.uNewState);
-    return m_tracker.OnItemChanged(IdOfRow(change.iItem), change.uOldState, change.uNewState);
+        report |= m_tracker.OnAllItemsChanged(change.uOldState, change.uNewState);
+    else
+        report |= m_tracker.OnItemChanged(IdOfRow(change.iItem), change.uOldState, change.uNewState);
+    return report;
 }
 
 bool RowSelection::OnRangeChanged(const NMLVODSTATECHANGE& change)
@@ -87,14 +98,17 @@ void RowSelection::SelectRows()
     SelectionSet& selection = m_tracker.Selection();
     const int page = ListView_GetCountPerPage(m_list);
     std::vector<CEOID> missing;
+    m_unseen.clear();
     int flag = m_tracker.Flag();
     int top = 0;
     {
         const ScopedRedrawPause pause(m_list);
         for (const CEOID id : selection.InOrder()) {
             const int row = RowOf(id);
-            if (row < 0 && m_unread)
+            if (row < 0 && m_unread) {
+                m_unseen.push_back(id);
                 continue;
+            }
             flag = row >= 0;
             if (!flag) {
                 missing.push_back(id);
@@ -111,6 +125,19 @@ void RowSelection::SelectRows()
         ListView_EnsureVisible(m_list, top + page - 1, FALSE);
     if (!selection.IsEmpty())
         TakeFocus();
+}
+
+StoreTrouble RowSelection::TakeChosenRow()
+{
+    constexpr UINT kState = LVIS_SELECTED | LVIS_FOCUSED;
+    const int row = ListView_GetNextItem(m_list, -1, LVNI_SELECTED | LVNI_FOCUSED);
+    if (m_tracker.CurrentEntry() || row < 0)
+        return StoreTrouble::None;
+    const CEOID id = IdOfRow(row);
+    if (!id)
+        return m_journal.Trouble();
+    (void)m_tracker.OnItemChanged(id, 0, kState);
+    return StoreTrouble::None;
 }
 
 void RowSelection::Clear()

@@ -5,6 +5,8 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <vector>
+
 #include "list/display_cache.h"
 #include "list/selection_tracker.h"
 
@@ -41,9 +43,13 @@ class RowSelection {
     [[nodiscard]] bool Select(CEOID id);
     // The same for each selected record and then the current entry, after the rows have changed.
     [[nodiscard]] bool SelectAgain();
+    // The row that was chosen while nobody could tell which record it is, asked for again: it becomes the
+    // current entry. Returns why that is not known even now; None too where there is no such row.
+    StoreTrouble TakeChosenRow();
     void Clear();
 
   private:
+    bool IsUsersChoice(const NMLISTVIEW& change) const;
     void SelectRows();
     void AddSelectedRows();
     void TakeFocus();
@@ -55,6 +61,9 @@ class RowSelection {
     const DisplayCache& m_cache;
     HWND m_list = nullptr;
     SelectionTracker m_tracker;
+    // Selected, and nobody could look for their rows. What is chosen next comes in their place: nobody sees
+    // that they are selected.
+    std::vector<CEOID> m_unseen;
     int m_quiet = 0;
     bool m_unread = false; // the row asked for last could not be looked for: its record may be there
 };

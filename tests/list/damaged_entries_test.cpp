@@ -204,6 +204,16 @@ TEST_F(MissingEntries, StaySelectedAndTheOnesThatAreGoneDoNot)
     EXPECT_EQ(Selected(), (List{Unread(), There()}));
 }
 
+TEST_F(MissingEntries, LeaveTheSelectionWithTheNextClick)
+{
+    for (const UINT keys : {0u, UINT{MK_CONTROL}}) {
+        m_list.ClearSelection();
+        SelectAndRefresh({Unread()});
+        ClickRow(2, keys);
+        EXPECT_EQ(Selected(), List{App().Journal().IdOfRow(2)}) << keys;
+    }
+}
+
 TEST_F(MissingEntries, AreToldOfWithoutACount)
 {
     const MessageBoxAnswerer boxes;

@@ -147,6 +147,41 @@ TEST_F(ListTrouble, ARefreshThatReadsNothingKeepsRowsAndSelection)
     EXPECT_EQ(SelectedRows().size(), 2u);
 }
 
+// A row is clicked of which nobody can tell the record.
+TEST_F(ListTrouble, ABlankRowIsNoNewEntryAndNothingElseThatWasSelected)
+{
+    LoseFile();
+    {
+        const MessageBoxAnswerer answerer;
+        DeleteEntries(m_list); // nothing in memory holds any more
+        EXPECT_EQ(answerer.Boxes().size(), 1u);
+    }
+    ASSERT_EQ(RowCount(), 5);
+    ClickRow(0);
+    EXPECT_EQ(SelectedRows(), std::vector{0});
+    EXPECT_EQ(Selected(), List{});
+    EXPECT_EQ(m_list.CurrentEntry(), 0u);
+    const MessageBoxAnswerer answerer;
+    EditEntry(m_parent.Handle(), m_list);
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(answerer.Boxes()[0].text.substr(0, 25), L"The entry was not opened:");
+    EXPECT_EQ(answerer.Boxes()[0].owner, m_parent.Handle());
+}
+
+TEST_F(ListTrouble, ABlankRowIsOpenedOnceItCanBeRead)
+{
+    LoseFile();
+    {
+        const MessageBoxAnswerer answerer;
+        DeleteEntries(m_list);
+    }
+    ClickRow(0);
+    Mend();
+    EXPECT_EQ(m_list.TakeChosenRow(), StoreTrouble::None);
+    EXPECT_EQ(m_list.CurrentEntry(), App().Journal().IdOfRow(0));
+    EXPECT_EQ(Selected(), List{App().Journal().IdOfRow(0)});
+}
+
 TEST_F(ListTrouble, AFilterKeepsCategoriesThatCannotBeLookedFor)
 {
     FilterState filter;
