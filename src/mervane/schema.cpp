@@ -252,13 +252,13 @@ StoreTrouble BringUpToDate(Database& database, const std::wstring& path)
 
 StoreTrouble MakeReady(Database& database, const std::wstring& path, Mode mode)
 {
-    if (!database.Execute(kConnectionPragmas))
+    if (mode == Mode::Rollback)
+        database.MapNoIndex();
+    const bool alone = mode == Mode::Rollback && !database.IsReadOnly();
+    if ((alone && !BeginAlone(database)) || !database.Execute(kConnectionPragmas))
         return FailureOf(database);
     if (database.IsReadOnly())
         return BringUpToDate(database, path);
-    const bool alone = mode == Mode::Rollback;
-    if (alone && !BeginAlone(database))
-        return FailureOf(database);
     if (const StoreTrouble trouble = BringUpToDate(database, path); trouble != StoreTrouble::None)
         return trouble;
     return UseMode(database, mode) && (!alone || (EndAlone(database) && database.Execute(kNoSpill)))
@@ -300,9 +300,13 @@ StoreTrouble OpenWith(Database& database, const std::wstring& path, AsideFiles* 
     if (file.kind == FileKind::Missing && !MakeFolderOf(path))
         return StoreTrouble::Unreachable;
     const bool hasLog = HasContent(path + L"-wal");
+    const bool isFixed = IsOnFixedDrive(path);
+    // It can neither be given another mode nor be had alone, without which its log's index would be mapped.
+    if (file.kind == FileKind::ReadOnlyStore && hasLog && !isFixed)
+        return StoreTrouble::ReadOnly;
     if (!database.Open(path, ModeFor(file.kind, hasLog)))
         return FailureOf(database);
-    const StoreTrouble trouble = MakeReady(database, path, IsOnFixedDrive(path) ? Mode::Log : Mode::Rollback);
+    const StoreTrouble trouble = MakeReady(database, path, isFixed ? Mode::Log : Mode::Rollback);
     if (trouble != StoreTrouble::None)
         CloseUntouched(database, path, hadLog && !aside->Has(path + L"-wal"), hadSharedMemory);
     return trouble;

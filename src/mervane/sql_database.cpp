@@ -17,6 +17,10 @@ constexpr int kBusyTimeout = 2500; // milliseconds
 // times the memory.
 constexpr int kLongestValue = 128 << 20;
 
+// Of the file's header: which way of writing its readers must know.
+constexpr sqlite3_int64 kReadVersionPlace = 19;
+constexpr char kVersionWithLog = 2;
+
 int OpenFlags(Database::Mode mode)
 {
     switch (mode) {
@@ -43,6 +47,13 @@ std::string UnchangingUri(const std::wstring& path)
 }
 
 } // namespace
+
+Database::Database() = default;
+
+Database::~Database()
+{
+    Close();
+}
 
 bool Database::Open(const std::wstring& path, Mode mode)
 {
@@ -82,6 +93,33 @@ void Database::KeepLog()
     sqlite3_db_config(m_handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
 }
 
+sqlite3_file* Database::File() const
+{
+    sqlite3_file* file = nullptr;
+    const int result = sqlite3_file_control(m_handle, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    return result == SQLITE_OK && file->pMethods ? file : nullptr;
+}
+
+// SQLite asks the methods' version whether there is shared memory.
+void Database::MapNoIndex()
+{
+    sqlite3_file* file = File();
+    if (!file)
+        return;
+    m_methods = std::make_unique<sqlite3_io_methods>(*file->pMethods);
+    m_methods->iVersion = 1;
+    file->pMethods = m_methods.get();
+}
+
+// Where no index is mapped, SQLite says of a file with a log no more than that something cannot be opened.
+bool Database::IsKeptOutByLog() const
+{
+    sqlite3_file* file = m_methods ? File() : nullptr;
+    char version = 0;
+    return file && file->pMethods->xRead(file, &version, 1, kReadVersionPlace) == SQLITE_OK &&
+           version == kVersionWithLog;
+}
+
 bool Database::Execute(const char* sql)
 {
     if (sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr) == SQLITE_OK)
@@ -105,8 +143,10 @@ bool Database::InTransaction() const
 
 StoreTrouble Database::NoteFailure()
 {
-    const StoreTrouble trouble =
-        TroubleOf(sqlite3_extended_errcode(m_handle), static_cast<DWORD>(sqlite3_system_errno(m_handle)));
+    const int code = sqlite3_extended_errcode(m_handle);
+    StoreTrouble trouble = TroubleOf(code, static_cast<DWORD>(sqlite3_system_errno(m_handle)));
+    if (code == SQLITE_CANTOPEN && IsKeptOutByLog())
+        trouble = StoreTrouble::Locked;
     NoteTrouble(trouble);
     return trouble;
 }

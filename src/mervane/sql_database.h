@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -14,6 +15,8 @@
 #include "mervane/trouble.h"
 
 struct sqlite3;
+struct sqlite3_file;
+struct sqlite3_io_methods;
 struct sqlite3_stmt;
 
 namespace mervane {
@@ -25,8 +28,8 @@ class Database {
     // it.
     enum class Mode { Unchanging, ReadOnly, Create };
 
-    Database() = default;
-    ~Database() { Close(); }
+    Database();
+    ~Database();
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
 
@@ -39,6 +42,9 @@ class Database {
     void WaitForLocks(bool wait);
     // Closing leaves the write-ahead log as it is.
     void KeepLog();
+    // From now on the index of a write-ahead log is not mapped: what needs it finds the file locked, also
+    // once another program has given it a log. What is done alone needs none.
+    void MapNoIndex();
 
     // Runs statements that give no rows that matter.
     [[nodiscard]] bool Execute(const char* sql);
@@ -63,7 +69,11 @@ class Database {
     sqlite3* Handle() const { return m_handle; }
 
   private:
+    sqlite3_file* File() const;
+    bool IsKeptOutByLog() const;
+
     sqlite3* m_handle = nullptr;
+    std::unique_ptr<sqlite3_io_methods> m_methods; // of the file, where they are not the system's
     StoreTrouble m_trouble = StoreTrouble::None;
 };
 

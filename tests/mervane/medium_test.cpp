@@ -96,15 +96,63 @@ TEST_P(OnADrive, TakesInTheLogThatCameWithTheStore)
             ASSERT_TRUE(WriteFileBytes(Path() + suffix, ReadFileBytes(fixed.Path() + suffix)));
     }
     SetEnvironmentVariableW(L"MERVANE_STORE", Path().c_str());
+    ASSERT_TRUE(CreateDirectoryW((Path() + L"-shm").c_str(), nullptr)) << "which cannot be mapped";
     {
         DbJournal journal;
         ASSERT_EQ(journal.Open(nullptr), 1);
         EXPECT_STREQ(journal.GetSubject(1), L"in the log");
-        EXPECT_FALSE(Exists(Path() + L"-shm"));
         EXPECT_FALSE(Exists(Path() + L"-wal"));
         ASSERT_NE(AddEntry(journal, L"s"), 0u);
     }
+    EXPECT_TRUE(RemoveDirectoryW((Path() + L"-shm").c_str()));
     EXPECT_EQ(RawStore(Path()).Integer("SELECT count(*) FROM journal"), 2);
+}
+
+// It could be read only with its index in mapped memory.
+TEST_P(OnADrive, RefusesAFileThatHasALogAndCannotBeWritten)
+{
+    {
+        const TestStore fixed;
+        DbJournal journal;
+        ASSERT_EQ(journal.Open(nullptr), 1);
+        ASSERT_NE(AddEntry(journal, L"in the log"), 0u);
+        for (const wchar_t* suffix : {L"", L"-wal"})
+            ASSERT_TRUE(WriteFileBytes(Path() + suffix, ReadFileBytes(fixed.Path() + suffix)));
+    }
+    SetEnvironmentVariableW(L"MERVANE_STORE", Path().c_str());
+    const std::string log = ReadFileBytes(Path() + L"-wal");
+    ASSERT_TRUE(SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_READONLY));
+    {
+        DbJournal journal;
+        EXPECT_EQ(journal.Open(nullptr), 0);
+        EXPECT_EQ(journal.Trouble(), StoreTrouble::ReadOnly);
+        EXPECT_FALSE(Exists(Path() + L"-shm"));
+    }
+    EXPECT_TRUE(ReadFileBytes(Path() + L"-wal") == log);
+    ASSERT_TRUE(SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_NORMAL));
+    DbJournal journal;
+    ASSERT_EQ(journal.Open(nullptr), 1);
+    EXPECT_STREQ(journal.GetSubject(1), L"in the log");
+}
+
+// As the machine does that shares its folder: there the drive is a fixed one.
+TEST_P(OnADrive, GoesNotAlongWhereAnotherProgramBeginsALog)
+{
+    DbJournal journal;
+    ASSERT_EQ(journal.Open(nullptr), 1);
+    const CEOID id = AddEntry(journal, L"before");
+    ASSERT_NE(id, 0u);
+    RawStore other(Path());
+    ASSERT_TRUE(other.Run("PRAGMA journal_mode = WAL"));
+    ASSERT_TRUE(other.Run("INSERT INTO journal(subject) VALUES('of another')"));
+    EXPECT_EQ(Sent().Text(kSubject, L"changed").Write(journal, id), 0u);
+    EXPECT_EQ(journal.Trouble(), StoreTrouble::Locked);
+    EXPECT_EQ(AddEntry(journal, L"new"), 0u);
+    EXPECT_EQ(journal.Trouble(), StoreTrouble::Locked);
+    ASSERT_TRUE(other.Run("PRAGMA journal_mode = DELETE"));
+    EXPECT_NE(AddEntry(journal, L"new"), 0u) << "once the file is as it was";
+    EXPECT_EQ(journal.RecordCount(), 3u);
+    EXPECT_EQ(other.Integer("SELECT count(*) FROM journal"), 3);
 }
 
 // An import, say, of more than the cache holds: the file is locked at its end alone.
