@@ -1,7 +1,5 @@
 // A failure is not a "no": nothing is written, deleted or left out in silence where the contacts cannot be
 // read.
-#include "unreadable_contacts.h"
-
 #include <commctrl.h>
 
 #include <algorithm>
@@ -14,6 +12,7 @@
 #include "support/fault_vfs.h"
 #include "support/test_drive.h"
 #include "support/test_windows.h"
+#include "support/unreadable_table.h"
 #include "transfers.h"
 
 namespace addrbook {
@@ -26,7 +25,7 @@ TEST_F(Transfers, KnowNoUidsWhereTheContactsCannotBeRead)
     ContactUids uids;
     ASSERT_TRUE(uids.Load(m_contacts));
     {
-        const UnreadableContacts unreadable(m_store.Path());
+        const UnreadableTable unreadable(m_store.Path(), "contacts");
         EXPECT_FALSE(uids.Load(m_contacts));
         EXPECT_TRUE(uids.IsEmpty());
         EXPECT_EQ(Import(CardOf("FN:a\nNOTE:n\nUID:1")), State::Failed);
@@ -49,7 +48,7 @@ TEST_F(Transfers, StopWhereTheContactsCannotBeReadAfterAQuestion)
     ASSERT_EQ(state, State::Asking);
     ASSERT_EQ(job.Ask(nullptr), State::Working);
     {
-        const UnreadableContacts unreadable(m_store.Path());
+        const UnreadableTable unreadable(m_store.Path(), "contacts");
         EXPECT_EQ(RunToEnd(job), State::Failed);
     }
     EXPECT_EQ(m_contacts.RecordCount(), 1u);
@@ -64,7 +63,7 @@ TEST_F(Transfers, ExportTellsOfAContactThatCannotBeRead)
     while (job.PerMille() == 0)
         ASSERT_EQ(job.Step(1), State::Working);
     {
-        const UnreadableContacts unreadable(m_store.Path());
+        const UnreadableTable unreadable(m_store.Path(), "contacts");
         ASSERT_EQ(RunToEnd(job), State::Done);
     }
     const size_t written = ReadAll(ReadFileBytes(m_path)).contacts.size();
@@ -83,7 +82,7 @@ TEST_F(Transfers, ExportOfNothingThatCanBeReadLeavesTheFile)
     const std::vector<CEOID> ids = Ids();
     ASSERT_TRUE(WriteFileBytes(m_path, "before"));
     {
-        const UnreadableContacts unreadable(m_store.Path());
+        const UnreadableTable unreadable(m_store.Path(), "contacts");
         EXPECT_EQ(Export(ids), State::Failed);
     }
     EXPECT_TRUE(m_report.starts_with(L"The contacts cannot be read: ")) << m_report;
@@ -98,7 +97,7 @@ TEST_F(AddressWindowTest, ADeletionThatCannotBeDoneIsNotToldAsDone)
     Command(CMD_SELECT_ALL);
     const MessageBoxAnswerer answerer({IDYES, IDOK});
     {
-        const UnreadableContacts unreadable(m_store.Path());
+        const UnreadableTable unreadable(m_store.Path(), "contacts");
         PressInList(VK_DELETE);
         ASSERT_EQ(answerer.Boxes().size(), 2u);
         EXPECT_TRUE(answerer.Boxes()[1].text.starts_with(L"The contacts were not deleted: "))
@@ -115,7 +114,7 @@ TEST_F(AddressWindowTest, AContactThatCannotBeReadIsNotOpenedAsAnEmptyOne)
     Open();
     const MessageBoxAnswerer answerer;
     {
-        const UnreadableContacts unreadable(m_store.Path());
+        const UnreadableTable unreadable(m_store.Path(), "contacts");
         Command(CMD_EDIT_CONTACT);
         ASSERT_EQ(answerer.Boxes().size(), 1u);
         EXPECT_TRUE(answerer.Boxes()[0].text.starts_with(L"The contact cannot be opened: "))
@@ -185,7 +184,7 @@ TEST_F(AddressWindowTest, ContactsThatCannotBeReadAreNotNone)
     Add("Anna");
     Open();
     {
-        const UnreadableContacts unreadable(m_store.Path());
+        const UnreadableTable unreadable(m_store.Path(), "contacts");
         TellOfAChange(kChangeWorkEnded);
         EXPECT_EQ(ListView_GetItemCount(List()), 1);
         EXPECT_TRUE(WindowText(Item(IDC_COUNT)).starts_with(L"1 contact. Not all can be read: "))
@@ -256,7 +255,7 @@ TEST_F(AddressWindowTest, ASaveThatFailsSaysWhyAndKeepsWhatWasTyped)
     const ModalDriver driver([&](HWND dialog) {
         SetDlgItemTextW(dialog, IDC_NOTE, L"mine");
         {
-            const UnreadableContacts unreadable(m_store.Path());
+            const UnreadableTable unreadable(m_store.Path(), "contacts");
             Press(dialog, IDOK);
         }
         EXPECT_EQ(WindowText(GetDlgItem(dialog, IDC_NOTE)), L"mine");
