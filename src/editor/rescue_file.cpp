@@ -32,11 +32,6 @@ std::wstring StoreMark(uint64_t store)
     return text;
 }
 
-bool IsThere(const std::wstring& path)
-{
-    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
 // 0 where it cannot be told.
 uint64_t WrittenAt(const std::wstring& path)
 {
@@ -112,7 +107,7 @@ bool RescueFile::TakeName(uint64_t store)
     const std::wstring start = folder + StoreMark(store) + std::to_wstring(GetCurrentProcessId()) + L"-";
     for (int number = 1; number <= kMostNames; ++number) {
         m_path = start + std::to_wstring(number) + kEnding;
-        if (!IsThere(m_path) && Lock() && !IsThere(m_path))
+        if (!mervane::FileExists(m_path) && Lock() && !mervane::FileExists(m_path))
             return true;
     }
     Release();
@@ -141,7 +136,7 @@ void RescueFile::SetAside()
 {
     const std::optional<RescueState> state = Read();
     std::wstring kept = m_path + kKeptEnding;
-    for (int number = 2; IsThere(kept) && number <= kMostNames; ++number)
+    for (int number = 2; mervane::FileExists(kept) && number <= kMostNames; ++number)
         kept = m_path + L"-" + std::to_wstring(number) + kKeptEnding;
     if (state && MoveFileExW(m_path.c_str(), kept.c_str(), MOVEFILE_WRITE_THROUGH)) {
         MarkAsNew(kept);

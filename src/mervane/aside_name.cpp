@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "mervane/store_neighbours.h"
+#include "mervane/folder_files.h"
 
 namespace mervane {
 

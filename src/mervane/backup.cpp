@@ -6,7 +6,6 @@
 
 #include "mervane/folder_files.h"
 #include "mervane/store_header.h"
-#include "mervane/store_neighbours.h"
 
 namespace mervane {
 

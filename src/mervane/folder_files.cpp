@@ -4,6 +4,18 @@
 
 namespace mervane {
 
+bool FileExists(const std::wstring& path)
+{
+    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool HasContent(const std::wstring& path)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    return GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) &&
+           (data.nFileSizeLow || data.nFileSizeHigh);
+}
+
 std::optional<std::vector<std::wstring>> FilesLike(const std::wstring& pattern)
 {
     std::vector<std::wstring> files;

@@ -10,7 +10,6 @@
 #include "mervane/folder_files.h"
 #include "mervane/sql_trouble.h"
 #include "mervane/store_header.h"
-#include "mervane/store_neighbours.h"
 #include "mervane/whole_store.h"
 
 namespace mervane {

@@ -5,6 +5,7 @@
 
 #include "mervane/backup.h"
 #include "mervane/drive_kind.h"
+#include "mervane/folder_files.h"
 #include "mervane/restoration.h"
 #include "mervane/schema_check.h"
 #include "mervane/store_neighbours.h"

@@ -5,7 +5,6 @@
 #include "mervane/backup_keep.h"
 #include "mervane/folder_files.h"
 #include "mervane/sql_trouble.h"
-#include "mervane/store_neighbours.h"
 #include "mervane/store_path.h"
 
 namespace mervane {

@@ -6,6 +6,7 @@
 
 #include "mervane/aside_name.h"
 #include "mervane/file_reader.h"
+#include "mervane/folder_files.h"
 #include "mervane/log_content.h"
 #include "mervane/schema.h"
 #include "mervane/sql_trouble.h"
@@ -180,18 +181,6 @@ StoreTrouble PrepareJournal(const std::wstring& path, FileKind kind, AsideFiles*
 }
 
 } // namespace
-
-bool FileExists(const std::wstring& path)
-{
-    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
-bool HasContent(const std::wstring& path)
-{
-    WIN32_FILE_ATTRIBUTE_DATA data;
-    return GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) &&
-           (data.nFileSizeLow || data.nFileSizeHigh);
-}
 
 StoreTrouble AsideFiles::SetAside(const std::wstring& path)
 {

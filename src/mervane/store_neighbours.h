@@ -9,10 +9,6 @@
 
 namespace mervane {
 
-bool FileExists(const std::wstring& path);
-// Whether the file is there and not empty.
-bool HasContent(const std::wstring& path);
-
 // Files that were set aside under a name that says so and when; nothing is ever deleted.
 class AsideFiles {
   public:
