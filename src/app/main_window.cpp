@@ -50,9 +50,15 @@ std::wstring FileTroubleText()
     return text;
 }
 
+std::wstring MissingEntriesText()
+{
+    return L"Not every entry is shown: " + ReasonText(StoreTrouble::Damaged) +
+           L".\n\nWhat can be read is shown. The help tells, under Backup, how to go back to a backup.";
+}
+
 } // namespace
 
-MainWindow::MainWindow() : m_fileNotice(FileTroubleText) {}
+MainWindow::MainWindow() : m_fileNotice(FileTroubleText), m_missingNotice(MissingEntriesText) {}
 
 bool MainWindow::RegisterWindowClass(HINSTANCE instance)
 {
@@ -78,6 +84,7 @@ void MainWindow::ShowFirst(int showCommand)
 {
     ShowWindow(m_window, FirstShowCommand(showCommand, m_leftMaximized));
     m_backup.Start(m_window);
+    NoteMissingEntries();
 }
 
 bool MainWindow::TranslateMenuKey(const MSG& message)
@@ -354,6 +361,14 @@ void MainWindow::OnFilterChanged()
         return;
     (void)BringFilterUpToDate();
     m_list.Refresh();
+    NoteMissingEntries();
+}
+
+void MainWindow::NoteMissingEntries()
+{
+    const bool now = m_list.IsCutShort();
+    if (!std::exchange(m_missesEntries, now) && now)
+        m_missingNotice.Tell(m_window);
 }
 
 void MainWindow::NoteFileTrouble()

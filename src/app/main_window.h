@@ -77,6 +77,7 @@ class MainWindow {
     void RefitList();
     void DropFilterMenu();
     void NoteFileTrouble();
+    void NoteMissingEntries();
     void OnFilterChanged();
     [[nodiscard]] bool BringFilterUpToDate();
 
@@ -91,6 +92,8 @@ class MainWindow {
     DailyBackup m_backup;
     StoreTrouble m_fileTrouble = StoreTrouble::None; // as last looked at
     QuietNotice m_fileNotice;
+    bool m_missesEntries = false; // as the list was last looked at
+    QuietNotice m_missingNotice;
     StoreTrouble m_notKept = StoreTrouble::None;
     const wchar_t* m_helpTopic = kHelpMain;
     bool m_leftMaximized = false; // when it was last closed

@@ -262,6 +262,7 @@ bool EntryList::Rebuild()
     ListView_DeleteAllItems(m_list);
     m_rows.Apply(journal, filter);
     const DWORD rows = CountRows(journal);
+    m_isCutShort = journal.Trouble() == StoreTrouble::Damaged;
     if (journal.Trouble() == StoreTrouble::None || rows > 0 || !journal.IsOpen())
         filter.rowCount = rows;
     SendMessageW(m_list, LVM_SETITEMCOUNT, filter.rowCount, 0);

@@ -55,6 +55,8 @@ class EntryList {
     CEOID CurrentEntry() const { return m_selection.Tracker().CurrentEntry(); }
     void SetCurrentEntry(CEOID id) { m_selection.Tracker().SetCurrentEntry(id); }
     StoreTrouble TakeChosenRow() { return m_selection.TakeChosenRow(); }
+    // Whether the file was damaged where the last refresh read it: entries may be missing.
+    bool IsCutShort() const { return m_isCutShort; }
     int SelectionFlag() const { return m_selection.Tracker().Flag(); }
     // Sets the flag and sends kMsgSelectionChanged with it.
     void SetSelectionFlag(int flag);
@@ -88,4 +90,5 @@ class EntryList {
     DisplayCache m_cache;
     EmptyNotice m_notice;
     RowSelection m_selection;
+    bool m_isCutShort = false;
 };

@@ -3,6 +3,7 @@
 #include "app/main_window_fixture.h"
 #include "data/journal_entry.h"
 #include "support/import_watch.h"
+#include "support/lost_leaf.h"
 #include "support/test_drive.h"
 #include "ui/scale.h"
 #include "util/clock.h"
@@ -292,6 +293,32 @@ TEST_F(MainWindowTest, TellsOfDamageThatTheBackupHasFound)
     EXPECT_EQ(answerer.Boxes()[0].owner, window);
     EXPECT_TRUE(BackupsOf(m_store.Path()).empty());
     EXPECT_TRUE(ReadFileBytes(m_store.Path()) == bytes);
+}
+
+// The rows do not tell that there were more.
+TEST_F(MainWindowTest, TellsOnceThatEntriesAreMissingFromADamagedFile)
+{
+    ASSERT_EQ(App().Journal().Open(nullptr), 1);
+    for (int i = 0; i < 300; ++i)
+        ASSERT_NE(AddEntry((L"entry " + std::to_wstring(i)).c_str(), static_cast<uint64_t>(i)), 0u);
+    App().Journal().Close();
+    LoseLeafOf(m_store.Path(), "entry 100");
+    const MessageBoxAnswerer answerer;
+    HWND window = Create();
+    ASSERT_GT(Rows(), 0);
+    ASSERT_LT(Rows(), 300);
+    ASSERT_TRUE(PumpUntil([&] { return !answerer.Boxes().empty(); }));
+    EXPECT_EQ(answerer.Boxes()[0].text.substr(0, 58),
+              L"Not every entry is shown: the journal's file is damaged.\n\n");
+    EXPECT_EQ(answerer.Boxes()[0].owner, window);
+    SendMessageW(window, kMsgDatabaseChange, kChangeModified, 0);
+    const auto isToldAgain = [&] {
+        size_t count = 0;
+        for (const auto& box : answerer.Boxes())
+            count += box.text.starts_with(L"Not every entry");
+        return count > 1;
+    };
+    EXPECT_FALSE(PumpUntil(isToldAgain, 1000));
 }
 
 // A sync or restore tool has put another file there, or none: what is saved would be refused.

@@ -11,6 +11,7 @@
 #include "mervane/db_categories.h"
 #include "res/resource.h"
 #include "support/dialog_window.h"
+#include "support/lost_leaf.h"
 
 namespace {
 
@@ -152,13 +153,7 @@ class MissingEntries : public EntryListTest {
     {
         EXPECT_EQ(App().Journal().DeleteRecord(Gone()), 1);
         App().Journal().Close();
-        const size_t index = PageOfIndex();
-        std::string bytes = ReadFileBytes(m_store.Path());
-        // A page that once held it may still have its text; those that hold it now lie behind.
-        const size_t leaf = bytes.rfind("entry 100") / kPageSize;
-        for (const size_t page : {index, leaf})
-            std::fill_n(bytes.begin() + static_cast<ptrdiff_t>(page * kPageSize), kPageSize, '\0');
-        EXPECT_TRUE(WriteFileBytes(m_store.Path(), bytes));
+        LoseLeafOf(m_store.Path(), "entry 100");
         EXPECT_EQ(App().Journal().Open(nullptr), 1);
         CreateList();
     }
@@ -176,23 +171,6 @@ class MissingEntries : public EntryListTest {
     }
 
   private:
-    // From 0.
-    size_t PageOfIndex() const
-    {
-        sqlite3* database = nullptr;
-        sqlite3_stmt* root = nullptr;
-        EXPECT_EQ(sqlite3_open16(m_store.Path().c_str(), &database), SQLITE_OK);
-        EXPECT_EQ(sqlite3_prepare_v2(database,
-                                     "SELECT rootpage FROM sqlite_schema WHERE name = 'journal_numbers'", -1,
-                                     &root, nullptr),
-                  SQLITE_OK);
-        EXPECT_EQ(sqlite3_step(root), SQLITE_ROW);
-        const auto page = static_cast<size_t>(sqlite3_column_int(root, 0));
-        sqlite3_finalize(root);
-        sqlite3_close(database);
-        return page - 1;
-    }
-
     List m_ids;
 };
 
