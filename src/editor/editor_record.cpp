@@ -102,6 +102,8 @@ EditorRecord::Loaded EditorRecord::Load(JournalEntry* entry)
     const bool read = m_journal.Trouble() == StoreTrouble::None &&
                       m_journal.ReadRecord(&count, nullptr, &properties) == m_id;
     const LocalBlock<CEPROPVAL> block(properties);
+    if (read)
+        m_foreign = m_journal.ForeignProperties();
     m_unread = !read || m_journal.Trouble() != StoreTrouble::None;
     if (m_unread) {
         (void)Fail(m_journal.Trouble());
@@ -120,6 +122,10 @@ void EditorRecord::LoadSets(JournalEntry* entry)
 {
     m_partOfCategories.reset();
     m_partOfContacts.reset();
+    if (IsForeign(kPropCategories))
+        m_partOfCategories.emplace();
+    if (IsForeign(kPropContacts))
+        m_partOfContacts.emplace();
     if (entry->categories &&
         !m_categoryStore.SetStackFromBlob(&m_categories, BlobOf(*entry->categories), kCategoryLoaded))
         m_partOfCategories = AssignedCategories(m_categories);
@@ -187,12 +193,14 @@ EditorRecord::Saved EditorRecord::CountUsesAndWrite(EntryToWrite* entry, Theirs 
     const CEOID id = m_id;
     const CEOID reference = *m_reference;
     const std::optional<Image> image = m_image;
+    const std::vector<CEPROPID> foreign = m_foreign;
     const Saved saved = WriteTo(target, entry);
     if (saved != Saved::Failed && together.Commit())
         return saved;
     m_id = id;
     *m_reference = reference;
     m_image = image;
+    m_foreign = foreign;
     return Fail(together.Trouble());
 }
 
@@ -220,6 +228,7 @@ EditorRecord::Target EditorRecord::FindTarget(Theirs theirs)
         return Target::Changed;
     m_partOfCategories.reset(); // theirs are written over as well
     m_partOfContacts.reset();
+    m_foreign.clear();
     return Target::Record;
 }
 
@@ -291,6 +300,45 @@ void EditorRecord::LeaveUnreadSets(EntryToWrite* entry) const
     }
 }
 
+bool EditorRecord::IsForeign(CEPROPID property) const
+{
+    return std::count(m_foreign.begin(), m_foreign.end(), property) != 0;
+}
+
+// The times belong together: what is shown for one that cannot be read is no time of the entry's, and the
+// others follow it. The sets are left in their own way.
+bool EditorRecord::LeavesForeign(CEPROPID property, const EntryToWrite& entry) const
+{
+    if (!m_shown)
+        return false;
+    switch (property) {
+    case kPropDate:
+    case kPropEndTime:
+    case kPropDuration:
+        return (IsForeign(kPropDate) || IsForeign(kPropEndTime) || IsForeign(kPropDuration)) &&
+               entry.date == m_shown->date && entry.endTime == m_shown->endTime &&
+               entry.duration == m_shown->duration;
+    case kPropKind: return IsForeign(property);
+    case kPropPriority: return IsForeign(property) && entry.priority == m_shown->priority;
+    case kPropSensitivity: return IsForeign(property) && entry.sensitivity == m_shown->sensitivity;
+    case kPropType: return IsForeign(property) && entry.type == m_shown->type;
+    case kPropBody: return IsForeign(property) && entry.body == m_shown->body;
+    case kPropSubject: return IsForeign(property) && entry.subject == m_shown->subject;
+    default: return false;
+    }
+}
+
+// What is written is foreign no more.
+void EditorRecord::LeaveForeign(const EntryToWrite& entry, std::vector<CEPROPVAL>* properties)
+{
+    std::erase_if(*properties, [&](const CEPROPVAL& value) { return LeavesForeign(value.propid, entry); });
+    std::vector<CEPROPID> left;
+    for (const CEPROPID property : m_foreign)
+        if (LeavesForeign(property, entry))
+            left.push_back(property);
+    m_foreign = left;
+}
+
 EditorRecord::Saved EditorRecord::WriteTo(Target target, EntryToWrite* entry)
 {
     LocalBlock<BYTE> categories;
@@ -304,7 +352,10 @@ EditorRecord::Saved EditorRecord::WriteTo(Target target, EntryToWrite* entry)
     const bool update = target == Target::Record;
     if (update)
         LeaveUnreadSets(entry);
-    const std::vector<CEPROPVAL> properties = PropertiesToWrite(*entry);
+    else
+        m_foreign.clear();
+    std::vector<CEPROPVAL> properties = PropertiesToWrite(*entry);
+    LeaveForeign(*entry, &properties);
     const CEOID written =
         m_journal.WriteRecord(update ? m_id : 0, static_cast<WORD>(properties.size()), properties.data());
     if (written == 0)

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "data/journal_entry.h"
@@ -37,6 +38,9 @@ class EditorRecord {
     };
     // Reads the record, its categories and its contacts. entry is untouched unless that is done.
     [[nodiscard]] Loaded Load(JournalEntry* entry);
+    // Behind Load: how the entry is shown while nobody has edited it. Of what stands in the record in a form
+    // that cannot be read whole a save leaves alone, all its bytes, what is still as it was shown.
+    void SetShown(EntryToWrite shown) { m_shown = std::move(shown); }
 
     enum class Saved {
         Failed,  // nothing was changed, neither in the store nor here; see Trouble
@@ -92,6 +96,9 @@ class EditorRecord {
     bool LeavesCategories() const;
     bool LeavesContacts() const;
     void LeaveUnreadSets(EntryToWrite* entry) const;
+    bool IsForeign(CEPROPID property) const;
+    void LeaveForeign(const EntryToWrite& entry, std::vector<CEPROPVAL>* properties);
+    bool LeavesForeign(CEPROPID property, const EntryToWrite& entry) const;
     [[nodiscard]] bool CountUses();
     [[nodiscard]] bool FillBlobs(EntryToWrite* entry, LocalBlock<BYTE>* categories,
                                  LocalBlock<BYTE>* contacts);
@@ -104,11 +111,13 @@ class EditorRecord {
     CEOID* m_reference;
     CEOID m_id;
     DWORD m_mask = 0;
-    bool m_unread = false;         // the record is there, or may be, and was not loaded
-    std::optional<Image> m_image;  // of the record as it was loaded or saved last; none: not known
-    std::optional<Image> m_theirs; // of the record as it was when it was found changed last
-    std::wstring m_subject;        // that was loaded
-    // Of a set whose blob has a wrong shape: what was read of it.
+    bool m_unread = false;           // the record is there, or may be, and was not loaded
+    std::optional<Image> m_image;    // of the record as it was loaded or saved last; none: not known
+    std::optional<Image> m_theirs;   // of the record as it was when it was found changed last
+    std::vector<CEPROPID> m_foreign; // that stand in the record in a form that cannot be read whole
+    std::optional<EntryToWrite> m_shown;
+    std::wstring m_subject; // that was loaded
+    // Of a set whose blob has a wrong shape, or is none: what was read of it.
     std::optional<std::vector<CEOID>> m_partOfCategories;
     std::optional<std::vector<CEOID>> m_partOfContacts;
     bool m_isBesides = false; // a new record beside the one that was loaded: the mask is not of it

@@ -1,6 +1,8 @@
 // EntryEditor: how it is built, laid out and loaded.
 #include "editor/entry_editor_dialog.h"
 
+#include <utility>
+
 #include "app/journal_app.h"
 #include "data/entry_types.h"
 #include "data/line_ends.h"
@@ -195,6 +197,10 @@ bool EntryEditor::Load()
         return Fail(StoreTrouble::NoMemory);
     m_times.FollowEnds();
     ShowDuration();
+    std::optional<EntryToWrite> shown = CollectShown();
+    if (!shown)
+        return Fail(StoreTrouble::NoMemory);
+    m_record.SetShown(std::move(*shown));
     return true;
 }
 

@@ -99,6 +99,7 @@ class EntryEditor : public Dialog {
     void TakeTyped();
     std::optional<EntryToWrite> Collect() const;
     std::optional<EntryToWrite> CollectWith(const std::optional<std::wstring>& subject) const;
+    std::optional<EntryToWrite> CollectShown() const;
     void AddTypedDuration(EntryToWrite* entry) const;
     bool IsTypingDuration() const;
     std::optional<RescueState> StateToRescue() const;

@@ -156,6 +156,12 @@ std::optional<EntryToWrite> EntryEditor::CollectWith(const std::optional<std::ws
     return entry;
 }
 
+// With the record's own subject, where that could not be shown.
+std::optional<EntryToWrite> EntryEditor::CollectShown() const
+{
+    return CollectWith(m_hiddenSubject ? m_hiddenSubject : SubjectToWrite(m_controls.subject));
+}
+
 // What is being typed stays as it is in its field.
 void EntryEditor::AddTypedDuration(EntryToWrite* entry) const
 {
@@ -175,8 +181,7 @@ void EntryEditor::AddTypedDuration(EntryToWrite* entry) const
 // themselves nothing, for it would take the place of what was put aside before.
 std::optional<RescueState> EntryEditor::StateToRescue() const
 {
-    std::optional<EntryToWrite> entry =
-        CollectWith(m_hiddenSubject ? m_hiddenSubject : SubjectToWrite(m_controls.subject));
+    std::optional<EntryToWrite> entry = CollectShown();
     if (!entry)
         return std::nullopt;
     AddTypedDuration(&*entry);

@@ -146,6 +146,12 @@ CEOID CeDBase::ReadRecord(WORD* count, const CEPROPID* wanted, CEPROPVAL** prope
     return id;
 }
 
+std::vector<CEPROPID> CeDBase::ForeignProperties()
+{
+    const ReadOperation operation(*this);
+    return m_store ? m_store->TableOf(m_table).ReadForeign(m_cursor->Current()) : std::vector<CEPROPID>();
+}
+
 CEOID CeDBase::WriteRecord(CEOID id, WORD count, const CEPROPVAL* properties)
 {
     const Operation operation(*this);

@@ -87,6 +87,11 @@ class CeDBase {
     // reads as absent.
     virtual CEOID ReadRecord(WORD* count, const CEPROPID* wanted, CEPROPVAL** properties);
 
+    // Those properties of the current record that ReadRecord cannot give back as they are stored, by another
+    // program: of an unexpected type, a number out of range, a text with a NUL or with bytes that are none. A
+    // write of one does away with what is there.
+    [[nodiscard]] std::vector<CEPROPID> ForeignProperties();
+
     // Writes to the record id, or creates one when id is 0. Changes only the properties sent; those flagged
     // CEDB_PROPDELETE are removed. Returns the identifier written; 0 on failure (no such record, an unknown
     // property, the disk is full, the store is read-only or locked past the busy time-out).

@@ -65,10 +65,15 @@ FILETIME TimeOf(int64_t count)
     return {static_cast<DWORD>(count & 0xFFFFFFFF), static_cast<DWORD>(static_cast<uint64_t>(count) >> 32)};
 }
 
-bool PutNumber(const Statement& row, const WantedColumn& wanted, BlockWriter& block)
+std::optional<int64_t> NumberIn(const Statement& row, const WantedColumn& wanted)
 {
     const auto stored = row.Integer(wanted.column);
-    const auto number = stored ? InRange(*wanted.property, *stored) : std::nullopt;
+    return stored ? InRange(*wanted.property, *stored) : std::nullopt;
+}
+
+bool PutNumber(const Statement& row, const WantedColumn& wanted, BlockWriter& block)
+{
+    const auto number = NumberIn(row, wanted);
     if (!number)
         return false;
     CEVALUNION& value = block.Add(wanted.id).val;
@@ -120,6 +125,20 @@ CEPROPVAL* PackRow(const Statement& row, std::span<const WantedColumn> wanted, b
     }
     *count = static_cast<WORD>(writer.Next() - block);
     return block;
+}
+
+bool IsForeign(const Statement& row, const WantedColumn& wanted)
+{
+    if (row.IsNull(wanted.column))
+        return false;
+    switch (PropertyType(wanted.id)) {
+    case CEVT_LPWSTR: {
+        const auto text = row.Text(wanted.column);
+        return !text || EncodeText(DecodeText(*text)) != *text;
+    }
+    case CEVT_BLOB: return !row.Blob(wanted.column);
+    default: return !NumberIn(row, wanted);
+    }
 }
 
 } // namespace mervane

@@ -20,4 +20,8 @@ struct WantedColumn {
 // value that could not be read is not one that the row lacks.
 CEPROPVAL* PackRow(const Statement& row, std::span<const WantedColumn> wanted, bool skipMissing, WORD* count);
 
+// Whether a column of the current row has a value that a record read cannot give back as it is stored: one of
+// another type than the property's, a number out of its range, a text with a NUL or with bytes that are none.
+bool IsForeign(const Statement& row, const WantedColumn& wanted);
+
 } // namespace mervane

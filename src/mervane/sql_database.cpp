@@ -264,6 +264,11 @@ void Statement::Reset()
         sqlite3_reset(m_statement);
 }
 
+bool Statement::IsNull(int column) const
+{
+    return sqlite3_column_type(m_statement, column) == SQLITE_NULL;
+}
+
 std::optional<int64_t> Statement::Integer(int column) const
 {
     if (sqlite3_column_type(m_statement, column) != SQLITE_INTEGER)

@@ -129,6 +129,7 @@ class Statement {
 
     // Columns from 0 of the current row; none when the value is of another type. What is returned is borrowed
     // until the next Step or Reset.
+    bool IsNull(int column) const;
     std::optional<int64_t> Integer(int column) const;
     std::optional<std::string_view> Text(int column) const;
     std::optional<std::span<const BYTE>> Blob(int column) const;

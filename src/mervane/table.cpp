@@ -123,6 +123,21 @@ CEOID Table::Read(CEOID id, WORD* count, const CEPROPID* wanted, CEPROPVAL** pro
     return *properties ? id : 0;
 }
 
+std::vector<CEPROPID> Table::ReadForeign(CEOID id)
+{
+    std::vector<CEPROPID> foreign;
+    Statement& statement = Selecting(FullMask());
+    const ScopedReset reset(statement);
+    statement.BindInteger(1, id);
+    if (!id || statement.Step() != Statement::Result::Row)
+        return foreign;
+    int column = 0;
+    for (const Property& property : m_info.properties)
+        if (IsForeign(statement, {property.id, &property, column++}))
+            foreign.push_back(property.id);
+    return foreign;
+}
+
 std::optional<std::wstring> Table::ReadText(CEOID id, CEPROPID property)
 {
     const int index = FindProperty(m_info, property);

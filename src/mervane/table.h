@@ -2,6 +2,7 @@
 #pragma once
 
 #include <unordered_map>
+#include <vector>
 
 #include "mervane/property_map.h"
 #include "mervane/record_values.h"
@@ -19,6 +20,8 @@ class Table {
     [[nodiscard]] Answer Exists(CEOID id);
     // As CeDBase::ReadRecord, of any record.
     CEOID Read(CEOID id, WORD* count, const CEPROPID* wanted, CEPROPVAL** properties);
+    // As CeDBase::ForeignProperties, of any record.
+    std::vector<CEPROPID> ReadForeign(CEOID id);
     // A text of a record as stored; none when it has none, or when that failed.
     std::optional<std::wstring> ReadText(CEOID id, CEPROPID property);
 
