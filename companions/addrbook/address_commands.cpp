@@ -51,7 +51,8 @@ std::optional<SaveAnswer> AddressWindow::SaveOver(CEOID* id, Contact* loaded, co
         *loaded = now;
         return std::nullopt;
     }
-    const CEOID written = ContactSaver().Save(m_contacts, isThere ? *id : 0, contact);
+    const CEOID written = isThere ? ContactSaver().SaveChanges(m_contacts, *id, now, contact)
+                                  : ContactSaver().Save(m_contacts, 0, contact);
     if (!written || !bulk.Commit())
         return NotSaved(bulk.Trouble());
     *id = written;

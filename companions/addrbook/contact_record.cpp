@@ -47,7 +47,13 @@ std::wstring ToWide(std::string_view text)
 std::string ToUtf8(std::wstring_view text)
 {
     std::string narrow = mervane::EncodeText(text);
-    std::erase(narrow, '\r');
+    size_t to = 0;
+    for (size_t from = 0; from < narrow.size(); ++from) {
+        const bool isReturn = narrow[from] == '\r';
+        if (!isReturn || from + 1 == narrow.size() || narrow[from + 1] != '\n')
+            narrow[to++] = isReturn ? '\n' : narrow[from];
+    }
+    narrow.resize(to);
     return narrow;
 }
 
@@ -76,14 +82,28 @@ bool SaveField(DbContacts& contacts, CEOID id, Field field, const std::string& t
 
 CEOID ContactSaver::Save(DbContacts& contacts, CEOID id, const Contact& contact)
 {
+    return Write(contacts, id, nullptr, contact);
+}
+
+CEOID ContactSaver::SaveChanges(DbContacts& contacts, CEOID id, const Contact& before, const Contact& after)
+{
+    return Write(contacts, id, &before, after);
+}
+
+CEOID ContactSaver::Write(DbContacts& contacts, CEOID id, const Contact* before, const Contact& contact)
+{
     std::array<CEPROPVAL, kFieldCount> values{};
+    WORD count = 0;
     for (size_t i = 0; i < kFieldCount; ++i) {
+        if (before && before->texts[i] == contact.texts[i])
+            continue;
         Widen(contact.texts[i], &m_texts[i]);
-        values[i].propid = kProperties[i];
-        values[i].wFlags = m_texts[i].empty() ? CEDB_PROPDELETE : WORD{0};
-        values[i].val.lpwstr = m_texts[i].data();
+        CEPROPVAL& value = values[count++];
+        value.propid = kProperties[i];
+        value.wFlags = m_texts[i].empty() ? CEDB_PROPDELETE : WORD{0};
+        value.val.lpwstr = m_texts[i].data();
     }
-    return contacts.WriteRecord(id, kFieldCount, values.data());
+    return contacts.WriteRecord(id, count, values.data());
 }
 
 } // namespace addrbook

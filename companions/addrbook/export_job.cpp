@@ -1,5 +1,7 @@
 #include "addrbook/export_job.h"
 
+#include <algorithm>
+
 #include "addrbook/contact_uids.h"
 #include "addrbook/count_text.h"
 #include "addrbook/vcard_contact.h"
@@ -33,11 +35,19 @@ bool ExportJob::CanName(CEOID id, const Contact& contact)
     return SaveField(m_contacts, id, Field::Extra, contact[Field::Extra] + "\nX:");
 }
 
+// Of the current contact: lines that cannot be read whole are not written anew.
+bool ExportJob::MayChangeLines()
+{
+    const std::vector<CEPROPID> foreign = m_contacts.ForeignProperties();
+    return m_contacts.Trouble() == StoreTrouble::None &&
+           !std::count(foreign.begin(), foreign.end(), kContactExtra);
+}
+
 // A store that cannot be written is exported all the same: a UID that would be another one each time is none.
 void ExportJob::Name(CEOID id, Contact* contact)
 {
     std::string& extra = (*contact)[Field::Extra];
-    if (!UidOf(extra).empty())
+    if (!UidOf(extra).empty() || !MayChangeLines())
         return;
     if (!m_canName)
         m_canName = CanName(id, *contact);
@@ -97,7 +107,7 @@ bool ExportJob::KeepName(const Named& named)
     if (!LoadContact(m_contacts, named.id, &contact))
         return m_contacts.Trouble() == StoreTrouble::None;
     std::string& extra = contact[Field::Extra];
-    if (!UidOf(extra).empty())
+    if (!UidOf(extra).empty() || !MayChangeLines())
         return true;
     extra.append(extra.empty() ? "" : "\n").append(named.line);
     return SaveField(m_contacts, named.id, Field::Extra, extra);

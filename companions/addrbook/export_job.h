@@ -39,6 +39,7 @@ class ExportJob : public Transfer {
     void Name(CEOID id, Contact* contact);
     bool CanName(CEOID id, const Contact& contact);
     bool KeepName(const Named& named);
+    bool MayChangeLines();
     State WriteFor(unsigned milliseconds);
     State NameFor(unsigned milliseconds);
     State Finish();

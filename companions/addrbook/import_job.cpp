@@ -183,9 +183,12 @@ bool ImportJob::WriteChoice(ImportChoice choice)
 {
     if (choice == ImportChoice::Skip)
         return ++m_counts.skipped;
-    const bool isNew = choice == ImportChoice::AddAsNew;
-    ++(isNew ? m_counts.imported : m_counts.updated);
-    return m_saver.Save(m_contacts, isNew ? 0 : m_match.id, isNew ? AsNew(m_card) : m_match.merged) != 0;
+    if (choice == ImportChoice::AddAsNew) {
+        ++m_counts.imported;
+        return m_saver.Save(m_contacts, 0, AsNew(m_card)) != 0;
+    }
+    ++m_counts.updated;
+    return m_saver.SaveChanges(m_contacts, m_match.id, m_match.stored, m_match.merged) != 0;
 }
 
 Transfer::State ImportJob::Write()

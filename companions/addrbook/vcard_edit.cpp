@@ -69,15 +69,18 @@ std::string Followed(const VCard::Line& line, const Contact& before, const Conta
 void FollowEdit(const Contact& before, Contact* after)
 {
     std::string extra;
+    bool isChanged = false;
     ForEachLine(before[Field::Extra], [&](std::string_view whole) {
         LinePlaces places;
-        if (!FindPlaces(whole, &places))
-            return;
-        const std::string line = Followed(VCard::LineOf(whole, places), before, *after);
+        // What is no card's line speaks of nothing.
+        const std::string line = FindPlaces(whole, &places)
+                                     ? Followed(VCard::LineOf(whole, places), before, *after)
+                                     : std::string(whole);
+        isChanged = isChanged || line != whole;
         if (!line.empty())
             extra.append(extra.empty() ? "" : "\n").append(line);
     });
-    (*after)[Field::Extra] = extra;
+    (*after)[Field::Extra] = isChanged ? extra : before[Field::Extra];
 }
 
 } // namespace addrbook

@@ -195,6 +195,19 @@ TEST(ContactRecord, KeepsAContactToTheByte)
     ASSERT_EQ(ContactSaver().Save(contacts, id, contact), id);
     ASSERT_TRUE(LoadContact(contacts, id, &read));
     EXPECT_EQ(read[Field::Note], "");
+    // A CR alone ends a line too, and stays what it is until the field is changed.
+    contact[Field::Note] = "a\rb";
+    ASSERT_EQ(ContactSaver().Save(contacts, id, contact), id);
+    ASSERT_TRUE(LoadContact(contacts, id, &read));
+    EXPECT_EQ(read[Field::Note], "a\nb");
+    contact = read;
+    contact[Field::Company] = "changed";
+    ASSERT_EQ(ContactSaver().SaveChanges(contacts, id, read, contact), id);
+    wchar_t note[10];
+    contacts.GetStr(id, note, 10, kContactNote);
+    EXPECT_STREQ(note, L"a\rb");
+    ASSERT_TRUE(LoadContact(contacts, id, &read));
+    EXPECT_EQ(read, contact);
 }
 
 } // namespace
