@@ -148,9 +148,22 @@ void AddressWindow::Import(const std::wstring& path)
     Reload();
 }
 
+// A file that is there may have those that cannot be read now.
+bool AddressWindow::MayReplace(const std::wstring& path)
+{
+    if (m_rows.Trouble() == StoreTrouble::None || GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES)
+        return true;
+    const std::wstring question = L"Not all contacts can be read: " + ReasonText(m_rows.Trouble()) +
+                                  L".\n\nReplace the file by one that lacks them?";
+    return MessageBoxW(m_window, question.c_str(), kTitle, MB_YESNO | MB_ICONEXCLAMATION | MB_DEFBUTTON2) ==
+           IDYES;
+}
+
 void AddressWindow::Export(const std::wstring& path)
 {
-    ExportJob job(m_contacts, m_rows.Ids(), path);
+    if (!MayReplace(path))
+        return;
+    ExportJob job(m_contacts, m_rows.Ids(), path, m_rows.Trouble());
     (void)RunTransfer(m_instance, m_window, L"Export", job);
 }
 

@@ -73,6 +73,7 @@ class AddressWindow {
     void DeleteSelected();
     void AskImport();
     void AskExport();
+    bool MayReplace(const std::wstring& path);
 
     void MakeList();
     HWND MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, DWORD exStyle, int id);

@@ -24,8 +24,9 @@ const wchar_t* ReasonOf(DWORD error)
     }
 }
 
-ExportJob::ExportJob(DbContacts& contacts, std::vector<CEOID> ids, const std::wstring& path)
-    : m_contacts(contacts), m_ids(std::move(ids)), m_path(path), m_isOpen(m_file.Open(path))
+ExportJob::ExportJob(DbContacts& contacts, std::vector<CEOID> ids, const std::wstring& path,
+                     StoreTrouble notAll)
+    : m_contacts(contacts), m_ids(std::move(ids)), m_path(path), m_notAll(notAll), m_isOpen(m_file.Open(path))
 {}
 
 // A write that is taken back at once.
@@ -173,10 +174,14 @@ std::wstring ExportJob::Failure() const
 
 std::wstring ExportJob::LeftOut() const
 {
-    if (!m_unread)
-        return {};
-    return L"\r\n" + CountText(m_unread, L"contact", L"contacts") + L" could not be read and " +
-           (m_unread == 1 ? L"is" : L"are") + L" not in the file: " + ReasonText(m_unreadTrouble) + L".";
+    std::wstring text;
+    if (m_unread)
+        text = L"\r\n" + CountText(m_unread, L"contact", L"contacts") + L" could not be read and " +
+               (m_unread == 1 ? L"is" : L"are") + L" not in the file: " + ReasonText(m_unreadTrouble) + L".";
+    if (m_notAll != StoreTrouble::None)
+        text += L"\r\nThere are more contacts, which could not be read and are not in the file: " +
+                ReasonText(m_notAll) + L".";
+    return text;
 }
 
 std::wstring ExportJob::Report() const

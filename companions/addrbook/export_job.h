@@ -19,8 +19,10 @@ const wchar_t* ReasonOf(DWORD error);
 class ExportJob : public Transfer {
   public:
     // The contacts in their order; one that is gone when its turn comes is passed over,
-    // one that cannot be read is left out and told of.
-    ExportJob(DbContacts& contacts, std::vector<CEOID> ids, const std::wstring& path);
+    // one that cannot be read is left out and told of. So is, where there may be more than these, why they
+    // could not be had.
+    ExportJob(DbContacts& contacts, std::vector<CEOID> ids, const std::wstring& path,
+              StoreTrouble notAll = StoreTrouble::None);
 
     State Step(unsigned milliseconds) override;
     void Abandon() override;
@@ -50,6 +52,7 @@ class ExportJob : public Transfer {
     DbContacts& m_contacts;
     std::vector<CEOID> m_ids;
     std::wstring m_path;
+    const StoreTrouble m_notAll; // why there may be more
     OutputFile m_file;
     bool m_isOpen;
     size_t m_next = 0;

@@ -124,11 +124,24 @@ TEST_F(AddressWindowTest, AContactThatCannotBeReadIsNotOpenedAsAnEmptyOne)
     EXPECT_EQ(Names(), Texts{L"Anna"});
 }
 
+void Press(HWND dialog, int id)
+{
+    SendMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(id), 0);
+}
+
 // As a damaged file may be: the index of the names is gone, and one page of the contacts.
 class DamagedContacts : public AddressWindowTest {
   protected:
     static constexpr size_t kPageSize = 4096;
 
+    void AddMany()
+    {
+        CeDBase::BulkScope bulk(m_contacts);
+        for (int i = 0; i < 300; ++i)
+            Add("name " + std::to_string(i),
+                ("note of " + std::to_string(i) + " " + std::string(100, 'x')).c_str());
+        ASSERT_EQ(bulk.Commit(), 1);
+    }
     void Damage()
     {
         m_contacts.Close();
@@ -161,13 +174,7 @@ class DamagedContacts : public AddressWindowTest {
 
 TEST_F(DamagedContacts, ShowWhatCanBeReadAndSayThatThereIsMore)
 {
-    {
-        CeDBase::BulkScope bulk(m_contacts);
-        for (int i = 0; i < 300; ++i)
-            Add("name " + std::to_string(i),
-                ("note of " + std::to_string(i) + " " + std::string(100, 'x')).c_str());
-        ASSERT_EQ(bulk.Commit(), 1);
-    }
+    AddMany();
     Damage();
     Open();
     const int shown = ListView_GetItemCount(List());
@@ -176,6 +183,49 @@ TEST_F(DamagedContacts, ShowWhatCanBeReadAndSayThatThereIsMore)
     EXPECT_EQ(WindowText(Item(IDC_COUNT)),
               std::to_wstring(shown) + L" contacts. Not all can be read: the journal's file is damaged");
     EXPECT_EQ(Names()[0], L"name 0");
+}
+
+// What no walk comes to is in no file. One that may have it is not given up for one that has not unasked.
+TEST_F(DamagedContacts, AnExportSaysThatThereIsMoreAndAsksBeforeItTakesAFilesPlace)
+{
+    AddMany();
+    Damage();
+    Open();
+    const std::wstring shown = std::to_wstring(ListView_GetItemCount(List()));
+    std::wstring report;
+    const auto take = [&](HWND dialog) {
+        HWND ok = GetDlgItem(dialog, IDOK);
+        EXPECT_TRUE(PumpUntil([ok] { return IsWindowEnabled(ok) != FALSE; }));
+        report = WindowText(GetDlgItem(dialog, IDC_TRANSFER_TEXT));
+        Press(dialog, IDCANCEL);
+    };
+    {
+        const MessageBoxAnswerer answerer;
+        const ModalDriver driver(take);
+        m_window->Export(m_path);
+        EXPECT_TRUE(driver.Ran());
+        EXPECT_TRUE(answerer.Boxes().empty()) << "no file is there";
+    }
+    EXPECT_TRUE(report.starts_with(shown +
+                                   L" contacts were exported.\r\nThere are more contacts, which could not "
+                                   L"be read and are not in the file: the journal's file is damaged."))
+        << report;
+    ASSERT_TRUE(WriteFileBytes(m_path, "before"));
+    {
+        const MessageBoxAnswerer answerer({IDNO});
+        m_window->Export(m_path);
+        ASSERT_EQ(answerer.Boxes().size(), 1u);
+        EXPECT_EQ(answerer.Boxes()[0].text,
+                  L"Not all contacts can be read: the journal's file is damaged.\n\n"
+                  L"Replace the file by one that lacks them?");
+        EXPECT_EQ(answerer.Boxes()[0].owner, m_window->Handle());
+    }
+    EXPECT_EQ(ReadFileBytes(m_path), "before");
+    const MessageBoxAnswerer answerer({IDYES});
+    const ModalDriver driver(take);
+    m_window->Export(m_path);
+    EXPECT_TRUE(driver.Ran());
+    EXPECT_EQ(std::to_wstring(ReadAll(ReadFileBytes(m_path)).contacts.size()), shown);
 }
 
 // Where none can be read those that there were stay, and the window says so.
@@ -240,11 +290,6 @@ TEST_F(AddressWindowTest, TellsAtItsEndThatNoCopyOfAReplacedStoreWasKept)
         m_window.reset();
         EXPECT_TRUE(MoveFileW(away.c_str(), m_store.Path().c_str()));
     }
-}
-
-void Press(HWND dialog, int id)
-{
-    SendMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(id), 0);
 }
 
 TEST_F(AddressWindowTest, ASaveThatFailsSaysWhyAndKeepsWhatWasTyped)
