@@ -22,7 +22,8 @@ std::optional<DatabaseHeader> ReadDatabaseHeader(const std::wstring& path)
     if (!FileReader(path).Read(0, header))
         return std::nullopt;
     const auto size = static_cast<uint32_t>(header[16] << 8 | header[17]);
-    return DatabaseHeader{size == 1 ? 65536 : size, header[18] == 2, FirstPageIn(header)};
+    return DatabaseHeader{size == 1 ? 65536 : size, header[kWriteVersionPlace] == kVersionWithLog,
+                          FirstPageIn(header)};
 }
 
 } // namespace mervane

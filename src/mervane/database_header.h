@@ -12,6 +12,9 @@
 namespace mervane {
 
 constexpr size_t kDatabaseHeaderSize = 100;
+// The bytes that tell which way of writing its writers and its readers must know.
+constexpr size_t kWriteVersionPlace = 18, kReadVersionPlace = 19;
+constexpr BYTE kVersionWithLog = 2;
 
 // The part of a database's first page that changes with what is written.
 struct FirstPage {

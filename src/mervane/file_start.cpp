@@ -8,10 +8,9 @@ namespace mervane {
 
 std::optional<FileStart::Seen> FileStart::Read(Database& database)
 {
-    sqlite3_file* file = nullptr;
+    sqlite3_file* file = database.File();
     const auto before = ReadCheckpointed(database);
-    if (!before ||
-        sqlite3_file_control(database.Handle(), "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK)
+    if (!file || !before)
         return std::nullopt;
     Seen seen{*before, {}, 0};
     // A short read is one of a file that has been cut, and fills up with zeros.

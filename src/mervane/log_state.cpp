@@ -34,10 +34,9 @@ bool ReadHeader(const volatile uint32_t* index, uint32_t* header)
 
 const volatile uint32_t* IndexOf(Database& database)
 {
-    sqlite3_file* file = nullptr;
+    sqlite3_file* file = database.File();
     volatile void* index = nullptr;
-    if (sqlite3_file_control(database.Handle(), "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
-        !file || !file->pMethods || file->pMethods->iVersion < 2 ||
+    if (!file || file->pMethods->iVersion < 2 ||
         file->pMethods->xShmMap(file, 0, kIndexRegion, 0, &index) != SQLITE_OK)
         return nullptr;
     return static_cast<const volatile uint32_t*>(index);

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include "mervane/database_header.h"
 #include "mervane/file_growth.h"
 #include "mervane/sql_trouble.h"
 #include "mervane/text_codec.h"
@@ -16,10 +17,6 @@ constexpr int kBusyTimeout = 2500; // milliseconds
 // A text or a whole record of more bytes than that is refused, in a foreign file too: reading one takes three
 // times the memory.
 constexpr int kLongestValue = 128 << 20;
-
-// Of the file's header: which way of writing its readers must know.
-constexpr sqlite3_int64 kReadVersionPlace = 19;
-constexpr char kVersionWithLog = 2;
 
 int OpenFlags(Database::Mode mode)
 {
@@ -115,7 +112,7 @@ void Database::MapNoIndex()
 bool Database::IsKeptOutByLog() const
 {
     sqlite3_file* file = m_methods ? File() : nullptr;
-    char version = 0;
+    BYTE version = 0;
     return file && file->pMethods->xRead(file, &version, 1, kReadVersionPlace) == SQLITE_OK &&
            version == kVersionWithLog;
 }

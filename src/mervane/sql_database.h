@@ -67,9 +67,10 @@ class Database {
     int Changes() const;       // rows that the last statement changed
     HANDLE FileHandle() const; // of the open file, which the database owns
     sqlite3* Handle() const { return m_handle; }
+    // The database's file as SQLite has it open; null when there is none.
+    sqlite3_file* File() const;
 
   private:
-    sqlite3_file* File() const;
     bool IsKeptOutByLog() const;
 
     sqlite3* m_handle = nullptr;
