@@ -27,13 +27,19 @@ int RoomOf(HWND line)
 std::vector<std::wstring> AssignedNames(const ZStack& categories, DbCategories* store)
 {
     std::vector<std::wstring> names;
+    bool hasAll = true;
     for (size_t i = 0; const ZCategory* item = categories.GetItem(i); ++i) {
         wchar_t name[kCategoryNameSize];
+        if (!(item->flags & kCategoryAssigned))
+            continue;
         // A category that was deleted meanwhile has no name.
-        if ((item->flags & kCategoryAssigned) &&
-            store->GetStr(item->id, name, kCategoryNameSize, kCategoriesKey) > 0)
+        if (store->GetStr(item->id, name, kCategoryNameSize, kCategoriesKey) > 0)
             names.emplace_back(name);
+        else if (store->Trouble() != StoreTrouble::None)
+            hasAll = false;
     }
+    if (!hasAll)
+        names.emplace_back(kUnreadNames);
     return names;
 }
 

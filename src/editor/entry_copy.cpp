@@ -2,6 +2,7 @@
 
 #include <commdlg.h>
 
+#include "editor/categories_line.h"
 #include "editor/category_assignment.h"
 #include "util/date_text.h"
 #include "util/duration_text.h"
@@ -37,23 +38,34 @@ void AddName(std::wstring* names, wchar_t separator, std::wstring_view name)
     *names += name;
 }
 
+std::wstring WithUnread(const std::wstring& names)
+{
+    return names + (names.empty() ? L"" : L" ") + kUnreadNames;
+}
+
 std::wstring CategoryNames(EditorRecord& record)
 {
     std::wstring names;
+    bool hasAll = true;
     wchar_t name[kCategoryNameSize];
     for (const CEOID id : AssignedCategories(record.Categories()))
         if (record.CategoryStore().GetStr(id, name, kCategoryNameSize, kCategoriesKey))
             AddName(&names, kCategorySeparator, name);
-    return names;
+        else
+            hasAll = hasAll && record.CategoryStore().Trouble() == StoreTrouble::None;
+    return hasAll ? names : WithUnread(names);
 }
 
 std::wstring ContactNames(EditorRecord& record)
 {
     const CeDBase::ReadScope scope(record.Contacts());
     std::wstring names;
-    for (const CEOID id : record.Contacts().Assigned())
+    bool hasAll = true;
+    for (const CEOID id : record.Contacts().Assigned()) {
         AddName(&names, kContactSeparator, record.Contacts().NameOf(id));
-    return names;
+        hasAll = hasAll && record.Contacts().Trouble() == StoreTrouble::None;
+    }
+    return hasAll ? names : WithUnread(names);
 }
 
 std::wstring Typed(const std::wstring& text, const wchar_t* placeholder)

@@ -21,20 +21,24 @@ std::wstring NameInUse(DbCategories& categories, CEOID* id)
 
 } // namespace
 
-std::vector<OfferedCategory> OfferedCategories()
+std::vector<OfferedCategory> OfferedCategories(bool* hasAll)
 {
     std::vector<OfferedCategory> offered;
     DbCategories categories;
     if (!categories.Open())
         return offered;
+    bool isRead = true;
     const CeDBase::ReadScope scope(categories);
     for (int found = categories.SeekFirstRecord(); found && offered.size() < kMostOffered;
          found = categories.SeekNextRecord()) {
         CEOID id = 0;
         std::wstring name = NameInUse(categories, &id);
+        isRead = isRead && categories.Trouble() == StoreTrouble::None;
         if (!name.empty())
             offered.push_back({id, std::move(name)});
     }
+    if (hasAll && !(isRead && categories.Trouble() == StoreTrouble::None))
+        *hasAll = false;
     return offered;
 }
 

@@ -13,9 +13,10 @@ struct OfferedCategory {
 };
 
 // The first categories, in the order of their names, that have a name and that entries use; at most
-// kMostOffered. None when the categories cannot be opened.
+// kMostOffered. None when the categories cannot be opened. hasAll, which may be null, is set to false where
+// some of an open store could not be read.
 constexpr size_t kMostOffered = 8;
-std::vector<OfferedCategory> OfferedCategories();
+std::vector<OfferedCategory> OfferedCategories(bool* hasAll = nullptr);
 
 // Makes the filter this one category.
 void FilterOnCategory(CEOID id, FilterState* filter);

@@ -31,7 +31,7 @@ FilterMenu::FilterMenu(const FilterState& filter) : m_menu(CreatePopupMenu())
 {
     HMENU menu = m_menu.get();
     AddCategories(filter);
-    if (ListsCategories())
+    if (GetMenuItemCount(menu))
         AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
     AppendMenuW(menu, MF_STRING, CMD_CATEGORIES_LIST, L"<New Category>");
     AppendMenuW(menu, MF_STRING, CMD_FILTER_CATEGORIES, L"Filter On Categories");
@@ -42,7 +42,8 @@ FilterMenu::FilterMenu(const FilterState& filter) : m_menu(CreatePopupMenu())
 
 void FilterMenu::AddCategories(const FilterState& filter)
 {
-    for (const OfferedCategory& category : OfferedCategories()) {
+    bool hasAll = true;
+    for (const OfferedCategory& category : OfferedCategories(&hasAll)) {
         std::wstring text = MenuText(category.name);
         const bool isChosen = filter.categoriesMode && filter.categories.Find(category.id);
         MENUITEMINFOW item{};
@@ -55,6 +56,8 @@ void FilterMenu::AddCategories(const FilterState& filter)
         InsertMenuItemW(m_menu.get(), m_categories, TRUE, &item);
         ++m_categories;
     }
+    if (!hasAll)
+        AppendMenuW(m_menu.get(), MF_STRING | MF_GRAYED, 0, L"(Not all categories can be read)");
 }
 
 // The number after the last category's counts as a category too; no item has it.

@@ -1,7 +1,9 @@
 #include "editor/entry_copy.h"
 
+#include "editor/categories_line.h"
 #include "editor_fixture.h"
 #include "support/import_watch.h"
+#include "support/unreadable_table.h"
 
 namespace {
 
@@ -34,6 +36,28 @@ TEST_F(EntryCopyTest, HasAllThatWasTyped)
                                               L"Type: Meeting\r\n"
                                               L"Assigned Categories: Work\r\n"
                                               L"\r\nFirst\r\nSecond\r\n");
+}
+
+TEST_F(EntryCopyTest, SaysWhereNamesCannotBeRead)
+{
+    EntryToWrite entry;
+    entry.date = entry.endTime = At(kTuesday);
+    m_record.OpenStores(nullptr);
+    for (const wchar_t* text : {L"Home", L"Work"}) {
+        const CEPROPVAL name{kCategoriesKey, 0, 0, {.lpwstr = const_cast<wchar_t*>(text)}};
+        m_record.Categories().Push({m_record.CategoryStore().WriteRecord(0, 1, &name), 0x1101});
+    }
+    HWND line = CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 400, 20, nullptr, nullptr, nullptr, nullptr);
+    {
+        const UnreadableTable unreadable(m_store.Path(), "categories");
+        EXPECT_TRUE(
+            EntryCopyText(entry, m_record).ends_with(L"Assigned Categories: (not all can be read)\r\n"));
+        ShowCategoriesLine(line, &m_record.Categories(), &m_record.CategoryStore());
+        EXPECT_EQ(WindowText(line), L"(not all can be read)");
+    }
+    ShowCategoriesLine(line, &m_record.Categories(), &m_record.CategoryStore());
+    EXPECT_EQ(WindowText(line), L"Home, Work");
+    DestroyWindow(line);
 }
 
 TEST_F(EntryCopyTest, LeavesPlaceholdersOut)

@@ -1,6 +1,8 @@
 #include "list/filter_menu.h"
 
 #include "list/filter_fixture.h"
+#include "res/resource.h"
+#include "support/unreadable_table.h"
 
 namespace {
 
@@ -35,6 +37,19 @@ const std::vector<Item> kCommands = {{103, L"<New Category>", false},
                                      {121, L"Clear Filter", false}};
 
 using FilterMenuTest = JournalFilterTest;
+
+TEST_F(FilterMenuTest, SaysThatCategoriesCannotBeRead)
+{
+    AddCategory(L"Work", 1);
+    const UnreadableTable unreadable(m_store.Path(), "categories");
+    const FilterMenu menu({});
+    wchar_t text[60] = L"";
+    GetMenuStringW(menu.Handle(), 0, text, 60, MF_BYPOSITION);
+    EXPECT_STREQ(text, L"(Not all categories can be read)");
+    EXPECT_TRUE(GetMenuState(menu.Handle(), 0, MF_BYPOSITION) & MF_GRAYED);
+    EXPECT_TRUE(GetMenuState(menu.Handle(), 1, MF_BYPOSITION) & MF_SEPARATOR);
+    EXPECT_EQ(GetMenuItemID(menu.Handle(), 2), static_cast<UINT>(CMD_CATEGORIES_LIST));
+}
 
 TEST_F(FilterMenuTest, HasItsCommandsAlone)
 {
