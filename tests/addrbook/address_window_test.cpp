@@ -152,6 +152,26 @@ TEST_F(AddressWindowTest, AnImportThatIsCancelledChangesNothing)
     EXPECT_EQ(m_contacts.RecordCount(), 1u);
 }
 
+// The card is written in one piece.
+TEST_F(AddressWindowTest, AnExportOfALargeCardThatIsCancelledLeavesTheFile)
+{
+    Add("Anna", std::string(8 << 20, 'x').c_str());
+    Add("Bert");
+    Open();
+    ASSERT_TRUE(WriteFileBytes(m_path, "before"));
+    const ModalDriver driver([](HWND dialog) {
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, IDOK)));
+        SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+    });
+    m_window->Export(m_path);
+    EXPECT_TRUE(driver.Ran());
+    EXPECT_EQ(ReadFileBytes(m_path), "before");
+    EXPECT_EQ(GetFileAttributesW((m_path + L".part").c_str()), INVALID_FILE_ATTRIBUTES);
+    Contact anna;
+    ASSERT_TRUE(LoadContact(m_contacts, m_contacts.IdOfRow(0), &anna));
+    EXPECT_EQ(anna[Field::Extra], "") << "nor is it given a UID";
+}
+
 TEST_F(AddressWindowTest, FollowsAnotherProgramsChanges)
 {
     Add("Anna");
