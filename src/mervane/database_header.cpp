@@ -16,10 +16,13 @@ uint32_t ApplicationIdIn(std::span<const BYTE> page)
     return BigEndianAt(page, 68);
 }
 
-std::optional<DatabaseHeader> ReadDatabaseHeader(const std::wstring& path)
+std::optional<DatabaseHeader> ReadDatabaseHeader(const std::wstring& path, bool* hasFailed)
 {
     std::array<BYTE, kDatabaseHeaderSize> header{};
-    if (!FileReader(path).Read(0, header))
+    const FileReader file(path);
+    const bool isRead = file.Read(0, header);
+    *hasFailed |= file.HasFailed();
+    if (!isRead)
         return std::nullopt;
     const auto size = static_cast<uint32_t>(header[16] << 8 | header[17]);
     return DatabaseHeader{size == 1 ? 65536 : size, header[kWriteVersionPlace] == kVersionWithLog,

@@ -32,7 +32,7 @@ struct DatabaseHeader {
     bool usesLog = false;
     FirstPage first;
 };
-// None when the file cannot be read, or is shorter.
-std::optional<DatabaseHeader> ReadDatabaseHeader(const std::wstring& path);
+// None when the file is shorter, or cannot be read, which sets *hasFailed.
+std::optional<DatabaseHeader> ReadDatabaseHeader(const std::wstring& path, bool* hasFailed);
 
 } // namespace mervane

@@ -4,7 +4,8 @@ namespace mervane {
 
 FileReader::FileReader(const std::wstring& path)
     : m_file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                         nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr))
+                         nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)),
+      m_hasFailed(!IsOpen() && !IsMissing(GetLastError()))
 {}
 
 FileReader::~FileReader()
@@ -16,7 +17,7 @@ FileReader::~FileReader()
 uint64_t FileReader::Size() const
 {
     LARGE_INTEGER size{};
-    return IsOpen() && GetFileSizeEx(m_file, &size) ? static_cast<uint64_t>(size.QuadPart) : 0;
+    return IsOpen() && Succeeds(GetFileSizeEx(m_file, &size)) ? static_cast<uint64_t>(size.QuadPart) : 0;
 }
 
 DWORD FileReader::NameCount() const
@@ -30,8 +31,8 @@ bool FileReader::Read(uint64_t offset, std::span<BYTE> bytes) const
     LARGE_INTEGER place{};
     place.QuadPart = static_cast<LONGLONG>(offset);
     DWORD read = 0;
-    return IsOpen() && SetFilePointerEx(m_file, place, nullptr, FILE_BEGIN) &&
-           ReadFile(m_file, bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr) &&
+    return IsOpen() && Succeeds(SetFilePointerEx(m_file, place, nullptr, FILE_BEGIN)) &&
+           Succeeds(ReadFile(m_file, bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr)) &&
            read == bytes.size();
 }
 

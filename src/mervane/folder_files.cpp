@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "mervane/file_reader.h"
+
 namespace mervane {
 
 bool FileExists(const std::wstring& path)
@@ -9,11 +11,17 @@ bool FileExists(const std::wstring& path)
     return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-bool HasContent(const std::wstring& path)
+bool MayExist(const std::wstring& path)
+{
+    return FileExists(path) || !IsMissing(GetLastError());
+}
+
+bool MayHaveContent(const std::wstring& path)
 {
     WIN32_FILE_ATTRIBUTE_DATA data;
-    return GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) &&
-           (data.nFileSizeLow || data.nFileSizeHigh);
+    if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data))
+        return !IsMissing(GetLastError());
+    return data.nFileSizeLow || data.nFileSizeHigh;
 }
 
 std::optional<std::vector<std::wstring>> FilesLike(const std::wstring& pattern)
@@ -23,8 +31,7 @@ std::optional<std::vector<std::wstring>> FilesLike(const std::wstring& pattern)
     HANDLE search = FindFirstFileW(pattern.c_str(), &data);
     if (search == INVALID_HANDLE_VALUE) {
         const DWORD error = GetLastError();
-        const bool isEmpty = error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
-        return isEmpty ? std::optional(files) : std::nullopt;
+        return IsMissing(error) ? std::optional(files) : std::nullopt;
     }
     do
         if (!(data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))

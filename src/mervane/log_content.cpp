@@ -76,6 +76,7 @@ class LogReader {
             TakeFrame();
         return m_content.pagesAtEnd ? std::optional(m_content) : std::nullopt;
     }
+    bool HasFailed() const { return m_file.HasFailed(); }
 
   private:
     bool ReadHeader()
@@ -139,6 +140,7 @@ class JournalReader {
         content.firstPage = FindFirstPage(uint64_t{content.pageSize} + 8);
         return content;
     }
+    bool HasFailed() const { return m_file.HasFailed(); }
 
   private:
     bool ReadPart(uint64_t offset)
@@ -176,9 +178,12 @@ class JournalReader {
 
 } // namespace
 
-std::optional<LogContent> ReadLog(const std::wstring& path)
+std::optional<LogContent> ReadLog(const std::wstring& path, bool* hasFailed)
 {
-    return LogReader(path).Read();
+    LogReader reader(path);
+    auto content = reader.Read();
+    *hasFailed |= reader.HasFailed();
+    return content;
 }
 
 bool MayBelong(const DatabaseHeader& database, const LogContent& log)
@@ -193,9 +198,12 @@ bool MayBelong(const DatabaseHeader& database, const LogContent& log)
                        [&](const FirstPage& page) { return IsSame(page, database.first); });
 }
 
-std::optional<JournalContent> ReadJournal(const std::wstring& path)
+std::optional<JournalContent> ReadJournal(const std::wstring& path, bool* hasFailed)
 {
-    return JournalReader(path).Read();
+    JournalReader reader(path);
+    auto content = reader.Read();
+    *hasFailed |= reader.HasFailed();
+    return content;
 }
 
 bool MayBelong(const DatabaseHeader& database, const JournalContent& journal)

@@ -19,8 +19,9 @@ struct LogContent {
     std::vector<FirstPage> firstPages;
     uint32_t pagesAtFirst = 0, pagesAtEnd = 0; // of the database, after the first and the last transaction
 };
-// None when it has no whole transaction, or is no log.
-std::optional<LogContent> ReadLog(const std::wstring& path);
+// None when it has no whole transaction, or is no log. *hasFailed is set where it could not be read as far as
+// it goes: then nothing is known of it.
+std::optional<LogContent> ReadLog(const std::wstring& path, bool* hasFailed);
 // Whether the log may have been made for the database: its first page is the one before the log's first, or
 // one that the log has (what was taken in already).
 bool MayBelong(const DatabaseHeader& database, const LogContent& log);
@@ -31,8 +32,8 @@ struct JournalContent {
     uint32_t pagesBefore = 0; // of the database; 0: it was just being made
     std::optional<FirstPage> firstPage;
 };
-// None when it is no journal, or one that is done.
-std::optional<JournalContent> ReadJournal(const std::wstring& path);
+// None when it is no journal, or one that is done. *hasFailed as for a log.
+std::optional<JournalContent> ReadJournal(const std::wstring& path, bool* hasFailed);
 bool MayBelong(const DatabaseHeader& database, const JournalContent& journal);
 
 } // namespace mervane

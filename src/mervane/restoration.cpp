@@ -179,7 +179,7 @@ StoreTrouble PutInPlaceOrTakeBack(const std::wstring& path, const std::wstring& 
 std::wstring InterruptedOf(const std::wstring& path, const std::vector<std::wstring>& names)
 {
     const auto interrupted = std::find_if(names.begin(), names.end(), [&](const std::wstring& name) {
-        return !name.ends_with(kUnfinished) && FileExists(KeptName(path, name));
+        return !name.ends_with(kUnfinished) && MayExist(KeptName(path, name));
     });
     return interrupted == names.end() ? std::wstring() : *interrupted;
 }
@@ -221,7 +221,7 @@ bool IsBroken(const std::wstring& storePath, StoreTrouble trouble)
 bool IsGone(const std::wstring& storePath)
 {
     const FileKind kind = LookAtFile(storePath).kind;
-    if ((kind != FileKind::Missing && kind != FileKind::Empty) || HasContent(storePath + L"-wal"))
+    if ((kind != FileKind::Missing && kind != FileKind::Empty) || MayHaveContent(storePath + L"-wal"))
         return false;
     const auto names = NamesBeside(storePath);
     return names && (kind == FileKind::Empty || InterruptedOf(storePath, *names).empty());

@@ -288,8 +288,8 @@ void CloseUntouched(Database& database, const std::wstring& path, bool hadLog, b
 StoreTrouble OpenWith(Database& database, const std::wstring& path, AsideFiles* aside)
 {
     // Looked for before the file: one that another program is just making gets its log last.
-    const bool hadLog = HasContent(path + L"-wal");
-    const bool hadSharedMemory = FileExists(path + L"-shm");
+    const bool hadLog = MayHaveContent(path + L"-wal");
+    const bool hadSharedMemory = MayExist(path + L"-shm");
     FileLook file = LookAtFile(path);
     if (file.kind == FileKind::Missing) {
         if (const StoreTrouble trouble = FinishRestoration(path); trouble != StoreTrouble::None)
@@ -300,7 +300,7 @@ StoreTrouble OpenWith(Database& database, const std::wstring& path, AsideFiles* 
         return trouble;
     if (file.kind == FileKind::Missing && !MakeFolderOf(path))
         return StoreTrouble::Unreachable;
-    const bool hasLog = HasContent(path + L"-wal");
+    const bool hasLog = MayHaveContent(path + L"-wal");
     const bool isFixed = IsOnFixedDrive(path);
     // It can neither be given another mode nor be had alone, without which its log's index would be mapped.
     if (file.kind == FileKind::ReadOnlyStore && hasLog && !isFixed)

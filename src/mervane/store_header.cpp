@@ -43,13 +43,16 @@ bool IsUnwritten(const Header& header)
 // beside it.
 bool IsUnfinished(const Header& header, const std::wstring& path)
 {
-    const std::optional<JournalContent> journal = ReadJournal(path + L"-journal");
+    bool hasFailed = false;
+    const std::optional<JournalContent> journal = ReadJournal(path + L"-journal", &hasFailed);
     return journal && !journal->pagesBefore && IsUnwritten(header);
 }
 
 FileLook LookInto(const FileReader& file, const std::wstring& path, bool readOnly)
 {
     const uint64_t size = file.Size();
+    if (file.HasFailed())
+        return {FileKind::Foreign, TroubleOfSystem(GetLastError())};
     if (size == 0 && !readOnly)
         return {FileKind::Empty, StoreTrouble::None};
     Header header{};
@@ -62,11 +65,6 @@ FileLook LookInto(const FileReader& file, const std::wstring& path, bool readOnl
     if (!readOnly && IsUnfinished(header, path))
         return {FileKind::Empty, StoreTrouble::None};
     return {FileKind::Foreign, trouble};
-}
-
-bool IsMissing(DWORD error)
-{
-    return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
 }
 
 } // namespace

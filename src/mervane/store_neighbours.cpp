@@ -23,11 +23,16 @@ bool IsSound(Database& database)
     return check.Step() == Statement::Result::Row && check.Text(0) == "ok";
 }
 
-// The file as it is, whatever lies beside it.
-bool IsSoundAlone(const std::wstring& path)
+bool IsSoundNow(const std::wstring& path)
 {
     Database database;
     return database.Open(path, Database::Mode::Unchanging) && IsSound(database);
+}
+
+// The file as it is, whatever lies beside it. A read that has failed looks like damage, which stays.
+bool IsSoundAlone(const std::wstring& path)
+{
+    return IsSoundNow(path) || IsSoundNow(path);
 }
 
 // The file with what lies beside it, tried on copies.
@@ -71,9 +76,14 @@ class Alone {
 Verdict JudgeLog(const std::wstring& path, Database& alone)
 {
     const std::wstring logPath = path + L"-wal";
-    const std::optional<LogContent> log = ReadLog(logPath);
-    const std::optional<DatabaseHeader> header = ReadDatabaseHeader(path);
-    if (!log && FileReader(logPath).Size() <= kLogHeaderSize)
+    bool hasFailed = false;
+    const std::optional<LogContent> log = ReadLog(logPath, &hasFailed);
+    const std::optional<DatabaseHeader> header = ReadDatabaseHeader(path, &hasFailed);
+    const FileReader file(logPath);
+    const bool hasNothing = !log && file.Size() <= kLogHeaderSize;
+    if (hasFailed || file.HasFailed())
+        return Verdict::Unclear;
+    if (hasNothing)
         return Verdict::Belongs;
     const bool may = log && header && MayBelong(*header, *log);
     const bool isSoundAlone = IsSoundAlone(path);
@@ -86,19 +96,26 @@ Verdict JudgeLog(const std::wstring& path, Database& alone)
 }
 
 // SQLite leaves a journal that begins with 0 alone.
-bool IsDone(const std::wstring& journalPath)
+bool IsDone(const std::wstring& journalPath, bool* hasFailed)
 {
     BYTE first = 0;
-    return !FileReader(journalPath).Read(0, {&first, 1}) || !first;
+    const FileReader file(journalPath);
+    const bool isRead = file.Read(0, {&first, 1});
+    *hasFailed |= file.HasFailed();
+    return !isRead || !first;
 }
 
 Verdict JudgeJournal(const std::wstring& path)
 {
     const std::wstring journalPath = path + L"-journal";
-    if (IsDone(journalPath))
+    bool hasFailed = false;
+    const bool isDone = IsDone(journalPath, &hasFailed);
+    const std::optional<JournalContent> journal = ReadJournal(journalPath, &hasFailed);
+    const std::optional<DatabaseHeader> header = ReadDatabaseHeader(path, &hasFailed);
+    if (hasFailed)
+        return Verdict::Unclear;
+    if (isDone)
         return Verdict::Belongs;
-    const std::optional<JournalContent> journal = ReadJournal(journalPath);
-    const std::optional<DatabaseHeader> header = ReadDatabaseHeader(path);
     const bool may = journal && header && MayBelong(*header, *journal);
     if (may && IsSoundWith(path, L"-journal"))
         return Verdict::Belongs;
@@ -119,9 +136,11 @@ StoreTrouble Obey(Verdict verdict, const std::wstring& neighbour, AsideFiles* as
 // has it open. That one has this log; but a tool may have written over the file under it.
 StoreTrouble PrepareUntouched(const std::wstring& path)
 {
-    const std::optional<LogContent> log = ReadLog(path + L"-wal");
-    const std::optional<DatabaseHeader> header = ReadDatabaseHeader(path);
-    return !log || (header && MayBelong(*header, *log)) ? StoreTrouble::None : StoreTrouble::OddLog;
+    bool hasFailed = false;
+    const std::optional<LogContent> log = ReadLog(path + L"-wal", &hasFailed);
+    const std::optional<DatabaseHeader> header = ReadDatabaseHeader(path, &hasFailed);
+    const bool belongs = !log || (header && MayBelong(*header, *log));
+    return belongs && !hasFailed ? StoreTrouble::None : StoreTrouble::OddLog;
 }
 
 // The other program may be bringing its log in.
@@ -138,7 +157,7 @@ StoreTrouble PrepareShared(const std::wstring& path)
 
 StoreTrouble PrepareLog(const std::wstring& path, FileKind kind, AsideFiles* aside)
 {
-    if (!HasContent(path + L"-wal"))
+    if (!MayHaveContent(path + L"-wal"))
         return StoreTrouble::None;
     // What was saved last may be in it alone, and a new file would do away with it.
     if (kind == FileKind::Missing || kind == FileKind::Empty)
@@ -162,16 +181,18 @@ StoreTrouble PrepareLog(const std::wstring& path, FileKind kind, AsideFiles* asi
 // not yet, because the power went while it was begun, has nothing to put back.
 Verdict JudgeFirstJournal(const std::wstring& journalPath)
 {
-    const std::optional<JournalContent> journal = ReadJournal(journalPath);
-    if (IsDone(journalPath) || (journal && !journal->pagesBefore))
+    bool hasFailed = false;
+    const std::optional<JournalContent> journal = ReadJournal(journalPath, &hasFailed);
+    const bool isDone = IsDone(journalPath, &hasFailed);
+    if (!hasFailed && (isDone || (journal && !journal->pagesBefore)))
         return Verdict::Belongs;
-    return journal ? Verdict::Unclear : Verdict::SetAside;
+    return journal || hasFailed ? Verdict::Unclear : Verdict::SetAside;
 }
 
 StoreTrouble PrepareJournal(const std::wstring& path, FileKind kind, AsideFiles* aside)
 {
     const std::wstring journalPath = path + L"-journal";
-    if (!HasContent(journalPath))
+    if (!MayHaveContent(journalPath))
         return StoreTrouble::None;
     if (kind == FileKind::Store)
         return Obey(JudgeJournal(path), journalPath, aside);
