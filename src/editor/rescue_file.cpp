@@ -41,8 +41,8 @@ uint64_t WrittenAt(const std::wstring& path)
     return TimeCount(data.ftLastWriteTime).Units();
 }
 
-// A store's files with an ending, the oldest first.
-std::vector<std::wstring> FilesOf(uint64_t store, const wchar_t* ending)
+// A store's files with an ending and when they were written, the oldest first.
+std::vector<std::pair<uint64_t, std::wstring>> FilesOf(uint64_t store, const wchar_t* ending)
 {
     const std::wstring folder = Folder();
     if (folder.empty())
@@ -53,10 +53,7 @@ std::vector<std::wstring> FilesOf(uint64_t store, const wchar_t* ending)
         if (name.ends_with(ending)) // a pattern finds short names too
             found.emplace_back(WrittenAt(folder + name), folder + name);
     std::sort(found.begin(), found.end());
-    std::vector<std::wstring> paths;
-    for (auto& file : found)
-        paths.push_back(std::move(file.second));
-    return paths;
+    return found;
 }
 
 // So that the order of the kept ones is that in which they were kept.
@@ -72,13 +69,16 @@ void MarkAsNew(const std::wstring& path)
     SetFileTime(file.get(), nullptr, nullptr, &now);
 }
 
-// Never the one that was kept just now, whatever the clock says.
+// Never the one that was kept just now, whatever the clock says. None where it cannot be told which is the
+// oldest.
 void DropOldestKept(uint64_t store, const std::wstring& justKept)
 {
-    std::vector<std::wstring> kept = FilesOf(store, kKeptEnding);
-    std::erase(kept, justKept);
+    auto kept = FilesOf(store, kKeptEnding);
+    std::erase_if(kept, [&](const auto& file) { return file.second == justKept; });
+    if (kept.empty() || kept.front().first == 0)
+        return;
     for (size_t i = 0; i + RescueFile::kKept <= kept.size(); ++i)
-        DeleteFileW(kept[i].c_str());
+        DeleteFileW(kept[i].second.c_str());
 }
 
 } // namespace
@@ -154,7 +154,7 @@ std::optional<RescueState> RescueFile::Read() const
 std::vector<RescueFile> RescueFile::FindLeft(uint64_t store)
 {
     std::vector<RescueFile> left;
-    for (std::wstring& path : FilesOf(store, kEnding)) {
+    for (auto& [written, path] : FilesOf(store, kEnding)) {
         RescueFile file(std::move(path));
         const std::optional<RescueState> state = file.Lock() ? file.Read() : std::nullopt;
         if (state && state->store == store)
