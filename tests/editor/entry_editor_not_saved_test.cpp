@@ -1,5 +1,7 @@
 // What the editor does where it cannot read, cannot save, or would save over what another program has
 // written.
+#include <optional>
+
 #include "editor/editor_rescue.h"
 #include "entry_editor_save_fixture.h"
 #include "mervane/db_categories.h"
@@ -428,6 +430,28 @@ TEST_F(EntryEditorSaveTest, ACopyHasWhatChangedBehindItsBoxes)
     const std::string copy = ReadFileBytes(g_chosenFile);
     EXPECT_NE(copy.find("First\r\nSecond box file"), std::string::npos) << copy;
     EXPECT_TRUE(DeleteFileW(g_chosenFile.c_str()));
+}
+
+TEST_F(EntryEditorSaveTest, ACopyOfABodyThatCannotBeHadIsNotWritten)
+{
+    CEOID id = Write(Full());
+    g_chosenFile = m_store.Path() + L".txt";
+    const MessageBoxAnswerer boxes({IDYES, IDOK, IDYES});
+    Run(&id, [&](EditorWindow& editor) {
+        editor.Enter(IDC_SUBJECT, L"Mine");
+        ASSERT_TRUE(ChangeStore("ALTER TABLE journal RENAME TO away"));
+        std::optional<ImportWatch<decltype(&GetWindowTextW)>> none;
+        g_whileAskedForFile = [&] { none.emplace(&__imp_GetWindowTextW, NoText<IDC_BODY>); };
+        {
+            const ImportWatch<decltype(&GetSaveFileNameW)> file(&__imp_GetSaveFileNameW, ChooseFile);
+            editor.Command(CMD_SAVE);
+        }
+        none.reset();
+        ASSERT_TRUE(ChangeStore("ALTER TABLE away RENAME TO journal"));
+    });
+    ASSERT_GE(boxes.Boxes().size(), 2u);
+    EXPECT_TRUE(boxes.Boxes()[1].text.starts_with(L"The copy could not be written."));
+    EXPECT_EQ(GetFileAttributesW(g_chosenFile.c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
 BOOL WINAPI ShowNoBody(HWND window, LPCWSTR text)

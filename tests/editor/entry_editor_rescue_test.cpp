@@ -427,4 +427,25 @@ TEST_F(AssignTest, WhatARescueHasAssignedIsCountedOnce)
     EXPECT_FALSE(saved.categories) << "those that the record has";
 }
 
+// Of two contacts one is released and a third one assigned.
+TEST_F(AssignTest, WhatARescueHasAssignedOfContactsIsSaved)
+{
+    const CEOID released = AddContact(L"Doe");
+    const CEOID kept = AddContact(L"Roe");
+    const CEOID added = AddContact(L"Poe");
+    CEOID id = AddEntry({}, {released, kept});
+    EditorRecord record(App().Journal(), &id);
+    record.OpenStores(nullptr);
+    JournalEntry loaded;
+    ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
+    RescueState state;
+    record.DescribeTo(&state);
+    EXPECT_EQ(state.contacts, (std::vector<CEOID>{released, kept}));
+    state.contacts = {kept, added};
+    record.GoOnWith(state);
+    EntryToWrite entry;
+    EXPECT_EQ(record.Save(&entry), EditorRecord::Saved::Updated);
+    EXPECT_EQ(Read(id).contacts, Ids({kept, added}));
+}
+
 } // namespace

@@ -6,7 +6,9 @@
 #include <algorithm>
 
 #include "mervane/drive_kind.h"
+#include "mervane/file_growth.h"
 #include "records.h"
+#include "support/import_watch.h"
 #include "support/test_drive.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
@@ -44,6 +46,53 @@ TEST(SharedMemory, HasItsPagesBeforeTheyAreMapped)
     const FILE_STANDARD_INFO sizes = SizesOf(store.Path() + L"-shm");
     EXPECT_GT(sizes.EndOfFile.QuadPart, 32'768);
     EXPECT_GE(sizes.AllocationSize.QuadPart, sizes.EndOfFile.QuadPart);
+}
+
+decltype(&WriteFile) g_writeFile;
+
+BOOL WINAPI WriteHalf(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written, LPOVERLAPPED overlapped)
+{
+    return g_writeFile(file, bytes, size / 2, written, overlapped);
+}
+
+BOOL WINAPI WriteNothing(HANDLE, LPCVOID, DWORD, LPDWORD written, LPOVERLAPPED)
+{
+    *written = 0;
+    SetLastError(ERROR_DISK_FULL);
+    return FALSE;
+}
+
+// SQLite makes a file longer by this: it is longer, and has its room, or it fails.
+TEST(Growth, OfAFileThatTheDiskHasNoRoomForFails)
+{
+    mervane::GrowFilesByWriting();
+    sqlite3_vfs* const system = sqlite3_vfs_find("win32");
+    const auto setEnd =
+        reinterpret_cast<decltype(&SetEndOfFile)>(system->xGetSystemCall(system, "SetEndOfFile"));
+    const TestStore store;
+    const UniqueKernelHandle file(CreateFileW(store.Path().c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                              CREATE_ALWAYS, 0, nullptr));
+    ASSERT_NE(file.get(), INVALID_HANDLE_VALUE);
+    const auto grow = [&](LONGLONG size) {
+        LARGE_INTEGER end{};
+        end.QuadPart = size;
+        return SetFilePointerEx(file.get(), end, nullptr, FILE_BEGIN) && setEnd(file.get());
+    };
+    const auto size = [&] {
+        LARGE_INTEGER now{};
+        return GetFileSizeEx(file.get(), &now) ? now.QuadPart : -1;
+    };
+    g_writeFile = __imp_WriteFile;
+    for (const auto instead : {WriteNothing, WriteHalf}) {
+        const ImportWatch<decltype(&WriteFile)> full(&__imp_WriteFile, instead);
+        EXPECT_FALSE(grow(100'000));
+        EXPECT_EQ(GetLastError(), DWORD{ERROR_DISK_FULL});
+        EXPECT_LT(size(), 100'000);
+    }
+    EXPECT_TRUE(grow(100'000));
+    EXPECT_EQ(size(), 100'000);
+    EXPECT_TRUE(grow(10));
+    EXPECT_EQ(size(), 10);
 }
 
 TEST(StoreFile, IsNotMapped)

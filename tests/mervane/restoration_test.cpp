@@ -7,6 +7,7 @@
 #include "mervane/restoration.h"
 #include "records.h"
 #include "support/import_watch.h"
+#include "support/file_faults.h"
 #include "support/test_store.h"
 #include "util/owners.h"
 
@@ -308,6 +309,42 @@ TEST_F(BrokenStore, ThatIsAnotherFileByThenStays)
     EXPECT_FALSE(next.HasAnother());
     EXPECT_NE(next.Run(BackupOf(L"2026-02-09")), StoreTrouble::None) << "it is gone";
     EXPECT_EQ(GetFileAttributesW(Path().c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+// Whichever call of the system fails: all that was there is still there, under its name or the other one, and
+// a person who tries again has the backup's entries.
+TEST_F(BrokenStore, LosesNothingToACallThatFails)
+{
+    BreakAll();
+    const auto before = Files();
+    const std::wstring backup = BackupOf(L"2026-02-09");
+    FileFaults faults;
+    bool fired = true, restored = false;
+    for (int n = 1; fired; ++n) {
+        SCOPED_TRACE(n);
+        for (const auto& [name, bytes] : Files())
+            DeleteFileW((Path().substr(0, Path().find_last_of(L'\\') + 1) + name).c_str());
+        for (const auto& [name, bytes] : before)
+            ASSERT_TRUE(WriteFileBytes(Path().substr(0, Path().find_last_of(L'\\') + 1) + name, bytes));
+        faults.FailNth(n);
+        {
+            const Restoration restoration(Path());
+            restored = restoration.Run(backup) == StoreTrouble::None;
+        }
+        fired = faults.HasFired();
+        faults.FailNone();
+        const auto after = Files();
+        for (const auto& [name, bytes] : before)
+            EXPECT_TRUE(std::any_of(after.begin(), after.end(), [&](const auto& file) {
+                return file.second == bytes;
+            })) << "it is gone";
+        EXPECT_EQ(FinishRestoration(Path()), StoreTrouble::None);
+        if (!restored && ReadFileBytes(Path()) != ReadFileBytes(backup)) {
+            EXPECT_EQ(Restoration(Path()).Run(backup), StoreTrouble::None);
+        }
+        ExpectOpens(2);
+    }
+    EXPECT_TRUE(restored);
 }
 
 class LostStore : public BrokenStore {
