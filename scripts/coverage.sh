@@ -5,7 +5,7 @@
 #
 # Configures build/coverage, builds it (all, or TARGETS='test_util test_list'), runs the tests there (all, or what the
 # options choose: -R '^util$') and lists for each file how many lines ran, then every function that never did, then the
-# lines. The whole suite takes an hour on two cores. A program that is killed writes no counts; results of several runs add
+# lines. The whole suite takes half an hour on two cores. A program that is killed writes no counts; results of several runs add
 # up until build/coverage is deleted.
 set -eu
 cd "$(dirname "$0")/.."
