@@ -8,7 +8,7 @@
 #include "mervane/store_header.h"
 #include "mervane/store_path.h"
 #include "open_fixture.h"
-#include "support/import_watch.h"
+#include "support/file_faults.h"
 #include "support/test_drive.h"
 
 namespace {
@@ -186,6 +186,32 @@ TEST_F(Opening, TakesAStoreWhoseIdentifiersAreUsedUp)
         EXPECT_EQ(journal.RecordCount(), 1u);
         EXPECT_EQ(Sent().Text(kSubject, L"changed").Write(journal, id), id);
     }
+}
+
+BOOL WINAPI NoLongIdentity(HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID, DWORD)
+{
+    SetLastError(ERROR_INVALID_PARAMETER);
+    return FALSE;
+}
+
+// As on a stick, whose file system knows no long ones.
+TEST_F(Opening, TellsAnotherFileInItsPlaceByAShortIdentity)
+{
+    MakeStore();
+    const std::wstring other = Path() + L".other", away = Path() + L".away";
+    ASSERT_TRUE(CopyFileW(Path().c_str(), other.c_str(), TRUE));
+    const ImportWatch<decltype(&GetFileInformationByHandleEx)> watch(&__imp_GetFileInformationByHandleEx,
+                                                                     NoLongIdentity);
+    DbJournal journal;
+    ASSERT_EQ(journal.Open(nullptr), 1);
+    ASSERT_NE(AddEntry(journal, L"before"), 0u);
+    ASSERT_TRUE(MoveUnix(Path(), away));
+    ASSERT_TRUE(MoveUnix(other, Path()));
+    EXPECT_EQ(AddEntry(journal, L"elsewhere"), 0u);
+    EXPECT_EQ(journal.Trouble(), StoreTrouble::OtherFile);
+    ASSERT_TRUE(MoveUnix(away, Path()));
+    EXPECT_NE(AddEntry(journal, L"after"), 0u);
+    EXPECT_EQ(journal.RecordCount(), 3u);
 }
 
 // A sync or restore tool has put another file in the open one's place: what is saved would go nowhere.
