@@ -38,10 +38,13 @@ constexpr int kWindowHeight = 560;
 // The journal has a password, and asks for it first.
 constexpr const wchar_t* kStartJournal = L"\n\nStart the journal: it offers a backup, where one is whole.";
 
-// With its backups there it is no new one that is wanted.
+// With its backups there, or where nobody knows, it is no new one that is wanted.
 bool IsLost(const std::wstring& path)
 {
-    return mervane::IsGone(path) && mervane::NewestWholeBackup(path, mervane::DayOfTime(LocalNow()));
+    if (!mervane::IsGone(path))
+        return false;
+    const mervane::BackupSearch backups = mervane::NewestWholeBackup(path, mervane::DayOfTime(LocalNow()));
+    return backups.hasAny || backups.trouble != StoreTrouble::None;
 }
 
 std::wstring FailureText(const std::wstring& path, StoreTrouble trouble)

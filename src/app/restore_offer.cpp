@@ -11,6 +11,7 @@
 #include "util/clock.h"
 #include "util/date_text.h"
 
+using mervane::BackupSearch;
 using mervane::FoundBackup;
 using mervane::Restoration;
 
@@ -54,12 +55,30 @@ std::wstring GoneQuestion(const std::wstring& path, const FoundBackup& backup)
            L"Put the backup in its place, and open it? With No a new journal is begun.";
 }
 
-std::optional<FoundBackup> FindBackup(const std::wstring& path)
+// An older one is not offered as the newest.
+std::wstring UnreadText(const BackupSearch& backups)
+{
+    return L"\n\nA backup may be there, but\n\n" + backups.unread + L"\n\ncannot be read: " +
+           ReasonText(backups.trouble, L"it") +
+           L".\n\nNothing was changed, and no new journal was begun. Start the journal again when that can "
+           L"be "
+           L"read; where it never will be, move it to another folder first.";
+}
+
+std::wstring NoneWholeQuestion(const std::wstring& path)
+{
+    return GoneText(path, mervane::FileExists(path)) +
+           L"\n\nThere are backups of it, but none is whole. They are in the folder\n\n" +
+           mervane::BackupPath(path, L"") +
+           L"\n\nBegin a new journal? With No nothing is done, so that you can look for a copy first.";
+}
+
+BackupSearch FindBackup(const std::wstring& path)
 {
     ShowHourglass();
-    auto found = mervane::NewestWholeBackup(path, mervane::DayOfTime(LocalNow()));
+    BackupSearch backups = mervane::NewestWholeBackup(path, mervane::DayOfTime(LocalNow()));
     RemoveHourglass();
-    return found;
+    return backups;
 }
 
 // Of several starts that ask at the same time one puts it there. What the others find there is opened, or the
@@ -96,13 +115,16 @@ bool TellUnopenedStore(const std::wstring& path, StoreTrouble trouble)
         ShowBox(text + L"\n\nA backup can only take its place while no other program has it open.", MB_OK);
         return false;
     }
-    const std::optional<FoundBackup> backup = FindBackup(path);
-    if (!backup) {
-        ShowBox(text + L"\n\nThere is no backup that could take its place.", MB_OK);
+    const BackupSearch backups = FindBackup(path);
+    if (!backups.found) {
+        ShowBox(text + (backups.trouble == StoreTrouble::None
+                            ? L"\n\nThere is no backup that could take its place."
+                            : UnreadText(backups)),
+                MB_OK);
         return false;
     }
-    return ShowBox(text + Question(*backup, restoration), MB_YESNO | MB_DEFBUTTON2) == IDYES &&
-           Restore(path, restoration, *backup);
+    return ShowBox(text + Question(*backups.found, restoration), MB_YESNO | MB_DEFBUTTON2) == IDYES &&
+           Restore(path, restoration, *backups.found);
 }
 
 bool OfferBackupOfGoneStore(const std::wstring& path)
@@ -110,11 +132,15 @@ bool OfferBackupOfGoneStore(const std::wstring& path)
     if (!mervane::IsGone(path))
         return true;
     const Restoration restoration(path);
-    const std::optional<FoundBackup> backup = FindBackup(path);
-    if (!backup)
-        return true;
-    switch (ShowBox(GoneQuestion(path, *backup), MB_YESNO)) {
-    case IDYES: return Restore(path, restoration, *backup);
+    const BackupSearch backups = FindBackup(path);
+    if (backups.trouble != StoreTrouble::None) {
+        ShowBox(GoneText(path, mervane::FileExists(path)) + UnreadText(backups), MB_OK);
+        return false;
+    }
+    if (!backups.found)
+        return !backups.hasAny || ShowBox(NoneWholeQuestion(path), MB_YESNO | MB_DEFBUTTON2) == IDYES;
+    switch (ShowBox(GoneQuestion(path, *backups.found), MB_YESNO)) {
+    case IDYES: return Restore(path, restoration, *backups.found);
     case IDNO: return true;
     default: return false;
     }

@@ -11,8 +11,9 @@
 // opened now. Else everything is as it was.
 [[nodiscard]] bool TellUnopenedStore(const std::wstring& path, StoreTrouble trouble);
 
-// Where the store at the path is gone, or an empty file is in its place, and a backup is whole: asks whether
-// that is to take its place, Yes being the default answer. True when the start goes on, over the backup, over
-// a new store with No, or since there is nothing to ask; false when the backup could not be put in its place,
+// Where the store at the path is gone, or an empty file is in its place, and it has backups: asks whether the
+// newest whole one is to take its place, Yes being the default answer; where none is whole, whether to begin
+// a new store. True when the start goes on, over the backup, over a new store, or since there is nothing to
+// ask; false with No to a new store, or when the backups could not be read or the one not put in its place,
 // which has been told.
 [[nodiscard]] bool OfferBackupOfGoneStore(const std::wstring& path);

@@ -38,6 +38,19 @@ uint64_t SizeOf(const std::wstring& path)
     return (uint64_t{data.nFileSizeHigh} << 32) | data.nFileSizeLow;
 }
 
+// How many records a store has given numbers to, which it never takes back.
+constexpr const char* kNumbersGiven = "SELECT coalesce(sum(seq), 0) FROM sqlite_sequence";
+
+// One that has had more records than the new copy is no earlier state of it, but of a store that was lost and
+// begun anew: perhaps all that is left. What cannot be read just now stays as well.
+bool MayGo(const std::wstring& backup, int64_t numbersNow)
+{
+    Database file;
+    const auto numbers =
+        file.Open(backup, Database::Mode::Unchanging) ? file.QueryInteger(kNumbersGiven) : std::nullopt;
+    return numbers ? *numbers <= numbersNow : IsOfContent(file.TakeTrouble());
+}
+
 // A copy that filled the disk would take the room from the next save.
 bool HasRoom(const std::wstring& storePath, const std::wstring& folder)
 {
@@ -119,8 +132,12 @@ void StoreBackup::KeepCopy()
     }
     m_copy.Keep();
     const std::wstring folder = BackupPath(m_path, L"");
-    if (const auto files = FilesLike(folder + L"*"))
-        for (const std::wstring& file : BackupsToDelete(names, *files, m_today))
+    const auto files = FilesLike(folder + L"*");
+    const auto numbers = m_store.Sql().QueryInteger(kNumbersGiven);
+    if (!files || !numbers)
+        return;
+    for (const std::wstring& file : BackupsToDelete(names, *files, m_today))
+        if (MayGo(folder + file, *numbers))
             DeleteFileW((folder + file).c_str());
 }
 

@@ -4,6 +4,8 @@
 #include <cwchar>
 #include <set>
 
+#include "mervane/folder_files.h"
+
 namespace mervane {
 
 namespace {
@@ -47,10 +49,21 @@ bool IsSunday(BackupDay day)
     return std::chrono::weekday(std::chrono::sys_days(day)) == std::chrono::Sunday;
 }
 
+bool StartsWith(std::wstring_view name, std::wstring_view start)
+{
+    return IsSameName(name.substr(0, start.size()), start);
+}
+
+bool EndsWith(std::wstring_view name, std::wstring_view end)
+{
+    return name.size() >= end.size() && IsSameName(name.substr(name.size() - end.size()), end);
+}
+
 // The latest days and the latest Sundays.
 std::set<BackupDay> DaysToKeep(std::vector<BackupDay> days)
 {
     std::sort(days.begin(), days.end(), std::greater<>());
+    days.erase(std::unique(days.begin(), days.end()), days.end());
     std::set<BackupDay> kept(days.begin(), days.begin() + static_cast<int>(std::min(days.size(), kDaysKept)));
     size_t sundays = 0;
     for (const BackupDay day : days)
@@ -122,8 +135,8 @@ std::wstring BackupNames::Unfinished(std::wstring_view name, unsigned long proce
 std::optional<BackupDay> BackupNames::DayOf(std::wstring_view name) const
 {
     constexpr size_t kDate = 11; // with the hyphen before it
-    if (name.size() != m_stem.size() + kDate + m_extension.size() || !name.starts_with(m_stem) ||
-        !name.ends_with(m_extension) || name[m_stem.size()] != L'-')
+    if (name.size() != m_stem.size() + kDate + m_extension.size() || !StartsWith(name, m_stem) ||
+        !EndsWith(name, m_extension) || name[m_stem.size()] != L'-')
         return std::nullopt;
     return ReadDay(name.substr(m_stem.size() + 1, kDate - 1));
 }
@@ -131,8 +144,8 @@ std::optional<BackupDay> BackupNames::DayOf(std::wstring_view name) const
 std::optional<BackupNames::VersionAndNumber> BackupNames::VersionOf(std::wstring_view name) const
 {
     const std::wstring start = m_stem + std::wstring(kBefore);
-    if (name.size() <= start.size() + m_extension.size() || !name.starts_with(start) ||
-        !name.ends_with(m_extension))
+    if (name.size() <= start.size() + m_extension.size() || !StartsWith(name, start) ||
+        !EndsWith(name, m_extension))
         return std::nullopt;
     const std::wstring_view middle =
         name.substr(start.size(), name.size() - start.size() - m_extension.size());
@@ -164,9 +177,9 @@ std::vector<std::wstring> BackupsToDelete(const BackupNames& names, const std::v
             days.push_back(*day);
     const std::set<BackupDay> kept = DaysToKeep(days);
     std::vector<std::wstring> deleted;
-    for (const BackupDay day : days)
-        if (!kept.contains(day))
-            deleted.push_back(names.OfDay(day));
+    for (const std::wstring& file : files)
+        if (const auto day = names.DayOf(file); day && *day <= today && !kept.contains(*day))
+            deleted.push_back(file);
     return deleted;
 }
 

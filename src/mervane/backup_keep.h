@@ -26,7 +26,8 @@ class BackupNames {
     // Whether a file's name is one that Unfinished makes of another name.
     static bool IsUnfinishedOf(std::wstring_view name, std::wstring_view file);
 
-    // The day of a name that OfDay makes, letter by letter.
+    // The day of a name that OfDay makes. Case does not count in any of these: the store's name may be
+    // written in another one than when the backup was made.
     std::optional<BackupDay> DayOf(std::wstring_view name) const;
     // Version and number of a name that BeforeVersion makes.
     using VersionAndNumber = std::pair<int64_t, int64_t>;
@@ -41,7 +42,7 @@ class BackupNames {
 
 // Which of a folder's files go: backups of days that are neither among the latest 7 nor among the latest 4
 // Sundays that have one. Days after today, which a wrong clock has made, count for nothing and stay, as all
-// other files do. Never the latest one.
+// other files do. Never the latest one. Called as the folder does.
 std::vector<std::wstring> BackupsToDelete(const BackupNames& names, const std::vector<std::wstring>& files,
                                           BackupDay today);
 

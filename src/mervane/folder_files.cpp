@@ -37,9 +37,17 @@ std::optional<std::vector<std::wstring>> FilesLike(const std::wstring& pattern)
         if (!(data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
             files.emplace_back(data.cFileName);
     while (FindNextFileW(search, &data));
-    const bool isAll = GetLastError() == ERROR_NO_MORE_FILES;
+    const DWORD end = GetLastError();
     FindClose(search);
-    return isAll ? std::optional(std::move(files)) : std::nullopt;
+    SetLastError(end);
+    return end == ERROR_NO_MORE_FILES ? std::optional(std::move(files)) : std::nullopt;
+}
+
+bool IsSameName(std::wstring_view one, std::wstring_view other)
+{
+    return one.size() == other.size() &&
+           (one.empty() || CompareStringOrdinal(one.data(), static_cast<int>(one.size()), other.data(),
+                                                static_cast<int>(other.size()), TRUE) == CSTR_EQUAL);
 }
 
 } // namespace mervane

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace mervane {
@@ -14,7 +15,11 @@ bool MayExist(const std::wstring& path);
 // Whether the file is there and not empty, or may be.
 bool MayHaveContent(const std::wstring& path);
 
-// The names of the files, without folders, that a path with "*" stands for; none when it cannot be told.
+// The names of the files, without folders, that a path with "*" stands for; none when it cannot be told, and
+// the system's last error says why.
 std::optional<std::vector<std::wstring>> FilesLike(const std::wstring& pattern);
+
+// Whether a folder takes the two names for one: their case does not count.
+bool IsSameName(std::wstring_view one, std::wstring_view other);
 
 } // namespace mervane

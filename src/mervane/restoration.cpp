@@ -146,14 +146,12 @@ bool IsFree(const std::wstring& path, const std::wstring& name)
 std::optional<std::vector<std::wstring>> NamesBeside(const std::wstring& path)
 {
     const std::wstring start = FileNameOf(path) + kRestoring;
-    const int length = static_cast<int>(start.size());
     const auto files = FilesLike(path + kRestoring + L"*");
     if (!files)
         return std::nullopt;
     std::vector<std::wstring> names;
     for (const std::wstring& file : *files)
-        if (file.size() > start.size() &&
-            CompareStringOrdinal(file.c_str(), length, start.c_str(), length, TRUE) == CSTR_EQUAL)
+        if (file.size() > start.size() && IsSameName(file.substr(0, start.size()), start))
             names.push_back(file.substr(start.size()));
     return names;
 }
@@ -201,12 +199,17 @@ BackupDay DayOfLastWrite(const std::wstring& path)
     return DayOfTime(local);
 }
 
-std::optional<int64_t> EntriesIn(const std::wstring& path)
+// None when it is a whole store, with *entries then.
+StoreTrouble LookInto(const std::wstring& backup, int64_t* entries)
 {
+    if (const StoreTrouble trouble = CheckWhole(backup).trouble; trouble != StoreTrouble::None)
+        return trouble;
     Database file;
-    if (!file.Open(path, Database::Mode::Unchanging))
-        return std::nullopt;
-    return file.QueryInteger("SELECT count(*) FROM journal");
+    const auto count = file.Open(backup, Database::Mode::Unchanging)
+                           ? file.QueryInteger("SELECT count(*) FROM journal")
+                           : std::nullopt;
+    *entries = count.value_or(0);
+    return file.TakeTrouble();
 }
 
 } // namespace
@@ -223,22 +226,38 @@ bool IsGone(const std::wstring& storePath)
     const FileKind kind = LookAtFile(storePath).kind;
     if ((kind != FileKind::Missing && kind != FileKind::Empty) || MayHaveContent(storePath + L"-wal"))
         return false;
+    if (kind == FileKind::Empty)
+        return true;
     const auto names = NamesBeside(storePath);
-    return names && (kind == FileKind::Empty || InterruptedOf(storePath, *names).empty());
+    return names && InterruptedOf(storePath, *names).empty();
 }
 
-std::optional<FoundBackup> NewestWholeBackup(const std::wstring& storePath, BackupDay today)
+BackupSearch NewestWholeBackup(const std::wstring& storePath, BackupDay today)
 {
+    BackupSearch search;
     const BackupNames names(FileNameOf(storePath));
-    const auto files = FilesLike(BackupPath(storePath, L"*")).value_or(std::vector<std::wstring>());
-    for (const std::wstring& name : NewestFirst(names, files, today)) {
-        const std::wstring path = BackupPath(storePath, name);
-        if (CheckWhole(path).result != WholeCheck::Result::Whole)
-            continue;
-        if (const auto entries = EntriesIn(path))
-            return FoundBackup{path, names.DayOf(name).value_or(DayOfLastWrite(path)), *entries};
+    const auto files = FilesLike(BackupPath(storePath, L"*"));
+    if (!files) {
+        search.trouble = TroubleOfSystem(GetLastError());
+        search.unread = BackupPath(storePath, L"");
+        return search;
     }
-    return std::nullopt;
+    for (const std::wstring& name : NewestFirst(names, *files, today)) {
+        search.hasAny = true;
+        FoundBackup backup{BackupPath(storePath, name), {}, 0};
+        const StoreTrouble trouble = LookInto(backup.path, &backup.entries);
+        if (trouble == StoreTrouble::None) {
+            backup.day = names.DayOf(name).value_or(DayOfLastWrite(backup.path));
+            search.found = backup;
+            return search;
+        }
+        if (!IsOfContent(trouble)) {
+            search.trouble = trouble;
+            search.unread = backup.path;
+            return search;
+        }
+    }
+    return search;
 }
 
 bool Restoration::Stamp::operator==(const Stamp& other) const

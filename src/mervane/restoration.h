@@ -25,9 +25,17 @@ struct FoundBackup {
     BackupDay day; // on which it was made
     int64_t entries = 0;
 };
+struct BackupSearch {
+    std::optional<FoundBackup> found;
+    bool hasAny = false; // by its name, whole or not
+    // Why it cannot be told which one it is, and of what path: a backup, before those that would come behind
+    // it, or the folder.
+    StoreTrouble trouble = StoreTrouble::None;
+    std::wstring unread;
+};
 // The newest backup of the store that is whole; each is read from one end to the other until one is. Those of
 // days to come, which a wrong clock has made, and those made before a migration come last.
-std::optional<FoundBackup> NewestWholeBackup(const std::wstring& storePath, BackupDay today);
+BackupSearch NewestWholeBackup(const std::wstring& storePath, BackupDay today);
 
 class Restoration {
   public:

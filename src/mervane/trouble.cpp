@@ -1,29 +1,29 @@
 #include "mervane/trouble.h"
 
-std::wstring ReasonText(StoreTrouble trouble)
+std::wstring ReasonText(StoreTrouble trouble, std::wstring_view file)
 {
+    const std::wstring it(file);
     switch (trouble) {
     case StoreTrouble::None: return {};
     case StoreTrouble::Full: return L"the disk is full";
     case StoreTrouble::NoIdentifier:
-        return L"the journal's file has no number left for another record; export the entries and begin a "
-               L"new file";
-    case StoreTrouble::ReadOnly: return L"the journal's file is read-only";
-    case StoreTrouble::Locked: return L"another program keeps the journal's file locked";
-    case StoreTrouble::Damaged: return L"the journal's file is damaged";
-    case StoreTrouble::NewerVersion: return L"the journal's file is one of a newer version of this program";
+        return it + L" has no number left for another record; export the entries and begin a new file";
+    case StoreTrouble::ReadOnly: return it + L" is read-only";
+    case StoreTrouble::Locked: return L"another program keeps " + it + L" locked";
+    case StoreTrouble::Damaged: return it + L" is damaged";
+    case StoreTrouble::NewerVersion: return it + L" is one of a newer version of this program";
     case StoreTrouble::NotAStore: return L"the file is not a journal";
-    case StoreTrouble::IsFolder: return L"a folder is where the journal's file should be";
-    case StoreTrouble::NoAccess: return L"the system does not allow the use of the journal's file";
+    case StoreTrouble::IsFolder: return L"a folder is where " + it + L" should be";
+    case StoreTrouble::NoAccess: return L"the system does not allow the use of " + it;
     case StoreTrouble::OddLog:
-        return L"a log lies beside the journal's file, and it cannot be told whether it belongs to it";
+        return L"a log lies beside " + it + L", and it cannot be told whether it belongs to it";
     case StoreTrouble::SeveralNames:
-        return L"the journal's file has a second name (a hard link), under which another program could "
-               L"write into it unseen; remove that name";
-    case StoreTrouble::OtherFile: return L"another file has come into the place of the journal's file";
+        return it + L" has a second name (a hard link), under which another program could write into it "
+                    L"unseen; remove that name";
+    case StoreTrouble::OtherFile: return L"another file has come into the place of " + it;
     case StoreTrouble::NoMemory: return L"there is not enough memory";
-    case StoreTrouble::Unreachable: return L"the journal's file cannot be reached";
-    case StoreTrouble::TooLarge: return L"it is larger than the journal's file can hold";
+    case StoreTrouble::Unreachable: return it + L" cannot be reached";
+    case StoreTrouble::TooLarge: return L"it is larger than " + it + L" can hold";
     case StoreTrouble::Other: return L"the system has refused it";
     }
     return {};

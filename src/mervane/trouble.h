@@ -25,8 +25,9 @@ enum class StoreTrouble {
     Other,       // for none of these reasons
 };
 
-// A clause, "the disk is full", without a capital and a full stop; empty for None.
-std::wstring ReasonText(StoreTrouble trouble);
+// A clause, "the disk is full", without a capital and a full stop; empty for None. file: what a person calls
+// the file that it is of.
+std::wstring ReasonText(StoreTrouble trouble, std::wstring_view file = L"the journal's file");
 
 // Whether there is something that the person has typed and would fear for.
 enum class TypedText { None, StillThere };
@@ -69,6 +70,13 @@ constexpr bool MayPass(StoreTrouble trouble)
 {
     return trouble != StoreTrouble::None && trouble != StoreTrouble::Damaged &&
            trouble != StoreTrouble::TooLarge;
+}
+
+// Whether it lies in what the file holds: the file was read, and would read the same again.
+constexpr bool IsOfContent(StoreTrouble trouble)
+{
+    return trouble == StoreTrouble::Damaged || trouble == StoreTrouble::NotAStore ||
+           trouble == StoreTrouble::NewerVersion || trouble == StoreTrouble::TooLarge;
 }
 
 } // namespace mervane

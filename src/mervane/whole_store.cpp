@@ -2,9 +2,12 @@
 
 #include <sqlite3.h>
 
+#include <cstdlib>
+
 #include "mervane/schema.h"
 #include "mervane/schema_check.h"
 #include "mervane/sql_database.h"
+#include "mervane/sql_trouble.h"
 #include "mervane/store_header.h"
 
 namespace mervane {
@@ -48,12 +51,37 @@ StoreTrouble TroubleIn(Database& file)
         const StoreTrouble trouble = file.TakeTrouble();
         return trouble == StoreTrouble::None ? StoreTrouble::NotAStore : trouble;
     }
-    Statement check(file, "PRAGMA quick_check(1)");
-    const bool isWhole = check.Step() == Statement::Result::Row && check.Text(0) == "ok";
-    return isWhole ? StoreTrouble::None : StoreTrouble::Damaged;
+    return TroubleOfCheck(file, "PRAGMA quick_check(1)");
+}
+
+// SQLite's checks tell a page that they could not read among what they find, by its code in words.
+int CodeIn(std::string_view finding)
+{
+    constexpr std::string_view kCode = "error code=", kListPage = "failed to get page";
+    if (const size_t code = finding.find(kCode); code != std::string_view::npos)
+        return atoi(std::string(finding.substr(code + kCode.size())).c_str());
+    return finding.find(kListPage) == std::string_view::npos ? SQLITE_CORRUPT : SQLITE_IOERR_READ;
+}
+
+DWORD LastErrorOf(Database& file)
+{
+    int error = 0;
+    sqlite3_file_control(file.Handle(), "main", SQLITE_FCNTL_LAST_ERRNO, &error);
+    return static_cast<DWORD>(error);
 }
 
 } // namespace
+
+StoreTrouble TroubleOfCheck(Database& file, const char* check)
+{
+    file.TakeTrouble();
+    Statement statement(file, check);
+    const auto finding = statement.Step() == Statement::Result::Row ? statement.Text(0) : std::nullopt;
+    if (finding)
+        return *finding == "ok" ? StoreTrouble::None : TroubleOf(CodeIn(*finding), LastErrorOf(file));
+    const StoreTrouble trouble = file.TakeTrouble();
+    return trouble == StoreTrouble::None ? StoreTrouble::Damaged : trouble;
+}
 
 WholeCheck CheckWhole(const std::wstring& path, MayGoOn mayGoOn)
 {

@@ -7,6 +7,8 @@
 
 namespace mervane {
 
+class Database;
+
 // Asked some hundred times in a second; false when something else is to be done first.
 using MayGoOn = bool (*)();
 
@@ -20,5 +22,9 @@ struct WholeCheck {
 // Reads the file from one end to the other and makes nothing beside it: its marks and tables must be a
 // store's, and SQLite's quick check must find nothing. Never interrupted without mayGoOn.
 WholeCheck CheckWhole(const std::wstring& path, MayGoOn mayGoOn = nullptr);
+
+// Makes one of SQLite's checks, a PRAGMA. None: it finds nothing. Damaged or NotAStore: it does. Else it
+// could not be made, which says nothing of the file.
+StoreTrouble TroubleOfCheck(Database& file, const char* check);
 
 } // namespace mervane

@@ -246,8 +246,11 @@ TEST_F(LostContacts, AreNoneOfANewStoreWhereThereIsABackup)
     ASSERT_TRUE(WriteFileBytes(Path(), ""));
     EXPECT_EQ(Told(), GoneText(Path(), true) + m_startJournal);
     EXPECT_TRUE(ReadFileBytes(Path()).empty());
-    // Nothing could be offered.
+    // Nothing can be offered, which the journal says before it begins a new one.
     ASSERT_TRUE(WriteFileBytes(m_backup, "no store"));
+    EXPECT_EQ(Told(), GoneText(Path(), true) + m_startJournal);
+    EXPECT_TRUE(ReadFileBytes(Path()).empty());
+    ASSERT_TRUE(DeleteFileW(m_backup.c_str()));
     EXPECT_EQ(Told(), L"");
 }
 

@@ -63,6 +63,26 @@ TEST_F(RestoreOffer, IsNoneWithoutABackup)
     ExpectUntouched();
 }
 
+// An older one is not offered as the newest.
+TEST_F(RestoreOffer, IsNoneWhileTheNewestBackupCannotBeRead)
+{
+    BreakWithBackup(1);
+    std::wstring older = Backup();
+    older.replace(older.rfind(L"-31"), 3, L"-30");
+    ASSERT_TRUE(CopyFileW(Backup().c_str(), older.c_str(), TRUE));
+    const UniqueKernelHandle other(CreateFileW(Backup().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                               FILE_ATTRIBUTE_NORMAL, nullptr));
+    const MessageBoxAnswerer answerer;
+    EXPECT_FALSE(Tell());
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    const std::wstring& text = answerer.Boxes()[0].text;
+    EXPECT_TRUE(text.starts_with(NotOpened() + L"\n\nA backup may be there, but\n\n" + Backup() +
+                                 L"\n\ncannot be read: another program keeps it locked."))
+        << "no such text";
+    EXPECT_EQ(answerer.Boxes()[0].answers, std::vector<int>{IDOK});
+    ExpectUntouched();
+}
+
 TEST_F(RestoreOffer, IsNoneWhileAnotherProgramHasTheFileOpen)
 {
     BreakWithBackup(1);
@@ -215,14 +235,52 @@ TEST_P(GoneStoreEachWay, IsMadeAnewWithNo)
     EXPECT_TRUE(ReadFileBytes(Backup()) == backup);
 }
 
-TEST_P(GoneStoreEachWay, IsMadeAnewWithoutAWordWhereNoBackupIsWhole)
+// Whoever has backups has had a store.
+TEST_P(GoneStoreEachWay, IsMadeAnewWhereNoBackupIsWholeIfThePersonSaysSo)
 {
     ASSERT_NO_FATAL_FAILURE(LoseWithBackup(GetParam()));
     ASSERT_TRUE(WriteFileBytes(Backup(), m_broken));
-    const MessageBoxAnswerer answerer;
+    {
+        const MessageBoxAnswerer answerer({IDNO});
+        const PresetAnswer preset;
+        EXPECT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 0);
+        EXPECT_EQ(preset.Id(), IDNO);
+        ASSERT_EQ(answerer.Boxes().size(), 1u);
+        EXPECT_EQ(answerer.Boxes()[0].text,
+                  GoneText(Path(), GetParam()) +
+                      L"\n\nThere are backups of it, but none is whole. They are in the folder\n\n" +
+                      BackupFolderOf(Path()) +
+                      L"\n\nBegin a new journal? With No nothing is done, so that you can look for a copy "
+                      L"first.");
+    }
+    EXPECT_EQ(IsThere(), GetParam());
+    EXPECT_TRUE(ReadFileBytes(Path()).empty());
+    UnregisterClassW(kMainWindowClass, Instance());
+    const MessageBoxAnswerer answerer({IDYES});
     ASSERT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 1);
-    EXPECT_TRUE(answerer.Boxes().empty());
+    EXPECT_EQ(answerer.Boxes().size(), 1u);
     EXPECT_EQ(ShownEntries(), 0);
+    EXPECT_TRUE(ReadFileBytes(Backup()) == m_broken);
+}
+
+// Nothing is begun anew over a backup that nobody could look into.
+TEST_P(GoneStoreEachWay, IsLeftWhileItsBackupCannotBeRead)
+{
+    ASSERT_NO_FATAL_FAILURE(LoseWithBackup(GetParam()));
+    const UniqueKernelHandle other(CreateFileW(Backup().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                               FILE_ATTRIBUTE_NORMAL, nullptr));
+    const MessageBoxAnswerer answerer;
+    EXPECT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 0);
+    ASSERT_EQ(answerer.Boxes().size(), 1u);
+    EXPECT_EQ(
+        answerer.Boxes()[0].text,
+        GoneText(Path(), GetParam()) + L"\n\nA backup may be there, but\n\n" + Backup() +
+            L"\n\ncannot be read: another program keeps it locked.\n\nNothing was changed, and no new "
+            L"journal was begun. Start the journal again when that can be read; where it never will be, "
+            L"move it to another folder first.");
+    EXPECT_EQ(answerer.Boxes()[0].answers, std::vector<int>{IDOK});
+    EXPECT_EQ(IsThere(), GetParam());
+    EXPECT_TRUE(ReadFileBytes(Path()).empty());
 }
 
 // The first start of all.

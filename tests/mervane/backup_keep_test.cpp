@@ -77,9 +77,7 @@ INSTANTIATE_TEST_SUITE_P(
                  Januaries({1, 2, 3, 5, 6, 7, 8, 9, 10, 20, 21, 22, 23, 24, 26, 27, 28}), Januaries({1, 2})},
         KeepCase{"nothing but its own names",
                  Day(2027, 1, 1),
-                 {L"Journal-2026-01-01.db",
-                  L"journal-2026-01-01.DB",
-                  L"journal-2026-02-30.db",
+                 {L"journal-2026-02-30.db",
                   L"journal-2026-1-001.db",
                   L"journal-2026-01-01.db.part",
                   L"xjournal-2026-01-01.db",
@@ -100,7 +98,13 @@ INSTANTIATE_TEST_SUITE_P(
                   January(10),
                   January(12),
                   January(13)},
-                 Januaries({5})}));
+                 Januaries({5})},
+        // To the folder they are the same names, and a day that has two of them is one day.
+        KeepCase{"names in letters of another case",
+                 Day(2027, 1, 1),
+                 {L"Journal-2026-01-05.db", L"JOURNAL-2026-01-06.DB", January(6), January(7), January(8),
+                  January(9), January(10), January(12), January(13)},
+                 {L"Journal-2026-01-05.db"}}));
 
 TEST(BackupName, IsOfTheStoreAndTheDay)
 {
@@ -148,6 +152,15 @@ TEST(BackupAge, IsWhatTheNameTells)
         EXPECT_EQ(mervane::NewestFirst(BackupNames(L"journal.db"), files, Day(2026, 1, 10)), sorted);
         std::reverse(files.begin(), files.end());
     }
+}
+
+// Once the store's file is gone, its name is the one that was typed.
+TEST(BackupAge, IsToldWhateverTheCase)
+{
+    const Names sorted = {L"JOURNAL-2026-01-10.DB", L"Journal-2026-01-09.db", L"Journal-before-v2.db"};
+    EXPECT_EQ(
+        mervane::NewestFirst(BackupNames(L"journal.db"), {sorted[2], sorted[0], sorted[1]}, Day(2026, 1, 10)),
+        sorted);
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "records.h"
 #include "support/test_drive.h"
 #include "support/test_store.h"
+#include "util/owners.h"
 #include "watched_files.h"
 
 namespace {
@@ -336,6 +337,60 @@ TEST_F(Backup, TakesTheOldestOnesPlace)
     MakeBackup();
     EXPECT_EQ(Found(),
               Names({L"01-18", L"01-24", L"01-26", L"01-27", L"01-28", L"01-29", L"01-30", L"01-31"}));
+}
+
+// The store was lost, and another one begun in its place.
+TEST_F(Backup, LeavesThoseOfAStoreThatHadMoreRecords)
+{
+    Open(3);
+    MakeBackup(OnDay(1, 2));
+    m_journal.Close();
+    ASSERT_TRUE(DeleteFileW(m_store.Path().c_str()));
+    Open(2);
+    for (const WORD day : std::initializer_list<WORD>{5, 6, 7, 8, 9, 10, 12})
+        MakeBackup(OnDay(1, day));
+    EXPECT_EQ(Found().size(), 8u);
+    EXPECT_EQ(EntriesIn(L"01-02"), 3);
+    // The new one's own go as ever.
+    MakeBackup(OnDay(1, 13));
+    EXPECT_EQ(Found(),
+              Names({L"01-02", L"01-06", L"01-07", L"01-08", L"01-09", L"01-10", L"01-12", L"01-13"}));
+}
+
+TEST_F(Backup, LeavesTheOldestWhileItCannotBeRead)
+{
+    Open(1);
+    for (const WORD day : std::initializer_list<WORD>{5, 6, 7, 8, 9, 10, 12})
+        MakeBackup(OnDay(1, day));
+    {
+        const UniqueKernelHandle other(CreateFileW((Folder() + Name(L"01-05")).c_str(), GENERIC_READ,
+                                                   FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                                   FILE_ATTRIBUTE_NORMAL, nullptr));
+        MakeBackup(OnDay(1, 13));
+    }
+    EXPECT_EQ(Found().size(), 8u);
+    MakeBackup(OnDay(1, 14));
+    EXPECT_EQ(Found().size(), 7u);
+}
+
+// Only what the check itself finds is told as damage.
+TEST_F(Backup, ThatCouldNotBeCheckedFoundNoDamage)
+{
+    WatchedFiles files;
+    Open(3);
+    int reads = 0;
+    for (bool isMade = false; !isMade && reads < 1000; ++reads) {
+        ASSERT_NE(m_journal.BeginBackup(kSaturday), 0u) << reads;
+        files.FailOneRead(reads);
+        StepAll();
+        files.FailOneRead(-1);
+        isMade = Found() == Names({L"01-31"});
+        EXPECT_EQ(m_journal.BackupTrouble() == StoreTrouble::None, isMade) << reads;
+        EXPECT_NE(m_journal.BackupTrouble(), StoreTrouble::Damaged) << reads;
+    }
+    EXPECT_GT(reads, 5);
+    EXPECT_LT(reads, 1000);
+    m_journal.Close();
 }
 
 TEST_F(Backup, OfADamagedStoreIsNoneAndOlderOnesStay)

@@ -10,6 +10,7 @@
 #include "support/file_faults.h"
 #include "support/test_store.h"
 #include "util/owners.h"
+#include "watched_files.h"
 
 namespace {
 
@@ -146,7 +147,8 @@ TEST_F(BrokenStore, IsOneThatIsDamagedOrNoDatabase)
 
 TEST_F(BrokenStore, HasTheNewestBackupThatIsWhole)
 {
-    EXPECT_FALSE(NewestWholeBackup(Path(), kToday));
+    EXPECT_FALSE(NewestWholeBackup(Path(), kToday).found);
+    EXPECT_FALSE(NewestWholeBackup(Path(), kToday).hasAny);
     MakeStore(2);
     KeepAs(L"2026-01-31");
     KeepAs(L"2026-02-20"); // made under a wrong clock
@@ -173,7 +175,7 @@ TEST_F(BrokenStore, HasTheNewestBackupThatIsWhole)
     };
     for (const auto& each : cases) {
         DeleteFileW(BackupOf(each.gone).c_str());
-        const auto found = NewestWholeBackup(Path(), kToday);
+        const auto found = NewestWholeBackup(Path(), kToday).found;
         ASSERT_TRUE(found) << each.gone;
         EXPECT_EQ(found->path, BackupOf(each.found));
         EXPECT_EQ(found->day, each.day);
@@ -183,13 +185,74 @@ TEST_F(BrokenStore, HasTheNewestBackupThatIsWhole)
     ASSERT_TRUE(DeleteFileW(BackupOf(L"2026-02-20").c_str()));
     SYSTEMTIME now;
     GetLocalTime(&now);
-    const auto last = NewestWholeBackup(Path(), kToday);
+    const auto last = NewestWholeBackup(Path(), kToday).found;
     ASSERT_TRUE(last);
     EXPECT_EQ(last->path, BackupOf(L"before-v2"));
     EXPECT_TRUE(last->day.ok());
     EXPECT_EQ(static_cast<int>(last->day.year()), now.wYear);
     ASSERT_TRUE(DeleteFileW(BackupOf(L"before-v2").c_str()));
-    EXPECT_FALSE(NewestWholeBackup(Path(), kToday));
+    const auto none = NewestWholeBackup(Path(), kToday);
+    EXPECT_FALSE(none.found);
+    EXPECT_TRUE(none.hasAny);
+    EXPECT_EQ(none.trouble, StoreTrouble::None);
+}
+
+// Behind the damaged one, which is read and passed over.
+TEST_F(BrokenStore, HasNoNewestBackupWhereOneCannotBeRead)
+{
+    MakeStore(1);
+    for (const wchar_t* day : {L"2026-02-01", L"2026-02-02", L"2026-02-03"})
+        KeepAs(day);
+    Cut(BackupOf(L"2026-02-03"));
+    {
+        const UniqueKernelHandle other = OpenElsewhere(BackupOf(L"2026-02-02"), 0);
+        const auto search = NewestWholeBackup(Path(), kToday);
+        EXPECT_FALSE(search.found) << "an older one";
+        EXPECT_EQ(search.trouble, StoreTrouble::Locked);
+        EXPECT_EQ(search.unread, BackupOf(L"2026-02-02"));
+    }
+    const auto search = NewestWholeBackup(Path(), kToday);
+    ASSERT_TRUE(search.found);
+    EXPECT_EQ(search.found->path, BackupOf(L"2026-02-02"));
+}
+
+HANDLE WINAPI ListsNothing(LPCWSTR, LPWIN32_FIND_DATAW)
+{
+    SetLastError(ERROR_ACCESS_DENIED);
+    return INVALID_HANDLE_VALUE;
+}
+
+TEST_F(BrokenStore, HasNoNewestBackupWhereTheirFolderCannotBeListed)
+{
+    MakeStore(1);
+    KeepAs(L"2026-02-01");
+    const ImportWatch<decltype(&FindFirstFileW)> watch(&__imp_FindFirstFileW, ListsNothing);
+    const auto search = NewestWholeBackup(Path(), kToday);
+    EXPECT_FALSE(search.found);
+    EXPECT_EQ(search.trouble, StoreTrouble::NoAccess);
+    EXPECT_EQ(search.unread, BackupFolderOf(Path()));
+}
+
+// Whichever read of it fails, the backup is not passed over for an older one.
+TEST_F(BrokenStore, HasNoOlderBackupWhereAReadFails)
+{
+    MakeStore(3);
+    KeepAs(L"2026-02-01");
+    KeepAs(L"2026-02-02");
+    WatchedFiles files;
+    int reads = 0;
+    for (bool isFound = false; !isFound && reads < 1000; ++reads) {
+        files.FailOneRead(reads);
+        const auto search = NewestWholeBackup(Path(), kToday);
+        isFound = search.found.has_value();
+        EXPECT_EQ(search.unread, isFound ? L"" : BackupOf(L"2026-02-02")) << reads;
+        EXPECT_EQ(search.trouble, isFound ? StoreTrouble::None : StoreTrouble::Unreachable) << reads;
+        if (isFound) {
+            EXPECT_EQ(search.found->path, BackupOf(L"2026-02-02")) << reads;
+        }
+    }
+    EXPECT_GT(reads, 5);
+    EXPECT_LT(reads, 1000);
 }
 
 TEST_F(BrokenStore, IsKeptWholeBesideTheBackupInItsPlace)
@@ -387,6 +450,24 @@ TEST_F(LostStore, IsNoneWhereARestorationWasInterrupted)
     EXPECT_TRUE(IsGone(Path()));
     ASSERT_TRUE(WriteFileBytes(Path() + L".damaged-20260210-090000", "kept"));
     EXPECT_FALSE(IsGone(Path()));
+}
+
+TEST_F(LostStore, IsOneThatIsEmptyInAFolderThatCannotBeListed)
+{
+    ASSERT_TRUE(WriteFileBytes(Path(), ""));
+    const ImportWatch<decltype(&FindFirstFileW)> watch(&__imp_FindFirstFileW, ListsNothing);
+    EXPECT_TRUE(IsGone(Path()));
+}
+
+TEST_F(LostStore, HasItsBackupsWhateverTheCaseOfThePath)
+{
+    Lose(false);
+    std::wstring path = Path();
+    CharUpperBuffW(path.data() + 3, static_cast<DWORD>(path.size() - 3));
+    EXPECT_TRUE(IsGone(path));
+    const auto search = NewestWholeBackup(path, kToday);
+    ASSERT_TRUE(search.found);
+    EXPECT_EQ(search.found->entries, 2);
 }
 
 TEST_F(LostStore, IsReplacedByItsBackup)
