@@ -24,7 +24,7 @@ std::shared_ptr<Store> Store::Open(StoreTrouble* trouble)
     *trouble = StoreTrouble::Unreachable;
     // The stores that are open, so that all databases of the process share one connection.
     static std::vector<std::weak_ptr<Store>> s_open;
-    const std::wstring path = StorePath();
+    const std::wstring path = FollowedStorePath().value_or(L"");
     if (path.empty())
         return nullptr;
     const std::wstring key = PathKey(path);

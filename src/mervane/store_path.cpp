@@ -62,24 +62,37 @@ std::wstring FinalPath(const std::wstring& path)
     return WithoutPrefix(final);
 }
 
-// Of what is not there yet: where the nearest folder above it really is.
-std::wstring FinalPathToBe(const std::wstring& path)
+// A link itself, wherever it leads.
+bool IsLink(const std::wstring& path)
 {
-    for (std::wstring folder = FolderOf(path); !folder.empty(); folder = FolderOf(folder))
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT);
+}
+
+// Of what is not there yet: where the nearest folder above it really is. None where a link on the way leads
+// to what does not answer.
+std::optional<std::wstring> FinalPathToBe(const std::wstring& path)
+{
+    if (IsLink(path))
+        return std::nullopt;
+    for (std::wstring folder = FolderOf(path); !folder.empty(); folder = FolderOf(folder)) {
         if (std::wstring final = FinalPath(folder + L"\\"); !final.empty())
             return (final.ends_with(L'\\') ? final.substr(0, final.size() - 1) : final) +
                    path.substr(folder.size());
+        if (IsLink(folder))
+            return std::nullopt;
+    }
     return path;
 }
 
 // What SQLite puts beside the file must lie beside the file itself, not beside a link to it.
-std::wstring WithoutLinks(const std::wstring& path)
+std::optional<std::wstring> WithoutLinks(const std::wstring& path)
 {
-    std::wstring final = FinalPath(path);
-    if (final.empty())
+    std::optional<std::wstring> final = FinalPath(path);
+    if (final->empty())
         final = FinalPathToBe(path);
     // What is reached over a drive that may go stays a file of that drive, whatever it stands for.
-    return IsOnOwnDrive(path) || !IsOnOwnDrive(final) ? final : path;
+    return !final || IsOnOwnDrive(path) || !IsOnOwnDrive(*final) ? final : path;
 }
 
 bool IsFolder(const std::wstring& path)
@@ -101,15 +114,21 @@ std::wstring NamedStorePath()
 
 // Followed once for each name: a link that comes to lead elsewhere or a share that is lost must not make a
 // second store of the one that is open.
-std::wstring StorePath()
+std::optional<std::wstring> FollowedStorePath()
 {
-    static std::wstring s_named, s_path;
+    static std::wstring s_named;
+    static std::optional<std::wstring> s_path;
     const std::wstring named = NamedStorePath();
-    if (named != s_named) {
+    if (named != s_named || !s_path) {
         s_path = named.empty() ? named : WithoutLinks(named);
         s_named = named;
     }
     return s_path;
+}
+
+std::wstring StorePath()
+{
+    return FollowedStorePath().value_or(NamedStorePath());
 }
 
 std::wstring DataFolder()

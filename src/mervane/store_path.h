@@ -2,14 +2,17 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace mervane {
 
 // The full path that MERVANE_STORE names, else of journal.db in DataFolder; empty when there is neither.
 std::wstring NamedStorePath();
-// Where the file of that name is: links on the way are followed, once in this process for each name. Of one
-// thread.
+// Where the file of that name is: links on the way are followed, once in this process for each name. None as
+// long as one leads to what does not answer: nobody knows then which file it is. Of one thread.
+std::optional<std::wstring> FollowedStorePath();
+// The same, or that name itself where it cannot be followed: what the store is called then.
 std::wstring StorePath();
 // Quillmarsh\Journal in the user's application data; empty when there is none. It may have to be made.
 std::wstring DataFolder();

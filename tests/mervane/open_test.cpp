@@ -434,6 +434,78 @@ TEST_F(Opening, FindsTheSamePlaceBeforeItsFolderIsMade)
         EXPECT_TRUE(RemoveDirectoryW((folder + below).c_str()));
 }
 
+// A link of which the folder tells, and whose end does not answer.
+class DeadLink {
+  public:
+    explicit DeadLink(const std::wstring& path) { s_path = path; }
+
+  private:
+    static bool IsIt(LPCWSTR path) { return (path + std::wstring(L"\\")).starts_with(s_path + L"\\"); }
+    static HANDLE WINAPI Open(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+                              DWORD how, DWORD flags, HANDLE like)
+    {
+        if (!IsIt(path))
+            return s_open(path, access, share, security, how, flags, like);
+        SetLastError(ERROR_BAD_NETPATH);
+        return INVALID_HANDLE_VALUE;
+    }
+    static DWORD WINAPI Ask(LPCWSTR path)
+    {
+        if (path == s_path)
+            return FILE_ATTRIBUTE_REPARSE_POINT;
+        if (!IsIt(path))
+            return s_ask(path);
+        SetLastError(ERROR_PATH_NOT_FOUND);
+        return INVALID_FILE_ATTRIBUTES;
+    }
+
+    static inline std::wstring s_path;
+    static inline decltype(&CreateFileW) s_open = __imp_CreateFileW;
+    static inline decltype(&GetFileAttributesW) s_ask = __imp_GetFileAttributesW;
+    const ImportWatch<decltype(&CreateFileW)> m_opening{&__imp_CreateFileW, Open};
+    const ImportWatch<decltype(&GetFileAttributesW)> m_asking{&__imp_GetFileAttributesW, Ask};
+};
+
+// Opened by the link's name it would have its log beside the link, as long as the program runs.
+TEST_F(Opening, RefusesALinkToWhatDoesNotAnswer)
+{
+    MakeStore();
+    const std::wstring link = Path() + L".link.db";
+    ASSERT_TRUE(RunUnix(L"ln -s " + UnixPath(Path()) + L" " + UnixPath(link), [&] { return Exists(link); }));
+    SetEnvironmentVariableW(L"MERVANE_STORE", link.c_str());
+    {
+        const DeadLink dead(link);
+        EXPECT_FALSE(mervane::FollowedStorePath());
+        EXPECT_EQ(mervane::StorePath(), link);
+        DbJournal journal;
+        EXPECT_EQ(journal.Open(nullptr), 0);
+        EXPECT_EQ(journal.Trouble(), StoreTrouble::Unreachable);
+    }
+    // It answers again.
+    DbJournal journal;
+    ASSERT_EQ(journal.Open(nullptr), 1);
+    ASSERT_NE(AddEntry(journal, L"s"), 0u);
+    EXPECT_TRUE(Exists(Beside(L"-wal")));
+    EXPECT_FALSE(Exists(link + L"-wal"));
+    journal.Close();
+    EXPECT_TRUE(DeleteFileW(link.c_str()));
+}
+
+// A new store would be made once it answers, or another path be taken for the same store's.
+TEST_F(Opening, RefusesAFolderThatIsALinkToWhatDoesNotAnswer)
+{
+    const std::wstring link = Path() + L".link";
+    SetEnvironmentVariableW(L"MERVANE_STORE", (link + L"\\below\\journal.db").c_str());
+    {
+        const DeadLink dead(link);
+        EXPECT_FALSE(mervane::FollowedStorePath());
+        DbJournal journal;
+        EXPECT_EQ(journal.Open(nullptr), 0);
+        EXPECT_EQ(journal.Trouble(), StoreTrouble::Unreachable);
+    }
+    EXPECT_FALSE(Exists(link));
+}
+
 TEST_F(Opening, KeepsItsLogBesideTheFileThatALinkLeadsTo)
 {
     MakeStore();

@@ -15,6 +15,7 @@ extern decltype(&DeleteFileW) __imp_DeleteFileW;
 extern decltype(&MoveFileExW) __imp_MoveFileExW;
 extern decltype(&CreateProcessW) __imp_CreateProcessW;
 extern decltype(&FindFirstFileW) __imp_FindFirstFileW;
+extern decltype(&GetFileAttributesW) __imp_GetFileAttributesW;
 extern decltype(&SetTimer) __imp_SetTimer;
 extern decltype(&WriteFile) __imp_WriteFile;
 extern decltype(&GetWindowTextW) __imp_GetWindowTextW;
