@@ -216,9 +216,14 @@ bool Run(DbJournal& journal, const std::wstring& command, const std::wstring& fi
 int wmain(int argc, wchar_t** argv)
 {
     DbJournal journal;
-    if (argc < 2 || !journal.Open(nullptr))
+    if (argc < 2 || !journal.Open(nullptr)) {
+        fprintf(stderr, "the store was not opened: trouble %d\n", static_cast<int>(journal.Trouble()));
         return 2;
+    }
     if (argc == 5 && wcscmp(argv[1], L"churn") == 0)
         return RunChurn(journal, argv[2], _wtoi(argv[3]), static_cast<unsigned>(_wtoi(argv[4]))) ? 0 : 1;
-    return Run(journal, argv[1], argc > 2 ? argv[2] : L"", argc > 3 ? argv[3] : L"") ? 0 : 1;
+    if (Run(journal, argv[1], argc > 2 ? argv[2] : L"", argc > 3 ? argv[3] : L""))
+        return 0;
+    fprintf(stderr, "%ls was not done: trouble %d\n", argv[1], static_cast<int>(journal.Trouble()));
+    return 1;
 }
