@@ -32,12 +32,19 @@ std::wstring StoreMark(uint64_t store)
     return text;
 }
 
-// 0 where it cannot be told.
+// Where it cannot be told the name is somebody's.
+bool IsFree(const std::wstring& path)
+{
+    return GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES &&
+           GetLastError() == ERROR_FILE_NOT_FOUND;
+}
+
+// Where it cannot be told it counts as new: of those that are kept the oldest are deleted.
 uint64_t WrittenAt(const std::wstring& path)
 {
     WIN32_FILE_ATTRIBUTE_DATA data{};
     if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data))
-        return 0;
+        return UINT64_MAX;
     return TimeCount(data.ftLastWriteTime).Units();
 }
 
@@ -107,7 +114,7 @@ bool RescueFile::TakeName(uint64_t store)
     const std::wstring start = folder + StoreMark(store) + std::to_wstring(GetCurrentProcessId()) + L"-";
     for (int number = 1; number <= kMostNames; ++number) {
         m_path = start + std::to_wstring(number) + kEnding;
-        if (!mervane::FileExists(m_path) && Lock() && !mervane::FileExists(m_path))
+        if (IsFree(m_path) && Lock() && IsFree(m_path))
             return true;
     }
     Release();
@@ -136,7 +143,7 @@ void RescueFile::SetAside()
 {
     const std::optional<RescueState> state = Read();
     std::wstring kept = m_path + kKeptEnding;
-    for (int number = 2; mervane::FileExists(kept) && number <= kMostNames; ++number)
+    for (int number = 2; !IsFree(kept) && number <= kMostNames; ++number)
         kept = m_path + L"-" + std::to_wstring(number) + kKeptEnding;
     if (state && MoveFileExW(m_path.c_str(), kept.c_str(), MOVEFILE_WRITE_THROUGH)) {
         MarkAsNew(kept);

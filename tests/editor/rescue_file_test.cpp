@@ -185,4 +185,59 @@ TEST_F(RescueFileTest, WithoutAFolderNothingIsWritten)
     EXPECT_TRUE(RescueFile::FindLeft(5).empty());
 }
 
+decltype(&GetFileAttributesW) g_attributes = nullptr;
+
+DWORD WINAPI TellNothingOfRescues(LPCWSTR path)
+{
+    if (!std::wstring_view(path).ends_with(L".rescue"))
+        return g_attributes(path);
+    SetLastError(ERROR_ACCESS_DENIED);
+    return INVALID_FILE_ATTRIBUTES;
+}
+
+// It is not known that nothing is there.
+TEST_F(RescueFileTest, OneThatTheSystemDoesNotTellOfIsNotWrittenOver)
+{
+    ASSERT_TRUE(Leave(L"Left"));
+    const std::string left = ReadFileBytes(m_folder.Files(L".rescue")[0]);
+    RescueFile file;
+    {
+        g_attributes = __imp_GetFileAttributesW;
+        const ImportWatch<decltype(&GetFileAttributesW)> watch(&__imp_GetFileAttributesW,
+                                                               TellNothingOfRescues);
+        EXPECT_FALSE(file.Write(State(L"Mine")));
+    }
+    ASSERT_EQ(m_folder.Unsaved(), 1u);
+    EXPECT_EQ(ReadFileBytes(m_folder.Files(L".rescue")[0]), left);
+    EXPECT_TRUE(file.Write(State(L"Mine"))) << "it is tried again";
+    EXPECT_EQ(m_folder.Unsaved(), 2u);
+}
+
+decltype(&GetFileAttributesExW) g_times = nullptr;
+std::wstring g_timeless;
+
+BOOL WINAPI TellNoTimeOfOne(LPCWSTR path, GET_FILEEX_INFO_LEVELS level, LPVOID data)
+{
+    if (path != g_timeless)
+        return g_times(path, level, data);
+    SetLastError(ERROR_ACCESS_DENIED);
+    return FALSE;
+}
+
+// Of those that are known the oldest goes.
+TEST_F(RescueFileTest, AKeptOneOfUnknownTimeStays)
+{
+    for (size_t i = 0; i <= RescueFile::kKept; ++i) {
+        ASSERT_TRUE(Leave(L"Entry " + std::to_wstring(i)));
+        g_times = __imp_GetFileAttributesExW;
+        const ImportWatch<decltype(&GetFileAttributesExW)> watch(&__imp_GetFileAttributesExW,
+                                                                 TellNoTimeOfOne);
+        RescueFile::FindLeft(5)[0].SetAside();
+        if (i == 0)
+            g_timeless = m_folder.Files(L".kept")[0];
+    }
+    EXPECT_EQ(m_folder.Files(L".kept").size(), RescueFile::kKept);
+    EXPECT_NE(GetFileAttributesW(g_timeless.c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
 } // namespace

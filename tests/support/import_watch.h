@@ -12,6 +12,10 @@
 extern "C" {
 extern decltype(&CreateFileW) __imp_CreateFileW;
 extern decltype(&DeleteFileW) __imp_DeleteFileW;
+extern decltype(&GetFileAttributesW) __imp_GetFileAttributesW;
+extern decltype(&GetFileAttributesExW) __imp_GetFileAttributesExW;
+extern decltype(&GetVolumeInformationByHandleW) __imp_GetVolumeInformationByHandleW;
+extern decltype(&MoveFileW) __imp_MoveFileW;
 extern decltype(&MoveFileExW) __imp_MoveFileExW;
 extern decltype(&CreateProcessW) __imp_CreateProcessW;
 extern decltype(&FindFirstFileW) __imp_FindFirstFileW;
