@@ -22,8 +22,9 @@ class EntryTimer {
 
     // What a tick does: adds the time since the last one to the duration, the end follows, and this tick is
     // the last one. Where the clock was set back the duration shrinks by as much. The settings are those of
-    // all windows, each over a store of its own: what another one's timer has cleared, or stored since, does
-    // not count here.
+    // all windows, each over a store of its own: where another one's timer has cleared the last tick, or
+    // stored a later one, this timer's own counts. An earlier one counts as it stands, for the settings say
+    // when the last tick was.
     void AddTimeSinceLastTick(RegistryStore* settings, EditorTimes* times);
 
   private:
