@@ -1,6 +1,9 @@
 #include "app/daily_backup.h"
 
+#include <utility>
+
 #include "app/journal_app.h"
+#include "mervane/backup.h"
 #include "util/clock.h"
 
 namespace {
@@ -8,7 +11,7 @@ namespace {
 // The start comes first, and what the person does at once.
 constexpr unsigned kDelay = 1000; // milliseconds
 constexpr unsigned kSoon = 250;
-// A journal that is never closed sees another day begin, and a disk get room again.
+// A journal that is never closed sees another day begin, a disk get room again, and a file that was mended.
 constexpr unsigned kNextLook = 3'600'000;
 
 constexpr const wchar_t* kDamageFound =
@@ -49,9 +52,14 @@ void DailyBackup::Continue()
     m_isUnderWay = next != 0;
     if (m_isUnderWay)
         return ContinueIn(next);
-    if (journal.BackupTrouble() != StoreTrouble::Damaged)
-        return ContinueIn(kNextLook);
-    HWND window = m_timer.Window();
-    m_timer.Stop();
-    m_damage.Tell(window);
+    if (journal.BackupTrouble() == StoreTrouble::Damaged)
+        TellOfDamage();
+    ContinueIn(kNextLook);
+}
+
+void DailyBackup::TellOfDamage()
+{
+    const mervane::BackupDay today = mervane::DayOfTime(LocalNow());
+    if (std::exchange(m_toldOn, today) != today)
+        m_damage.Tell(m_timer.Window());
 }

@@ -1,11 +1,14 @@
 // DailyBackup: the day's copy of the store, begun when the window has been painted and made while nobody
-// presses a key; once an hour it looks whether another day has begun. Where a copy finds the store damaged
-// the person is told, once, and no more copies are made.
+// presses a key; once an hour it looks whether another day has begun, or what was in the way has gone. Where
+// a copy finds the store damaged the person is told, once a day.
 #pragma once
 
 #include <windows.h>
 
+#include <optional>
+
 #include "app/quiet_notice.h"
+#include "mervane/backup_keep.h"
 #include "ui/window_timer.h"
 
 class DailyBackup {
@@ -20,8 +23,10 @@ class DailyBackup {
   private:
     void Continue();
     void ContinueIn(unsigned milliseconds);
+    void TellOfDamage();
 
     WindowTimer m_timer{[this] { Continue(); }};
     bool m_isUnderWay = false; // a copy
     QuietNotice m_damage;
+    std::optional<mervane::BackupDay> m_toldOn;
 };

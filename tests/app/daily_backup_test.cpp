@@ -11,12 +11,15 @@ namespace {
 
 // No timer takes longer, and it is known how long each was to take.
 std::set<UINT> g_periods;
+int g_nextLooks = 0; // that were set
 decltype(&SetTimer) g_setTimer = nullptr;
 
 UINT_PTR WINAPI SetShortTimer(HWND window, UINT_PTR id, UINT period, TIMERPROC procedure)
 {
     if (procedure)
         g_periods.insert(period);
+    if (procedure && period == 3'600'000)
+        ++g_nextLooks;
     return g_setTimer(window, id, procedure ? USER_TIMER_MINIMUM : period, procedure);
 }
 
@@ -72,6 +75,44 @@ TEST_F(DailyBackupTest, AFullDiskIsNoDamageThatIsTold)
     m_faults.FailNone();
     EXPECT_TRUE(PumpUntil([&] { return !BackupsOf(m_store.Path()).empty(); })) << "room was made";
     EXPECT_TRUE(answerer.Boxes().empty());
+}
+
+// It is looked again, for the file may be mended; who was told knows it for the day.
+TEST_F(DailyBackupTest, DamageIsToldOnceADayAndLookedForAgain)
+{
+    {
+        CeDBase::BulkScope bulk(App().Journal());
+        std::wstring body(20'000, L'x');
+        CEPROPVAL value{};
+        value.propid = kPropBody;
+        value.val.lpwstr = body.data();
+        for (int i = 0; i < 100; ++i)
+            ASSERT_NE(App().Journal().WriteRecord(0, 1, &value), 0u);
+        ASSERT_EQ(bulk.Commit(), 1);
+    }
+    App().Journal().Close();
+    std::string bytes = ReadFileBytes(m_store.Path());
+    ASSERT_GT(bytes.size(), size_t{4096 * 400});
+    bytes.replace(4096 * 200, 4096 * 20, 4096 * 20, '\x55');
+    ASSERT_TRUE(WriteFileBytes(m_store.Path(), bytes));
+    ASSERT_EQ(App().Journal().Open(nullptr), 1);
+    g_setTimer = __imp_SetTimer;
+    const ImportWatch<decltype(&SetTimer)> watch(&__imp_SetTimer, SetShortTimer);
+    const MessageBoxAnswerer answerer;
+    const auto looksAgain = [](int times) {
+        const int until = g_nextLooks + times;
+        return PumpUntil([=] { return g_nextLooks >= until; });
+    };
+    m_backup.Start(m_parent.Handle());
+    EXPECT_TRUE(PumpUntil([&] { return answerer.Boxes().size() == 1; }));
+    EXPECT_TRUE(looksAgain(3));
+    EXPECT_EQ(App().Journal().BackupTrouble(), StoreTrouble::Damaged);
+    EXPECT_EQ(answerer.Boxes().size(), 1u);
+    m_clock.Set({2026, 1, 0, 31, 0, 30, 0, 0});
+    EXPECT_TRUE(PumpUntil([&] { return answerer.Boxes().size() == 2; }));
+    EXPECT_TRUE(looksAgain(3));
+    EXPECT_EQ(answerer.Boxes().size(), 2u);
+    EXPECT_TRUE(BackupsOf(m_store.Path()).empty() || BackupsOf(m_store.Path())[0].ends_with(L".part"));
 }
 
 } // namespace
