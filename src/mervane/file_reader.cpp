@@ -26,6 +26,14 @@ DWORD FileReader::NameCount() const
     return IsOpen() && GetFileInformationByHandle(m_file, &information) ? information.nNumberOfLinks : 0;
 }
 
+bool FileReader::IsOnReadOnlyVolume() const
+{
+    DWORD flags = 0;
+    return IsOpen() &&
+           GetVolumeInformationByHandleW(m_file, nullptr, 0, nullptr, nullptr, &flags, nullptr, 0) &&
+           (flags & FILE_READ_ONLY_VOLUME);
+}
+
 bool FileReader::Read(uint64_t offset, std::span<BYTE> bytes) const
 {
     LARGE_INTEGER place{};

@@ -28,6 +28,8 @@ class FileReader {
     uint64_t Size() const; // 0 where it cannot be told
     // Hard links that lead to it; 0 where the drive does not tell.
     DWORD NameCount() const;
+    // False also where the drive does not tell.
+    bool IsOnReadOnlyVolume() const;
     // All of the bytes, or false.
     [[nodiscard]] bool Read(uint64_t offset, std::span<BYTE> bytes) const;
 

@@ -97,9 +97,11 @@ FileLook LookAtFile(const std::wstring& path)
     const FileReader file(path);
     if (!file.IsOpen())
         return {FileKind::Foreign, TroubleOfSystem(GetLastError())};
-    if (file.NameCount() > 1)
+    const bool readOnly = (attributes & FILE_ATTRIBUTE_READONLY) != 0 || file.IsOnReadOnlyVolume();
+    // What nobody writes has no log under any of its names.
+    if (file.NameCount() > 1 && !readOnly)
         return {FileKind::Foreign, StoreTrouble::SeveralNames};
-    return LookInto(file, path, (attributes & FILE_ATTRIBUTE_READONLY) != 0);
+    return LookInto(file, path, readOnly);
 }
 
 } // namespace mervane

@@ -1,6 +1,8 @@
 // Stores that are refused: why, and that nothing of them is touched.
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include <algorithm>
 #include <utility>
 
@@ -27,6 +29,43 @@ TEST_F(Opening, RefusesAFileWithASecondName)
     ExpectRefused(StoreTrouble::SeveralNames);
     EXPECT_TRUE(DeleteFileW(other.c_str()));
     ExpectUsable(1);
+}
+
+decltype(&GetVolumeInformationByHandleW) g_volume = nullptr;
+
+BOOL WINAPI TellReadOnlyVolume(HANDLE file, LPWSTR name, DWORD size, LPDWORD serial, LPDWORD longest,
+                               LPDWORD flags, LPWSTR system, DWORD systemSize)
+{
+    const BOOL told = g_volume(file, name, size, serial, longest, flags, system, systemSize);
+    *flags |= FILE_READ_ONLY_VOLUME;
+    return told;
+}
+
+// Nothing is written then, under whichever name.
+TEST_F(Opening, ReadsAFileWithASecondNameWhereItIsReadOnly)
+{
+    const CEOID id = MakeStore();
+    const std::wstring other = Path() + L".other";
+    ASSERT_TRUE(CreateHardLinkW(other.c_str(), Path().c_str(), nullptr));
+    const std::string before = ReadFileBytes(Path());
+    g_volume = __imp_GetVolumeInformationByHandleW;
+    for (const bool byMedium : {false, true}) {
+        std::optional<ImportWatch<decltype(&GetVolumeInformationByHandleW)>> watch;
+        if (byMedium)
+            watch.emplace(&__imp_GetVolumeInformationByHandleW, TellReadOnlyVolume);
+        else
+            ASSERT_TRUE(SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_READONLY));
+        DbJournal journal;
+        ASSERT_EQ(journal.Open(nullptr), 1) << byMedium;
+        EXPECT_STREQ(journal.GetSubject(id), L"kept");
+        EXPECT_EQ(AddEntry(journal, L"new"), 0u);
+        EXPECT_EQ(journal.Trouble(), StoreTrouble::ReadOnly);
+        SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_NORMAL);
+    }
+    EXPECT_TRUE(ReadFileBytes(Path()) == before);
+    for (const wchar_t* suffix : {L"-wal", L"-shm"})
+        EXPECT_FALSE(Exists(Beside(suffix)));
+    EXPECT_TRUE(DeleteFileW(other.c_str()));
 }
 
 TEST_F(Opening, RefusesAFileInAFoldersPlace)
