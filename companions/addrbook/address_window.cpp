@@ -47,9 +47,10 @@ bool IsLost(const std::wstring& path)
     return backups.hasAny || backups.trouble != StoreTrouble::None;
 }
 
-std::wstring FailureText(const std::wstring& path, StoreTrouble trouble)
+std::wstring FailureText(const std::wstring& path, StoreTrouble trouble,
+                         const std::vector<RenamedFile>& setAside)
 {
-    return NotOpenedText(path, trouble) + (mervane::IsBroken(path, trouble) ? kStartJournal : L"");
+    return NotOpenedText(path, trouble, setAside) + (mervane::IsBroken(path, trouble) ? kStartJournal : L"");
 }
 
 } // namespace
@@ -97,7 +98,7 @@ bool AddressWindow::Create(HINSTANCE instance, StartTurn* turn)
         Reload();
         return true;
     }
-    m_failure = FailureText(path, m_contacts.Trouble());
+    m_failure = FailureText(path, m_contacts.Trouble(), m_contacts.TakeSetAside());
     DestroyWindow(m_window);
     return false;
 }

@@ -52,11 +52,15 @@ void ShowCreationError()
 }
 
 // True when it can be tried again, over a backup that has come into the store's place.
-bool TellFailedCreation(const DbJournal& journal)
+bool TellFailedCreation(DbJournal& journal)
 {
     ShowCreationError();
-    return !journal.IsOpen() && journal.Trouble() != StoreTrouble::None &&
-           TellUnopenedStore(mervane::StorePath(), journal.Trouble());
+    const std::vector<RenamedFile> setAside = journal.TakeSetAside();
+    if (!journal.IsOpen() && journal.Trouble() != StoreTrouble::None)
+        return TellUnopenedStore(mervane::StorePath(), journal.Trouble(), setAside);
+    if (!setAside.empty())
+        MessageBoxW(nullptr, SetAsideText(setAside).c_str(), kProgram, MB_OK | MB_ICONEXCLAMATION);
+    return false;
 }
 
 // The icon, unless the window has one: then null.

@@ -102,9 +102,10 @@ bool Restore(const std::wstring& path, const Restoration& restoration, const Fou
 
 } // namespace
 
-bool TellUnopenedStore(const std::wstring& path, StoreTrouble trouble)
+bool TellUnopenedStore(const std::wstring& path, StoreTrouble trouble,
+                       const std::vector<RenamedFile>& setAside)
 {
-    const std::wstring text = NotOpenedText(path, trouble);
+    const std::wstring text = NotOpenedText(path, trouble, setAside);
     if (!mervane::IsBroken(path, trouble)) {
         ShowBox(text, MB_OK);
         return false;

@@ -36,7 +36,7 @@ CeDBase::~CeDBase()
 int CeDBase::OpenTable(HWND owner)
 {
     CeDBase::Close();
-    m_store = Store::Open(&m_closed);
+    m_store = Store::Open(&m_closed, &m_setAside);
     m_trouble = m_closed;
     if (!m_store)
         return 0;
@@ -76,7 +76,7 @@ StoreTrouble CeDBase::FileTrouble() const
 
 std::vector<RenamedFile> CeDBase::TakeSetAside()
 {
-    return m_store ? m_store->TakeSetAside() : std::vector<RenamedFile>();
+    return m_store ? m_store->TakeSetAside() : std::exchange(m_setAside, {});
 }
 
 void CeDBase::SetSort(const SORTORDERSPEC& sort, int)

@@ -55,7 +55,7 @@ class CeDBase {
     // the old one's, and every write fails. Looked at twice a second; a change of it is told to the owners.
     [[nodiscard]] StoreTrouble FileTrouble() const;
     // The files that lay beside the store's when this process opened it, were not taken for its own and have
-    // another name now. They are told once, to whoever asks first.
+    // another name now, also where it could not be opened. They are told once, to whoever asks first.
     [[nodiscard]] std::vector<RenamedFile> TakeSetAside();
 
     // flag is always 1 here. Records that lack the property come last in either direction, equal ones by
@@ -213,4 +213,5 @@ class CeDBase {
     uint32_t m_lastStamp = 0;                  // of a row filter
     StoreTrouble m_trouble = StoreTrouble::None;
     StoreTrouble m_closed = StoreTrouble::Unreachable; // why it is
+    std::vector<RenamedFile> m_setAside;               // by an opening that has failed
 };

@@ -19,7 +19,7 @@ constexpr int kInsertsToFollow = 200;
 
 } // namespace
 
-std::shared_ptr<Store> Store::Open(StoreTrouble* trouble)
+std::shared_ptr<Store> Store::Open(StoreTrouble* trouble, std::vector<RenamedFile>* setAside)
 {
     *trouble = StoreTrouble::Unreachable;
     // The stores that are open, so that all databases of the process share one connection.
@@ -38,6 +38,7 @@ std::shared_ptr<Store> Store::Open(StoreTrouble* trouble)
     if (!store->m_connection.Open(path, NamedStorePath())) {
         store->Note(StoreTrouble::Other);
         *trouble = store->TakeTrouble();
+        *setAside = store->TakeSetAside();
         return nullptr;
     }
     store->m_seen = store->m_connection.State();

@@ -23,8 +23,8 @@ class Cursor;
 class Store {
   public:
     // The store at StorePath(), opened if this process has not yet; null when that fails, with *trouble
-    // saying why.
-    static std::shared_ptr<Store> Open(StoreTrouble* trouble);
+    // saying why, and *setAside what was set aside all the same.
+    static std::shared_ptr<Store> Open(StoreTrouble* trouble, std::vector<RenamedFile>* setAside);
     // Gives a share up; the last one closes the store. None, or why no whole copy of it was kept though its
     // file is not in its place any more.
     static StoreTrouble Leave(std::shared_ptr<Store> store);

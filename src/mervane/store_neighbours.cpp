@@ -222,9 +222,9 @@ bool AsideFiles::Has(const std::wstring& path) const
 
 void AsideFiles::PutBack()
 {
-    for (const RenamedFile& file : m_files)
-        MoveFileW(file.keptAs.c_str(), file.path.c_str());
-    m_files.clear();
+    std::erase_if(m_files, [](const RenamedFile& file) {
+        return MoveFileW(file.keptAs.c_str(), file.path.c_str()) != FALSE;
+    });
 }
 
 StoreTrouble PrepareNeighbours(const std::wstring& path, const FileLook& file, AsideFiles* aside)

@@ -14,7 +14,7 @@ class AsideFiles {
   public:
     [[nodiscard]] StoreTrouble SetAside(const std::wstring& path);
     bool Has(const std::wstring& path) const;
-    // Gives them their names again, where these are free.
+    // Gives them their names again, where these are free; the others stay in Files.
     void PutBack();
     const std::vector<RenamedFile>& Files() const { return m_files; }
 

@@ -20,7 +20,7 @@ std::wstring ReasonText(StoreTrouble trouble, std::wstring_view file)
     case StoreTrouble::SeveralNames:
         return it + L" has a second name (a hard link), under which another program could write into it "
                     L"unseen; remove that name";
-    case StoreTrouble::OtherFile: return L"another file has come into the place of " + it;
+    case StoreTrouble::OtherFile: return it + L" was replaced or written over";
     case StoreTrouble::NoMemory: return L"there is not enough memory";
     case StoreTrouble::Unreachable: return it + L" cannot be reached";
     case StoreTrouble::TooLarge: return L"it is larger than " + it + L" can hold";
@@ -40,21 +40,34 @@ std::wstring NotDoneText(std::wstring_view what, StoreTrouble trouble, TypedText
     return text + L".";
 }
 
-std::wstring NotOpenedText(std::wstring_view path, StoreTrouble trouble)
-{
-    return std::wstring(path) + L"\n\ncannot be opened: " + ReasonText(trouble) +
-           L".\n\nNothing in it has been changed.";
-}
+namespace {
 
-std::wstring SetAsideText(const std::vector<RenamedFile>& files)
+// One paragraph for each, with an empty line behind it.
+std::wstring NewNames(const std::vector<RenamedFile>& files)
 {
     std::wstring text = files.size() == 1
                             ? L"Beside the journal's file lay one that does not belong to it:\n\n"
                             : L"Beside the journal's file lay some that do not belong to it:\n\n";
     for (const RenamedFile& file : files)
         text += file.path + L"\nis kept as\n" + file.keptAs + L"\n\n";
-    return text + L"Nothing in the journal has been changed. If what you saved last is missing, keep that "
-                  L"file: it may be in it.";
+    return text;
+}
+
+constexpr const wchar_t* kKeepThat = L"If what you saved last is missing, keep that file: it may be in it.";
+
+} // namespace
+
+std::wstring NotOpenedText(std::wstring_view path, StoreTrouble trouble,
+                           const std::vector<RenamedFile>& setAside)
+{
+    const std::wstring text = std::wstring(path) + L"\n\ncannot be opened: " + ReasonText(trouble) +
+                              L".\n\nNothing in it has been changed.";
+    return setAside.empty() ? text : text + L"\n\n" + NewNames(setAside) + kKeepThat;
+}
+
+std::wstring SetAsideText(const std::vector<RenamedFile>& files)
+{
+    return NewNames(files) + L"Nothing in the journal has been changed. " + kKeepThat;
 }
 
 std::wstring NotKeptText(const std::wstring& path, StoreTrouble trouble)

@@ -18,7 +18,7 @@ enum class StoreTrouble {
     NoAccess,     // the system allows it to somebody else only
     OddLog,       // a log or journal beside the file, of which it cannot be told whether it is the file's
     SeveralNames, // hard links lead to the file: each name would have a log of its own
-    OtherFile,    // another file has come into the place of the one that was opened
+    OtherFile,    // another one has come into the place of the one that was opened, or was written over it
     NoMemory,
     Unreachable, // the drive, the network or the folder does not answer, or the store is not open
     TooLarge,    // what was to be stored
@@ -36,14 +36,17 @@ enum class TypedText { None, StillThere };
 // saved". Then why, that nothing stored before is lost, and that what was typed is still there.
 std::wstring NotDoneText(std::wstring_view what, StoreTrouble trouble, TypedText typed = TypedText::None);
 
-// The same of a store that cannot be opened. path: the store's.
-std::wstring NotOpenedText(std::wstring_view path, StoreTrouble trouble);
-
 // A file that was renamed: its path before, and now.
 struct RenamedFile {
     std::wstring path;
     std::wstring keptAs;
 };
+
+// The same of a store that cannot be opened. path: the store's. setAside: what lay beside it and has another
+// name now all the same.
+std::wstring NotOpenedText(std::wstring_view path, StoreTrouble trouble,
+                           const std::vector<RenamedFile>& setAside = {});
+
 // Of what lay beside a store's file and was not taken for the store's.
 std::wstring SetAsideText(const std::vector<RenamedFile>& files);
 

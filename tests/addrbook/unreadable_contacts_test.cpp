@@ -255,8 +255,8 @@ TEST_F(AddressWindowTest, SaysThatAnotherFileIsInTheStoresPlace)
     };
     EXPECT_TRUE(says(L"1 contact. Nothing can be saved: the journal's file cannot be reached"));
     ASSERT_TRUE(WriteFileBytes(m_store.Path(), "another"));
-    EXPECT_TRUE(says(L"1 contact. Nothing can be saved: another file has come into the place of the "
-                     L"journal's file"));
+    EXPECT_TRUE(says(L"1 contact. Nothing can be saved: the journal's file was replaced or "
+                     L"written over"));
     ASSERT_TRUE(DeleteFileW(m_store.Path().c_str()));
     ASSERT_TRUE(MoveUnix(away, m_store.Path()));
     EXPECT_TRUE(says(L"1 contact"));

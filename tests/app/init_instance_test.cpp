@@ -274,4 +274,36 @@ TEST_F(InitInstance, WhatWasSetAsideIsToldOverTheWindow)
     EXPECT_NE(box.text.find(L"\n\n" + log + L"\nis kept as\n" + log + L".set-aside-2"), std::wstring::npos);
 }
 
+// Be the store open by then, or not.
+TEST_F(InitInstance, AFailedStartNamesWhatWasSetAside)
+{
+    ASSERT_EQ(App().Journal().Open(nullptr), 1);
+    App().Journal().Close();
+    const std::wstring log = m_store.Path() + L"-wal";
+    const std::wstring named = L"\n\n" + log + L"\nis kept as\n" + log + L".set-aside-2";
+    {
+        ASSERT_TRUE(WriteFileBytes(log, std::string(5000, 'x')));
+        const WindowRefuser refuser(L"SysListView32");
+        const MessageBoxAnswerer answerer;
+        EXPECT_EQ(App().InitInstance(Instance(), SW_SHOWNORMAL), 0);
+        ASSERT_EQ(answerer.Boxes().size(), 2u);
+        EXPECT_NE(answerer.Boxes()[1].text.find(named), std::wstring::npos);
+    }
+    App().Journal().Close();
+    FaultVfs faults;
+    bool isNamed = false;
+    for (int n = 1; n < 100 && !isNamed; ++n) {
+        UnregisterClassW(kMainWindowClass, Instance());
+        ASSERT_TRUE(WriteFileBytes(log, std::string(5000, 'x')));
+        faults.FailNth(FileCall::ShmLock, n);
+        const MessageBoxAnswerer answerer;
+        if (App().InitInstance(Instance(), SW_SHOWNORMAL))
+            break;
+        faults.FailNone();
+        ASSERT_EQ(answerer.Boxes().size(), 2u);
+        isNamed = answerer.Boxes()[1].text.find(named) != std::wstring::npos;
+    }
+    EXPECT_TRUE(isNamed) << "in the box that tells why it was not opened";
+}
+
 } // namespace

@@ -341,7 +341,7 @@ TEST_F(MainWindowTest, TellsOnceThatItsFileHasGoneFromItsPlace)
     ASSERT_TRUE(WriteFileBytes(m_store.Path(), "another"));
     EXPECT_TRUE(stands(
         2,
-        L"Nothing can be saved: another file has come into the place of the journal's file" + shown +
+        L"Nothing can be saved: the journal's file was replaced or written over" + shown +
             L" Close the journal and the address book, and start again to open the file that is there now."));
     // Back again: nothing more is told, also not of what was to be.
     EnableWindow(window, FALSE);

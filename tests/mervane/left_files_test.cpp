@@ -4,6 +4,8 @@
 #include <vector>
 
 #include "open_fixture.h"
+#include "support/fault_vfs.h"
+#include "support/import_watch.h"
 
 namespace {
 
@@ -289,6 +291,70 @@ TEST_F(LeftLog, ThatIsSetAsideIsToldOnce)
         ExpectSetAside(file.path, ReadFileBytes(file.keptAs));
     EXPECT_TRUE(journal.TakeSetAside().empty());
     EXPECT_TRUE(DbJournal().TakeSetAside().empty()) << "it is closed";
+}
+
+decltype(&MoveFileW) g_move = nullptr;
+
+BOOL WINAPI PutNothingBack(LPCWSTR from, LPCWSTR to)
+{
+    if (std::wstring_view(from).find(L".set-aside-") == std::wstring_view::npos)
+        return g_move(from, to);
+    SetLastError(ERROR_ALREADY_EXISTS);
+    return FALSE;
+}
+
+// Another program has made a file of that name meanwhile.
+TEST_F(LeftLog, ThatCannotGetItsNameBackIsTold)
+{
+    MakeStore();
+    ASSERT_TRUE(RawStore(Path()).Run("ALTER TABLE contacts RENAME TO people"));
+    ASSERT_TRUE(WriteFileBytes(Beside(L"-wal"), std::string(5000, 'x')));
+    DbJournal journal;
+    EXPECT_EQ(journal.Open(nullptr), 0);
+    EXPECT_TRUE(journal.TakeSetAside().empty()) << "it has its name again";
+    EXPECT_TRUE(SetAside(Beside(L"-wal")).empty());
+    {
+        g_move = __imp_MoveFileW;
+        const ImportWatch<decltype(&MoveFileW)> watch(&__imp_MoveFileW, PutNothingBack);
+        EXPECT_EQ(journal.Open(nullptr), 0);
+    }
+    EXPECT_EQ(journal.Trouble(), StoreTrouble::NotAStore);
+    const std::vector<RenamedFile> files = journal.TakeSetAside();
+    ASSERT_EQ(files.size(), 1u);
+    EXPECT_EQ(files[0].path, Beside(L"-wal"));
+    EXPECT_EQ(ReadFileBytes(files[0].keptAs), std::string(5000, 'x'));
+    EXPECT_TRUE(journal.TakeSetAside().empty()) << "once";
+}
+
+// Whatever an opening fails in: what has another name afterwards is told.
+TEST_F(LeftLog, ThatHasAnotherNameIsToldWhereTheOpeningFails)
+{
+    MakeStore();
+    const std::string log(5000, 'x');
+    FaultVfs faults;
+    int told = 0;
+    for (const FileCall call : {FileCall::Read, FileCall::ShmMap, FileCall::ShmLock}) {
+        bool fired = true;
+        for (int n = 1; fired; ++n) {
+            SCOPED_TRACE(std::string(NameOf(call)) + " " + std::to_string(n));
+            ASSERT_TRUE(WriteFileBytes(Beside(L"-wal"), log));
+            faults.FailNth(call, n);
+            DbJournal journal;
+            const bool isOpen = journal.Open(nullptr) != 0;
+            fired = faults.HasFired();
+            faults.FailNone();
+            std::vector<std::wstring> names;
+            for (const RenamedFile& file : journal.TakeSetAside())
+                names.push_back(file.keptAs);
+            const std::vector<std::wstring> found = SetAside(Beside(L"-wal"));
+            EXPECT_EQ(names, found);
+            told += !isOpen && !found.empty();
+            journal.Close();
+            for (const std::wstring& file : found)
+                ASSERT_TRUE(DeleteFileW(file.c_str()));
+        }
+    }
+    EXPECT_GT(told, 0) << "some fail once the log has another name";
 }
 
 } // namespace

@@ -403,6 +403,15 @@ TEST(SetAsideText, NamesEachFileBothWays)
         L"file: it may be in it.");
 }
 
+TEST(NotOpenedText, NamesWhatWasSetAside)
+{
+    const std::wstring text = NotOpenedText(L"C:\\j.db", StoreTrouble::Locked);
+    EXPECT_EQ(NotOpenedText(L"C:\\j.db", StoreTrouble::Locked, {{L"a", L"b"}}),
+              text +
+                  L"\n\nBeside the journal's file lay one that does not belong to it:\n\na\nis kept as\nb\n\n"
+                  L"If what you saved last is missing, keep that file: it may be in it.");
+}
+
 TEST(NotKeptText, NamesTheLog)
 {
     EXPECT_EQ(
