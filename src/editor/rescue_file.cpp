@@ -39,12 +39,12 @@ bool IsFree(const std::wstring& path)
            GetLastError() == ERROR_FILE_NOT_FOUND;
 }
 
-// Where it cannot be told it counts as new: of those that are kept the oldest are deleted.
+// 0 where it cannot be told.
 uint64_t WrittenAt(const std::wstring& path)
 {
     WIN32_FILE_ATTRIBUTE_DATA data{};
     if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data))
-        return UINT64_MAX;
+        return 0;
     return TimeCount(data.ftLastWriteTime).Units();
 }
 
