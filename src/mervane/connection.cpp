@@ -191,12 +191,25 @@ bool Connection::TryWrite()
     return isOpen;
 }
 
+// Without a log a lock that cannot be given back is told of the commit, whose journal is gone by then: it is
+// done, and would be done twice if it were called a failure.
+bool Connection::RunCommit()
+{
+    OwnTrouble own(m_database);
+    if (RunOnce(m_commit))
+        return true;
+    if (sqlite3_extended_errcode(m_database.Handle()) != SQLITE_IOERR_UNLOCK)
+        return false;
+    (void)own.Take();
+    return true;
+}
+
 bool Connection::Commit()
 {
     m_logged = false;
     const StoreTrouble trouble = LookAtFile();
     m_database.NoteTrouble(trouble);
-    if (trouble != StoreTrouble::None || !RunOnce(m_commit))
+    if (trouble != StoreTrouble::None || !RunCommit())
         return false;
     if (m_logged)
         m_state = StateAfterCommit();

@@ -58,6 +58,7 @@ class Connection {
     bool IsWrittenOver();
     [[nodiscard]] StoreTrouble KeepWhole(const std::wstring& path);
     [[nodiscard]] bool TryWrite();
+    [[nodiscard]] bool RunCommit();
     static int OnCommit(void* self, sqlite3* handle, const char* name, int logPages);
     void MaybeShortenLog();
     std::optional<LogState> LogStateNow();

@@ -45,6 +45,24 @@ constexpr const wchar_t* kCompanions[] = {L"-wal", L"-shm", L"-journal"};
 
 } // namespace
 
+DriveOfRun::DriveOfRun()
+{
+    wchar_t kind[8], folder[MAX_PATH];
+    const DWORD length = GetEnvironmentVariableW(L"FAULT_DRIVE", kind, 8);
+    if (length != 5 || wcscmp(kind, L"stick") != 0)
+        return;
+    GetEnvironmentVariableW(L"TMP", folder, MAX_PATH);
+    m_folder = folder;
+    EXPECT_TRUE(m_drive.emplace(UINT{DRIVE_REMOVABLE}).IsThere());
+    SetEnvironmentVariableW(L"TMP", L"N:\\");
+}
+
+DriveOfRun::~DriveOfRun()
+{
+    if (m_drive)
+        SetEnvironmentVariableW(L"TMP", m_folder.c_str());
+}
+
 FaultSweep::FaultSweep()
 {
     SetStoreWaiter([](DWORD milliseconds) {

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,10 +15,25 @@
 #include "mervane/db_journal.h"
 #include "support/fault_memory.h"
 #include "support/fault_vfs.h"
+#include "support/test_drive.h"
 #include "support/test_store.h"
 
 // What the work reported. Failed: and the caller was told why.
 enum class Outcome { Done, Failed };
+
+// The drive of the store: FAULT_DRIVE=stick in the environment makes it one that can be pulled out, on which
+// a store has a rollback journal and no log.
+class DriveOfRun {
+  public:
+    DriveOfRun();
+    ~DriveOfRun();
+    DriveOfRun(const DriveOfRun&) = delete;
+    DriveOfRun& operator=(const DriveOfRun&) = delete;
+
+  private:
+    std::wstring m_folder; // for temporary files, of which the store is one
+    std::optional<TestDrive> m_drive;
+};
 
 // FAULTS=all in the environment tries every call; otherwise FAULTS_EACH of them, chosen by FAULT_SEED, for
 // each piece of work.
@@ -75,6 +91,7 @@ class FaultSweep : public testing::Test {
 
     FaultMemory m_memory;
     FaultVfs m_vfs;
+    DriveOfRun m_drive;
     TestStore m_store;
     std::string m_template;
     std::string m_before, m_after; // dumps
