@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "e2e/addrbook/address_book_window.h"
 #include "e2e/harness/remote_menu.h"
 #include "e2e/harness/store_reader.h"
@@ -79,12 +81,18 @@ class BookClosing : public AddressBookTest {
         };
         return transfer && WaitFor(isThere) ? transfer : nullptr;
     }
-    std::string Cards(int count) const
+    // Those of another first number are other contacts.
+    std::string Cards(int count, int first = 0) const
     {
         std::string cards;
-        for (int i = 0; i < count; ++i)
+        for (int i = first; i < first + count; ++i)
             cards += CardOf("FN:Name " + std::to_string(i) + "\r\nUID:u" + std::to_string(i));
         return cards;
+    }
+    int StoredCount() const
+    {
+        const auto count = StoreReader(m_store.Path()).QueryOne("SELECT count(*) FROM contacts");
+        return count ? atoi(count->c_str()) : -1;
     }
 };
 
@@ -174,17 +182,27 @@ TEST_F(BookClosing, TheSessionsEndOverAContactStoresTheSettings)
     EXPECT_EQ(StoredNames(), "Kept");
 }
 
+// A quick machine may have written all of it before the end is heard of; then it is tried again.
 TEST_F(BookClosing, TheSessionsEndTakesARunningImportBack)
 {
+    constexpr int kCards = 60'000, kTries = 10;
     m_cards = CardOf("FN:Kept");
     ASSERT_TRUE(StartWithCards());
-    ASSERT_TRUE(WriteFileBytes(m_file, Cards(60'000)));
-    ASSERT_NE(TransferAt(CMD_IMPORT, kWritingFrom + 1), nullptr);
-    EXPECT_EQ(Query(Window()), TRUE) << "an import can be done again";
-    Send(Window(), WM_ENDSESSION, TRUE);
-    ExpectStoredAsAtAClose();
-    ExpectEnd();
-    EXPECT_EQ(StoredNames(), "Kept");
+    const auto isTakenBack = [&](int before) {
+        EXPECT_TRUE(WriteFileBytes(m_file, Cards(kCards, before)));
+        EXPECT_NE(TransferAt(CMD_IMPORT, kWritingFrom + 1), nullptr);
+        EXPECT_EQ(Query(Window()), TRUE) << "an import can be done again";
+        Send(Window(), WM_ENDSESSION, TRUE);
+        ExpectStoredAsAtAClose();
+        ExpectEnd();
+        return StoredCount() == before;
+    };
+    int stored = 1, tries = 1;
+    while (!isTakenBack(stored)) {
+        ASSERT_EQ(StoredCount(), stored += kCards) << "a part of it stays";
+        ASSERT_LT(++tries, kTries) << "all of it stays each time";
+        ASSERT_NE(m_book.Start(), nullptr);
+    }
 }
 
 // It waits for another program's write and hears of the end in the midst of that.
