@@ -75,6 +75,7 @@ TEST_F(HelpOfJournal, F1InFindResultsOpensTheirPageAlone)
     ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == help; }));
     EXPECT_FALSE(IsWindowEnabled(Control(help, IDC_BACK))) << "no other page was asked for before";
     ASSERT_TRUE(Activate(results));
+    ASSERT_TRUE(WaitFor([&] { return IsChild(results, FocusOf(results)); }));
     PressKey(VK_RETURN); // opens the entry
     HWND editor = WaitForEditor();
     ASSERT_NE(editor, nullptr);
