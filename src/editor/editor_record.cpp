@@ -92,26 +92,26 @@ void EditorRecord::OpenStores(HWND owner)
 EditorRecord::Loaded EditorRecord::Load(JournalEntry* entry)
 {
     m_mask = 0;
-    if (m_id == 0)
+    if (m_known.id == 0)
         return Loaded::Nothing;
     const CeDBase::ReadScope scope(m_journal);
-    if (m_journal.SeekRecord(m_id) != m_id && m_journal.Trouble() == StoreTrouble::None)
+    if (m_journal.SeekRecord(m_known.id) != m_known.id && m_journal.Trouble() == StoreTrouble::None)
         return Loaded::Nothing;
     WORD count = 0;
     CEPROPVAL* properties = nullptr;
     const bool read = m_journal.Trouble() == StoreTrouble::None &&
-                      m_journal.ReadRecord(&count, nullptr, &properties) == m_id;
+                      m_journal.ReadRecord(&count, nullptr, &properties) == m_known.id;
     const LocalBlock<CEPROPVAL> block(properties);
     if (read)
-        m_foreign = m_journal.ForeignProperties();
+        m_known.foreign = m_journal.ForeignProperties();
     m_unread = !read || m_journal.Trouble() != StoreTrouble::None;
     if (m_unread) {
         (void)Fail(m_journal.Trouble());
         return Loaded::Failed;
     }
     ReadEntry(properties, count, entry);
-    entry->id = m_id;
-    m_image = ImageOf(properties, count);
+    entry->id = m_known.id;
+    m_known.image = ImageOf(properties, count);
     m_subject = entry->subject.value_or(L"");
     m_mask = LoadedMask(*entry);
     LoadSets(entry);
@@ -120,22 +120,22 @@ EditorRecord::Loaded EditorRecord::Load(JournalEntry* entry)
 
 void EditorRecord::LoadSets(JournalEntry* entry)
 {
-    m_partOfCategories.reset();
-    m_partOfContacts.reset();
+    m_known.partOfCategories.reset();
+    m_known.partOfContacts.reset();
     if (IsForeign(kPropCategories))
-        m_partOfCategories.emplace();
+        m_known.partOfCategories.emplace();
     if (IsForeign(kPropContacts))
-        m_partOfContacts.emplace();
+        m_known.partOfContacts.emplace();
     if (entry->categories &&
         !m_categoryStore.SetStackFromBlob(&m_categories, BlobOf(*entry->categories), kCategoryLoaded))
-        m_partOfCategories = AssignedCategories(m_categories);
+        m_known.partOfCategories = AssignedCategories(m_categories);
     if (entry->contacts && !m_contacts.SetAssigned(BlobOf(*entry->contacts), kContactFlags))
-        m_partOfContacts = m_contacts.Assigned();
+        m_known.partOfContacts = m_contacts.Assigned();
 }
 
 std::wstring EditorRecord::StoredSubject()
 {
-    std::wstring stored = m_journal.GetSubject(m_id);
+    std::wstring stored = m_journal.GetSubject(m_known.id);
     return m_journal.Trouble() == StoreTrouble::None ? stored : m_subject;
 }
 
@@ -148,9 +148,9 @@ EditorRecord::Saved EditorRecord::Save(EntryToWrite* entry, Theirs theirs)
         return saved;
     }
     if (!LeavesCategories())
-        m_partOfCategories.reset();
+        m_known.partOfCategories.reset();
     if (!LeavesContacts())
-        m_partOfContacts.reset();
+        m_known.partOfContacts.reset();
     m_written = AssignedCategories(m_categories);
     m_categories.DeleteStack();
     return saved;
@@ -159,12 +159,12 @@ EditorRecord::Saved EditorRecord::Save(EntryToWrite* entry, Theirs theirs)
 EditorRecord::Saved EditorRecord::SaveAsNew(EntryToWrite* entry)
 {
     const ZStack before = m_categories;
-    const CEOID id = std::exchange(m_id, 0);
+    const CEOID id = std::exchange(m_known.id, 0);
     AddWritten();
     CountAllAsAdded(&m_categories);
     const Saved saved = Save(entry);
     if (saved == Saved::Failed) {
-        m_id = id;
+        m_known.id = id;
         m_categories = before;
         return saved;
     }
@@ -185,30 +185,33 @@ EditorRecord::Saved EditorRecord::CountUsesAndWrite(EntryToWrite* entry, Theirs 
     CeDBase::BulkScope together(m_journal);
     if (together.Trouble() != StoreTrouble::None)
         return Fail(together.Trouble());
+    const Known before = m_known;
+    const CEOID reference = *m_reference;
+    Saved saved = FindAndWrite(entry, theirs);
+    if (saved == Saved::Changed)
+        return saved;
+    if (saved != Saved::Failed && !together.Commit())
+        saved = Fail(together.Trouble());
+    if (saved == Saved::Failed) {
+        m_known = before;
+        *m_reference = reference;
+    }
+    return saved;
+}
+
+EditorRecord::Saved EditorRecord::FindAndWrite(EntryToWrite* entry, Theirs theirs)
+{
     const Target target = FindTarget(theirs);
     if (target == Target::Changed)
         return Saved::Changed;
-    if (target == Target::Failed || !CountUses())
-        return Saved::Failed;
-    const CEOID id = m_id;
-    const CEOID reference = *m_reference;
-    const std::optional<Image> image = m_image;
-    const std::vector<CEPROPID> foreign = m_foreign;
-    const Saved saved = WriteTo(target, entry);
-    if (saved != Saved::Failed && together.Commit())
-        return saved;
-    m_id = id;
-    *m_reference = reference;
-    m_image = image;
-    m_foreign = foreign;
-    return Fail(together.Trouble());
+    return target != Target::Failed && CountUses() ? WriteTo(target, entry) : Saved::Failed;
 }
 
 EditorRecord::Target EditorRecord::FindTarget(Theirs theirs)
 {
-    if (m_id == 0)
+    if (m_known.id == 0)
         return Target::New;
-    const bool isThere = m_journal.SeekRecord(m_id) == m_id;
+    const bool isThere = m_journal.SeekRecord(m_known.id) == m_known.id;
     if (m_unread || m_journal.Trouble() != StoreTrouble::None) {
         (void)Fail(m_journal.Trouble());
         return Target::Failed;
@@ -220,15 +223,15 @@ EditorRecord::Target EditorRecord::FindTarget(Theirs theirs)
         (void)Fail(m_journal.Trouble());
         return Target::Failed;
     }
-    if (now == m_image)
+    if (now == m_known.image)
         return Target::Record;
     const bool isAgreed = theirs == Theirs::Replace && now == m_theirs;
     m_theirs = now;
     if (!isAgreed)
         return Target::Changed;
-    m_partOfCategories.reset(); // theirs are written over as well
-    m_partOfContacts.reset();
-    m_foreign.clear();
+    m_known.partOfCategories.reset(); // theirs are written over as well
+    m_known.partOfContacts.reset();
+    m_known.foreign.clear();
     return Target::Record;
 }
 
@@ -278,13 +281,13 @@ bool EditorRecord::FillBlobs(EntryToWrite* entry, LocalBlock<BYTE>* categories, 
 bool EditorRecord::LeavesCategories() const
 {
     const bool isEmptiedBySave = m_written && m_categories.IsEmpty();
-    return m_partOfCategories &&
-           (isEmptiedBySave || IsSameSet(*m_partOfCategories, AssignedCategories(m_categories)));
+    return m_known.partOfCategories &&
+           (isEmptiedBySave || IsSameSet(*m_known.partOfCategories, AssignedCategories(m_categories)));
 }
 
 bool EditorRecord::LeavesContacts() const
 {
-    return m_partOfContacts && IsSameSet(*m_partOfContacts, m_contacts.Assigned());
+    return m_known.partOfContacts && IsSameSet(*m_known.partOfContacts, m_contacts.Assigned());
 }
 
 // A property that is not sent stays as it is.
@@ -302,7 +305,7 @@ void EditorRecord::LeaveUnreadSets(EntryToWrite* entry) const
 
 bool EditorRecord::IsForeign(CEPROPID property) const
 {
-    return std::count(m_foreign.begin(), m_foreign.end(), property) != 0;
+    return std::count(m_known.foreign.begin(), m_known.foreign.end(), property) != 0;
 }
 
 // The times belong together: what is shown for one that cannot be read is no time of the entry's, and the
@@ -333,10 +336,10 @@ void EditorRecord::LeaveForeign(const EntryToWrite& entry, std::vector<CEPROPVAL
 {
     std::erase_if(*properties, [&](const CEPROPVAL& value) { return LeavesForeign(value.propid, entry); });
     std::vector<CEPROPID> left;
-    for (const CEPROPID property : m_foreign)
+    for (const CEPROPID property : m_known.foreign)
         if (LeavesForeign(property, entry))
             left.push_back(property);
-    m_foreign = left;
+    m_known.foreign = left;
 }
 
 EditorRecord::Saved EditorRecord::WriteTo(Target target, EntryToWrite* entry)
@@ -347,35 +350,35 @@ EditorRecord::Saved EditorRecord::WriteTo(Target target, EntryToWrite* entry)
     entry->contacts = {};
     if (!FillBlobs(entry, &categories, &contacts))
         return Fail(StoreTrouble::NoMemory);
-    entry->exists = m_id != 0;
+    entry->exists = m_known.id != 0;
     entry->loadedMask = m_isBesides ? m_mask & kMaskDeletesContacts : m_mask;
     const bool update = target == Target::Record;
     if (update)
         LeaveUnreadSets(entry);
     else
-        m_foreign.clear();
+        m_known.foreign.clear();
     std::vector<CEPROPVAL> properties = PropertiesToWrite(*entry);
     LeaveForeign(*entry, &properties);
     const CEOID written =
-        m_journal.WriteRecord(update ? m_id : 0, static_cast<WORD>(properties.size()), properties.data());
+        m_journal.WriteRecord(update ? m_known.id : 0, static_cast<WORD>(properties.size()), properties.data());
     if (written == 0)
         return Fail(m_journal.Trouble());
-    *m_reference = m_id = written;
+    *m_reference = m_known.id = written;
     // Unless it can be read back, the next save takes the record for changed and asks.
-    m_image = m_journal.SeekRecord(m_id) == m_id ? ReadImage() : std::nullopt;
+    m_known.image = m_journal.SeekRecord(m_known.id) == m_known.id ? ReadImage() : std::nullopt;
     return update ? Saved::Updated : Saved::Created;
 }
 
 uint64_t EditorRecord::ImageNumber() const
 {
-    if (!m_image)
+    if (!m_known.image)
         return 0;
-    return NumberOfBytes({reinterpret_cast<const char*>(m_image->data()), m_image->size()});
+    return NumberOfBytes({reinterpret_cast<const char*>(m_known.image->data()), m_known.image->size()});
 }
 
 void EditorRecord::DescribeTo(RescueState* state) const
 {
-    state->id = m_id;
+    state->id = m_known.id;
     state->image = ImageNumber();
     if (!m_written || !m_categories.IsEmpty())
         state->categories = AssignedCategories(m_categories);
@@ -385,7 +388,7 @@ void EditorRecord::DescribeTo(RescueState* state) const
 void EditorRecord::GoOnWith(const RescueState& state)
 {
     if (ImageNumber() != state.image)
-        m_image.reset();
+        m_known.image.reset();
     if (state.categories)
         AssignOnly(*state.categories);
     const std::vector<CEOID> loaded = m_contacts.Assigned();

@@ -24,8 +24,10 @@ class EditorRecord {
   public:
     // reference is the caller's: 0 for a new entry. It gets the identifier when a record is created.
     EditorRecord(DbJournal& journal, CEOID* reference)
-        : m_journal(journal), m_reference(reference), m_id(*reference)
-    {}
+        : m_journal(journal), m_reference(reference)
+    {
+        m_known.id = *reference;
+    }
 
     // Opens the categories and contacts for the editor's lifetime. Without them the entry can still be
     // edited.
@@ -75,7 +77,7 @@ class EditorRecord {
     StoreTrouble Trouble() const { return m_trouble; }
 
     DWORD Mask() const { return m_mask; }
-    CEOID Id() const { return m_id; }
+    CEOID Id() const { return m_known.id; }
     // The record's subject as it is stored now; empty when it has none. The one that was loaded where the
     // store cannot be read.
     std::wstring StoredSubject();
@@ -88,8 +90,18 @@ class EditorRecord {
     // A record as it is stored, all of it; for comparing.
     using Image = std::vector<BYTE>;
     enum class Target { Failed, Changed, New, Record };
+    // What is known of the record in the store. A save that fails leaves it as it was.
+    struct Known {
+        CEOID id = 0;                  // 0: it is not written yet
+        std::optional<Image> image;    // as it was loaded or saved last; none: not known
+        std::vector<CEPROPID> foreign; // that stand in it in a form that cannot be read whole
+        // Of a set whose blob has a wrong shape, or is none: what was read of it.
+        std::optional<std::vector<CEOID>> partOfCategories;
+        std::optional<std::vector<CEOID>> partOfContacts;
+    };
 
     Saved CountUsesAndWrite(EntryToWrite* entry, Theirs theirs);
+    Saved FindAndWrite(EntryToWrite* entry, Theirs theirs);
     Saved WriteTo(Target target, EntryToWrite* entry);
     Target FindTarget(Theirs theirs);
     void LoadSets(JournalEntry* entry);
@@ -109,17 +121,12 @@ class EditorRecord {
 
     DbJournal& m_journal;
     CEOID* m_reference;
-    CEOID m_id;
+    Known m_known;
     DWORD m_mask = 0;
-    bool m_unread = false;           // the record is there, or may be, and was not loaded
-    std::optional<Image> m_image;    // of the record as it was loaded or saved last; none: not known
-    std::optional<Image> m_theirs;   // of the record as it was when it was found changed last
-    std::vector<CEPROPID> m_foreign; // that stand in the record in a form that cannot be read whole
+    bool m_unread = false;         // the record is there, or may be, and was not loaded
+    std::optional<Image> m_theirs; // of the record as it was when it was found changed last
     std::optional<EntryToWrite> m_shown;
-    std::wstring m_subject; // that was loaded
-    // Of a set whose blob has a wrong shape, or is none: what was read of it.
-    std::optional<std::vector<CEOID>> m_partOfCategories;
-    std::optional<std::vector<CEOID>> m_partOfContacts;
+    std::wstring m_subject;   // that was loaded
     bool m_isBesides = false; // a new record beside the one that was loaded: the mask is not of it
     // The categories that the last save here wrote, which has emptied the stack; none: there was no save.
     std::optional<std::vector<CEOID>> m_written;

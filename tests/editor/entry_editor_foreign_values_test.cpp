@@ -142,18 +142,37 @@ TEST_F(ForeignValuesTest, StayInEachSaveOfSeveral)
     EXPECT_EQ(Stored("body"), "0102 blob");
 }
 
+// Behind a save: what nobody touched still stands there in its foreign form.
 class ForeignRecordTest : public EditorRecordTest {
   protected:
+    // An entry whose body is foreign.
+    CEOID WriteForeign()
+    {
+        const CEOID id = Write(Entry());
+        EXPECT_TRUE(ChangeStore("UPDATE journal SET body = x'01'"));
+        return id;
+    }
+    // As the editor shows it.
+    EntryToWrite Shown()
+    {
+        EntryToWrite shown = Entry();
+        shown.body = kBodyPlaceholder;
+        return shown;
+    }
+    void ExpectForeignBody(CEOID id)
+    {
+        EXPECT_TRUE(ChangeStore("UPDATE journal SET kind = 1 WHERE body = x'01'"));
+        EXPECT_EQ(Read(id).kind, 1);
+    }
+
     FaultVfs m_faults;
 };
 
 TEST_F(ForeignRecordTest, AreWrittenOverWhereThePersonSaysSo)
 {
-    CEOID id = Write(Entry());
-    ASSERT_TRUE(ChangeStore("UPDATE journal SET body = x'01'"));
+    CEOID id = WriteForeign();
     OpenRecord record(&id);
-    EntryToWrite shown = Entry();
-    shown.body = kBodyPlaceholder;
+    EntryToWrite shown = Shown();
     record.SetShown(shown);
     ASSERT_TRUE(ChangeStore("UPDATE journal SET body = x'02', subject = 'theirs'"));
     ASSERT_EQ(record.Save(shown), Saved::Changed);
@@ -165,19 +184,33 @@ TEST_F(ForeignRecordTest, AreWrittenOverWhereThePersonSaysSo)
 // A try that fails has written nothing over.
 TEST_F(ForeignRecordTest, StayBehindASaveThatHasFailed)
 {
-    CEOID id = Write(Entry());
-    ASSERT_TRUE(ChangeStore("UPDATE journal SET body = x'01'"));
+    CEOID id = WriteForeign();
     OpenRecord record(&id);
-    EntryToWrite shown = Entry();
-    shown.body = kBodyPlaceholder;
+    EntryToWrite shown = Shown();
     record.SetShown(shown);
     m_faults.FailNth(FileCall::Write, 1);
     EXPECT_EQ(record.Save(Entry(L"Other")), Saved::Failed);
     EXPECT_TRUE(m_faults.HasFired());
     shown.subject = L"Other";
     EXPECT_EQ(record.Save(shown), Saved::Updated);
-    EXPECT_TRUE(ChangeStore("UPDATE journal SET kind = 1 WHERE body = x'01'"));
-    EXPECT_EQ(Read(id).kind, 1);
+    ExpectForeignBody(id);
+}
+
+// Nor what the person had agreed to, where the record is again what was loaded.
+TEST_F(ForeignRecordTest, StayBehindAReplacementThatHasFailed)
+{
+    CEOID id = WriteForeign();
+    OpenRecord record(&id);
+    EntryToWrite shown = Shown();
+    record.SetShown(shown);
+    ASSERT_TRUE(ChangeStore("UPDATE journal SET subject = 'theirs'"));
+    ASSERT_EQ(record.Save(shown), Saved::Changed);
+    m_faults.FailNth(FileCall::Write, 1);
+    EXPECT_EQ(record.Save(shown, Theirs::Replace), Saved::Failed);
+    EXPECT_TRUE(m_faults.HasFired());
+    ASSERT_TRUE(ChangeStore("UPDATE journal SET subject = 'Subject'"));
+    EXPECT_EQ(record.Save(shown), Saved::Updated);
+    ExpectForeignBody(id);
 }
 
 } // namespace
