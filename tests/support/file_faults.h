@@ -3,25 +3,6 @@
 
 #include "support/import_watch.h"
 
-extern "C" {
-extern decltype(&ReadFile) __imp_ReadFile;
-extern decltype(&GetFileSizeEx) __imp_GetFileSizeEx;
-extern decltype(&FlushFileBuffers) __imp_FlushFileBuffers;
-extern decltype(&MoveFileExW) __imp_MoveFileExW;
-extern decltype(&SetFileTime) __imp_SetFileTime;
-extern decltype(&FindFirstFileW) __imp_FindFirstFileW;
-extern decltype(&FindNextFileW) __imp_FindNextFileW;
-extern decltype(&MoveFileW) __imp_MoveFileW;
-extern decltype(&CopyFileW) __imp_CopyFileW;
-extern decltype(&SetFilePointerEx) __imp_SetFilePointerEx;
-extern decltype(&GetFileAttributesW) __imp_GetFileAttributesW;
-extern decltype(&GetFileAttributesExW) __imp_GetFileAttributesExW;
-extern decltype(&SetFileAttributesW) __imp_SetFileAttributesW;
-extern decltype(&GetFileInformationByHandle) __imp_GetFileInformationByHandle;
-extern decltype(&GetFileInformationByHandleEx) __imp_GetFileInformationByHandleEx;
-extern decltype(&GetTempFileNameW) __imp_GetTempFileNameW;
-}
-
 class FileFaults {
   public:
     FileFaults() { FailNone(); }
