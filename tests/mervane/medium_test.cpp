@@ -115,6 +115,19 @@ class OnADrive : public testing::TestWithParam<UINT> {
             DeleteFileW((Path() + suffix).c_str());
     }
     std::wstring Path() const { return m_drive.Path(L"own.db"); }
+    // A store that was used on a fixed drive and not closed there, with what its log has.
+    void CopyWithLog()
+    {
+        {
+            const TestStore fixed;
+            DbJournal journal;
+            ASSERT_EQ(journal.Open(nullptr), 1);
+            ASSERT_NE(AddEntry(journal, L"in the log"), 0u);
+            for (const wchar_t* suffix : {L"", L"-wal"})
+                ASSERT_TRUE(WriteFileBytes(Path() + suffix, ReadFileBytes(fixed.Path() + suffix)));
+        }
+        SetEnvironmentVariableW(L"MERVANE_STORE", Path().c_str());
+    }
 
     TestDrive m_drive{GetParam()};
 };
@@ -133,18 +146,9 @@ TEST_P(OnADrive, HasNoIndexInMappedMemory)
     EXPECT_EQ(journal.RecordCount(), 2u);
 }
 
-// A store that was used on a fixed drive and not closed there: what its log has stays.
 TEST_P(OnADrive, TakesInTheLogThatCameWithTheStore)
 {
-    {
-        const TestStore fixed;
-        DbJournal journal;
-        ASSERT_EQ(journal.Open(nullptr), 1);
-        ASSERT_NE(AddEntry(journal, L"in the log"), 0u);
-        for (const wchar_t* suffix : {L"", L"-wal"})
-            ASSERT_TRUE(WriteFileBytes(Path() + suffix, ReadFileBytes(fixed.Path() + suffix)));
-    }
-    SetEnvironmentVariableW(L"MERVANE_STORE", Path().c_str());
+    ASSERT_NO_FATAL_FAILURE(CopyWithLog());
     ASSERT_TRUE(CreateDirectoryW((Path() + L"-shm").c_str(), nullptr)) << "which cannot be mapped";
     {
         DbJournal journal;
@@ -160,15 +164,7 @@ TEST_P(OnADrive, TakesInTheLogThatCameWithTheStore)
 // It could be read only with its index in mapped memory.
 TEST_P(OnADrive, RefusesAFileThatHasALogAndCannotBeWritten)
 {
-    {
-        const TestStore fixed;
-        DbJournal journal;
-        ASSERT_EQ(journal.Open(nullptr), 1);
-        ASSERT_NE(AddEntry(journal, L"in the log"), 0u);
-        for (const wchar_t* suffix : {L"", L"-wal"})
-            ASSERT_TRUE(WriteFileBytes(Path() + suffix, ReadFileBytes(fixed.Path() + suffix)));
-    }
-    SetEnvironmentVariableW(L"MERVANE_STORE", Path().c_str());
+    ASSERT_NO_FATAL_FAILURE(CopyWithLog());
     const std::string log = ReadFileBytes(Path() + L"-wal");
     ASSERT_TRUE(SetFileAttributesW(Path().c_str(), FILE_ATTRIBUTE_READONLY));
     {
