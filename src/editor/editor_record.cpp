@@ -359,8 +359,8 @@ EditorRecord::Saved EditorRecord::WriteTo(Target target, EntryToWrite* entry)
         m_known.foreign.clear();
     std::vector<CEPROPVAL> properties = PropertiesToWrite(*entry);
     LeaveForeign(*entry, &properties);
-    const CEOID written =
-        m_journal.WriteRecord(update ? m_known.id : 0, static_cast<WORD>(properties.size()), properties.data());
+    const CEOID written = m_journal.WriteRecord(update ? m_known.id : 0, static_cast<WORD>(properties.size()),
+                                                properties.data());
     if (written == 0)
         return Fail(m_journal.Trouble());
     *m_reference = m_known.id = written;

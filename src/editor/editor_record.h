@@ -23,8 +23,7 @@ bool IsSameSet(std::vector<CEOID> a, std::vector<CEOID> b);
 class EditorRecord {
   public:
     // reference is the caller's: 0 for a new entry. It gets the identifier when a record is created.
-    EditorRecord(DbJournal& journal, CEOID* reference)
-        : m_journal(journal), m_reference(reference)
+    EditorRecord(DbJournal& journal, CEOID* reference) : m_journal(journal), m_reference(reference)
     {
         m_known.id = *reference;
     }

@@ -1,116 +1,16 @@
 // Putting a backup into the place of a store that is broken.
-#include <gtest/gtest.h>
-
-#include <map>
 #include <string_view>
 
-#include "mervane/restoration.h"
-#include "records.h"
-#include "support/import_watch.h"
+#include "restoration_fixture.h"
 #include "support/file_faults.h"
-#include "support/test_store.h"
-#include "util/owners.h"
-#include "watched_files.h"
 
 namespace {
 
 using mervane::BackupDay;
 using mervane::FinishRestoration;
 using mervane::IsBroken;
-using mervane::IsGone;
 using mervane::NewestWholeBackup;
 using mervane::Restoration;
-
-constexpr BackupDay kToday{std::chrono::year(2026), std::chrono::month(2), std::chrono::day(10)};
-constexpr const wchar_t* kNeighbours[] = {L"-wal", L"-shm", L"-journal"};
-
-// A file that another program has open.
-UniqueKernelHandle OpenElsewhere(const std::wstring& path, DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE)
-{
-    HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING,
-                              FILE_ATTRIBUTE_NORMAL, nullptr);
-    EXPECT_NE(file, INVALID_HANDLE_VALUE);
-    return UniqueKernelHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
-}
-
-class BrokenStore : public testing::Test {
-  protected:
-    const std::wstring& Path() const { return m_store.Path(); }
-
-    // A store with so many entries, closed.
-    void MakeStore(int entries)
-    {
-        DbJournal journal;
-        ASSERT_EQ(journal.Open(nullptr), 1);
-        for (int i = 0; i < entries; ++i)
-            ASSERT_NE(Sent().Text(kSubject, L"s").Text(kBody, std::wstring(9000, L'x')).Write(journal), 0u);
-    }
-    std::wstring BackupOf(const wchar_t* day) const
-    {
-        std::wstring name = Path().substr(Path().find_last_of(L'\\') + 1);
-        name.resize(name.size() - 3);
-        return BackupFolderOf(Path()) + name + L"-" + day + L".db";
-    }
-    // What the store is now, under the name of a day's backup.
-    void KeepAs(const wchar_t* day)
-    {
-        CreateDirectoryW(BackupFolderOf(Path()).c_str(), nullptr);
-        ASSERT_TRUE(CopyFileW(Path().c_str(), BackupOf(day).c_str(), TRUE));
-    }
-    void Cut(const std::wstring& path)
-    {
-        std::string bytes = ReadFileBytes(path);
-        ASSERT_GT(bytes.size(), 4096u);
-        bytes.resize(4096);
-        ASSERT_TRUE(WriteFileBytes(path, bytes));
-    }
-    // Two entries in the backup, three in the store, which has been cut off, with a neighbour of each kind.
-    void BreakAll()
-    {
-        MakeStore(2);
-        KeepAs(L"2026-02-09");
-        MakeStore(1);
-        Cut(Path());
-        for (const wchar_t* suffix : kNeighbours)
-            ASSERT_TRUE(WriteFileBytes(Path() + suffix, "bytes of " + std::to_string(wcslen(suffix))));
-    }
-    // All files whose names begin as the store's, with their bytes.
-    std::map<std::wstring, std::string> Files() const
-    {
-        std::map<std::wstring, std::string> files;
-        WIN32_FIND_DATAW data;
-        HANDLE search = FindFirstFileW((Path() + L"*").c_str(), &data);
-        for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &data))
-            files[data.cFileName] =
-                ReadFileBytes(Path().substr(0, Path().find_last_of(L'\\') + 1) + data.cFileName);
-        FindClose(search);
-        return files;
-    }
-    void ExpectOpens(DWORD entries)
-    {
-        DbJournal journal;
-        ASSERT_EQ(journal.Open(nullptr), 1);
-        EXPECT_EQ(journal.RecordCount(), entries);
-        EXPECT_NE(AddEntry(journal, L"more"), 0u);
-    }
-    // The files that were the store's are called this now.
-    void ExpectKept(const std::wstring& keptAs, const std::map<std::wstring, std::string>& before)
-    {
-        const std::wstring name = Path().substr(Path().find_last_of(L'\\') + 1);
-        EXPECT_TRUE(ReadFileBytes(keptAs) == before.at(name));
-        for (const wchar_t* suffix : kNeighbours)
-            EXPECT_TRUE(ReadFileBytes(keptAs + suffix) == before.at(name + suffix)) << suffix;
-    }
-    // The restoration's copy, before it has the store's name.
-    static std::wstring CopyOf(const Restoration& restoration)
-    {
-        std::wstring name = restoration.KeptAs();
-        const std::wstring word = L".damaged-";
-        return name.replace(name.rfind(word), word.size(), L".restoring-");
-    }
-
-    TestStore m_store;
-};
 
 TEST_F(BrokenStore, IsOneThatIsDamagedOrNoDatabase)
 {
@@ -214,12 +114,6 @@ TEST_F(BrokenStore, HasNoNewestBackupWhereOneCannotBeRead)
     const auto search = NewestWholeBackup(Path(), kToday);
     ASSERT_TRUE(search.found);
     EXPECT_EQ(search.found->path, BackupOf(L"2026-02-02"));
-}
-
-HANDLE WINAPI ListsNothing(LPCWSTR, LPWIN32_FIND_DATAW)
-{
-    SetLastError(ERROR_ACCESS_DENIED);
-    return INVALID_HANDLE_VALUE;
 }
 
 TEST_F(BrokenStore, HasNoNewestBackupWhereTheirFolderCannotBeListed)
@@ -408,111 +302,6 @@ TEST_F(BrokenStore, LosesNothingToACallThatFails)
         ExpectOpens(2);
     }
     EXPECT_TRUE(restored);
-}
-
-class LostStore : public BrokenStore {
-  protected:
-    void Lose(bool isEmptied)
-    {
-        MakeStore(2);
-        KeepAs(L"2026-02-09");
-        ASSERT_TRUE(isEmptied ? WriteFileBytes(Path(), "") : DeleteFileW(Path().c_str()));
-    }
-    const std::wstring m_index = Path() + L"-shm"; // that a program which was killed has left
-};
-
-TEST_F(LostStore, IsOneThatIsMissingOrEmpty)
-{
-    EXPECT_TRUE(IsGone(Path()));
-    MakeStore(1);
-    EXPECT_FALSE(IsGone(Path()));
-    const std::string whole = ReadFileBytes(Path());
-    for (const std::string& bytes : {whole.substr(0, 4096), std::string("x"), std::string(4096, '\0')}) {
-        ASSERT_TRUE(WriteFileBytes(Path(), bytes));
-        EXPECT_FALSE(IsGone(Path())) << bytes.size();
-    }
-    ASSERT_TRUE(WriteFileBytes(Path(), ""));
-    EXPECT_TRUE(IsGone(Path()));
-    ASSERT_TRUE(WriteFileBytes(Path() + L"-wal", "what was saved last"));
-    EXPECT_FALSE(IsGone(Path()));
-    ASSERT_TRUE(DeleteFileW(Path().c_str()));
-    EXPECT_FALSE(IsGone(Path()));
-    ASSERT_TRUE(DeleteFileW((Path() + L"-wal").c_str()));
-    ASSERT_TRUE(CreateDirectoryW(Path().c_str(), nullptr));
-    EXPECT_FALSE(IsGone(Path()));
-    ASSERT_TRUE(RemoveDirectoryW(Path().c_str()));
-}
-
-// The next start brings it to its end: there is nothing to ask.
-TEST_F(LostStore, IsNoneWhereARestorationWasInterrupted)
-{
-    ASSERT_TRUE(WriteFileBytes(Path() + L".restoring-20260210-090000", "copy"));
-    EXPECT_TRUE(IsGone(Path()));
-    ASSERT_TRUE(WriteFileBytes(Path() + L".damaged-20260210-090000", "kept"));
-    EXPECT_FALSE(IsGone(Path()));
-}
-
-TEST_F(LostStore, IsOneThatIsEmptyInAFolderThatCannotBeListed)
-{
-    ASSERT_TRUE(WriteFileBytes(Path(), ""));
-    const ImportWatch<decltype(&FindFirstFileW)> watch(&__imp_FindFirstFileW, ListsNothing);
-    EXPECT_TRUE(IsGone(Path()));
-}
-
-TEST_F(LostStore, HasItsBackupsWhateverTheCaseOfThePath)
-{
-    Lose(false);
-    std::wstring path = Path();
-    CharUpperBuffW(path.data() + 3, static_cast<DWORD>(path.size() - 3));
-    EXPECT_TRUE(IsGone(path));
-    const auto search = NewestWholeBackup(path, kToday);
-    ASSERT_TRUE(search.found);
-    EXPECT_EQ(search.found->entries, 2);
-}
-
-TEST_F(LostStore, IsReplacedByItsBackup)
-{
-    for (const bool isEmptied : {false, true}) {
-        Lose(isEmptied);
-        ASSERT_TRUE(WriteFileBytes(m_index, "an old index"));
-        const Restoration restoration(Path());
-        ASSERT_EQ(restoration.Run(BackupOf(L"2026-02-09")), StoreTrouble::None) << isEmptied;
-        EXPECT_TRUE(ReadFileBytes(Path()) == ReadFileBytes(BackupOf(L"2026-02-09")));
-        EXPECT_EQ(ReadFileBytes(restoration.KeptAs() + L"-shm"), "an old index");
-        EXPECT_EQ(Files().size(), isEmptied ? 3u : 2u) << "nothing else is left";
-        ExpectOpens(2);
-        for (const auto& [name, bytes] : Files())
-            DeleteFileW((Path().substr(0, Path().find_last_of(L'\\') + 1) + name).c_str());
-        DeleteFileW(BackupOf(L"2026-02-09").c_str());
-    }
-}
-
-TEST_F(LostStore, StaysAsItIsWhereItCannotBeReplaced)
-{
-    Lose(false);
-    ASSERT_TRUE(WriteFileBytes(m_index, "an old index"));
-    const auto before = Files();
-    {
-        const UniqueKernelHandle other = OpenElsewhere(m_index);
-        EXPECT_EQ(Restoration(Path()).Run(BackupOf(L"2026-02-09")), StoreTrouble::Locked);
-    }
-    EXPECT_TRUE(Files() == before);
-    EXPECT_EQ(Restoration(Path()).Run(BackupOf(L"2026-02-08")), StoreTrouble::Unreachable) << "no backup";
-    EXPECT_TRUE(Files() == before);
-}
-
-TEST_F(LostStore, ThatHasComeBackByThenStays)
-{
-    Lose(false);
-    const Restoration restoration(Path());
-    EXPECT_FALSE(restoration.HasAnother());
-    ASSERT_TRUE(WriteFileBytes(Path(), ""));
-    EXPECT_FALSE(restoration.HasAnother()) << "a new journal would be begun in an empty one";
-    ASSERT_TRUE(WriteFileBytes(Path(), "come back"));
-    EXPECT_TRUE(restoration.HasAnother());
-    const auto before = Files();
-    EXPECT_EQ(restoration.Run(BackupOf(L"2026-02-09")), StoreTrouble::OtherFile);
-    EXPECT_TRUE(Files() == before);
 }
 
 // What a loss of power leaves: the copy is there, and so many of the renames were done.
