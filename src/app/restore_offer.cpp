@@ -61,8 +61,7 @@ std::wstring UnreadText(const BackupSearch& backups)
     return L"\n\nA backup may be there, but\n\n" + backups.unread + L"\n\ncannot be read: " +
            ReasonText(backups.trouble, L"it") +
            L".\n\nNothing was changed, and no new journal was begun. Start the journal again when that can "
-           L"be "
-           L"read; where it never will be, move it to another folder first.";
+           L"be read; where it never will be, move it to another folder first.";
 }
 
 std::wstring NoneWholeQuestion(const std::wstring& path)

@@ -54,6 +54,7 @@ class EntryList {
     // The entry that the editor opens; 0 when there is none.
     CEOID CurrentEntry() const { return m_selection.Tracker().CurrentEntry(); }
     void SetCurrentEntry(CEOID id) { m_selection.Tracker().SetCurrentEntry(id); }
+    // For a row that was chosen while its record could not be told (RowSelection::TakeChosenRow).
     StoreTrouble TakeChosenRow() { return m_selection.TakeChosenRow(); }
     // Whether the file was damaged where the last refresh read it: entries may be missing.
     bool IsCutShort() const { return m_isCutShort; }
