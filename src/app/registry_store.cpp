@@ -1,6 +1,7 @@
 #include "app/registry_store.h"
 
 #include <algorithm>
+#include <cwchar>
 #include <utility>
 #include <vector>
 
@@ -32,6 +33,19 @@ void ReportFailure(LSTATUS status)
 {
     if (status != ERROR_SUCCESS)
         RegistryStore::ReportError(static_cast<DWORD>(status));
+}
+
+constexpr DWORD kListNameSize = 64; // with the terminator; a longer name is of no list
+
+// The length of a list that ends with this value; 0 where it is none of the list's within the limit.
+DWORD LengthUpTo(const wchar_t* name, const wchar_t* prefix, DWORD limit)
+{
+    const size_t letters = wcslen(prefix);
+    if (_wcsnicmp(name, prefix, letters) != 0)
+        return 0;
+    const unsigned long long number = wcstoull(name + letters, nullptr, 10);
+    const bool isOfList = number < limit && std::to_wstring(number) == name + letters;
+    return isOfList ? static_cast<DWORD>(number) + 1 : 0;
 }
 
 // One key for the length of an operation: the root, which it borrows, or a subkey, which it closes.
@@ -147,6 +161,21 @@ int RegistryStore::RemoveValue(const wchar_t* subkey, const wchar_t* name)
         return 1;
     const LSTATUS status = RegDeleteValueW(key.Handle(), name);
     return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
+}
+
+DWORD RegistryStore::ListLength(const wchar_t* subkey, const wchar_t* prefix, DWORD limit) const
+{
+    const ScopedSubkey key = ScopedSubkey::Find(m_root.get(), subkey);
+    wchar_t name[kListNameSize];
+    LSTATUS status = key.Handle() ? ERROR_SUCCESS : ERROR_NO_MORE_ITEMS;
+    DWORD length = 0;
+    for (DWORD index = 0; status == ERROR_SUCCESS || status == ERROR_MORE_DATA; ++index) {
+        DWORD size = kListNameSize;
+        status = RegEnumValueW(key.Handle(), index, name, &size, nullptr, nullptr, nullptr, nullptr);
+        if (status == ERROR_SUCCESS)
+            length = std::max(length, LengthUpTo(name, prefix, limit));
+    }
+    return length;
 }
 
 int RegistryStore::FindListString(const wchar_t* subkey, const wchar_t* prefix, const wchar_t* text,

@@ -112,7 +112,7 @@ EditorRecord::Loaded EditorRecord::Load(JournalEntry* entry)
     ReadEntry(properties, count, entry);
     entry->id = m_known.id;
     m_known.image = ImageOf(properties, count);
-    m_subject = entry->subject.value_or(L"");
+    m_subject = entry->subject;
     m_mask = LoadedMask(*entry);
     LoadSets(entry);
     return Loaded::Done;
@@ -133,10 +133,26 @@ void EditorRecord::LoadSets(JournalEntry* entry)
         m_known.partOfContacts = m_contacts.Assigned();
 }
 
-std::wstring EditorRecord::StoredSubject()
+std::optional<std::wstring> EditorRecord::StoredSubject()
 {
-    std::wstring stored = m_journal.GetSubject(m_known.id);
+    std::optional<std::wstring> stored = m_journal.GetSubject(m_known.id);
+    if (m_journal.Trouble() == StoreTrouble::None && stored->empty())
+        stored = ReadSubject();
     return m_journal.Trouble() == StoreTrouble::None ? stored : m_subject;
+}
+
+// Which tells an empty one from none.
+std::optional<std::wstring> EditorRecord::ReadSubject()
+{
+    if (m_journal.SeekRecord(m_known.id) != m_known.id)
+        return std::nullopt;
+    WORD count = 0;
+    CEPROPVAL* properties = nullptr;
+    (void)m_journal.ReadRecord(&count, nullptr, &properties);
+    const LocalBlock<CEPROPVAL> block(properties);
+    JournalEntry entry;
+    ReadEntry(properties, count, &entry);
+    return entry.subject;
 }
 
 EditorRecord::Saved EditorRecord::Save(EntryToWrite* entry, Theirs theirs)

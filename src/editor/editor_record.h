@@ -77,9 +77,9 @@ class EditorRecord {
 
     DWORD Mask() const { return m_mask; }
     CEOID Id() const { return m_known.id; }
-    // The record's subject as it is stored now; empty when it has none. The one that was loaded where the
+    // The record's subject as it is stored now; nothing when it has none. The one that was loaded where the
     // store cannot be read.
-    std::wstring StoredSubject();
+    std::optional<std::wstring> StoredSubject();
 
     ZStack& Categories() { return m_categories; }
     DbCategories& CategoryStore() { return m_categoryStore; }
@@ -115,6 +115,7 @@ class EditorRecord {
                                  LocalBlock<BYTE>* contacts);
     std::optional<Image> ReadImage();
     Saved Fail(StoreTrouble trouble);
+    std::optional<std::wstring> ReadSubject();
     uint64_t ImageNumber() const;
     void AssignOnly(const std::vector<CEOID>& categories);
 
@@ -125,7 +126,7 @@ class EditorRecord {
     bool m_unread = false;         // the record is there, or may be, and was not loaded
     std::optional<Image> m_theirs; // of the record as it was when it was found changed last
     std::optional<EntryToWrite> m_shown;
-    std::wstring m_subject;   // that was loaded
+    std::optional<std::wstring> m_subject; // that was loaded
     bool m_isBesides = false; // a new record beside the one that was loaded: the mask is not of it
     // The categories that the last save here wrote, which has emptied the stack; none: there was no save.
     std::optional<std::vector<CEOID>> m_written;

@@ -96,7 +96,9 @@ void EntryEditor::ShowTimes()
 void EntryEditor::FillSubjects()
 {
     const ScopedQuiet quiet(&m_quiet);
-    std::wstring subject = (m_record.Mask() & kLoadedSubject) ? m_record.StoredSubject() : std::wstring();
+    std::optional<std::wstring> subject;
+    if (m_record.Mask() & kLoadedSubject)
+        subject = m_record.StoredSubject();
     m_hiddenSubject.reset();
     if (!FillSubjectBox(m_controls.subject, App(), subject))
         m_hiddenSubject = std::move(subject);
@@ -163,10 +165,11 @@ void EntryEditor::ShowCategories()
         ShowCategoriesLine(m_controls.categories, &m_record.Categories(), &m_record.CategoryStore());
 }
 
-// A change of the work area lays everything out anew. Any other one may have been the option of the
-// categories line: it takes its room from the body as it was laid out, however often settings change.
+// A change of the work area lays everything out anew. One of the locale brings the categories line close
+// below the body, which gives it room as it was laid out, however often that comes.
 void EntryEditor::OnSettingsChanged()
 {
+    m_controls.FollowLocale();
     const RECT area = WorkArea();
     if (!EqualRect(&area, &m_workArea))
         return LayOut();
@@ -211,7 +214,7 @@ bool EntryEditor::ApplyLoaded(const JournalEntry& entry)
         m_times.StartAt(*entry.date);
         ShowTimes();
     }
-    if (entry.subject && !entry.subject->empty() && !AddSubject(m_controls.subject, *entry.subject))
+    if (entry.subject && !AddSubject(m_controls.subject, *entry.subject))
         return false;
     if (entry.body && !ShowText(m_controls.body, WithLineEnds(*entry.body)))
         return false;

@@ -2,12 +2,11 @@
 
 namespace {
 
-// The count is what somebody wrote into the registry: it ends where nothing has come for so long.
-constexpr DWORD kLongestGap = 100;
+constexpr const wchar_t* kSubject = L"subj"; // and its number, from 0
 
 std::wstring SubjectName(size_t index)
 {
-    return L"subj" + std::to_wstring(index);
+    return kSubject + std::to_wstring(index);
 }
 
 } // namespace
@@ -15,14 +14,12 @@ std::wstring SubjectName(size_t index)
 std::vector<std::wstring> ReadQuickSubjects(const RegistryStore& settings)
 {
     std::vector<std::wstring> subjects;
-    const DWORD count = settings.GetNumber(kSettings, kSubjectCount, 0);
-    DWORD gap = 0;
-    for (DWORD i = 0; i < count && gap < kLongestGap; ++i) {
+    const DWORD count =
+        settings.ListLength(kOptions, kSubject, settings.GetNumber(kSettings, kSubjectCount, 0));
+    for (DWORD i = 0; i < count; ++i) {
         wchar_t text[kSettingTextSize];
         settings.GetString(kOptions, SubjectName(i).c_str(), L"", text);
-        gap = *text ? 0 : gap + 1;
-        if (*text)
-            subjects.emplace_back(text);
+        subjects.emplace_back(text);
     }
     return subjects;
 }

@@ -9,7 +9,8 @@
 
 constexpr const wchar_t* kSubjectCount = L"scount";
 
-// In list order. Subjects that are missing, empty or too long for a setting are passed over.
+// In list order, as many as the count says, but none behind the last one that is stored. One that is missing
+// or too long for a setting is empty.
 std::vector<std::wstring> ReadQuickSubjects(const RegistryStore& settings);
 // What a longer list has left behind it stays where it is.
 void StoreQuickSubjects(RegistryStore* settings, const std::vector<std::wstring>& subjects);

@@ -50,15 +50,16 @@ void Select(HWND box, int index)
 
 } // namespace
 
-bool FillSubjectBox(HWND box, const RegistryStore& settings, const std::wstring& storedSubject)
+bool FillSubjectBox(HWND box, const RegistryStore& settings, const std::optional<std::wstring>& storedSubject)
 {
     SendMessageW(box, CB_RESETCONTENT, 0, 0);
     Insert(box, kModifySubjectsItem, kModifySubjects);
     Insert(box, kNoSubjectItem, kSubjectPlaceholder);
     for (const std::wstring& subject : ReadQuickSubjects(settings))
-        InsertSorted(box, subject);
-    if (!storedSubject.empty())
-        return AddSubject(box, storedSubject);
+        if (!subject.empty())
+            InsertSorted(box, subject);
+    if (storedSubject)
+        return AddSubject(box, *storedSubject);
     SelectNoSubject(box);
     return true;
 }

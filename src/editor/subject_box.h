@@ -12,9 +12,10 @@ constexpr const wchar_t* kModifySubjects = L"<Modify Quick Subjects>";
 constexpr int kModifySubjectsItem = 0;
 constexpr int kNoSubjectItem = 1; // "<Entry Subject>"
 
-// Empties the box and fills it from the settings. storedSubject, when it is not empty, is added and selected;
-// without one "<Entry Subject>" is selected. False when it does not show.
-[[nodiscard]] bool FillSubjectBox(HWND box, const RegistryStore& settings, const std::wstring& storedSubject);
+// Empties the box and fills it from the settings, but for empty ones. storedSubject, which may be empty, is
+// added and selected; without one "<Entry Subject>" is selected. False when it does not show.
+[[nodiscard]] bool FillSubjectBox(HWND box, const RegistryStore& settings,
+                                  const std::optional<std::wstring>& storedSubject);
 // Adds a subject at its place in the order, behind the two fixed items, and selects it. False when the box
 // does not show it, as for want of memory.
 [[nodiscard]] bool AddSubject(HWND box, const std::wstring& subject);

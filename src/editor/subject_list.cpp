@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "data/journal_entry.h"
+#include "editor/subject_box.h"
 
 namespace {
 
@@ -70,7 +71,7 @@ std::vector<std::wstring>::iterator SubjectList::FirstEqual(const std::wstring& 
 
 bool IsSubject(const std::wstring& text)
 {
-    return !text.empty() && !AreEqual(text, kSubjectPlaceholder);
+    return !text.empty() && !AreEqual(text, kSubjectPlaceholder) && !AreEqual(text, kModifySubjects);
 }
 
 SubjectButtons ButtonsForText(const SubjectList& subjects, const std::wstring& text)

@@ -30,7 +30,7 @@ class SubjectList {
     std::vector<std::wstring> m_subjects;
 };
 
-// Whether a text can be a subject: neither empty nor the placeholder, in any case.
+// Whether a text can be a subject: neither empty nor, in any case, one of the subject box's two fixed items.
 bool IsSubject(const std::wstring& text);
 
 // Which of the dialog's buttons can be pressed once the text has changed.

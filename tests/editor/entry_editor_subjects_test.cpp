@@ -122,6 +122,29 @@ TEST_F(EntryEditorSubjectsTest, ANewEntrysSavedSubjectGivesWayToo)
     EXPECT_FALSE(Read(id).subject);
 }
 
+// An empty text is a text: it is shown as an item of its own and outlasts a save.
+TEST_F(EntryEditorSubjectsTest, ARecordsEmptySubjectIsASubject)
+{
+    CEOID id = WriteOne(L"");
+    ASSERT_EQ(Read(id).subject, L"");
+    Run(&id, [&](EditorWindow& editor) {
+        EXPECT_EQ(Items(editor), (Texts{L"<Modify Quick Subjects>", L"<Entry Subject>", L""}));
+        EXPECT_EQ(editor.Ask(IDC_SUBJECT, CB_GETCURSEL), 2);
+        EXPECT_EQ(editor.Text(IDC_SUBJECT), L"");
+        EXPECT_FALSE(editor.SaveEnabled());
+        editor.Enter(IDC_BODY, L"Other");
+        editor.Command(CMD_SAVE);
+        EXPECT_EQ(Read(id).subject, L"");
+        editor.Ok();
+    });
+    EXPECT_EQ(Read(id).subject, L"");
+    EXPECT_EQ(Read(id).body, L"Other");
+    Run(&id, [](EditorWindow& editor) {
+        ModifySubjects(editor);
+        EXPECT_EQ(editor.Ask(IDC_SUBJECT, CB_GETCURSEL), 2) << "as read afresh";
+    });
+}
+
 TEST_F(EntryEditorSubjectsTest, ARecordsSubjectComesBack)
 {
     CEOID id = WriteOne(L"Lunch");

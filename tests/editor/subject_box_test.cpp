@@ -41,7 +41,7 @@ using Texts = std::vector<std::wstring>;
 
 TEST_F(SubjectBoxTest, HoldsOnlyTheFixedItemsWithoutQuickSubjects)
 {
-    EXPECT_TRUE(FillSubjectBox(m_box, App(), L""));
+    EXPECT_TRUE(FillSubjectBox(m_box, App(), std::nullopt));
     EXPECT_EQ(Items(), (Texts{L"<Modify Quick Subjects>", L"<Entry Subject>"}));
     EXPECT_EQ(Selected(), 1);
 }
@@ -49,7 +49,7 @@ TEST_F(SubjectBoxTest, HoldsOnlyTheFixedItemsWithoutQuickSubjects)
 TEST_F(SubjectBoxTest, SortsTheQuickSubjectsBehindTheFixedItems)
 {
     Store(5, {L"walk", L"!urgent", L"Meeting", L"apples", L" blank"});
-    EXPECT_TRUE(FillSubjectBox(m_box, App(), L""));
+    EXPECT_TRUE(FillSubjectBox(m_box, App(), std::nullopt));
     const Texts items = Items();
     ASSERT_EQ(items.size(), 7u);
     EXPECT_EQ(items[0], L"<Modify Quick Subjects>");
@@ -60,8 +60,8 @@ TEST_F(SubjectBoxTest, SortsTheQuickSubjectsBehindTheFixedItems)
 TEST_F(SubjectBoxTest, RefillingEmptiesTheBoxFirst)
 {
     Store(1, {L"Walk"});
-    EXPECT_TRUE(FillSubjectBox(m_box, App(), L""));
-    EXPECT_TRUE(FillSubjectBox(m_box, App(), L""));
+    EXPECT_TRUE(FillSubjectBox(m_box, App(), std::nullopt));
+    EXPECT_TRUE(FillSubjectBox(m_box, App(), std::nullopt));
     EXPECT_EQ(Items().size(), 3u);
 }
 
@@ -76,7 +76,7 @@ TEST_F(SubjectBoxTest, TheRecordsSubjectIsAddedAndSelected)
 
 TEST_F(SubjectBoxTest, FixedItemsAreNoSubject)
 {
-    EXPECT_TRUE(FillSubjectBox(m_box, App(), L""));
+    EXPECT_TRUE(FillSubjectBox(m_box, App(), std::nullopt));
     EXPECT_EQ(SubjectToWrite(m_box), L"<Entry Subject>");
     SetWindowTextW(m_box, L"<Modify Quick Subjects>");
     EXPECT_EQ(SubjectToWrite(m_box), L"<Entry Subject>");
@@ -90,18 +90,47 @@ TEST_F(SubjectBoxTest, ReadsAsManySubjectsAsAreCounted)
     EXPECT_EQ(ReadQuickSubjects(App()), (Texts{L"A", L"B"}));
 }
 
-TEST_F(SubjectBoxTest, PassesOverSubjectsThatCannotBeRead)
+// Missing or too long for a setting.
+TEST_F(SubjectBoxTest, ASubjectThatCannotBeReadIsEmptyAndNotInTheBox)
 {
-    Store(4, {L"A", L"", std::wstring(200, L'x'), L"D"});
-    EXPECT_EQ(ReadQuickSubjects(App()), (Texts{L"A", L"D"}));
+    Store(5, {L"A", L"", std::wstring(200, L'x'), L"D", L"E"});
+    App().RemoveValue(kOptions, L"subj3");
+    EXPECT_EQ(ReadQuickSubjects(App()), (Texts{L"A", L"", L"", L"", L"E"}));
+    EXPECT_TRUE(FillSubjectBox(m_box, App(), std::nullopt));
+    EXPECT_EQ(Items(), (Texts{L"<Modify Quick Subjects>", L"<Entry Subject>", L"A", L"E"}));
 }
 
-TEST_F(SubjectBoxTest, ACountBeyondReasonEndsSoon)
+TEST_F(SubjectBoxTest, TheRecordsEmptySubjectIsAddedAndSelected)
+{
+    Store(1, {L"Walk"});
+    EXPECT_TRUE(FillSubjectBox(m_box, App(), L""));
+    EXPECT_EQ(Items(), (Texts{L"<Modify Quick Subjects>", L"<Entry Subject>", L"", L"Walk"}));
+    EXPECT_EQ(Selected(), 2);
+    EXPECT_EQ(SubjectToWrite(m_box), L"");
+}
+
+// Behind the last one that is stored there is none to be read.
+TEST_F(SubjectBoxTest, ACountBeyondReasonEndsWithWhatIsStored)
 {
     Store(0xFFFFFFFF, {L"A", L"B"});
-    const ULONGLONG start = GetTickCount64();
     EXPECT_EQ(ReadQuickSubjects(App()), (Texts{L"A", L"B"}));
-    EXPECT_LT(GetTickCount64() - start, 5000u);
+    App().SetString(kOptions, L"SUBJ200", L"C");
+    const std::vector<std::wstring> subjects = ReadQuickSubjects(App());
+    ASSERT_EQ(subjects.size(), 201u);
+    EXPECT_EQ(subjects[199], L"");
+    EXPECT_EQ(subjects[200], L"C");
+}
+
+// Names that a number at their end does not make one of the list's.
+TEST_F(SubjectBoxTest, OtherValuesAreNoSubjects)
+{
+    Store(0xFFFFFFFF, {L"A"});
+    for (const wchar_t* name : {L"subj", L"subj07", L"subj+8", L"subj 9", L"subj9x", L"subject5", L"6",
+                                L"subj4294967295", L"subj18446744073709551616"})
+        App().SetString(kOptions, name, L"x");
+    EXPECT_EQ(ReadQuickSubjects(App()), Texts{L"A"});
+    App().SetString(kOptions, (L"subj" + std::wstring(200, L'1')).c_str(), L"x");
+    EXPECT_EQ(ReadQuickSubjects(App()), Texts{L"A"});
 }
 
 } // namespace

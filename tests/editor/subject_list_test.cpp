@@ -99,8 +99,11 @@ TEST(SubjectList, HasNoLimit)
     EXPECT_EQ(subjects.InOrder()[499], L"Subject 499");
 }
 
-TEST(SubjectTexts, AreNeitherEmptyNorThePlaceholder)
+TEST(SubjectTexts, AreNeitherEmptyNorAFixedItem)
 {
+    EXPECT_FALSE(IsSubject(L"<Modify Quick Subjects>"));
+    EXPECT_FALSE(IsSubject(L"<MODIFY quick subjects>"));
+    EXPECT_TRUE(IsSubject(L"<Modify Quick Subjects"));
     EXPECT_FALSE(IsSubject(L""));
     EXPECT_FALSE(IsSubject(L"<Entry Subject>"));
     EXPECT_FALSE(IsSubject(L"<ENTRY subject>"));
