@@ -1,6 +1,7 @@
 #include "list/entry_commands.h"
 
 #include <algorithm>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -110,6 +111,19 @@ void TellWhatWasNotDone(const EntryList& list, StoreTrouble trouble, const wchar
         TellNotDone(OwnerOf(list), whole, trouble);
     else if (!leftOut.entries.empty() || leftOut.hasMore)
         TellNotDone(OwnerOf(list), part.c_str(), StoreTrouble::Damaged);
+}
+
+std::optional<ZColumn> SortColumn(const ColumnSet& columns)
+{
+    const int index = GetSortColumn(columns);
+    if (index < 0)
+        return std::nullopt;
+    return columns.columns[static_cast<size_t>(index)];
+}
+
+bool IsSameSort(const ZColumn& a, const ZColumn& b)
+{
+    return a.Property() == b.Property() && a.Has(kColumnDescending) == b.Has(kColumnDescending);
 }
 
 // A record that is gone is deleted already. One that is still there was refused for a reason of its own.
@@ -261,11 +275,12 @@ void EditCategories(HWND owner, EntryList& list)
 void CustomizeListColumns(HWND owner, EntryList& list)
 {
     ColumnSet& columns = list.Columns();
-    const bool taken = CustomizeColumns(owner, &columns);
+    const std::optional<ZColumn> before = SortColumn(columns);
+    (void)CustomizeColumns(owner, &columns);
     SaveColumns(columns, App());
-    const int sort = GetSortColumn(columns);
-    if (list.BuildColumns() && taken && sort >= 0)
-        list.ApplySort(columns.columns[static_cast<size_t>(sort)]);
+    const std::optional<ZColumn> sort = SortColumn(columns);
+    if (list.BuildColumns() && sort && !(before && IsSameSort(*before, *sort)))
+        list.ApplySort(*sort);
 }
 
 void ClearCategories(EntryList& list)

@@ -43,6 +43,12 @@ class CustomizeColumnsTest : public EntryListTest {
     {
         return {Cell(0, column), Cell(1, column), Cell(2, column)};
     }
+    static SORTORDERSPEC Sort()
+    {
+        SORTORDERSPEC sort{};
+        App().Journal().GetSort(&sort);
+        return sort;
+    }
     void ClearSettings()
     {
         for (int i = 0; i < 11; ++i)
@@ -106,18 +112,37 @@ TEST_F(CustomizeColumnsTest, CancelSavesAndRebuildsToo)
     EXPECT_EQ(Subjects(1), (std::vector<std::wstring>{L"Apple", L"Banana", L"Cherry"}));
 }
 
-// As after a click on the header of a column that is not sorted by.
-TEST_F(CustomizeColumnsTest, OnlyOkSortsAnew)
+// As after a click on the header of a column that does not get the mark.
+TEST_F(CustomizeColumnsTest, AnUnchangedMarkLeavesTheSortThatWasClicked)
 {
     App().Journal().SetSort({kPropSubject, 0}, 1);
-    SORTORDERSPEC sort{};
     Run([](DialogWindow& dialog) { dialog.Cancel(); });
-    App().Journal().GetSort(&sort);
-    EXPECT_EQ(sort.propid, kPropSubject);
-    Run([](DialogWindow& dialog) { dialog.Ok(); });
-    App().Journal().GetSort(&sort);
-    EXPECT_EQ(sort.propid, kPropDate);
-    EXPECT_EQ(sort.dwFlags, DWORD{CEDB_SORT_DESCENDING});
+    EXPECT_EQ(Sort().propid, kPropSubject);
+    Run([](DialogWindow& dialog) {
+        dialog.Key(VK_HOME); // Body
+        dialog.Click(IDC_ADD_FIELD);
+        dialog.Ok();
+    });
+    EXPECT_EQ(Sort().propid, kPropSubject);
+    Run([](DialogWindow& dialog) {
+        RemoveTheFirst(dialog);
+        dialog.Ok();
+    });
+    EXPECT_EQ(Sort().propid, kPropSubject);
+    EXPECT_EQ(Sort().dwFlags, DWORD{CEDB_SORT_DESCENDING})
+        << "sorted anew, by the column that has the mark now";
+}
+
+TEST_F(CustomizeColumnsTest, AnotherDirectionOfTheMarkSortsAnew)
+{
+    m_list.Columns().columns[0].SetAscending();
+    App().Journal().SetSort({kPropSubject, 0}, 1);
+    Run([](DialogWindow& dialog) {
+        dialog.Click(IDC_DEFAULT_COLUMNS);
+        dialog.Ok();
+    });
+    EXPECT_EQ(Sort().propid, kPropDate);
+    EXPECT_EQ(Sort().dwFlags, DWORD{CEDB_SORT_DESCENDING});
 }
 
 TEST_F(CustomizeColumnsTest, TheSelectionStays)
