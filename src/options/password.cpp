@@ -43,9 +43,17 @@ bool SetNewPassword(HWND owner, RegistryStore& settings)
     return true;
 }
 
+// A write that fails is told of by the settings and returns no less than one that is done: what was written
+// is read again, and what is not there any more counts as there.
 bool ClearPassword(RegistryStore& settings)
 {
-    return settings.SetNumber(kOptions, kIsSet, 0) && settings.SetString(kOptions, kText, L"");
+    settings.SetNumber(kOptions, kIsSet, 0);
+    if (settings.GetNumber(kOptions, kIsSet, 1) != 0)
+        return false;
+    settings.SetString(kOptions, kText, L"");
+    wchar_t text[kSettingTextSize];
+    settings.GetString(kOptions, kText, L"?", text);
+    return !*text;
 }
 
 void StoreAskAtStart(RegistryStore& settings, bool ask)

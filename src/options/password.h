@@ -21,6 +21,7 @@ bool IsPasswordSet(const RegistryStore& settings);
 [[nodiscard]] bool CheckPassword(HWND owner, const RegistryStore& settings);
 // Asks for a new password twice. Stored, and true, when both texts are the same.
 [[nodiscard]] bool SetNewPassword(HWND owner, RegistryStore& settings);
+// False, and the text is left, where it stays set, or only its text stays.
 [[nodiscard]] bool ClearPassword(RegistryStore& settings);
 
 // Whether the next start asks: only the Options dialog's OK stores it.

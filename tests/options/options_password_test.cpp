@@ -3,6 +3,7 @@
 
 #include "options/options_dialog_fixture.h"
 #include "options/prompt_answerer.h"
+#include "options/write_refuser.h"
 
 namespace {
 
@@ -125,6 +126,23 @@ TEST_F(OptionsDialogTest, ClearAsksWhetherAndThenForThePassword)
     EXPECT_EQ(boxes.Boxes()[0].answers, (std::vector<int>{IDYES, IDNO}));
     EXPECT_EQ(boxes.Boxes()[0].icon, LoadIconW(nullptr, IDI_EXCLAMATION));
     EXPECT_EQ(prompts.Titles(), std::vector<std::wstring>{L"Enter Journal Password"});
+}
+
+// Told by the registry's own box and then here; what is shown stays what is in force.
+TEST_F(OptionsDialogTest, APasswordThatStaysIsNotCleared)
+{
+    StorePassword(L"old");
+    const WriteRefuser refuser(L"setpw");
+    const MessageBoxAnswerer boxes({IDYES, IDOK});
+    const PromptAnswerer prompts({L"old"});
+    Run([](DialogWindow& dialog) {
+        dialog.Click(kClear);
+        ExpectPassword(dialog, L"Password Not Cleared!", true);
+        dialog.Ok();
+    });
+    EXPECT_EQ(StoredText(), L"old");
+    EXPECT_EQ(Stored(L"setpw"), 1u);
+    EXPECT_EQ(boxes.Boxes().size(), 2u);
 }
 
 TEST_F(OptionsDialogTest, APasswordClearedAndLeftByCancelIsStillAskedFor)

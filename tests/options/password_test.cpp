@@ -7,6 +7,7 @@
 
 #include "app/journal_app.h"
 #include "options/prompt_answerer.h"
+#include "options/write_refuser.h"
 #include "res/resource.h"
 #include "support/dialog_window.h"
 #include "support/help_requests.h"
@@ -448,6 +449,37 @@ TEST_F(PasswordTest, ARegistryThatRefusesIsToldAndNotChecked)
     EXPECT_FALSE(IsPasswordSet(settings));
     EXPECT_TRUE(UnlockAtStart(settings)) << "what cannot be read is the default";
     EXPECT_EQ(boxes.Boxes().size(), 6u);
+}
+
+TEST_F(PasswordTest, IsNotClearedWhereItsFlagStays)
+{
+    Store(L"Secret");
+    const MessageBoxAnswerer boxes;
+    const WriteRefuser refuser(L"setpw");
+    EXPECT_FALSE(ClearPassword(App()));
+    EXPECT_TRUE(IsPasswordSet(App()));
+    EXPECT_EQ(StoredText(), L"Secret");
+    EXPECT_EQ(boxes.Boxes().size(), 1u);
+}
+
+TEST_F(PasswordTest, IsNotClearedWhereItsTextStays)
+{
+    Store(L"Secret");
+    const MessageBoxAnswerer boxes;
+    const WriteRefuser refuser(L"vacc");
+    EXPECT_FALSE(ClearPassword(App()));
+    EXPECT_EQ(Stored(L"setpw"), 0u);
+    EXPECT_EQ(StoredText(), L"Secret");
+}
+
+TEST_F(PasswordTest, IsNotClearedWhereNothingCanBeRead)
+{
+    constexpr const wchar_t* kPath = L"Software\\Quillmarsh\\Refusing Test";
+    RegistryStore settings;
+    ASSERT_EQ(settings.Open(kPath), 1);
+    ASSERT_EQ(RegDeleteKeyW(HKEY_CURRENT_USER, kPath), ERROR_SUCCESS);
+    const MessageBoxAnswerer boxes;
+    EXPECT_FALSE(ClearPassword(settings));
 }
 
 TEST_F(PasswordTest, WithoutTheSettingTheStartDoesNotAsk)
