@@ -8,6 +8,7 @@
 #include "ui/launch.h"
 #include "ui/program_icon.h"
 #include "ui/scale.h"
+#include "ui/select_all_key.h"
 #include "ui/session_end.h"
 #include "ui/wine.h"
 #include "ui/work_area.h"
@@ -95,7 +96,7 @@ INT_PTR Dialog::DoModal(HINSTANCE instance, int templateId, HWND owner)
 INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == WM_INITDIALOG)
-        return Opened(window, reinterpret_cast<Dialog*>(lParam))->OnInitDialog();
+        return Opened(window, reinterpret_cast<Dialog*>(lParam))->Build();
     auto* self = reinterpret_cast<Dialog*>(GetWindowLongPtrW(window, DWLP_USER));
     if (!self)
         return FALSE;
@@ -183,6 +184,13 @@ bool Dialog::OnCommand(int id, WORD notification)
 bool Dialog::OnMessage(UINT, WPARAM, LPARAM, LRESULT*)
 {
     return false;
+}
+
+bool Dialog::Build()
+{
+    const bool takesDefaultFocus = OnInitDialog();
+    AddSelectAllKeys(m_window);
+    return takesDefaultFocus;
 }
 
 bool Dialog::OnInitDialog()

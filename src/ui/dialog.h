@@ -79,6 +79,7 @@ class Dialog {
   private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     static Dialog* Opened(HWND window, Dialog* dialog);
+    bool Build();
     void Forget();
     bool IsOutOfReach(UINT message, WPARAM wParam, LPARAM lParam) const;
     bool Dispatch(UINT message, WPARAM wParam, LRESULT* result);
