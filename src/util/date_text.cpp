@@ -1,5 +1,7 @@
 #include "util/date_text.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kPartSize = 60;
@@ -23,6 +25,17 @@ const wchar_t* HourPart(bool clock24, bool leadingZero)
     if (clock24)
         return leadingZero ? L"HH" : L"H";
     return leadingZero ? L"hh" : L"h";
+}
+
+// A letter would be read as a part of the time, as the "h" of "13 h 05".
+std::wstring Literal(const std::wstring& text)
+{
+    if (std::none_of(text.begin(), text.end(), [](wchar_t c) { return c == L'\'' || IsCharAlphaW(c); }))
+        return text;
+    std::wstring quoted = L"'";
+    for (const wchar_t c : text)
+        quoted.append(c == L'\'' ? 2 : 1, c);
+    return quoted + L"'";
 }
 
 } // namespace
@@ -62,6 +75,6 @@ TimePickerLocale ReadTimePickerLocale()
 std::wstring TimePickerFormat(const TimePickerLocale& locale)
 {
     const std::wstring time =
-        HourPart(IsOn(locale.clock24), IsOn(locale.leadingZero)) + locale.separator + L"mm";
+        HourPart(IsOn(locale.clock24), IsOn(locale.leadingZero)) + Literal(locale.separator) + L"mm";
     return IsOn(locale.markerPosition) ? L"tt " + time : time + L" tt";
 }

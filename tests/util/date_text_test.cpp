@@ -122,15 +122,17 @@ TEST(TimePickerFormat, AllCombinations)
         const wchar_t* expected;
     };
     const Case cases[] = {
-        {L"0", L"0", L"0", L":", L"h:mm tt"},     {L"0", L"0", L"1", L":", L"hh:mm tt"},
-        {L"0", L"1", L"0", L":", L"tt h:mm"},     {L"0", L"1", L"1", L":", L"tt hh:mm"},
-        {L"1", L"0", L"0", L":", L"H:mm tt"},     {L"1", L"0", L"1", L":", L"HH:mm tt"},
-        {L"1", L"1", L"0", L":", L"tt H:mm"},     {L"1", L"1", L"1", L":", L"tt HH:mm"},
-        {L"0", L"0", L"0", L".", L"h.mm tt"},     {L"0", L"0", L"1", L".", L"hh.mm tt"},
-        {L"0", L"1", L"0", L".", L"tt h.mm"},     {L"0", L"1", L"1", L".", L"tt hh.mm"},
-        {L"1", L"0", L"0", L".", L"H.mm tt"},     {L"1", L"0", L"1", L".", L"HH.mm tt"},
-        {L"1", L"1", L"0", L".", L"tt H.mm"},     {L"1", L"1", L"1", L".", L"tt HH.mm"},
-        {L"0", L"0", L"0", L" : ", L"h : mm tt"},
+        {L"0", L"0", L"0", L":", L"h:mm tt"},        {L"0", L"0", L"1", L":", L"hh:mm tt"},
+        {L"0", L"1", L"0", L":", L"tt h:mm"},        {L"0", L"1", L"1", L":", L"tt hh:mm"},
+        {L"1", L"0", L"0", L":", L"H:mm tt"},        {L"1", L"0", L"1", L":", L"HH:mm tt"},
+        {L"1", L"1", L"0", L":", L"tt H:mm"},        {L"1", L"1", L"1", L":", L"tt HH:mm"},
+        {L"0", L"0", L"0", L".", L"h.mm tt"},        {L"0", L"0", L"1", L".", L"hh.mm tt"},
+        {L"0", L"1", L"0", L".", L"tt h.mm"},        {L"0", L"1", L"1", L".", L"tt hh.mm"},
+        {L"1", L"0", L"0", L".", L"H.mm tt"},        {L"1", L"0", L"1", L".", L"HH.mm tt"},
+        {L"1", L"1", L"0", L".", L"tt H.mm"},        {L"1", L"1", L"1", L".", L"tt HH.mm"},
+        {L"0", L"0", L"0", L" : ", L"h : mm tt"},    {L"1", L"0", L"1", L" h ", L"HH' h 'mm tt"},
+        {L"1", L"1", L"0", L"h", L"tt H'h'mm"},      {L"1", L"0", L"0", L"'", L"H''''mm tt"},
+        {L"0", L"0", L"0", L" o'", L"h' o'''mm tt"},
     };
     for (const Case& c : cases)
         EXPECT_EQ(TimePickerFormat({c.clock24, c.markerPosition, c.leadingZero, c.separator}), c.expected);
