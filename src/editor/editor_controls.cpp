@@ -102,8 +102,7 @@ bool EditorControls::Create(HINSTANCE instance, HWND editor, EditorBar* bar)
 {
     if (!MakeInTabOrder(instance, editor, bar) || !FindTemplateControls(editor))
         return false;
-    SendMessageW(time, DTM_SETFORMATW, 0,
-                 reinterpret_cast<LPARAM>(TimePickerFormat(ReadTimePickerLocale()).c_str()));
+    FollowLocale();
     m_subjectDrop = DroppedHeight(subject) + Scale(kSubjectList);
     m_drop = DroppedHeight(type) + Scale(kList);
     LimitList(duration, Scale(kList));
@@ -170,10 +169,19 @@ void EditorControls::Place(const EditorLayout& layout, const EditorBar& bar, int
     SendMessageW(subject, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(width), 0);
 }
 
+void EditorControls::FollowLocale() const
+{
+    SendMessageW(time, DTM_SETFORMATW, 0,
+                 reinterpret_cast<LPARAM>(TimePickerFormat(ReadTimePickerLocale()).c_str()));
+}
+
 void EditorControls::ShowCategories(bool show) const
 {
     for (HWND control : {label, categories})
         ShowWindow(control, show ? SW_SHOW : SW_HIDE);
+    // One that was shown and has moved paints nothing of its own accord where it has come to.
+    for (HWND control : {label, categories})
+        InvalidateRect(control, nullptr, TRUE);
 }
 
 int EditorControls::BoxHeight() const

@@ -29,6 +29,8 @@ struct EditorControls {
     // Moves them where the layout has them, moved up by scrolled pixels.
     void Place(const EditorLayout& layout, const EditorBar& bar, int scrolled) const;
     void ShowCategories(bool show) const;
+    // The date picker does it by itself.
+    void FollowLocale() const;
 
     int BoxHeight() const;
     int LabelWidth() const;

@@ -38,6 +38,13 @@ bool IsChange(WORD code)
     return code == CBN_SELCHANGE || code == CBN_EDITCHANGE || code == EN_CHANGE;
 }
 
+// Of all that is broadcast as a changed setting: the work area and the locale.
+bool IsLaidOutBy(WPARAM action, LPARAM section)
+{
+    const auto* name = reinterpret_cast<const wchar_t*>(section);
+    return action == SPI_SETWORKAREA || (name && lstrcmpiW(name, L"intl") == 0);
+}
+
 } // namespace
 
 EntryEditor::EntryEditor(CEOID* id) : m_record(App().Journal(), id) {}
@@ -55,6 +62,7 @@ bool EntryEditor::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT*
     case WM_NOTIFY: return OnNotify(reinterpret_cast<NMHDR*>(lParam), result);
     case WM_TIMER: return OnTimer(wParam);
     case WM_VSCROLL: m_scroll.OnScroll(GetWindow(), LOWORD(wParam)); return true;
+    case WM_SETTINGCHANGE: return !IsLaidOutBy(wParam, lParam);
     case kMsgDatabaseChange: OnDatabaseChange(wParam, lParam); return true;
     case kMsgShowDuration: ShowDuration(); return true;
     case kMsgTimeTyped: SetModified(true); return true;

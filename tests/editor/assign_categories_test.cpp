@@ -386,7 +386,7 @@ TEST_F(AssignCategoriesTest, ALineThatASettingsChangeBringsInNamesThem)
     CEOID id = AddEntry({AddCategory(L"Home")});
     Run(&id, [](EditorWindow& editor) {
         App().SetNumber(kOptions, L"DispCats", 1);
-        SendMessageW(editor.Window(), WM_SETTINGCHANGE, 0, 0);
+        editor.TellOfChange(L"intl");
         EXPECT_EQ(Line(editor), L"Home");
         EXPECT_FALSE(editor.SaveEnabled());
     });

@@ -39,12 +39,24 @@ class EditorWindow : public DialogWindow {
     void DropDown(int button) const;                 // drops the button's menu and waits until it is gone
     void Choose(int button, int menuId) const;       // drops the button's menu and takes the item
 
+    // What the system sends to all windows once a section of the settings has changed.
+    void TellOfChange(const wchar_t* section) const
+    {
+        SendMessageW(Window(), WM_SETTINGCHANGE, 0, reinterpret_cast<LPARAM>(section));
+    }
+
     bool SaveEnabled() const { return BarState(CMD_SAVE) & TBSTATE_ENABLED; }
     int BarState(int command) const;
     std::wstring BarText(int command) const;
     int BarImage(int command) const;
     int BarWidth(int command) const;
 };
+
+inline void ExpectSameRect(const RECT& a, const RECT& b)
+{
+    EXPECT_TRUE(EqualRect(&a, &b)) << a.left << "," << a.top << "," << a.right << "," << a.bottom << " and "
+                                   << b.left << "," << b.top << "," << b.right << "," << b.bottom;
+}
 
 // Takes an item of the next popup menu with the arrow keys and Enter; leaves a menu that has no such item.
 class MenuChooser {

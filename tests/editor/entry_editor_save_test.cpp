@@ -227,7 +227,7 @@ TEST_F(EntryEditorSaveTest, LookingAroundIsNoChange)
                                 IDOK, IDCANCEL, IDC_START_DATE, IDC_DURATION, IDC_SUBJECT})
             editor.Focus(field);
         editor.Choose(CMD_ZOOM, CMD_ZOOM_200);
-        SendMessageW(editor.Window(), WM_SETTINGCHANGE, 0, 0);
+        editor.TellOfChange(L"intl");
         EXPECT_FALSE(editor.SaveEnabled());
     });
 }

@@ -3,6 +3,7 @@
 
 #include "editor_fixture.h"
 #include "support/import_watch.h"
+#include "support/selection_log.h"
 
 #include "ui/scale.h"
 #include "ui/work_area.h"
@@ -326,7 +327,7 @@ TEST_F(EntryEditorTest, ASettingsChangeBringsTheLineInAndOut)
         const RECT before = editor.Rect(IDC_BODY);
         App().SetNumber(kOptions, L"DispCats", 1);
         for (int i = 0; i < 3; ++i) {
-            SendMessageW(editor.Window(), WM_SETTINGCHANGE, 0, 0);
+            editor.TellOfChange(L"intl");
             const RECT body = editor.Rect(IDC_BODY);
             EXPECT_EQ(Height(body), Height(before) - Scale(22));
             EXPECT_EQ(editor.Rect(IDC_CATEGORIES_LABEL).top, body.bottom + Scale(5));
@@ -337,11 +338,52 @@ TEST_F(EntryEditorTest, ASettingsChangeBringsTheLineInAndOut)
             EXPECT_TRUE(IsShown(editor.Item(IDC_CATEGORIES_LINE)));
         }
         App().SetNumber(kOptions, L"DispCats", 0);
-        SendMessageW(editor.Window(), WM_SETTINGCHANGE, 0, 0);
+        editor.TellOfChange(L"intl");
         EXPECT_EQ(Height(editor.Rect(IDC_BODY)), Height(before) - Scale(22));
         EXPECT_FALSE(IsShown(editor.Item(IDC_CATEGORIES_LABEL)));
         EXPECT_FALSE(IsShown(editor.Item(IDC_CATEGORIES_LINE)));
         EXPECT_FALSE(editor.SaveEnabled());
+    });
+}
+
+TEST_F(EntryEditorTest, ABroadcastThatMeansNothingHereMovesNothing)
+{
+    RunNew([](EditorWindow& editor) {
+        const RECT body = editor.Rect(IDC_BODY);
+        const RECT label = editor.Rect(IDC_CATEGORIES_LABEL);
+        SendMessageW(editor.Window(), WM_SETTINGCHANGE, 0, 0);
+        SendMessageW(editor.Window(), WM_SETTINGCHANGE, SPI_SETNONCLIENTMETRICS, 0);
+        for (const wchar_t* section : {L"Environment", L"ImmersiveColorSet", L"Policy"})
+            editor.TellOfChange(section);
+        ExpectSameRect(editor.Rect(IDC_BODY), body);
+        ExpectSameRect(editor.Rect(IDC_CATEGORIES_LABEL), label);
+    });
+}
+
+TEST_F(EntryEditorTest, TheMovedCategoriesLineIsPaintedAnew)
+{
+    RunNew([](EditorWindow& editor) {
+        const int controls[] = {IDC_CATEGORIES_LABEL, IDC_CATEGORIES_LINE};
+        for (const int control : controls)
+            UpdateWindow(editor.Item(control));
+        editor.TellOfChange(L"intl");
+        for (const int control : controls) {
+            RECT whole{};
+            GetClientRect(editor.Item(control), &whole);
+            RECT unpainted{};
+            GetUpdateRect(editor.Item(control), &unpainted, FALSE);
+            ExpectSameRect(unpainted, whole);
+        }
+    });
+}
+
+TEST_F(EntryEditorTest, CtrlASelectsTheWholeBody)
+{
+    RunNew([](EditorWindow& editor) {
+        editor.Enter(IDC_BODY, L"one\r\ntwo");
+        const SelectionLog log(editor.Item(IDC_BODY));
+        SendMessageW(editor.Item(IDC_BODY), WM_CHAR, 1, 0);
+        EXPECT_TRUE(log.AllSelected());
     });
 }
 

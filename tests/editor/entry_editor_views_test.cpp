@@ -53,12 +53,6 @@ void ExpectView(EditorWindow& editor, int command)
     EXPECT_EQ(IsEnabled(editor, 1053), command == 1051) << "edit categories";
 }
 
-void ExpectSameRect(const RECT& a, const RECT& b)
-{
-    EXPECT_TRUE(EqualRect(&a, &b)) << a.left << "," << a.top << "," << a.right << "," << a.bottom << " and "
-                                   << b.left << "," << b.top << "," << b.right << "," << b.bottom;
-}
-
 int ListOf(int command)
 {
     return command == CMD_ASSIGN_CATEGORIES ? IDC_CATEGORY_LIST : IDC_CONTACT_LIST;
@@ -229,7 +223,7 @@ TEST_F(EntryEditorViewsTest, ASettingsChangeMakesRoomForTheLineBelowAList)
             const int list = ListOf(command);
             const RECT before = editor.Rect(list);
             App().SetNumber(kOptions, L"DispCats", 1);
-            SendMessageW(editor.Window(), WM_SETTINGCHANGE, 0, 0);
+            editor.TellOfChange(L"intl");
             const RECT after = editor.Rect(list);
             EXPECT_EQ(after.bottom, before.bottom - Scale(22));
             EXPECT_EQ(after.top, before.top);
@@ -241,7 +235,7 @@ TEST_F(EntryEditorViewsTest, ASettingsChangeMakesRoomForTheLineBelowAList)
             ExpectView(editor, command);
 
             App().SetNumber(kOptions, L"DispCats", 0);
-            SendMessageW(editor.Window(), WM_SETTINGCHANGE, 0, 0);
+            editor.TellOfChange(L"intl");
             ExpectSameRect(editor.Rect(list), after);
             EXPECT_FALSE(IsWindowVisible(editor.Item(IDC_CATEGORIES_LINE)));
             editor.Command(1052);
