@@ -70,7 +70,7 @@ clean_up() {
 interrupted() {
     trap 'exit 130' INT
     trap 'exit 143' TERM HUP
-    [ -z "$journal" ] || close_journal "$journal" build/release/bin "$1"
+    [ -z "$journal" ] || close_journal "$journal" build/release/tools "$1"
 }
 
 need_programs() {
@@ -165,7 +165,7 @@ fill_sample() {
     [ ! -e "$folder/journal.db" ] || return 0
     echo 'Making the sample entries.'
     rm -f "$folder"/new.db*
-    run_waiting wine build/release/bin/makesample.exe "$(windows_path "$folder/new.db")" 400 \
+    run_waiting wine build/release/tools/makesample.exe "$(windows_path "$folder/new.db")" 400 \
         --today "$(date +%F)" ||
         fail 'the sample could not be made'
     mv "$folder/new.db" "$folder/journal.db"

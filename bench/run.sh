@@ -10,6 +10,7 @@ cd "$(dirname "$0")/.." || exit 1
 
 stores=${BENCH_STORES:-$PWD/build/bench}
 bin=$PWD/build/release/bin
+tools=$PWD/build/release/tools
 
 windows_path() { echo "Z:$1" | tr / '\\'; }
 
@@ -39,7 +40,7 @@ wine_server() {
     done
 }
 
-bench() { wine "$bin/bench.exe" "$(windows_path "$stores")" "$@"; }
+bench() { wine "$tools/bench.exe" "$(windows_path "$stores")" "$@"; }
 
 # What journal.exe holds once its list over a store is painted, and maybe sorted by the subject as well: private memory
 # and all resident pages, in KiB.

@@ -14,7 +14,7 @@ namespace {
 double TimeJournal(uint32_t rows)
 {
     SetEnvironmentVariableW(L"MERVANE_STORE", StorePath(rows).c_str());
-    return StartedProgram(L"journal.exe", L"", {kMainWindowClass, static_cast<int>(rows)})
+    return StartedProgram(L"..\\bin\\journal.exe", L"", {kMainWindowClass, static_cast<int>(rows)})
         .MicrosecondsToPaint();
 }
 

@@ -12,12 +12,12 @@ namespace {
 constexpr double kLimit = 60e6; // microseconds
 constexpr DWORD kAnswerLimit = 1000;
 
-std::wstring BesideThis(const std::wstring& name)
+std::wstring FromThis(const std::wstring& path)
 {
     wchar_t own[MAX_PATH];
     GetModuleFileNameW(nullptr, own, MAX_PATH);
-    const std::wstring path = own;
-    return path.substr(0, path.find_last_of(L'\\') + 1) + name;
+    const std::wstring program = own;
+    return program.substr(0, program.find_last_of(L'\\') + 1) + path;
 }
 
 // -1 while the window does not answer.
@@ -58,16 +58,16 @@ HWND WaitUntilPainted(const Awaited& awaited)
     Fail("a program's window does not come");
 }
 
-StartedProgram::StartedProgram(const std::wstring& name, const std::wstring& arguments,
+StartedProgram::StartedProgram(const std::wstring& path, const std::wstring& arguments,
                                const Awaited& awaited)
 {
-    const std::wstring path = BesideThis(name);
-    std::wstring commandLine = L"\"" + path + L"\" " + arguments;
+    const std::wstring program = FromThis(path);
+    std::wstring commandLine = L"\"" + program + L"\" " + arguments;
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
     const Stopwatch watch;
-    if (!CreateProcessW(path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                         &startup, &process))
         Fail(("a program cannot be started, error " + std::to_string(GetLastError())).c_str());
     m_window = WaitUntilPainted(awaited);

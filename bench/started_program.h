@@ -23,8 +23,8 @@ HWND WaitUntilPainted(const Awaited& awaited);
 
 class StartedProgram {
   public:
-    // name: a program in the bench's own folder.
-    StartedProgram(const std::wstring& name, const std::wstring& arguments, const Awaited& awaited);
+    // path: of a program, from the bench's own folder.
+    StartedProgram(const std::wstring& path, const std::wstring& arguments, const Awaited& awaited);
     // Closes the window and waits for the program's end.
     ~StartedProgram();
     StartedProgram(const StartedProgram&) = delete;

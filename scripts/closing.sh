@@ -7,8 +7,8 @@ outlive_terminal() {
     exec "$@"
 }
 
-# close_journal PROCESS FOLDER SECONDS: asks the journal that runs as PROCESS to close, as the task list would, and waits
-# until it has. FOLDER holds its programs; SECONDS limits the wait, 0 is no limit. It asks three times: a dialog with
+# close_journal PROCESS TOOLS SECONDS: asks the journal that runs as PROCESS to close, as the task list would, and waits
+# until it has. TOOLS is the folder of askclose.exe; SECONDS limits the wait, 0 is no limit. It asks three times: a dialog with
 # nothing unsaved closes at the first, the window behind it at the next. An entry that is not saved makes the journal ask
 # a question, which only a person can answer. Succeeds when the journal has ended.
 close_journal() {

@@ -60,13 +60,13 @@ TEST(MakeSampleArguments, AnythingElseIsRefused)
         EXPECT_FALSE(ParseArguments(arguments)) << arguments.size() << " arguments";
 }
 
-// The exit status of makesample, which is built beside the test.
+// The exit status of makesample.
 DWORD RunMakeSample(const std::wstring& arguments)
 {
     wchar_t path[MAX_PATH];
     GetModuleFileNameW(nullptr, path, MAX_PATH);
     const std::wstring own = path;
-    const std::wstring program = own.substr(0, own.find_last_of(L'\\') + 1) + L"makesample.exe";
+    const std::wstring program = own.substr(0, own.find_last_of(L'\\') + 1) + L"..\\tools\\makesample.exe";
     std::wstring commandLine = L"\"" + program + L"\" " + arguments;
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;

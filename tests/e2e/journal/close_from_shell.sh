@@ -1,10 +1,10 @@
-# close_from_shell.sh PROGRAM SCRIPTS: a script asks the journal to close; an entry that is not saved is asked about, and
+# close_from_shell.sh PROGRAM TOOLS SCRIPTS: a script asks the journal to close; an entry that is not saved is asked about, and
 # what was saved is there afterwards. Another program of the same name over another store is left alone. The end of the
 # terminal does not end it.
 set -u
-. "$2/closing.sh"
+. "$3/closing.sh"
 . "$(dirname "$0")/keyboard.sh"
-folder=$(dirname "$1")
+tools=$2
 
 fail() {
     echo "$*" >&2
@@ -24,11 +24,11 @@ own_store=$(mktemp)
 rm "$own_store"
 MERVANE_STORE=Z:$own_store
 export MERVANE_STORE
-wine "$folder/askclose.exe" && fail 'there is nobody to be asked yet'
+wine "$tools/askclose.exe" && fail 'there is nobody to be asked yet'
 
 wine "$1" &
 journal=$!
-wait_for wine "$folder/askclose.exe" || fail 'the journal did not open'
+wait_for wine "$tools/askclose.exe" || fail 'the journal did not open'
 wait "$journal" || fail 'the journal did not close'
 
 wine "$1" &
@@ -36,7 +36,7 @@ journal=$!
 wait_for is_at_own || fail 'the main window did not open'
 xdotool key ctrl+n
 wait_for is_at_editor || fail 'the editor did not open'
-close_journal "$journal" "$folder" 20 || fail 'the journal did not close with an editor open'
+close_journal "$journal" "$tools" 20 || fail 'the journal did not close with an editor open'
 
 outlive_terminal wine "$1" &
 journal=$!
@@ -45,7 +45,7 @@ xdotool key ctrl+n
 wait_for is_at_editor || fail 'the editor did not open'
 xdotool key Tab Tab x
 kill -HUP "$journal"
-close_journal "$journal" "$folder" 2 && fail 'the journal closed over an entry that is not saved'
+close_journal "$journal" "$tools" 2 && fail 'the journal closed over an entry that is not saved'
 wait_for is_at 'Warning' || fail 'nothing was asked'
 kill -0 "$other" || fail 'the other journal was closed'
 kill "$journal" "$other"
