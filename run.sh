@@ -38,11 +38,16 @@ done
 session=
 display=
 journal=
+prefix_made=
+sample_made=
+
+marked_processes() { grep -lsFz "JOURNAL_RUN=$session" /proc/[0-9]*/environ | cut -d/ -f3; }
+command_of() { tr '\0' ' ' 2>/dev/null <"/proc/$1/cmdline"; }
 
 # The processes of this run, but for Wine's own: those serve every program of a prefix and end with the last one.
 own_processes() {
-    for pid in $(grep -lsFz "JOURNAL_RUN=$session" /proc/[0-9]*/environ | cut -d/ -f3); do
-        case $(tr '\0' ' ' 2>/dev/null <"/proc/$pid/cmdline") in
+    for pid in $(marked_processes); do
+        case $(command_of "$pid") in
         '' | *wineserver* | *\\services.exe* | *\\winedevice.exe* | *\\plugplay.exe* | *\\svchost.exe*) ;;
         *\\rpcss.exe* | *\\explorer.exe\ /desktop*) ;;
         *) echo "$pid" ;;
@@ -50,20 +55,40 @@ own_processes() {
     done
 }
 
+# Wine's own program that keeps the windows of a display. It ends soon after the last program that has any.
+desktop_processes() {
+    for pid in $(marked_processes); do
+        case $(command_of "$pid") in
+        *\\explorer.exe\ /desktop*) echo "$pid" ;;
+        esac
+    done
+}
+
+# Nothing may still be connected to the display when that goes: it would complain.
+end_display() {
+    for tries in 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15; do
+        left=$(desktop_processes)
+        [ -n "$left" ] || break
+        [ "$tries" -lt 10 ] || kill $left 2>/dev/null
+        sleep 0.2
+    done
+    kill "$display" 2>/dev/null
+    wait "$display" 2>/dev/null
+}
+
 clean_up() {
     trap '' INT TERM HUP
     unset JOURNAL_RUN
     [ -n "$session" ] || return
     for tries in 1 2 3 4 5 6 7 8 9 10; do
-        left=$(own_processes)
+        left=$(own_processes | grep -vx "${display:-none}")
         [ -n "$left" ] || break
         [ "$tries" = 10 ] && kill -KILL $left 2>/dev/null
-        # The display goes last: a program that loses it complains.
-        others=$(printf '%s\n' "$left" | grep -vx "$display")
-        kill ${others:-$left} 2>/dev/null
+        kill $left 2>/dev/null
         sleep 0.2
     done
-    rm -rf "$session"
+    [ -z "$display" ] || end_display
+    rm -rf "$session" ${prefix_made:+"$prefix_made"} ${sample_made:+"$sample_made"}
 }
 
 # The journal gets the time to ask about what is not saved; without a person at the terminal not for ever.
@@ -78,29 +103,42 @@ need_programs() {
     [ -n "${DISPLAY-}" ] || need_packages xvfb xauth openbox x11vnc novnc websockify
     need_sqlite_source
     mkdir -p build
-    build release --target journal addrbook PegHelp calendar pmail tasks iexplorm makesample askclose ||
-        fail 'the build failed'
+    build release --target journal addrbook PegHelp calendar pmail tasks iexplorm askclose \
+        ${sample:+makesample} || fail 'the build failed'
 }
 
-free_port() {
-    python3 -c '
-import socket, sys
+# on_free_port FIRST FILE COMMAND [ARGUMENT...]: becomes the command, with a socket as its input that listens on this
+# machine's first free port from FIRST on; FILE is told which. So no other program can have the port or get it meanwhile.
+on_free_port() {
+    exec python3 -c '
+import os, socket, sys
+listener = None
 for port in range(int(sys.argv[1]), 65536):
-    with socket.socket() as probe:
-        try:
-            probe.bind(("127.0.0.1", port))
-        except OSError:
-            continue
-        print(port)
-        break' "$1"
+    listener = socket.socket()
+    try:
+        listener.bind(("127.0.0.1", port))
+        listener.listen()
+        break
+    except OSError:
+        listener.close()
+else:
+    sys.exit("no port is free")
+os.dup2(listener.fileno(), 0)
+with open(sys.argv[2] + ".new", "w") as told:
+    print(port, file=told)
+os.rename(sys.argv[2] + ".new", sys.argv[2])
+os.execvp(sys.argv[3], sys.argv[3:])' "$@"
 }
+
+# Everybody on the machine may read a program's arguments, so the cookie is not one of them.
+add_cookie() { printf 'add %s . %s\n' "$1" "$cookie" | xauth -q -f "$XAUTHORITY" source - 2>>"$session/xauth.log"; }
 
 # An X server that only this run may speak to, with a window manager.
 start_display() {
     XAUTHORITY=$session/xauthority
     export XAUTHORITY
     cookie=$(mcookie)
-    xauth -q -f "$XAUTHORITY" add :0 . "$cookie" 2>/dev/null
+    add_cookie :0
     outlive_terminal Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -noreset -auth "$XAUTHORITY" \
         3>"$session/display" >/dev/null 2>&1 &
     display=$!
@@ -108,7 +146,7 @@ start_display() {
     DISPLAY=:$(cat "$session/display")
     export DISPLAY
     unset WAYLAND_DISPLAY
-    xauth -q -f "$XAUTHORITY" add "$DISPLAY" . "$cookie"
+    add_cookie "$DISPLAY"
     outlive_terminal openbox --config-file "$PWD/scripts/openbox.xml" >/dev/null 2>&1 &
 }
 
@@ -116,11 +154,14 @@ start_display() {
 start_view() {
     password=$(mcookie | cut -c1-8)
     printf '%s\n' "$password" >"$session/password"
-    vnc_port=$(free_port 5900)
-    outlive_terminal x11vnc -display "$DISPLAY" -localhost -rfbport "$vnc_port" -no6 -forever -shared -passwdfile "$session/password" \
-        -quiet >"$session/x11vnc.log" 2>&1 &
-    web_port=$(free_port 6080)
-    outlive_terminal websockify --web /usr/share/novnc "127.0.0.1:$web_port" "127.0.0.1:$vnc_port" >"$session/websockify.log" 2>&1 &
+    outlive_terminal x11vnc -display "$DISPLAY" -localhost -unixsock "$session/view" -rfbport 0 -no6 -forever -shared \
+        -passwdfile "$session/password" -quiet >"$session/x11vnc.log" 2>&1 &
+    (
+        trap '' HUP
+        on_free_port 6080 "$session/port" websockify --web /usr/share/novnc --inetd --unix-target="$session/view"
+    ) >"$session/websockify.log" 2>&1 &
+    wait_for test -s "$session/port" || { cat "$session/websockify.log" >&2; fail 'the view could not be started'; }
+    web_port=$(cat "$session/port")
     echo
     echo 'There is no display, so the journal runs on a virtual one. Look at it here:'
     echo
@@ -154,21 +195,22 @@ prepare_wine() {
     prefix=${WINEPREFIX:-$HOME/.wine}
     [ ! -e "$prefix" ] || return 0
     echo 'Preparing Wine, once.'
-    rm -rf "$prefix.new"
-    mkdir -p "$prefix.new"
-    run_waiting env WINEPREFIX="$prefix.new" sh -c 'wineboot -i && wineserver -w' >"$session/wineboot.log" 2>&1 ||
+    mkdir -p "$(dirname "$prefix")"
+    prefix_made=$(mktemp -d "$prefix.new.XXXXXX") || exit 1
+    run_waiting env WINEPREFIX="$prefix_made" sh -c 'wineboot -i && wineserver -w' >"$session/wineboot.log" 2>&1 ||
         { cat "$session/wineboot.log" >&2; fail 'Wine could not be prepared'; }
-    mv "$prefix.new" "$prefix"
+    mv -T "$prefix_made" "$prefix" || fail 'Wine could not be prepared'
+    prefix_made=
 }
 
 fill_sample() {
     [ ! -e "$folder/journal.db" ] || return 0
     echo 'Making the sample entries.'
-    rm -f "$folder"/new.db*
-    run_waiting wine build/release/tools/makesample.exe "$(windows_path "$folder/new.db")" 400 \
+    sample_made=$(mktemp -d "$folder/new.XXXXXX") || exit 1
+    run_waiting wine build/release/tools/makesample.exe "$(windows_path "$sample_made/journal.db")" 400 \
         --today "$(date +%F)" ||
         fail 'the sample could not be made'
-    mv "$folder/new.db" "$folder/journal.db"
+    mv "$sample_made/journal.db" "$folder/journal.db"
 }
 
 trap clean_up EXIT

@@ -16,7 +16,7 @@ no_tests() {
 
 # A failure to install ends the sub-shell only, so that the last line is there all the same.
 (
-    need_packages $build_packages $wine_packages googletest xvfb openbox xdotool clang-format
+    need_packages $build_packages $wine_packages googletest xvfb xauth openbox xdotool clang-format
     need_sqlite_source
 ) || no_tests 'what the tests need could not be installed'
 mkdir -p build

@@ -26,11 +26,12 @@ if(NOT have_tarball)
   find_program(NPM npm REQUIRED NO_CMAKE_FIND_ROOT_PATH)
   file(MAKE_DIRECTORY ${JOURNAL_DEPS_DIR})
   execute_process(
-    COMMAND ${NPM} pack --silent ${SQLITE_PACKAGE}@${SQLITE_PACKAGE_VERSION}
+    COMMAND ${NPM} pack --loglevel=error ${SQLITE_PACKAGE}@${SQLITE_PACKAGE_VERSION}
     WORKING_DIRECTORY ${JOURNAL_DEPS_DIR}
-    RESULT_VARIABLE npm_result OUTPUT_QUIET)
+    RESULT_VARIABLE npm_result OUTPUT_QUIET ERROR_VARIABLE npm_said)
   sqlite_tarball_is_right(have_tarball)
   if(NOT have_tarball)
+    message("${npm_said}")
     message(FATAL_ERROR "Could not fetch ${SQLITE_PACKAGE} ${SQLITE_PACKAGE_VERSION} (npm: ${npm_result}), "
                         "or its checksum is wrong: ${sqlite_tarball}")
   endif()

@@ -21,6 +21,16 @@ as_root() {
     fi
 }
 
+# quietly COMMAND [ARGUMENT...]: shows what the command says only where it fails.
+quietly() {
+    said=$(mktemp) || return 1
+    ("$@") >"$said" 2>&1
+    status=$?
+    [ "$status" = 0 ] || cat "$said" >&2
+    rm -f "$said"
+    return "$status"
+}
+
 # Installs those of the named packages that are not there. Asks the network for nothing when all are.
 need_packages() {
     installed=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "$@" 2>/dev/null | sed -n 's/ installed$//p')
@@ -30,9 +40,9 @@ need_packages() {
     done
     [ -n "$missing" ] || return 0
     echo "Installing:$missing"
-    as_root apt-get -qq update || echo "$0: the lists of packages could not be renewed" >&2
-    as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -y --no-install-recommends \
-        -o DPkg::Lock::Timeout=300 install $missing >/dev/null || fail "could not install:$missing"
+    quietly as_root apt-get -q update || echo "$0: the lists of packages could not be renewed" >&2
+    quietly as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -y --no-install-recommends \
+        -o DPkg::Lock::Timeout=300 install $missing || fail "could not install:$missing"
 }
 
 # SQLite's source comes through npm, once.
