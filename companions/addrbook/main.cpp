@@ -9,6 +9,7 @@
 #include "ui/paint_wait.h"
 #include "ui/store_window.h"
 #include "ui/timer_faults.h"
+#include "util/program_search.h"
 
 namespace {
 
@@ -59,6 +60,7 @@ int Run(HINSTANCE instance, addrbook::AddressWindow& window)
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand)
 {
+    UseLibrariesOfSystemOnly();
     EndOnTimerFaults();
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_PROGRESS_CLASS};
     if (!InitCommonControlsEx(&controls) || !addrbook::AddressWindow::RegisterWindowClass(instance))

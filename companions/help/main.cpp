@@ -7,6 +7,7 @@
 #include "help/resource.h"
 #include "ui/start_turn.h"
 #include "ui/timer_faults.h"
+#include "util/program_search.h"
 
 namespace {
 
@@ -50,6 +51,7 @@ int Run(HINSTANCE instance, help::HelpWindow& window)
 // what the runtime library hands over lacks its first word.
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand)
 {
+    UseLibrariesOfSystemOnly();
     EndOnTimerFaults();
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_TREEVIEW_CLASSES | ICC_STANDARD_CLASSES};
     if (!InitCommonControlsEx(&controls) || !help::HelpWindow::RegisterWindowClass(instance))

@@ -58,10 +58,13 @@ HWND MakeControl(HWND parent, int id)
                                reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleW(nullptr),
                                nullptr);
     };
-    if (LoadLibraryW(L"msftedit.dll"))
+    const auto load = [](const wchar_t* library) {
+        return LoadLibraryExW(library, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    };
+    if (load(L"msftedit.dll"))
         if (HWND control = create(MSFTEDIT_CLASS))
             return control;
-    return LoadLibraryW(L"riched20.dll") ? create(L"RichEdit20W") : nullptr;
+    return load(L"riched20.dll") ? create(L"RichEdit20W") : nullptr;
 }
 
 } // namespace

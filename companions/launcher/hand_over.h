@@ -7,10 +7,12 @@
 // One way to something of the system's.
 struct Way {
     enum class Kind {
-        Client,   // the default program of a type: a subkey of Software\Clients
-        Protocol, // what is registered for an address of this scheme
-        Folder,   // one of the shell's own folders
-        Program   // a program in the system's folder
+        ChosenMail, // the mail program that the user has chosen for addresses of this scheme
+        Client,     // the default program of a type: a subkey of Software\Clients
+        FileType,   // the program for files with this ending
+        Protocol,   // what is registered for an address of this scheme and answers
+        Folder,     // one of the shell's own folders
+        Program     // a program in the system's folder
     };
     Kind kind;
     const wchar_t* name;

@@ -2,8 +2,10 @@
 #include <windows.h>
 
 #include "launcher/hand_over.h"
+#include "util/program_search.h"
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int)
 {
+    UseLibrariesOfSystemOnly();
     return RunErrand(LAUNCHER_ERRAND);
 }

@@ -4,9 +4,11 @@
 #include "mervane/store_waiter.h"
 #include "ui/paint_wait.h"
 #include "ui/timer_faults.h"
+#include "util/program_search.h"
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand)
 {
+    UseLibrariesOfSystemOnly();
     EndOnTimerFaults();
     SetStoreWaiter(PaintWhileWaiting);
     JournalApp& app = App();

@@ -1,14 +1,9 @@
 #include "ui/launch.h"
 
 #include "util/owners.h"
+#include "util/program_search.h"
 
 namespace {
-
-bool IsFile(const std::wstring& path)
-{
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
-}
 
 std::wstring FolderOfThisProgram()
 {
@@ -41,12 +36,7 @@ bool Start(const Companion& companion)
 std::wstring FindProgram(const wchar_t* name)
 {
     const std::wstring beside = FolderOfThisProgram() + name;
-    if (IsFile(beside))
-        return beside;
-    std::wstring found(32768, L'\0');
-    found.resize(
-        SearchPathW(nullptr, name, nullptr, static_cast<DWORD>(found.size()), found.data(), nullptr));
-    return found;
+    return IsFile(beside) ? beside : FindInSystem(name);
 }
 
 void LaunchCompanion(const Companion& companion, HWND owner)

@@ -17,6 +17,8 @@ namespace {
 
 constexpr const wchar_t* kCalendars = L"Software\\Clients\\Calendar";
 constexpr const wchar_t* kMails = L"Software\\Clients\\Mail";
+constexpr const wchar_t* kChoice =
+    L"Software\\Microsoft\\Windows\\Shell\\Associations\\UrlAssociations\\mailto";
 
 void SetText(HKEY root, const std::wstring& key, const wchar_t* name, const std::wstring& text,
              DWORD type = REG_SZ)
@@ -47,8 +49,33 @@ class HandOverTest : public testing::Test {
     {
         m_schemes.push_back(scheme);
         SetText(HKEY_CLASSES_ROOT, scheme, L"URL Protocol", L"");
-        SetText(HKEY_CLASSES_ROOT, std::wstring(scheme) + L"\\shell\\open\\command", nullptr,
+        SetClass(scheme);
+    }
+    // What opens a kind of files or addresses.
+    void SetClass(const wchar_t* name)
+    {
+        m_schemes.push_back(name);
+        SetText(HKEY_CLASSES_ROOT, std::wstring(name) + L"\\shell\\open\\command", nullptr,
                 Quoted(CommandLineFile::ProgramPath()) + L" \"%1\"");
+    }
+    void SetFileType(const wchar_t* ending)
+    {
+        m_schemes.push_back(ending);
+        SetText(HKEY_CLASSES_ROOT, ending, nullptr, L"Test.File");
+        SetClass(L"Test.File");
+    }
+    // The user has chosen it for addresses of e-mail.
+    void Choose(const wchar_t* program)
+    {
+        SetText(HKEY_CURRENT_USER, std::wstring(kChoice) + L"\\UserChoice", L"ProgId", program);
+    }
+    // A program that tells what it takes addresses as, with its command.
+    static void SetMailProgram(HKEY root, const wchar_t* name, const wchar_t* takenAs)
+    {
+        const std::wstring key = std::wstring(kMails) + L"\\" + name;
+        SetText(root, key + L"\\Capabilities\\URLAssociations", L"mailto", takenAs);
+        SetText(root, key + L"\\shell\\open\\command", nullptr,
+                Quoted(CommandLineFile::ProgramPath()) + L" " + name);
     }
 
     CommandLineFile m_file;
@@ -58,6 +85,8 @@ class HandOverTest : public testing::Test {
     {
         for (const wchar_t* type : {kCalendars, kMails})
             SHDeleteKeyW(HKEY_CURRENT_USER, type);
+        SHDeleteKeyW(HKEY_LOCAL_MACHINE, kMails);
+        SHDeleteKeyW(HKEY_CURRENT_USER, kChoice);
         for (const wchar_t* scheme : m_schemes)
             SHDeleteKeyW(HKEY_CLASSES_ROOT, scheme);
     }
@@ -68,7 +97,7 @@ class HandOverTest : public testing::Test {
 TEST_F(HandOverTest, TheDefaultProgramOfATypeComesFirst)
 {
     SetClient(kCalendars, Quoted(CommandLineFile::ProgramPath()) + L" calendar");
-    SetProtocol(L"outlookcal");
+    SetFileType(L".ics");
     EXPECT_TRUE(HandOver(kCalendarErrand));
     EXPECT_EQ(m_file.Read(), Quoted(CommandLineFile::ProgramPath()) + L" calendar");
 }
@@ -90,18 +119,73 @@ TEST_F(HandOverTest, VariablesOfACommandAreFilledIn)
     SetEnvironmentVariableW(L"HAND_OVER_TEST", nullptr);
 }
 
-TEST_F(HandOverTest, WithoutADefaultProgramTheProtocolsAreTried)
+TEST_F(HandOverTest, WithoutADefaultCalendarTheProgramOfItsFilesIsOne)
 {
-    SetProtocol(L"outlookcal");
+    SetFileType(L".ics");
     EXPECT_TRUE(HandOver(kCalendarErrand));
-    EXPECT_EQ(m_file.Read(), Quoted(CommandLineFile::ProgramPath()) + L" \"outlookcal:\"");
+    EXPECT_EQ(m_file.Read(), Quoted(CommandLineFile::ProgramPath()));
 }
 
-TEST_F(HandOverTest, MailFallsBackToItsProtocols)
+TEST_F(HandOverTest, MailFallsBackToItsProtocol)
 {
-    SetProtocol(L"outlookmail");
+    SetProtocol(L"mailto");
     EXPECT_TRUE(HandOver(kMailErrand));
-    EXPECT_EQ(m_file.Read(), Quoted(CommandLineFile::ProgramPath()) + L" \"outlookmail:\"");
+    EXPECT_EQ(m_file.Read(), Quoted(CommandLineFile::ProgramPath()) + L" \"mailto:\"");
+}
+
+TEST_F(HandOverTest, TheChosenMailProgramComesBeforeTheDefaultOne)
+{
+    for (HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) {
+        SetClient(kMails, Quoted(CommandLineFile::ProgramPath()) + L" default");
+        SetMailProgram(root, L"Another", L"Another.Address");
+        SetMailProgram(root, L"Chosen", L"Chosen.Address");
+        SetClass(L"Chosen.Address");
+        Choose(L"Chosen.Address");
+        const CommandLineFile file;
+        EXPECT_TRUE(HandOver(kMailErrand));
+        EXPECT_EQ(file.Read(), Quoted(CommandLineFile::ProgramPath()) + L" Chosen");
+        SHDeleteKeyW(root, kMails);
+    }
+}
+
+TEST_F(HandOverTest, AChosenProgramThatIsNoneOfMailGetsAnAddress)
+{
+    SetClient(kMails, Quoted(CommandLineFile::ProgramPath()) + L" default");
+    SetProtocol(L"mailto");
+    SetClass(L"Chosen.Address");
+    Choose(L"Chosen.Address");
+    EXPECT_TRUE(HandOver(kMailErrand));
+    EXPECT_EQ(m_file.Read(), Quoted(CommandLineFile::ProgramPath()) + L" \"mailto:\"");
+}
+
+TEST_F(HandOverTest, AChosenProgramThatIsGoneIsPassedOver)
+{
+    SetClient(kMails, Quoted(CommandLineFile::ProgramPath()) + L" default");
+    SetProtocol(L"mailto");
+    Choose(L"Gone.Address");
+    EXPECT_TRUE(HandOver(kMailErrand));
+    EXPECT_EQ(m_file.Read(), Quoted(CommandLineFile::ProgramPath()) + L" default");
+}
+
+TEST_F(HandOverTest, AnAddressWhoseProgramIsGoneIsNotOpened)
+{
+    SetProtocol(L"mailto");
+    SetText(HKEY_CLASSES_ROOT, L"mailto\\shell\\open\\command", nullptr, L"\"C:\\no such program.exe\" %1");
+    EXPECT_FALSE(HandOver(kMailErrand));
+    SHDeleteKeyW(HKEY_CLASSES_ROOT, L"mailto\\shell");
+    EXPECT_FALSE(HandOver(kMailErrand));
+}
+
+TEST_F(HandOverTest, NothingIsStartedFromTheCurrentFolder)
+{
+    wchar_t before[MAX_PATH] = L"";
+    GetCurrentDirectoryW(MAX_PATH, before);
+    const std::wstring program = CommandLineFile::ProgramPath();
+    const size_t end = program.find_last_of(L'\\');
+    ASSERT_TRUE(SetCurrentDirectoryW(program.substr(0, end).c_str()));
+    SetClient(kCalendars, program.substr(end + 1) + L" calendar");
+    EXPECT_FALSE(HandOver(kCalendarErrand));
+    SetCurrentDirectoryW(before);
 }
 
 TEST_F(HandOverTest, TasksHaveAProtocolAndElseTheCalendar)
@@ -123,7 +207,7 @@ TEST_F(HandOverTest, ADefaultProgramThatIsGoneIsPassedOver)
     }
     SetText(HKEY_CURRENT_USER, kCalendars, nullptr, L"Another Client");
     EXPECT_FALSE(HandOver(kCalendarErrand)) << "a name without a command";
-    SetProtocol(L"outlookcal");
+    SetFileType(L".ics");
     EXPECT_TRUE(HandOver(kCalendarErrand));
     EXPECT_NE(m_file.Read(), L"");
 }
@@ -138,9 +222,9 @@ TEST_F(HandOverTest, WhatIsNoTextOrTooLongIsNoCommand)
 
 TEST_F(HandOverTest, ASchemeThatIsNoProtocolIsNotOpened)
 {
-    SetProtocol(L"outlookcal");
-    SHDeleteValueW(HKEY_CLASSES_ROOT, L"outlookcal", L"URL Protocol");
-    EXPECT_FALSE(HandOver(kCalendarErrand));
+    SetProtocol(L"mailto");
+    SHDeleteValueW(HKEY_CLASSES_ROOT, L"mailto", L"URL Protocol");
+    EXPECT_FALSE(HandOver(kMailErrand));
 }
 
 // What the shell was to open, which it refuses.
@@ -193,14 +277,12 @@ TEST_F(HandOverTest, ThatThereIsNothingIsSaidPlainly)
 TEST_F(HandOverTest, WaysAreTakenInTheirOrderUntilOneLeadsAnywhere)
 {
     const NothingOpens nothing;
-    for (const wchar_t* scheme : {L"outlookcal", L"outlookmail", L"ms-to-do"})
+    for (const wchar_t* scheme : {L"outlookcal", L"outlookmail", L"ms-to-do", L"mailto"})
         SetProtocol(scheme);
-    SetProtocol(L"mailto");
-    EXPECT_FALSE(HandOver(kCalendarErrand));
+    EXPECT_FALSE(HandOver(kCalendarErrand)) << "by the addresses of programs that the system has no more";
     EXPECT_FALSE(HandOver(kMailErrand));
     EXPECT_FALSE(HandOver(kTasksErrand));
-    EXPECT_EQ(nothing.Asked(),
-              (std::vector<std::wstring>{L"outlookcal:", L"outlookmail:", L"mailto:", L"ms-to-do:"}));
+    EXPECT_EQ(nothing.Asked(), (std::vector<std::wstring>{L"mailto:", L"ms-to-do:"}));
 }
 
 TEST_F(HandOverTest, TheUsersDefaultProgramComesBeforeTheComputers)

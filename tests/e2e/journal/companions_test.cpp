@@ -1,6 +1,7 @@
 // The Go menu hands over to what the system has.
 #include <gtest/gtest.h>
 
+#include "e2e/harness/remote_memory.h"
 #include "e2e/journal/journal_window.h"
 
 namespace {
@@ -28,6 +29,46 @@ TEST_F(GoMenu, WithoutACalendarItIsSaidPlainly)
     PressButton(box.Handle(), IDOK);
     ASSERT_TRUE(WaitUntilGone(box.Handle()));
     EXPECT_TRUE(IsWindowEnabled(Window())) << "the journal did not wait";
+}
+
+// What a program of ours gets that asks for a library by its name alone; 0 where there is none.
+uint64_t Load(HWND window, const std::wstring& name)
+{
+    const UniqueKernelHandle process = ProcessOf(window);
+    const size_t size = (name.size() + 1) * sizeof(wchar_t);
+    RemoteBlock block(process.get(), size);
+    EXPECT_TRUE(block.Write(static_cast<const void*>(name.c_str()), size));
+    return CallInProcess(process.get(), L"kernel32.dll", "LoadLibraryW", {Argument(block.Address())},
+                         MAXDWORD);
+}
+
+// A window of a class that a command of the menu brings.
+HWND Started(HWND journal, int command, const wchar_t* windowClass, const wchar_t* title = nullptr)
+{
+    PostCommand(journal, command);
+    HWND window = nullptr;
+    WaitFor([&] { return (window = FindWindowW(windowClass, title)) && IsWindowVisible(window); });
+    return window;
+}
+
+// Programs can be loaded like libraries, and one of ours lies beside the one that asks.
+TEST_F(GoMenu, NoProgramTakesALibraryFromItsOwnFolder)
+{
+    ASSERT_NE(m_journal.Start(), nullptr);
+    HWND calendar = Started(Window(), CMD_CALENDAR, L"#32770", L"Calendar");
+    HWND contacts = Started(Window(), CMD_CONTACTS, L"AddressBook");
+    HWND help = Started(Window(), CMD_HELP_CONTENTS, L"JournalHelp");
+    for (HWND window : {Window(), calendar, contacts, help}) {
+        ASSERT_NE(window, nullptr);
+        KeepThreadForCalls(ProcessOf(window).get());
+        EXPECT_NE(Load(window, L"version.dll"), 0u) << "the system's";
+        EXPECT_EQ(Load(window, L"iexplorm.exe"), 0u);
+    }
+    PressButton(calendar, IDOK);
+    for (HWND window : {calendar, contacts, help}) {
+        PostMessageW(window, WM_CLOSE, 0, 0);
+        EXPECT_TRUE(WaitUntilGone(window));
+    }
 }
 
 // Of Wine's explorer or of Windows'.
