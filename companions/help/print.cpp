@@ -77,6 +77,16 @@ bool PrintPages(HDC dc, PrintFonts& fonts, const std::vector<PlacedText>& placed
     return true;
 }
 
+// A printer whose output is a file asks for its name when the document begins. Cancel there is told by the
+// system as an error, and by some drivers as the job's number.
+PrintEnd EndOf(int job, DWORD error)
+{
+    return job == SP_APPABORT || job == SP_USERABORT || error == ERROR_CANCELLED ||
+                   error == ERROR_PRINT_CANCELLED
+               ? PrintEnd::Cancelled
+               : PrintEnd::Failed;
+}
+
 void SayFailure(HWND owner, const std::wstring& title)
 {
     MessageBoxW(owner, L"The help could not be printed.", title.c_str(), MB_OK | MB_ICONEXCLAMATION);
@@ -101,7 +111,8 @@ PrintArea AreaOf(HDC dc)
     return area;
 }
 
-bool PrintBlocks(HDC dc, const std::wstring& title, const std::vector<Block>& blocks)
+PrintEnd PrintBlocks(HDC dc, const std::wstring& title, const std::vector<Block>& blocks,
+                     const wchar_t* output)
 {
     PrintFonts fonts(dc);
     const std::vector<PlacedText> placed =
@@ -110,12 +121,13 @@ bool PrintBlocks(HDC dc, const std::wstring& title, const std::vector<Block>& bl
     DOCINFOW document{};
     document.cbSize = sizeof document;
     document.lpszDocName = title.c_str();
-    if (StartDocW(dc, &document) <= 0)
-        return false;
+    document.lpszOutput = output;
+    if (const int job = StartDocW(dc, &document); job <= 0)
+        return EndOf(job, GetLastError());
     if (PrintPages(dc, fonts, placed))
-        return EndDoc(dc) > 0;
+        return EndDoc(dc) > 0 ? PrintEnd::Printed : PrintEnd::Failed;
     AbortDoc(dc);
-    return false;
+    return PrintEnd::Failed;
 }
 
 void AskAndPrint(HWND owner, const std::wstring& title, const std::vector<Block>& blocks)
@@ -133,7 +145,8 @@ void AskAndPrint(HWND owner, const std::wstring& title, const std::vector<Block>
     if (!isChosen && (error == 0 || error == PDERR_NODEFAULTPRN))
         return;
     const ScopedWaitCursor wait;
-    if (!dc || !PrintBlocks(dc.get(), title, blocks))
+    const wchar_t* const output = dialog.Flags & PD_PRINTTOFILE ? L"FILE:" : nullptr;
+    if (!dc || PrintBlocks(dc.get(), title, blocks, output) == PrintEnd::Failed)
         SayFailure(owner, title);
 }
 

@@ -17,7 +17,11 @@ void AskAndPrint(HWND owner, const std::wstring& title, const std::vector<Block>
 // The printed part of the device's page: all but three quarters of an inch around it.
 PrintArea AreaOf(HDC dc);
 
-// Prints onto the device, a page for each that the text needs. False when the device refuses.
-bool PrintBlocks(HDC dc, const std::wstring& title, const std::vector<Block>& blocks);
+enum class PrintEnd { Printed, Cancelled, Failed };
+
+// Prints onto the device, a page for each that the text needs; into a file where one is given as output:
+// "FILE:" asks for its name, and a person may cancel that.
+PrintEnd PrintBlocks(HDC dc, const std::wstring& title, const std::vector<Block>& blocks,
+                     const wchar_t* output = nullptr);
 
 } // namespace help

@@ -36,7 +36,7 @@ TEST(Print, LeavesThreeQuartersOfAnInchAround)
 // A printer that writes down what it is told, and may refuse any of it. Drawing on a picture goes on as ever.
 class Printer {
   public:
-    Printer() { s_log.clear(), s_fonts.clear(), s_refused.clear(); }
+    Printer() { s_log.clear(), s_fonts.clear(), s_refused.clear(), s_job = 0, s_error = 0; }
     ~Printer() { s_refused.clear(); }
 
     // "D" and "d" begin and end the document, "P" and "p" a page, "x" gives it up; a text stands as it is.
@@ -52,6 +52,15 @@ class Printer {
     // Of each text, in their order.
     const std::vector<LOGFONTW>& Fonts() const { return s_fonts; }
     void Refuse(const wchar_t* step) { s_refused = step; }
+    // The document does not begin, with what the system then answers.
+    void RefuseDocument(int job, DWORD error)
+    {
+        Refuse(L"D");
+        s_job = job;
+        s_error = error;
+    }
+    // The file that was asked for, "" for none.
+    const std::wstring& Output() const { return s_output; }
     HDC Device() const { return m_dc.get(); }
 
   private:
@@ -63,7 +72,10 @@ class Printer {
     static int WINAPI Begin(HDC, const DOCINFOW* document)
     {
         EXPECT_STREQ(document->lpszDocName, L"Title");
-        return Note(L"D");
+        s_output = document->lpszOutput ? document->lpszOutput : L"";
+        const int begun = Note(L"D");
+        SetLastError(begun ? 0 : s_error);
+        return begun ? begun : s_job;
     }
     static int WINAPI BeginPage(HDC) { return Note(L"P"); }
     static int WINAPI FinishPage(HDC) { return Note(L"p"); }
@@ -80,7 +92,9 @@ class Printer {
 
     static inline std::vector<std::wstring> s_log;
     static inline std::vector<LOGFONTW> s_fonts;
-    static inline std::wstring s_refused;
+    static inline std::wstring s_refused, s_output;
+    static inline int s_job;
+    static inline DWORD s_error;
     const UniqueDc m_dc{CreateCompatibleDC(nullptr)};
     const ImportWatch<decltype(&StartDocW)> m_begin{&__imp_StartDocW, Begin};
     const ImportWatch<decltype(&StartPage)> m_beginPage{&__imp_StartPage, BeginPage};
@@ -93,15 +107,17 @@ class Printer {
 TEST(Print, WritesEachPageBetweenItsBeginningAndItsEnd)
 {
     Printer printer;
-    EXPECT_TRUE(PrintBlocks(printer.Device(), L"Title", BlocksOf(L"<h1>Head</h1><p>one two")));
+    EXPECT_EQ(PrintBlocks(printer.Device(), L"Title", BlocksOf(L"<h1>Head</h1><p>one two")),
+              PrintEnd::Printed);
     EXPECT_EQ(printer.Log(), (std::vector<std::wstring>{L"D", L"P", L"Head", L"one", L"two", L"p", L"d"}));
 }
 
 TEST(Print, WritesInTheFontsOfTheText)
 {
     Printer printer;
-    EXPECT_TRUE(PrintBlocks(printer.Device(), L"Title",
-                            BlocksOf(L"<h1>Head</h1><p>one <i>two</i> <code>three</code> four")));
+    EXPECT_EQ(PrintBlocks(printer.Device(), L"Title",
+                          BlocksOf(L"<h1>Head</h1><p>one <i>two</i> <code>three</code> four")),
+              PrintEnd::Printed);
     ASSERT_EQ(printer.Fonts().size(), 5u);
     const auto& fonts = printer.Fonts();
     const int inch = GetDeviceCaps(printer.Device(), LOGPIXELSY);
@@ -123,7 +139,7 @@ TEST(Print, PrintsAsManyPagesAsTheTextNeeds)
         page += L"<p>word" + std::to_wstring(word);
         words += L"word" + std::to_wstring(word) + L" ";
     }
-    EXPECT_TRUE(PrintBlocks(printer.Device(), L"Title", BlocksOf(page)));
+    EXPECT_EQ(PrintBlocks(printer.Device(), L"Title", BlocksOf(page)), PrintEnd::Printed);
     for (const std::wstring& entry : printer.Log())
         if (entry.size() > 1)
             printed += entry + L" ";
@@ -137,7 +153,7 @@ TEST(Print, PrintsAsManyPagesAsTheTextNeeds)
 TEST(Print, WithoutATextNoPageIsPrinted)
 {
     Printer printer;
-    EXPECT_TRUE(PrintBlocks(printer.Device(), L"Title", {}));
+    EXPECT_EQ(PrintBlocks(printer.Device(), L"Title", {}), PrintEnd::Printed);
     EXPECT_EQ(printer.Steps(), L"Dd");
 }
 
@@ -151,7 +167,7 @@ TEST(Print, GivesUpWhenThePrinterRefuses)
     for (const auto& refusal : wanted) {
         Printer printer;
         printer.Refuse(refusal.refused);
-        EXPECT_FALSE(PrintBlocks(printer.Device(), L"Title", blocks)) << refusal.refused;
+        EXPECT_EQ(PrintBlocks(printer.Device(), L"Title", blocks), PrintEnd::Failed) << refusal.refused;
         EXPECT_EQ(printer.Steps(), refusal.steps);
     }
 }
@@ -160,7 +176,10 @@ TEST(Print, GivesUpWhenThePrinterRefuses)
 class PrintDialog {
   public:
     // A chosen device is the answerer's; without one the dialog ends with the error, 0 for Cancel.
-    PrintDialog(HDC chosen, DWORD error) { s_chosen = chosen, s_error = error, s_asked = 0; }
+    PrintDialog(HDC chosen, DWORD error, bool intoFile = false)
+    {
+        s_chosen = chosen, s_error = error, s_asked = 0, s_intoFile = intoFile;
+    }
     int Asked() const { return s_asked; }
 
   private:
@@ -173,6 +192,8 @@ class PrintDialog {
         EXPECT_EQ(dialog->lStructSize, sizeof *dialog);
         s_owner = dialog->hwndOwner;
         dialog->hDC = s_chosen;
+        if (s_intoFile)
+            dialog->Flags |= PD_PRINTTOFILE;
         return !s_error && s_chosen;
     }
     static DWORD WINAPI Error() { return s_error; }
@@ -184,6 +205,7 @@ class PrintDialog {
     static inline HDC s_chosen;
     static inline DWORD s_error;
     static inline int s_asked;
+    static inline bool s_intoFile;
     const ImportWatch<decltype(&PrintDlgW)> m_answer{&__imp_PrintDlgW, Answer};
     const ImportWatch<decltype(&CommDlgExtendedError)> m_error{&__imp_CommDlgExtendedError, Error};
 };
@@ -198,6 +220,7 @@ TEST(AskAndPrint, PrintsOnTheChosenPrinter)
     EXPECT_EQ(dialog.Asked(), 1);
     EXPECT_EQ(PrintDialog::s_owner, owner.Handle());
     EXPECT_EQ(printer.Steps(), L"DPpd");
+    EXPECT_EQ(printer.Output(), L"");
     EXPECT_TRUE(boxes.Boxes().empty());
 }
 
@@ -212,6 +235,25 @@ TEST(AskAndPrint, APersonWhoCancelsIsToldNothing)
     }
     EXPECT_TRUE(boxes.Boxes().empty());
     EXPECT_EQ(printer.Steps(), L"");
+}
+
+TEST(AskAndPrint, CancelWhereTheFileIsAskedForIsToldByNobody)
+{
+    const struct {
+        int job;
+        DWORD error;
+    } cancels[] = {
+        {SP_ERROR, ERROR_CANCELLED}, {0, ERROR_PRINT_CANCELLED}, {SP_USERABORT, 0}, {SP_APPABORT, 0}};
+    const MessageBoxAnswerer boxes;
+    for (const auto& cancel : cancels) {
+        Printer printer;
+        printer.RefuseDocument(cancel.job, cancel.error);
+        const PrintDialog dialog(CreateCompatibleDC(nullptr), 0, true);
+        AskAndPrint(nullptr, L"Title", BlocksOf(L"<p>text"));
+        EXPECT_EQ(printer.Steps(), L"D");
+        EXPECT_EQ(printer.Output(), L"FILE:");
+    }
+    EXPECT_TRUE(boxes.Boxes().empty());
 }
 
 TEST(AskAndPrint, WhatCannotBePrintedIsSaid)
