@@ -1,6 +1,7 @@
 #include "help/help_book.h"
 
 #include "help/help_file.h"
+#include "help/help_place.h"
 #include "help/help_request.h"
 #include "help/html_reader.h"
 
@@ -29,6 +30,10 @@ const wchar_t* ReasonOf(FileState state)
     case FileState::Missing: return L"The help file cannot be found. It was looked for here:";
     case FileState::TooLarge: return L"This file is too large to be the help:";
     case FileState::NoText: return L"This file is no text, and so not the help:";
+    case FileState::Foreign:
+        return L"This file is not read, since it lies neither in the folder of the journal's programs nor on "
+               L"a "
+               L"drive of this computer:";
     case FileState::Unreadable:
     case FileState::Read: break;
     }
@@ -55,7 +60,8 @@ void HelpBook::Open(const std::wstring& file, std::wstring_view program)
     m_title = kTitle;
     const std::vector<std::wstring> places = PlacesOf(file, program);
     for (const std::wstring& place : places) {
-        const HelpFile read = ReadHelpFile(place);
+        const HelpFile read =
+            IsOwnOrLocal(place, program) ? ReadHelpFile(place) : HelpFile{FileState::Foreign, {}};
         m_path = place;
         if (read.state == FileState::Read)
             return Take(read.text);

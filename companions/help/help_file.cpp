@@ -46,7 +46,7 @@ HelpFile ReadHelpFile(const std::wstring& path)
     if (!file)
         return {IsMissing(GetLastError()) ? FileState::Missing : FileState::Unreadable, {}};
     LARGE_INTEGER size{};
-    if (!GetFileSizeEx(file.get(), &size))
+    if (GetFileType(file.get()) != FILE_TYPE_DISK || !GetFileSizeEx(file.get(), &size))
         return {FileState::Unreadable, {}};
     if (size.QuadPart > static_cast<LONGLONG>(kMaxHelpFile))
         return {FileState::TooLarge, {}};

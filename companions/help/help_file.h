@@ -8,13 +8,15 @@ namespace help {
 
 constexpr size_t kMaxHelpFile = 512 * 1024; // bytes
 
-enum class FileState { Read, Missing, Unreadable, TooLarge, NoText };
+// Foreign: it lies where no help is read.
+enum class FileState { Read, Missing, Unreadable, TooLarge, NoText, Foreign };
 
 struct HelpFile {
     FileState state = FileState::Missing;
     std::wstring text; // empty unless it was read
 };
 
+// A device is not read, whatever its name.
 HelpFile ReadHelpFile(const std::wstring& path);
 
 } // namespace help

@@ -21,6 +21,7 @@ extern decltype(&EndPage) __imp_EndPage;
 extern decltype(&FindFirstFileW) __imp_FindFirstFileW;
 extern decltype(&FindNextFileW) __imp_FindNextFileW;
 extern decltype(&FlushFileBuffers) __imp_FlushFileBuffers;
+extern decltype(&GetDriveTypeW) __imp_GetDriveTypeW;
 extern decltype(&GetFileAttributesExW) __imp_GetFileAttributesExW;
 extern decltype(&GetFileAttributesW) __imp_GetFileAttributesW;
 extern decltype(&GetFileInformationByHandle) __imp_GetFileInformationByHandle;
