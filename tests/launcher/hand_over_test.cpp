@@ -176,6 +176,34 @@ TEST_F(HandOverTest, AnAddressWhoseProgramIsGoneIsNotOpened)
     EXPECT_FALSE(HandOver(kMailErrand));
 }
 
+// The path of the program that the system was asked to start, which it does not.
+class StartedPath {
+  public:
+    StartedPath() { s_path.clear(); }
+    const std::wstring& Path() const { return s_path; }
+
+  private:
+    static BOOL WINAPI Note(LPCWSTR program, LPWSTR, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL,
+                            DWORD, LPVOID, LPCWSTR, LPSTARTUPINFOW, LPPROCESS_INFORMATION)
+    {
+        s_path = program ? program : L"";
+        return FALSE;
+    }
+    static inline std::wstring s_path;
+    const ImportWatch<decltype(&CreateProcessW)> m_watch{&__imp_CreateProcessW, Note};
+};
+
+TEST_F(HandOverTest, AProgramIsStartedByItsFullPath)
+{
+    const StartedPath started;
+    const std::wstring program = CommandLineFile::ProgramPath();
+    for (const std::wstring& command : {Quoted(program) + L" /x", program + L" /x"}) {
+        SetClient(kCalendars, command);
+        EXPECT_FALSE(HandOver(kCalendarErrand));
+        EXPECT_EQ(started.Path(), program);
+    }
+}
+
 TEST_F(HandOverTest, NothingIsStartedFromTheCurrentFolder)
 {
     wchar_t before[MAX_PATH] = L"";
