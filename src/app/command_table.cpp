@@ -91,8 +91,6 @@ void RunAbout(MainWindow& window, UINT)
 {
     window.ShowAbout();
 }
-void RunNothing(MainWindow&, UINT) {}
-
 constexpr Command kCommands[] = {
     {CMD_NEW_ENTRY, RunNew},
     {CMD_EDIT_ENTRY, RunEdit},
@@ -110,7 +108,6 @@ constexpr Command kCommands[] = {
     {CMD_FILTER_MONTHS, RunFilterMonths},
     {CMD_CLEAR_FILTER, RunClearFilter},
     {CMD_EXPORT, RunExport},
-    {CMD_NOTHING, RunNothing},
     {CMD_CUSTOMIZE_COLUMNS, RunCustomizeColumns},
     {CMD_MY_HANDHELD, RunCompanion},
     {CMD_HELP_CONTENTS, RunHelp},

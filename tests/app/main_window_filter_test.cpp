@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "app/main_window_fixture.h"
+#include "support/menu_driver.h"
 #include "mervane/db_categories.h"
 #include "res/resource.h"
 
@@ -10,44 +11,6 @@ namespace {
 
 constexpr uint64_t kFirstOfMarch = 125'963'424'000'000'000; // 2000, in days since 1601
 constexpr uint64_t kDay = 864'000'000'000;
-
-// Waits for the next menu of this thread and works it: the action closes it.
-class MenuDriver {
-  public:
-    explicit MenuDriver(std::function<void(HMENU)> action) : m_action(std::move(action))
-    {
-        s_current = this;
-        m_timer = SetTimer(nullptr, 0, 10, OnTimer);
-    }
-    ~MenuDriver()
-    {
-        KillTimer(nullptr, m_timer);
-        s_current = nullptr;
-    }
-    MenuDriver(const MenuDriver&) = delete;
-    MenuDriver& operator=(const MenuDriver&) = delete;
-
-    bool Ran() const { return m_ran; }
-    RECT Place() const { return m_place; }
-
-  private:
-    static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD)
-    {
-        constexpr UINT kGetMenu = 0x01E1; // MN_GETHMENU
-        HWND window = FindWindowW(L"#32768", nullptr);
-        if (!window || !IsWindowVisible(window) || !s_current || s_current->m_ran)
-            return;
-        s_current->m_ran = true;
-        GetWindowRect(window, &s_current->m_place);
-        s_current->m_action(reinterpret_cast<HMENU>(SendMessageW(window, kGetMenu, 0, 0)));
-    }
-
-    static inline MenuDriver* s_current = nullptr;
-    std::function<void(HMENU)> m_action;
-    UINT_PTR m_timer = 0;
-    bool m_ran = false;
-    RECT m_place{};
-};
 
 // Keeps the parameters of one message that a window gets while this lives.
 class MessageLog {
@@ -195,10 +158,29 @@ TEST_F(MainWindowFilter, TheButtonKeepsItsWidthWhateverItReads)
     SendMessageW(Buttons(), TB_GETBUTTONINFOW, 111, reinterpret_cast<LPARAM>(&info));
     const WORD before = info.cx;
     App().Filter() = {};
-    Command(123);
+    SendMessageW(m_window.Handle(), kMsgDatabaseChange, 15, 0);
     EXPECT_EQ(ButtonText(), L"None");
     SendMessageW(Buttons(), TB_GETBUTTONINFOW, 111, reinterpret_cast<LPARAM>(&info));
     EXPECT_EQ(info.cx, before);
+}
+
+// Whoever sends it: not even the filter is looked at, which other commands do.
+TEST_F(MainWindowFilter, TheCommandThatDoesNothingLooksAtNothing)
+{
+    const CEOID work = AddCategory(L"Work");
+    Create();
+    File(work, L"One");
+    AddEntry(L"Two", kFirstOfMarch);
+    m_window.List().Refresh();
+    Choose(1);
+    ASSERT_EQ(ButtonText(), L"Work");
+    ASSERT_EQ(m_categories.SeekRecord(work), work);
+    const MessageLog log(m_window.Handle(), kMsgDatabaseChange);
+    App().Filter().categories.DeleteStack();
+    Command(123);
+    EXPECT_EQ(ButtonText(), L"Work");
+    EXPECT_EQ(Rows(), 1);
+    EXPECT_EQ(log.Count(), 0u);
 }
 
 TEST_F(MainWindowFilter, AnAmpersandInItsTextIsOne)
