@@ -12,6 +12,7 @@
 #include "list/find_request.h"
 #include "ui/gathered.h"
 #include "ui/launch.h"
+#include "ui/menu_tip.h"
 #include "ui/start_turn.h"
 #include "ui/window_procedure.h"
 
@@ -88,6 +89,7 @@ class MainWindow {
     ColumnSet m_columns;
     EntryList m_list;
     FindRequest m_findRequest;
+    MenuTip m_menuTip;
     Gathered m_refresh{[this] { OnFilterChanged(); }}; // for what other programs change
     DailyBackup m_backup;
     StoreTrouble m_fileTrouble = StoreTrouble::None; // as last looked at

@@ -24,6 +24,19 @@ TEST(Strings, NameTheFieldsInTheirOrder)
     EXPECT_EQ(id, 61311u);
 }
 
+// Shown beside the hovered item of a menu; no other command has one.
+TEST(Strings, TellWhatTheGoMenuStarts)
+{
+    EXPECT_EQ(ResourceString(110), L"Start calendar");
+    EXPECT_EQ(ResourceString(111), L"Start contacts");
+    EXPECT_EQ(ResourceString(112), L"Start inbox");
+    EXPECT_EQ(ResourceString(113), L"Start tasks");
+    for (UINT id = 0; id <= 1100; ++id)
+        if (id < 110 || id > 113) {
+            EXPECT_EQ(ResourceString(id), L"") << id;
+        }
+}
+
 TEST(Strings, TellTheLimits)
 {
     EXPECT_EQ(ResourceString(61218), L"You have reached the limit of characters permitted for this field.");

@@ -16,6 +16,7 @@
 #define CMD_INNERMOST 205
 #define CMD_LAST_OF_SECOND 206
 #define CMD_FOURTH 207
+#define IDS_MENU_TIP 208
 
 #define ITEM_EDIT 1001
 #define ITEM_CHECK 1002

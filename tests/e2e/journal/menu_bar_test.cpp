@@ -54,6 +54,21 @@ TEST_F(MenuBar, F10AndTheArrowsGoFromMenuToMenu)
     EXPECT_TRUE(ClosePopups(m_journal.Id()));
 }
 
+TEST_F(MenuBar, AnItemThatStartsAProgramHasATipBesideIt)
+{
+    PressKeys({VK_MENU, 'G'});
+    ASSERT_TRUE(ShowsPopupWith(L"&Calendar"));
+    HWND tip = WaitForWindow([&] { return FindTopWindow(m_journal.Id(), L"tooltips_class32"); });
+    ASSERT_NE(tip, nullptr);
+    RECT menu{}, place{};
+    GetWindowRect(FindTopWindow(m_journal.Id(), L"#32768"), &menu);
+    GetWindowRect(tip, &place);
+    EXPECT_GE(place.left + 4, menu.right) << "not over the items";
+    EXPECT_LE(place.top, menu.top + 8) << "the first one is highlighted";
+    EXPECT_TRUE(ClosePopups(m_journal.Id()));
+    EXPECT_TRUE(WaitFor([&] { return !IsWindowVisible(tip); }));
+}
+
 TEST_F(MenuBar, TheMouseQuitsFromTheFileMenu)
 {
     PressKeys({VK_MENU, 'F'});
