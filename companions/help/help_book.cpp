@@ -1,15 +1,19 @@
 #include "help/help_book.h"
 
+#include <algorithm>
+
 #include "help/help_file.h"
 #include "help/help_place.h"
 #include "help/help_request.h"
 #include "help/html_reader.h"
+#include "help/topic_work.h"
 
 namespace help {
 
 namespace {
 
 constexpr const wchar_t* kTitle = L"Journal Help";
+constexpr size_t kMostTopics = 20'000; // the contents show them all
 
 Block TextBlock(BlockKind kind, const std::wstring& text)
 {
@@ -31,9 +35,11 @@ const wchar_t* ReasonOf(FileState state)
     case FileState::TooLarge: return L"This file is too large to be the help:";
     case FileState::NoText: return L"This file is no text, and so not the help:";
     case FileState::Foreign:
-        return L"This file is not read, since it lies neither in the folder of the journal's programs nor on "
-               L"a "
-               L"drive of this computer:";
+        return L"This file is not read, since it lies neither in the folder of the journal's programs nor "
+               L"on a drive of this computer:";
+    case FileState::TooMuch:
+        return L"This file is not shown, since it has too many topics, or one that is too long or has "
+               L"too long a paragraph or too many links:";
     case FileState::Unreadable:
     case FileState::Read: break;
     }
@@ -60,11 +66,12 @@ void HelpBook::Open(const std::wstring& file, std::wstring_view program)
     m_title = kTitle;
     const std::vector<std::wstring> places = PlacesOf(file, program);
     for (const std::wstring& place : places) {
-        const HelpFile read =
-            IsOwnOrLocal(place, program) ? ReadHelpFile(place) : HelpFile{FileState::Foreign, {}};
+        HelpFile read = IsOwnOrLocal(place, program) ? ReadHelpFile(place) : HelpFile{FileState::Foreign, {}};
         m_path = place;
+        if (read.state == FileState::Read && Take(read.text))
+            return;
         if (read.state == FileState::Read)
-            return Take(read.text);
+            read.state = FileState::TooMuch;
         if (read.state != FileState::Missing) {
             m_trouble = TroubleWith(read.state, {place});
             return;
@@ -73,14 +80,20 @@ void HelpBook::Open(const std::wstring& file, std::wstring_view program)
     m_trouble = TroubleWith(FileState::Missing, places);
 }
 
-void HelpBook::Take(const std::wstring& page)
+bool HelpBook::Take(const std::wstring& page)
 {
     Document document = ReadHtml(page);
-    if (!document.title.empty())
-        m_title = document.title;
-    m_topics = TopicsOf(std::move(document), m_title);
+    const std::wstring title = document.title.empty() ? m_title : document.title;
+    std::vector<Topic> topics = TopicsOf(std::move(document), title);
+    if (topics.size() > kMostTopics || std::any_of(topics.begin(), topics.end(), [](const Topic& topic) {
+            return WorkOf(topic.blocks) > kMostWork;
+        }))
+        return false;
+    m_title = title;
+    m_topics = std::move(topics);
     for (const Topic& topic : m_topics)
         m_texts.push_back(TextOf(topic.blocks).text);
+    return true;
 }
 
 bool HelpBook::IsOpen(const std::wstring& file, std::wstring_view program) const

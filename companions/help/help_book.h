@@ -26,7 +26,7 @@ class HelpBook {
     std::vector<Block> AllBlocks() const;
 
   private:
-    void Take(const std::wstring& page);
+    bool Take(const std::wstring& page); // false when it is too much to show
 
     std::wstring m_path;
     std::wstring m_title;

@@ -8,8 +8,8 @@ namespace help {
 
 constexpr size_t kMaxHelpFile = 512 * 1024; // bytes
 
-// Foreign: it lies where no help is read.
-enum class FileState { Read, Missing, Unreadable, TooLarge, NoText, Foreign };
+// Foreign: it lies where no help is read. TooMuch: it was read, but would take too long to show.
+enum class FileState { Read, Missing, Unreadable, TooLarge, NoText, Foreign, TooMuch };
 
 struct HelpFile {
     FileState state = FileState::Missing;

@@ -353,8 +353,11 @@ TEST_F(HelpWindowTest, F1ShowsThePageOnThisWindow)
 TEST_F(HelpWindowTest, ShowsTheLargestHelpThereCanBe)
 {
     std::string page = "<h1>Large</h1>";
-    while (page.size() < kMaxHelpFile - 1000)
-        page += "<p>" + std::string(900, 'x') + " word</p><ul><li>item</ul>\n";
+    while (page.size() < kMaxHelpFile - 50'000) {
+        for (int paragraph = 0; paragraph < 50; ++paragraph)
+            page += "<p>" + std::string(900, 'x') + " word</p><ul><li>item</ul>\n";
+        page += "<h1>Next</h1>";
+    }
     const DWORD start = GetTickCount();
     Open(page);
     EXPECT_EQ(Title(), L"Large");
