@@ -8,6 +8,7 @@
 #include "addrbook/list_columns.h"
 #include "addrbook/resource.h"
 #include "mervane/trouble.h"
+#include "ui/drop_down.h"
 
 namespace addrbook {
 
@@ -70,6 +71,9 @@ void AddressWindow::ShowListMenu(POINT point)
         point = {std::clamp(place.left, client.left, client.right),
                  std::clamp(place.bottom, client.top, client.bottom)};
         ClientToScreen(m_list, &point);
+        RECT list{};
+        GetWindowRect(m_list, &list);
+        point = MenuCorner(point, list);
     }
     HMENU menu = GetSubMenu(GetMenu(m_window), kEditMenu);
     TrackPopupMenu(menu, TPM_RIGHTBUTTON, point.x, point.y, 0, m_window, nullptr);

@@ -14,6 +14,7 @@
 #include "mervane/trouble.h"
 #include "ui/dialog_in_front.h"
 #include "ui/launch.h"
+#include "ui/list_boxes.h"
 #include "ui/message_font.h"
 #include "ui/program_icon.h"
 #include "ui/scale.h"
@@ -132,6 +133,7 @@ LRESULT AddressWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     switch (message) {
     case WM_CREATE: return OnCreate() ? 0 : -1;
     case WM_SIZE: OnSize(); return 0;
+    case WM_DPICHANGED: OnResolutionChanged(*reinterpret_cast<const RECT*>(lParam)); return 0;
     case WM_SETFOCUS: SetFocus(m_focus ? m_focus : m_list); return 0;
     case WM_ACTIVATE:
         if (LOWORD(wParam) == WA_INACTIVE && IsChild(m_window, GetFocus()))
@@ -174,10 +176,7 @@ HWND AddressWindow::MakeChild(const wchar_t* windowClass, const wchar_t* text, D
 bool AddressWindow::OnCreate()
 {
     SetStoreOfWindow(m_window, mervane::StoreNumber(mervane::StorePath()), std::exchange(m_turn, nullptr));
-    m_font = MakeMessageFont();
-    m_textHeight = TextHeight(m_window, m_font.get());
-    m_smallIcon = SetProgramIcon(m_window, ICON_SMALL);
-    m_bigIcon = SetProgramIcon(m_window, ICON_BIG);
+    MakeFonts();
     m_findLabel = MakeChild(L"STATIC", L"Fi&nd:", SS_CENTERIMAGE, 0, IDC_FIND_LABEL);
     m_find = MakeChild(L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, IDC_FIND);
     m_count =
@@ -186,15 +185,39 @@ bool AddressWindow::OnCreate()
     return m_findLabel && m_find && m_count && m_list;
 }
 
+void AddressWindow::MakeFonts()
+{
+    UniqueFont font = MakeMessageFont(m_window);
+    for (HWND child : {m_findLabel, m_find, m_count, m_list})
+        if (child)
+            SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
+    m_font = std::move(font);
+    m_textHeight = TextHeight(m_window, m_font.get());
+    m_smallIcon = SetProgramIcon(m_window, ICON_SMALL);
+    m_bigIcon = SetProgramIcon(m_window, ICON_BIG);
+    m_dpi = DpiOf(m_window);
+}
+
+void AddressWindow::OnResolutionChanged(const RECT& place)
+{
+    const int before = m_dpi;
+    MakeFonts();
+    RescaleColumns(m_list, before, m_dpi);
+    TakePlace(m_window, place);
+    OnSize();
+    InvalidateRect(m_window, nullptr, TRUE);
+}
+
 // The count gives way to the box, the box to nothing.
 void AddressWindow::OnSize()
 {
     RECT client{};
     GetClientRect(m_window, &client);
-    const int margin = Scale(kMargin), label = Scale(kLabelWidth), height = m_textHeight + Scale(kAroundText);
+    const int margin = Scale(m_window, kMargin), label = Scale(m_window, kLabelWidth),
+              height = m_textHeight + Scale(m_window, kAroundText);
     const int findLeft = margin + label;
-    const int findWidth =
-        std::max(0, std::min(Scale(kFindWidth), static_cast<int>(client.right) - findLeft - margin));
+    const int findWidth = std::max(
+        0, std::min(Scale(m_window, kFindWidth), static_cast<int>(client.right) - findLeft - margin));
     const int countLeft = findLeft + findWidth + margin;
     const int listTop = height + 2 * margin;
     MoveWindow(m_findLabel, margin, margin, label, height, TRUE);

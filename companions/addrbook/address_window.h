@@ -56,6 +56,8 @@ class AddressWindow {
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     bool OnCreate();
     void OnSize();
+    void MakeFonts();
+    void OnResolutionChanged(const RECT& place);
     void OnCommand(int id, WORD notification);
     LRESULT OnNotify(NMHDR* header);
     LRESULT OnListNotify(NMHDR* header);
@@ -109,6 +111,7 @@ class AddressWindow {
     HWND m_focus = nullptr; // which child had it when the window was last left
     UniqueFont m_font;
     int m_textHeight = 0;
+    int m_dpi = 0; // that the contents are made for
     UniqueIcon m_smallIcon;
     UniqueIcon m_bigIcon;
     Gathered m_refresh{[this] { Reload(); }}; // for what other programs change

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "ui/scale.h"
 #include "ui/work_area.h"
 
 namespace addrbook {
@@ -21,11 +22,12 @@ void DialogScroll::Fit(HWND dialog)
     RECT window{}, client{};
     GetWindowRect(dialog, &window);
     GetClientRect(dialog, &client);
-    const RECT area = WorkArea();
+    HWND owner = GetWindow(dialog, GW_OWNER);
+    const RECT area = WorkAreaAt(owner ? owner : dialog);
     const LONG width = window.right - window.left, height = window.bottom - window.top;
     const LONG roomX = area.right - area.left, roomY = area.bottom - area.top;
-    const LONG newWidth = std::min(height > roomY ? width + GetSystemMetrics(SM_CXVSCROLL) : width, roomX);
-    const LONG newHeight = std::min(width > roomX ? height + GetSystemMetrics(SM_CYHSCROLL) : height, roomY);
+    const LONG newWidth = std::min(height > roomY ? width + MetricOf(dialog, SM_CXVSCROLL) : width, roomX);
+    const LONG newHeight = std::min(width > roomX ? height + MetricOf(dialog, SM_CYHSCROLL) : height, roomY);
     SetWindowPos(dialog, nullptr, area.left + (roomX - newWidth) / 2, area.top + (roomY - newHeight) / 2,
                  newWidth, newHeight, SWP_NOZORDER | SWP_NOACTIVATE);
     if (height <= roomY && width <= roomX)

@@ -29,19 +29,19 @@ std::wstring WidthName(size_t column)
 }
 
 // The columns share a width; they get no narrower than they need.
-int FirstWidth(size_t column, int room)
+int FirstWidth(HWND list, size_t column, int room)
 {
     int all = 0;
     for (const ColumnShape& shape : kColumns)
-        all += Scale(shape.width);
-    return MulDiv(Scale(kColumns[column].width), std::max(room, all), all);
+        all += Scale(list, shape.width);
+    return MulDiv(Scale(list, kColumns[column].width), std::max(room, all), all);
 }
 
-// In pixels of the screen as they are, so that a width comes back to the pixel.
-int WidthOf(size_t column, const RegistryStore& settings, int room)
+int WidthOf(HWND list, size_t column, const RegistryStore& settings, int room)
 {
     const DWORD stored = settings.GetNumber(kSettings, WidthName(column).c_str(), 0);
-    return stored >= kNarrowest && stored <= kWidest ? static_cast<int>(stored) : FirstWidth(column, room);
+    return stored >= kNarrowest && stored <= kWidest ? SeenWidth(list, static_cast<int>(stored))
+                                                     : FirstWidth(list, column, room);
 }
 
 // What a list as wide as its parent has for columns beside its border and its scroll bar.
@@ -49,7 +49,7 @@ int RoomForColumns(HWND list)
 {
     RECT client{};
     GetClientRect(GetParent(list), &client);
-    return static_cast<int>(client.right) - GetSystemMetrics(SM_CXVSCROLL) - 2 * GetSystemMetrics(SM_CXEDGE) -
+    return static_cast<int>(client.right) - MetricOf(list, SM_CXVSCROLL) - 2 * MetricOf(list, SM_CXEDGE) -
            static_cast<int>(kColumnCount);
 }
 
@@ -62,16 +62,17 @@ void InsertColumns(HWND list, const RegistryStore& settings)
         LVCOLUMNW column{};
         column.mask = LVCF_TEXT | LVCF_WIDTH;
         column.pszText = const_cast<wchar_t*>(kColumns[i].title);
-        column.cx = WidthOf(i, settings, room);
+        column.cx = WidthOf(list, i, settings, room);
         SendMessageW(list, LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
     }
 }
 
 void SaveColumnWidths(HWND list, RegistryStore& settings)
 {
-    for (size_t i = 0; i < kColumnCount; ++i)
-        settings.SetNumber(kSettings, WidthName(i).c_str(),
-                           static_cast<DWORD>(ListView_GetColumnWidth(list, static_cast<int>(i))));
+    for (size_t i = 0; i < kColumnCount; ++i) {
+        const int seen = ListView_GetColumnWidth(list, static_cast<int>(i));
+        settings.SetNumber(kSettings, WidthName(i).c_str(), static_cast<DWORD>(StoredWidth(list, seen)));
+    }
 }
 
 } // namespace addrbook

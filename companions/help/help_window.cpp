@@ -91,6 +91,7 @@ LRESULT HelpWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
         if (wParam != SIZE_MINIMIZED)
             OnSize();
         return 0;
+    case WM_DPICHANGED: OnResolutionChanged(*reinterpret_cast<const RECT*>(lParam)); return 0;
     case WM_SETFOCUS: OnSetFocus(); return 0;
     case WM_ACTIVATE:
         if (LOWORD(wParam) == WA_INACTIVE && IsChild(m_window, GetFocus()))
@@ -139,12 +140,30 @@ bool HelpWindow::MakePanes()
     return true;
 }
 
-bool HelpWindow::OnCreate()
+void HelpWindow::MakeFonts()
 {
-    m_font = MakeMessageFont();
+    UniqueFont font = MakeMessageFont(m_window);
+    for (HWND child : {m_back, m_forward, m_findLabel, m_find, m_status, m_contents.Handle()})
+        if (child)
+            SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
+    m_font = std::move(font);
     m_textHeight = TextHeight(m_window, m_font.get());
     m_smallIcon = SetProgramIcon(m_window, ICON_SMALL);
     m_bigIcon = SetProgramIcon(m_window, ICON_BIG);
+}
+
+void HelpWindow::OnResolutionChanged(const RECT& place)
+{
+    MakeFonts();
+    m_text.OnResolutionChanged();
+    TakePlace(m_window, place);
+    OnSize();
+    InvalidateRect(m_window, nullptr, TRUE);
+}
+
+bool HelpWindow::OnCreate()
+{
+    MakeFonts();
     if (!MakeRow() || !MakePanes())
         return false;
     m_text.SetZoom(static_cast<int>(
@@ -155,17 +174,18 @@ bool HelpWindow::OnCreate()
 // Where the row is short the box leaves room behind it for what is said about what was found.
 void HelpWindow::PlaceRow(int width)
 {
-    const int margin = Scale(kMargin), height = m_textHeight + Scale(kAroundText);
+    const auto scaled = [this](int pixels) { return Scale(m_window, pixels); };
+    const int margin = scaled(kMargin), height = m_textHeight + scaled(kAroundText);
     int left = margin;
     const auto place = [&](HWND child, int childWidth) {
         MoveWindow(child, left, margin, std::max(0, std::min(childWidth, width - left - margin)), height,
                    TRUE);
         left += childWidth + margin;
     };
-    place(m_back, Scale(kButtonWidth));
-    place(m_forward, Scale(kButtonWidth));
-    place(m_findLabel, Scale(kLabelWidth));
-    place(m_find, std::clamp((width - left) / 2, Scale(kNarrowestFind), Scale(kFindWidth)));
+    place(m_back, scaled(kButtonWidth));
+    place(m_forward, scaled(kButtonWidth));
+    place(m_findLabel, scaled(kLabelWidth));
+    place(m_find, std::clamp((width - left) / 2, scaled(kNarrowestFind), scaled(kFindWidth)));
     place(m_status, width);
 }
 
@@ -173,12 +193,13 @@ void HelpWindow::OnSize()
 {
     RECT client{};
     GetClientRect(m_window, &client);
-    const int width = client.right, margin = Scale(kMargin);
+    const auto scaled = [this](int pixels) { return Scale(m_window, pixels); };
+    const int width = client.right, margin = scaled(kMargin);
     PlaceRow(width);
-    const int top = m_textHeight + Scale(kAroundText) + 2 * margin;
+    const int top = m_textHeight + scaled(kAroundText) + 2 * margin;
     const int height = std::max(0, static_cast<int>(client.bottom) - top);
     const int contents =
-        std::min(std::clamp(width * 3 / 10, Scale(kNarrowestContents), Scale(kWidestContents)), width);
+        std::min(std::clamp(width * 3 / 10, scaled(kNarrowestContents), scaled(kWidestContents)), width);
     MoveWindow(m_contents.Handle(), 0, top, contents, height, TRUE);
     MoveWindow(m_text.Handle(), contents + margin, top, std::max(0, width - contents - margin), height, TRUE);
     m_text.Fit();

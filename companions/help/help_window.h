@@ -53,6 +53,8 @@ class HelpWindow {
     bool MakeRow();
     bool MakePanes();
     void OnSize();
+    void MakeFonts();
+    void OnResolutionChanged(const RECT& place);
     void OnCommand(int id);
     LRESULT OnNotify(NMHDR* header);
     LRESULT OnHandedOver(const COPYDATASTRUCT* data);

@@ -74,6 +74,7 @@ bool TextPane::Create(HWND parent, int id)
     m_window = MakeControl(parent, id);
     if (!m_window)
         return false;
+    m_dpi = DpiOf(m_window);
     SetWindowSubclass(m_window, WithoutSelectingAll, 1, 0);
     SendMessageW(m_window, EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
     SendMessageW(m_window, EM_SETEVENTMASK, 0, ENM_LINK);
@@ -119,7 +120,7 @@ int TextPane::WidestColumnNow() const
 {
     RECT client{};
     GetClientRect(m_window, &client);
-    return WidestColumn(MulDiv(client.right, kTwipsPerInch * kNormalZoom, SystemDpi() * Zoom()));
+    return WidestColumn(MulDiv(client.right, kTwipsPerInch * kNormalZoom, SystemDpi() * ControlsZoom()));
 }
 
 void TextPane::MarkLinks()
@@ -174,7 +175,8 @@ size_t TextPane::FirstVisible() const
         std::max<LRESULT>(SendMessageW(m_window, EM_LINEINDEX, static_cast<WPARAM>(line), 0), 0));
 }
 
-int TextPane::Zoom() const
+// What the control has: it shows texts at the system's resolution.
+int TextPane::ControlsZoom() const
 {
     int numerator = 0, denominator = 0;
     SendMessageW(m_window, EM_GETZOOM, reinterpret_cast<WPARAM>(&numerator),
@@ -182,11 +184,23 @@ int TextPane::Zoom() const
     return numerator > 0 && denominator > 0 ? MulDiv(numerator, kNormalZoom, denominator) : kNormalZoom;
 }
 
+int TextPane::Zoom() const
+{
+    return MulDiv(ControlsZoom(), SystemDpi(), m_dpi);
+}
+
 void TextPane::SetZoom(int percent)
 {
-    const int zoom = std::clamp(percent, kSmallestZoom, kLargestZoom);
-    if (zoom != Zoom()) // setting it lays the text out anew
+    const int zoom = MulDiv(std::clamp(percent, kSmallestZoom, kLargestZoom), m_dpi, SystemDpi());
+    if (zoom != ControlsZoom()) // setting it lays the text out anew
         SendMessageW(m_window, EM_SETZOOM, static_cast<WPARAM>(zoom), kNormalZoom);
+}
+
+void TextPane::OnResolutionChanged()
+{
+    const int zoom = Zoom();
+    m_dpi = DpiOf(m_window);
+    SetZoom(zoom);
 }
 
 } // namespace help

@@ -37,15 +37,20 @@ class TextPane {
     size_t FirstVisible() const;
     void ScrollTo(size_t place);
 
+    // As the person has chosen it, whatever the resolution is.
     int Zoom() const;
     void SetZoom(int percent);
+    // The pane's window has another resolution; the text is laid out anew when it is fitted next.
+    void OnResolutionChanged();
 
   private:
     void Load();
     void MarkLinks();
     int WidestColumnNow() const;
+    int ControlsZoom() const;
 
     HWND m_window = nullptr;
+    int m_dpi = 0; // that its text is zoomed to
     std::vector<Block> m_blocks;
     int m_widestColumn = 0; // for which the blocks were laid out
     TopicText m_text;

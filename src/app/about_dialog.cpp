@@ -2,6 +2,8 @@
 
 #include <strsafe.h>
 
+#include <utility>
+
 #include "res/resource.h"
 #include "ui/dialog.h"
 #include "ui/launch.h"
@@ -16,24 +18,28 @@ class AboutDialog : public Dialog {
     const wchar_t* HelpTopic() const override { return kHelpAbout; }
     bool OnInitDialog() override
     {
-        SetBoldFont(IDC_ABOUT_PRODUCT);
+        SetBoldFont();
         wchar_t build[32];
         StringCchPrintfW(build, 32, L"Build (%s)", kBuild);
         SetDlgItemTextW(GetWindow(), IDC_ABOUT_BUILD, build);
         return true;
     }
 
+    void OnResolutionChanged(int) override { SetBoldFont(); }
+
   private:
-    void SetBoldFont(int id)
+    void SetBoldFont()
     {
-        auto font = reinterpret_cast<HFONT>(SendMessageW(GetWindow(), WM_GETFONT, 0, 0));
+        auto plain = reinterpret_cast<HFONT>(SendMessageW(GetWindow(), WM_GETFONT, 0, 0));
         LOGFONTW description{};
-        if (!GetObjectW(font, sizeof description, &description))
+        if (!GetObjectW(plain, sizeof description, &description))
             return;
         description.lfWeight = FW_BOLD;
         description.lfHeight += description.lfHeight / 2;
-        m_boldFont.reset(CreateFontIndirectW(&description));
-        SendDlgItemMessageW(GetWindow(), id, WM_SETFONT, reinterpret_cast<WPARAM>(m_boldFont.get()), TRUE);
+        UniqueFont font(CreateFontIndirectW(&description));
+        SendDlgItemMessageW(GetWindow(), IDC_ABOUT_PRODUCT, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()),
+                            TRUE);
+        m_boldFont = std::move(font);
     }
 
     UniqueFont m_boldFont;

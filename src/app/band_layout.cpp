@@ -26,7 +26,7 @@ REBARBANDINFOW LoadBand(int band, const RegistryStore& settings)
     info.fMask = RBBIM_STYLE | RBBIM_ID | RBBIM_SIZE;
     info.wID = names.id;
     info.fStyle = settings.GetNumber(kSettings, names.styleName, names.styleDefault);
-    // A stored width is one that a band has had at this resolution; the default is given for 96 dpi.
+    // As stored, which is at the system's resolution; the default is given for 96 dpi.
     info.cx = settings.GetNumber(kSettings, names.widthName,
                                  static_cast<DWORD>(Scale(static_cast<int>(names.widthDefault))));
     return info;
@@ -47,7 +47,8 @@ void SaveBandLayout(HWND bands, BandLayoutParts parts, RegistryStore& settings)
             info.wID == 0)
             continue;
         settings.SetNumber(kSettings, names.styleName, info.fStyle);
-        settings.SetNumber(kSettings, names.widthName, info.cxRestored);
+        settings.SetNumber(kSettings, names.widthName,
+                           static_cast<DWORD>(StoredWidth(bands, static_cast<int>(info.cxRestored))));
         if (parts == BandLayoutParts::All)
             settings.SetNumber(kSettings, names.maximizedName, info.fMaximized ? 1 : 0);
     }

@@ -2,7 +2,6 @@
 
 #include <strsafe.h>
 
-#include "app/band_layout.h"
 #include "res/resource.h"
 #include "ui/command_bands.h"
 #include "ui/image_list.h"
@@ -45,36 +44,80 @@ constexpr int kButtonCount = static_cast<int>(sizeof kButtons / sizeof kButtons[
 
 bool MainBands::Create(HINSTANCE instance, HWND parent, const RegistryStore& settings)
 {
-    if (!CreateBands(instance, parent, settings) || !CreateMenu(instance) || !CreateButtons(instance))
+    m_instance = instance;
+    m_parent = parent;
+    BandStates bands;
+    for (int band = 0; band < kBandCount; ++band) {
+        BandState& state = bands[static_cast<size_t>(band)];
+        state.info = LoadBand(band, settings);
+        state.info.cx = static_cast<UINT>(SeenWidth(parent, static_cast<int>(state.info.cx)));
+        state.isMaximized = IsBandStoredMaximized(band, settings);
+    }
+    return Build(bands);
+}
+
+// Bars keep sizes that they have worked out once, each system others: what is made anew has none. The rows of
+// images go behind the window that shows them.
+bool MainBands::Rebuild()
+{
+    const BandStates bands = StatesNow(DpiOf(m_parent));
+    DestroyWindow(m_bands);
+    m_bands = m_menuBar = m_buttonBar = nullptr;
+    return Build(bands);
+}
+
+MainBands::BandStates MainBands::StatesNow(int dpi) const
+{
+    BandStates bands;
+    for (UINT band = 0; band < kBandCount; ++band) {
+        COMMANDBANDSRESTOREINFO now{};
+        CommandBands_GetRestoreInformation(m_bands, band, &now);
+        REBARBANDINFOW& info = bands[band].info;
+        info.cbSize = sizeof info;
+        info.fMask = RBBIM_STYLE | RBBIM_ID | RBBIM_SIZE;
+        info.wID = now.wID;
+        info.fStyle = now.fStyle;
+        info.cx = static_cast<UINT>(MulDiv(static_cast<int>(now.cxRestored), dpi, m_dpi));
+        bands[band].isMaximized = now.fMaximized != FALSE;
+    }
+    return bands;
+}
+
+bool MainBands::Build(const BandStates& bands)
+{
+    m_dpi = DpiOf(m_parent);
+    if (!CreateBands(bands) || !CreateMenu() || !CreateButtons())
         return false;
-    if (!CommandBands_AddAdornments(m_bands, instance, kAdornments))
+    if (!CommandBands_AddAdornments(m_bands, m_instance, kAdornments))
         return false;
     AddRunTimeMenuItems();
-    for (int band : {kMenuBand, kButtonBand})
-        if (IsBandStoredMaximized(band, settings))
-            SendMessageW(m_bands, RB_MAXIMIZEBAND, static_cast<WPARAM>(band), FALSE);
+    for (size_t band = 0; band < bands.size(); ++band)
+        if (bands[band].isMaximized)
+            SendMessageW(m_bands, RB_MAXIMIZEBAND, band, FALSE);
     return true;
 }
 
-bool MainBands::CreateBands(HINSTANCE instance, HWND parent, const RegistryStore& settings)
+bool MainBands::CreateBands(const BandStates& bands)
 {
-    const REBARBANDINFOW bands[kBandCount] = {LoadBand(kMenuBand, settings), LoadBand(kButtonBand, settings)};
-    m_images = LoadImageStrip(instance, IDB_BANDS, kBandImageWidth, CLR_NONE);
-    m_bands = CommandBands_Create(instance, parent, IDC_BANDS, RBS_BANDBORDERS, m_images.get());
-    return m_bands && CommandBands_AddBands(m_bands, instance, kBandCount, bands);
+    REBARBANDINFOW infos[kBandCount];
+    for (size_t band = 0; band < bands.size(); ++band)
+        infos[band] = bands[band].info;
+    m_images = LoadImageStrip(m_instance, IDB_BANDS, kBandImageWidth, CLR_NONE, m_dpi);
+    m_bands = CommandBands_Create(m_instance, m_parent, IDC_BANDS, RBS_BANDBORDERS, m_images.get());
+    return m_bands && CommandBands_AddBands(m_bands, m_instance, kBandCount, infos);
 }
 
-bool MainBands::CreateMenu(HINSTANCE instance)
+bool MainBands::CreateMenu()
 {
     m_menuBar = CommandBands_GetCommandBar(m_bands, kMenuBand);
     m_buttonBar = CommandBands_GetCommandBar(m_bands, kButtonBand);
-    return m_menuBar && m_buttonBar && CommandBar_InsertMenubar(m_menuBar, instance, IDR_MAIN_MENU);
+    return m_menuBar && m_buttonBar && CommandBar_InsertMenubar(m_menuBar, m_instance, IDR_MAIN_MENU);
 }
 
-bool MainBands::CreateButtons(HINSTANCE instance)
+bool MainBands::CreateButtons()
 {
     for (int bitmap : {IDB_NEW_ENTRY, IDB_EDIT_ENTRY, IDB_FILTER})
-        if (CommandBar_AddBitmap(m_buttonBar, instance, bitmap, 1) < 0)
+        if (CommandBar_AddBitmap(m_buttonBar, m_instance, bitmap, 1) < 0)
             return false;
     if (CommandBar_AddBitmap(m_buttonBar, HINST_COMMCTRL, IDB_STD_SMALL_COLOR, kStandardImageCount) < 0)
         return false;
@@ -87,11 +130,11 @@ bool MainBands::CreateButtons(HINSTANCE instance)
     }
     if (!SendMessageW(m_buttonBar, TB_ADDBUTTONSW, kButtonCount, reinterpret_cast<LPARAM>(buttons)))
         return false;
-    SetFilterText(L"None");
+    ShowFilterText();
     TBBUTTONINFOW info{};
     info.cbSize = sizeof info;
     info.dwMask = TBIF_SIZE;
-    info.cx = static_cast<WORD>(Scale(kFilterButtonWidth));
+    info.cx = static_cast<WORD>(Scale(m_parent, kFilterButtonWidth));
     return SendMessageW(m_buttonBar, TB_SETBUTTONINFOW, CMD_CONTACTS, reinterpret_cast<LPARAM>(&info)) != 0;
 }
 
@@ -142,6 +185,11 @@ void MainBands::SetFilterText(const std::wstring& text)
     if (text == m_filterText)
         return;
     m_filterText = text;
+    ShowFilterText();
+}
+
+void MainBands::ShowFilterText()
+{
     TBBUTTONINFOW info{};
     info.cbSize = sizeof info;
     info.dwMask = TBIF_TEXT;

@@ -4,8 +4,10 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <array>
 #include <string>
 
+#include "app/band_layout.h"
 #include "app/registry_store.h"
 #include "util/owners.h"
 
@@ -14,6 +16,10 @@ class MainBands {
     // Builds everything as the settings say. False when the bands, the menu bar or the buttons cannot be
     // made.
     bool Create(HINSTANCE instance, HWND parent, const RegistryStore& settings);
+
+    // Builds everything anew for the resolution that the window has now, with the layout that it had. False
+    // as for Create. What was enabled is to be told again.
+    bool Rebuild();
 
     HWND Handle() const { return m_bands; }
     HWND MenuBar() const { return m_menuBar; }
@@ -34,13 +40,25 @@ class MainBands {
     void OnGetInfoTip(NMTBGETINFOTIPW* tip) const;
 
   private:
-    bool CreateBands(HINSTANCE instance, HWND parent, const RegistryStore& settings);
-    bool CreateMenu(HINSTANCE instance);
-    bool CreateButtons(HINSTANCE instance);
-    void AddRunTimeMenuItems();
+    struct BandState {
+        REBARBANDINFOW info{};
+        bool isMaximized = false;
+    };
+    using BandStates = std::array<BandState, kBandCount>;
 
+    BandStates StatesNow(int dpi) const;
+    bool Build(const BandStates& bands);
+    bool CreateBands(const BandStates& bands);
+    bool CreateMenu();
+    bool CreateButtons();
+    void AddRunTimeMenuItems();
+    void ShowFilterText();
+
+    HINSTANCE m_instance = nullptr;
+    HWND m_parent = nullptr;
+    int m_dpi = 0; // that everything was built for
     UniqueImageList m_images;
-    std::wstring m_filterText;
+    std::wstring m_filterText = L"None";
     HWND m_buttonBar = nullptr;
     HWND m_bands = nullptr;
     HWND m_menuBar = nullptr;

@@ -17,6 +17,7 @@
 #include "ui/command_bands.h"
 #include "ui/dialog_in_front.h"
 #include "ui/drop_down.h"
+#include "ui/program_icon.h"
 #include "ui/scale.h"
 #include "ui/session_end.h"
 #include "ui/store_window.h"
@@ -110,6 +111,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
         PassActivationOn(m_window, wParam);
         return DefWindowProcW(m_window, message, wParam, lParam);
     case WM_SIZE: return OnSize();
+    case WM_DPICHANGED: return OnResolutionChanged(*reinterpret_cast<const RECT*>(lParam));
     case WM_SETFOCUS: SetFocus(m_list.Handle()); return 0;
     case WM_GETMINMAXINFO: return OnGetMinMaxInfo(reinterpret_cast<MINMAXINFO*>(lParam));
     case WM_SETTINGCHANGE: m_list.Refresh(); return 0;
@@ -230,6 +232,27 @@ LRESULT MainWindow::OnSize()
     return 0;
 }
 
+// While the window is being made it goes to its place as it was stored, whatever resolution that has. While
+// its bands are being made anew they are not what is to be stored.
+LRESULT MainWindow::OnResolutionChanged(const RECT& place)
+{
+    if (!m_loaded)
+        return 0;
+    const bool hadFocus = IsChild(m_bands.Handle(), GetFocus());
+    m_loaded = false;
+    const bool isBuilt = m_bands.Rebuild();
+    m_loaded = true;
+    m_list.OnResolutionChanged();
+    m_smallIcon = SetProgramIcon(m_window, ICON_SMALL);
+    m_bigIcon = SetProgramIcon(m_window, ICON_BIG);
+    if (isBuilt)
+        OnSelectionChanged(m_list.SelectionFlag());
+    if (hadFocus)
+        SetFocus(m_list.Handle());
+    TakePlace(m_window, place);
+    return OnSize();
+}
+
 void MainWindow::RefitList()
 {
     m_list.Place(m_bands.Height());
@@ -237,7 +260,7 @@ void MainWindow::RefitList()
 
 LRESULT MainWindow::OnGetMinMaxInfo(MINMAXINFO* info)
 {
-    info->ptMinTrackSize = {Scale(kMinWidth), Scale(kMinHeight)};
+    info->ptMinTrackSize = {Scale(m_window, kMinWidth), Scale(m_window, kMinHeight)};
     return 0;
 }
 

@@ -63,6 +63,7 @@ class MainWindow {
     LRESULT OnDestroy();
     LRESULT OnEndSession(WPARAM ends);
     LRESULT OnSize();
+    LRESULT OnResolutionChanged(const RECT& place);
     LRESULT OnGetMinMaxInfo(MINMAXINFO* info);
     LRESULT OnNotify(NMHDR* notification);
     LRESULT OnBandsNotify(const NMHDR& notification);
@@ -101,4 +102,6 @@ class MainWindow {
     bool m_leftMaximized = false; // when it was last closed
     // Set once everything stored has been loaded: from then on it may be stored again.
     bool m_loaded = false;
+    UniqueIcon m_smallIcon; // for another resolution than it was opened in
+    UniqueIcon m_bigIcon;
 };

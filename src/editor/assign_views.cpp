@@ -3,6 +3,8 @@
 #include "editor/command_keys.h"
 #include "editor/editor_bar.h"
 #include "res/resource.h"
+#include "ui/list_boxes.h"
+#include "ui/scale.h"
 #include "ui/window_scroll.h"
 
 namespace {
@@ -98,6 +100,16 @@ void AssignViews::FollowBody() const
     const RECT place = PlaceOf(m_body);
     MoveWindow(WindowOf(m_view), place.left, place.top, place.right - place.left, place.bottom - place.top,
                TRUE);
+}
+
+void AssignViews::OnResolutionChanged(int before)
+{
+    HWND list = WindowOf(m_view);
+    if (m_view == EditorView::EditEntry || !list)
+        return;
+    SendMessageW(list, WM_SETFONT, static_cast<WPARAM>(SendMessageW(m_editor, WM_GETFONT, 0, 0)), FALSE);
+    RescaleColumns(list, before, DpiOf(m_editor));
+    Refresh();
 }
 
 void AssignViews::Refresh()

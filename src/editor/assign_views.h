@@ -24,6 +24,8 @@ class AssignViews {
     [[nodiscard]] bool SwitchTo(EditorView view);
     // Moves the list to where the body is.
     void FollowBody() const;
+    // The editor has another resolution and font.
+    void OnResolutionChanged(int before);
     // When the editor closes.
     void DestroyLists();
     // After the user has edited the categories.

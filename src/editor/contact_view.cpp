@@ -60,8 +60,8 @@ void ContactView::Fill()
         return AddColumnAcross(m_list, kUnreadContacts);
     if (isEmpty)
         return ShowOnlyItem(m_list, kNoContacts);
-    AddColumn(m_list, 0, L"File As", Scale(145));
-    AddColumn(m_list, 1, L"Company", Scale(143));
+    AddColumn(m_list, 0, L"File As", Scale(m_list, 145));
+    AddColumn(m_list, 1, L"Company", Scale(m_list, 143));
     m_record->Contacts().UpdateList(m_list);
 }
 

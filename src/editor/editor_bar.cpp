@@ -1,5 +1,8 @@
 #include "editor/editor_bar.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "res/resource.h"
 #include "ui/image_list.h"
 #include "ui/scale.h"
@@ -59,15 +62,31 @@ bool EditorBar::Create(HINSTANCE instance, HWND parent, HFONT font)
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_EDITOR_BAR)), instance, nullptr);
     if (!m_window)
         return false;
-    m_images = LoadImageStrip(instance, IDB_EDITOR_BAR, kImageWidth, kImageMask);
-    m_greyedImages = LoadGreyedImageStrip(instance, IDB_EDITOR_BAR, kImageWidth, kImageMask);
     SendMessageW(m_window, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     SendMessageW(m_window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     // The drop-down buttons show an arrow; the editor drops their menu from the button's body as well.
     SendMessageW(m_window, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS);
-    SendMessageW(m_window, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_images.get()));
-    SendMessageW(m_window, TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(m_greyedImages.get()));
+    SetImages(instance);
     return AddButtons();
+}
+
+void EditorBar::SetImages(HINSTANCE instance)
+{
+    const int dpi = DpiOf(m_window);
+    UniqueImageList images = LoadImageStrip(instance, IDB_EDITOR_BAR, kImageWidth, kImageMask, dpi);
+    UniqueImageList greyed = LoadGreyedImageStrip(instance, IDB_EDITOR_BAR, kImageWidth, kImageMask, dpi);
+    SendMessageW(m_window, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.get()));
+    SendMessageW(m_window, TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(greyed.get()));
+    m_images = std::move(images);
+    m_greyedImages = std::move(greyed);
+}
+
+void EditorBar::OnResolutionChanged(HFONT font)
+{
+    SendMessageW(m_window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    SetImages(GetModuleHandleW(nullptr));
+    SetSizes();
+    InvalidateRect(m_window, nullptr, TRUE);
 }
 
 bool EditorBar::AddButtons()
@@ -75,7 +94,7 @@ bool EditorBar::AddButtons()
     std::vector<TBBUTTON> buttons;
     for (const BarButton& button : kButtons) {
         TBBUTTON added{};
-        added.iBitmap = button.command ? button.image : Scale(button.image);
+        added.iBitmap = button.command ? button.image : Scale(m_window, button.image);
         added.idCommand = button.command;
         added.fsState = TBSTATE_ENABLED;
         added.fsStyle = button.style;
@@ -84,11 +103,31 @@ bool EditorBar::AddButtons()
     }
     if (!SendMessageW(m_window, TB_ADDBUTTONSW, buttons.size(), reinterpret_cast<LPARAM>(buttons.data())))
         return false;
-    SendMessageW(m_window, TB_SETBUTTONSIZE, 0, MAKELPARAM(Scale(kButtonWidth), Scale(kButtonHeight)));
     for (const BarButton& button : kButtons)
-        if (button.command)
-            SetWidth(button.command, button.width);
+        m_widths.push_back(button.command ? button.width : button.image);
+    SetSizes();
     return true;
+}
+
+void EditorBar::SetSizes()
+{
+    SendMessageW(m_window, TB_SETBUTTONSIZE, 0,
+                 MAKELPARAM(Scale(m_window, kButtonWidth), Scale(m_window, kButtonHeight)));
+    TBBUTTONINFOW info{};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_BYINDEX | TBIF_SIZE;
+    for (size_t i = 0; i < m_widths.size(); ++i) {
+        info.cx = static_cast<WORD>(Scale(m_window, m_widths[i]));
+        SendMessageW(m_window, TB_SETBUTTONINFOW, i, reinterpret_cast<LPARAM>(&info));
+    }
+}
+
+// Of a command of the bar.
+int& EditorBar::WidthOf(int command)
+{
+    const auto found = std::find_if(std::begin(kButtons), std::end(kButtons),
+                                    [=](const BarButton& button) { return button.command == command; });
+    return m_widths[static_cast<size_t>(found - std::begin(kButtons))];
 }
 
 void EditorBar::SetFace(int command, const ButtonFace& face)
@@ -99,16 +138,8 @@ void EditorBar::SetFace(int command, const ButtonFace& face)
     info.dwMask = TBIF_TEXT | TBIF_IMAGE | TBIF_SIZE;
     info.pszText = text.data();
     info.iImage = face.image;
-    info.cx = static_cast<WORD>(Scale(face.width));
-    SendMessageW(m_window, TB_SETBUTTONINFOW, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(&info));
-}
-
-void EditorBar::SetWidth(int command, int width)
-{
-    TBBUTTONINFOW info{};
-    info.cbSize = sizeof info;
-    info.dwMask = TBIF_SIZE;
-    info.cx = static_cast<WORD>(Scale(width));
+    info.cx = static_cast<WORD>(Scale(m_window, face.width));
+    WidthOf(command) = face.width;
     SendMessageW(m_window, TB_SETBUTTONINFOW, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(&info));
 }
 

@@ -16,6 +16,8 @@ class EditorBar {
     // Makes the bar with its buttons, a child of parent without a size yet. False on failure.
     [[nodiscard]] bool Create(HINSTANCE instance, HWND parent, HFONT font);
     HWND Window() const { return m_window; }
+    // The window has another resolution, and this font.
+    void OnResolutionChanged(HFONT font);
 
     // How a button shows its value: text, image and width.
     void SetFace(int command, const ButtonFace& face);
@@ -36,11 +38,14 @@ class EditorBar {
     static const wchar_t* Tooltip(int command);
 
   private:
+    void SetImages(HINSTANCE instance);
     bool AddButtons();
-    void SetWidth(int command, int width);
+    void SetSizes();
+    int& WidthOf(int command);
     void SetWrap(int index, bool wrap);
 
-    HWND m_window = nullptr; // the parent destroys it
+    HWND m_window = nullptr;   // the parent destroys it
+    std::vector<int> m_widths; // of the buttons and separators, at 96 dpi
     UniqueImageList m_images;
     UniqueImageList m_greyedImages;
 };

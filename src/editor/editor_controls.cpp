@@ -50,9 +50,9 @@ struct Maker {
 
     HWND Make(const wchar_t* className, const wchar_t* text, int id, DWORD style, DWORD exStyle = 0) const
     {
-        HWND control =
-            CreateWindowExW(exStyle, className, text, style, 0, 0, Scale(kRowHeight), Scale(kRowHeight),
-                            editor, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), instance, nullptr);
+        HWND control = CreateWindowExW(exStyle, className, text, style, 0, 0, Scale(editor, kRowHeight),
+                                       Scale(editor, kRowHeight), editor,
+                                       reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), instance, nullptr);
         SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
         return control;
     }
@@ -103,9 +103,10 @@ bool EditorControls::Create(HINSTANCE instance, HWND editor, EditorBar* bar)
     if (!MakeInTabOrder(instance, editor, bar) || !FindTemplateControls(editor))
         return false;
     FollowLocale();
-    m_subjectDrop = DroppedHeight(subject) + Scale(kSubjectList);
-    m_drop = DroppedHeight(type) + Scale(kList);
-    LimitList(duration, Scale(kList));
+    m_dpi = DpiOf(editor);
+    m_subjectDrop = DroppedHeight(subject) + Scale(editor, kSubjectList);
+    m_drop = DroppedHeight(type) + Scale(editor, kList);
+    LimitList(duration, Scale(editor, kList));
     AddKeys(editor, bar->Window());
     return true;
 }
@@ -155,9 +156,10 @@ void EditorControls::Place(const EditorLayout& layout, const EditorBar& bar, int
 {
     Move(date, layout.date, scrolled);
     Move(time, layout.time, scrolled);
-    Move(subject, layout.subject, scrolled, m_subjectDrop);
-    Move(type, layout.type, scrolled, m_drop);
-    Move(duration, layout.duration, scrolled, m_drop);
+    const int drop = MulDiv(m_drop, DpiOf(type), m_dpi);
+    Move(subject, layout.subject, scrolled, MulDiv(m_subjectDrop, DpiOf(subject), m_dpi));
+    Move(type, layout.type, scrolled, drop);
+    Move(duration, layout.duration, scrolled, drop);
     Move(bar.Window(), layout.bar, scrolled);
     Move(line, layout.line, scrolled);
     Move(body, layout.body, scrolled);
@@ -165,7 +167,7 @@ void EditorControls::Place(const EditorLayout& layout, const EditorBar& bar, int
     Move(categories, layout.categories, scrolled);
     Move(ok, layout.ok, scrolled);
     Move(cancel, layout.cancel, scrolled);
-    const int width = layout.subject.right - layout.subject.left + Scale(kSubjectListWider);
+    const int width = layout.subject.right - layout.subject.left + Scale(subject, kSubjectListWider);
     SendMessageW(subject, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(width), 0);
 }
 
@@ -182,6 +184,12 @@ void EditorControls::ShowCategories(bool show) const
     // One that was shown and has moved paints nothing of its own accord where it has come to.
     for (HWND control : {label, categories})
         InvalidateRect(control, nullptr, TRUE);
+}
+
+void EditorControls::SetFont(HFONT font) const
+{
+    for (HWND control : {date, time, subject, type, duration})
+        SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
 }
 
 int EditorControls::BoxHeight() const

@@ -31,6 +31,8 @@ struct EditorControls {
     void ShowCategories(bool show) const;
     // The date picker does it by itself.
     void FollowLocale() const;
+    // Gives those that are made here the editor's font once it has another one.
+    void SetFont(HFONT font) const;
 
     int BoxHeight() const;
     int LabelWidth() const;
@@ -40,6 +42,7 @@ struct EditorControls {
     bool FindTemplateControls(HWND editor);
     void AddKeys(HWND editor, HWND bar) const;
 
+    int m_dpi = 0;         // that these are for
     int m_subjectDrop = 0; // overall heights of the boxes, lists included
     int m_drop = 0;
 };

@@ -10,6 +10,7 @@
 #include "editor/editor_settings.h"
 #include "editor/scoped_quiet.h"
 #include "editor/subject_box.h"
+#include "editor/zoom.h"
 #include "res/resource.h"
 #include "ui/control_text.h"
 #include "ui/scale.h"
@@ -121,10 +122,27 @@ void EntryEditor::SetBarState()
     ShowTimer();
 }
 
+// It opens on its owner's screen and fills the one that it has been brought to.
+RECT EntryEditor::OwnWorkArea() const
+{
+    return m_isPlaced ? WorkAreaAt(GetWindow()) : OwnersWorkArea();
+}
+
+void EntryEditor::OnResolutionChanged(int before)
+{
+    const auto font = reinterpret_cast<HFONT>(SendMessageW(GetWindow(), WM_GETFONT, 0, 0));
+    m_controls.SetFont(font);
+    m_bar.OnResolutionChanged(font);
+    LayOut();
+    m_views.OnResolutionChanged(before);
+    ApplyZoom(ZoomIdOfText(m_bar.Text(CMD_ZOOM)));
+}
+
 // The layout takes the client area as it is without a scroll bar, and once more with one where it has to.
 void EntryEditor::LayOut()
 {
-    m_workArea = WorkArea();
+    m_workArea = OwnWorkArea();
+    m_isPlaced = true;
     m_scroll.SetExtent(GetWindow(), 0, 0);
     MoveWindow(m_workArea.left, m_workArea.top, m_workArea.right - m_workArea.left,
                m_workArea.bottom - m_workArea.top, true);
@@ -155,7 +173,7 @@ EditorMetrics EntryEditor::Measure() const
     metrics.barButtons = m_bar.Buttons();
     metrics.barRowHeight = m_bar.RowHeight();
     metrics.showCategories = ShowsCategories(App());
-    metrics.dpi = SystemDpi();
+    metrics.dpi = DpiOf(GetWindow());
     return metrics;
 }
 
@@ -170,12 +188,12 @@ void EntryEditor::ShowCategories()
 void EntryEditor::OnSettingsChanged()
 {
     m_controls.FollowLocale();
-    const RECT area = WorkArea();
+    const RECT area = OwnWorkArea();
     if (!EqualRect(&area, &m_workArea))
         return LayOut();
     const bool show = ShowsCategories(App());
     if (show) {
-        const EditorLayout layout = WithLineBelowBody(m_layout, SystemDpi());
+        const EditorLayout layout = WithLineBelowBody(m_layout, DpiOf(GetWindow()));
         m_controls.Place(layout, m_bar, m_scroll.Position());
         m_views.FollowBody();
     }

@@ -16,6 +16,7 @@
 #include "ui/control_text.h"
 #include "ui/drop_down.h"
 #include "ui/launch.h"
+#include "ui/scale.h"
 #include "ui/typed_time.h"
 #include "util/clock.h"
 #include "util/date_text.h"
@@ -342,7 +343,7 @@ void EntryEditor::ApplyZoom(int menuId)
 {
     const ZoomStep& step = ZoomStepOf(static_cast<unsigned>(menuId));
     m_bar.SetFace(CMD_ZOOM, ZoomFace(step));
-    UniqueFont font = MakeZoomFont(step);
+    UniqueFont font = MakeZoomFont(step, DpiOf(GetWindow()));
     SendMessageW(m_controls.body, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
     m_bodyFont = std::move(font);
     StoreZoom(&App(), static_cast<DWORD>(ZoomIdOfText(m_bar.Text(CMD_ZOOM))));

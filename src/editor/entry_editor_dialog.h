@@ -36,6 +36,7 @@ class EntryEditor : public Dialog {
 
   protected:
     bool OnInitDialog() override;
+    void OnResolutionChanged(int before) override;
     const wchar_t* HelpTopic() const override { return m_helpTopic; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
     const wchar_t* Unsaved() const override { return HasUnstored() ? L"An entry is not saved." : nullptr; }
@@ -48,6 +49,7 @@ class EntryEditor : public Dialog {
     void FillBoxes();
     void SetBarState();
     void LayOut();
+    RECT OwnWorkArea() const;
     EditorMetrics Measure() const;
     void ShowTimes();
     [[nodiscard]] bool Load();
@@ -114,6 +116,7 @@ class EntryEditor : public Dialog {
     EditorBar m_bar;
     EditorLayout m_layout;
     RECT m_workArea{};
+    bool m_isPlaced = false;
     WindowScroll m_scroll;
     UniqueFont m_bodyFont;
     const wchar_t* m_helpTopic = kHelpEntry;

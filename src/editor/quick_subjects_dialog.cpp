@@ -39,6 +39,7 @@ class QuickSubjectsDialog : public Dialog {
 
   protected:
     bool OnInitDialog() override;
+    void OnResolutionChanged(int) override { FitExtent(); }
     const wchar_t* HelpTopic() const override { return kHelpQuickSubjects; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
@@ -58,6 +59,7 @@ class QuickSubjectsDialog : public Dialog {
     void RestorePlaceholder();
     void SelectText();
     void ShowSubjects();
+    void FitExtent() const;
     int WidthOfSubjects() const;
     void ShowButtons(const SubjectButtons& buttons);
 
@@ -212,7 +214,13 @@ void QuickSubjectsDialog::ShowSubjects()
     SendMessageW(list, LB_RESETCONTENT, 0, 0);
     for (const std::wstring& subject : m_subjects.InOrder())
         SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(subject.c_str()));
-    SendMessageW(list, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(WidthOfSubjects()), 0);
+    FitExtent();
+}
+
+void QuickSubjectsDialog::FitExtent() const
+{
+    SendDlgItemMessageW(GetWindow(), IDC_QUICK_SUBJECT_LIST, LB_SETHORIZONTALEXTENT,
+                        static_cast<WPARAM>(WidthOfSubjects()), 0);
 }
 
 int QuickSubjectsDialog::WidthOfSubjects() const
@@ -229,7 +237,7 @@ int QuickSubjectsDialog::WidthOfSubjects() const
         }
     }
     ReleaseDC(list, dc);
-    return width + Scale(kTextMargin);
+    return width + Scale(GetWindow(), kTextMargin);
 }
 
 void QuickSubjectsDialog::ShowButtons(const SubjectButtons& buttons)

@@ -41,10 +41,10 @@ ButtonFace ZoomFace(const ZoomStep& step)
     return {step.text, kZoomImage, kZoomWidth};
 }
 
-UniqueFont MakeZoomFont(const ZoomStep& step)
+UniqueFont MakeZoomFont(const ZoomStep& step, int dpi)
 {
     LOGFONTW font{};
-    font.lfHeight = Scale(step.height);
+    font.lfHeight = ScaleForDpi(step.height, dpi);
     font.lfWeight = step.weight;
     font.lfCharSet = DEFAULT_CHARSET;
     wcscpy(font.lfFaceName, L"Tahoma");

@@ -22,4 +22,4 @@ const ZoomStep& ZoomStepOf(unsigned menuId);
 int ZoomIdOfText(const std::wstring& text);
 
 ButtonFace ZoomFace(const ZoomStep& step);
-UniqueFont MakeZoomFont(const ZoomStep& step);
+UniqueFont MakeZoomFont(const ZoomStep& step, int dpi);

@@ -230,7 +230,7 @@ void ExportDialog::TellCount(uint32_t count)
 
 void RunExportDialog(HWND owner, const std::wstring& path, ExportFormat format, const ExportSource& source)
 {
-    const int id = UsesWideLayout(WorkArea()) ? IDD_EXPORT_WIDE : IDD_EXPORT_TALL;
+    const int id = UsesWideLayout(WorkAreaAt(owner)) ? IDD_EXPORT_WIDE : IDD_EXPORT_TALL;
     ExportDialog(path, format, source).DoModal(GetModuleHandleW(nullptr), id, owner);
 }
 

@@ -18,7 +18,7 @@ RECT NoticeRect(HWND list)
     RECT header{};
     GetClientRect(list, &rect);
     GetClientRect(ListView_GetHeader(list), &header);
-    rect.top = std::max<LONG>(Scale(kNoticeTop), header.bottom);
+    rect.top = std::max<LONG>(Scale(list, kNoticeTop), header.bottom);
     rect.bottom = std::max(rect.top, rect.bottom);
     return rect;
 }
@@ -42,6 +42,11 @@ void EmptyNotice::Show(HWND list, bool empty)
     m_window.reset(CreateWindowExW(0, L"STATIC", kEmptyText, WS_CHILD | WS_VISIBLE | SS_CENTER, rect.left,
                                    rect.top, rect.right - rect.left, rect.bottom - rect.top, list, nullptr,
                                    GetModuleHandleW(nullptr), nullptr));
+    SetFont(list);
+}
+
+void EmptyNotice::SetFont(HWND list) const
+{
     if (m_window)
         SendMessageW(m_window.get(), WM_SETFONT, static_cast<WPARAM>(SendMessageW(list, WM_GETFONT, 0, 0)),
                      TRUE);

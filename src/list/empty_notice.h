@@ -9,6 +9,8 @@ class EmptyNotice {
   public:
     // Shows the notice in the list, or takes it away.
     void Show(HWND list, bool empty);
+    // Gives it the list's font.
+    void SetFont(HWND list) const;
     // Fits it into the list's client area.
     void Fit(HWND list);
     void Hide() { m_window.reset(); }

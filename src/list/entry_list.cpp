@@ -1,6 +1,7 @@
 #include "list/entry_list.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "app/journal_app.h"
 #include "list/list_columns.h"
@@ -8,6 +9,8 @@
 #include "res/resource.h"
 #include "ui/canvas.h"
 #include "ui/image_list.h"
+#include "ui/message_font.h"
+#include "ui/scale.h"
 #include "ui/scoped.h"
 
 namespace {
@@ -39,6 +42,7 @@ HWND EntryList::Create(HWND parent, ColumnSet* columns, DWORD style, int topOffs
         return nullptr;
     m_selection.Attach(m_list);
     ListView_SetExtendedListViewStyle(m_list, LVS_EX_FULLROWSELECT);
+    m_font = FitControlFont(m_list);
     SetImages();
     m_columns = columns;
     LoadColumns(columns, App(), WorkAreaRight());
@@ -66,14 +70,37 @@ void EntryList::MeasureRows()
 void EntryList::SetImages()
 {
     HINSTANCE instance = GetModuleHandleW(nullptr);
-    UniqueImageList images = LoadImageStrip(instance, IDB_LIST_IMAGES, kImageWidth, kImageMask);
+    UniqueImageList images =
+        LoadImageStrip(instance, IDB_LIST_IMAGES, kImageWidth, kImageMask, DpiOf(m_list));
     // A number beyond the images shows none, and takes no time to draw, which the blank one would in every
     // row.
     ImageList_SetImageCount(images.get(), kImageBlank);
-    ListView_SetImageList(m_list, images.release(), LVSIL_SMALL);
-    m_headerImages = LoadImageStrip(instance, IDB_HEADER_IMAGES, kImageWidth, kImageMask);
-    ListView_SetImageList(m_list, m_headerImages.get(), kHeaderImagesType);
-    Header_SetImageList(ListView_GetHeader(m_list), m_headerImages.get());
+    const UniqueImageList before(ListView_SetImageList(m_list, images.release(), LVSIL_SMALL));
+    UniqueImageList headerImages =
+        LoadImageStrip(instance, IDB_HEADER_IMAGES, kImageWidth, kImageMask, DpiOf(m_list));
+    ListView_SetImageList(m_list, headerImages.get(), kHeaderImagesType);
+    Header_SetImageList(ListView_GetHeader(m_list), headerImages.get());
+    m_headerImages = std::move(headerImages);
+}
+
+void EntryList::SetWidths()
+{
+    for (int position = 0; m_columns && position < m_columns->shownCount; ++position)
+        ListView_SetColumnWidth(m_list, position, SeenWidth(m_list, ColumnAt(position).Width()));
+}
+
+void EntryList::OnResolutionChanged()
+{
+    if (!m_list)
+        return;
+    UniqueFont font = MakeControlFont(m_list);
+    SendMessageW(m_list, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
+    m_font = std::move(font);
+    SetImages();
+    SetWidths();
+    MeasureRows();
+    m_notice.SetFont(m_list);
+    InvalidateRect(m_list, nullptr, TRUE);
 }
 
 void EntryList::DropHeaderImages()
@@ -198,7 +225,7 @@ void EntryList::OnDoubleClick()
 void EntryList::OnEndTrack(const NMHEADERW& track)
 {
     if (IsShownColumn(track.iItem) && track.pitem && (track.pitem->mask & HDI_WIDTH))
-        SetColumnWidth(track.iItem, track.pitem->cxy);
+        SetColumnWidth(track.iItem, StoredWidth(m_list, track.pitem->cxy));
 }
 
 // The control fits the column to its texts, before or after it says so.
@@ -207,8 +234,8 @@ void EntryList::OnDividerDoubleClick(int position)
     if (!IsShownColumn(position))
         return;
     ListView_SetColumnWidth(m_list, position, LVSCW_AUTOSIZE);
-    SetColumnWidth(position, ListView_GetColumnWidth(m_list, position));
-    ListView_SetColumnWidth(m_list, position, ColumnAt(position).Width());
+    SetColumnWidth(position, StoredWidth(m_list, ListView_GetColumnWidth(m_list, position)));
+    ListView_SetColumnWidth(m_list, position, SeenWidth(m_list, ColumnAt(position).Width()));
 }
 
 void EntryList::SetColumnWidth(int position, int width)

@@ -39,6 +39,8 @@ class EntryList {
     // Selects, focuses and scrolls to the row of a record; one that is not there loses the flag.
     void SelectRecord(CEOID id);
     void ClearSelection();
+    // The window has another resolution: texts, images and columns follow. To be placed anew.
+    void OnResolutionChanged();
     // Fits the list into the parent's client area below topOffset pixels.
     void Place(int topOffset);
     // Saves the column set and destroys the empty notice. Only after Create has loaded the column set.
@@ -75,6 +77,7 @@ class EntryList {
 
     void MeasureRows();
     void SetImages();
+    void SetWidths();
     void DropHeaderImages();
     void SetColumnWidth(int position, int width);
     bool IsShownColumn(int position) const;
@@ -86,6 +89,7 @@ class EntryList {
     HWND m_list = nullptr;
     WindowHook m_hook;
     ColumnSet* m_columns = nullptr; // null until loaded
+    UniqueFont m_font;              // where it has one of its own
     UniqueImageList m_headerImages;
     FilteredRows m_rows;
     DisplayCache m_cache;

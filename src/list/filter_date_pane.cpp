@@ -59,8 +59,13 @@ void FilterDatePane::FillMonths()
         SendMessageW(m_months, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
         CheckItem(m_months, item.iItem, (m_filter->monthMask & MonthBit(item.iItem)) != 0);
     }
-    SetItemWidth(m_months, Scale(kMonthWidth));
+    OnResolutionChanged();
     ListView_SetItemState(m_months, 0, LVIS_FOCUSED, LVIS_FOCUSED);
+}
+
+void FilterDatePane::OnResolutionChanged() const
+{
+    SetItemWidth(m_months, Scale(m_dialog, kMonthWidth));
 }
 
 HWND FilterDatePane::MakePicker(int id, int labelId, const SYSTEMTIME& day) const

@@ -14,6 +14,7 @@ class FilterDatePane {
     // Makes the controls that the template does not have, with the filter's choices in them. A day that was
     // never set shows as today.
     void Create(HWND dialog);
+    void OnResolutionChanged() const;
     void Show(bool show);
     // Where the keyboard begins.
     HWND First() const;

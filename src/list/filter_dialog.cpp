@@ -25,6 +25,7 @@ class FilterDialog : public Dialog {
 
   protected:
     bool OnInitDialog() override;
+    void OnResolutionChanged(int before) override;
     const wchar_t* HelpTopic() const override { return kHelpFilter; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
@@ -53,6 +54,12 @@ bool FilterDialog::OnInitDialog()
     if (first)
         SetFocus(first);
     return !first;
+}
+
+void FilterDialog::OnResolutionChanged(int)
+{
+    m_dates.OnResolutionChanged();
+    m_categories.Refresh();
 }
 
 bool FilterDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT*)

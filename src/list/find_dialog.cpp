@@ -13,7 +13,6 @@
 #include "ui/scale.h"
 #include "ui/typed_time.h"
 #include "ui/window_scroll.h"
-#include "ui/work_area.h"
 #include "util/clock.h"
 
 namespace {
@@ -86,10 +85,11 @@ bool FindDialog::OnInitDialog()
 // It follows the box in the tab order.
 void FindDialog::CreateDayPicker()
 {
+    const auto scaled = [this](LONG pixels) { return Scale(GetWindow(), static_cast<int>(pixels)); };
     m_day = CreateWindowExW(0, DATETIMEPICK_CLASSW, L"DateTime",
-                            WS_CHILD | WS_VISIBLE | WS_TABSTOP | DTS_SHORTDATEFORMAT, Scale(kDayPlace.left),
-                            Scale(kDayPlace.top), Scale(kDayPlace.right - kDayPlace.left),
-                            Scale(kDayPlace.bottom - kDayPlace.top), GetWindow(),
+                            WS_CHILD | WS_VISIBLE | WS_TABSTOP | DTS_SHORTDATEFORMAT, scaled(kDayPlace.left),
+                            scaled(kDayPlace.top), scaled(kDayPlace.right - kDayPlace.left),
+                            scaled(kDayPlace.bottom - kDayPlace.top), GetWindow(),
                             reinterpret_cast<HMENU>(IDC_FIND_DAY), GetModuleHandleW(nullptr), nullptr);
     PlaceInDialog(m_day, GetWindow(), GetItem(IDC_FIND_TEXT));
     TellTyping(m_day, GetWindow());
@@ -104,7 +104,7 @@ void FindDialog::MakeRoomForDay()
     RECT day{}, frame{};
     GetWindowRect(m_day, &day);
     GetWindowRect(GetItem(IDC_FIND_TEXT_FRAME), &frame);
-    const LONG growth = day.bottom + Scale(kDayMargin) - frame.bottom;
+    const LONG growth = day.bottom + Scale(GetWindow(), kDayMargin) - frame.bottom;
     if (growth > 0)
         GrowBy(growth, {IDC_FIND_TEXT_FRAME, IDC_FIND_CASE_FRAME});
 }
@@ -127,7 +127,7 @@ void FindDialog::MakeDropTaller()
 {
     HWND box = GetItem(IDC_FIND_TEXT);
     const SIZE before = DroppedSize(box);
-    const LONG wanted = before.cy + Scale(kDropTaller);
+    const LONG wanted = before.cy + Scale(GetWindow(), kDropTaller);
     constexpr UINT kSizeOnly = SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE;
     SetWindowPosition(0, 0, before.cx, wanted, box, kSizeOnly, nullptr);
     const LONG missing = wanted - DroppedSize(box).cy;
@@ -176,15 +176,15 @@ void FindDialog::EnableWhatBelongs()
 // A dialog higher than the work area scrolls, which needs it to be shown already.
 void FindDialog::FitIntoWorkArea()
 {
-    const RECT area = WorkArea();
+    const RECT area = OwnersWorkArea();
     RECT own{}, inside{};
     GetWindowRect(GetWindow(), &own);
     GetClientRectangle(&inside);
     const LONG missing = (own.bottom - own.top) - (area.bottom - area.top);
     if (missing <= 0)
         return;
-    SetWindowPosition(0, 0, own.right - own.left + GetSystemMetrics(SM_CXVSCROLL), area.bottom - area.top,
-                      nullptr, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE, nullptr);
+    SetWindowPosition(0, 0, own.right - own.left + MetricOf(GetWindow(), SM_CXVSCROLL),
+                      area.bottom - area.top, nullptr, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE, nullptr);
     CenterOnWorkArea();
     m_scroll.SetExtent(GetWindow(), inside.bottom, inside.bottom - missing);
     for (HWND child = ::GetWindow(GetWindow(), GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT))

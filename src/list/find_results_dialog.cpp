@@ -11,10 +11,10 @@
 #include "res/resource.h"
 #include "ui/dialog.h"
 #include "ui/launch.h"
+#include "ui/list_boxes.h"
 #include "ui/scale.h"
 #include "ui/scoped.h"
 #include "ui/window_hook.h"
-#include "ui/work_area.h"
 #include "util/date_text.h"
 #include "util/owners.h"
 
@@ -60,6 +60,7 @@ class FindResultsDialog : public Dialog {
 
   protected:
     bool OnInitDialog() override;
+    void OnResolutionChanged(int before) override { RescaleColumns(List(), before, DpiOf(GetWindow())); }
     const wchar_t* HelpTopic() const override { return kHelpFound; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
@@ -111,7 +112,7 @@ LRESULT FindResultsDialog::HandleListMessage(void* self, UINT message, WPARAM wP
 // The template is as small as a small screen wants it; elsewhere the list gets the room.
 void FindResultsDialog::Fit()
 {
-    const RECT area = WorkArea();
+    const RECT area = OwnersWorkArea();
     RECT own{}, inside{}, list{}, button{};
     GetWindowRect(GetWindow(), &own);
     GetClientRectangle(&inside);
@@ -119,8 +120,8 @@ void FindResultsDialog::Fit()
     GetWindowRect(GetItem(IDOK), &button);
     const LONG mostX = (area.right - area.left) - (own.right - own.left);
     const LONG mostY = (area.bottom - area.top) - (own.bottom - own.top);
-    const LONG x = std::min<LONG>(Scale(kWantedClient.cx) - inside.right, mostX);
-    const LONG y = std::min<LONG>(Scale(kWantedClient.cy) - inside.bottom, mostY);
+    const LONG x = std::min<LONG>(Scale(GetWindow(), kWantedClient.cx) - inside.right, mostX);
+    const LONG y = std::min<LONG>(Scale(GetWindow(), kWantedClient.cy) - inside.bottom, mostY);
     constexpr UINT kSizeOnly = SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE;
     SetWindowPosition(0, 0, own.right - own.left + x, own.bottom - own.top + y, nullptr, kSizeOnly, nullptr);
     SetWindowPosition(0, 0, list.right - list.left + x, list.bottom - list.top + y, List(), kSizeOnly,
@@ -134,8 +135,8 @@ void FindResultsDialog::AddColumns()
 {
     RECT inside{};
     GetClientRectangle(&inside, List());
-    const int dateWidth = Scale(kDateWidth);
-    const int subjectWidth = inside.right - dateWidth - GetSystemMetrics(SM_CXVSCROLL);
+    const int dateWidth = Scale(GetWindow(), kDateWidth);
+    const int subjectWidth = inside.right - dateWidth - MetricOf(GetWindow(), SM_CXVSCROLL);
     const std::pair<const wchar_t*, int> columns[] = {{L"Date", dateWidth}, {L"Subject", subjectWidth}};
     for (int i = 0; i < 2; ++i) {
         LVCOLUMNW column{};

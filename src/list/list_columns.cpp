@@ -1,5 +1,6 @@
 #include "list/list_columns.h"
 
+#include "ui/scale.h"
 #include "ui/scoped.h"
 
 namespace {
@@ -53,6 +54,7 @@ bool InsertColumns(HWND list, const ColumnSet& columns)
     }
     for (int i = 0; i < columns.shownCount; ++i) {
         LVCOLUMNW header = HeaderColumn(columns.columns[static_cast<size_t>(i)], i);
+        header.cx = SeenWidth(list, header.cx);
         if (SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&header)) <
             0)
             return false;

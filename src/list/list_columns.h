@@ -9,8 +9,8 @@
 // The priority as an icon instead of a title: only as the first shown column.
 bool IsPriorityIconColumn(const ZColumn& column, int position);
 
-// The column of the control for a shown column at its position. The title stays the ZColumn's: it is
-// borrowed.
+// The column of the control for a shown column at its position, as wide as it is stored. The title stays the
+// ZColumn's: it is borrowed.
 LVCOLUMNW HeaderColumn(const ZColumn& column, int position);
 
 // Deletes every column of the control and inserts the shown ones. False as soon as an insertion fails.

@@ -10,6 +10,7 @@
 #include "mervane/db_categories.h"
 #include "mervane/list_windows.h"
 #include "mervane/modal_dialog.h"
+#include "mervane/window_metrics.h"
 
 namespace mervane {
 
@@ -126,7 +127,7 @@ void CategoryDialog::SetColumnWidths()
     GetWindowRect(List(), &list);
     const int uses = Pixels(kUsesWidth, 0).cx, hidden = Pixels(kHiddenWidth, 0).cx;
     const bool scrolls = m_draft.Count() > ListView_GetCountPerPage(List());
-    const int beside = 2 * GetSystemMetrics(SM_CXEDGE) + (scrolls ? GetSystemMetrics(SM_CXVSCROLL) : 0);
+    const int beside = 2 * MetricOf(List(), SM_CXEDGE) + (scrolls ? MetricOf(List(), SM_CXVSCROLL) : 0);
     const int name = list.right - list.left - beside - uses - hidden;
     ListView_SetColumnWidth(List(), kName, std::max<int>(name, Pixels(kNameWidth, 0).cx));
     ListView_SetColumnWidth(List(), kUses, uses);
@@ -136,10 +137,8 @@ void CategoryDialog::SetColumnWidths()
 void CategoryDialog::OnGetMinMaxInfo(MINMAXINFO* info)
 {
     const SIZE smallest = Pixels(kSmallest.cx, kSmallest.cy);
-    RECT frame{0, 0, smallest.cx, smallest.cy};
-    AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongPtrW(Window(), GWL_STYLE)), FALSE,
-                       static_cast<DWORD>(GetWindowLongPtrW(Window(), GWL_EXSTYLE)));
-    info->ptMinTrackSize = {frame.right - frame.left, frame.bottom - frame.top};
+    const SIZE frame = FrameOf(Window());
+    info->ptMinTrackSize = {smallest.cx + frame.cx, smallest.cy + frame.cy};
 }
 
 void CategoryDialog::OnCommand(int id, int code)

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "mervane/list_windows.h"
+#include "mervane/window_metrics.h"
 
 namespace mervane {
 
@@ -65,7 +66,7 @@ int ColumnWidth(HWND list, std::span<const NameCache::Entry> categories)
     ReleaseDC(list, dc);
     RECT client{};
     GetClientRect(list, &client);
-    const LONG beside = 2 * GetSystemMetrics(SM_CXSMICON);
+    const LONG beside = 2 * MetricOf(list, SM_CXSMICON);
     return static_cast<int>(std::clamp(widest + beside, beside, std::max(beside, client.right)));
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "mervane/store_waiter.h"
+#include "mervane/window_metrics.h"
 
 namespace mervane {
 
@@ -47,8 +48,10 @@ INT_PTR CALLBACK ModalDialog::Procedure(HWND window, UINT message, WPARAM wParam
     if (!self)
         return FALSE;
     const INT_PTR handled = self->OnMessage(message, wParam, lParam);
-    if (message == WM_NCDESTROY)
+    if (message == WM_NCDESTROY) {
+        ForgetDpi(window);
         self->m_window = nullptr;
+    }
     return handled;
 }
 
@@ -61,6 +64,11 @@ INT_PTR ModalDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_COMMAND: OnCommandMessage(LOWORD(wParam), HIWORD(wParam)); return TRUE;
     case WM_CLOSE: OnClose(); return TRUE;
     case WM_SIZE: OnSize(); return TRUE;
+    case WM_DPICHANGED:
+        // The dialog manager scales what the template has, behind this; then the layout is this one's again.
+        NoteDpi(m_window, wParam);
+        PostMessageW(m_window, WM_SIZE, SIZE_RESTORED, 0);
+        return FALSE;
     case WM_GETMINMAXINFO: OnGetMinMaxInfo(reinterpret_cast<MINMAXINFO*>(lParam)); return TRUE;
     case WM_NOTIFY:
         if (!OnNotify(reinterpret_cast<NMHDR*>(lParam), &result))

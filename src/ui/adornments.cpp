@@ -54,7 +54,7 @@ LRESULT Adornments::HandleMessage(void* self, UINT message, WPARAM wParam, LPARA
 
 bool Adornments::AddButtons(DWORD flags)
 {
-    const int side = Scale(kStandardImageSide);
+    const int side = Scale(m_window, kStandardImageSide);
     m_images.reset(CreateImageList(side, side));
     if (!m_images ||
         AppendToImageList(m_images.get(), DrawAdornmentGlyphs(side, GetSysColor(COLOR_BTNTEXT))) < 0)

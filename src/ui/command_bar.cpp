@@ -4,6 +4,7 @@
 
 #include "ui/button_rows.h"
 #include "ui/image_list.h"
+#include "ui/message_font.h"
 #include "ui/pixels.h"
 #include "ui/scale.h"
 #include "ui/standard_images.h"
@@ -59,12 +60,12 @@ std::vector<ButtonExtent> ButtonExtents(HWND bar)
     return extents;
 }
 
-// As large as a bar's images are.
-Pixels LoadBarImages(HINSTANCE instance, int bitmapId)
+// As large as the bar's images are.
+Pixels LoadBarImages(HWND bar, HINSTANCE instance, int bitmapId)
 {
-    const int side = Scale(kStandardImageSide);
+    const int side = Scale(bar, kStandardImageSide);
     if (instance != HINST_COMMCTRL)
-        return LoadStrip(instance, bitmapId, kStandardImageSide, kImageMask, SystemDpi());
+        return LoadStrip(instance, bitmapId, kStandardImageSide, kImageMask, DpiOf(bar));
     if (bitmapId != IDB_STD_SMALL_COLOR)
         return {};
     return ScaleStrip(LoadStandardImages(), kStandardImageSide, side, side);
@@ -82,8 +83,9 @@ std::unique_ptr<CommandBar> CommandBar::Create(HINSTANCE instance, HWND rebar,
         return nullptr;
     SendMessageW(bar->m_window, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     SendMessageW(bar->m_window, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS);
-    SendMessageW(bar->m_window, TB_SETBITMAPSIZE, 0,
-                 MAKELPARAM(Scale(kStandardImageSide), Scale(kStandardImageSide)));
+    const int side = Scale(bar->m_window, kStandardImageSide);
+    SendMessageW(bar->m_window, TB_SETBITMAPSIZE, 0, MAKELPARAM(side, side));
+    bar->m_font = FitControlFont(bar->m_window);
     if (!bar->m_hook.Attach(bar->m_window, HandleMessage, bar.get()))
         return nullptr;
     return bar;
@@ -167,8 +169,8 @@ bool CommandBar::InsertMenubar(HINSTANCE instance, int menuId)
 
 int CommandBar::AddBitmap(HINSTANCE instance, int bitmapId, int imageCount)
 {
-    const int side = Scale(kStandardImageSide);
-    const Pixels strip = LoadBarImages(instance, bitmapId);
+    const int side = Scale(m_window, kStandardImageSide);
+    const Pixels strip = LoadBarImages(m_window, instance, bitmapId);
     if (imageCount <= 0 || strip.width < imageCount * side || strip.height != side)
         return -1;
     if (!m_images) {

@@ -41,6 +41,7 @@ class CommandBar {
     HWND m_window = nullptr;
     WindowHook m_hook;
     std::function<void()> m_onResized;
+    UniqueFont m_font; // where it has one of its own
     UniqueImageList m_images;
     UniqueImageList m_greyedImages;
     std::unique_ptr<MenuBar> m_menu;

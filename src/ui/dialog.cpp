@@ -1,6 +1,7 @@
 #include "ui/dialog.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "mervane/store_waiter.h"
@@ -17,6 +18,7 @@ namespace {
 
 constexpr ULONGLONG kSettleTime = 150; // milliseconds
 constexpr WORD kFromAccelerator = 1;   // the high word of a WM_COMMAND; a button's click has 0
+constexpr UINT kMsgResolutionChanged = WM_APP + 0x320;
 
 // The messages whose answer is the dialog procedure's return value itself.
 bool IsAnsweredDirectly(UINT message)
@@ -97,6 +99,8 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
 {
     if (message == WM_INITDIALOG)
         return Opened(window, reinterpret_cast<Dialog*>(lParam))->Build();
+    if (message == WM_NCDESTROY)
+        mervane::ForgetDpi(window);
     auto* self = reinterpret_cast<Dialog*>(GetWindowLongPtrW(window, DWLP_USER));
     if (!self)
         return FALSE;
@@ -125,14 +129,29 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
 
 Dialog* Dialog::Opened(HWND window, Dialog* dialog)
 {
-    if (ShowsIcon(window)) {
-        dialog->m_smallIcon = SetProgramIcon(window, ICON_SMALL);
-        dialog->m_bigIcon = SetProgramIcon(window, ICON_BIG);
-    }
-    SetWindowLongPtrW(window, DWLP_USER, reinterpret_cast<LONG_PTR>(dialog));
     dialog->SetWindow(window);
+    dialog->m_dpi = DpiOf(window);
+    dialog->SetIcons();
+    SetWindowLongPtrW(window, DWLP_USER, reinterpret_cast<LONG_PTR>(dialog));
     OpenDialogs().push_back(dialog);
     return dialog;
+}
+
+void Dialog::SetIcons()
+{
+    if (!ShowsIcon(m_window))
+        return;
+    m_smallIcon = SetProgramIcon(m_window, ICON_SMALL);
+    m_bigIcon = SetProgramIcon(m_window, ICON_BIG);
+}
+
+void Dialog::FollowResolution()
+{
+    const int before = std::exchange(m_dpi, DpiOf(m_window));
+    if (m_dpi == before)
+        return;
+    SetIcons();
+    OnResolutionChanged(before);
 }
 
 // A command that another program sends, or that was on its way, while another dialog or a box stands over
@@ -156,6 +175,12 @@ bool Dialog::Dispatch(UINT message, WPARAM wParam, LRESULT* result)
     case WM_QUERYENDSESSION: *result = AnswerSessionQuery(m_window); return true;
     case WM_ENDSESSION: (void)TakeSessionEnd(m_window, wParam); return true;
     case WM_SETTINGCHANGE: OnSettingsChanged(); return true;
+    case WM_DPICHANGED:
+        // The dialog manager scales what the template has, behind this; what is the dialog's own comes then.
+        mervane::NoteDpi(m_window, wParam);
+        PostMessageW(m_window, kMsgResolutionChanged, 0, 0);
+        return false;
+    case kMsgResolutionChanged: FollowResolution(); return true;
     case WM_HELP:
         if (!HelpTopic())
             return false;
@@ -198,13 +223,15 @@ bool Dialog::OnInitDialog()
     return true;
 }
 
+void Dialog::OnResolutionChanged(int) {}
+
 void Dialog::Grow(int most, std::initializer_list<int> growing, std::initializer_list<int> below)
 {
-    const RECT area = WorkArea();
+    const RECT area = OwnersWorkArea();
     RECT own{};
     GetWindowRect(m_window, &own);
     const int room = (area.bottom - area.top) - (own.bottom - own.top);
-    GrowBy(std::clamp(room, 0, Scale(most)), growing, below);
+    GrowBy(std::clamp(room, 0, Scale(m_window, most)), growing, below);
 }
 
 void Dialog::GrowBy(int growth, std::initializer_list<int> growing, std::initializer_list<int> below)
@@ -318,10 +345,16 @@ void Dialog::SetWindowPosition(int x, int y, int cx, int cy, HWND control, UINT 
     SetWindowPos(control ? control : m_window, insertAfter, x, y, cx, cy, flags);
 }
 
+RECT Dialog::OwnersWorkArea() const
+{
+    HWND owner = ::GetWindow(m_window, GW_OWNER);
+    return WorkAreaAt(owner ? owner : m_window);
+}
+
 // A dialog larger than the work area keeps its caption in sight.
 void Dialog::CenterOnWorkArea()
 {
-    const RECT area = WorkArea();
+    const RECT area = OwnersWorkArea();
     RECT own{};
     GetWindowRect(m_window, &own);
     const LONG x = area.left + ((area.right - area.left) - (own.right - own.left)) / 2;

@@ -65,6 +65,12 @@ class Dialog {
     virtual void OnSessionEnd() {}
     // WM_INITDIALOG; false when the focus was set here.
     virtual bool OnInitDialog();
+    // The dialog has another resolution. Its size, its font and its controls have followed by now, which is
+    // the dialog manager's; what else was made for a resolution is to follow here. before: what it had, in
+    // dots per inch.
+    virtual void OnResolutionChanged(int before);
+    // The work area of the monitor that the dialog is to be on: its owner's, or its own where it has none.
+    RECT OwnersWorkArea() const;
 
     void End(INT_PTR result);
     // A template is as low as a small screen wants it. Elsewhere the dialog gets higher, by at most so many
@@ -84,11 +90,14 @@ class Dialog {
     bool IsOutOfReach(UINT message, WPARAM wParam, LPARAM lParam) const;
     bool Dispatch(UINT message, WPARAM wParam, LRESULT* result);
     bool OnCommand(int id, WORD notification);
+    void SetIcons();
+    void FollowResolution();
     void NoteActivation(WPARAM state, HWND other);
     void AwaitKeyboard() const;
 
     HWND m_window = nullptr;
     ULONGLONG m_boxClosed = 0; // when a window over this one last gave way to it
+    int m_dpi = 0;             // that its contents are made for
     UniqueIcon m_smallIcon;    // the program's, for the caption
     UniqueIcon m_bigIcon;
 };

@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 namespace {
 
 RECT ButtonOnScreen(HWND bar, int command)
@@ -24,13 +26,28 @@ void TakeClickOn(const RECT& button)
 
 } // namespace
 
+POINT PointWithin(POINT wanted, const RECT& area)
+{
+    return {std::clamp(wanted.x, area.left, std::max(area.left, area.right - 1)),
+            std::clamp(wanted.y, area.top, std::max(area.top, area.bottom - 1))};
+}
+
+POINT MenuCorner(POINT wanted, const RECT& place)
+{
+    MONITORINFO info{};
+    info.cbSize = sizeof info;
+    HMONITOR monitor = MonitorFromRect(&place, MONITOR_DEFAULTTONEAREST);
+    return GetMonitorInfoW(monitor, &info) ? PointWithin(wanted, info.rcMonitor) : wanted;
+}
+
 UINT TrackDropDown(HWND bar, int command, HMENU menu, HWND owner)
 {
     const RECT button = ButtonOnScreen(bar, command);
     TPMPARAMS exclude{sizeof exclude, button};
+    const POINT corner = MenuCorner({button.left, button.bottom}, button);
     const BOOL chosen =
         TrackPopupMenuEx(menu, TPM_LEFTALIGN | TPM_TOPALIGN | TPM_VERTICAL | TPM_LEFTBUTTON | TPM_RETURNCMD,
-                         button.left, button.bottom, owner, &exclude);
+                         corner.x, corner.y, owner, &exclude);
     TakeClickOn(button);
     return static_cast<UINT>(chosen);
 }

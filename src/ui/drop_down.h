@@ -3,7 +3,14 @@
 
 #include <windows.h>
 
-// Shows the menu below the button of a command, beside the button where the screen ends below, and waits.
-// Returns the chosen item's identifier, 0 when none was chosen. The owner gets the menu's notifications but
-// no WM_COMMAND. The click on the button that closes the menu does not open it again.
+// Shows the menu below the button of a command, beside the button where the screen ends below, on the screen
+// that shows most of the button, and waits. Returns the chosen item's identifier, 0 when none was chosen. The
+// owner gets the menu's notifications but no WM_COMMAND. The click on the button that closes the menu does
+// not open it again.
 UINT TrackDropDown(HWND bar, int command, HMENU menu, HWND owner);
+
+// The place nearest to the wanted one that lies in the area.
+POINT PointWithin(POINT wanted, const RECT& area);
+// A menu opens on the screen that has its corner: the corner on the screen of that place that is nearest to
+// the wanted one.
+POINT MenuCorner(POINT wanted, const RECT& place);

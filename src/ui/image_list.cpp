@@ -7,7 +7,7 @@ namespace {
 
 UniqueImageList MakeList(const Pixels& strip, int width)
 {
-    UniqueImageList list(strip.IsEmpty() ? nullptr : CreateImageList(Scale(width), strip.height));
+    UniqueImageList list(strip.IsEmpty() ? nullptr : CreateImageList(width, strip.height));
     if (!list || AppendToImageList(list.get(), strip) < 0)
         return nullptr;
     return list;
@@ -15,12 +15,12 @@ UniqueImageList MakeList(const Pixels& strip, int width)
 
 } // namespace
 
-UniqueImageList LoadImageStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask)
+UniqueImageList LoadImageStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask, int dpi)
 {
-    return MakeList(LoadStrip(instance, bitmapId, width, mask, SystemDpi()), width);
+    return MakeList(LoadStrip(instance, bitmapId, width, mask, dpi), ScaleForDpi(width, dpi));
 }
 
-UniqueImageList LoadGreyedImageStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask)
+UniqueImageList LoadGreyedImageStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask, int dpi)
 {
-    return MakeList(Greyed(LoadStrip(instance, bitmapId, width, mask, SystemDpi())), width);
+    return MakeList(Greyed(LoadStrip(instance, bitmapId, width, mask, dpi)), ScaleForDpi(width, dpi));
 }

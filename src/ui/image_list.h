@@ -1,4 +1,4 @@
-// Image lists from the program's bitmap resources, at the system's resolution.
+// Image lists from the program's bitmap resources, at a resolution.
 #pragma once
 
 #include <windows.h>
@@ -10,6 +10,6 @@ constexpr COLORREF kImageMask = RGB(0xC0, 0xC0, 0xC0);
 
 // A strip of images, each width pixels wide at 96 dpi and as high as the bitmap. mask CLR_NONE: no mask
 // colour. Null when the resource is missing.
-UniqueImageList LoadImageStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask);
+UniqueImageList LoadImageStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask, int dpi);
 // The same images for buttons that cannot be pressed.
-UniqueImageList LoadGreyedImageStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask);
+UniqueImageList LoadGreyedImageStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask, int dpi);

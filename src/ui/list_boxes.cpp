@@ -76,6 +76,13 @@ void TurnTappedBox(HWND list, const NMITEMACTIVATE& tap)
         CheckItem(list, item, image != kChecked);
 }
 
+void RescaleColumns(HWND list, int before, int now)
+{
+    const int count = Header_GetItemCount(ListView_GetHeader(list));
+    for (int column = 0; column < count; ++column)
+        ListView_SetColumnWidth(list, column, MulDiv(ListView_GetColumnWidth(list, column), now, before));
+}
+
 // The drawing goes into nothing. A scroll bar that other columns needed goes with a change of the size.
 void SetItemWidth(HWND list, int width)
 {

@@ -20,6 +20,9 @@ BoxChange BoxChangeOf(const NMLISTVIEW& change);
 // NM_CLICK: a tap on an item's text turns its box; a tap on the box itself is left to the list.
 void TurnTappedBox(HWND list, const NMITEMACTIVATE& tap);
 
+// Brings the columns of a report from one resolution to another.
+void RescaleColumns(HWND list, int before, int now);
+
 // The width of the columns of a list with items. It lasts: a control that has not drawn its items yet may
 // settle on another width when it does.
 void SetItemWidth(HWND list, int width);

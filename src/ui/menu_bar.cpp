@@ -3,19 +3,11 @@
 #include <commctrl.h>
 
 #include "ui/menu_keys.h"
+#include "ui/message_font.h"
 
 namespace {
 
 constexpr UINT kMsgOpen = WM_APP + 0x310; // wParam: index, lParam: by keyboard
-
-UniqueFont CreateMenuFont()
-{
-    NONCLIENTMETRICSW metrics{};
-    metrics.cbSize = sizeof metrics;
-    if (!SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0))
-        return nullptr;
-    return UniqueFont(CreateFontIndirectW(&metrics.lfMenuFont));
-}
 
 bool IsButtonDown(UINT message)
 {
@@ -54,7 +46,7 @@ std::unique_ptr<MenuBar> MenuBar::Create(HWND bar, HINSTANCE instance, int menuI
 }
 
 MenuBar::MenuBar(HWND bar, HWND owner, UniqueMenu menu)
-    : m_buttons(bar), m_owner(owner), m_menu(std::move(menu)), m_font(CreateMenuFont())
+    : m_buttons(bar), m_owner(owner), m_menu(std::move(menu)), m_font(MakeMenuFont(owner))
 {}
 
 MenuBar::~MenuBar()

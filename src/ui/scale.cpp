@@ -1,27 +1,14 @@
 #include "ui/scale.h"
 
-#include <windows.h>
-
 namespace {
 
 constexpr int kGivenDpi = 96; // what pixel constants are given for
 
-int ReadSystemDpi()
-{
-    HDC screen = GetDC(nullptr);
-    if (!screen)
-        return kGivenDpi;
-    const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
-    ReleaseDC(nullptr, screen);
-    return dpi > 0 ? dpi : kGivenDpi;
-}
-
 } // namespace
 
-int SystemDpi()
+int Scale(HWND window, int pixels)
 {
-    static const int s_dpi = ReadSystemDpi();
-    return s_dpi;
+    return ScaleForDpi(pixels, DpiOf(window));
 }
 
 int Scale(int pixels)
@@ -32,4 +19,14 @@ int Scale(int pixels)
 int ScaleForDpi(int pixels, int dpi)
 {
     return MulDiv(pixels, dpi, kGivenDpi);
+}
+
+int SeenWidth(HWND window, int stored)
+{
+    return MulDiv(stored, DpiOf(window), SystemDpi());
+}
+
+int StoredWidth(HWND window, int seen)
+{
+    return MulDiv(seen, SystemDpi(), DpiOf(window));
 }

@@ -65,6 +65,22 @@ RECT Fitted(RECT place, const RECT& area)
     return place;
 }
 
+// A restored place is told in coordinates that start at the work area's corner of the screen that it is on.
+SIZE WorkspaceOffset(const RECT& place)
+{
+    MONITORINFO info{};
+    info.cbSize = sizeof info;
+    if (!GetMonitorInfoW(MonitorFromRect(&place, MONITOR_DEFAULTTOPRIMARY), &info))
+        return {};
+    return {info.rcWork.left - info.rcMonitor.left, info.rcWork.top - info.rcMonitor.top};
+}
+
+void Move(HWND window, const RECT& place, UINT flags = 0)
+{
+    SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 flags | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 bool IsOpenCommand(int showCommand)
 {
     return showCommand == SW_SHOWNORMAL || showCommand == SW_SHOW || showCommand == SW_SHOWDEFAULT ||
@@ -93,14 +109,18 @@ bool FrameAndPlace(HWND window, const RegistryStore& settings)
     const std::optional<WindowPlace> stored = LoadPlacement(settings);
     const RECT place = stored ? stored->rect : WorkArea();
     SetWindowLongPtrW(window, GWL_STYLE, GetWindowLongPtrW(window, GWL_STYLE) | WS_OVERLAPPEDWINDOW);
-    SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
-                 SWP_FRAMECHANGED | SWP_NOZORDER | SWP_NOACTIVATE);
+    Move(window, place, SWP_FRAMECHANGED);
     return stored && stored->maximized;
 }
 
 int FirstShowCommand(int showCommand, bool leftMaximized)
 {
     return leftMaximized && IsOpenCommand(showCommand) ? SW_SHOWMAXIMIZED : showCommand;
+}
+
+void TakePlace(HWND window, const RECT& place)
+{
+    Move(window, place);
 }
 
 void SavePlacement(HWND window, RegistryStore& settings)
@@ -114,10 +134,9 @@ void SavePlacement(HWND window, RegistryStore& settings)
         placement.showCmd == SW_SHOWMAXIMIZED ||
         (placement.showCmd == SW_SHOWMINIMIZED && (placement.flags & WPF_RESTORETOMAXIMIZED));
     if (placement.showCmd != SW_SHOWNORMAL) {
-        // The restored place is told in coordinates that start at the work area's corner.
-        const RECT area = WorkArea();
         place = placement.rcNormalPosition;
-        OffsetRect(&place, area.left, area.top);
+        const SIZE offset = WorkspaceOffset(place);
+        OffsetRect(&place, offset.cx, offset.cy);
     }
     settings.SetNumber(kSettings, kLeft, static_cast<DWORD>(place.left));
     settings.SetNumber(kSettings, kTop, static_cast<DWORD>(place.top));

@@ -27,4 +27,7 @@ bool FrameAndPlace(HWND window, const RegistryStore& settings);
 // maximised or hidden window.
 int FirstShowCommand(int showCommand, bool leftMaximized);
 
+// Brings a window to a place on the screen, as WM_DPICHANGED suggests one.
+void TakePlace(HWND window, const RECT& place);
+
 void SavePlacement(HWND window, RegistryStore& settings);

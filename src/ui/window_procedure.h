@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include "mervane/store_waiter.h"
+#include "mervane/window_metrics.h"
 
 // The creation parameter is the object. It has a member m_window, which this sets and clears, and OnMessage,
 // which gets all that comes from WM_NCCREATE on, but for what is put off (PutOffWhileWaiting); it makes this
@@ -22,8 +23,11 @@ template <typename Window> class WindowProcedure {
             return DefWindowProcW(window, message, wParam, lParam);
         if (mervane::PutOffWhileWaiting(window, message, wParam, lParam))
             return 0;
+        if (message == WM_DPICHANGED)
+            mervane::NoteDpi(window, wParam);
         const LRESULT result = self->OnMessage(message, wParam, lParam);
         if (message == WM_NCDESTROY) {
+            mervane::ForgetDpi(window);
             SetWindowLongPtrW(window, GWLP_USERDATA, 0);
             self->m_window = nullptr;
         }

@@ -71,7 +71,8 @@ void WindowScroll::OnScroll(HWND window, WORD request)
     info.cbSize = sizeof info;
     info.fMask = SIF_TRACKPOS;
     GetScrollInfo(window, m_bar, &info);
-    MoveTo(window, ScrollTarget(request, m_position, info.nTrackPos, m_page, m_content, Scale(kLine)));
+    MoveTo(window,
+           ScrollTarget(request, m_position, info.nTrackPos, m_page, m_content, Scale(window, kLine)));
 }
 
 void WindowScroll::Reveal(HWND window, HWND control)

@@ -11,6 +11,14 @@ RECT WorkArea()
     return area;
 }
 
+RECT WorkAreaAt(HWND window)
+{
+    MONITORINFO info{};
+    info.cbSize = sizeof info;
+    const bool isTold = window && GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &info);
+    return isTold && !(info.dwFlags & MONITORINFOF_PRIMARY) ? info.rcWork : WorkArea();
+}
+
 RECT MiddlePlace(int width, int height)
 {
     const RECT area = WorkArea();

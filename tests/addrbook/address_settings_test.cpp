@@ -9,6 +9,7 @@
 #include "addrbook/contact_rows.h"
 #include "addrbook/resource.h"
 #include "app/registry_store.h"
+#include "support/resolution.h"
 #include "support/test_windows.h"
 #include "ui/scale.h"
 #include "ui/work_area.h"
@@ -89,6 +90,33 @@ TEST_F(AddressSettings, ColumnsTakeTheWidthOfTheList)
     StorePlace(20, 20, 320, 300);
     Open();
     EXPECT_EQ(ColumnWidths(), narrowest);
+}
+
+TEST_F(AddressSettings, FollowsAnotherResolutionAndStoresWhatItWould)
+{
+    Open();
+    const auto height = [this](int id) {
+        RECT rect{};
+        GetWindowRect(Item(id), &rect);
+        return rect.bottom - rect.top;
+    };
+    const Widths before = ColumnWidths();
+    const LONG box = height(IDC_FIND);
+    TellResolution(m_window->Handle(), 2);
+    for (size_t i = 0; i < before.size(); ++i)
+        EXPECT_EQ(ColumnWidths()[i], 2 * before[i]);
+    EXPECT_NEAR(height(IDC_FIND), 2 * box, 3);
+    Close();
+    for (size_t i = 0; i < before.size(); ++i)
+        EXPECT_EQ(m_settings.GetNumber(L"Settings", (L"ColumnWidth" + std::to_wstring(i)).c_str(), 0),
+                  static_cast<DWORD>(before[i]));
+    Open();
+    EXPECT_EQ(ColumnWidths(), before);
+    EXPECT_EQ(height(IDC_FIND), box);
+    TellResolution(m_window->Handle(), 2);
+    TellResolution(m_window->Handle(), 1, 2);
+    EXPECT_EQ(ColumnWidths(), before);
+    EXPECT_EQ(height(IDC_FIND), box);
 }
 
 TEST_F(AddressSettings, ComesBackWhereItWasLeft)

@@ -53,7 +53,7 @@ TEST_F(MainWindowTest, TheBandsHaveBordersAndImages)
     int width = 0, height = 0;
     EXPECT_TRUE(ImageList_GetIconSize(info.himl, &width, &height));
     EXPECT_EQ(width, Scale(16));
-    const UniqueImageList wanted = LoadImageStrip(Instance(), 212, 16, CLR_NONE);
+    const UniqueImageList wanted = LoadImageStrip(Instance(), 212, 16, CLR_NONE, SystemDpi());
     ASSERT_EQ(ImageList_GetImageCount(info.himl), ImageList_GetImageCount(wanted.get()));
     for (int i = 0; i < ImageList_GetImageCount(wanted.get()); ++i)
         EXPECT_EQ(PictureOf(info.himl, i), PictureOf(wanted.get(), i)) << i;
@@ -100,7 +100,7 @@ TEST_F(MainWindowTest, TheFirstImagesAreThoseOfItsBitmaps)
     EXPECT_EQ(ImageList_GetImageCount(images), 18) << "and the system's fifteen";
     int index = 0;
     for (const int bitmap : {214, 215, 213}) {
-        const UniqueImageList wanted = LoadImageStrip(Instance(), bitmap, 16, kImageMask);
+        const UniqueImageList wanted = LoadImageStrip(Instance(), bitmap, 16, kImageMask, SystemDpi());
         ASSERT_NE(wanted, nullptr);
         EXPECT_EQ(PictureOf(images, index), PictureOf(wanted.get(), 0)) << bitmap;
         ++index;

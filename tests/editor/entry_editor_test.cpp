@@ -1,10 +1,11 @@
 // The editor as it opens and as it closes.
 #include <algorithm>
+#include <map>
 
 #include "editor_fixture.h"
 #include "support/import_watch.h"
+#include "support/resolution.h"
 #include "support/selection_log.h"
-
 #include "ui/scale.h"
 #include "ui/work_area.h"
 #include "util/date_text.h"
@@ -405,6 +406,44 @@ TEST_F(EntryEditorTest, AChangedWorkAreaIsFilledAnew)
     });
     RECT restored = before;
     SystemParametersInfoW(SPI_SETWORKAREA, 0, &restored, 0);
+}
+
+// The fonts of a dialog and of its controls are the dialog manager's, which does nothing of it under Wine.
+TEST_F(EntryEditorTest, WhatTheEditorMakesFollowsAnotherResolutionAndComesBack)
+{
+    RunNew([&](EditorWindow& editor) {
+        const auto sizes = [&] {
+            std::map<std::string, int> seen;
+            for (const int command : {1020, 1030, 1040, 1050, 1051, 1052, 1053, 1054, 1055, 1024})
+                seen["button " + std::to_string(command)] = editor.BarWidth(command);
+            seen["row"] = HIWORD(editor.Ask(IDC_EDITOR_BAR, TB_GETBUTTONSIZE));
+            int cy = 0;
+            for (const UINT list : {UINT{TB_GETIMAGELIST}, UINT{TB_GETDISABLEDIMAGELIST}})
+                ImageList_GetIconSize(reinterpret_cast<HIMAGELIST>(editor.Ask(IDC_EDITOR_BAR, list)),
+                                      &seen["images " + std::to_string(list)], &cy);
+            LOGFONTW font{};
+            GetObjectW(reinterpret_cast<HFONT>(editor.Ask(IDC_BODY, WM_GETFONT)), sizeof font, &font);
+            seen["body"] = font.lfHeight;
+            seen["date"] = Width(editor.Rect(IDC_START_DATE));
+            seen["cancel"] = Width(editor.Rect(IDCANCEL));
+            return seen;
+        };
+        const auto before = sizes();
+        const RECT body = editor.Rect(IDC_BODY), bar = editor.Rect(IDC_EDITOR_BAR);
+        TellResolution(editor.Window(), 2);
+        for (const auto& [name, size] : sizes())
+            EXPECT_NEAR(size, 2 * before.at(name), 1) << name;
+        RECT window{};
+        GetWindowRect(editor.Window(), &window);
+        const RECT area = WorkArea();
+        EXPECT_TRUE(EqualRect(&window, &area)) << "it fills the work area of where it is";
+        TellResolution(editor.Window(), 1, 2);
+        EXPECT_EQ(sizes(), before);
+        const RECT bodyBack = editor.Rect(IDC_BODY), barBack = editor.Rect(IDC_EDITOR_BAR);
+        EXPECT_TRUE(EqualRect(&body, &bodyBack));
+        EXPECT_TRUE(EqualRect(&bar, &barBack));
+        EXPECT_FALSE(editor.SaveEnabled()) << "nothing of the entry has changed";
+    });
 }
 
 TEST_F(EntryEditorTest, HelpIsAnsweredOnceAndByTheEditor)

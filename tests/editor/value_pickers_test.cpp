@@ -157,7 +157,7 @@ TEST(Zoom, StepsHaveTheirFonts)
                     {1043, L"150%", 700, -14},
                     {1044, L"200%", 700, -18}};
     for (const auto& step : expected) {
-        const UniqueFont font = MakeZoomFont(ZoomStepOf(step.id));
+        const UniqueFont font = MakeZoomFont(ZoomStepOf(step.id), SystemDpi());
         LOGFONTW made{};
         ASSERT_TRUE(GetObjectW(font.get(), sizeof made, &made));
         EXPECT_STREQ(made.lfFaceName, L"Tahoma");

@@ -8,6 +8,7 @@
 #include "help/resource.h"
 #include "help/help_file.h"
 #include "help_window_fixture.h"
+#include "support/resolution.h"
 #include "support/test_windows.h"
 #include "ui/scale.h"
 #include "ui/work_area.h"
@@ -249,6 +250,40 @@ TEST_F(HelpWindowTest, TheTextCannotBeWrittenInto)
         SendMessageW(Pane(), WM_CHAR, key, 0);
     EXPECT_EQ(PaneText(), before);
     EXPECT_TRUE(GetWindowLongPtrW(Pane(), GWL_STYLE) & ES_READONLY);
+}
+
+// The text grows with the resolution; what the person has chosen stays what it is.
+TEST_F(HelpWindowTest, FollowsAnotherResolutionAndComesBack)
+{
+    OpenShipped(L"pellwyn.htm");
+    const auto height = [this](int id) {
+        RECT rect{};
+        GetWindowRect(Item(id), &rect);
+        return rect.bottom - rect.top;
+    };
+    const auto zoom = [this] {
+        int numerator = 0, denominator = 1;
+        SendMessageW(Pane(), EM_GETZOOM, reinterpret_cast<WPARAM>(&numerator),
+                     reinterpret_cast<LPARAM>(&denominator));
+        return denominator ? 100 * numerator / denominator : 100;
+    };
+    Command(CMD_ZOOM_IN);
+    SetWindowPos(m_window->Handle(), nullptr, 0, 0, Scale(450), Scale(250), SWP_NOZORDER);
+    const int chosen = m_window->Text().Zoom();
+    const LONG box = height(IDC_FIND);
+    RECT before{}, now{};
+    GetWindowRect(m_window->Handle(), &before);
+    TellResolution(m_window->Handle(), 2);
+    GetWindowRect(m_window->Handle(), &now);
+    EXPECT_EQ(now.right - now.left, 2 * (before.right - before.left));
+    EXPECT_EQ(m_window->Text().Zoom(), chosen);
+    EXPECT_EQ(zoom(), 2 * chosen);
+    EXPECT_NEAR(height(IDC_FIND), 2 * box, 3);
+    TellResolution(m_window->Handle(), 1, 2);
+    EXPECT_EQ(m_window->Text().Zoom(), chosen);
+    EXPECT_EQ(zoom(), chosen);
+    EXPECT_EQ(height(IDC_FIND), box);
+    Command(CMD_ZOOM_NORMAL);
 }
 
 TEST_F(HelpWindowTest, ZoomStaysForTheNextTopicAndTheNextStart)

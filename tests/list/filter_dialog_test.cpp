@@ -1,6 +1,7 @@
 #include <sqlite3.h>
 
 #include "list/filter_dialog_fixture.h"
+#include "support/resolution.h"
 #include "ui/scale.h"
 #include "util/clock.h"
 #include "support/unreadable_table.h"
@@ -43,6 +44,16 @@ void ExpectDay(const SYSTEMTIME& day, WORD year, WORD month, WORD dayOfMonth)
     EXPECT_EQ(day.wYear, year);
     EXPECT_EQ(day.wMonth, month);
     EXPECT_EQ(day.wDay, dayOfMonth);
+}
+
+TEST_F(FilterDialogTest, TheMonthsFollowAnotherResolution)
+{
+    Run(false, [](const OpenFilter& dialog) {
+        TellResolution(dialog.Window(), 2);
+        EXPECT_EQ(ListView_GetColumnWidth(dialog.Item(kMonthList), 0), 2 * Scale(76));
+        TellResolution(dialog.Window(), 1, 2);
+        EXPECT_EQ(ListView_GetColumnWidth(dialog.Item(kMonthList), 0), Scale(76));
+    });
 }
 
 TEST_F(FilterDialogTest, ShowsTheMonthsInTheirOrder)

@@ -7,6 +7,7 @@
 
 #include "support/dialog_window.h"
 #include "support/help_requests.h"
+#include "support/resolution.h"
 #include "support/test_windows.h"
 #include "list/editor_stand_in.h"
 #include "list/journal_fixture.h"
@@ -165,6 +166,21 @@ TEST_F(FindResultsTest, TheListHasItsStyleAndColumns)
         EXPECT_EQ(Header_GetItemCount(ListView_GetHeader(list)), 2);
         EXPECT_EQ(Selected(dialog), 0);
         EXPECT_EQ(GetFocus(), list);
+    });
+}
+
+TEST_F(FindResultsTest, TheColumnsFollowAnotherResolution)
+{
+    const CEOID id = AddEntry(1, L"one");
+    Run({id}, [](const DialogWindow& dialog) {
+        HWND list = dialog.Item(kList);
+        const int date = ListView_GetColumnWidth(list, 0), subject = ListView_GetColumnWidth(list, 1);
+        TellResolution(dialog.Window(), 2);
+        EXPECT_EQ(ListView_GetColumnWidth(list, 0), 2 * date);
+        EXPECT_EQ(ListView_GetColumnWidth(list, 1), 2 * subject);
+        TellResolution(dialog.Window(), 1, 2);
+        EXPECT_EQ(ListView_GetColumnWidth(list, 0), date);
+        EXPECT_EQ(ListView_GetColumnWidth(list, 1), subject);
     });
 }
 

@@ -57,7 +57,14 @@ TEST(Manifest, IsInTheProgram)
     const auto* text = static_cast<const char*>(LockResource(LoadResource(nullptr, manifest)));
     const std::string manifestText(text, SizeofResource(nullptr, manifest));
     EXPECT_NE(manifestText.find("Microsoft.Windows.Common-Controls"), std::string::npos);
-    EXPECT_NE(manifestText.find("<dpiAware"), std::string::npos);
+    EXPECT_NE(
+        manifestText.find("<dpiAware xmlns=\"http://schemas.microsoft.com/SMI/2005/WindowsSettings\">true<"),
+        std::string::npos)
+        << "for systems that know no other";
+    EXPECT_NE(
+        manifestText.find("<dpiAwareness xmlns=\"http://schemas.microsoft.com/SMI/2016/WindowsSettings\">"
+                          "PerMonitorV2, system<"),
+        std::string::npos);
 }
 
 } // namespace

@@ -30,6 +30,7 @@ class TestDialog : public Dialog {
         Dialog::OnCancel();
     }
     void OnSettingsChanged() override { ++settingsCount; }
+    void OnResolutionChanged(int before) override { resolutionsBefore.push_back(before); }
 
     const wchar_t* Unsaved() const override { return unsaved; }
     void OnSessionEnd() override { ++sessionEnds; }
@@ -43,6 +44,7 @@ class TestDialog : public Dialog {
     int okCount = 0;
     int cancelCount = 0;
     int settingsCount = 0;
+    std::vector<int> resolutionsBefore;
     const wchar_t* unsaved = nullptr;
     int sessionEnds = 0;
 

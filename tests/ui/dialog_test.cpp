@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/resolution.h"
 #include "support/test_windows.h"
 #include "ui/dialog_fixture.h"
 #include "ui/scale.h"
@@ -274,6 +275,41 @@ TEST(Dialog, ACaptionShowsTheProgramsIcon)
         EXPECT_EQ(IconSize(window, ICON_BIG), Scale(32));
         SendMessageW(window, WM_CLOSE, 0, 0);
     });
+}
+
+// Once for each change, when the dialog manager has done its part.
+TEST(Dialog, AnotherResolutionIsToldOnceAndBringsItsIcons)
+{
+    TestDialog dialog;
+    RunDialog(dialog, [&dialog](HWND window) {
+        const int own = SystemDpi();
+        TellResolution(window, 2);
+        EXPECT_EQ(dialog.resolutionsBefore, std::vector{own});
+        EXPECT_EQ(DpiOf(GetDlgItem(window, ITEM_EDIT)), 2 * own);
+        EXPECT_EQ(IconSize(window, ICON_SMALL), 2 * Scale(16));
+        EXPECT_EQ(IconSize(window, ICON_BIG), 2 * Scale(32));
+        TellResolution(window, 1);
+        EXPECT_EQ(dialog.resolutionsBefore.size(), 1u) << "it is none";
+        TellResolution(window, 1, 2);
+        EXPECT_EQ(dialog.resolutionsBefore, (std::vector{own, 2 * own}));
+        EXPECT_EQ(IconSize(window, ICON_SMALL), Scale(16));
+        SendMessageW(window, WM_CLOSE, 0, 0);
+    });
+}
+
+// Its controls are the dialog manager's: they would be scaled twice.
+TEST(Dialog, AnotherResolutionLeavesTheControlsToTheDialogManager)
+{
+    TestDialog dialog;
+    LRESULT answered = 1;
+    RunDialog(dialog, [&](HWND window) {
+        RECT suggested{};
+        const auto procedure = reinterpret_cast<DLGPROC>(GetWindowLongPtrW(window, DWLP_DLGPROC));
+        answered =
+            procedure(window, WM_DPICHANGED, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&suggested));
+        SendMessageW(window, WM_CLOSE, 0, 0);
+    });
+    EXPECT_EQ(answered, FALSE) << "the dialog manager takes it";
 }
 
 TEST(Dialog, ADialogWithoutASystemMenuHasNoIcon)

@@ -117,3 +117,35 @@ TEST_F(DropDownTest, ClickOnTheButtonClosesWithoutOpeningAgain)
         .Until("closed", [this] { return m_chosen.size() == 2; })
         .Run();
 }
+
+TEST(MenuPlaces, ACornerThatLiesOnTheScreenStays)
+{
+    const RECT screen{1920, -200, 3840, 880};
+    for (const POINT corner : {POINT{1920, -200}, POINT{2500, 300}, POINT{3839, 879}}) {
+        const POINT place = PointWithin(corner, screen);
+        EXPECT_EQ(place.x, corner.x);
+        EXPECT_EQ(place.y, corner.y);
+    }
+}
+
+// A button that hangs over the edge has its corner on the screen beside.
+TEST(MenuPlaces, OneThatDoesNotIsBroughtToTheEdge)
+{
+    const RECT screen{1920, -200, 3840, 880};
+    const auto [left, above] = PointWithin({1900, -300}, screen);
+    EXPECT_EQ(left, 1920);
+    EXPECT_EQ(above, -200);
+    const auto [right, below] = PointWithin({3840, 880}, screen);
+    EXPECT_EQ(right, 3839);
+    EXPECT_EQ(below, 879);
+}
+
+TEST(MenuPlaces, TheScreenIsTheOneThatShowsTheButton)
+{
+    MONITORINFO info{};
+    info.cbSize = sizeof info;
+    ASSERT_TRUE(GetMonitorInfoW(MonitorFromPoint({}, MONITOR_DEFAULTTOPRIMARY), &info));
+    const POINT corner = MenuCorner({-40, 30}, {-40, 10, 60, 30});
+    EXPECT_EQ(corner.x, info.rcMonitor.left);
+    EXPECT_EQ(corner.y, 30);
+}

@@ -16,7 +16,7 @@ constexpr uint32_t kBackgroundPixel = 0x204080;
 
 UniqueImageList Load(COLORREF mask)
 {
-    return LoadImageStrip(GetModuleHandleW(nullptr), TEST_STRIP, 2, mask);
+    return LoadImageStrip(GetModuleHandleW(nullptr), TEST_STRIP, 2, mask, SystemDpi());
 }
 
 // The colours that an image has on the screen, as 0xRRGGBB.
@@ -91,7 +91,8 @@ TEST(ImageList, WithoutMaskAllIsDrawn)
 // The colour's own brightness, half of it over half of the background.
 TEST(ImageList, GreyedImagesHaveNoColourOfTheirOwn)
 {
-    const UniqueImageList list = LoadGreyedImageStrip(GetModuleHandleW(nullptr), TEST_STRIP, 2, kImageMask);
+    const UniqueImageList list =
+        LoadGreyedImageStrip(GetModuleHandleW(nullptr), TEST_STRIP, 2, kImageMask, SystemDpi());
     ASSERT_TRUE(list);
     EXPECT_EQ(ImageList_GetImageCount(list.get()), 2);
     const std::vector<uint32_t> pixels = Draw(list.get(), 0);
@@ -106,8 +107,8 @@ TEST(ImageList, GreyedImagesHaveNoColourOfTheirOwn)
 
 TEST(ImageList, MissingResourceGivesNone)
 {
-    EXPECT_FALSE(LoadGreyedImageStrip(GetModuleHandleW(nullptr), 9999, 16, kImageMask));
-    EXPECT_FALSE(LoadImageStrip(GetModuleHandleW(nullptr), 9999, 16, kImageMask));
-    EXPECT_FALSE(LoadImageStrip(GetModuleHandleW(nullptr), TEST_STRIP, 0, kImageMask));
-    EXPECT_FALSE(LoadImageStrip(GetModuleHandleW(nullptr), TEST_STRIP, 64, kImageMask));
+    EXPECT_FALSE(LoadGreyedImageStrip(GetModuleHandleW(nullptr), 9999, 16, kImageMask, SystemDpi()));
+    EXPECT_FALSE(LoadImageStrip(GetModuleHandleW(nullptr), 9999, 16, kImageMask, SystemDpi()));
+    EXPECT_FALSE(LoadImageStrip(GetModuleHandleW(nullptr), TEST_STRIP, 0, kImageMask, SystemDpi()));
+    EXPECT_FALSE(LoadImageStrip(GetModuleHandleW(nullptr), TEST_STRIP, 64, kImageMask, SystemDpi()));
 }
