@@ -95,7 +95,7 @@ int JournalApp::InitInstance(HINSTANCE instance, int showCommand)
     if (!UnlockAtStart(*this) || !OfferBackupOfGoneStore(mervane::StorePath()))
         return 0;
     Made made = MakeMainWindow(store);
-    while (made == Made::Failed && TellFailedCreation(m_journal))
+    while (made == Made::Failed && TellFailedCreation(*m_journal))
         made = MakeMainWindow(store);
     if (made != Made::Here)
         return 0;
@@ -118,7 +118,7 @@ JournalApp::Made JournalApp::MakeMainWindow(uint64_t store)
 
 void JournalApp::TellWhatWasFound()
 {
-    const std::vector<RenamedFile> setAside = m_journal.TakeSetAside();
+    const std::vector<RenamedFile> setAside = m_journal->TakeSetAside();
     if (!setAside.empty())
         MessageBoxW(MainWindowHandle(), SetAsideText(setAside).c_str(), kProgram, MB_OK | MB_ICONEXCLAMATION);
     if (MainWindowHandle())

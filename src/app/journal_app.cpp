@@ -2,7 +2,7 @@
 
 #include "ui/work_area.h"
 
-JournalApp::JournalApp() : m_mainWindow(nullptr, nullptr)
+JournalApp::JournalApp() : m_journal(std::make_unique<DbJournal>()), m_mainWindow(nullptr, nullptr)
 {
     Open(kRegistryPath);
 }
@@ -10,7 +10,7 @@ JournalApp::JournalApp() : m_mainWindow(nullptr, nullptr)
 // The database goes first, then the main window, then the settings.
 JournalApp::~JournalApp()
 {
-    m_journal.Close();
+    m_journal.reset();
     m_mainWindow.reset();
 }
 

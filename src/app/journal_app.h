@@ -33,7 +33,7 @@ class JournalApp : public RegistryStore {
 
     HINSTANCE Instance() const { return m_instance; }
     HWND MainWindowHandle() const;
-    DbJournal& Journal() { return m_journal; }
+    DbJournal& Journal() { return *m_journal; }
     FilterState& Filter() { return m_filter; }
 
   private:
@@ -41,7 +41,7 @@ class JournalApp : public RegistryStore {
     enum class Made { Here, Elsewhere, Failed };
     Made MakeMainWindow(uint64_t store);
 
-    DbJournal m_journal;
+    std::unique_ptr<DbJournal> m_journal; // for this object's whole life
     // The deleter is a pointer so that this header, which every room includes, need not know the main window.
     std::unique_ptr<MainWindow, void (*)(MainWindow*)> m_mainWindow;
     HINSTANCE m_instance = nullptr;
