@@ -192,6 +192,12 @@ void EditorControls::SetFont(HFONT font) const
         SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
 }
 
+int EditorControls::NeededWidth(HWND picker)
+{
+    SIZE ideal{};
+    return SendMessageW(picker, DTM_GETIDEALSIZE, 0, reinterpret_cast<LPARAM>(&ideal)) ? ideal.cx : 0;
+}
+
 int EditorControls::BoxHeight() const
 {
     RECT closed{};

@@ -34,6 +34,8 @@ struct EditorControls {
     // Gives those that are made here the editor's font once it has another one.
     void SetFont(HFONT font) const;
 
+    // For all of a picker's text in the user's format.
+    static int NeededWidth(HWND picker);
     int BoxHeight() const;
     int LabelWidth() const;
 

@@ -8,7 +8,9 @@ namespace {
 
 constexpr int kMargin = 6;       // the constants leave this much free at the right: the handheld's frame
 constexpr int kRoomForBox = 100; // a narrower subject box gets a row of its own
+constexpr int kPickerWidth = 86;
 constexpr int kPickerHeight = 22;
+constexpr int kRowOfThree = 304; // what the pickers and the duration take in one row, with the margin
 constexpr int kBodyMinimum = 28;
 constexpr int kButtonWidth = 75;
 constexpr int kButtonHeight = 20;
@@ -17,7 +19,10 @@ constexpr int kBarLeft = 136;
 class Layouter {
   public:
     explicit Layouter(const EditorMetrics& metrics)
-        : m_metrics(metrics), m_right(std::min<int>(metrics.workArea.cx, metrics.client.cx + Scaled(kMargin)))
+        : m_metrics(metrics),
+          m_right(std::min<int>(metrics.workArea.cx, metrics.client.cx + Scaled(kMargin))),
+          m_wider(std::min(Wider(metrics.dateWidth) + Wider(metrics.timeWidth),
+                           std::max(m_right - Scaled(kRowOfThree), 0)))
     {}
 
     EditorLayout Run()
@@ -31,12 +36,15 @@ class Layouter {
 
   private:
     int Scaled(int pixels) const { return ScaleForDpi(pixels, m_metrics.dpi); }
+    // By how much a picker needs more than it is given.
+    int Wider(int width) const { return std::max(width - Scaled(kPickerWidth), 0); }
+    int DateWider() const { return std::min(Wider(m_metrics.dateWidth), m_wider); }
     static RECT Box(int x, int y, int cx, int cy) { return {x, y, x + std::max(cx, 0), y + std::max(cy, 0)}; }
 
     // All of these return the y below what they placed.
     int PlaceUpperRows()
     {
-        const bool subjectFits = m_right - Scaled(324) >= Scaled(kRoomForBox);
+        const bool subjectFits = m_right - Scaled(324) - m_wider >= Scaled(kRoomForBox);
         return PlaceLine(subjectFits ? PlaceTwoRows() : PlaceThreeRows());
     }
 
@@ -44,7 +52,8 @@ class Layouter {
     {
         const int y = Scaled(1);
         PlacePickers();
-        m_layout.subject = Box(Scaled(178), y, m_right - Scaled(324), m_metrics.boxHeight);
+        m_layout.subject =
+            Box(Scaled(178) + m_wider, y, m_right - Scaled(324) - m_wider, m_metrics.boxHeight);
         m_layout.type = Box(m_right - Scaled(143), y, Scaled(137), m_metrics.boxHeight);
         const int row2 = y + m_metrics.boxHeight + Scaled(5);
         m_layout.duration = Box(0, row2, Scaled(120), m_metrics.boxHeight);
@@ -58,7 +67,7 @@ class Layouter {
     {
         const int y = Scaled(1);
         PlacePickers();
-        m_layout.duration = Box(Scaled(178), y, Scaled(120), m_metrics.boxHeight);
+        m_layout.duration = Box(Scaled(178) + m_wider, y, Scaled(120), m_metrics.boxHeight);
         const int row2 = y + m_metrics.boxHeight + Scaled(5);
         m_layout.subject = Box(0, row2, m_right - Scaled(146), m_metrics.boxHeight);
         m_layout.type = Box(m_right - Scaled(143), row2, Scaled(137), m_metrics.boxHeight);
@@ -70,8 +79,10 @@ class Layouter {
     {
         // Boxes grow less than the resolution does; the pickers stay as near to their height as at 96 dpi.
         const int height = std::min(Scaled(kPickerHeight), std::max(kPickerHeight, m_metrics.boxHeight + 1));
-        m_layout.date = Box(0, Scaled(1), Scaled(86), height);
-        m_layout.time = Box(Scaled(89), Scaled(1), Scaled(86), height);
+        const int date = Scaled(kPickerWidth) + DateWider();
+        m_layout.date = Box(0, Scaled(1), date, height);
+        m_layout.time =
+            Box(Scaled(89) + DateWider(), Scaled(1), Scaled(kPickerWidth) + m_wider - DateWider(), height);
     }
 
     int PlaceBar(int x, int y, int width, int room)
@@ -123,6 +134,7 @@ class Layouter {
 
     const EditorMetrics& m_metrics;
     const int m_right; // R, or less where the frame takes more than the constants leave free
+    const int m_wider; // both pickers together: what stands right of them moves by so much
     EditorLayout m_layout;
 };
 

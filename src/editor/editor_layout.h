@@ -19,6 +19,7 @@
 struct EditorMetrics {
     SIZE workArea{};                      // right edge R and bottom B
     SIZE client{};                        // the editor's client area
+    int dateWidth = 0, timeWidth = 0;     // that the pickers' texts need; the given width where that is more
     int boxHeight = 0;                    // of a closed combo box
     int labelWidth = 0;                   // of "Categories:"
     std::vector<ButtonExtent> barButtons; // of the command bar

@@ -168,6 +168,8 @@ EditorMetrics EntryEditor::Measure() const
     EditorMetrics metrics;
     metrics.workArea = {m_workArea.right - m_workArea.left, m_workArea.bottom - m_workArea.top};
     metrics.client = {client.right, client.bottom};
+    metrics.dateWidth = m_controls.NeededWidth(m_controls.date);
+    metrics.timeWidth = m_controls.NeededWidth(m_controls.time);
     metrics.boxHeight = m_controls.BoxHeight();
     metrics.labelWidth = m_controls.LabelWidth();
     metrics.barButtons = m_bar.Buttons();

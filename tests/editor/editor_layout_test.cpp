@@ -69,6 +69,27 @@ TEST(EditorLayout, KeepsTheGivenPlacesAt96Dpi)
     }
 }
 
+// As for a date with the month's name, or a time with the words of the user's language.
+TEST(EditorLayout, APickerThatNeedsMoreMovesWhatStandsRightOfIt)
+{
+    EditorMetrics metrics = MetricsOf({1024, 768});
+    metrics.dateWidth = 120;
+    EditorLayout layout = LayOutEditor(metrics);
+    EXPECT_EQ(layout.date, Box(0, 1, 120, 22));
+    EXPECT_EQ(layout.time, Box(123, 1, 86, 22));
+    EXPECT_EQ(layout.subject, Box(212, 1, 1024 - 324 - 34, 21));
+    EXPECT_EQ(layout.type, Box(1024 - 143, 1, 137, 21));
+    metrics.timeWidth = 100;
+    layout = LayOutEditor(metrics);
+    EXPECT_EQ(layout.date, Box(0, 1, 120, 22));
+    EXPECT_EQ(layout.time, Box(123, 1, 100, 22));
+    EXPECT_EQ(layout.subject, Box(226, 1, 1024 - 324 - 48, 21));
+    metrics.dateWidth = metrics.timeWidth = 60;
+    layout = LayOutEditor(metrics);
+    EXPECT_EQ(layout.date, Box(0, 1, 86, 22));
+    EXPECT_EQ(layout.subject, Box(178, 1, 1024 - 324, 21));
+}
+
 TEST(EditorLayout, WithoutCategoriesTheBodyReachesDownToTheButtons)
 {
     const EditorLayout with = LayOutEditor(MetricsOf({1024, 768}));
@@ -84,8 +105,10 @@ TEST(EditorLayout, CutsNothingOffAtAnyScreenAndResolution)
 {
     for (const SIZE screen : {SIZE{640, 240}, SIZE{800, 600}, SIZE{1024, 768}, SIZE{1920, 1080}})
         for (const int dpi : {96, 120, 144, 192})
-            for (const bool categories : {true, false}) {
-                const EditorMetrics metrics = MetricsOf(screen, dpi, categories);
+            for (const bool special : {true, false}) {
+                EditorMetrics metrics = MetricsOf(screen, dpi, special);
+                metrics.dateWidth = special ? ScaleForDpi(160, dpi) : 0;
+                metrics.timeWidth = special ? ScaleForDpi(130, dpi) : 0;
                 const EditorLayout layout = LayOutEditor(metrics);
                 SCOPED_TRACE(testing::Message() << screen.cx << "x" << screen.cy << " at " << dpi);
                 for (const RECT& rect : AllOf(layout)) {
@@ -108,7 +131,9 @@ TEST(EditorLayout, LaysNothingOverAnother)
 {
     for (const SIZE screen : {SIZE{640, 240}, SIZE{800, 600}, SIZE{1024, 768}, SIZE{1920, 1080}})
         for (const int dpi : {96, 120, 144, 192}) {
-            const std::vector<RECT> all = AllOf(LayOutEditor(MetricsOf(screen, dpi)));
+            EditorMetrics metrics = MetricsOf(screen, dpi);
+            metrics.dateWidth = ScaleForDpi(160, dpi);
+            const std::vector<RECT> all = AllOf(LayOutEditor(metrics));
             SCOPED_TRACE(testing::Message() << screen.cx << "x" << screen.cy << " at " << dpi);
             for (size_t i = 0; i < all.size(); ++i)
                 for (size_t j = i + 1; j < all.size(); ++j) {

@@ -4,6 +4,7 @@
 
 #include "editor_fixture.h"
 #include "support/import_watch.h"
+#include "support/locale_setting.h"
 #include "support/resolution.h"
 #include "support/selection_log.h"
 #include "ui/scale.h"
@@ -375,6 +376,21 @@ TEST_F(EntryEditorTest, TheMovedCategoriesLineIsPaintedAnew)
             GetUpdateRect(editor.Item(control), &unpainted, FALSE);
             ExpectSameRect(unpainted, whole);
         }
+    });
+}
+
+TEST_F(EntryEditorTest, AnotherDateFormatGetsTheWidthThatItNeeds)
+{
+    RECT before{};
+    RunNew([&](EditorWindow& editor) { before = editor.Rect(IDC_SUBJECT); });
+    const ScopedLocaleSetting format(LOCALE_SSHORTDATE, L"dddd, MMMM dd, yyyy");
+    RunNew([&](EditorWindow& editor) {
+        const RECT date = editor.Rect(IDC_START_DATE);
+        const RECT subject = editor.Rect(IDC_SUBJECT);
+        EXPECT_GT(Width(date), Scale(86));
+        EXPECT_EQ(editor.Rect(IDC_START_TIME).left, date.right + Scale(3));
+        EXPECT_GT(subject.left, before.left);
+        EXPECT_EQ(subject.right, before.right) << "the subject gives way";
     });
 }
 
