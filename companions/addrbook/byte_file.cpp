@@ -1,5 +1,7 @@
 #include "addrbook/byte_file.h"
 
+#include "util/held_file.h"
+
 namespace addrbook {
 
 namespace {
@@ -45,7 +47,7 @@ void OutputFile::Discard()
     if (!m_file)
         return;
     m_file.reset();
-    DeleteFileW(m_unfinishedPath.c_str());
+    DeleteHeldFile(m_unfinishedPath);
 }
 
 bool OutputFile::Check(bool succeeded)
@@ -78,7 +80,7 @@ bool OutputFile::Write(std::string_view bytes)
 
 bool OutputFile::TakePlace()
 {
-    if (Check(MoveFileExW(m_unfinishedPath.c_str(), m_path.c_str(), MOVEFILE_REPLACE_EXISTING)))
+    if (Check(MoveHeldFile(m_unfinishedPath, m_path, MOVEFILE_REPLACE_EXISTING)))
         return true;
     // A file that is held open is told from one that may not be written only by asking for it.
     const DWORD error = m_error;
@@ -97,7 +99,7 @@ bool OutputFile::Finish()
     m_file.reset();
     if (TakePlace())
         return true;
-    DeleteFileW(m_unfinishedPath.c_str());
+    DeleteHeldFile(m_unfinishedPath);
     return false;
 }
 

@@ -2,6 +2,8 @@
 
 #include <commdlg.h>
 
+#include "ui/save_choice.h"
+
 namespace addrbook {
 
 namespace {
@@ -35,9 +37,9 @@ std::wstring ChooseFileToOpen(HWND owner)
 std::wstring ChooseFileToSave(HWND owner)
 {
     std::wstring path(L"contacts.vcf");
-    OPENFILENAMEW choice = ChoiceOf(owner, &path, OFN_OVERWRITEPROMPT);
+    OPENFILENAMEW choice = ChoiceOf(owner, &path, OFN_OVERWRITEPROMPT | OFN_NOREADONLYRETURN);
     choice.lpstrTitle = L"Export";
-    return GetSaveFileNameW(&choice) ? std::wstring(path.c_str()) : std::wstring();
+    return ChooseFileToWrite(&choice) ? std::wstring(path.c_str()) : std::wstring();
 }
 
 } // namespace addrbook

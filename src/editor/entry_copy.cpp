@@ -4,6 +4,7 @@
 
 #include "editor/categories_line.h"
 #include "editor/category_assignment.h"
+#include "ui/save_choice.h"
 #include "util/date_text.h"
 #include "util/duration_text.h"
 #include "util/whole_file.h"
@@ -115,8 +116,9 @@ void SaveEntryCopy(HWND owner, const std::function<std::optional<std::wstring>()
     dialog.lpstrFile = path;
     dialog.nMaxFile = MAX_PATH;
     dialog.lpstrDefExt = L"txt";
-    dialog.Flags = OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-    if (!GetSaveFileNameW(&dialog))
+    dialog.Flags =
+        OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_NOREADONLYRETURN;
+    if (!ChooseFileToWrite(&dialog))
         return;
     const std::optional<std::wstring> copy = text();
     if (!copy || !WriteTextFile(path, *copy))

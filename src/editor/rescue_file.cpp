@@ -7,6 +7,7 @@
 
 #include "mervane/folder_files.h"
 #include "mervane/store_path.h"
+#include "util/held_file.h"
 #include "util/whole_file.h"
 
 namespace {
@@ -85,7 +86,7 @@ void DropOldestKept(uint64_t store, const std::wstring& justKept)
     if (kept.empty() || kept.front().first == 0)
         return;
     for (size_t i = 0; i + RescueFile::kKept <= kept.size(); ++i)
-        DeleteFileW(kept[i].second.c_str());
+        DeleteHeldFile(kept[i].second);
 }
 
 } // namespace
@@ -127,13 +128,13 @@ bool RescueFile::Write(const RescueState& state)
     if (bytes.empty() || (!HasFile() && !TakeName(state.store)))
         return false;
     // What an earlier process of this number has left half written.
-    DeleteFileW((m_path + kNewEnding).c_str());
+    DeleteHeldFile(m_path + kNewEnding);
     return ReplaceWholeFile(m_path, bytes);
 }
 
 bool RescueFile::Remove()
 {
-    if (HasFile() && !DeleteFileW(m_path.c_str()) && GetLastError() != ERROR_FILE_NOT_FOUND)
+    if (HasFile() && !DeleteHeldFile(m_path) && GetLastError() != ERROR_FILE_NOT_FOUND)
         return false;
     Release();
     return true;
@@ -145,7 +146,7 @@ void RescueFile::SetAside()
     std::wstring kept = m_path + kKeptEnding;
     for (int number = 2; !IsFree(kept) && number <= kMostNames; ++number)
         kept = m_path + L"-" + std::to_wstring(number) + kKeptEnding;
-    if (state && MoveFileExW(m_path.c_str(), kept.c_str(), MOVEFILE_WRITE_THROUGH)) {
+    if (state && MoveHeldFile(m_path, kept, MOVEFILE_WRITE_THROUGH)) {
         MarkAsNew(kept);
         DropOldestKept(state->store, kept);
     }

@@ -8,6 +8,7 @@
 
 #include "app/journal_app.h"
 #include "export/export_dialog.h"
+#include "ui/save_choice.h"
 
 namespace {
 
@@ -41,7 +42,7 @@ std::optional<ExportFile> ChooseFile(HWND owner)
     choice.nMaxFile = kPathSize;
     choice.lpstrInitialDir = folder.c_str();
     choice.Flags = OFN_OVERWRITEPROMPT;
-    if (!GetSaveFileNameW(&choice))
+    if (!ChooseFileToWrite(&choice))
         return std::nullopt;
     return ExportFile{path, choice.nFilterIndex == kTextFilter ? ExportFormat::SimpleText
                                                                : ExportFormat::CommaSeparated};

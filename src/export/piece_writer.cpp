@@ -2,15 +2,21 @@
 
 #include <climits>
 
+#include "util/held_file.h"
+
 namespace {
 
 constexpr int kFirstRoom = 4096; // bytes; most pieces are shorter
 
 HANDLE OpenForWriting(const std::wstring& path)
 {
-    HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
-                              FILE_ATTRIBUTE_NORMAL, nullptr);
-    return file == INVALID_HANDLE_VALUE ? nullptr : file;
+    HANDLE file = INVALID_HANDLE_VALUE;
+    const bool isOpen = DoWhileHeld(path, [&] {
+        file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
+                           FILE_ATTRIBUTE_NORMAL, nullptr);
+        return file != INVALID_HANDLE_VALUE;
+    });
+    return isOpen ? file : nullptr;
 }
 
 int ToAnsi(std::wstring_view text, char* bytes, int room)

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "util/held_file.h"
 #include "util/owners.h"
 
 namespace {
@@ -43,12 +44,12 @@ bool ReplaceWholeFile(const std::wstring& path, const std::string& bytes)
     std::wstring beside;
     if (!WriteAll(MakeBeside(path, &beside), bytes)) {
         if (!beside.empty())
-            DeleteFileW(beside.c_str());
+            DeleteHeldFile(beside);
         return false;
     }
-    if (MoveFileExW(beside.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+    if (MoveHeldFile(beside, path, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         return true;
-    DeleteFileW(beside.c_str());
+    DeleteHeldFile(beside);
     return false;
 }
 

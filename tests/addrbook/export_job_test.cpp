@@ -1,6 +1,7 @@
 #include "addrbook/export_job.h"
 
 #include "addrbook/contact_uids.h"
+#include "support/held_file.h"
 #include "support/locked_store.h"
 #include "transfers.h"
 
@@ -57,6 +58,16 @@ TEST_F(Transfers, ExportOverAFileThatIsHeldOpenSaysSoAndLeavesIt)
     }
     ExpectUntouched(m_path);
     EXPECT_EQ(Stored("a")[Field::Extra], "") << "no card has gone out";
+}
+
+TEST_F(Transfers, ExportOverAFileThatIsHeldForAMomentWaits)
+{
+    ASSERT_EQ(Import(CardOf("FN:a")), State::Done);
+    ASSERT_TRUE(WriteFileBytes(m_path, "before"));
+    const HeldFile held(m_path, 3);
+    EXPECT_EQ(Export(Ids()), State::Done);
+    EXPECT_EQ(held.Waits(), 3);
+    EXPECT_TRUE(ReadFileBytes(m_path).starts_with("BEGIN:VCARD"));
 }
 
 TEST(ExportReason, IsNamedWhereAPersonCanDoSomething)

@@ -2,6 +2,7 @@
 
 #include "editor/categories_line.h"
 #include "editor_fixture.h"
+#include "support/held_file.h"
 #include "support/import_watch.h"
 #include "support/unreadable_table.h"
 
@@ -215,15 +216,20 @@ TEST_F(EntryCopyBoxTest, SaysThatACopyIsHalf)
     ExpectNotWritten();
 }
 
-// As by the program that shows it.
+// As by the program that shows it, and lets others write it, but nobody replace it.
 TEST_F(EntryCopyBoxTest, SaysThatAnotherProgramHasTheFile)
 {
-    HANDLE held = CreateFileW(m_path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                              FILE_ATTRIBUTE_NORMAL, nullptr);
-    ASSERT_NE(held, INVALID_HANDLE_VALUE);
+    const HeldFile held(m_path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE);
     SaveNewer();
     ExpectNotWritten();
-    CloseHandle(held);
+}
+
+TEST_F(EntryCopyBoxTest, WaitsForAProgramThatHasTheFileForAMoment)
+{
+    const HeldFile held(m_path, 10, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    SaveNewer();
+    EXPECT_TRUE(m_boxes.Boxes().empty());
+    EXPECT_EQ(ReadFileBytes(m_path), "\xEF\xBB\xBFthe newer one");
 }
 
 } // namespace

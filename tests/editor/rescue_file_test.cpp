@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/held_file.h"
 #include "support/import_watch.h"
 #include "support/rescue_folder.h"
 #include "support/test_store.h"
@@ -136,6 +137,30 @@ TEST_F(RescueFileTest, OneThatCannotBeDeletedIsStillSomebodys)
     EXPECT_TRUE(RescueFile::FindLeft(5).empty());
     EXPECT_TRUE(file.Remove());
     EXPECT_TRUE(m_folder.Files().empty());
+}
+
+TEST_F(RescueFileTest, OneThatIsHeldForAMomentIsReplacedAndDeletedAllTheSame)
+{
+    RescueFile file;
+    ASSERT_TRUE(file.Write(State(L"Mine")));
+    {
+        const HeldFile held(m_folder.Files(L".rescue")[0], 2);
+        EXPECT_TRUE(file.Write(State(L"More")));
+        EXPECT_EQ(held.Waits(), 2);
+    }
+    const HeldFile held(m_folder.Files(L".rescue")[0], 2);
+    EXPECT_TRUE(file.Remove());
+    EXPECT_TRUE(m_folder.Files().empty());
+}
+
+TEST_F(RescueFileTest, OneThatIsHeldForAMomentIsKeptAllTheSame)
+{
+    ASSERT_TRUE(Leave(L"Mine"));
+    auto left = RescueFile::FindLeft(5);
+    ASSERT_EQ(left.size(), 1u);
+    const HeldFile held(m_folder.Files(L".rescue")[0], 2);
+    left[0].SetAside();
+    EXPECT_EQ(m_folder.Files(L".kept").size(), 1u);
 }
 
 TEST_F(RescueFileTest, ADamagedOneIsNotFoundAndStays)

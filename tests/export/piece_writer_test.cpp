@@ -1,6 +1,7 @@
 #include "export/piece_writer.h"
 
 #include "export/export_fixture.h"
+#include "support/held_file.h"
 
 namespace {
 
@@ -137,6 +138,14 @@ TEST_F(PieceWriterTest, AFileThatAnotherProgramWritesToIsWrittenToo)
     }
     CloseHandle(theirs);
     EXPECT_EQ(m_file.Bytes(), "ours");
+}
+
+TEST_F(PieceWriterTest, AFileThatIsHeldForAMomentIsWaitedFor)
+{
+    ASSERT_EQ(Written({L"before"}), "before");
+    const HeldFile held(m_file.Path(), 3);
+    EXPECT_EQ(Written({L"after"}), "after");
+    EXPECT_EQ(held.Waits(), 3);
 }
 
 TEST_F(PieceWriterTest, FailedWritesAreNotReportedAndEachIsTried)

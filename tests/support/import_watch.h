@@ -48,6 +48,7 @@ extern decltype(&SetWindowTextW) __imp_SetWindowTextW;
 extern decltype(&ShellExecuteExW) __imp_ShellExecuteExW;
 extern decltype(&ShutdownBlockReasonCreate) __imp_ShutdownBlockReasonCreate;
 extern decltype(&ShutdownBlockReasonDestroy) __imp_ShutdownBlockReasonDestroy;
+extern decltype(&Sleep) __imp_Sleep;
 extern decltype(&StartDocW) __imp_StartDocW;
 extern decltype(&StartPage) __imp_StartPage;
 extern decltype(&TextOutW) __imp_TextOutW;
