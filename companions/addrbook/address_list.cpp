@@ -23,7 +23,8 @@ void AddressWindow::MakeList()
     m_list = MakeChild(WC_LISTVIEWW, L"",
                        WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
                        WS_EX_CLIENTEDGE, IDC_CONTACTS);
-    ListView_SetExtendedListViewStyle(m_list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
+    constexpr DWORD kStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
+    ListView_SetExtendedListViewStyleEx(m_list, kStyle, kStyle);
     InsertColumns(m_list, m_settings);
 }
 

@@ -41,7 +41,8 @@ HWND EntryList::Create(HWND parent, ColumnSet* columns, DWORD style, int topOffs
     if (!m_list || !m_hook.Attach(m_list, HandleListMessage, this))
         return nullptr;
     m_selection.Attach(m_list);
-    ListView_SetExtendedListViewStyle(m_list, LVS_EX_FULLROWSELECT);
+    constexpr DWORD kStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
+    ListView_SetExtendedListViewStyleEx(m_list, kStyle, kStyle);
     m_font = FitControlFont(m_list);
     SetImages();
     m_columns = columns;

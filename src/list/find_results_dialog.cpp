@@ -86,7 +86,8 @@ bool FindResultsDialog::OnInitDialog()
 {
     Fit();
     CenterOnWorkArea();
-    ListView_SetExtendedListViewStyle(List(), LVS_EX_FULLROWSELECT);
+    constexpr DWORD kStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
+    ListView_SetExtendedListViewStyleEx(List(), kStyle, kStyle);
     (void)m_listHook.Attach(List(), HandleListMessage, this);
     AddColumns();
     Fill();

@@ -85,7 +85,8 @@ DialogTemplate CategoryDialog::Contents()
 bool CategoryDialog::OnInit()
 {
     InsertColumns();
-    ListView_SetExtendedListViewStyle(List(), LVS_EX_FULLROWSELECT);
+    constexpr DWORD kStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
+    ListView_SetExtendedListViewStyleEx(List(), kStyle, kStyle);
     OnSize();
     ShowDraft(0);
     return false;

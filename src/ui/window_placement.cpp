@@ -108,7 +108,8 @@ bool FrameAndPlace(HWND window, const RegistryStore& settings)
 {
     const std::optional<WindowPlace> stored = LoadPlacement(settings);
     const RECT place = stored ? stored->rect : WorkArea();
-    SetWindowLongPtrW(window, GWL_STYLE, GetWindowLongPtrW(window, GWL_STYLE) | WS_OVERLAPPEDWINDOW);
+    SetWindowLongPtrW(window, GWL_STYLE,
+                      GetWindowLongPtrW(window, GWL_STYLE) | WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN);
     Move(window, place, SWP_FRAMECHANGED);
     return stored && stored->maximized;
 }

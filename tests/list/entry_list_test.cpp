@@ -41,7 +41,8 @@ TEST_F(EntryListTest, TheControlIsAVirtualReport)
     EXPECT_EQ(GetParent(Handle()), m_parent.Handle());
     const DWORD wanted = WS_CHILD | WS_VISIBLE | LVS_OWNERDATA | LVS_REPORT | LVS_SHOWSELALWAYS;
     EXPECT_EQ(static_cast<DWORD>(GetWindowLongW(Handle(), GWL_STYLE)) & wanted, wanted);
-    EXPECT_EQ(ListView_GetExtendedListViewStyle(Handle()), DWORD{LVS_EX_FULLROWSELECT});
+    EXPECT_EQ(ListView_GetExtendedListViewStyle(Handle()), DWORD{LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER})
+        << "painted without a flicker";
 }
 
 TEST_F(EntryListTest, ListAndHeaderHaveTheirOwnImages)

@@ -152,7 +152,7 @@ TEST_F(FindResultsTest, TheListHasItsStyleAndColumns)
         HWND list = dialog.Item(kList);
         constexpr LONG_PTR kStyle = LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER;
         EXPECT_EQ(GetWindowLongPtrW(list, GWL_STYLE) & (kStyle | LVS_TYPEMASK), kStyle | LVS_REPORT);
-        EXPECT_NE(ListView_GetExtendedListViewStyle(list) & LVS_EX_FULLROWSELECT, 0u);
+        EXPECT_EQ(ListView_GetExtendedListViewStyle(list), DWORD{LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER});
         for (const auto& [column, title] : {std::pair(0, L"Date"), std::pair(1, L"Subject")}) {
             wchar_t text[20] = L"";
             LVCOLUMNW info{};

@@ -120,6 +120,7 @@ TEST_F(Placement, TheFrameCanBeClosedMinimisedMaximisedAndResized)
     EXPECT_TRUE(EqualRect(&place, &wanted));
     const LONG_PTR style = GetWindowLongPtrW(window, GWL_STYLE);
     EXPECT_EQ(style & WS_OVERLAPPEDWINDOW, WS_OVERLAPPEDWINDOW);
+    EXPECT_NE(style & WS_CLIPCHILDREN, 0) << "its own background would flicker behind its contents";
     DestroyWindow(window);
 }
 
