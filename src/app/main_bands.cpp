@@ -2,6 +2,8 @@
 
 #include <strsafe.h>
 
+#include <iterator>
+
 #include "res/resource.h"
 #include "ui/command_bands.h"
 #include "ui/image_list.h"
@@ -13,32 +15,54 @@ constexpr int kMenuBand = 0;
 constexpr int kButtonBand = 1;
 constexpr int kBandImageWidth = 16;
 constexpr int kFilterButtonWidth = 110;
-constexpr int kStandardImageCount = 15;
 
-// Images: 0 to 2 are our own, the system's standard images follow from 3.
-constexpr int kStandardImages = 3;
+struct ImageSet {
+    int bitmap;
+    int count;
+};
+constexpr ImageSet kImageSets[] = {
+    {IDB_NEW_ENTRY, 1}, {IDB_EDIT_ENTRY, 1}, {IDB_FILTER, 1}, {IDB_STD_SMALL_COLOR, 15}};
+constexpr int kStandard = 3; // the system's
 
 struct Button {
-    int image;
+    int set;
+    int image;    // of the set
     UINT command; // 0: a separator
     BYTE style;
     const wchar_t* tooltip;
 };
 
 constexpr Button kButtons[] = {
-    {0, CMD_NEW_ENTRY, BTNS_BUTTON, L"New"},
-    {1, CMD_EDIT_ENTRY, BTNS_BUTTON, L"Edit"},
-    {kStandardImages + STD_DELETE, CMD_DELETE_ENTRY, BTNS_BUTTON, L"Delete"},
-    {0, 0, BTNS_SEP, nullptr},
-    {kStandardImages + STD_CUT, CMD_CUT, BTNS_BUTTON, L"Cut"},
-    {kStandardImages + STD_COPY, CMD_COPY, BTNS_BUTTON, L"Copy"},
-    {kStandardImages + STD_PASTE, CMD_PASTE, BTNS_BUTTON, L"Paste"},
-    {0, 0, BTNS_SEP, nullptr},
-    {kStandardImages + STD_FIND, CMD_FIND, BTNS_BUTTON, L"Find"},
-    {2, CMD_CONTACTS, BTNS_DROPDOWN | BTNS_NOPREFIX, nullptr},
-    {0, 0, BTNS_SEP, nullptr},
+    {0, 0, CMD_NEW_ENTRY, BTNS_BUTTON, L"New"},
+    {1, 0, CMD_EDIT_ENTRY, BTNS_BUTTON, L"Edit"},
+    {kStandard, STD_DELETE, CMD_DELETE_ENTRY, BTNS_BUTTON, L"Delete"},
+    {0, 0, 0, BTNS_SEP, nullptr},
+    {kStandard, STD_CUT, CMD_CUT, BTNS_BUTTON, L"Cut"},
+    {kStandard, STD_COPY, CMD_COPY, BTNS_BUTTON, L"Copy"},
+    {kStandard, STD_PASTE, CMD_PASTE, BTNS_BUTTON, L"Paste"},
+    {0, 0, 0, BTNS_SEP, nullptr},
+    {kStandard, STD_FIND, CMD_FIND, BTNS_BUTTON, L"Find"},
+    {2, 0, CMD_CONTACTS, BTNS_DROPDOWN | BTNS_NOPREFIX | BTNS_SHOWTEXT, nullptr},
+    {0, 0, 0, BTNS_SEP, nullptr},
 };
 constexpr int kButtonCount = static_cast<int>(sizeof kButtons / sizeof kButtons[0]);
+
+// A button whose images are missing (-1) says what it is instead.
+TBBUTTON MakeButton(const Button& button, int firstImage)
+{
+    TBBUTTON made{};
+    made.iBitmap = firstImage < 0 ? I_IMAGENONE : firstImage + button.image;
+    made.idCommand = static_cast<int>(button.command);
+    made.fsState = TBSTATE_ENABLED;
+    made.fsStyle = button.style;
+    if (!button.command) {
+        made.iBitmap = 0;
+    } else if (firstImage < 0 && button.tooltip) {
+        made.fsStyle |= BTNS_SHOWTEXT | BTNS_AUTOSIZE;
+        made.iString = reinterpret_cast<INT_PTR>(button.tooltip);
+    }
+    return made;
+}
 
 } // namespace
 
@@ -116,18 +140,13 @@ bool MainBands::CreateMenu()
 
 bool MainBands::CreateButtons()
 {
-    for (int bitmap : {IDB_NEW_ENTRY, IDB_EDIT_ENTRY, IDB_FILTER})
-        if (CommandBar_AddBitmap(m_buttonBar, m_instance, bitmap, 1) < 0)
-            return false;
-    if (CommandBar_AddBitmap(m_buttonBar, HINST_COMMCTRL, IDB_STD_SMALL_COLOR, kStandardImageCount) < 0)
-        return false;
+    int first[std::size(kImageSets)];
+    for (size_t set = 0; set < std::size(kImageSets); ++set)
+        first[set] = CommandBar_AddBitmap(m_buttonBar, set == kStandard ? HINST_COMMCTRL : m_instance,
+                                          kImageSets[set].bitmap, kImageSets[set].count);
     TBBUTTON buttons[kButtonCount]{};
-    for (int i = 0; i < kButtonCount; ++i) {
-        buttons[i].iBitmap = kButtons[i].image;
-        buttons[i].idCommand = static_cast<int>(kButtons[i].command);
-        buttons[i].fsState = TBSTATE_ENABLED;
-        buttons[i].fsStyle = kButtons[i].style;
-    }
+    for (int i = 0; i < kButtonCount; ++i)
+        buttons[i] = MakeButton(kButtons[i], first[kButtons[i].set]);
     if (!SendMessageW(m_buttonBar, TB_ADDBUTTONSW, kButtonCount, reinterpret_cast<LPARAM>(buttons)))
         return false;
     ShowFilterText();

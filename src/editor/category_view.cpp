@@ -12,6 +12,10 @@ constexpr const wchar_t* kNoCategoriesYet = L"<Double Tap to Create Categories>"
 
 // Every bit but the one of the boxes, as the handheld's program has it.
 constexpr DWORD kWithoutBoxes = 0xFFFFFFFB;
+// Of these bits the handheld's lists knew these. To the desktop's the others are a transparent background,
+// shadows, a selection that follows the mouse and more, which nobody has meant.
+constexpr DWORD kMeantWithoutBoxes =
+    LVS_EX_GRIDLINES | LVS_EX_SUBITEMIMAGES | LVS_EX_HEADERDRAGDROP | LVS_EX_FULLROWSELECT;
 
 // One of the bits that the list gets without boxes is for a header in every kind of list.
 void NeverShowHeader(HWND list)
@@ -60,6 +64,7 @@ void CategoryView::Refresh()
     if (store.GetNumActiveRecords() == 0) {
         NeverShowHeader(m_list);
         SetOnlyStyle(m_list, kWithoutBoxes);
+        ListView_SetExtendedListViewStyleEx(m_list, ~kMeantWithoutBoxes, 0);
         ShowOnlyItem(m_list, store.Trouble() == StoreTrouble::None ? kNoCategoriesYet : kUnreadCategories);
         return;
     }

@@ -65,7 +65,9 @@ bool EditorBar::Create(HINSTANCE instance, HWND parent, HFONT font)
     SendMessageW(m_window, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     SendMessageW(m_window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     // The drop-down buttons show an arrow; the editor drops their menu from the button's body as well.
-    SendMessageW(m_window, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS);
+    // Those without a text keep to the width of their image.
+    constexpr DWORD kExtended = TBSTYLE_EX_DRAWDDARROWS | TBSTYLE_EX_MIXEDBUTTONS;
+    SendMessageW(m_window, TB_SETEXTENDEDSTYLE, kExtended, kExtended);
     SetImages(instance);
     return AddButtons();
 }
@@ -97,7 +99,7 @@ bool EditorBar::AddButtons()
         added.iBitmap = button.command ? button.image : Scale(m_window, button.image);
         added.idCommand = button.command;
         added.fsState = TBSTATE_ENABLED;
-        added.fsStyle = button.style;
+        added.fsStyle = static_cast<BYTE>(button.style | (button.text ? BTNS_SHOWTEXT : 0));
         added.iString = button.text ? reinterpret_cast<INT_PTR>(button.text) : -1;
         buttons.push_back(added);
     }

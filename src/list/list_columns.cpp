@@ -40,7 +40,8 @@ LVCOLUMNW HeaderColumn(const ZColumn& column, int position)
     header.pszText = priorityIcon ? s_noTitle : const_cast<wchar_t*>(column.Title().c_str());
     if (column.Has(kColumnSortable)) {
         header.mask |= LVCF_IMAGE;
-        header.fmt = LVCFMT_BITMAP_ON_RIGHT;
+        // Without the second bit the desktop's header shows no image.
+        header.fmt = LVCFMT_BITMAP_ON_RIGHT | LVCFMT_IMAGE;
         header.iImage = HeaderImage(column, priorityIcon);
     }
     return header;

@@ -30,9 +30,10 @@ bool RowSelection::OnItemChanged(const NMLISTVIEW& change)
     bool report = false;
     for (const CEOID id : std::exchange(m_unseen, {}))
         report |= m_tracker.Selection().Remove(id);
-    if (change.iItem == -1)
-        report |= m_tracker.OnAllItemsChanged(change.uOldState, change.uNewState);
-    else
+    if (change.iItem == -1 && m_tracker.OnAllItemsChanged(change.uOldState, change.uNewState)) {
+        AddWhatIsLeft();
+        report = true;
+    } else if (change.iItem != -1)
         report |= m_tracker.OnItemChanged(IdOfRow(change.iItem), change.uOldState, change.uNewState);
     return report;
 }
@@ -51,6 +52,16 @@ bool RowSelection::OnRangeChanged(const NMLVODSTATECHANGE& change)
             m_tracker.Selection().Append(IdOfRow(row));
     AddSelectedRows();
     return true;
+}
+
+// A click on one of several selected rows deselects "all", by some systems' word, and tells nothing of the
+// one that stays selected, nor of its focus where it had that.
+void RowSelection::AddWhatIsLeft()
+{
+    constexpr UINT kChosen = LVIS_SELECTED | LVIS_FOCUSED;
+    const CeDBase::ReadScope scope(m_journal);
+    for (int row = -1; (row = ListView_GetNextItem(m_list, row, LVNI_SELECTED)) >= 0;)
+        (void)m_tracker.OnItemChanged(IdOfRow(row), 0, ListView_GetItemState(m_list, row, kChosen));
 }
 
 // A range may be added to rows that were selected before and still are.

@@ -52,6 +52,7 @@ class RowSelection {
     bool IsUsersChoice(const NMLISTVIEW& change) const;
     void SelectRows();
     void AddSelectedRows();
+    void AddWhatIsLeft();
     void TakeFocus();
     int RowOf(CEOID id);
     CEOID IdOfRow(int row);

@@ -56,20 +56,21 @@ bool Adornments::AddButtons(DWORD flags)
 {
     const int side = Scale(m_window, kStandardImageSide);
     m_images.reset(CreateImageList(side, side));
-    if (!m_images ||
-        AppendToImageList(m_images.get(), DrawAdornmentGlyphs(side, GetSysColor(COLOR_BTNTEXT))) < 0)
-        return false;
+    const bool hasImages =
+        m_images &&
+        AppendToImageList(m_images.get(), DrawAdornmentGlyphs(side, GetSysColor(COLOR_BTNTEXT))) >= 0;
     SendMessageW(m_window, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     SendMessageW(m_window, TB_SETPARENT, reinterpret_cast<WPARAM>(m_rebar), 0);
-    SendMessageW(m_window, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
-    SendMessageW(m_window, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_images.get()));
+    SendMessageW(m_window, TB_SETEXTENDEDSTYLE, TBSTYLE_EX_MIXEDBUTTONS, TBSTYLE_EX_MIXEDBUTTONS);
+    if (hasImages)
+        SendMessageW(m_window, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_images.get()));
     int image = 0;
     for (const Adornment& adornment : kAll) {
         TBBUTTON button{};
-        button.iBitmap = image++;
+        button.iBitmap = hasImages ? image++ : I_IMAGENONE;
         button.idCommand = adornment.command;
         button.fsState = TBSTATE_ENABLED;
-        button.fsStyle = BTNS_BUTTON;
+        button.fsStyle = hasImages ? BTNS_BUTTON : BTNS_SHOWTEXT | BTNS_AUTOSIZE; // then it says what it is
         button.iString = reinterpret_cast<INT_PTR>(adornment.text);
         if ((flags & adornment.flag) &&
             !SendMessageW(m_window, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button)))

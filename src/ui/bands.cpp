@@ -1,6 +1,9 @@
 #include "ui/bands.h"
 
+#include <windowsx.h>
+
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -68,8 +71,14 @@ LRESULT Bands::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     switch (message) {
     case RB_MAXIMIZEBAND: return OnMaximize(wParam, lParam);
     case RB_MINIMIZEBAND: ForgetMaximized(RectOf(static_cast<int>(wParam)).top); break;
-    case WM_LBUTTONDOWN: m_rectsBeforeDrag = Rects(); break;
-    case WM_LBUTTONUP: OnButtonUp(); break;
+    case WM_LBUTTONDOWN: OnButtonDown({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}); break;
+    case WM_LBUTTONUP: {
+        OnButtonUp();
+        NoteLayout();
+        const LRESULT result = m_hook.Next(message, wParam, lParam);
+        OnClicked();
+        return result;
+    }
     case WM_NOTIFY:
         if (OnNotify(*reinterpret_cast<const NMHDR*>(lParam)))
             return 0;
@@ -181,6 +190,46 @@ void Bands::OnButtonUp()
     RestoreOrder();
     KeepWidths();
     FitToParent();
+}
+
+void Bands::OnButtonDown(POINT point)
+{
+    m_rectsBeforeDrag = Rects();
+    RBHITTESTINFO hit{};
+    hit.pt = point;
+    SendMessageW(m_rebar, RB_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    m_pressed = hit.flags == RBHT_GRABBER || hit.flags == RBHT_CAPTION ? hit.iBand : -1;
+}
+
+LONG Bands::WidthOf(int index) const
+{
+    const RECT rect = RectOf(index);
+    return rect.right - rect.left;
+}
+
+void Bands::NoteLayout()
+{
+    m_widthBeforeClick = WidthOf(m_pressed);
+    m_restoredBeforeClick = InfoOf(m_pressed, RBBIM_SIZE).cx;
+}
+
+// A click on a gripper may maximise the band, or bring it back, within the control. The parent has been told
+// of the new layout by then, as of one that was dragged, and is told once more.
+void Bands::OnClicked()
+{
+    Band* band = FindBand(std::exchange(m_pressed, -1));
+    const int index = band ? IndexOf(*band->bar) : -1;
+    const LONG width = WidthOf(index);
+    if (!band || width == m_widthBeforeClick)
+        return;
+    const bool wasMaximized = band->isMaximized;
+    ForgetMaximized(RectOf(index).top);
+    band->isMaximized = width > m_widthBeforeClick;
+    if (band->isMaximized && !wasMaximized)
+        band->restoredWidth = m_restoredBeforeClick;
+    NMHDR changed{m_rebar, static_cast<UINT_PTR>(GetDlgCtrlID(m_rebar)),
+                  static_cast<UINT>(RBN_LAYOUTCHANGED)};
+    SendMessageW(GetParent(m_rebar), WM_NOTIFY, changed.idFrom, reinterpret_cast<LPARAM>(&changed));
 }
 
 // A change of the bars' height comes back here while the width is being settled.

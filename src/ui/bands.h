@@ -41,7 +41,11 @@ class Bands {
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     bool OnNotify(const NMHDR& notification);
     LRESULT OnMaximize(WPARAM index, LPARAM ideal);
+    void OnButtonDown(POINT point);
     void OnButtonUp();
+    void OnClicked();
+    void NoteLayout();
+    LONG WidthOf(int index) const;
     void OnSized();
 
     const Band* FindBand(int index) const;
@@ -67,5 +71,8 @@ class Bands {
     std::vector<Band> m_bands; // in the order in which they were added
     std::unique_ptr<Adornments> m_adornments;
     std::vector<RECT> m_rectsBeforeDrag;
+    int m_pressed = -1;             // the band whose gripper the mouse has gone down on
+    LONG m_widthBeforeClick = 0;    // of that one
+    UINT m_restoredBeforeClick = 0; // what it had asked for
     bool m_sizing = false;
 };

@@ -82,7 +82,9 @@ std::unique_ptr<CommandBar> CommandBar::Create(HINSTANCE instance, HWND rebar,
     if (!bar->m_window)
         return nullptr;
     SendMessageW(bar->m_window, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-    SendMessageW(bar->m_window, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS);
+    // Buttons without a text keep to the width of their image; those with one say that they show it.
+    constexpr DWORD kExtended = TBSTYLE_EX_DRAWDDARROWS | TBSTYLE_EX_MIXEDBUTTONS;
+    SendMessageW(bar->m_window, TB_SETEXTENDEDSTYLE, kExtended, kExtended);
     const int side = Scale(bar->m_window, kStandardImageSide);
     SendMessageW(bar->m_window, TB_SETBITMAPSIZE, 0, MAKELPARAM(side, side));
     bar->m_font = FitControlFont(bar->m_window);

@@ -107,6 +107,69 @@ TEST_F(MainWindowTest, TheFirstImagesAreThoseOfItsBitmaps)
     }
 }
 
+// Half transparent pixels aside, a picture in one colour.
+COLORREF DarkestOf(HIMAGELIST images)
+{
+    const std::vector<COLORREF> pixels = PictureOf(images, 1);
+    const auto light = [](COLORREF color) { return GetRValue(color) + GetGValue(color) + GetBValue(color); };
+    return *std::min_element(pixels.begin(), pixels.end(),
+                             [&](COLORREF one, COLORREF other) { return light(one) < light(other); });
+}
+
+TEST_F(MainWindowTest, PicturesInTheColourOfTextsFollowTheSystems)
+{
+    HWND window = Create();
+    const auto images = [this] {
+        return reinterpret_cast<HIMAGELIST>(SendMessageW(Adornments(), TB_GETIMAGELIST, 0, 0));
+    };
+    const int element = COLOR_BTNTEXT;
+    const COLORREF before = GetSysColor(element), wanted = RGB(160, 0, 0);
+    EXPECT_EQ(DarkestOf(images()), before);
+    SetSysColors(1, &element, &wanted);
+    SendMessageW(window, WM_SYSCOLORCHANGE, 0, 0);
+    EXPECT_EQ(DarkestOf(images()), wanted);
+    SetSysColors(1, &element, &before);
+    SendMessageW(window, WM_THEMECHANGED, 0, 0);
+    EXPECT_EQ(DarkestOf(images()), before);
+    RECT list{};
+    GetWindowRect(List(), &list);
+    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&list), 2);
+    EXPECT_EQ(list.top, CommandBands_Height(Bands()));
+}
+
+// Images that cannot be had do not end the start; the buttons say what they are, and the others keep theirs.
+TEST_F(MainWindowTest, MissingImagesLeaveButtonsWithTheirNames)
+{
+    const WindowRefuser lender(L"ToolbarWindow32", 3);
+    Create();
+    const auto imageOf = [this](int command) {
+        TBBUTTONINFOW info{};
+        info.cbSize = sizeof info;
+        info.dwMask = TBIF_IMAGE;
+        SendMessageW(Buttons(), TB_GETBUTTONINFOW, static_cast<WPARAM>(command),
+                     reinterpret_cast<LPARAM>(&info));
+        return info.iImage;
+    };
+    EXPECT_EQ(SendMessageW(Buttons(), TB_BUTTONCOUNT, 0, 0), 11);
+    EXPECT_EQ(imageOf(102), I_IMAGENONE);
+    EXPECT_EQ(ButtonText(Buttons(), 102), L"Delete");
+    EXPECT_EQ(imageOf(100), 0);
+    EXPECT_EQ(imageOf(111), 2);
+    EXPECT_EQ(ButtonText(Buttons(), 100), L"");
+}
+
+TEST_F(MainWindowTest, ButtonsWithoutATextAreAsWideAsTheirImage)
+{
+    Create();
+    for (HWND bar : {Buttons(), MenuBar(), Adornments()})
+        EXPECT_NE(SendMessageW(bar, TB_GETEXTENDEDSTYLE, 0, 0) & TBSTYLE_EX_MIXEDBUTTONS, 0);
+    TBBUTTONINFOW info{};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_STYLE;
+    SendMessageW(Buttons(), TB_GETBUTTONINFOW, 111, reinterpret_cast<LPARAM>(&info));
+    EXPECT_NE(info.fsStyle & BTNS_SHOWTEXT, 0) << "the filter's says what is in force";
+}
+
 // Of any channel of any pixel.
 int GreatestDifference(const std::vector<COLORREF>& one, const std::vector<COLORREF>& other)
 {

@@ -15,7 +15,9 @@ class AssignCategoriesTest : public AssignTest {
         ASSERT_EQ(list.Count(), 1);
         EXPECT_EQ(list.Text(0), kPlaceholder);
         EXPECT_EQ(list.Box(0), 0);
-        EXPECT_EQ(list.ExtendedStyle(), 0xFFFFFFFBu);
+        // Of 0xFFFFFFFB what lists meant by it then: grid lines, images of sub-items, a header to be dragged,
+        // whole rows.
+        EXPECT_EQ(list.ExtendedStyle(), 0x33u);
         EXPECT_FALSE(IsWindowVisible(ListView_GetHeader(list.Window())));
         EXPECT_GE(list.ColumnWidth(0), ListView_GetStringWidth(list.Window(), kPlaceholder));
     }

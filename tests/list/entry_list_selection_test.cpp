@@ -33,6 +33,26 @@ class EntryListSelection : public EntryListTest {
     List m_ids; // by row
 };
 
+// A click on one of several selected rows: some systems tell of it by this alone, and the row stays selected.
+TEST_F(EntryListSelection, WhatTheControlStillShowsAfterAllWereDeselectedIsSelected)
+{
+    ClickRow(1);
+    NMLISTVIEW change{};
+    change.hdr = {Handle(), static_cast<UINT_PTR>(GetDlgCtrlID(Handle())),
+                  static_cast<UINT>(LVN_ITEMCHANGED)};
+    change.iItem = -1;
+    change.uChanged = LVIF_STATE;
+    change.uOldState = LVIS_SELECTED;
+    SendMessageW(m_parent.Handle(), WM_NOTIFY, change.hdr.idFrom, reinterpret_cast<LPARAM>(&change));
+    ASSERT_EQ(SelectedRows(), std::vector{1});
+    EXPECT_EQ(Selected(), List{Id(1)});
+    EXPECT_EQ(m_list.CurrentEntry(), Id(1));
+    EXPECT_EQ(m_list.SelectionFlag(), 0);
+    change.uOldState = LVIS_FOCUSED;
+    SendMessageW(m_parent.Handle(), WM_NOTIFY, change.hdr.idFrom, reinterpret_cast<LPARAM>(&change));
+    EXPECT_EQ(Selected(), List{Id(1)});
+}
+
 TEST_F(EntryListSelection, AClickSelectsTheRowWithoutTheFlag)
 {
     ClickRow(3);

@@ -31,7 +31,7 @@ TEST(HeaderColumn, ASortableOneHasItsImageOnTheRight)
     const ZColumn date = MakeColumn(L"Date", 101, kSortableShown, 4095);
     const LVCOLUMNW header = HeaderColumn(date, 1);
     EXPECT_EQ(header.mask, UINT{LVCF_FMT | LVCF_WIDTH | LVCF_TEXT | LVCF_SUBITEM | LVCF_IMAGE});
-    EXPECT_EQ(header.fmt, LVCFMT_BITMAP_ON_RIGHT);
+    EXPECT_EQ(header.fmt, LVCFMT_BITMAP_ON_RIGHT | LVCFMT_IMAGE);
     EXPECT_EQ(header.cx, 4095);
     EXPECT_EQ(header.iImage, 0);
     EXPECT_STREQ(header.pszText, L"Date");

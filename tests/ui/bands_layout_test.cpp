@@ -192,6 +192,64 @@ TEST(BandsLayout, DraggedWidthIsRestored)
     }
 }
 
+// What the system's own procedure of a rebar does of itself when it lets go of the mouse: set it, and it is
+// done.
+struct WithinTheControl {
+    HWND rebar;
+    UINT message;
+
+    static inline WithinTheControl* s_current = nullptr;
+    static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam)
+    {
+        const auto& sent = *reinterpret_cast<const CWPSTRUCT*>(lParam);
+        if (code == HC_ACTION && s_current && sent.message == WM_CAPTURECHANGED &&
+            sent.hwnd == s_current->rebar)
+            s_current->Do();
+        return CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+    void Do() const
+    {
+        WNDCLASSW own{};
+        ASSERT_TRUE(GetClassInfoW(nullptr, REBARCLASSNAMEW, &own));
+        CallWindowProcW(own.lpfnWndProc, rebar, message, 1, FALSE);
+    }
+};
+
+// As some systems do where a gripper is clicked.
+TEST(BandsLayout, ABandThatTheControlMaximisesAtAClickCountsAsMaximised)
+{
+    BandsWindow window(Scale(800));
+    window.Show();
+    WithinTheControl within{window.Bands(), RB_MAXIMIZEBAND};
+    WithinTheControl::s_current = &within;
+    HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, WithinTheControl::Hook, nullptr, GetCurrentThreadId());
+    std::vector<bool> told; // of the band, at each change of the layout
+    window.onMessage = [&](UINT message, WPARAM, LPARAM lParam, LRESULT*) {
+        if (message == WM_NOTIFY &&
+            reinterpret_cast<const NMHDR*>(lParam)->code == static_cast<UINT>(RBN_LAYOUTCHANGED))
+            told.push_back(window.Restore(1).fMaximized != FALSE);
+        return false;
+    };
+    const auto click = [&] {
+        const LPARAM point = MAKELPARAM(window.BandRect(1).left + 4, window.BandRect(1).top + 6);
+        SendMessageW(window.Bands(), WM_LBUTTONDOWN, MK_LBUTTON, point);
+        SendMessageW(window.Bands(), WM_LBUTTONUP, 0, point);
+    };
+    const LONG before = window.BandRect(1).left;
+    const UINT asked = window.Restore(1).cxRestored;
+    click();
+    EXPECT_LT(window.BandRect(1).left, before);
+    EXPECT_TRUE(window.Restore(1).fMaximized);
+    EXPECT_EQ(window.Restore(1).cxRestored, asked);
+    EXPECT_FALSE(window.Restore(0).fMaximized);
+    within.message = RB_MINIMIZEBAND;
+    click();
+    EXPECT_FALSE(window.Restore(1).fMaximized);
+    EXPECT_EQ(told, (std::vector{true, false}));
+    WithinTheControl::s_current = nullptr;
+    UnhookWindowsHookEx(hook);
+}
+
 TEST(BandsLayout, DraggedWidthOutlivesANarrowWindow)
 {
     BandsWindow window(Scale(800));

@@ -26,7 +26,7 @@ constexpr Button kButtons[] = {{0, 100, BTNS_BUTTON},
                                {3 + STD_PASTE, 142, BTNS_BUTTON},
                                {0, 0, BTNS_SEP},
                                {3 + STD_FIND, 115, BTNS_BUTTON},
-                               {2, kFilterCommand, BTNS_DROPDOWN},
+                               {2, kFilterCommand, BTNS_DROPDOWN | BTNS_SHOWTEXT},
                                {0, 0, BTNS_SEP}};
 
 HINSTANCE Instance()
