@@ -112,6 +112,8 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
         return DefWindowProcW(m_window, message, wParam, lParam);
     case WM_SIZE: return OnSize();
     case WM_DPICHANGED: return OnResolutionChanged(*reinterpret_cast<const RECT*>(lParam));
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED: return OnColorsChanged(message, wParam, lParam);
     case WM_SETFOCUS: SetFocus(m_list.Handle()); return 0;
     case WM_GETMINMAXINFO: return OnGetMinMaxInfo(reinterpret_cast<MINMAXINFO*>(lParam));
     case WM_SETTINGCHANGE: m_list.Refresh(); return 0;
@@ -232,23 +234,38 @@ LRESULT MainWindow::OnSize()
     return 0;
 }
 
-// While the window is being made it goes to its place as it was stored, whatever resolution that has. While
-// its bands are being made anew they are not what is to be stored.
-LRESULT MainWindow::OnResolutionChanged(const RECT& place)
+// While they are being made anew they are not what is to be stored.
+void MainWindow::RebuildBands()
 {
-    if (!m_loaded)
-        return 0;
     const bool hadFocus = IsChild(m_bands.Handle(), GetFocus());
     m_loaded = false;
     const bool isBuilt = m_bands.Rebuild();
     m_loaded = true;
-    m_list.OnResolutionChanged();
-    m_smallIcon = SetProgramIcon(m_window, ICON_SMALL);
-    m_bigIcon = SetProgramIcon(m_window, ICON_BIG);
     if (isBuilt)
         OnSelectionChanged(m_list.SelectionFlag());
     if (hadFocus)
         SetFocus(m_list.Handle());
+}
+
+// Pictures of the bands have the colour of texts in them.
+LRESULT MainWindow::OnColorsChanged(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (m_loaded) {
+        RebuildBands();
+        RefitList();
+    }
+    return DefWindowProcW(m_window, message, wParam, lParam);
+}
+
+// While the window is being made it goes to its place as it was stored, whatever resolution that has.
+LRESULT MainWindow::OnResolutionChanged(const RECT& place)
+{
+    if (!m_loaded)
+        return 0;
+    RebuildBands();
+    m_list.OnResolutionChanged();
+    m_smallIcon = SetProgramIcon(m_window, ICON_SMALL);
+    m_bigIcon = SetProgramIcon(m_window, ICON_BIG);
     TakePlace(m_window, place);
     return OnSize();
 }

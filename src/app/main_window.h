@@ -64,6 +64,8 @@ class MainWindow {
     LRESULT OnEndSession(WPARAM ends);
     LRESULT OnSize();
     LRESULT OnResolutionChanged(const RECT& place);
+    LRESULT OnColorsChanged(UINT message, WPARAM wParam, LPARAM lParam);
+    void RebuildBands();
     LRESULT OnGetMinMaxInfo(MINMAXINFO* info);
     LRESULT OnNotify(NMHDR* notification);
     LRESULT OnBandsNotify(const NMHDR& notification);

@@ -60,6 +60,7 @@ INT_PTR ModalDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     LRESULT result = 0;
     if (PutOffWhileWaiting(m_window, message, wParam, lParam))
         return TRUE;
+    PassToControls(m_window, message, wParam, lParam);
     switch (message) {
     case WM_COMMAND: OnCommandMessage(LOWORD(wParam), HIWORD(wParam)); return TRUE;
     case WM_CLOSE: OnClose(); return TRUE;

@@ -37,6 +37,13 @@ std::unordered_map<HWND, int>& Told()
     return s_told;
 }
 
+BOOL CALLBACK SendTo(HWND control, LPARAM message)
+{
+    const auto& told = *reinterpret_cast<const MSG*>(message);
+    SendMessageW(control, told.message, told.wParam, told.lParam);
+    return TRUE;
+}
+
 } // namespace
 
 int SystemDpi()
@@ -83,6 +90,17 @@ SIZE FrameOf(HWND window)
     if (!s_adjust || !s_adjust(&frame, style, FALSE, exStyle, static_cast<UINT>(DpiOf(window))))
         AdjustWindowRectEx(&frame, style, FALSE, exStyle);
     return {frame.right - frame.left, frame.bottom - frame.top};
+}
+
+void PassToControls(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message != WM_SYSCOLORCHANGE && message != WM_SETTINGCHANGE)
+        return;
+    MSG told{};
+    told.message = message;
+    told.wParam = wParam;
+    told.lParam = lParam;
+    EnumChildWindows(window, SendTo, reinterpret_cast<LPARAM>(&told));
 }
 
 bool ParametersFor(int dpi, UINT action, UINT size, void* parameters)

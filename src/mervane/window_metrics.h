@@ -24,6 +24,9 @@ void ForgetDpi(HWND window);
 int MetricOf(HWND window, int index);
 // What the frame of a window takes beside its client area, the menu left out (AdjustWindowRectEx).
 SIZE FrameOf(HWND window);
+// A change of the system's colours or settings is told to top-level windows alone: hands it on to the
+// controls of the window that has got this message, if it is one of those.
+void PassToControls(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 // SystemParametersInfo at a resolution: for SPI_GETNONCLIENTMETRICS and SPI_GETICONTITLELOGFONT.
 bool ParametersFor(int dpi, UINT action, UINT size, void* parameters);
 

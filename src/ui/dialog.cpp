@@ -111,6 +111,7 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     if (mervane::PutOffWhileWaiting(window, message, wParam, lParam) ||
         self->IsOutOfReach(message, wParam, lParam))
         return TRUE;
+    mervane::PassToControls(window, message, wParam, lParam);
     LRESULT result = 0;
     const bool handled =
         self->OnMessage(message, wParam, lParam, &result) || self->Dispatch(message, wParam, &result);

@@ -25,6 +25,7 @@ template <typename Window> class WindowProcedure {
             return 0;
         if (message == WM_DPICHANGED)
             mervane::NoteDpi(window, wParam);
+        mervane::PassToControls(window, message, wParam, lParam);
         const LRESULT result = self->OnMessage(message, wParam, lParam);
         if (message == WM_NCDESTROY) {
             mervane::ForgetDpi(window);

@@ -11,6 +11,7 @@
 #include "ui/dialog_fixture.h"
 #include "ui/scale.h"
 #include "ui/ui_test_resource.h"
+#include "ui/window_hook.h"
 #include "ui/work_area.h"
 #include "util/owners.h"
 
@@ -293,6 +294,26 @@ TEST(Dialog, AnotherResolutionIsToldOnceAndBringsItsIcons)
         TellResolution(window, 1, 2);
         EXPECT_EQ(dialog.resolutionsBefore, (std::vector{own, 2 * own}));
         EXPECT_EQ(IconSize(window, ICON_SMALL), Scale(16));
+        SendMessageW(window, WM_CLOSE, 0, 0);
+    });
+}
+
+// The system tells the dialog alone.
+TEST(Dialog, ItsControlsHearOfOtherColoursAndSettings)
+{
+    TestDialog dialog;
+    RunDialog(dialog, [](HWND window) {
+        std::vector<UINT> heard;
+        WindowHook hook;
+        const auto note = [](void* self, UINT message, WPARAM, LPARAM) -> LRESULT {
+            static_cast<std::vector<UINT>*>(self)->push_back(message);
+            return 0;
+        };
+        ASSERT_TRUE(hook.Attach(GetDlgItem(window, ITEM_EDIT), note, &heard));
+        SendMessageW(window, WM_SYSCOLORCHANGE, 0, 0);
+        SendMessageW(window, WM_SETTINGCHANGE, 0, 0);
+        EXPECT_EQ(heard, (std::vector<UINT>{WM_SYSCOLORCHANGE, WM_SETTINGCHANGE}));
+        hook.Detach();
         SendMessageW(window, WM_CLOSE, 0, 0);
     });
 }
