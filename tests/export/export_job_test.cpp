@@ -269,6 +269,22 @@ TEST_F(ExportJobTest, EveryRecordIsSeenBeyondTheCountsLimit)
     EXPECT_EQ(m_count, kMany);
 }
 
+// The entries of the filter's month are the last of all.
+TEST_F(ExportJobTest, AFilterSeesWhatLiesBeyondTheCountsLimit)
+{
+    constexpr int kMany = 65'600;
+    AddEntries(kMany);
+    std::string expected;
+    for (int i = 100; i < 110; ++i) {
+        AddIn(5, L"May " + std::to_wstring(i));
+        expected += "\"May " + std::to_string(i) + "\"\r\n";
+    }
+    FilterMonth(5);
+    const std::string written = Export(ExportFormat::CommaSeparated, false, ExportScope::Filtered);
+    EXPECT_TRUE(written == expected) << written.substr(0, 200);
+    EXPECT_EQ(m_count, uint32_t{kMany} + 10) << "those that were looked at";
+}
+
 TEST_F(ExportJobTest, TheCountIsRightForEverySize)
 {
     for (uint32_t i = 0; i < 20; ++i) {

@@ -110,6 +110,27 @@ TEST_F(LargeList, TheCountSaturates)
     EXPECT_EQ(RowCount(), kMany);
 }
 
+// The oldest three are of another month than all that the list can count.
+TEST_F(LargeList, AFilterSeesWhatLiesBehindTheCount)
+{
+    for (const WORD day : std::initializer_list<WORD>{1, 2, 3})
+        TestRecord()
+            .Time(kPropDate, Instant(1999, 5, day))
+            .Text(kPropSubject, L"May " + std::to_wstring(day))
+            .Write();
+    App().Filter().active = true;
+    App().Filter().monthMask = 1u << 4;
+    m_list.Refresh();
+    PumpMessages();
+    ASSERT_EQ(RowCount(), 3);
+    EXPECT_EQ(App().Filter().rowCount, 3u);
+    for (const int row : {0, 1, 2})
+        EXPECT_EQ(Cell(row, 1), L"May " + std::to_wstring(3 - row));
+    App().Filter().monthMask = 0xFFF;
+    m_list.Refresh();
+    EXPECT_EQ(RowCount(), kMany);
+}
+
 // What lies behind the rows that the list shows is not reached by a command.
 TEST_F(LargeList, ARecordBehindTheLastRowIsNotSelected)
 {
