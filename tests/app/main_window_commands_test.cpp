@@ -210,6 +210,94 @@ TEST_F(MainWindowTest, CopyOffersPasteAndPasteDuplicates)
     EXPECT_EQ(Rows(), 3);
 }
 
+// Copy and Paste with the list worked by hand.
+class PasteByHand : public MainWindowTest {
+  protected:
+    void ClickRow(int row, WPARAM keys = 0)
+    {
+        RECT rect{};
+        ASSERT_TRUE(ListView_GetItemRect(List(), row, &rect, LVIR_LABEL));
+        const LPARAM point = MAKELPARAM(rect.left + 4, (rect.top + rect.bottom) / 2);
+        PostMessageW(List(), WM_LBUTTONDOWN, MK_LBUTTON | keys, point);
+        PostMessageW(List(), WM_LBUTTONUP, keys, point);
+        PumpMessages();
+    }
+    void Press(WPARAM key, bool control = false)
+    {
+        BYTE keys[256]{};
+        keys[VK_CONTROL] = control ? 0x80 : 0;
+        SetKeyboardState(keys);
+        SendMessageW(List(), WM_KEYDOWN, key, 0);
+        SendMessageW(List(), WM_KEYUP, key, 0);
+        keys[VK_CONTROL] = 0;
+        SetKeyboardState(keys);
+        PumpMessages();
+    }
+    // Row 0 is "Four".
+    void CreateFour()
+    {
+        Create();
+        uint64_t date = 0;
+        for (const wchar_t* subject : {L"One", L"Two", L"Three", L"Four"})
+            AddEntry(subject, ++date);
+        m_window.List().Refresh();
+        PumpMessages();
+    }
+    void ExpectPaste(bool enabled) const
+    {
+        EXPECT_EQ(ButtonEnabled(142), enabled);
+        EXPECT_EQ(MenuEnabled(142), enabled);
+    }
+    int RowsWith(const std::wstring& subject)
+    {
+        int count = 0;
+        for (int row = 0; row < Rows(); ++row) {
+            wchar_t text[32] = L"";
+            ListView_GetItemText(List(), row, 1, text, 32);
+            count += text == subject;
+        }
+        return count;
+    }
+};
+
+TEST_F(PasteByHand, AnotherSelectionGreysItAndFromTheKeyboardNothingHappens)
+{
+    CreateFour();
+    ClickRow(0);
+    ExpectPaste(false);
+    Command(143);
+    ExpectPaste(true);
+    ClickRow(1);
+    ExpectPaste(false);
+    Command(142, 1);
+    EXPECT_EQ(Rows(), 4);
+    Command(143);
+    ExpectPaste(true);
+    Press(VK_DOWN);
+    ExpectPaste(false);
+    Command(142, 1);
+    EXPECT_EQ(Rows(), 4);
+}
+
+TEST_F(PasteByHand, WhatCtrlAddsIsPastedToo)
+{
+    CreateFour();
+    ClickRow(0);
+    Command(143);
+    ClickRow(2, MK_CONTROL);
+    ExpectPaste(true);
+    Press(VK_DOWN, true);
+    Press(VK_SPACE, true);
+    ExpectPaste(true);
+    Command(142);
+    EXPECT_EQ(Rows(), 7);
+    PumpMessages();
+    EXPECT_EQ(RowsWith(L"Four"), 2);
+    EXPECT_EQ(RowsWith(L"Three"), 1);
+    EXPECT_EQ(RowsWith(L"Two"), 2);
+    EXPECT_EQ(RowsWith(L"One"), 2);
+}
+
 TEST_F(MainWindowTest, TheCategoriesListRenamesWhatTheListShows)
 {
     Create();

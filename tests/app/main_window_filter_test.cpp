@@ -234,6 +234,24 @@ TEST_F(MainWindowFilter, AChosenCategoryFiltersTheRowsAndStoresNothing)
     EXPECT_EQ(Rows(), 1) << "nothing was chosen";
 }
 
+// It is stored when it is set or cleared, not when the program ends.
+TEST_F(MainWindowFilter, TheEndOfTheProgramStoresNothingOfIt)
+{
+    for (const UINT message : {UINT{WM_CLOSE}, UINT{WM_ENDSESSION}}) {
+        HWND window = Create();
+        App().Filter() = {};
+        App().Filter().active = true;
+        App().Filter().monthMask = 0x4;
+        m_window.List().Refresh();
+        SendMessageW(window, message, message == WM_ENDSESSION, 0);
+        EXPECT_EQ(m_window.Handle(), nullptr) << message;
+        for (const wchar_t* name :
+             {L"Active", L"fRange", L"fMonths", L"mLStart", L"mHStart", L"mLEnd", L"mHEnd"})
+            EXPECT_EQ(App().GetNumber(L"Filter", name, 0xDEAD), 0xDEADu) << message << " " << name;
+        EXPECT_TRUE(TakeQuitMessage());
+    }
+}
+
 TEST_F(MainWindowFilter, EveryChosenCommandIsSent)
 {
     AddCategory(L"Garden");
