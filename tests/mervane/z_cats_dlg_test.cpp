@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "records.h"
+#include "support/resolution.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
 #include "support/while_waiting.h"
@@ -114,6 +115,19 @@ class CategoryDialog : public testing::Test {
 };
 
 using Texts = std::vector<std::wstring>;
+
+// The system scales the controls, as a template has them, before the layout is the dialog's own again.
+TEST_F(CategoryDialog, LaysItselfOutAgainAtAnotherResolution)
+{
+    Run([this] {
+        RECT before{}, now{};
+        GetWindowRect(List(), &before);
+        MoveWindow(List(), 3, 3, 40, 40, TRUE);
+        TellResolution(m_dialog, 2);
+        EXPECT_TRUE(PumpUntil([&] { return GetWindowRect(List(), &now) && EqualRect(&now, &before); }));
+        EXPECT_EQ(mervane::DpiOf(List()), 2 * mervane::SystemDpi());
+    });
+}
 
 TEST_F(CategoryDialog, ShowsNamesUsesAndWhatIsHidden)
 {
