@@ -67,7 +67,7 @@ class CardFile {
         addrbook::VCard card;
         Contact contact;
         while (reader.Next(&card))
-            if (addrbook::ReadContact(card, &contact))
+            if (addrbook::ContactReader().Read(card, &contact))
                 contacts.push_back(contact);
         return contacts;
     }

@@ -21,11 +21,6 @@ bool IsPlain(Property property, const VCard::Line& line)
 
 } // namespace
 
-bool ReadContact(const VCard& card, Contact* contact)
-{
-    return ContactReader().Read(card, contact);
-}
-
 bool ContactReader::Read(const VCard& card, Contact* contact)
 {
     m_contact = contact;

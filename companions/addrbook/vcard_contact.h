@@ -38,8 +38,6 @@ class ContactReader {
     bool m_hasMoreFormattedNames = false;
 };
 
-[[nodiscard]] bool ReadContact(const VCard& card, Contact* contact);
-
 // Appends the contact as a card of version 4.0: lines folded at 75 bytes, ended with CR LF.
 void AppendCard(std::string& out, const Contact& contact);
 

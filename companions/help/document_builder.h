@@ -46,7 +46,6 @@ class DocumentBuilder {
     };
     static void Add(int& sum, int change) { sum = change < 0 && sum == 0 ? 0 : sum + change; }
     void AddRun(std::wstring text);
-    void AddRunningText(std::wstring_view text);
     bool HasText() const;
     int ListLevel() const;
 

@@ -171,19 +171,9 @@ void EditorBar::Enable(int command, bool enable)
     SendMessageW(m_window, TB_ENABLEBUTTON, static_cast<WPARAM>(command), MAKELPARAM(enable, 0));
 }
 
-bool EditorBar::IsEnabled(int command) const
-{
-    return SendMessageW(m_window, TB_ISBUTTONENABLED, static_cast<WPARAM>(command), 0) > 0;
-}
-
 void EditorBar::Check(int command, bool check)
 {
     SendMessageW(m_window, TB_CHECKBUTTON, static_cast<WPARAM>(command), MAKELPARAM(check, 0));
-}
-
-bool EditorBar::IsChecked(int command) const
-{
-    return SendMessageW(m_window, TB_ISBUTTONCHECKED, static_cast<WPARAM>(command), 0) > 0;
 }
 
 std::vector<ButtonExtent> EditorBar::Buttons() const

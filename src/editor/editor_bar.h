@@ -25,9 +25,7 @@ class EditorBar {
     std::wstring Text(int command) const;
 
     void Enable(int command, bool enable);
-    bool IsEnabled(int command) const;
     void Check(int command, bool check);
-    bool IsChecked(int command) const;
 
     std::vector<ButtonExtent> Buttons() const;
     int RowHeight() const;

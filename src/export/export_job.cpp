@@ -67,7 +67,7 @@ bool ExportJob::ExportCurrent()
     NoteTrouble();
     if (!id)
         return false;
-    if (m_test.PassesRecord(count, properties))
+    if (PassesFilter(m_test, count, properties))
         Write({count, properties});
     return true;
 }

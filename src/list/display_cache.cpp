@@ -74,7 +74,7 @@ void DisplayCache::ReadRows(Block* block)
         const LocalBlock<CEPROPVAL> owner(properties);
         if (!id)
             block->records.emplace_back();
-        else if (test.PassesRecord(count, properties))
+        else if (PassesFilter(test, count, properties))
             block->records.push_back(FormatRecord(id, count, properties));
     }
 }

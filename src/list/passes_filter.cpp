@@ -74,14 +74,9 @@ bool FilterTest::HasDate(const FILETIME& time) const
     return m_mode == Mode::Range || (m_months & MonthBit(date.wMonth - 1)) != 0;
 }
 
-bool FilterTest::PassesRecord(WORD count, const CEPROPVAL* properties) const
+int PassesFilter(const FilterTest& filter, WORD count, const CEPROPVAL* properties)
 {
-    return !count || Passes(FindProperty(Property(), count, properties));
-}
-
-int PassesFilter(const FilterState& filter, WORD count, const CEPROPVAL* properties)
-{
-    return FilterTest(filter).PassesRecord(count, properties);
+    return !count || filter.Passes(FindProperty(filter.Property(), count, properties)) ? 1 : 0;
 }
 
 RowFilter MakeRowFilter(const FilterTest& test)

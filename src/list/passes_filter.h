@@ -10,15 +10,14 @@
 // The test of a filter as it stands, made once for many records. One that is not in force passes everything.
 class FilterTest {
   public:
-    explicit FilterTest(const FilterState& filter);
+    // Not explicit: a filter as it stands is the test of one record.
+    FilterTest(const FilterState& filter);
 
     // The property that is tested.
     CEPROPID Property() const;
     // null: the record lacks the property. One without a date passes the filters by date, one without
     // categories no filter by categories.
     bool Passes(const CEPROPVAL* value) const;
-    // The same of a whole record; one without properties passes.
-    bool PassesRecord(WORD count, const CEPROPVAL* properties) const;
 
     friend bool operator==(const FilterTest&, const FilterTest&) = default;
 
@@ -37,7 +36,7 @@ class FilterTest {
 
 // 1: the record passes; 0: it is filtered out. Passes everything while the filter is not active, and a record
 // without properties.
-int PassesFilter(const FilterState& filter, WORD count, const CEPROPVAL* properties);
+int PassesFilter(const FilterTest& filter, WORD count, const CEPROPVAL* properties);
 
 // The same of the whole journal's rows.
 RowFilter MakeRowFilter(const FilterTest& test);

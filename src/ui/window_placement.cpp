@@ -98,12 +98,6 @@ std::optional<WindowPlace> LoadPlacement(const RegistryStore& settings)
     return WindowPlace{Fitted(stored, *screen), settings.GetNumber(kSettings, kMaximized, 0) != 0};
 }
 
-RECT PlaceToOpenAt(const RegistryStore& settings)
-{
-    const std::optional<WindowPlace> stored = LoadPlacement(settings);
-    return stored ? stored->rect : WorkArea();
-}
-
 bool FrameAndPlace(HWND window, const RegistryStore& settings)
 {
     const std::optional<WindowPlace> stored = LoadPlacement(settings);

@@ -15,10 +15,6 @@ struct WindowPlace {
 // The stored place when it can be reached, no larger than its screen.
 std::optional<WindowPlace> LoadPlacement(const RegistryStore& settings);
 
-// Where the window opens, on the screen: the stored place when it can be reached, no larger than the work
-// area, otherwise the work area.
-RECT PlaceToOpenAt(const RegistryStore& settings);
-
 // Gives the window, which is not to be seen yet, the desktop's frame (close, minimise, maximise and resize)
 // and the place where it opens. True when it was left maximised there.
 bool FrameAndPlace(HWND window, const RegistryStore& settings);

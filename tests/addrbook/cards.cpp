@@ -25,7 +25,7 @@ ReadCards ReadAll(const std::string& text, size_t piece)
     VCard card;
     Contact contact;
     while (reader.Next(&card))
-        if (ReadContact(card, &contact))
+        if (ContactReader().Read(card, &contact))
             read.contacts.push_back(contact);
         else
             reader.Reject("nobody");

@@ -87,7 +87,7 @@ void ReadAndWrite(const std::string& lines)
     addrbook::Contact contact;
     std::string written;
     while (reader.Next(&card))
-        if (addrbook::ReadContact(card, &contact))
+        if (addrbook::ContactReader().Read(card, &contact))
             addrbook::AppendCard(written, contact);
     EXPECT_TRUE(!written.empty() || reader.Unreadable());
 }

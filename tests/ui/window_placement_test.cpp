@@ -9,6 +9,12 @@
 
 namespace {
 
+RECT PlaceToOpenAt()
+{
+    const std::optional<WindowPlace> stored = LoadPlacement(App());
+    return stored ? stored->rect : WorkArea();
+}
+
 class Placement : public testing::Test {
   protected:
     void Store(LONG left, LONG top, LONG right, LONG bottom, DWORD maximized = 0)
@@ -26,14 +32,14 @@ class Placement : public testing::Test {
 
 TEST_F(Placement, OpensOverTheWorkAreaWhenNothingIsStored)
 {
-    const RECT place = PlaceToOpenAt(App()), area = WorkArea();
+    const RECT place = PlaceToOpenAt(), area = WorkArea();
     EXPECT_TRUE(EqualRect(&place, &area));
 }
 
 TEST_F(Placement, OpensWhereItWasStored)
 {
     Store(60, 70, 460, 370);
-    const RECT place = PlaceToOpenAt(App()), wanted{60, 70, 460, 370};
+    const RECT place = PlaceToOpenAt(), wanted{60, 70, 460, 370};
     EXPECT_TRUE(EqualRect(&place, &wanted));
 }
 
@@ -42,14 +48,14 @@ TEST_F(Placement, IsNoLargerThanTheWorkArea)
 {
     const RECT area = WorkArea();
     Store(10, 20, area.right + 500, 220);
-    RECT place = PlaceToOpenAt(App()), wanted{area.left, 20, area.right, 220};
+    RECT place = PlaceToOpenAt(), wanted{area.left, 20, area.right, 220};
     EXPECT_TRUE(EqualRect(&place, &wanted)) << place.left << " " << place.right;
     Store(10, 20, 400, area.bottom + 300);
-    place = PlaceToOpenAt(App());
+    place = PlaceToOpenAt();
     wanted = {10, area.top, 400, area.bottom};
     EXPECT_TRUE(EqualRect(&place, &wanted)) << place.top << " " << place.bottom;
     Store(area.right - 100, 20, area.right + 300, 220); // partly off the screen, as somebody left it
-    place = PlaceToOpenAt(App());
+    place = PlaceToOpenAt();
     wanted = {area.right - 100, 20, area.right + 300, 220};
     EXPECT_TRUE(EqualRect(&place, &wanted)) << place.left << " " << place.right;
 }
@@ -93,7 +99,7 @@ TEST_F(Placement, PlacesThatCannotBeReachedAreNotTaken)
     };
     for (const RECT& place : useless) {
         Store(place.left, place.top, place.right, place.bottom);
-        const RECT now = PlaceToOpenAt(App()), area = WorkArea();
+        const RECT now = PlaceToOpenAt(), area = WorkArea();
         EXPECT_TRUE(EqualRect(&now, &area)) << place.left << " " << place.top;
     }
 }
