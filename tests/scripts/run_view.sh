@@ -29,15 +29,17 @@ stand_in wine <<END
 wait_for test -s '$here/address' && wait_for test -s '$here/password'
 END
 
-# Another program has the port that is tried first.
+# Another program has the port that is tried first; where a run has it at this moment, it gets it behind that.
 python3 -c '
-import signal, socket
+import signal, socket, time
 listener = socket.socket()
-try:
-    listener.bind(("127.0.0.1", 6080))
-    listener.listen()
-except OSError:
-    pass
+while True:
+    try:
+        listener.bind(("127.0.0.1", 6080))
+        listener.listen()
+        break
+    except OSError:
+        time.sleep(0.02)
 print("there", flush=True)
 signal.pause()' >"$here/other" &
 other=$!
