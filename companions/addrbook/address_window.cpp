@@ -125,7 +125,7 @@ void AddressWindow::TellNotKept() const
 
 void AddressWindow::ShowFirst(int showCommand)
 {
-    ShowWindow(m_window, FirstShowCommand(showCommand, m_leftMaximized));
+    ShowAsLeft(m_window, showCommand, m_leftMaximized);
 }
 
 LRESULT AddressWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)

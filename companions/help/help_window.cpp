@@ -80,7 +80,7 @@ bool HelpWindow::Create(HINSTANCE instance)
 
 void HelpWindow::ShowFirst(int showCommand)
 {
-    ShowWindow(m_window, FirstShowCommand(showCommand, m_leftMaximized));
+    ShowAsLeft(m_window, showCommand, m_leftMaximized);
 }
 
 LRESULT HelpWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)

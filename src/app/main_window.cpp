@@ -83,7 +83,7 @@ HWND MainWindow::Create(HINSTANCE instance, StartTurn* turn)
 
 void MainWindow::ShowFirst(int showCommand)
 {
-    ShowWindow(m_window, FirstShowCommand(showCommand, m_leftMaximized));
+    ShowAsLeft(m_window, showCommand, m_leftMaximized);
     m_backup.Start(m_window);
     NoteMissingEntries();
 }

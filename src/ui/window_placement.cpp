@@ -108,9 +108,15 @@ bool FrameAndPlace(HWND window, const RegistryStore& settings)
     return stored && stored->maximized;
 }
 
-int FirstShowCommand(int showCommand, bool leftMaximized)
+void ShowAsLeft(HWND window, int showCommand, bool leftMaximized)
 {
-    return leftMaximized && IsOpenCommand(showCommand) ? SW_SHOWMAXIMIZED : showCommand;
+    ShowWindow(window, leftMaximized && IsOpenCommand(showCommand) ? SW_SHOWMAXIMIZED : showCommand);
+    WINDOWPLACEMENT placement{};
+    placement.length = sizeof placement;
+    if (!leftMaximized || !IsIconic(window) || !GetWindowPlacement(window, &placement))
+        return;
+    placement.flags |= WPF_RESTORETOMAXIMIZED;
+    SetWindowPlacement(window, &placement);
 }
 
 void TakePlace(HWND window, const RECT& place)

@@ -19,9 +19,9 @@ std::optional<WindowPlace> LoadPlacement(const RegistryStore& settings);
 // and the place where it opens. True when it was left maximised there.
 bool FrameAndPlace(HWND window, const RegistryStore& settings);
 
-// How the window is shown for the first time: as it was left, unless the show command asks for a minimised,
-// maximised or hidden window.
-int FirstShowCommand(int showCommand, bool leftMaximized);
+// Shows the window for the first time: as it was left, unless the show command asks for a minimised,
+// maximised or hidden window. One that is minimised comes back as it was left.
+void ShowAsLeft(HWND window, int showCommand, bool leftMaximized);
 
 // Brings a window to a place on the screen, as WM_DPICHANGED suggests one.
 void TakePlace(HWND window, const RECT& place);

@@ -63,20 +63,45 @@ TEST_F(Placement, IsNoLargerThanTheWorkArea)
 TEST_F(Placement, AMaximizedWindowComesBackMaximized)
 {
     Store(50, 50, 450, 350, 1);
-    ShowWindow(m_window.Handle(), FirstShowCommand(SW_SHOWNORMAL, FrameAndPlace(m_window.Handle(), App())));
-    EXPECT_TRUE(PumpUntil([&] { return IsZoomed(m_window.Handle()); }));
+    for (const int command : {SW_SHOWNORMAL, SW_SHOW, SW_SHOWDEFAULT, SW_RESTORE}) {
+        ShowAsLeft(m_window.Handle(), command, FrameAndPlace(m_window.Handle(), App()));
+        EXPECT_TRUE(PumpUntil([&] { return IsZoomed(m_window.Handle()); })) << command;
+        ShowWindow(m_window.Handle(), SW_SHOWNORMAL);
+    }
 }
 
 TEST_F(Placement, TheShowCommandStillCounts)
 {
+    HWND window = m_window.Handle();
     Store(50, 50, 450, 350, 1);
-    EXPECT_TRUE(FrameAndPlace(m_window.Handle(), App()));
-    for (const int command : {SW_SHOWNORMAL, SW_SHOW, SW_SHOWDEFAULT, SW_RESTORE})
-        EXPECT_EQ(FirstShowCommand(command, true), SW_SHOWMAXIMIZED) << command;
-    for (const int command : {SW_SHOWMINIMIZED, SW_MINIMIZE, SW_SHOWMINNOACTIVE, SW_HIDE, SW_SHOWNOACTIVATE})
-        EXPECT_EQ(FirstShowCommand(command, true), command);
-    for (const int command : {SW_SHOWNORMAL, SW_SHOWMINIMIZED, SW_SHOWMAXIMIZED})
-        EXPECT_EQ(FirstShowCommand(command, false), command);
+    EXPECT_TRUE(FrameAndPlace(window, App()));
+    ShowAsLeft(window, SW_HIDE, true);
+    EXPECT_FALSE(IsWindowVisible(window));
+    ShowAsLeft(window, SW_SHOWMAXIMIZED, false);
+    EXPECT_TRUE(PumpUntil([&] { return IsZoomed(window); }));
+    ShowAsLeft(window, SW_SHOWNORMAL, false);
+    EXPECT_TRUE(PumpUntil([&] { return !IsZoomed(window); }));
+    ShowAsLeft(window, SW_SHOWMINIMIZED, true);
+    EXPECT_TRUE(PumpUntil([&] { return IsIconic(window); }));
+}
+
+TEST_F(Placement, AMinimizedStartForgetsNoMaximizedWindow)
+{
+    HWND window = m_window.Handle();
+    for (const int command : {SW_SHOWMINIMIZED, SW_MINIMIZE, SW_SHOWMINNOACTIVE}) {
+        Store(50, 50, 450, 350, 1);
+        ShowAsLeft(window, command, FrameAndPlace(window, App()));
+        ASSERT_TRUE(PumpUntil([&] { return IsIconic(window); })) << command;
+        SavePlacement(window, App());
+        EXPECT_EQ(App().GetNumber(L"Settings", L"wMax", 0), 1u) << command;
+        ShowWindow(window, SW_RESTORE);
+        EXPECT_TRUE(PumpUntil([&] { return IsZoomed(window); })) << command;
+        ShowWindow(window, SW_SHOWNORMAL);
+        EXPECT_TRUE(PumpUntil([&] { return !IsZoomed(window); })) << command;
+    }
+    ShowAsLeft(window, SW_SHOWMINIMIZED, false);
+    SavePlacement(window, App());
+    EXPECT_EQ(App().GetNumber(L"Settings", L"wMax", 9), 0u);
 }
 
 TEST_F(Placement, AMaximizedWindowIsStoredAsOne)
