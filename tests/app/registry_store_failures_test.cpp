@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "app/registry_store_fixture.h"
+#include "support/import_watch.h"
 
 namespace {
 
@@ -132,6 +133,30 @@ TEST(ReportError, ShowsTheSystemsTextInABoxTitledError)
     EXPECT_EQ(g_boxIcon, LoadIconW(nullptr, IDI_INFORMATION));
     EXPECT_EQ(g_boxOwner, nullptr);
     EXPECT_FALSE(g_boxHasCancel);
+}
+
+decltype(&LocalFree) g_localFree = nullptr;
+const MessageBoxAnswerer* g_answerer = nullptr;
+std::vector<size_t> g_boxesWhenFreed; // for each block that holds the system's text
+
+HLOCAL WINAPI NoteFreed(HLOCAL block)
+{
+    const std::wstring text = SystemMessage(ERROR_ACCESS_DENIED);
+    const size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+    if (block && LocalSize(block) >= bytes && memcmp(block, text.c_str(), bytes) == 0)
+        g_boxesWhenFreed.push_back(g_answerer->Boxes().size());
+    return g_localFree(block);
+}
+
+TEST(ReportError, FreesTheSystemsTextBehindTheBox)
+{
+    const MessageBoxAnswerer answerer;
+    g_answerer = &answerer;
+    g_localFree = __imp_LocalFree;
+    g_boxesWhenFreed.clear();
+    const ImportWatch<decltype(&LocalFree)> blocks(&__imp_LocalFree, NoteFreed);
+    RegistryStore::ReportError(ERROR_ACCESS_DENIED);
+    EXPECT_EQ(g_boxesWhenFreed, std::vector<size_t>{1});
 }
 
 TEST(ReportError, ShowsMessagesWithInsertionsAsTheyStand)

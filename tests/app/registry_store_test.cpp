@@ -1,5 +1,7 @@
 #include "app/registry_store_fixture.h"
 
+#include "support/import_watch.h"
+
 namespace {
 
 TEST_F(RegistryStoreTest, OpenCreatesTheRoot)
@@ -272,6 +274,85 @@ TEST_F(RegistryStoreTest, RemoveValueLeavesTheRootAlone)
     m_store.SetNumber(L"", L"n", 3);
     EXPECT_EQ(m_store.RemoveValue(L"", L"n"), 1);
     EXPECT_EQ(m_store.GetNumber(L"", L"n", 0), 3u);
+}
+
+// What the registry was asked for last.
+struct KeyRequest {
+    HKEY root = nullptr;
+    std::wstring path;
+    bool isPlain = false; // no class, no security, nothing but the default options
+    REGSAM access = 0;
+} g_key;
+std::vector<DWORD> g_sizes; // of the buffers that values were read into
+
+decltype(&RegCreateKeyExW) g_createKey = nullptr;
+decltype(&RegOpenKeyExW) g_openKey = nullptr;
+decltype(&RegQueryValueExW) g_queryValue = nullptr;
+
+LSTATUS WINAPI NoteCreate(HKEY root, LPCWSTR path, DWORD reserved, LPWSTR className, DWORD options,
+                          REGSAM access, const LPSECURITY_ATTRIBUTES security, PHKEY key, LPDWORD made)
+{
+    g_key = {root, path, !reserved && !className && options == 0 && !security, access};
+    return g_createKey(root, path, reserved, className, options, access, security, key, made);
+}
+
+LSTATUS WINAPI NoteOpen(HKEY root, LPCWSTR path, DWORD options, REGSAM access, PHKEY key)
+{
+    g_key = {root, path, options == 0, access};
+    return g_openKey(root, path, options, access, key);
+}
+
+LSTATUS WINAPI NoteQuery(HKEY key, LPCWSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size)
+{
+    g_sizes.push_back(*size);
+    return g_queryValue(key, name, reserved, type, data, size);
+}
+
+TEST_F(RegistryStoreTest, KeysAreMadeWithAllRightsAndNothingSpecial)
+{
+    g_createKey = __imp_RegCreateKeyExW;
+    const ImportWatch<decltype(&RegCreateKeyExW)> watch(&__imp_RegCreateKeyExW, NoteCreate);
+    RegistryStore store;
+    ASSERT_EQ(store.Open(kPath), 1);
+    EXPECT_EQ(g_key.root, HKEY_CURRENT_USER);
+    EXPECT_EQ(g_key.path, kPath);
+    EXPECT_TRUE(g_key.isPlain);
+    EXPECT_EQ(g_key.access, REGSAM{0xF003F});
+    ASSERT_EQ(store.SetNumber(L"Options", L"n", 1), 1);
+    EXPECT_EQ(g_key.path, L"Options");
+    EXPECT_TRUE(g_key.isPlain);
+    EXPECT_EQ(g_key.access, REGSAM{0xF003F});
+}
+
+TEST_F(RegistryStoreTest, ASubkeyIsOpenedWithAllRightsByTheNameThatItHas)
+{
+    m_store.SetNumber(L"OPTIONS", L"n", 1);
+    g_openKey = __imp_RegOpenKeyExW;
+    const ImportWatch<decltype(&RegOpenKeyExW)> watch(&__imp_RegOpenKeyExW, NoteOpen);
+    const auto expectOpened = [] {
+        EXPECT_EQ(g_key.path, L"OPTIONS");
+        EXPECT_TRUE(g_key.isPlain);
+        EXPECT_EQ(g_key.access, REGSAM{0xF003F});
+        g_key = {};
+    };
+    EXPECT_EQ(m_store.GetNumber(L"Options", L"n", 0), 1u);
+    expectOpened();
+    EXPECT_EQ(Text(L"Options", L"t"), L"default");
+    expectOpened();
+    EXPECT_EQ(m_store.RemoveValue(L"Options", L"n"), 1);
+    expectOpened();
+}
+
+TEST_F(RegistryStoreTest, ANumberIsReadInto4BytesAndATextInto156Characters)
+{
+    m_store.SetNumber(L"Options", L"n", 1);
+    m_store.SetString(L"Options", L"t", L"text");
+    g_queryValue = __imp_RegQueryValueExW;
+    g_sizes.clear();
+    const ImportWatch<decltype(&RegQueryValueExW)> watch(&__imp_RegQueryValueExW, NoteQuery);
+    EXPECT_EQ(m_store.GetNumber(L"Options", L"n", 0), 1u);
+    EXPECT_EQ(Text(L"Options", L"t"), L"text");
+    EXPECT_EQ(g_sizes, (std::vector<DWORD>{4, 312}));
 }
 
 } // namespace

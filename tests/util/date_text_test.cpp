@@ -69,6 +69,17 @@ TEST(DateTimeText, PartsThatDoNotFitSixtyCharactersGiveNothing)
     EXPECT_EQ(Text(Instant(kLeapDay)), L"");
 }
 
+TEST(DateTimeText, NorDoesATimeThatDoesNotFit)
+{
+    const auto timeOf = [](size_t letters) {
+        const std::wstring format = L"'" + std::wstring(letters, L'x') + L"'HH:mm";
+        const ScopedLocaleSetting time(LOCALE_STIMEFORMAT, format.c_str());
+        return Text(Instant(kLeapDay));
+    };
+    EXPECT_EQ(timeOf(54), L"2/29/2024 " + std::wstring(54, L'x') + L"13:05");
+    EXPECT_EQ(timeOf(57), L"");
+}
+
 TEST(DateTimeText, WhatIsNoDateGivesNothing)
 {
     EXPECT_EQ(Text(TimeCount(uint64_t{1} << 63)), L"");
