@@ -1,12 +1,31 @@
 // The view Assign Contacts in the editor's window.
 #include "assign_fixture.h"
 
+#include <sqlite3.h>
+
 #include "support/unreadable_table.h"
 #include "ui/scale.h"
 
 namespace {
 
-class AssignContactsTest : public AssignTest {};
+class AssignContactsTest : public AssignTest {
+  protected:
+    // As they stand in the store, every value.
+    std::string AllContacts() const
+    {
+        std::string all;
+        const auto add = [](void* text, int count, char** values, char**) {
+            for (int i = 0; i < count; ++i)
+                *static_cast<std::string*>(text) += std::string(values[i] ? values[i] : "NULL") + "|";
+            return 0;
+        };
+        sqlite3* store = nullptr;
+        EXPECT_EQ(sqlite3_open16(m_store.Path().c_str(), &store), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(store, "SELECT * FROM contacts", add, &all, nullptr), SQLITE_OK);
+        sqlite3_close(store);
+        return all;
+    }
+};
 
 DWORD StyleOf(HWND window)
 {
@@ -181,6 +200,22 @@ TEST_F(AssignContactsTest, ATypedNameIsFoundAndChangesNothing)
         EXPECT_TRUE(Contacts(editor).Has(2, LVIS_FOCUSED));
         EXPECT_FALSE(editor.SaveEnabled());
     });
+}
+
+TEST_F(AssignContactsTest, TheContactsThemselvesAreNotWritten)
+{
+    AddContact(L"Ann", L"Works");
+    AddContact(L"Bo");
+    const std::string before = AllContacts();
+    ASSERT_NE(before.find("Works"), std::string::npos);
+    CEOID id = AddEntry({});
+    for (const int box : {1, 0})
+        RunIn(&id, 1055, [&](EditorWindow& editor) {
+            Contacts(editor).ClickBox(0);
+            EXPECT_EQ(Contacts(editor).IsChecked(L"Ann"), box == 1);
+            editor.Ok();
+        });
+    EXPECT_EQ(AllContacts(), before);
 }
 
 } // namespace

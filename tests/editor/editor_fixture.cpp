@@ -168,6 +168,12 @@ void EditorTest::SetUp()
     ASSERT_TRUE(App().Journal().Open(nullptr));
 }
 
+// The log goes with the last connection: nobody has the store open still.
+EditorTest::~EditorTest()
+{
+    EXPECT_EQ(GetFileAttributesW((m_store.Path() + L"-wal").c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
 void EditorTest::TearDown()
 {
     App().Journal().Close();

@@ -81,6 +81,7 @@ class MenuChooser {
 
 class EditorTest : public testing::Test {
   protected:
+    ~EditorTest() override;
     void SetUp() override;
     void TearDown() override;
 

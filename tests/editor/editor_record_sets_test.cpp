@@ -1,5 +1,6 @@
 // The categories and contacts of the record behind the editor, and the uses that are counted with it.
 #include "editor_record_fixture.h"
+#include "support/live_blocks.h"
 #include "support/fault_vfs.h"
 #include "support/locked_store.h"
 
@@ -373,6 +374,24 @@ TEST_F(EditorRecordTest, AFailedFirstWriteGivesNoIdentifier)
     EXPECT_EQ(record.Save(Entry()), Saved::Failed);
     EXPECT_EQ(id, 0u);
     EXPECT_EQ(record.Categories().Count(), 1u);
+}
+
+TEST_F(EditorRecordOnAFullDisk, WhatIsReadAndWrittenIsGivenBack)
+{
+    const CEOID home = AddCategory(L"Home", 1), ann = AddContact(L"Ann");
+    CEOID id = AddEntry({home}, {ann});
+    const LiveBlocks blocks;
+    OpenRecord record(&id);
+    EXPECT_GE(blocks.Taken(), 1u);
+    EXPECT_EQ(blocks.Count(), 0u) << "loaded";
+    EXPECT_EQ(record.Save(Entry()), Saved::Updated);
+    EXPECT_EQ(blocks.Count(), 0u) << "written";
+    record.AddWritten();
+    const size_t taken = blocks.Taken();
+    FillDisk();
+    EXPECT_EQ(record.Save(Entry(L"Another")), Saved::Failed);
+    EXPECT_GT(blocks.Taken(), taken);
+    EXPECT_EQ(blocks.Count(), 0u) << "refused";
 }
 
 } // namespace

@@ -360,4 +360,32 @@ TEST_F(EntryEditorTimerTest, TheCommandAloneMovesTheButtonToo)
     });
 }
 
+decltype(&SetTimer) g_setTimer = nullptr;
+
+UINT_PTR WINAPI SetShortTimer(HWND window, UINT_PTR id, UINT period, TIMERPROC procedure)
+{
+    return g_setTimer(window, id, period == 60'000 ? USER_TIMER_MINIMUM : period, procedure);
+}
+
+// The system's own ticks, which would come for as long as the timer is there.
+TEST_F(EntryEditorTimerTest, EndsWithItsWindow)
+{
+    g_setTimer = __imp_SetTimer;
+    const ImportWatch<decltype(&SetTimer)> watch(&__imp_SetTimer, SetShortTimer);
+    const MessageBoxAnswerer answerer({IDYES});
+    for (const int button : {IDOK, IDCANCEL}) {
+        RunNew([&](EditorWindow& editor) {
+            Press(editor);
+            m_now = m_now + Minutes(5);
+            SetClock();
+            EXPECT_TRUE(PumpUntil([&] { return LastTick() == m_now; }));
+            editor.Command(button);
+        });
+        const TimeCount end = LastTick();
+        m_now = m_now + Minutes(5);
+        SetClock();
+        EXPECT_FALSE(PumpUntil([&] { return LastTick() != end; }, 200)) << button;
+    }
+}
+
 } // namespace

@@ -1,6 +1,7 @@
 // The values in the editor's boxes, pickers and buttons.
 #include "editor_fixture.h"
 
+#include "editor/editor_settings.h"
 #include "editor/zoom.h"
 #include "ui/scale.h"
 
@@ -406,6 +407,44 @@ TEST_F(EntryEditorValuesTest, TheBodyHasTheControlsOwnLimit)
     const LRESULT limit = SendMessageW(plain, EM_GETLIMITTEXT, 0, 0);
     DestroyWindow(plain);
     RunNew([&](EditorWindow& editor) { EXPECT_EQ(editor.Ask(IDC_BODY, EM_GETLIMITTEXT), limit); });
+}
+
+TEST_F(EntryEditorValuesTest, AMissingZoomIsAHundredPercent)
+{
+    EXPECT_EQ(StoredZoom(App()), 1042u);
+}
+
+TEST_F(EntryEditorValuesTest, TheFontOfAnotherZoomIsFreedAndTheLastOneWithTheWindow)
+{
+    HFONT last = nullptr;
+    RunNew([&](EditorWindow& editor) {
+        const auto font = [&] { return reinterpret_cast<HFONT>(editor.Ask(IDC_BODY, WM_GETFONT)); };
+        for (const int zoom : {1044, 1043}) {
+            HFONT before = font();
+            ASSERT_EQ(GetObjectType(before), DWORD{OBJ_FONT});
+            editor.Command(zoom);
+            last = font();
+            EXPECT_NE(last, before) << zoom;
+            EXPECT_EQ(GetObjectType(last), DWORD{OBJ_FONT}) << zoom;
+            EXPECT_EQ(GetObjectType(before), 0u) << zoom;
+        }
+    });
+    EXPECT_EQ(GetObjectType(last), 0u);
+}
+
+TEST_F(EntryEditorValuesTest, ATypeIsCutTo59Characters)
+{
+    const std::wstring long70(70, L'x'), cut(59, L'x');
+    const JournalEntry entry = Stored([&](EditorWindow& editor) {
+        const LRESULT item = editor.Ask(IDC_TYPE, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(long70.c_str()));
+        editor.Ask(IDC_TYPE, CB_SETCURSEL, static_cast<WPARAM>(item));
+        editor.Command(IDC_TYPE, CBN_SELCHANGE);
+        ASSERT_EQ(editor.Text(IDC_TYPE), long70);
+    });
+    EXPECT_EQ(entry.type, cut);
+    wchar_t stored[kSettingTextSize];
+    App().GetString(kSettings, L"selType", L"", stored);
+    EXPECT_EQ(stored, cut);
 }
 
 } // namespace

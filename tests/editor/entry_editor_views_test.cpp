@@ -3,7 +3,9 @@
 
 #include "editor/entry_editor_dialog.h"
 #include "mervane/store_path.h"
+#include "support/import_watch.h"
 #include "support/locked_store.h"
+#include "support/settings_log.h"
 #include "ui/scale.h"
 #include "ui/work_area.h"
 
@@ -400,8 +402,10 @@ class PanelEditor : public EntryEditor {
 
 TEST_F(EntryEditorViewsTest, TheInputPanelIsForTheBodyAndOnlyWhenAskedFor)
 {
-    for (const DWORD asked : {1u, 0u}) {
-        App().SetNumber(kOptions, L"DynSIP", asked);
+    constexpr DWORD kMissing = 2;
+    for (const DWORD asked : {kMissing, 1ul, 0ul}) {
+        if (asked != kMissing)
+            App().SetNumber(kOptions, L"DynSIP", asked);
         CEOID id = 0;
         PanelEditor panel(&id);
         ModalDriver driver([&](HWND window) {
@@ -411,8 +415,95 @@ TEST_F(EntryEditorViewsTest, TheInputPanelIsForTheBodyAndOnlyWhenAskedFor)
         });
         panel.DoModal(GetModuleHandleW(nullptr), IDD_ENTRY_EDITOR, nullptr);
         const std::vector<bool> all{true, false, true, false, true, false};
-        EXPECT_EQ(panel.shown, asked ? all : std::vector<bool>{});
+        EXPECT_EQ(panel.shown, asked ? all : std::vector<bool>{}) << asked;
     }
+}
+
+using Steps = std::vector<std::wstring>;
+
+Steps g_steps;
+decltype(&EndDialog) g_endDialog = nullptr;
+
+// The same, noted among the other steps of the end.
+class LeavingEditor : public EntryEditor {
+  public:
+    using EntryEditor::EntryEditor;
+    void ShowInputPanel(bool show) override
+    {
+        if (!show)
+            g_steps.push_back(L"panel");
+    }
+};
+
+BOOL WINAPI NoteEnd(HWND dialog, INT_PTR result)
+{
+    g_steps.push_back(L"end " + std::to_wstring(result));
+    return g_endDialog(dialog, result);
+}
+
+int WINAPI NoteQuestion(HWND, LPCWSTR, LPCWSTR, UINT)
+{
+    g_steps.push_back(L"question");
+    return IDYES;
+}
+
+LRESULT CALLBACK NoteSent(int code, WPARAM wParam, LPARAM lParam)
+{
+    const auto& sent = *reinterpret_cast<const CWPSTRUCT*>(lParam);
+    if (sent.message == WM_DESTROY && GetDlgCtrlID(sent.hwnd) == IDC_CATEGORY_LIST)
+        g_steps.push_back(L"list");
+    if (sent.message == TB_CHECKBUTTON && sent.wParam == CMD_TIMER)
+        g_steps.push_back(LOWORD(sent.lParam) ? L"timer" : L"no timer");
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+// What a changed new entry does in its view of categories when the button is pressed.
+Steps StepsOf(int button)
+{
+    g_endDialog = __imp_EndDialog;
+    const ImportWatch<decltype(&EndDialog)> ends(&__imp_EndDialog, NoteEnd);
+    const ImportWatch<decltype(&MessageBoxW)> boxes(&__imp_MessageBoxW, NoteQuestion);
+    CEOID id = 0;
+    LeavingEditor leaving(&id);
+    ModalDriver driver([&](HWND window) {
+        const EditorWindow editor(window);
+        editor.Enter(IDC_SUBJECT, L"Call");
+        editor.Command(1051);
+        g_steps.clear();
+        const SettingsLog log([](const std::wstring& name) {
+            if (name == L"selType")
+                g_steps.push_back(L"save");
+        });
+        HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, NoteSent, nullptr, GetCurrentThreadId());
+        SendMessageW(window, WM_COMMAND, static_cast<WPARAM>(button), 0);
+        UnhookWindowsHookEx(hook);
+    });
+    leaving.DoModal(GetModuleHandleW(nullptr), IDD_ENTRY_EDITOR, nullptr);
+    return g_steps;
+}
+
+// The timer is the save's own matter.
+Steps StepsOfOk()
+{
+    Steps steps = StepsOf(IDOK);
+    std::erase(steps, L"no timer");
+    return steps;
+}
+
+TEST_F(EntryEditorViewsTest, OkHidesThePanelSavesAndTakesTheListsAway)
+{
+    EXPECT_EQ(StepsOfOk(), (Steps{L"panel", L"save", L"list", L"end 1"}));
+}
+
+TEST_F(EntryEditorViewsTest, CancelAsksTakesTheListsAwayAndStopsTheTimer)
+{
+    EXPECT_EQ(StepsOf(IDCANCEL), (Steps{L"question", L"list", L"panel", L"no timer", L"end 0"}));
+}
+
+TEST_F(EntryEditorViewsTest, WithoutThePanelsOptionOkLeavesItAlone)
+{
+    App().SetNumber(kOptions, L"DynSIP", 0);
+    EXPECT_EQ(StepsOfOk(), (Steps{L"save", L"list", L"end 1"}));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "export/value_text.h"
 
 #include "export/export_fixture.h"
+#include "support/live_blocks.h"
 
 namespace {
 
@@ -32,6 +33,28 @@ TEST(ValueTextTest, ATextWithoutCharactersIsEmpty)
         }
     }
     EXPECT_EQ(scratch.Bytes(), "");
+}
+
+TEST_F(ExportTest, TheNamesThatAreJoinedAreGivenBack)
+{
+    DWORD categories[] = {2, AddCategory(L"Home"), AddCategory(L"Work")};
+    DWORD contacts[] = {1, AddContact(L"Bell, Bob")};
+    CEPROPVAL values[2]{};
+    values[0].propid = kPropCategories;
+    values[0].val.blob = {sizeof categories, reinterpret_cast<BYTE*>(categories)};
+    values[1].propid = kPropContacts;
+    values[1].val.blob = {sizeof contacts, reinterpret_cast<BYTE*>(contacts)};
+    {
+        PieceWriter file(m_file.Path());
+        ASSERT_TRUE(WriteValue(values[0], file)) << "what the writer itself keeps is there by then";
+        for (const CEPROPVAL& value : values) {
+            const LiveBlocks blocks;
+            EXPECT_TRUE(WriteValue(value, file));
+            EXPECT_GE(blocks.Taken(), 1u) << value.propid;
+            EXPECT_EQ(blocks.Count(), 0u) << value.propid;
+        }
+    }
+    EXPECT_EQ(m_file.Bytes(), "Home,WorkHome,WorkBell, Bob");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "list/entry_commands.h"
 #include "list/entry_list_fixture.h"
 #include "mervane/db_categories.h"
+#include "support/live_blocks.h"
 
 namespace {
 
@@ -138,6 +139,16 @@ TEST_F(EntryListTest, ClearingTheCategoriesOfAnEmptyJournalDoesNothing)
     CreateList();
     ClearCategories(m_list);
     EXPECT_EQ(RowCount(), 0);
+}
+
+TEST_F(ClearedCategories, GiveBackEachRecordThatWasRead)
+{
+    const MessageBoxAnswerer answerer({IDYES});
+    const LiveBlocks blocks;
+    ClearCategories(m_list);
+    EXPECT_GE(blocks.Taken(), m_assigned.size());
+    EXPECT_EQ(blocks.Count(), 0u);
+    ExpectAllCleared();
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "support/settings_log.h"
 #include "support/test_store.h"
 #include "ui/scale.h"
 
@@ -405,6 +406,18 @@ TEST_F(ColumnSetTest, MovesPastItsNeighbours)
     MoveColumn(&set, 11, 3);
     MoveColumn(&set, 3, -1);
     EXPECT_EQ(Properties(set), before);
+}
+
+TEST_F(ColumnSetTest, TheCountIsStoredLast)
+{
+    const ColumnSet set = Load();
+    std::vector<std::wstring> expected;
+    for (int i = 0; i < 11; ++i)
+        expected.push_back(L"Column" + std::to_wstring(i));
+    expected.push_back(L"iCols");
+    const SettingsLog log;
+    SaveColumns(set, m_settings);
+    EXPECT_EQ(log.Names(), expected);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include "list/journal_fixture.h"
 #include "list/list_rows.h"
+#include "support/live_blocks.h"
 
 namespace {
 
@@ -368,6 +369,15 @@ TEST_F(DisplayCacheTest, AClosedJournalGivesBlankRows)
     m_cache.OnHint(0, 9, 50);
     EXPECT_EQ(m_cache.Row(0).id, 0u);
     EXPECT_EQ(CountRows(App().Journal()), 0u);
+}
+
+TEST_F(DisplayCacheTest, GivesBackEachRecordThatItReads)
+{
+    const LiveBlocks blocks;
+    m_cache.OnHint(0, 49, 50);
+    ASSERT_EQ(Subject(49), Entry(49));
+    EXPECT_GE(blocks.Taken(), 50u);
+    EXPECT_EQ(blocks.Count(), 0u);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 
 #include "list/editor_stand_in.h"
 #include "list/entry_list_fixture.h"
+#include "support/live_blocks.h"
 #include "support/locked_store.h"
 #include "support/while_asked.h"
 
@@ -405,6 +406,18 @@ TEST_F(EntryCommandsTest, PasteTwiceGivesTwoDuplicates)
     EXPECT_EQ(RecordCount(), 9u);
     EXPECT_EQ(m_list.SelectionFlag(), 1);
     EXPECT_EQ(LastReport(), 1);
+}
+
+TEST_F(EntryCommandsTest, PasteGivesBackEachRecordThatItReads)
+{
+    ClickRow(1);
+    ClickRow(3, MK_CONTROL);
+    CopyEntries(m_list);
+    const LiveBlocks blocks;
+    PasteEntries(m_list);
+    EXPECT_EQ(RecordCount(), 7u);
+    EXPECT_GE(blocks.Taken(), 2u);
+    EXPECT_EQ(blocks.Count(), 0u);
 }
 
 TEST_F(EntryCommandsTest, PasteTakesWhatIsSelectedByThen)

@@ -114,6 +114,34 @@ TEST_F(EntryListTest, SetsItsImagesByTheirTypes)
     EXPECT_EQ(g_imageLists[1].second, reinterpret_cast<LPARAM>(Header_GetImageList(Header())));
 }
 
+std::vector<UINT> g_firstMessages; // of those that build the list, in order
+
+LRESULT CALLBACK WatchBuilding(int code, WPARAM wParam, LPARAM lParam)
+{
+    const auto& sent = *reinterpret_cast<CWPSTRUCT*>(lParam);
+    bool isStep = sent.message == WM_SIZE && LOWORD(sent.lParam) > 0;
+    for (const UINT message : std::initializer_list<UINT>{LVM_SETEXTENDEDLISTVIEWSTYLE, LVM_SETIMAGELIST,
+                                                          LVM_INSERTCOLUMNW, LVM_SETITEMCOUNT})
+        isStep = isStep || sent.message == message;
+    wchar_t name[32] = L"";
+    GetClassNameW(sent.hwnd, name, 32);
+    if (code == HC_ACTION && isStep && wcscmp(name, WC_LISTVIEWW) == 0 &&
+        std::find(g_firstMessages.begin(), g_firstMessages.end(), sent.message) == g_firstMessages.end())
+        g_firstMessages.push_back(sent.message);
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+TEST_F(EntryListTest, IsBuiltOfStyleImagesColumnsPlaceAndRows)
+{
+    g_firstMessages.clear();
+    HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, WatchBuilding, nullptr, GetCurrentThreadId());
+    ASSERT_NE(hook, nullptr);
+    CreateList();
+    UnhookWindowsHookEx(hook);
+    EXPECT_EQ(g_firstMessages, (std::vector<UINT>{LVM_SETEXTENDEDLISTVIEWSTYLE, LVM_SETIMAGELIST,
+                                                  LVM_INSERTCOLUMNW, WM_SIZE, LVM_SETITEMCOUNT}));
+}
+
 TEST_F(EntryListTest, ShowsTheNewestEntryFirst)
 {
     AddEntry(10, L"older");

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "list/journal_fixture.h"
+#include "support/settings_log.h"
 
 namespace {
 
@@ -260,6 +261,25 @@ TEST_F(FilterSettings, OfAcceptedCategoriesOnlyTheirForceIsStored)
     AcceptFilter(&filter, &App());
     EXPECT_FALSE(filter.active);
     EXPECT_EQ(Stored(L"Active"), 0u);
+}
+
+// Whoever reads them halfway has no filter of the new kind with the old values.
+TEST_F(FilterSettings, AreStoredBeforeTheirForce)
+{
+    FilterState filter;
+    filter.monthMask = 0xC;
+    {
+        const SettingsLog log;
+        AcceptFilter(&filter, &App());
+        EXPECT_EQ(log.Names(), (std::vector<std::wstring>{L"fRange", L"fMonths", L"Active"}));
+    }
+    filter.rangeMode = true;
+    filter.rangeStart = kFirstDay;
+    filter.rangeEnd = kLastDay;
+    const SettingsLog log;
+    AcceptFilter(&filter, &App());
+    EXPECT_EQ(log.Names(),
+              (std::vector<std::wstring>{L"mLStart", L"mHStart", L"mLEnd", L"mHEnd", L"fRange", L"Active"}));
 }
 
 class ClearedFilter : public FilterSettings {

@@ -7,6 +7,7 @@
 #include "support/dialog_window.h"
 #include "support/import_watch.h"
 #include "support/test_windows.h"
+#include "list/editor_stand_in.h"
 #include "list/entry_list_fixture.h"
 #include "res/resource.h"
 
@@ -67,6 +68,24 @@ class RunFindTest : public EntryListTest {
     FindRequest m_request;
     std::wstring m_resultCount;
 };
+
+// The option is stored for whoever may want it, and a search never opens what it finds.
+TEST_F(RunFindTest, OpensNoEntryByItselfWhateverTheOption)
+{
+    const CEOID found = AddEntry(1, L"walk");
+    CreateList();
+    g_edit = nullptr;
+    g_editorRuns = 0;
+    for (const DWORD option : {0u, 1u}) {
+        App().SetNumber(kOptions, L"OpenOnFind", option);
+        Find(L"walk");
+        EXPECT_EQ(g_editorRuns, 0) << option;
+        EXPECT_EQ(Selected(), Ids{found});
+    }
+    App().RemoveValue(kOptions, L"OpenOnFind");
+    Find(L"walk");
+    EXPECT_EQ(g_editorRuns, 0);
+}
 
 } // namespace
 

@@ -83,4 +83,6 @@ JournalTest::~JournalTest()
 {
     App().Journal().Close();
     App().Filter() = {};
+    // The log goes with the last connection: nobody else has the store open still.
+    EXPECT_EQ(GetFileAttributesW((m_store.Path() + L"-wal").c_str()), INVALID_FILE_ATTRIBUTES);
 }

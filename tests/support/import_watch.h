@@ -43,6 +43,7 @@ extern decltype(&KillTimer) __imp_KillTimer;
 extern decltype(&LocalAlloc) __imp_LocalAlloc;
 extern decltype(&LocalFree) __imp_LocalFree;
 extern decltype(&MessageBeep) __imp_MessageBeep;
+extern decltype(&MessageBoxW) __imp_MessageBoxW;
 extern decltype(&MoveFileExW) __imp_MoveFileExW;
 extern decltype(&MoveFileW) __imp_MoveFileW;
 extern decltype(&PrintDlgW) __imp_PrintDlgW;
