@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "records.h"
+#include "statement_log.h"
 #include "support/test_store.h"
 
 namespace {
@@ -407,6 +408,31 @@ TEST_F(Bulk, GivesUpWhatAWalkSaw)
     }
     EXPECT_EQ(Current(), 0u);
     EXPECT_EQ(Rest(), m_ids);
+}
+
+// A row is a place in an order that is in memory: a page costs the same wherever it is.
+TEST(Rows, CostNoStatementOnceTheirOrderIsThere)
+{
+    constexpr uint32_t kMany = 2'000;
+    StatementLog log;
+    const TestStore store;
+    DbJournal journal;
+    ASSERT_EQ(journal.Open(nullptr), 1);
+    std::vector<CEOID> ids;
+    {
+        CeDBase::BulkScope bulk(journal);
+        for (uint64_t i = 0; i < kMany; ++i)
+            ids.push_back(AddEntry(journal, L"s", i + 1));
+        ASSERT_EQ(bulk.Commit(), 1);
+    }
+    const CeDBase::ReadScope scope(journal);
+    ASSERT_EQ(journal.IdOfRow(0), ids[0]);
+    ASSERT_FALSE(log.Take().empty());
+    for (const uint32_t row : {0u, kMany / 2, kMany - 1}) {
+        EXPECT_EQ(journal.IdOfRow(row), ids[row]);
+        EXPECT_EQ(journal.RowOf(ids[row]), static_cast<int>(row));
+    }
+    EXPECT_EQ(log.Take(), std::vector<std::string>{});
 }
 
 } // namespace
