@@ -60,48 +60,62 @@ TEST_F(Placement, IsNoLargerThanTheWorkArea)
     EXPECT_TRUE(EqualRect(&place, &wanted)) << place.left << " " << place.right;
 }
 
-TEST_F(Placement, AMaximizedWindowComesBackMaximized)
+// A window that is shown for the first time: what a window manager makes of one that is minimised, restored
+// and minimised again comes whenever it comes.
+class FirstShow : public Placement {
+  protected:
+    WINDOWPLACEMENT Show(int command, DWORD leftMaximized)
+    {
+        Store(50, 50, 450, 350, leftMaximized);
+        m_first = CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 200, 200, nullptr, nullptr, nullptr, nullptr);
+        ShowAsLeft(m_first, command, FrameAndPlace(m_first, App()));
+        WINDOWPLACEMENT placement{};
+        placement.length = sizeof placement;
+        EXPECT_TRUE(GetWindowPlacement(m_first, &placement));
+        return placement;
+    }
+    // What is stored of it when it is closed.
+    DWORD Close()
+    {
+        SavePlacement(m_first, App());
+        DestroyWindow(m_first);
+        return App().GetNumber(L"Settings", L"wMax", 9);
+    }
+
+    HWND m_first = nullptr;
+};
+
+TEST_F(FirstShow, OfAMaximizedWindowIsMaximized)
 {
-    Store(50, 50, 450, 350, 1);
     for (const int command : {SW_SHOWNORMAL, SW_SHOW, SW_SHOWDEFAULT, SW_RESTORE}) {
-        ShowAsLeft(m_window.Handle(), command, FrameAndPlace(m_window.Handle(), App()));
-        EXPECT_TRUE(PumpUntil([&] { return IsZoomed(m_window.Handle()); })) << command;
-        ShowWindow(m_window.Handle(), SW_SHOWNORMAL);
+        EXPECT_EQ(Show(command, 1).showCmd, static_cast<UINT>(SW_SHOWMAXIMIZED)) << command;
+        EXPECT_EQ(Close(), 1u);
+        EXPECT_EQ(Show(command, 0).showCmd, static_cast<UINT>(SW_SHOWNORMAL)) << command;
+        EXPECT_EQ(Close(), 0u);
     }
 }
 
-TEST_F(Placement, TheShowCommandStillCounts)
+TEST_F(FirstShow, IsAsTheShowCommandSays)
 {
-    HWND window = m_window.Handle();
-    Store(50, 50, 450, 350, 1);
-    EXPECT_TRUE(FrameAndPlace(window, App()));
-    ShowAsLeft(window, SW_HIDE, true);
-    EXPECT_FALSE(IsWindowVisible(window));
-    ShowAsLeft(window, SW_SHOWMAXIMIZED, false);
-    EXPECT_TRUE(PumpUntil([&] { return IsZoomed(window); }));
-    ShowAsLeft(window, SW_SHOWNORMAL, false);
-    EXPECT_TRUE(PumpUntil([&] { return !IsZoomed(window); }));
-    ShowAsLeft(window, SW_SHOWMINIMIZED, true);
-    EXPECT_TRUE(PumpUntil([&] { return IsIconic(window); }));
+    EXPECT_EQ(Show(SW_SHOWMAXIMIZED, 0).showCmd, static_cast<UINT>(SW_SHOWMAXIMIZED));
+    EXPECT_EQ(Close(), 1u);
+    Show(SW_HIDE, 1);
+    EXPECT_FALSE(IsWindowVisible(m_first));
+    DestroyWindow(m_first);
+    Show(SW_SHOWNOACTIVATE, 1);
+    EXPECT_FALSE(IsZoomed(m_first));
+    DestroyWindow(m_first);
 }
 
-TEST_F(Placement, AMinimizedStartForgetsNoMaximizedWindow)
+TEST_F(FirstShow, ThatIsMinimizedForgetsNoMaximizedWindow)
 {
-    HWND window = m_window.Handle();
-    for (const int command : {SW_SHOWMINIMIZED, SW_MINIMIZE, SW_SHOWMINNOACTIVE}) {
-        Store(50, 50, 450, 350, 1);
-        ShowAsLeft(window, command, FrameAndPlace(window, App()));
-        ASSERT_TRUE(PumpUntil([&] { return IsIconic(window); })) << command;
-        SavePlacement(window, App());
-        EXPECT_EQ(App().GetNumber(L"Settings", L"wMax", 0), 1u) << command;
-        ShowWindow(window, SW_RESTORE);
-        EXPECT_TRUE(PumpUntil([&] { return IsZoomed(window); })) << command;
-        ShowWindow(window, SW_SHOWNORMAL);
-        EXPECT_TRUE(PumpUntil([&] { return !IsZoomed(window); })) << command;
-    }
-    ShowAsLeft(window, SW_SHOWMINIMIZED, false);
-    SavePlacement(window, App());
-    EXPECT_EQ(App().GetNumber(L"Settings", L"wMax", 9), 0u);
+    for (const int command : {SW_SHOWMINIMIZED, SW_MINIMIZE, SW_SHOWMINNOACTIVE})
+        for (const DWORD leftMaximized : {1u, 0u}) {
+            const WINDOWPLACEMENT placement = Show(command, leftMaximized);
+            EXPECT_EQ(placement.showCmd, static_cast<UINT>(SW_SHOWMINIMIZED)) << command;
+            EXPECT_EQ((placement.flags & WPF_RESTORETOMAXIMIZED) != 0, leftMaximized == 1) << command;
+            EXPECT_EQ(Close(), leftMaximized) << command;
+        }
 }
 
 TEST_F(Placement, AMaximizedWindowIsStoredAsOne)
