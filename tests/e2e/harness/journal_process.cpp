@@ -48,8 +48,10 @@ bool JournalProcess::Launch(const std::wstring& arguments, WORD showCommand)
     startup.wShowWindow = showCommand;
     PROCESS_INFORMATION process{};
     if (!CreateProcessW(m_path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                        &startup, &process))
+                        &startup, &process)) {
+        printf("%ls was not started: error %lu\n", m_path.c_str(), GetLastError());
         return false;
+    }
     CloseHandle(process.hThread);
     m_process.reset(process.hProcess);
     m_id = process.dwProcessId;
