@@ -5,9 +5,9 @@
 
 #include <algorithm>
 #include <string>
-#include <vector>
 
 #include "res/resource.h"
+#include "res/version_info.h"
 #include "util/owners.h"
 
 namespace {
@@ -24,49 +24,22 @@ class Programs : public testing::TestWithParam<Wanted> {
     std::wstring File() const { return std::wstring(GetParam().name) + L".exe"; }
     std::wstring Path() const
     {
-        wchar_t path[MAX_PATH];
-        const std::wstring own(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
+        const std::wstring own = OwnPath();
         return own.substr(0, own.rfind(L'\\') + 1) + File();
     }
 };
 
-std::vector<BYTE> VersionInfo(const std::wstring& path)
-{
-    DWORD unused = 0;
-    std::vector<BYTE> info(GetFileVersionInfoSizeW(path.c_str(), &unused));
-    if (!info.empty() && !GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(info.size()), info.data()))
-        info.clear();
-    return info;
-}
-
-std::wstring VersionText(const std::vector<BYTE>& info, const std::wstring& name)
-{
-    void* text = nullptr;
-    UINT length = 0;
-    if (!VerQueryValueW(info.data(), (L"\\StringFileInfo\\040904b0\\" + name).c_str(), &text, &length))
-        return L"(missing)";
-    return static_cast<const wchar_t*>(text);
-}
-
 TEST_P(Programs, TellTheirNameAndVersion)
 {
-    const std::vector<BYTE> info = VersionInfo(Path());
-    ASSERT_FALSE(info.empty());
-    EXPECT_EQ(VersionText(info, L"FileDescription"), GetParam().description);
-    EXPECT_EQ(VersionText(info, L"InternalName"), GetParam().name);
-    EXPECT_EQ(VersionText(info, L"OriginalFilename"), File());
-    EXPECT_EQ(VersionText(info, L"ProductName"), L"Kelvra Journal");
-    EXPECT_EQ(VersionText(info, L"CompanyName"), L"Quillmarsh");
-    void* data = nullptr;
-    UINT length = 0;
-    ASSERT_TRUE(VerQueryValueW(info.data(), L"\\", &data, &length));
-    const auto* numbers = static_cast<const VS_FIXEDFILEINFO*>(data);
-    const std::wstring version = std::to_wstring(HIWORD(numbers->dwFileVersionMS)) + L"." +
-                                 std::to_wstring(LOWORD(numbers->dwFileVersionMS)) + L"." +
-                                 std::to_wstring(HIWORD(numbers->dwFileVersionLS));
-    EXPECT_NE(version, L"0.0.0");
-    EXPECT_EQ(VersionText(info, L"FileVersion"), version);
-    EXPECT_EQ(VersionText(info, L"ProductVersion"), version);
+    const VersionInfo info(Path());
+    EXPECT_EQ(info.Text(L"FileDescription"), GetParam().description);
+    EXPECT_EQ(info.Text(L"InternalName"), GetParam().name);
+    EXPECT_EQ(info.Text(L"OriginalFilename"), File());
+    EXPECT_EQ(info.Text(L"ProductName"), L"Kelvra Journal");
+    EXPECT_EQ(info.Text(L"CompanyName"), L"Quillmarsh");
+    EXPECT_NE(info.Numbers(), L"0.0.0");
+    EXPECT_EQ(info.Text(L"FileVersion"), info.Numbers());
+    EXPECT_EQ(info.Text(L"ProductVersion"), info.Numbers());
 }
 
 TEST_P(Programs, AskForTheLeastRightsOfTheSystemsThatTheyRunOn)

@@ -3,51 +3,23 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
+
+#include "res/version_info.h"
 
 namespace {
 
-std::vector<BYTE> VersionInfo()
-{
-    wchar_t path[MAX_PATH];
-    GetModuleFileNameW(nullptr, path, MAX_PATH);
-    DWORD unused = 0;
-    std::vector<BYTE> info(GetFileVersionInfoSizeW(path, &unused));
-    if (!info.empty() && !GetFileVersionInfoW(path, 0, static_cast<DWORD>(info.size()), info.data()))
-        info.clear();
-    return info;
-}
-
-std::wstring VersionText(const std::vector<BYTE>& info, const std::wstring& name)
-{
-    void* text = nullptr;
-    UINT length = 0;
-    if (!VerQueryValueW(info.data(), (L"\\StringFileInfo\\040904b0\\" + name).c_str(), &text, &length))
-        return L"(missing)";
-    return static_cast<const wchar_t*>(text);
-}
-
 TEST(Version, NamesTheProgram)
 {
-    const std::vector<BYTE> info = VersionInfo();
-    ASSERT_FALSE(info.empty());
-    EXPECT_EQ(VersionText(info, L"FileDescription"), L"Journal");
-    EXPECT_EQ(VersionText(info, L"ProductName"), L"Kelvra Journal");
+    const VersionInfo info(OwnPath());
+    EXPECT_EQ(info.Text(L"FileDescription"), L"Journal");
+    EXPECT_EQ(info.Text(L"ProductName"), L"Kelvra Journal");
 }
 
 TEST(Version, IsTheSameAsTextAndInNumbers)
 {
-    const std::vector<BYTE> info = VersionInfo();
-    ASSERT_FALSE(info.empty());
-    void* data = nullptr;
-    UINT length = 0;
-    ASSERT_TRUE(VerQueryValueW(info.data(), L"\\", &data, &length));
-    const auto* fixed = static_cast<const VS_FIXEDFILEINFO*>(data);
-    const std::wstring numbers = std::to_wstring(HIWORD(fixed->dwFileVersionMS)) + L"." +
-                                 std::to_wstring(LOWORD(fixed->dwFileVersionMS)) + L"." +
-                                 std::to_wstring(HIWORD(fixed->dwFileVersionLS));
-    EXPECT_EQ(VersionText(info, L"FileVersion"), numbers);
-    EXPECT_EQ(VersionText(info, L"ProductVersion"), numbers);
+    const VersionInfo info(OwnPath());
+    EXPECT_EQ(info.Text(L"FileVersion"), info.Numbers());
+    EXPECT_EQ(info.Text(L"ProductVersion"), info.Numbers());
 }
 
 TEST(Manifest, IsInTheProgram)
