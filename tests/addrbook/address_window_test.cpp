@@ -7,7 +7,6 @@
 #include "addrbook/resource.h"
 #include "cards.h"
 #include "support/help_requests.h"
-#include "support/locked_store.h"
 #include "support/test_windows.h"
 
 namespace addrbook {
@@ -32,25 +31,6 @@ TEST_F(AddressWindowTest, ShowsItsPageOfTheHelp)
     Command(CMD_SHOW_HELP);
     SendMessageW(m_window->Handle(), WM_HELP, 0, 0);
     EXPECT_EQ(requests.Asked(), (Texts{L"pellwyn.htm#Address_Book", L"pellwyn.htm#Address_Book"}));
-}
-
-TEST_F(AddressWindowTest, FindsWhileOneTypes)
-{
-    Add("Anna", "lake");
-    Add("Bert");
-    Add("Carl", "lake");
-    Open();
-    SetWindowTextW(Item(IDC_FIND), L"LAK");
-    EXPECT_EQ(Names(), (Texts{L"Anna", L"Carl"}));
-    EXPECT_EQ(WindowText(Item(IDC_COUNT)), L"2 of 3 contacts");
-    EXPECT_EQ(Current(), L"Anna");
-    const MSG down{Item(IDC_FIND), WM_KEYDOWN, VK_DOWN, 0, 0, {}};
-    EXPECT_TRUE(m_window->TranslateKey(down)) << "the arrows move in the list";
-    EXPECT_EQ(Current(), L"Carl");
-    Command(IDCANCEL);
-    EXPECT_EQ(WindowText(Item(IDC_FIND)), L"");
-    EXPECT_EQ(Names().size(), 3u);
-    EXPECT_EQ(Current(), L"Carl");
 }
 
 TEST_F(AddressWindowTest, MakesAndChangesContacts)
@@ -79,27 +59,6 @@ TEST_F(AddressWindowTest, MakesAndChangesContacts)
     EXPECT_EQ(Names(), (Texts{L"Able", L"Anna"}));
     EXPECT_EQ(Current(), L"Able");
     EXPECT_EQ(m_contacts.RecordCount(), 2u);
-}
-
-TEST_F(AddressWindowTest, DeletesWhatIsSelectedAndAsksBefore)
-{
-    for (const char* name : {"Anna", "Bert", "Carl", "Dora"})
-        Add(name);
-    Open();
-    const MessageBoxAnswerer answerer({IDNO, IDYES, IDYES});
-    PressInList(VK_DELETE);
-    EXPECT_EQ(Names().size(), 4u);
-    PressInList(VK_DELETE);
-    EXPECT_EQ(Names(), (Texts{L"Bert", L"Carl", L"Dora"}));
-    EXPECT_EQ(Current(), L"Bert");
-    Command(CMD_SELECT_ALL);
-    Command(CMD_DELETE_CONTACT);
-    EXPECT_EQ(m_contacts.RecordCount(), 0u);
-    ASSERT_EQ(answerer.Boxes().size(), 3u);
-    EXPECT_EQ(answerer.Boxes()[0].text, L"Delete \"Anna\"?");
-    EXPECT_EQ(answerer.Boxes()[2].text, L"Delete 3 contacts?");
-    PressInList(VK_DELETE);
-    EXPECT_EQ(answerer.Boxes().size(), 3u) << "there is nothing to delete";
 }
 
 TEST_F(AddressWindowTest, ImportsAndExportsAndTellsTheCount)
@@ -172,47 +131,6 @@ TEST_F(AddressWindowTest, AnExportOfALargeCardThatIsCancelledLeavesTheFile)
     EXPECT_EQ(anna[Field::Extra], "") << "nor is it given a UID";
 }
 
-TEST_F(AddressWindowTest, FollowsAnotherProgramsChanges)
-{
-    Add("Anna");
-    const CEOID bert = Add("Bert");
-    Open();
-    ASSERT_EQ(m_contacts.DeleteRecord(bert), 1);
-    TellOfAChange(kChangeDeleted);
-    EXPECT_EQ(Names(), Texts{L"Anna"});
-}
-
-TEST_F(AddressWindowTest, ASelectionIsNotHandedOnToOthers)
-{
-    Add("Anna", "lake");
-    Add("Bert", "hill");
-    Add("Carl", "lake");
-    Add("Dora", "hill");
-    Open();
-    SetWindowTextW(Item(IDC_FIND), L"lake");
-    Command(CMD_SELECT_ALL);
-    SetWindowTextW(Item(IDC_FIND), L"hill");
-    EXPECT_EQ(Names(), (Texts{L"Bert", L"Dora"}));
-    EXPECT_EQ(Selected(), Texts{L"Bert"}) << "nobody has selected these two";
-}
-
-TEST_F(AddressWindowTest, WhatStaysInSightStaysSelected)
-{
-    Add("Anna", "lake");
-    Add("Bert");
-    Add("Carl", "lake");
-    Add("Dora", "lake");
-    Open();
-    Select(0, false);
-    Select(1);
-    Select(3);
-    SetWindowTextW(Item(IDC_FIND), L"lake");
-    EXPECT_EQ(Selected(), Texts{L"Dora"});
-    Command(CMD_SELECT_ALL);
-    Command(IDCANCEL);
-    EXPECT_EQ(Selected(), (Texts{L"Anna", L"Carl", L"Dora"}));
-}
-
 // Whatever is looked for: who has just made a contact wants to see it.
 TEST_F(AddressWindowTest, WhatWasSavedIsShown)
 {
@@ -266,204 +184,6 @@ TEST_F(AddressWindowTest, ADoubleClickOpensAContactAndNothingElsewhere)
     EXPECT_TRUE(driver.Ran());
 }
 
-TEST_F(AddressWindowTest, LettersGoToTheNextName)
-{
-    for (const char* name : {"Anna", "Bert", "Bj\xC3\xB6rn", "Carl"})
-        Add(name);
-    Open();
-    SendMessageW(List(), WM_CHAR, L'b', 1);
-    EXPECT_EQ(Current(), L"Bert");
-    SendMessageW(List(), WM_CHAR, L'j', 1);
-    EXPECT_EQ(Current(), L"Bj\u00F6rn");
-}
-
-TEST_F(AddressWindowTest, ALetterGoesOnFromTheCurrentName)
-{
-    for (const char* name : {"Anna", "Bert", "Bill"})
-        Add(name);
-    Open();
-    PressInList(VK_DOWN);
-    SendMessageW(List(), WM_CHAR, L'b', 1);
-    EXPECT_EQ(Current(), L"Bill");
-}
-
-TEST_F(AddressWindowTest, InTheBoxTheArrowsAndThePageKeysMoveInTheList)
-{
-    for (const char* name : {"Anna", "Bert", "Carl"})
-        Add(name);
-    Open();
-    const auto press = [&](WPARAM key, HWND control) {
-        return m_window->TranslateKey({control, WM_KEYDOWN, key, 0, 0, {}});
-    };
-    EXPECT_TRUE(press(VK_NEXT, Item(IDC_FIND)));
-    EXPECT_EQ(Current(), L"Carl");
-    EXPECT_TRUE(press(VK_UP, Item(IDC_FIND)));
-    EXPECT_EQ(Current(), L"Bert");
-    EXPECT_TRUE(press(VK_PRIOR, Item(IDC_FIND)));
-    EXPECT_EQ(Current(), L"Anna");
-    for (const WPARAM key : std::initializer_list<WPARAM>{VK_LEFT, VK_RIGHT, VK_HOME, VK_END, VK_DELETE})
-        EXPECT_FALSE(press(key, Item(IDC_FIND))) << key << " is the box's";
-    EXPECT_FALSE(press(VK_DOWN, List()));
-    EXPECT_FALSE(m_window->TranslateKey({Item(IDC_FIND), WM_KEYUP, VK_DOWN, 0, 0, {}}));
-}
-
-TEST_F(AddressWindowTest, SelectAllIsAKeyOfTheList)
-{
-    for (const char* name : {"Anna", "Bert", "Carl"})
-        Add(name);
-    Open();
-    const auto pressWith = [&](BYTE control, HWND window) {
-        BYTE keys[256] = {};
-        keys[VK_CONTROL] = control;
-        SetKeyboardState(keys);
-        const bool used = m_window->TranslateKey({window, WM_KEYDOWN, L'A', 0, 0, {}});
-        keys[VK_CONTROL] = 0;
-        SetKeyboardState(keys);
-        return used;
-    };
-    EXPECT_FALSE(pressWith(0, List()));
-    EXPECT_FALSE(pressWith(0x80, Item(IDC_FIND))) << "there it selects the text";
-    EXPECT_EQ(Selected(), Texts{L"Anna"});
-    EXPECT_TRUE(pressWith(0x80, List()));
-    EXPECT_EQ(Selected().size(), 3u);
-}
-
-TEST_F(AddressWindowTest, AfterADeletionTheNextOneIsCurrent)
-{
-    for (const char* name : {"Anna", "Bert", "Carl"})
-        Add(name);
-    Open();
-    const MessageBoxAnswerer answerer({IDYES});
-    PressInList(VK_DOWN);
-    PressInList(VK_DELETE);
-    EXPECT_EQ(Current(), L"Carl");
-    PressInList(VK_DELETE);
-    EXPECT_EQ(Current(), L"Anna") << "the last one is gone: the one before it";
-    EXPECT_EQ(WindowText(Item(IDC_COUNT)), L"1 contact");
-}
-
-// A card may bring a name of any length.
-TEST_F(AddressWindowTest, TheQuestionOfADeletionFitsTheScreen)
-{
-    Add(std::string(5'000, 'x'));
-    Open();
-    const MessageBoxAnswerer answerer({IDNO});
-    PressInList(VK_DELETE);
-    ASSERT_EQ(answerer.Boxes().size(), 1u);
-    EXPECT_EQ(answerer.Boxes()[0].text, L"Delete \"" + std::wstring(80, L'x') + L"...\"?");
-    EXPECT_EQ(answerer.Boxes()[0].answers, (std::vector{IDYES, IDNO}));
-    EXPECT_EQ(answerer.Boxes()[0].owner, m_window->Handle());
-}
-
-TEST_F(AddressWindowTest, TheQuestionOfADeletionCutsNoCharacter)
-{
-    Add(std::string(79, 'x') + "\xF0\x9F\x98\x80\xF0\x9F\x98\x80");
-    Open();
-    const MessageBoxAnswerer answerer({IDNO});
-    PressInList(VK_DELETE);
-    ASSERT_EQ(answerer.Boxes().size(), 1u);
-    EXPECT_EQ(answerer.Boxes()[0].text, L"Delete \"" + std::wstring(79, L'x') + L"...\"?");
-}
-
-// All of them or none.
-TEST_F(AddressWindowTest, ADeletionThatFailsSaysSoAndLosesNothing)
-{
-    Add("Anna");
-    Add("Bert");
-    Open();
-    Command(CMD_SELECT_ALL);
-    const MessageBoxAnswerer answerer({IDYES, IDOK});
-    {
-        const LockedStore trouble(m_store.Path());
-        PressInList(VK_DELETE);
-    }
-    ASSERT_EQ(answerer.Boxes().size(), 2u);
-    EXPECT_EQ(answerer.Boxes()[1].text, NotDoneText(L"The contacts were not deleted", StoreTrouble::Locked));
-    EXPECT_EQ(Selected(), (Texts{L"Anna", L"Bert"})) << "what was selected stays so";
-    EXPECT_EQ(Names(), (Texts{L"Anna", L"Bert"}));
-    EXPECT_EQ(m_contacts.RecordCount(), 2u);
-}
-
-// What another program was quicker with is no failure.
-TEST_F(AddressWindowTest, ADeletionGoesOnPastWhatIsGoneAlready)
-{
-    Add("Anna");
-    const CEOID bert = Add("Bert");
-    Add("Carl");
-    Open();
-    Command(CMD_SELECT_ALL);
-    ASSERT_EQ(m_contacts.DeleteRecord(bert), 1);
-    const MessageBoxAnswerer answerer({IDYES});
-    PressInList(VK_DELETE);
-    EXPECT_EQ(answerer.Boxes().size(), 1u);
-    EXPECT_EQ(Names(), Texts());
-}
-
-TEST_F(AddressWindowTest, TheFocusComesBackToWhereItWas)
-{
-    Open();
-    HWND window = m_window->Handle();
-    const auto hasFocus = [&](int id) {
-        return PumpUntil([&] {
-            SetForegroundWindow(window);
-            return GetForegroundWindow() == window && GetFocus() == Item(id);
-        });
-    };
-    EXPECT_TRUE(hasFocus(IDC_CONTACTS)) << "at first it is the list's";
-    Command(CMD_FIND_CONTACT);
-    EXPECT_TRUE(hasFocus(IDC_FIND));
-    {
-        const TestParent other;
-        EXPECT_TRUE(PumpUntil([&] {
-            SetForegroundWindow(other.Handle());
-            return GetForegroundWindow() == other.Handle();
-        }));
-        SetForegroundWindow(window);
-        EXPECT_TRUE(hasFocus(IDC_FIND));
-    }
-    Command(IDCANCEL);
-    EXPECT_TRUE(hasFocus(IDC_CONTACTS));
-}
-
-TEST_F(AddressWindowTest, TheFindCommandTakesWhatWasTypedBefore)
-{
-    Open();
-    SetWindowTextW(Item(IDC_FIND), L"anna");
-    Command(CMD_FIND_CONTACT);
-    DWORD start = 9, end = 9;
-    SendMessageW(Item(IDC_FIND), EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
-    EXPECT_EQ(start, 0u);
-    EXPECT_EQ(end, 4u);
-}
-
-TEST_F(AddressWindowTest, WhatAnotherProgramDeletesTakesNobodyElsewhere)
-{
-    Add("Anna");
-    const CEOID bert = Add("Bert");
-    Add("Carl");
-    Open();
-    PressInList(VK_DOWN);
-    EXPECT_EQ(Current(), L"Bert");
-    ASSERT_EQ(m_contacts.DeleteRecord(bert), 1);
-    TellOfAChange(kChangeDeleted);
-    EXPECT_EQ(Names(), (Texts{L"Anna", L"Carl"}));
-    EXPECT_EQ(Current(), L"Carl");
-    EXPECT_EQ(WindowText(Item(IDC_COUNT)), L"2 contacts");
-}
-
-TEST_F(AddressWindowTest, AnotherProgramsContactsAreFoundToo)
-{
-    Add("Anna", "lake");
-    Open();
-    SetWindowTextW(Item(IDC_FIND), L"lake");
-    Add("Zoe", "lake");
-    TellOfAChange(kChangeWorkBegins);
-    EXPECT_EQ(Names(), Texts{L"Anna"}) << "bulk work is waited for";
-    TellOfAChange(kChangeWorkEnded);
-    EXPECT_EQ(Names(), (Texts{L"Anna", L"Zoe"}));
-    EXPECT_EQ(Current(), L"Anna");
-}
-
 TEST_F(AddressWindowTest, AContactThatIsGoneWhenItIsSavedIsWrittenAnew)
 {
     const CEOID anna = Add("Anna");
@@ -515,68 +235,6 @@ TEST_F(AddressWindowTest, OffersWhatThereIsToWorkOn)
     EXPECT_FALSE(offers(CMD_DELETE_CONTACT)) << "nothing is selected";
     EXPECT_TRUE(offers(CMD_EDIT_CONTACT)) << "but there is a current one";
     EXPECT_TRUE(offers(CMD_SELECT_ALL));
-}
-
-TEST_F(AddressWindowTest, EscEmptiesTheBoxAndThenLeavesIt)
-{
-    Add("Anna");
-    Add("Bert");
-    Open();
-    HWND window = m_window->Handle();
-    Command(CMD_FIND_CONTACT);
-    ASSERT_TRUE(PumpUntil([&] {
-        SetForegroundWindow(window);
-        return GetForegroundWindow() == window && GetFocus() == Item(IDC_FIND);
-    }));
-    SetWindowTextW(Item(IDC_FIND), L"bert");
-    EXPECT_EQ(Names(), Texts{L"Bert"});
-    Command(IDCANCEL);
-    EXPECT_EQ(WindowText(Item(IDC_FIND)), L"");
-    EXPECT_EQ(Names().size(), 2u);
-    EXPECT_EQ(GetFocus(), Item(IDC_FIND));
-    Command(IDCANCEL);
-    EXPECT_EQ(GetFocus(), List());
-}
-
-TEST_F(AddressWindowTest, InTheBoxTheArrowsStopAtTheEnds)
-{
-    Add("Anna");
-    Add("Bert");
-    Open();
-    const auto press = [&](WPARAM key) {
-        return m_window->TranslateKey({Item(IDC_FIND), WM_KEYDOWN, key, 0, 0, {}});
-    };
-    EXPECT_TRUE(press(VK_UP));
-    EXPECT_EQ(Current(), L"Anna");
-    EXPECT_TRUE(press(VK_DOWN));
-    EXPECT_TRUE(press(VK_DOWN));
-    EXPECT_EQ(Current(), L"Bert");
-    EXPECT_TRUE(press(VK_UP));
-    EXPECT_EQ(Selected(), Texts{L"Anna"}) << "one row at a time is selected";
-}
-
-// While one types into the box it is seen which contact the keys would open.
-TEST_F(AddressWindowTest, TheSelectionIsSeenWithoutTheFocus)
-{
-    Open();
-    EXPECT_TRUE(GetWindowLongW(List(), GWL_STYLE) & LVS_SHOWSELALWAYS);
-}
-
-TEST_F(AddressWindowTest, FindsWhatWasChangedWhileItLooks)
-{
-    const CEOID anna = Add("Anna", "lake");
-    Add("Bert");
-    Open();
-    SetWindowTextW(Item(IDC_FIND), L"lake");
-    EXPECT_EQ(Names(), Texts{L"Anna"});
-    Contact changed;
-    changed[Field::FileAs] = "Anna";
-    changed[Field::Note] = "hill";
-    ASSERT_EQ(ContactSaver().Save(m_contacts, anna, changed), anna);
-    Add("Aaron", "lake");
-    TellOfAChange(kChangeModified);
-    EXPECT_EQ(Names(), Texts{L"Aaron"});
-    EXPECT_EQ(WindowText(Item(IDC_COUNT)), L"1 of 3 contacts");
 }
 
 TEST_F(AddressWindowTest, FitsASmallScreen)
