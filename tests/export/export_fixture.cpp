@@ -7,6 +7,7 @@
 #include "mervane/db_categories.h"
 #include "mervane/db_contacts.h"
 #include "support/import_watch.h"
+#include "support/temporary_name.h"
 #include "ui/work_area.h"
 
 extern "C" {
@@ -65,11 +66,8 @@ struct PieceHooks {
     }
 };
 
-ScratchFile::ScratchFile(const wchar_t* name)
+ScratchFile::ScratchFile(const wchar_t* name) : m_path(TemporaryFolder() + name)
 {
-    wchar_t folder[MAX_PATH];
-    GetTempPathW(MAX_PATH, folder);
-    m_path = std::wstring(folder) + name;
     DeleteFileW(m_path.c_str());
 }
 

@@ -20,7 +20,7 @@ class ScratchFile {
     std::string Bytes() const { return ReadFileBytes(m_path); }
 
   private:
-    std::wstring m_path;
+    const std::wstring m_path;
 };
 
 // The bytes of a file that was written by hand.

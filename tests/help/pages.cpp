@@ -1,4 +1,5 @@
 #include "pages.h"
+#include "support/temporary_name.h"
 
 #include <gtest/gtest.h>
 
@@ -9,10 +10,7 @@ namespace help {
 TestFolder::TestFolder()
 {
     static std::atomic<int> count;
-    wchar_t temporary[MAX_PATH] = L"";
-    GetTempPathW(MAX_PATH, temporary);
-    m_path = std::wstring(temporary) + L"help \u4EBA\u00E9 " + std::to_wstring(GetCurrentProcessId()) + L"-" +
-             std::to_wstring(++count) + L"\\";
+    m_path = TemporaryName(L"help \u4EBA\u00E9") + L"-" + std::to_wstring(++count) + L"\\";
     EXPECT_TRUE(CreateDirectoryW(m_path.c_str(), nullptr));
 }
 

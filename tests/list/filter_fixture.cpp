@@ -1,4 +1,5 @@
 #include "list/filter_fixture.h"
+#include "support/temporary_name.h"
 
 JournalFilterTest::JournalFilterTest()
 {
@@ -34,10 +35,8 @@ FilterState JournalFilterTest::OnMonths(DWORD months)
 // A folder is in the file's place.
 NoStore::NoStore()
 {
-    wchar_t folder[MAX_PATH];
-    GetTempPathW(MAX_PATH, folder);
     GetEnvironmentVariableW(L"MERVANE_STORE", m_before, MAX_PATH);
-    SetEnvironmentVariableW(L"MERVANE_STORE", folder);
+    SetEnvironmentVariableW(L"MERVANE_STORE", TemporaryFolder().c_str());
 }
 
 NoStore::~NoStore()

@@ -4,14 +4,13 @@
 
 #include <cstring>
 
+#include "support/temporary_name.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
 
 CommandLineFile::CommandLineFile()
 {
-    wchar_t folder[MAX_PATH];
-    GetTempPathW(MAX_PATH, folder);
-    m_path = std::wstring(folder) + L"command-line-" + std::to_wstring(GetCurrentProcessId());
+    m_path = TemporaryName(L"command-line");
     DeleteFileW(m_path.c_str());
     SetEnvironmentVariableW(L"COMMAND_LINE_FILE", m_path.c_str());
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "support/import_watch.h"
+#include "support/temporary_name.h"
 #include "support/test_store.h"
 
 // A help viewer that is found and never started: what it would have been started with is kept.
@@ -18,9 +19,7 @@ class HelpRequests {
     {
         s_asked.clear();
         GetCurrentDirectoryW(MAX_PATH, m_before);
-        wchar_t folder[MAX_PATH];
-        GetTempPathW(MAX_PATH, folder);
-        m_folder = folder + (L"viewer" + std::to_wstring(GetCurrentProcessId()));
+        m_folder = TemporaryName(L"viewer");
         EXPECT_TRUE(CreateDirectoryW(m_folder.c_str(), nullptr));
         EXPECT_TRUE(WriteFileBytes(m_folder + L"\\PegHelp.exe", "no program"));
         EXPECT_TRUE(SetCurrentDirectoryW(m_folder.c_str()));

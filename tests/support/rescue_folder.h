@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "support/temporary_name.h"
+
 class RescueFolder {
   public:
     RescueFolder()
@@ -13,8 +15,7 @@ class RescueFolder {
         wchar_t text[MAX_PATH];
         GetEnvironmentVariableW(L"APPDATA", text, MAX_PATH);
         m_before = text;
-        GetTempPathW(MAX_PATH, text);
-        m_data = std::wstring(text) + L"rescue-" + std::to_wstring(GetCurrentProcessId());
+        m_data = TemporaryName(L"rescue");
         CreateDirectoryW(m_data.c_str(), nullptr);
         SetEnvironmentVariableW(L"APPDATA", m_data.c_str());
         Empty();

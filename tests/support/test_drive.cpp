@@ -5,6 +5,7 @@
 #include <cstring>
 #include <vector>
 
+#include "support/temporary_name.h"
 #include "util/owners.h"
 
 namespace {
@@ -96,9 +97,7 @@ bool MoveUnix(const std::wstring& from, const std::wstring& to)
 
 TestDrive::TestDrive(UINT kind)
 {
-    wchar_t folder[MAX_PATH];
-    GetTempPathW(MAX_PATH, folder);
-    m_folder = std::wstring(folder) + L"journal-drive-" + std::to_wstring(GetCurrentProcessId());
+    m_folder = TemporaryName(L"journal-drive");
     m_there = CreateDirectoryW(m_folder.c_str(), nullptr) && Define(kind, UnixName(m_folder));
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "support/temporary_name.h"
 #include "util/owners.h"
 
 namespace {
@@ -71,10 +72,7 @@ std::vector<std::wstring> BackupsOf(const std::wstring& storePath)
 TestStore::TestStore()
 {
     static unsigned s_count = 0;
-    wchar_t folder[MAX_PATH];
-    GetTempPathW(MAX_PATH, folder);
-    m_path = std::wstring(folder) + L"journal-test-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
-             std::to_wstring(++s_count) + L".db";
+    m_path = TemporaryName(L"journal-test") + L"-" + std::to_wstring(++s_count) + L".db";
     DeleteStoreFiles(m_path);
     DeleteBackups(m_path);
     SetEnvironmentVariableW(L"MERVANE_STORE", m_path.c_str());

@@ -8,6 +8,7 @@
 
 #include "support/held_file.h"
 #include "support/import_watch.h"
+#include "support/temporary_name.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
 
@@ -48,13 +49,7 @@ std::wstring CurrentFolder()
 
 class SaveChoice : public testing::Test {
   protected:
-    SaveChoice()
-    {
-        wchar_t folder[MAX_PATH];
-        GetTempPathW(MAX_PATH, folder);
-        m_path = std::wstring(folder) + L"choice-" + std::to_wstring(GetCurrentProcessId());
-        EXPECT_TRUE(WriteFileBytes(m_path, "before"));
-    }
+    SaveChoice() { EXPECT_TRUE(WriteFileBytes(m_path, "before")); }
     ~SaveChoice() override
     {
         DeleteFileW(m_path.c_str());
@@ -76,7 +71,7 @@ class SaveChoice : public testing::Test {
     }
 
     const std::wstring m_before = CurrentFolder();
-    std::wstring m_path;
+    const std::wstring m_path = TemporaryName(L"choice");
     TestParent m_owner;
     MessageBoxAnswerer m_boxes;
 };

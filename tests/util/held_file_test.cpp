@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "support/held_file.h"
+#include "support/temporary_name.h"
 #include "support/test_store.h"
 #include "util/whole_file.h"
 
@@ -11,13 +12,7 @@ namespace {
 
 class HeldFileTest : public testing::Test {
   protected:
-    HeldFileTest()
-    {
-        wchar_t folder[MAX_PATH];
-        GetTempPathW(MAX_PATH, folder);
-        m_path = std::wstring(folder) + L"held-" + std::to_wstring(GetCurrentProcessId());
-        EXPECT_TRUE(WriteFileBytes(m_path, "before"));
-    }
+    HeldFileTest() { EXPECT_TRUE(WriteFileBytes(m_path, "before")); }
     ~HeldFileTest() override
     {
         SetFileAttributesW(m_path.c_str(), FILE_ATTRIBUTE_NORMAL);
@@ -27,7 +22,7 @@ class HeldFileTest : public testing::Test {
     std::wstring Other() const { return m_path + L".other"; }
     bool IsThere() const { return GetFileAttributesW(m_path.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
-    std::wstring m_path;
+    const std::wstring m_path = TemporaryName(L"held");
 };
 
 TEST_F(HeldFileTest, IsDeletedWhenItIsLetGo)

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/temporary_name.h"
 #include "support/test_store.h"
 #include "util/owners.h"
 
@@ -20,9 +21,7 @@ class ProgramSearch : public testing::Test {
   protected:
     ProgramSearch() : m_path(Variable(L"PATH"))
     {
-        wchar_t folder[MAX_PATH];
-        GetTempPathW(MAX_PATH, folder);
-        m_folder = std::wstring(folder) + L"search here " + std::to_wstring(GetCurrentProcessId());
+        m_folder = TemporaryName(L"search here");
         CreateDirectoryW(m_folder.c_str(), nullptr);
         GetCurrentDirectoryW(MAX_PATH, m_before);
         EXPECT_TRUE(SetCurrentDirectoryW(m_folder.c_str()));

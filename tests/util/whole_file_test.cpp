@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "support/file_faults.h"
+#include "support/temporary_name.h"
 #include "support/test_store.h"
 #include "util/owners.h"
 
@@ -13,9 +14,7 @@ class WholeFile : public testing::Test {
   protected:
     WholeFile()
     {
-        wchar_t folder[MAX_PATH];
-        GetTempPathW(MAX_PATH, folder);
-        m_folder = std::wstring(folder) + L"whole-" + std::to_wstring(GetCurrentProcessId());
+        m_folder = TemporaryName(L"whole");
         CreateDirectoryW(m_folder.c_str(), nullptr);
         m_path = m_folder + L"\\file.txt";
         EXPECT_TRUE(WriteFileBytes(m_path, "before"));

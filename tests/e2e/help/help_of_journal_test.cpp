@@ -3,6 +3,7 @@
 
 #include "e2e/help/help_viewer.h"
 #include "e2e/journal/journal_window.h"
+#include "support/temporary_name.h"
 
 namespace {
 
@@ -137,10 +138,9 @@ class WithoutViewer : public HelpOfJournal {
   protected:
     WithoutViewer()
     {
-        wchar_t path[MAX_PATH] = L"", temporary[MAX_PATH] = L"";
+        wchar_t path[MAX_PATH] = L"";
         const std::wstring own(path, GetModuleFileNameW(nullptr, path, MAX_PATH));
-        GetTempPathW(MAX_PATH, temporary);
-        m_copy = std::wstring(temporary) + L"lonely journal.exe";
+        m_copy = TemporaryFolder() + L"lonely journal.exe";
         EXPECT_TRUE(
             CopyFileW((own.substr(0, own.rfind(L'\\') + 1) + L"journal.exe").c_str(), m_copy.c_str(), FALSE));
     }

@@ -10,6 +10,7 @@
 #include "e2e/harness/remote_memory.h"
 #include "e2e/help/help_viewer.h"
 #include "support/send_input.h"
+#include "support/temporary_name.h"
 #include "support/test_store.h"
 
 namespace {
@@ -238,9 +239,7 @@ class LonelyViewer : public HelpViewerTest {
   protected:
     void SetUp() override
     {
-        wchar_t temporary[MAX_PATH] = L"";
-        GetTempPathW(MAX_PATH, temporary);
-        m_folder = std::wstring(temporary) + L"lonely \u4EBA help\\";
+        m_folder = TemporaryFolder() + L"lonely \u4EBA help\\";
         CreateDirectoryW(m_folder.c_str(), nullptr);
         m_copy = m_folder + L"PegHelp.exe";
         ASSERT_TRUE(CopyFileW(m_program.c_str(), m_copy.c_str(), FALSE));

@@ -7,6 +7,7 @@
 
 #include "data/journal_entry.h"
 #include "e2e/journal/journal_window.h"
+#include "support/temporary_name.h"
 
 namespace {
 
@@ -17,13 +18,7 @@ constexpr const char* kPlainEntry = "11/21/2026 12:00 PM\r\nNormal\r\nNormal\r\n
 
 class Export : public JournalWindowTest {
   protected:
-    Export()
-    {
-        wchar_t folder[MAX_PATH];
-        GetTempPathW(MAX_PATH, folder);
-        m_path = std::wstring(folder) + L"export-e2e.out";
-        DeleteFileW(m_path.c_str());
-    }
+    Export() { DeleteFileW(m_path.c_str()); }
     ~Export() override { DeleteFileW(m_path.c_str()); }
 
     // Opens the command's window from the menu's key and has the file's name typed. The types are chosen by
@@ -98,7 +93,7 @@ class Export : public JournalWindowTest {
         ASSERT_TRUE(WaitFor([&] { return List().State(row, LVIS_SELECTED) == LVIS_SELECTED; }));
     }
 
-    std::wstring m_path;
+    std::wstring m_path = TemporaryFolder() + L"export-e2e.out";
     HWND m_chooser = nullptr;
     HWND m_dialog = nullptr;
 

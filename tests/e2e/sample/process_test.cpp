@@ -1,6 +1,7 @@
 #include "e2e/harness/message_box.h"
 #include "e2e/harness/screenshot.h"
 #include "e2e/sample/sample_test.h"
+#include "support/temporary_name.h"
 #include "support/test_store.h"
 
 namespace {
@@ -63,9 +64,7 @@ TEST_F(ProcessTest, ActivatesOneOfTwoPrograms)
 
 TEST_F(ProcessTest, SavesAPictureOfAWindow)
 {
-    wchar_t folder[MAX_PATH];
-    GetTempPathW(MAX_PATH, folder);
-    const std::wstring path = std::wstring(folder) + L"harness.bmp";
+    const std::wstring path = TemporaryName(L"harness");
     ASSERT_TRUE(SaveScreenshot(m_window, path));
     RECT rect;
     GetWindowRect(m_window, &rect);
