@@ -3,6 +3,7 @@
 
 #include "support/fault_vfs.h"
 #include "support/test_drive.h"
+#include "support/thread_hook.h"
 #include "ui/scale.h"
 #include "ui/work_area.h"
 
@@ -184,10 +185,8 @@ LRESULT CALLBACK GiveIcons(int code, WPARAM wParam, LPARAM lParam)
 
 TEST_F(InitInstance, IconsThatTheWindowHasStay)
 {
-    HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, GiveIcons, nullptr, GetCurrentThreadId());
-    ASSERT_NE(hook, nullptr);
+    const ThreadHook hook(WH_CALLWNDPROC, GiveIcons);
     HWND window = Start();
-    UnhookWindowsHookEx(hook);
     for (const WPARAM which : std::initializer_list<WPARAM>{ICON_SMALL, ICON_BIG})
         EXPECT_EQ(IconOf(window, which), LoadIconW(nullptr, IDI_APPLICATION)) << which;
 }

@@ -21,3 +21,15 @@ CEOID AddEntry(const wchar_t* subject, uint64_t date)
     properties[1].val.lpwstr = text.data();
     return App().Journal().WriteRecord(0, 2, properties);
 }
+
+void MainWindowTest::ExpectListBelowBands()
+{
+    RECT client{}, list{};
+    GetClientRect(m_window.Handle(), &client);
+    GetWindowRect(List(), &list);
+    MapWindowPoints(nullptr, m_window.Handle(), reinterpret_cast<POINT*>(&list), 2);
+    EXPECT_EQ(list.left, 0);
+    EXPECT_EQ(list.top, CommandBands_Height(Bands()));
+    EXPECT_EQ(list.right, client.right);
+    EXPECT_EQ(list.bottom, client.bottom);
+}

@@ -44,6 +44,8 @@ class MainWindowTest : public testing::Test {
     HMENU Menu() const { return CommandBar_GetMenu(MenuBar()); }
     HWND List() { return m_window.List().Handle(); }
     int Rows() { return ListView_GetItemCount(List()); }
+    // It takes the rest of the window.
+    void ExpectListBelowBands();
 
     bool ButtonEnabled(int command) const
     {

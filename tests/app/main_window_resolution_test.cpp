@@ -109,18 +109,13 @@ TEST_F(MainWindowResolution, TakesTheSuggestedPlaceAndFillsIt)
     HWND window = Create();
     SetWindowPos(window, nullptr, 10, 20, Scale(330), Scale(200), SWP_NOZORDER);
     TellResolution(window, 2);
-    RECT place{}, client{}, list{};
+    RECT place{};
     GetWindowRect(window, &place);
     EXPECT_EQ(place.left, 10);
     EXPECT_EQ(place.top, 20);
     EXPECT_EQ(place.right - place.left, 2 * Scale(330));
     EXPECT_EQ(place.bottom - place.top, 2 * Scale(200));
-    GetClientRect(window, &client);
-    GetWindowRect(List(), &list);
-    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&list), 2);
-    EXPECT_EQ(list.top, CommandBands_Height(Bands()));
-    EXPECT_EQ(list.right, client.right);
-    EXPECT_EQ(list.bottom, client.bottom);
+    ExpectListBelowBands();
 }
 
 TEST_F(MainWindowResolution, TheBarsKeepWhatTheyShow)

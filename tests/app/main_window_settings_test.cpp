@@ -130,13 +130,7 @@ TEST_P(LayoutNotification, RefitsTheListFirst)
     SendMessageW(window, WM_NOTIFY, 102, reinterpret_cast<LPARAM>(&header));
     RemoveWindowSubclass(List(), WatchMove, 7);
     EXPECT_FALSE(g_savedBeforeMove);
-    RECT client, list;
-    GetClientRect(window, &client);
-    GetWindowRect(List(), &list);
-    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&list), 2);
-    EXPECT_EQ(list.top, CommandBands_Height(Bands()));
-    EXPECT_EQ(list.right, client.right);
-    EXPECT_EQ(list.bottom, client.bottom);
+    ExpectListBelowBands();
 }
 
 INSTANTIATE_TEST_SUITE_P(Codes, LayoutNotification,

@@ -5,6 +5,7 @@
 #include "support/import_watch.h"
 #include "support/lost_leaf.h"
 #include "support/test_drive.h"
+#include "support/thread_hook.h"
 #include "ui/scale.h"
 #include "util/clock.h"
 
@@ -37,10 +38,8 @@ LRESULT CALLBACK WatchCreation(int code, WPARAM wParam, LPARAM lParam)
 
 TEST_F(MainWindowTest, IsCreatedVisibleAndWithoutAFrame)
 {
-    HHOOK hook = SetWindowsHookExW(WH_CBT, WatchCreation, nullptr, GetCurrentThreadId());
-    ASSERT_NE(hook, nullptr);
+    const ThreadHook hook(WH_CBT, WatchCreation);
     Create();
-    UnhookWindowsHookEx(hook);
     EXPECT_EQ(g_createdTitle, L"Kelvra Journal");
     EXPECT_NE(g_created.style & WS_VISIBLE, 0);
     EXPECT_EQ(static_cast<DWORD>(g_created.style) & (WS_OVERLAPPEDWINDOW & ~WS_CAPTION), 0u);
@@ -63,15 +62,8 @@ TEST_F(MainWindowTest, TheClassIsPlain)
 
 TEST_F(MainWindowTest, TheListTakesTheRestBelowTheBands)
 {
-    HWND window = Create();
-    RECT client, list;
-    GetClientRect(window, &client);
-    GetWindowRect(List(), &list);
-    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&list), 2);
-    EXPECT_EQ(list.left, 0);
-    EXPECT_EQ(list.top, CommandBands_Height(Bands()));
-    EXPECT_EQ(list.right, client.right);
-    EXPECT_EQ(list.bottom, client.bottom);
+    Create();
+    ExpectListBelowBands();
 }
 
 TEST_F(MainWindowTest, TheListFollowsTheWindowsSize)

@@ -5,6 +5,7 @@
 
 #include "support/import_watch.h"
 #include "support/settings_log.h"
+#include "support/thread_hook.h"
 
 namespace {
 
@@ -41,6 +42,7 @@ HWND WINAPI WatchCreation(DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD
                           int width, int height, HWND parent, HMENU menu, HINSTANCE instance, LPVOID data);
 BOOL WINAPI WatchShow(HWND window, int command);
 BOOL WINAPI WatchUpdate(HWND window);
+LRESULT CALLBACK WatchSent(int code, WPARAM wParam, LPARAM lParam);
 
 // Notes the steps while it lives.
 struct StepWatch {
@@ -54,7 +56,7 @@ struct StepWatch {
     const ImportWatch<decltype(&CreateWindowExW)> created{&__imp_CreateWindowExW, WatchCreation};
     const ImportWatch<decltype(&ShowWindow)> shown{&__imp_ShowWindow, WatchShow};
     const ImportWatch<decltype(&UpdateWindow)> updated{&__imp_UpdateWindow, WatchUpdate};
-    HHOOK sent = nullptr;
+    const ThreadHook sent{WH_CALLWNDPROC, WatchSent};
 }* g_watch = nullptr;
 
 ATOM WINAPI WatchClass(const WNDCLASSW* windowClass)
@@ -124,13 +126,10 @@ StepWatch::StepWatch()
     g_watch = this;
     g_steps.clear();
     g_controlsAnswer = TRUE;
-    sent = SetWindowsHookExW(WH_CALLWNDPROC, WatchSent, nullptr, GetCurrentThreadId());
-    EXPECT_NE(sent, nullptr);
 }
 
 StepWatch::~StepWatch()
 {
-    UnhookWindowsHookEx(sent);
     g_watch = nullptr;
 }
 

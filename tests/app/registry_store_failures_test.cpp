@@ -3,6 +3,7 @@
 
 #include "app/registry_store_fixture.h"
 #include "support/import_watch.h"
+#include "support/thread_hook.h"
 
 namespace {
 
@@ -124,9 +125,8 @@ TEST(ReportError, ShowsTheSystemsTextInABoxTitledError)
 {
     const MessageBoxAnswerer answerer;
     g_boxIcon = nullptr;
-    const HHOOK hook = SetWindowsHookExW(WH_CBT, LookAtBox, nullptr, GetCurrentThreadId());
+    const ThreadHook hook(WH_CBT, LookAtBox);
     RegistryStore::ReportError(ERROR_ACCESS_DENIED);
-    UnhookWindowsHookEx(hook);
     ASSERT_EQ(answerer.Boxes().size(), 1u);
     EXPECT_EQ(answerer.Boxes()[0].caption, L"Error");
     EXPECT_EQ(answerer.Boxes()[0].text, SystemMessage(ERROR_ACCESS_DENIED));

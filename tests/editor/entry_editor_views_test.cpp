@@ -6,6 +6,7 @@
 #include "support/import_watch.h"
 #include "support/locked_store.h"
 #include "support/settings_log.h"
+#include "support/thread_hook.h"
 #include "ui/scale.h"
 #include "ui/work_area.h"
 
@@ -474,9 +475,8 @@ Steps StepsOf(int button)
             if (name == L"selType")
                 g_steps.push_back(L"save");
         });
-        HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, NoteSent, nullptr, GetCurrentThreadId());
+        const ThreadHook hook(WH_CALLWNDPROC, NoteSent);
         SendMessageW(window, WM_COMMAND, static_cast<WPARAM>(button), 0);
-        UnhookWindowsHookEx(hook);
     });
     leaving.DoModal(GetModuleHandleW(nullptr), IDD_ENTRY_EDITOR, nullptr);
     return g_steps;

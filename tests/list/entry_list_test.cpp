@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "list/entry_list_fixture.h"
+#include "support/thread_hook.h"
 #include "ui/canvas.h"
 
 namespace {
@@ -103,10 +104,8 @@ LRESULT CALLBACK WatchImageLists(int code, WPARAM wParam, LPARAM lParam)
 TEST_F(EntryListTest, SetsItsImagesByTheirTypes)
 {
     g_imageLists.clear();
-    HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, WatchImageLists, nullptr, GetCurrentThreadId());
-    ASSERT_NE(hook, nullptr);
+    const ThreadHook hook(WH_CALLWNDPROC, WatchImageLists);
     CreateList();
-    UnhookWindowsHookEx(hook);
     ASSERT_EQ(g_imageLists.size(), 2u);
     EXPECT_EQ(g_imageLists[0].first, WPARAM{1});
     EXPECT_EQ(g_imageLists[0].second, reinterpret_cast<LPARAM>(ListView_GetImageList(Handle(), LVSIL_SMALL)));
@@ -134,10 +133,8 @@ LRESULT CALLBACK WatchBuilding(int code, WPARAM wParam, LPARAM lParam)
 TEST_F(EntryListTest, IsBuiltOfStyleImagesColumnsPlaceAndRows)
 {
     g_firstMessages.clear();
-    HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, WatchBuilding, nullptr, GetCurrentThreadId());
-    ASSERT_NE(hook, nullptr);
+    const ThreadHook hook(WH_CALLWNDPROC, WatchBuilding);
     CreateList();
-    UnhookWindowsHookEx(hook);
     EXPECT_EQ(g_firstMessages, (std::vector<UINT>{LVM_SETEXTENDEDLISTVIEWSTYLE, LVM_SETIMAGELIST,
                                                   LVM_INSERTCOLUMNW, WM_SIZE, LVM_SETITEMCOUNT}));
 }

@@ -23,13 +23,10 @@ HWND PasswordField(HWND window)
 PromptAnswerer::PromptAnswerer(Answers answers) : m_answers(std::move(answers))
 {
     g_prompts = this;
-    m_hook = SetWindowsHookExW(WH_CBT, Hook, nullptr, GetCurrentThreadId());
-    EXPECT_NE(m_hook, nullptr);
 }
 
 PromptAnswerer::~PromptAnswerer()
 {
-    UnhookWindowsHookEx(m_hook);
     g_prompts = nullptr;
 }
 

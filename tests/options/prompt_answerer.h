@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "support/thread_hook.h"
+
 // Answers the prompts that this thread opens while it lives, in order; those beyond the answers are
 // cancelled.
 class PromptAnswerer {
@@ -36,6 +38,6 @@ class PromptAnswerer {
 
     Answers m_answers;
     std::vector<Prompt> m_prompts;
-    HHOOK m_hook = nullptr;
+    const ThreadHook m_hook{WH_CBT, Hook};
     HWND m_prompt = nullptr; // open, to be answered
 };

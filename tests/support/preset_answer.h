@@ -3,17 +3,11 @@
 
 #include <windows.h>
 
-#include <gtest/gtest.h>
+#include "support/thread_hook.h"
 
 class PresetAnswer {
   public:
-    PresetAnswer()
-    {
-        s_id = 0;
-        m_hook = SetWindowsHookExW(WH_CBT, Note, nullptr, GetCurrentThreadId());
-        EXPECT_NE(m_hook, nullptr);
-    }
-    ~PresetAnswer() { UnhookWindowsHookEx(m_hook); }
+    PresetAnswer() { s_id = 0; }
     PresetAnswer(const PresetAnswer&) = delete;
     PresetAnswer& operator=(const PresetAnswer&) = delete;
 
@@ -31,5 +25,5 @@ class PresetAnswer {
     }
 
     static inline int s_id = 0;
-    HHOOK m_hook = nullptr;
+    const ThreadHook m_hook{WH_CBT, Note};
 };

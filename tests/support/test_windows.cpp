@@ -1,5 +1,7 @@
 #include "support/test_windows.h"
 
+#include <commctrl.h>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -75,6 +77,18 @@ std::wstring WindowText(HWND window)
     return text;
 }
 
+std::wstring ToolTipText(HWND tips, HWND owner, UINT_PTR tool)
+{
+    wchar_t text[80] = L"";
+    TOOLINFOW asked{};
+    asked.cbSize = sizeof asked;
+    asked.hwnd = owner;
+    asked.uId = tool;
+    asked.lpszText = text;
+    SendMessageW(tips, TTM_GETTEXTW, 80, reinterpret_cast<LPARAM>(&asked));
+    return text;
+}
+
 TestParent::TestParent(Handler onMessage, int width, int height) : m_onMessage(std::move(onMessage))
 {
     WNDCLASSW windowClass{};
@@ -111,13 +125,10 @@ LRESULT CALLBACK TestParent::Procedure(HWND window, UINT message, WPARAM wParam,
 WindowRefuser::WindowRefuser(const wchar_t* className, int nth) : m_className(className), m_nth(nth)
 {
     g_refuser = this;
-    m_hook = SetWindowsHookExW(WH_CBT, Hook, nullptr, GetCurrentThreadId());
-    EXPECT_NE(m_hook, nullptr);
 }
 
 WindowRefuser::~WindowRefuser()
 {
-    UnhookWindowsHookEx(m_hook);
     g_refuser = nullptr;
 }
 
@@ -140,13 +151,10 @@ bool WindowRefuser::Refuses(HWND window)
 MessageBoxAnswerer::MessageBoxAnswerer(std::vector<int> answers) : m_answers(std::move(answers))
 {
     g_answerer = this;
-    m_hook = SetWindowsHookExW(WH_CBT, Hook, nullptr, GetCurrentThreadId());
-    EXPECT_NE(m_hook, nullptr);
 }
 
 MessageBoxAnswerer::~MessageBoxAnswerer()
 {
-    UnhookWindowsHookEx(m_hook);
     g_answerer = nullptr;
 }
 
@@ -171,15 +179,12 @@ void MessageBoxAnswerer::Answer(HWND box)
 ModalDriver::ModalDriver(std::function<void(HWND)> action) : m_action(std::move(action))
 {
     g_driver = this;
-    m_hook = SetWindowsHookExW(WH_CBT, Hook, nullptr, GetCurrentThreadId());
-    EXPECT_NE(m_hook, nullptr);
 }
 
 ModalDriver::~ModalDriver()
 {
     if (m_timer)
         KillTimer(nullptr, m_timer);
-    UnhookWindowsHookEx(m_hook);
     g_driver = nullptr;
 }
 

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "support/thread_hook.h"
+
 constexpr DWORD kWaitLimit = 10'000; // milliseconds
 
 // Dispatches what waits in the queue.
@@ -15,6 +17,8 @@ void PumpMessages();
 bool PumpUntil(const std::function<bool()>& condition, DWORD limit = kWaitLimit);
 
 std::wstring WindowText(HWND window);
+// What the control says of one of its tools; 80 characters of it at most.
+std::wstring ToolTipText(HWND tips, HWND owner, UINT_PTR tool);
 
 // A plain window to be the parent of controls; shown, destroyed at the end.
 class TestParent {
@@ -53,7 +57,7 @@ class WindowRefuser {
     std::wstring m_className;
     int m_nth;
     int m_seen = 0;
-    HHOOK m_hook = nullptr;
+    const ThreadHook m_hook{WH_CBT, Hook};
 };
 
 // Answers message boxes that this thread opens while it lives, and keeps what they said. Answers are taken in
@@ -80,7 +84,7 @@ class MessageBoxAnswerer {
 
     std::vector<int> m_answers;
     std::vector<Box> m_boxes;
-    HHOOK m_hook = nullptr;
+    const ThreadHook m_hook{WH_CBT, Hook};
 };
 
 // Runs an action once the next dialog of this thread (any modal dialog, not a message box) is up and idle, so
@@ -99,7 +103,7 @@ class ModalDriver {
     static void CALLBACK OnTimer(HWND window, UINT message, UINT_PTR id, DWORD time);
 
     std::function<void(HWND)> m_action;
-    HHOOK m_hook = nullptr;
+    const ThreadHook m_hook{WH_CBT, Hook};
     HWND m_dialog = nullptr;
     UINT_PTR m_timer = 0;
     bool m_ran = false;

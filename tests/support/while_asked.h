@@ -5,15 +5,12 @@
 #include <functional>
 #include <utility>
 
+#include "support/thread_hook.h"
+
 // Does something when a message box comes up, before it is answered.
 class WhileAsked {
   public:
-    explicit WhileAsked(std::function<void()> action)
-    {
-        s_action = std::move(action);
-        m_hook = SetWindowsHookExW(WH_CBT, Hook, nullptr, GetCurrentThreadId());
-    }
-    ~WhileAsked() { UnhookWindowsHookEx(m_hook); }
+    explicit WhileAsked(std::function<void()> action) { s_action = std::move(action); }
     WhileAsked(const WhileAsked&) = delete;
     WhileAsked& operator=(const WhileAsked&) = delete;
 
@@ -28,5 +25,5 @@ class WhileAsked {
     }
 
     static inline std::function<void()> s_action;
-    HHOOK m_hook = nullptr;
+    const ThreadHook m_hook{WH_CBT, Hook};
 };

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/thread_hook.h"
 #include "ui/bands_window.h"
 #include "ui/scale.h"
 
@@ -222,7 +223,7 @@ TEST(BandsLayout, ABandThatTheControlMaximisesAtAClickCountsAsMaximised)
     window.Show();
     WithinTheControl within{window.Bands(), RB_MAXIMIZEBAND};
     WithinTheControl::s_current = &within;
-    HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, WithinTheControl::Hook, nullptr, GetCurrentThreadId());
+    const ThreadHook hook(WH_CALLWNDPROC, WithinTheControl::Hook);
     std::vector<bool> told; // of the band, at each change of the layout
     window.onMessage = [&](UINT message, WPARAM, LPARAM lParam, LRESULT*) {
         if (message == WM_NOTIFY &&
@@ -247,7 +248,6 @@ TEST(BandsLayout, ABandThatTheControlMaximisesAtAClickCountsAsMaximised)
     EXPECT_FALSE(window.Restore(1).fMaximized);
     EXPECT_EQ(told, (std::vector{true, false}));
     WithinTheControl::s_current = nullptr;
-    UnhookWindowsHookEx(hook);
 }
 
 TEST(BandsLayout, DraggedWidthOutlivesANarrowWindow)

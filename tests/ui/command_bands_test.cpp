@@ -233,16 +233,7 @@ TEST(CommandBands, TipsAreAskedForAtTheParent)
     InputScript()
         .MoveTo(ButtonAt(window.ButtonBar(), kNewButton))
         .Until("tip", [tips] { return IsWindowVisible(tips) != FALSE; })
-        .Do([&] {
-            wchar_t text[32] = L"";
-            TOOLINFOW tool{};
-            tool.cbSize = sizeof tool;
-            tool.hwnd = window.ButtonBar();
-            tool.uId = 100;
-            tool.lpszText = text;
-            SendMessageW(tips, TTM_GETTEXTW, 32, reinterpret_cast<LPARAM>(&tool));
-            shown = text;
-        })
+        .Do([&] { shown = ToolTipText(tips, window.ButtonBar(), 100); })
         .Run();
     EXPECT_EQ(shown, L"Fresh");
 }
@@ -305,14 +296,8 @@ TEST(CommandBands, AdornmentsSayWhatTheyAre)
             .Do([&] {
                 TBBUTTON button{};
                 SendMessageW(window.Adornments(), TB_GETBUTTON, i, reinterpret_cast<LPARAM>(&button));
-                wchar_t text[32] = L"";
-                TOOLINFOW tool{};
-                tool.cbSize = sizeof tool;
-                tool.hwnd = window.Adornments();
-                tool.uId = static_cast<UINT_PTR>(button.idCommand);
-                tool.lpszText = text;
-                SendMessageW(tips, TTM_GETTEXTW, 32, reinterpret_cast<LPARAM>(&tool));
-                EXPECT_STREQ(text, texts[i]);
+                EXPECT_EQ(ToolTipText(tips, window.Adornments(), static_cast<UINT_PTR>(button.idCommand)),
+                          texts[i]);
             })
             .Run();
 }

@@ -50,17 +50,7 @@ class MenuTipTest : public testing::Test {
             reinterpret_cast<LPARAM>(&shown));
         return shown;
     }
-    std::wstring TextOf(HWND tip) const
-    {
-        wchar_t text[80] = L"";
-        TOOLINFOW tool{};
-        tool.cbSize = sizeof tool;
-        tool.hwnd = m_owner.Handle();
-        tool.uId = 1;
-        tool.lpszText = text;
-        SendMessageW(tip, TTM_GETTEXTW, 80, reinterpret_cast<LPARAM>(&tool));
-        return text;
-    }
+    std::wstring TextOf(HWND tip) const { return ToolTipText(tip, m_owner.Handle(), 1); }
     static RECT PlaceOf(HWND window)
     {
         RECT place{};
