@@ -83,6 +83,7 @@ HWND MainWindow::Create(HINSTANCE instance, StartTurn* turn)
 
 void MainWindow::ShowFirst(int showCommand)
 {
+    m_isToBeSeen = true;
     ShowAsLeft(m_window, showCommand, m_leftMaximized);
     m_backup.Start(m_window);
     NoteMissingEntries();
@@ -115,6 +116,10 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED: return OnColorsChanged(message, wParam, lParam);
     case WM_SETFOCUS: SetFocus(m_list.Handle()); return 0;
+    case WM_WINDOWPOSCHANGING:
+        if (!m_isToBeSeen)
+            KeepHidden(*reinterpret_cast<WINDOWPOS*>(lParam));
+        return DefWindowProcW(m_window, message, wParam, lParam);
     case WM_GETMINMAXINFO: return OnGetMinMaxInfo(reinterpret_cast<MINMAXINFO*>(lParam));
     case WM_SETTINGCHANGE: m_list.Refresh(); return 0;
     case WM_NOTIFY: return OnNotify(reinterpret_cast<NMHDR*>(lParam));

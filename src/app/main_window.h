@@ -102,6 +102,7 @@ class MainWindow {
     StoreTrouble m_notKept = StoreTrouble::None;
     const wchar_t* m_helpTopic = kHelpMain;
     bool m_leftMaximized = false; // when it was last closed
+    bool m_isToBeSeen = false;    // the first show has come
     // Set once everything stored has been loaded: from then on it may be stored again.
     bool m_loaded = false;
     UniqueIcon m_smallIcon; // for another resolution than it was opened in

@@ -1,6 +1,7 @@
 #include "ui/window_placement.h"
 
 #include "ui/scale.h"
+#include "ui/wine.h"
 #include "ui/work_area.h"
 
 namespace {
@@ -52,8 +53,9 @@ std::optional<RECT> ScreenOf(const RECT& place)
 }
 
 // The screen may have been larger when the place was stored.
-RECT Fitted(RECT place, const RECT& area)
+RECT Fitted(RECT place, const RECT& screen)
 {
+    const RECT area = PlaceToFill(screen, ClearFrame(nullptr));
     if (place.right - place.left > area.right - area.left) {
         place.left = area.left;
         place.right = area.right;
@@ -89,6 +91,19 @@ bool IsOpenCommand(int showCommand)
 
 } // namespace
 
+LONG ClearFrame(HWND window)
+{
+    if (IsUnderWine())
+        return 0;
+    return MetricOf(window, SM_CXSIZEFRAME) + MetricOf(window, SM_CXPADDEDBORDER) -
+           MetricOf(window, SM_CXBORDER);
+}
+
+RECT PlaceToFill(const RECT& area, LONG clearFrame)
+{
+    return {area.left - clearFrame, area.top, area.right + clearFrame, area.bottom + clearFrame};
+}
+
 std::optional<WindowPlace> LoadPlacement(const RegistryStore& settings)
 {
     const RECT stored = LoadPlace(settings);
@@ -101,11 +116,17 @@ std::optional<WindowPlace> LoadPlacement(const RegistryStore& settings)
 bool FrameAndPlace(HWND window, const RegistryStore& settings)
 {
     const std::optional<WindowPlace> stored = LoadPlacement(settings);
-    const RECT place = stored ? stored->rect : WorkArea();
+    const RECT place = stored ? stored->rect : PlaceToFill(WorkArea(), ClearFrame(window));
     SetWindowLongPtrW(window, GWL_STYLE,
                       GetWindowLongPtrW(window, GWL_STYLE) | WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN);
     Move(window, place, SWP_FRAMECHANGED);
     return stored && stored->maximized;
+}
+
+void KeepHidden(WINDOWPOS& position)
+{
+    if (position.flags & SWP_SHOWWINDOW)
+        position.flags = (position.flags ^ SWP_SHOWWINDOW) | SWP_NOACTIVATE;
 }
 
 void ShowAsLeft(HWND window, int showCommand, bool leftMaximized)

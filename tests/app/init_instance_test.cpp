@@ -24,6 +24,15 @@ class InitInstance : public MainWindowTest {
         EXPECT_EQ(App().InitInstance(Instance(), showCommand), 1);
         return App().MainWindowHandle();
     }
+
+    static void StorePlace(const RECT& place, DWORD isMaximized)
+    {
+        App().SetNumber(L"Settings", L"wLeft", static_cast<DWORD>(place.left));
+        App().SetNumber(L"Settings", L"wTop", static_cast<DWORD>(place.top));
+        App().SetNumber(L"Settings", L"wRight", static_cast<DWORD>(place.right));
+        App().SetNumber(L"Settings", L"wBottom", static_cast<DWORD>(place.bottom));
+        App().SetNumber(L"Settings", L"wMax", isMaximized);
+    }
 };
 
 // It comes forward in its normal size.
@@ -144,6 +153,53 @@ TEST_F(InitInstance, TheShowCommandCounts)
 {
     HWND window = Start(SW_SHOWMAXIMIZED);
     EXPECT_TRUE(PumpUntil([&] { return IsZoomed(window); }));
+}
+
+// How the main window was whenever it came into sight.
+struct Sight {
+    bool isZoomed;
+    bool isIconic;
+    bool hasIcon;
+};
+std::vector<Sight> g_sights;
+
+LRESULT CALLBACK WatchSights(int code, WPARAM wParam, LPARAM lParam)
+{
+    const auto& sent = *reinterpret_cast<const CWPRETSTRUCT*>(lParam);
+    wchar_t name[16] = L"";
+    GetClassNameW(sent.hwnd, name, 16);
+    if (code == HC_ACTION && sent.message == WM_WINDOWPOSCHANGED && wcscmp(name, L"Journal") == 0 &&
+        reinterpret_cast<const WINDOWPOS*>(sent.lParam)->flags & SWP_SHOWWINDOW)
+        g_sights.push_back({IsZoomed(sent.hwnd) != 0, IsIconic(sent.hwnd) != 0,
+                            SendMessageW(sent.hwnd, WM_GETICON, ICON_BIG, 0) != 0});
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+// A window that is shown and then maximised or minimised is seen in between.
+TEST_F(InitInstance, TheWindowComesIntoSightOnceAsItIsToBe)
+{
+    struct {
+        int showCommand;
+        DWORD leftMaximized;
+        Sight wanted;
+    } const starts[] = {{SW_SHOWNORMAL, 0, {false, false, true}},
+                        {SW_SHOWNORMAL, 1, {true, false, true}},
+                        {SW_SHOWMAXIMIZED, 0, {true, false, true}},
+                        {SW_SHOWMINNOACTIVE, 1, {false, true, true}}};
+    const ThreadHook hook(WH_CALLWNDPROCRET, WatchSights);
+    for (const auto& start : starts) {
+        UnregisterClassW(kMainWindowClass, Instance());
+        StorePlace({60, 70, 460, 370}, start.leftMaximized);
+        g_sights.clear();
+        HWND window = Start(start.showCommand);
+        EXPECT_TRUE(IsWindowVisible(window));
+        ASSERT_EQ(g_sights.size(), 1u) << start.showCommand << ", " << start.leftMaximized;
+        EXPECT_EQ(g_sights[0].isZoomed, start.wanted.isZoomed) << start.showCommand;
+        EXPECT_EQ(g_sights[0].isIconic, start.wanted.isIconic) << start.showCommand;
+        EXPECT_TRUE(g_sights[0].hasIcon);
+        SendMessageW(window, WM_CLOSE, 0, 0);
+        TakeQuitMessage();
+    }
 }
 
 HICON IconOf(HWND window, WPARAM which)

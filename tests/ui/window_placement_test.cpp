@@ -60,6 +60,16 @@ TEST_F(Placement, IsNoLargerThanTheWorkArea)
     EXPECT_TRUE(EqualRect(&place, &wanted)) << place.left << " " << place.right;
 }
 
+// At 96 dpi Windows leaves 7 pixels of the frame clear, and none at the top.
+TEST_F(Placement, WhatIsSeenOfTheFrameFillsTheArea)
+{
+    const RECT place = PlaceToFill({0, 40, 1920, 1040}, 7), wanted{-7, 40, 1927, 1047};
+    EXPECT_TRUE(EqualRect(&place, &wanted));
+    const RECT whole = PlaceToFill({-1280, 0, 0, 1024}, 0), area{-1280, 0, 0, 1024};
+    EXPECT_TRUE(EqualRect(&whole, &area));
+    EXPECT_EQ(ClearFrame(m_window.Handle()), 0) << "Wine's frames are seen whole";
+}
+
 // A window that is shown for the first time: what a window manager makes of one that is minimised, restored
 // and minimised again comes whenever it comes.
 class FirstShow : public Placement {
