@@ -150,7 +150,11 @@ LRESULT AddressWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
             return DefWindowProcW(m_window, message, wParam, lParam);
         ShowListMenu({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
         return 0;
-    case WM_HELP: ShowHelp(kHelpAddressBook, m_window); return TRUE;
+    case WM_HELP:
+    case kMsgHelpBehindMenu:
+        if (IsHelpDue(m_window, message))
+            ShowHelp(kHelpAddressBook, m_window);
+        return TRUE;
     case kMsgDatabaseChange: OnContactsChanged(wParam); return 0;
     case WM_CLOSE:
         if (!PassCloseOn(m_window))

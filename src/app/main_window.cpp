@@ -124,7 +124,11 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_SETTINGCHANGE: m_list.Refresh(); return 0;
     case WM_NOTIFY: return OnNotify(reinterpret_cast<NMHDR*>(lParam));
     case WM_MENUSELECT: m_menuTip.OnMenuSelect(m_window, wParam, lParam); return 0;
-    case WM_HELP: ShowHelp(m_helpTopic, m_window); return 1;
+    case WM_HELP:
+    case kMsgHelpBehindMenu:
+        if (IsHelpDue(m_window, message))
+            ShowHelp(m_helpTopic, m_window);
+        return 1;
     case WM_COMMAND: return OnCommand(LOWORD(wParam), HIWORD(wParam) == kFromAccelerator && !lParam);
     case kMsgDatabaseChange: return OnDatabaseChange(wParam, lParam);
     case kMsgSelectionChanged: return OnSelectionChanged(static_cast<int>(wParam));

@@ -183,9 +183,11 @@ bool Dialog::Dispatch(UINT message, WPARAM wParam, LRESULT* result)
         return false;
     case kMsgResolutionChanged: FollowResolution(); return true;
     case WM_HELP:
+    case kMsgHelpBehindMenu:
         if (!HelpTopic())
             return false;
-        ShowHelp(HelpTopic(), m_window);
+        if (IsHelpDue(m_window, message))
+            ShowHelp(HelpTopic(), m_window);
         *result = TRUE; // asked and answered: the owner would show its own page
         return true;
     default: return false;

@@ -36,6 +36,21 @@ bool IsMenuOpen(GUITHREADINFO* info)
     return GetGUIThreadInfo(GetCurrentThreadId(), info) && (info->flags & GUI_INMENUMODE);
 }
 
+// Some systems name the menu's own window.
+HWND MenuOwner(const GUITHREADINFO& info)
+{
+    constexpr ULONG_PTR kMenuAtom = 32768;
+    const bool isMenu = GetClassLongPtrW(info.hwndMenuOwner, GCW_ATOM) == kMenuAtom;
+    return isMenu ? GetWindow(info.hwndMenuOwner, GW_OWNER) : info.hwndMenuOwner;
+}
+
+void DropPosted(UINT message)
+{
+    MSG posted;
+    while (PeekMessageW(&posted, nullptr, message, message, PM_REMOVE)) {
+    }
+}
+
 // Not while the window is still becoming the active one.
 void CALLBACK ShowDialogInFront(HWND window, UINT, UINT_PTR timer, DWORD)
 {
@@ -66,7 +81,18 @@ HWND DialogInFront(HWND window)
 bool EndMenuOf(HWND window)
 {
     GUITHREADINFO info;
-    return IsWindowEnabled(window) && IsMenuOpen(&info) && info.hwndMenuOwner == window && EndMenu();
+    return IsWindowEnabled(window) && IsMenuOpen(&info) && MenuOwner(info) == window && EndMenu();
+}
+
+bool IsHelpDue(HWND window, UINT message)
+{
+    constexpr UINT kKeyF1 = 0x004D;
+    DropPosted(kKeyF1);
+    if (message != WM_HELP || !EndMenuOf(window))
+        return true;
+    DropPosted(kMsgHelpBehindMenu);
+    PostMessageW(window, kMsgHelpBehindMenu, 0, 0);
+    return false;
 }
 
 bool IsInSystemLoop()

@@ -16,6 +16,13 @@ bool IsDialog(HWND window);
 // message has been dealt with: what is to come after the menu has to be posted.
 [[nodiscard]] bool EndMenuOf(HWND window);
 
+// For WM_HELP and kMsgHelpBehindMenu of a window that answers them: whether help is to be shown now. F1 in a
+// menu is asked for by the menu's loop and by the system (WM_KEYF1) too; and what came up within the loop
+// could not be worked with. So a menu that the window has open is ended, and the window gets
+// kMsgHelpBehindMenu behind it, once.
+constexpr UINT kMsgHelpBehindMenu = WM_APP + 0x330;
+[[nodiscard]] bool IsHelpDue(HWND window, UINT message);
+
 // Whether the system is in a loop of its own in this thread: a menu is open, a window is being moved or
 // sized, or something is being dragged.
 bool IsInSystemLoop();

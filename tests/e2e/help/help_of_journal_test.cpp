@@ -149,6 +149,35 @@ class WithoutViewer : public HelpOfJournal {
     std::wstring m_copy;
 };
 
+// The menu's loop and the system both ask for help then; the menu goes, and the box can be answered.
+TEST_F(WithoutViewer, F1InAnOpenMenuTellsItOnce)
+{
+    SetEnvironmentVariableW(L"JOURNAL_EXE", m_copy.c_str());
+    JournalProcess journal;
+    SetEnvironmentVariableW(L"JOURNAL_EXE", nullptr);
+    ASSERT_NE(journal.Start(), nullptr);
+    for (const bool ofFilter : {false, true}) {
+        if (ofFilter)
+            PressKey(VK_F4);
+        else
+            PressKeys({VK_MENU, 'F'});
+        ASSERT_NE(WaitForPopup(journal.Id()), nullptr);
+        PressKey(VK_F1);
+        const RemoteMessageBox box = WaitForMessageBox(journal.Id());
+        ASSERT_TRUE(box) << ofFilter;
+        ASSERT_TRUE(box.Answer(IDOK));
+        EXPECT_TRUE(WaitFor([&] { return !FindTopWindow(journal.Id(), L"#32768"); })) << ofFilter;
+        PressKeys({VK_CONTROL, 'N'});
+        HWND editor = WaitForDialogWith(journal.Id(), IDC_BODY);
+        ASSERT_NE(editor, nullptr);
+        EXPECT_FALSE(HasMessageBox(journal.Id())) << ofFilter;
+        ASSERT_TRUE(Activate(editor));
+        PressKey(VK_ESCAPE);
+        EXPECT_TRUE(WaitUntilGone(editor));
+    }
+    EXPECT_TRUE(journal.Close());
+}
+
 TEST_F(WithoutViewer, F1TellsOnceThatItIsMissing)
 {
     SetEnvironmentVariableW(L"JOURNAL_EXE", m_copy.c_str());
