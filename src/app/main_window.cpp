@@ -1,5 +1,6 @@
 #include "app/main_window.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "app/about_dialog.h"
@@ -286,7 +287,9 @@ void MainWindow::RefitList()
 
 LRESULT MainWindow::OnGetMinMaxInfo(MINMAXINFO* info)
 {
-    info->ptMinTrackSize = {Scale(m_window, kMinWidth), Scale(m_window, kMinHeight)};
+    const RECT area = WorkAreaAt(m_window);
+    info->ptMinTrackSize = {std::min<LONG>(Scale(m_window, kMinWidth), area.right - area.left),
+                            std::min<LONG>(Scale(m_window, kMinHeight), area.bottom - area.top)};
     return 0;
 }
 

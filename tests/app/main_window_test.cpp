@@ -1,11 +1,14 @@
 #include "app/main_window.h"
 
+#include <algorithm>
+
 #include "app/main_window_fixture.h"
 #include "data/journal_entry.h"
 #include "support/import_watch.h"
 #include "support/lost_leaf.h"
 #include "support/test_drive.h"
 #include "support/thread_hook.h"
+#include "support/work_area_setting.h"
 #include "ui/scale.h"
 #include "util/clock.h"
 
@@ -84,8 +87,20 @@ TEST_F(MainWindowTest, CannotBeMadeSmallerThanItCanBeWorked)
     HWND window = Create();
     MINMAXINFO info{};
     SendMessageW(window, WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&info));
-    EXPECT_EQ(info.ptMinTrackSize.x, Scale(320));
-    EXPECT_EQ(info.ptMinTrackSize.y, Scale(160));
+    const RECT area = WorkArea();
+    EXPECT_EQ(info.ptMinTrackSize.x, std::min<LONG>(Scale(320), area.right - area.left));
+    EXPECT_EQ(info.ptMinTrackSize.y, std::min<LONG>(Scale(160), area.bottom - area.top));
+}
+
+TEST_F(MainWindowTest, CanAlwaysBeMadeAsSmallAsTheWorkArea)
+{
+    HWND window = Create();
+    const RECT area{0, 0, Scale(300), Scale(150)};
+    const ScopedWorkArea small(window, area);
+    MINMAXINFO info{};
+    SendMessageW(window, WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&info));
+    EXPECT_EQ(info.ptMinTrackSize.x, area.right);
+    EXPECT_EQ(info.ptMinTrackSize.y, area.bottom);
 }
 
 TEST_F(MainWindowTest, TheListHasTheKeyboard)
