@@ -5,7 +5,6 @@
 
 #include "addrbook/contact_names.h"
 #include "addrbook/contact_record.h"
-#include "addrbook/dialog_scroll.h"
 #include "addrbook/resource.h"
 #include "addrbook/vcard_contact.h"
 #include "mervane/trouble.h"
@@ -66,7 +65,6 @@ class ContactDialog : public Dialog {
     Contact m_contact;
     bool m_isNew;
     const ContactSave& m_save;
-    DialogScroll m_scroll;
     // As the controls show the fields: what a control does not show as it is must not change by being shown.
     std::array<std::wstring, kShownFields> m_shown;
     std::string m_ownFileAs; // what File As is of itself
@@ -107,7 +105,7 @@ bool ContactDialog::OnInitDialog()
     if (!m_isNew)
         SetWindowTextW(GetWindow(), ToWide(m_contact[Field::FileAs]).c_str());
     GrowBoxes();
-    m_scroll.Fit(GetWindow());
+    CenterOnWorkArea();
     m_filled = true;
     return true;
 }
@@ -152,11 +150,11 @@ void ContactDialog::FollowNames()
     m_ownFileAs = fileAs;
 }
 
-bool ContactDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT*)
+bool ContactDialog::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT*)
 {
     if (message == WM_COMMAND && HIWORD(wParam) == EN_CHANGE && m_filled && LOWORD(wParam) != IDC_FILE_AS)
         FollowNames();
-    return m_scroll.OnMessage(message, wParam, lParam);
+    return false;
 }
 
 bool ContactDialog::Save()

@@ -1,7 +1,6 @@
 #include "addrbook/import_dialog.h"
 
 #include "addrbook/contact_record.h"
-#include "addrbook/dialog_scroll.h"
 #include "addrbook/resource.h"
 #include "addrbook/short_text.h"
 #include "ui/dialog.h"
@@ -41,7 +40,6 @@ class ImportDialog : public Dialog {
 
     const ImportQuestion& m_question;
     ImportAnswer m_answer;
-    DialogScroll m_scroll;
 };
 
 bool ImportDialog::OnInitDialog()
@@ -55,7 +53,7 @@ bool ImportDialog::OnInitDialog()
     SetWindowTextW(changes, ChangesText(m_question.changes).c_str());
     Grow(kMoreOfTheText, {IDC_CARD_CHANGES},
          {IDC_CARD_LACKS, IDC_CARD_FOR_ALL, IDC_CARD_UPDATE, IDC_CARD_ADD, IDOK, IDCANCEL});
-    m_scroll.Fit(GetWindow());
+    CenterOnWorkArea();
     SetFocus(changes);
     SendMessageW(changes, EM_SETSEL, 0, 0);
     return false;
@@ -67,13 +65,13 @@ void ImportDialog::Choose(ImportChoice choice)
     End(1);
 }
 
-bool ImportDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT*)
+bool ImportDialog::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT*)
 {
     if (message == WM_COMMAND && HIWORD(wParam) == BN_CLICKED && LOWORD(wParam) == IDC_CARD_UPDATE)
         Choose(ImportChoice::Update);
     if (message == WM_COMMAND && HIWORD(wParam) == BN_CLICKED && LOWORD(wParam) == IDC_CARD_ADD)
         Choose(ImportChoice::AddAsNew);
-    return m_scroll.OnMessage(message, wParam, lParam);
+    return false;
 }
 
 } // namespace

@@ -12,7 +12,6 @@
 #include "ui/launch.h"
 #include "ui/scale.h"
 #include "ui/typed_time.h"
-#include "ui/window_scroll.h"
 #include "util/clock.h"
 
 namespace {
@@ -56,7 +55,6 @@ class FindDialog : public Dialog {
     void ClickSearchBy(SearchBy by);
     void ClickSearchFrom(SearchFrom from);
     void EnableWhatBelongs();
-    void FitIntoWorkArea();
 
     SearchBy By() const;
     std::wstring Typed() const;
@@ -64,7 +62,6 @@ class FindDialog : public Dialog {
     bool m_hasCurrentEntry;
     FindRequest* m_request;
     HWND m_day = nullptr;
-    WindowScroll m_scroll;
 };
 
 bool FindDialog::OnInitDialog()
@@ -73,7 +70,6 @@ bool FindDialog::OnInitDialog()
     MakeRoomForDay();
     FillBox();
     CenterOnWorkArea();
-    FitIntoWorkArea();
     SetFocus(m_day);
     ClickSearchBy(ReadSearchBy(App()));
     CheckButton(IDC_FIND_MATCH_CASE, ReadMatchCase(App()));
@@ -173,25 +169,6 @@ void FindDialog::EnableWhatBelongs()
     KeepFocus(byDate ? IDC_FIND_DAY : IDC_FIND_TEXT);
 }
 
-// A dialog higher than the work area scrolls, which needs it to be shown already.
-void FindDialog::FitIntoWorkArea()
-{
-    const RECT area = OwnersWorkArea();
-    RECT own{}, inside{};
-    GetWindowRect(GetWindow(), &own);
-    GetClientRectangle(&inside);
-    const LONG missing = (own.bottom - own.top) - (area.bottom - area.top);
-    if (missing <= 0)
-        return;
-    SetWindowPosition(0, 0, own.right - own.left + MetricOf(GetWindow(), SM_CXVSCROLL),
-                      area.bottom - area.top, nullptr, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE, nullptr);
-    CenterOnWorkArea();
-    m_scroll.SetExtent(GetWindow(), inside.bottom, inside.bottom - missing);
-    for (HWND child = ::GetWindow(GetWindow(), GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT))
-        TellFocus(child, GetWindow());
-    ShowWindow(GetWindow());
-}
-
 SearchBy FindDialog::By() const
 {
     for (const SearchBy by : {SearchBy::Subject, SearchBy::Entry})
@@ -208,14 +185,9 @@ std::wstring FindDialog::Typed() const
     return text;
 }
 
-bool FindDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT*)
+bool FindDialog::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT*)
 {
-    switch (message) {
-    case WM_COMMAND: return OnCommand(LOWORD(wParam), HIWORD(wParam));
-    case WM_VSCROLL: m_scroll.OnScroll(GetWindow(), LOWORD(wParam)); return true;
-    case kMsgControlFocused: m_scroll.Reveal(GetWindow(), reinterpret_cast<HWND>(lParam)); return true;
-    default: return false;
-    }
+    return message == WM_COMMAND && OnCommand(LOWORD(wParam), HIWORD(wParam));
 }
 
 bool FindDialog::OnCommand(int id, WORD code)

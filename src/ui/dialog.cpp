@@ -114,7 +114,7 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     mervane::PassToControls(window, message, wParam, lParam);
     LRESULT result = 0;
     const bool handled =
-        self->OnMessage(message, wParam, lParam, &result) || self->Dispatch(message, wParam, &result);
+        self->OnMessage(message, wParam, lParam, &result) || self->Dispatch(message, wParam, lParam, &result);
     // The object may be gone by now: a dialog ends by its messages.
     if (message == WM_NCDESTROY && GetWindowLongPtrW(window, DWLP_USER)) {
         SetWindowLongPtrW(window, DWLP_USER, 0);
@@ -153,6 +153,7 @@ void Dialog::FollowResolution()
         return;
     SetIcons();
     OnResolutionChanged(before);
+    (void)m_scroll.Fit(m_window, WorkAreaAt(m_window));
 }
 
 // A command that another program sends, or that was on its way, while another dialog or a box stands over
@@ -165,7 +166,7 @@ bool Dialog::IsOutOfReach(UINT message, WPARAM wParam, LPARAM lParam) const
     return !lParam || LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL;
 }
 
-bool Dialog::Dispatch(UINT message, WPARAM wParam, LRESULT* result)
+bool Dialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
 {
     switch (message) {
     case WM_COMMAND: return OnCommand(LOWORD(wParam), HIWORD(wParam));
@@ -175,10 +176,15 @@ bool Dialog::Dispatch(UINT message, WPARAM wParam, LRESULT* result)
         return true;
     case WM_QUERYENDSESSION: *result = AnswerSessionQuery(m_window); return true;
     case WM_ENDSESSION: (void)TakeSessionEnd(m_window, wParam); return true;
-    case WM_SETTINGCHANGE: OnSettingsChanged(); return true;
+    case WM_SETTINGCHANGE:
+        OnSettingsChanged();
+        if (wParam == SPI_SETWORKAREA)
+            (void)m_scroll.Fit(m_window, WorkAreaAt(m_window));
+        return true;
     case WM_DPICHANGED:
         // The dialog manager scales what the template has, behind this; what is the dialog's own comes then.
         mervane::NoteDpi(m_window, wParam);
+        m_scroll.GoToStart();
         PostMessageW(m_window, kMsgResolutionChanged, 0, 0);
         return false;
     case kMsgResolutionChanged: FollowResolution(); return true;
@@ -190,7 +196,7 @@ bool Dialog::Dispatch(UINT message, WPARAM wParam, LRESULT* result)
             ShowHelp(HelpTopic(), m_window);
         *result = TRUE; // asked and answered: the owner would show its own page
         return true;
-    default: return false;
+    default: return m_scroll.OnMessage(message, wParam, lParam);
     }
 }
 
@@ -218,6 +224,8 @@ bool Dialog::Build()
 {
     const bool takesDefaultFocus = OnInitDialog();
     AddSelectAllKeys(m_window);
+    if (m_scroll.Fit(m_window, OwnersWorkArea()))
+        CenterOnWorkArea();
     return takesDefaultFocus;
 }
 

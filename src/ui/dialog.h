@@ -1,10 +1,12 @@
-// Dialog: the base of the program's dialogs, with its operations in their fixed order.
+// Dialog: the base of the program's dialogs, with its operations in their fixed order. One that is larger
+// than its work area once it is initialised is made as large as that, and scrolls.
 #pragma once
 
 #include <windows.h>
 
 #include <initializer_list>
 
+#include "ui/dialog_scroll.h"
 #include "util/owners.h"
 
 class Dialog {
@@ -88,7 +90,7 @@ class Dialog {
     bool Build();
     void Forget();
     bool IsOutOfReach(UINT message, WPARAM wParam, LPARAM lParam) const;
-    bool Dispatch(UINT message, WPARAM wParam, LRESULT* result);
+    bool Dispatch(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
     bool OnCommand(int id, WORD notification);
     void SetIcons();
     void FollowResolution();
@@ -100,6 +102,7 @@ class Dialog {
     int m_dpi = 0;             // that its contents are made for
     UniqueIcon m_smallIcon;    // the program's, for the caption
     UniqueIcon m_bigIcon;
+    DialogScroll m_scroll;
 };
 
 // Gives a control to a dialog: its font, and its place in the order of the keyboard behind another control.

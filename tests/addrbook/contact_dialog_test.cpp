@@ -10,8 +10,11 @@
 #include "addrbook/contact_record.h"
 #include "addrbook/resource.h"
 #include "cards.h"
+#include "support/dialog_window.h"
 #include "support/help_requests.h"
+#include "support/resolution.h"
 #include "support/test_windows.h"
+#include "support/work_area_setting.h"
 #include "ui/scale.h"
 #include "ui/work_area.h"
 
@@ -411,6 +414,20 @@ TEST(OnScreenContact, LiesInTheMiddle)
         const RECT area = WorkArea();
         EXPECT_LE(std::abs((window.left - area.left) - (area.right - window.right)), 1);
         EXPECT_LE(std::abs((window.top - area.top) - (area.bottom - window.bottom)), 1);
+        EndDialog(dialog, 0);
+    });
+}
+
+TEST_F(ContactDialogTest, EverythingIsWithinReachAtAnotherResolutionWhileOpen)
+{
+    OpenContact([](HWND dialog) {
+        const ScopedWorkArea area(dialog, {0, 0, Scale(640), Scale(240)});
+        TellDialogResolution(dialog, 2);
+        EXPECT_TRUE(HasBar(dialog, SB_VERT));
+        EXPECT_TRUE(HasBar(dialog, SB_HORZ));
+        DialogWindow(dialog).ExpectInReach();
+        TellDialogResolution(dialog, 1, 2);
+        DialogWindow(dialog).ExpectInReach();
         EndDialog(dialog, 0);
     });
 }

@@ -7,6 +7,7 @@
 #include "support/locale_setting.h"
 #include "support/resolution.h"
 #include "support/selection_log.h"
+#include "support/work_area_setting.h"
 #include "ui/scale.h"
 #include "ui/work_area.h"
 #include "util/date_text.h"
@@ -414,19 +415,14 @@ TEST_F(EntryEditorTest, AChangedWorkAreaIsFilledAnew)
     const RECT before = WorkArea();
     RunNew([&](EditorWindow& editor) {
         const RECT body = editor.Rect(IDC_BODY);
-        RECT smaller{before.left, before.top + 40, before.right - 60, before.bottom};
-        SystemParametersInfoW(SPI_SETWORKAREA, 0, &smaller, 0);
-        const RECT now = WorkArea();
-        EXPECT_TRUE(EqualRect(&now, &smaller));
-        SendMessageW(editor.Window(), WM_SETTINGCHANGE, SPI_SETWORKAREA, 0);
+        const RECT smaller{before.left, before.top + 40, before.right - 60, before.bottom};
+        const ScopedWorkArea area(editor.Window(), smaller);
         RECT window{};
         GetWindowRect(editor.Window(), &window);
         EXPECT_TRUE(EqualRect(&window, &smaller));
         EXPECT_EQ(Width(editor.Rect(IDC_BODY)), Width(body) - 60);
         EXPECT_LT(Height(editor.Rect(IDC_BODY)), Height(body));
     });
-    RECT restored = before;
-    SystemParametersInfoW(SPI_SETWORKAREA, 0, &restored, 0);
 }
 
 // The fonts of a dialog and of its controls are the dialog manager's, which does nothing of it under Wine.

@@ -7,6 +7,7 @@
 #include "support/locked_store.h"
 #include "support/settings_log.h"
 #include "support/thread_hook.h"
+#include "support/work_area_setting.h"
 #include "ui/scale.h"
 #include "ui/work_area.h"
 
@@ -248,29 +249,17 @@ TEST_F(EntryEditorViewsTest, ASettingsChangeMakesRoomForTheLineBelowAList)
     }
 }
 
-// Another work area, which ends with this.
-class SmallerWorkArea {
-  public:
-    explicit SmallerWorkArea(EditorWindow& editor, int narrower, int lower)
-    {
-        Set({m_before.left, m_before.top + lower, m_before.right - narrower, m_before.bottom});
-        SendMessageW(editor.Window(), WM_SETTINGCHANGE, SPI_SETWORKAREA, 0);
-    }
-    ~SmallerWorkArea() { Set(m_before); }
-    SmallerWorkArea(const SmallerWorkArea&) = delete;
-    SmallerWorkArea& operator=(const SmallerWorkArea&) = delete;
-
-  private:
-    static void Set(RECT area) { SystemParametersInfoW(SPI_SETWORKAREA, 0, &area, 0); }
-
-    const RECT m_before = WorkArea();
-};
+RECT SmallerArea(int narrower, int lower)
+{
+    const RECT area = WorkArea();
+    return {area.left, area.top + lower, area.right - narrower, area.bottom};
+}
 
 TEST_F(EntryEditorViewsTest, AChangedWorkAreaMovesTheListWithTheBody)
 {
     RunNewIn(1055, [&](EditorWindow& editor) {
         const RECT before = editor.Rect(IDC_CONTACT_LIST);
-        const SmallerWorkArea area(editor, 60, 40);
+        const ScopedWorkArea area(editor.Window(), SmallerArea(60, 40));
         ExpectSameRect(editor.Rect(IDC_CONTACT_LIST), editor.Rect(IDC_BODY));
         EXPECT_LT(editor.Rect(IDC_CONTACT_LIST).right, before.right);
         ExpectView(editor, 1055);
@@ -281,7 +270,7 @@ TEST_F(EntryEditorViewsTest, AListBelowTheWindowsEdgeScrollsIntoSightWithTheFocu
 {
     const int low = static_cast<int>(WorkArea().bottom - WorkArea().top) - Scale(90);
     RunNewIn(1051, [&](EditorWindow& editor) {
-        const SmallerWorkArea area(editor, 0, low);
+        const ScopedWorkArea area(editor.Window(), SmallerArea(0, low));
         editor.Focus(IDC_START_DATE);
         RECT client{};
         GetClientRect(editor.Window(), &client);

@@ -9,8 +9,10 @@
 
 #include "app/journal_app.h"
 #include "support/dialog_window.h"
+#include "support/resolution.h"
 #include "support/test_windows.h"
 #include "support/test_store.h"
+#include "support/work_area_setting.h"
 #include "ui/scale.h"
 #include "util/clock.h"
 
@@ -490,6 +492,17 @@ TEST_F(FindDialogTest, EveryControlIsInReachOnTheScreen)
         const RECT place = dialog.RectOf(Picker(dialog));
         IntersectRect(&seen, &place, &inside);
         EXPECT_TRUE(EqualRect(&seen, &place));
+    });
+}
+
+TEST_F(FindDialogTest, EveryControlIsInReachAtAnotherResolutionWhileOpen)
+{
+    Run([](const DialogWindow& dialog) {
+        const ScopedWorkArea area(dialog.Window(), {0, 0, Scale(300), Scale(160)});
+        TellDialogResolution(dialog.Window(), 2);
+        dialog.ExpectInReach();
+        TellDialogResolution(dialog.Window(), 1, 2);
+        dialog.ExpectInReach();
     });
 }
 

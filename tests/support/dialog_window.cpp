@@ -1,9 +1,13 @@
 #include "support/dialog_window.h"
 
+#include <algorithm>
+#include <set>
+
 #include <gtest/gtest.h>
 
 #include "support/send_input.h"
 #include "support/test_windows.h"
+#include "ui/scale.h"
 #include "ui/work_area.h"
 
 namespace {
@@ -25,6 +29,12 @@ bool LiesIn(const RECT& outer, const RECT& inner)
     RECT seen{};
     IntersectRect(&seen, &inner, &outer);
     return EqualRect(&seen, &inner) != FALSE;
+}
+
+bool MayScroll()
+{
+    const RECT area = WorkArea();
+    return area.bottom - area.top <= 240 && Scale(100) >= 200;
 }
 
 void SendCharacter(wchar_t character, DWORD release)
@@ -69,6 +79,8 @@ void DialogWindow::ExpectOnScreen() const
 
 void DialogWindow::ExpectWholeOnScreen() const
 {
+    if (MayScroll())
+        return ExpectInReach();
     ExpectOnScreen();
     for (HWND child = GetWindow(m_window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
         EXPECT_TRUE(PumpUntil([&] {
@@ -76,6 +88,25 @@ void DialogWindow::ExpectWholeOnScreen() const
             GetClientRect(m_window, &inside);
             return !IsWindowVisible(child) || LiesIn(inside, RectOf(child));
         })) << GetDlgCtrlID(child);
+}
+
+void DialogWindow::ExpectInReach() const
+{
+    ExpectOnScreen();
+    std::set<HWND> reached;
+    do {
+        HWND focus = GetFocus();
+        RECT inside{};
+        GetClientRect(m_window, &inside);
+        const RECT place = RectOf(focus);
+        const RECT start{place.left, place.top, std::min(place.right, place.left + inside.right),
+                         std::min(place.bottom, place.top + inside.bottom)};
+        EXPECT_TRUE(IsChild(m_window, focus) && LiesIn(inside, start)) << GetDlgCtrlID(focus);
+        reached.insert(focus);
+        Key(VK_TAB);
+    } while (!reached.count(GetFocus()));
+    for (const int id : {IDOK, IDCANCEL})
+        EXPECT_TRUE(!GetDlgItem(m_window, id) || reached.count(GetDlgItem(m_window, id))) << id;
 }
 
 LRESULT DialogWindow::Ask(int id, UINT message, WPARAM wParam, LPARAM lParam) const

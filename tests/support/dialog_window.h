@@ -19,8 +19,12 @@ class DialogWindow {
     RECT RectOf(HWND control) const; // in the dialog's client area
     // The dialog lies on the screen, once a window manager has given it its place and size.
     void ExpectOnScreen() const;
-    // And all that it shows lies in it.
+    // And all that it shows lies in it. With everything twice as large on the handheld's screen it may
+    // scroll.
     void ExpectWholeOnScreen() const;
+    // And the tab key goes round its controls, OK and Cancel among them, each seen, from
+    // its start and as far as there is room, when it has the keyboard.
+    void ExpectInReach() const;
     LRESULT Ask(int id, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
 
     void Command(int command, WORD code = 0) const; // as the control or menu item would send it
