@@ -10,6 +10,7 @@
 #include "res/resource.h"
 #include "ui/dialog.h"
 #include "ui/launch.h"
+#include "ui/scale.h"
 #include "ui/scoped.h"
 #include "ui/work_area.h"
 
@@ -18,6 +19,7 @@ namespace {
 constexpr const wchar_t* kHeaderName = L"WriteHeader"; // in Settings; header or labels
 constexpr DWORD kHeaderDefault = 1;
 constexpr ULONGLONG kShowPeriod = 100; // milliseconds
+constexpr int kWideLayout = 414;       // pixels at 96 dpi that it takes in its font
 
 class ExportDialog : public Dialog {
   public:
@@ -230,11 +232,12 @@ void ExportDialog::TellCount(uint32_t count)
 
 void RunExportDialog(HWND owner, const std::wstring& path, ExportFormat format, const ExportSource& source)
 {
-    const int id = UsesWideLayout(WorkAreaAt(owner)) ? IDD_EXPORT_WIDE : IDD_EXPORT_TALL;
+    const int id = UsesWideLayout(WorkAreaAt(owner), DpiOf(owner)) ? IDD_EXPORT_WIDE : IDD_EXPORT_TALL;
     ExportDialog(path, format, source).DoModal(GetModuleHandleW(nullptr), id, owner);
 }
 
-bool UsesWideLayout(const RECT& workArea)
+bool UsesWideLayout(const RECT& workArea, int dpi)
 {
-    return workArea.right - workArea.left > workArea.bottom - workArea.top;
+    const LONG width = workArea.right - workArea.left;
+    return width > workArea.bottom - workArea.top && width >= ScaleForDpi(kWideLayout, dpi);
 }

@@ -19,5 +19,5 @@ struct ExportSource {
 // Returns when the dialog has closed.
 void RunExportDialog(HWND owner, const std::wstring& path, ExportFormat format, const ExportSource& source);
 
-// Whether the dialog has its wide layout in such a work area.
-bool UsesWideLayout(const RECT& workArea);
+// Whether the dialog has its wide layout in such a work area, at this resolution.
+bool UsesWideLayout(const RECT& workArea, int dpi);

@@ -2,6 +2,7 @@
 
 #include "export/export_window.h"
 #include "support/help_requests.h"
+#include "ui/scale.h"
 #include "ui/work_area.h"
 
 namespace {
@@ -124,7 +125,7 @@ TEST_F(ExportDialogTest, TheKeyboardAloneDoesIt)
     m_selection.Append(one);
     const MessageBoxAnswerer answerer;
     Run(ExportFormat::CommaSeparated, [](ExportWindow& dialog) {
-        EXPECT_TRUE(dialog.HasFocus(UsesWideLayout(WorkArea()) ? kFields : kAll));
+        EXPECT_TRUE(dialog.HasFocus(UsesWideLayout(WorkArea(), SystemDpi()) ? kFields : kAll));
         dialog.AltKey('S');
         EXPECT_TRUE(dialog.IsOn(kSelected));
         dialog.AltKey('E');
@@ -349,11 +350,19 @@ INSTANTIATE_TEST_SUITE_P(Both, ExportLayout, testing::Values(144, 145));
 
 TEST(ExportLayouts, TheWideOneIsForAWorkAreaWiderThanTall)
 {
-    EXPECT_TRUE(UsesWideLayout({0, 0, 641, 640}));
-    EXPECT_FALSE(UsesWideLayout({0, 0, 640, 640}));
-    EXPECT_FALSE(UsesWideLayout({0, 0, 240, 320}));
-    EXPECT_TRUE(UsesWideLayout({0, 1000, 800, 1600}));
-    EXPECT_FALSE(UsesWideLayout({1000, 0, 1400, 600}));
+    EXPECT_TRUE(UsesWideLayout({0, 0, 641, 640}, 96));
+    EXPECT_FALSE(UsesWideLayout({0, 0, 640, 640}, 96));
+    EXPECT_FALSE(UsesWideLayout({0, 0, 240, 320}, 96));
+    EXPECT_TRUE(UsesWideLayout({0, 1000, 800, 1600}, 96));
+    EXPECT_FALSE(UsesWideLayout({1000, 0, 1400, 600}, 96));
+}
+
+// 276 dialog units are 828 pixels at 192 dpi.
+TEST(ExportLayouts, TheTallOneIsForAWorkAreaThatTheWideOneDoesNotFit)
+{
+    EXPECT_TRUE(UsesWideLayout({0, 0, 640, 240}, 144));
+    EXPECT_FALSE(UsesWideLayout({0, 0, 800, 600}, 192));
+    EXPECT_TRUE(UsesWideLayout({0, 0, 828, 600}, 192));
 }
 
 } // namespace
