@@ -114,16 +114,15 @@
 #define IDC_ABOUT_BUILD 1102 /* empty in the template: the program writes the build text */
 #define IDC_ABOUT_NOTICE 1103
 
-/* The bitmaps at double size, for 144 dpi and more: the number of the bitmap plus 1000, images in the same
-   order, 24 px for 12 and 32 px for 16, the same mask colour. */
-#define IDB_DOUBLE_SIZE 1000
-#define IDB_EDITOR_BAR_2X 1201
-#define IDB_LIST_IMAGES_2X 1210
-#define IDB_HEADER_IMAGES_2X 1211
-#define IDB_BANDS_2X 1212
-#define IDB_FILTER_2X 1213
-#define IDB_NEW_ENTRY_2X 1214
-#define IDB_EDIT_ENTRY_2X 1215
+/* The bitmaps at other resolutions: the number of the bitmap plus one of these, images in the same order,
+   larger in proportion, the same mask colour. */
+#define IDB_AT_192_DPI 1000
+#define IDB_AT_120_DPI 2000
+#define IDB_AT_144_DPI 3000
+#define IDB_AT_240_DPI 4000
+#define IDB_AT_288_DPI 5000
+/* Cut, copy, paste, delete and find; at 96 dpi the system has them. */
+#define IDB_STANDARD 216
 
 /* Quick Subjects (template 106) */
 #define IDD_QUICK_SUBJECTS 106

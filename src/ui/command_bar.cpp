@@ -63,12 +63,9 @@ std::vector<ButtonExtent> ButtonExtents(HWND bar)
 // As large as the bar's images are.
 Pixels LoadBarImages(HWND bar, HINSTANCE instance, int bitmapId)
 {
-    const int side = Scale(bar, kStandardImageSide);
     if (instance != HINST_COMMCTRL)
         return LoadStrip(instance, bitmapId, kStandardImageSide, kImageMask, DpiOf(bar));
-    if (bitmapId != IDB_STD_SMALL_COLOR)
-        return {};
-    return ScaleStrip(LoadStandardImages(), kStandardImageSide, side, side);
+    return bitmapId == IDB_STD_SMALL_COLOR ? LoadStandardImages(DpiOf(bar)) : Pixels{};
 }
 
 } // namespace

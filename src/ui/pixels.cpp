@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "res/resource.h"
 #include "ui/scale.h"
 #include "util/owners.h"
 
@@ -11,7 +12,17 @@ constexpr int kMaxSide = 16'384;
 constexpr uint32_t kColorBits = 0x00FFFFFF;
 constexpr uint32_t kOpaque = 0xFF000000;
 constexpr uint32_t kHalfAlpha = 128;
-constexpr int kDoubleSizeFrom = 144; // dpi
+
+// The resolutions that bitmaps are drawn for, and what is added to the bitmap's number there.
+struct Drawing {
+    int dpi;
+    int idOffset;
+};
+constexpr Drawing kGiven{96, 0};
+constexpr Drawing kDouble{192, IDB_AT_192_DPI};
+constexpr int kDoubleFrom = 144; // dpi
+constexpr Drawing kFinestFirst[] = {{288, IDB_AT_288_DPI}, {240, IDB_AT_240_DPI}, kDouble,
+                                    {144, IDB_AT_144_DPI}, {120, IDB_AT_120_DPI}, kGiven};
 
 BITMAPINFO DescribeRows(int width, int height)
 {
@@ -161,15 +172,19 @@ Pixels ScaleStrip(const Pixels& strip, int width, int newWidth, int newHeight)
 
 Pixels LoadStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask, int dpi)
 {
-    Pixels strip;
-    int scale = 1;
-    if (dpi >= kDoubleSizeFrom) {
-        strip = LoadPixels(instance, bitmapId + kDoubleSizeOffset, mask);
-        scale = strip.IsEmpty() ? 1 : 2;
-    }
-    if (strip.IsEmpty())
-        strip = LoadPixels(instance, bitmapId, mask);
-    return ScaleStrip(strip, scale * width, ScaleForDpi(width, dpi), ScaleForDpi(strip.height / scale, dpi));
+    const auto load = [&](const Drawing& drawing) {
+        const Pixels strip = LoadPixels(instance, bitmapId + drawing.idOffset, mask);
+        return ScaleStrip(strip, ScaleForDpi(width, drawing.dpi), ScaleForDpi(width, dpi),
+                          MulDiv(strip.height, dpi, drawing.dpi));
+    };
+    for (const Drawing& drawing : kFinestFirst)
+        if (dpi % drawing.dpi == 0)
+            if (Pixels strip = load(drawing); !strip.IsEmpty())
+                return strip;
+    if (dpi >= kDoubleFrom)
+        if (Pixels strip = load(kDouble); !strip.IsEmpty())
+            return strip;
+    return load(kGiven);
 }
 
 Pixels Greyed(const Pixels& pixels)

@@ -44,9 +44,9 @@ Pixels Greyed(const Pixels& pixels);
 Pixels CutLeft(const Pixels& pixels, int width);
 
 // The images of a bitmap resource, each width wide at 96 dpi and as high as the bitmap, at another
-// resolution. From 144 dpi on the images of bitmapId + kDoubleSizeOffset are taken where that is there: the
-// same, drawn at twice the size. Empty when the bitmap is missing.
-constexpr int kDoubleSizeOffset = 1000;
+// resolution: as they are drawn for it, or for one of which it is a whole multiple (see resource.h). Where
+// none is there they are averaged: from 144 dpi on from those at 192 dpi, below and without these from the
+// bitmap's own. Empty when the bitmap is missing.
 Pixels LoadStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask, int dpi);
 
 // An image list for images of this size with transparency; the caller owns it. Null on failure.

@@ -1,9 +1,16 @@
 #include "ui/standard_images.h"
 
+#include <iterator>
+
+#include "res/resource.h"
 #include "ui/canvas.h"
+#include "ui/image_list.h"
+#include "ui/scale.h"
 #include "util/owners.h"
 
 namespace {
+
+constexpr int kOurs[] = {STD_CUT, STD_COPY, STD_PASTE, STD_DELETE, STD_FIND}; // in the order of IDB_STANDARD
 
 // The list's images side by side over a background.
 Pixels DrawImages(HIMAGELIST list, int count, COLORREF background)
@@ -44,10 +51,8 @@ Pixels ReadImages(HIMAGELIST list)
     return pixels;
 }
 
-} // namespace
-
 // Only a tool bar hands them out. It is never shown, so the display need not hear of it.
-Pixels LoadStandardImages()
+Pixels LoadSystemImages()
 {
     const UniqueWindow bar(CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE,
                                            nullptr, nullptr, nullptr));
@@ -56,4 +61,33 @@ Pixels LoadStandardImages()
     SendMessageW(bar.get(), TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     SendMessageW(bar.get(), TB_LOADIMAGES, IDB_STD_SMALL_COLOR, reinterpret_cast<LPARAM>(HINST_COMMCTRL));
     return ReadImages(reinterpret_cast<HIMAGELIST>(SendMessageW(bar.get(), TB_GETIMAGELIST, 0, 0)));
+}
+
+void CopyImage(const Pixels& from, int image, Pixels* to, int place)
+{
+    const int side = to->height;
+    for (int y = 0; y < side; ++y)
+        for (int x = 0; x < side; ++x)
+            to->Set(place * side + x, y, from.At(image * side + x, y));
+}
+
+void PutOursOver(Pixels* images, int dpi)
+{
+    const Pixels ours =
+        LoadStrip(GetModuleHandleW(nullptr), IDB_STANDARD, kStandardImageSide, kImageMask, dpi);
+    const int side = images->height;
+    if (ours.IsEmpty() || ours.height != side || images->width < (STD_PRINT + 1) * side)
+        return;
+    for (int i = 0; i < static_cast<int>(std::size(kOurs)); ++i)
+        CopyImage(ours, i, images, kOurs[i]);
+}
+
+} // namespace
+
+Pixels LoadStandardImages(int dpi)
+{
+    const int side = ScaleForDpi(kStandardImageSide, dpi);
+    Pixels images = ScaleStrip(LoadSystemImages(), kStandardImageSide, side, side);
+    PutOursOver(&images, dpi);
+    return images;
 }

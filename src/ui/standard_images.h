@@ -5,6 +5,7 @@
 
 constexpr int kStandardImageSide = 16; // at 96 dpi
 
-// The small standard images (IDB_STD_SMALL_COLOR) in their order as one strip, kStandardImageSide wide and
-// high each. Empty on failure.
-Pixels LoadStandardImages();
+// The standard images in their order (STD_CUT and on) as one strip at a resolution. The system has them for
+// 96 dpi. At others the five that the buttons show are drawn anew (IDB_STANDARD), the rest averaged. Empty on
+// failure.
+Pixels LoadStandardImages(int dpi);

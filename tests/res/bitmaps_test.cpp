@@ -3,13 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <vector>
 
 namespace {
 
 constexpr COLORREF kMask = RGB(0xC0, 0xC0, 0xC0);
-constexpr int kDoubleSize = 1000;
+// What is added to a bitmap's number, and its images' size in quarters of the given one.
+constexpr std::pair<int, int> kSizes[] = {{0, 4}, {2000, 5}, {3000, 6}, {1000, 8}, {4000, 10}, {5000, 12}};
 
 struct Strip {
     int id;
@@ -65,9 +67,13 @@ class StripPixels {
 
 std::vector<Strip> AllStrips()
 {
-    std::vector<Strip> strips(std::begin(kStrips), std::end(kStrips));
+    std::vector<Strip> strips;
+    for (const auto& [added, quarters] : kSizes)
+        if (added)
+            strips.push_back({216 + added, 4 * quarters, 5}); // the system has them at the given size
     for (const Strip& strip : kStrips)
-        strips.push_back({strip.id + kDoubleSize, 2 * strip.imageSize, strip.count});
+        for (const auto& [added, quarters] : kSizes)
+            strips.push_back({strip.id + added, strip.imageSize * quarters / 4, strip.count});
     return strips;
 }
 
@@ -76,15 +82,15 @@ bool IsBlank(const Image& image)
     return std::set<COLORREF>(image.begin(), image.end()) == std::set<COLORREF>{kMask};
 }
 
-// How many of a small image's pixels are found at the same place of an image of double size.
-int Agreement(const Image& small, const Image& large, int size)
+// How much of a small image is found at the same place of a larger one, as a share.
+double Agreement(const Image& small, const Image& large, int size, int largeSize)
 {
     int count = 0;
-    for (int y = 0; y < 2 * size; ++y)
-        for (int x = 0; x < 2 * size; ++x)
-            count += large[static_cast<size_t>(y * 2 * size + x)] ==
-                     small[static_cast<size_t>(y / 2 * size + x / 2)];
-    return count;
+    for (int y = 0; y < largeSize; ++y)
+        for (int x = 0; x < largeSize; ++x)
+            count += large[static_cast<size_t>(y * largeSize + x)] ==
+                     small[static_cast<size_t>(y * size / largeSize * size + x * size / largeSize)];
+    return count / static_cast<double>(largeSize * largeSize);
 }
 
 TEST(Bitmaps, HaveTheirSizesAndAllTheirColours)
@@ -114,9 +120,24 @@ TEST(Bitmaps, LeaveTheMaskColourAroundEveryImage)
             EXPECT_TRUE(std::set<COLORREF>(image.begin(), image.end()).contains(kMask)) << strip.id;
 }
 
+// None is mixed from two, as where an image is averaged.
+TEST(Bitmaps, HaveTheSameColoursAtEverySize)
+{
+    std::set<COLORREF> given;
+    for (const Strip& strip : kStrips)
+        for (const Image& image : StripPixels(strip.id).ReadAll())
+            given.insert(image.begin(), image.end());
+    for (const Strip& strip : AllStrips())
+        for (const Image& image : StripPixels(strip.id).ReadAll())
+            for (const COLORREF color : image)
+                ASSERT_TRUE(given.contains(color)) << strip.id << ", " << color;
+}
+
 TEST(Bitmaps, AreBlankOnlyWhereNothingIsToBeSeen)
 {
-    const std::set<std::pair<int, size_t>> blanks = {{210, 3}, {211, 0}, {1210, 3}, {1211, 0}};
+    std::set<std::pair<int, size_t>> blanks;
+    for (const auto& [added, quarters] : kSizes)
+        blanks.insert({{210 + added, 3}, {211 + added, 0}});
     for (const Strip& strip : AllStrips()) {
         const std::vector<Image> images = StripPixels(strip.id).ReadAll();
         for (size_t i = 0; i < images.size(); ++i)
@@ -134,51 +155,56 @@ TEST(Bitmaps, ShowNoImageTwice)
 
 TEST(Bitmaps, ShowThePrioritiesAlikeInTheEditorAndInTheList)
 {
-    for (const int first : {0, kDoubleSize}) {
-        const StripPixels editor(201 + first);
-        const StripPixels list(210 + first);
+    for (const auto& [added, quarters] : kSizes) {
+        const StripPixels editor(201 + added);
+        const StripPixels list(210 + added);
         for (int priority = 0; priority < 3; ++priority)
-            EXPECT_EQ(editor.Read(7 + priority), list.Read(priority));
+            EXPECT_EQ(editor.Read(7 + priority), list.Read(priority)) << added;
     }
 }
 
 TEST(Bitmaps, PointTheSortMarksUpAndDown)
 {
-    const StripPixels header(211);
-    const Image ascending = header.Read(1);
-    // Upwards: the first row that is not empty is the shortest.
-    const auto marked = [&ascending](int row) {
-        int count = 0;
-        for (int x = 0; x < 12; ++x)
-            count += ascending[static_cast<size_t>(row * 12 + x)] != kMask;
-        return count;
-    };
-    int top = 0;
-    while (marked(top) == 0)
-        ++top;
-    EXPECT_LT(marked(top), marked(top + 1));
+    for (const auto& [added, quarters] : kSizes) {
+        const StripPixels header(211 + added);
+        const auto size = static_cast<ptrdiff_t>(3 * quarters);
+        const Image ascending = header.Read(1);
+        // Upwards: the first row that is not empty is the shortest.
+        const auto marked = [&](ptrdiff_t row) {
+            return size -
+                   std::count(ascending.begin() + row * size, ascending.begin() + (row + 1) * size, kMask);
+        };
+        ptrdiff_t top = 0;
+        while (marked(top) == 0)
+            ++top;
+        EXPECT_LT(marked(top), marked(top + quarters / 4)) << added;
 
-    Image turned;
-    for (size_t row = 12; row-- > 0;)
-        turned.insert(turned.end(), ascending.begin() + static_cast<ptrdiff_t>(row * 12),
-                      ascending.begin() + static_cast<ptrdiff_t>(row * 12 + 12));
-    EXPECT_EQ(header.Read(2), turned);
+        Image turned;
+        for (ptrdiff_t row = size; row-- > 0;)
+            turned.insert(turned.end(), ascending.begin() + row * size, ascending.begin() + (row + 1) * size);
+        EXPECT_EQ(header.Read(2), turned) << added;
+    }
 }
 
-TEST(Bitmaps, KeepTheirOrderAtDoubleSize)
+// Which of the larger images is most like the small one.
+size_t MostAlike(const Image& small, const std::vector<Image>& larger, int size, int largeSize)
 {
-    for (const Strip& strip : kStrips) {
-        const std::vector<Image> small = StripPixels(strip.id).ReadAll();
-        const std::vector<Image> large = StripPixels(strip.id + kDoubleSize).ReadAll();
-        for (size_t i = 0; i < small.size(); ++i) {
-            size_t best = 0;
-            for (size_t k = 1; k < large.size(); ++k)
-                if (Agreement(small[i], large[k], strip.imageSize) >
-                    Agreement(small[i], large[best], strip.imageSize))
-                    best = k;
-            EXPECT_EQ(best, i) << strip.id;
+    const auto less = [&](const Image& one, const Image& other) {
+        return Agreement(small, one, size, largeSize) < Agreement(small, other, size, largeSize);
+    };
+    return static_cast<size_t>(std::max_element(larger.begin(), larger.end(), less) - larger.begin());
+}
+
+TEST(Bitmaps, KeepTheirOrderAtEverySize)
+{
+    for (const Strip& strip : kStrips)
+        for (const auto& [added, quarters] : kSizes) {
+            const std::vector<Image> small = StripPixels(strip.id).ReadAll();
+            const std::vector<Image> larger = StripPixels(strip.id + added).ReadAll();
+            for (size_t i = 0; i < small.size(); ++i)
+                EXPECT_EQ(MostAlike(small[i], larger, strip.imageSize, strip.imageSize * quarters / 4), i)
+                    << strip.id + added;
         }
-    }
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "ui/image_list.h"
 #include "ui/standard_images.h"
 #include "ui/ui_test_resource.h"
 #include "util/owners.h"
@@ -137,9 +138,56 @@ TEST(Pixels, CutLeftKeepsTheLeftmostColumns)
     EXPECT_EQ(cut.argb, (std::vector<uint32_t>{kRed, kGreen, kBlue, kRed}));
 }
 
+// Each size has its own drawing: nothing is averaged, so that every pixel has a colour that was drawn, or
+// none.
+TEST(Pixels, ImagesAreDrawnForEveryUsualResolution)
+{
+    const std::pair<int, int> strips[] = {{201, 12}, {210, 12}, {211, 12}, {212, 16},
+                                          {213, 16}, {214, 16}, {215, 16}};
+    const std::pair<int, int> drawings[] = {{96, 0},     {120, 2000}, {144, 3000},
+                                            {192, 1000}, {240, 4000}, {288, 5000}};
+    for (const auto& [id, width] : strips)
+        for (const auto& [dpi, offset] : drawings) {
+            const Pixels drawn = LoadPixels(Instance(), id + offset, kImageMask);
+            EXPECT_EQ(drawn.height, width * dpi / 96) << id << " at " << dpi;
+            EXPECT_EQ(LoadStrip(Instance(), id, width, kImageMask, dpi).argb, drawn.argb)
+                << id << " at " << dpi;
+        }
+    // At whole multiples each pixel becomes a square.
+    EXPECT_EQ(LoadStrip(Instance(), 214, 16, kImageMask, 384).argb,
+              ScaleStrip(LoadPixels(Instance(), 1214, kImageMask), 32, 64, 64).argb);
+    EXPECT_EQ(LoadStrip(Instance(), 214, 16, kImageMask, 360).argb,
+              ScaleStrip(LoadPixels(Instance(), 2214, kImageMask), 20, 60, 60).argb);
+}
+
+// One image of a strip.
+std::vector<uint32_t> ImageAt(const Pixels& strip, int index)
+{
+    std::vector<uint32_t> image;
+    for (int y = 0; y < strip.height; ++y)
+        for (int x = 0; x < strip.height; ++x)
+            image.push_back(strip.At(index * strip.height + x, y));
+    return image;
+}
+
+// At 96 dpi the system's, which would be blurred at any other.
+TEST(Pixels, StandardImagesOfTheButtonsAreDrawnForEveryUsualResolution)
+{
+    const std::pair<int, int> shown[] = {
+        {STD_CUT, 0}, {STD_COPY, 1}, {STD_PASTE, 2}, {STD_DELETE, 3}, {STD_FIND, 4}};
+    for (const auto& [dpi, bitmap] : std::initializer_list<std::pair<int, int>>{
+             {120, 2216}, {144, 3216}, {192, 1216}, {240, 4216}, {288, 5216}}) {
+        const Pixels images = LoadStandardImages(dpi), drawn = LoadPixels(Instance(), bitmap, kImageMask);
+        ASSERT_EQ(images.height, dpi / 6);
+        ASSERT_EQ(drawn.width, 5 * images.height);
+        for (const auto& [image, place] : shown)
+            EXPECT_EQ(ImageAt(images, image), ImageAt(drawn, place)) << dpi << ", " << image;
+    }
+}
+
 TEST(Pixels, SystemHasItsStandardImages)
 {
-    const Pixels images = LoadStandardImages();
+    const Pixels images = LoadStandardImages(96);
     ASSERT_EQ(images.height, kStandardImageSide);
     ASSERT_GE(images.width, (STD_PRINT + 1) * kStandardImageSide);
     for (const int image : {STD_CUT, STD_COPY, STD_PASTE, STD_DELETE, STD_FIND}) {

@@ -12,6 +12,9 @@ from files import bmp, ico
 from grid import read_palette, strip
 from icon import ICON_SIZES, draw_icon
 
+# What the names of a bitmap's other sizes end in, and how many quarters of the first they have.
+SIZES = {"": 4, "_125": 5, "_150": 6, "_2x": 8, "_250": 10, "_300": 12}
+
 # Bitmap: size of its images in pixels at 96 dpi, and the images in the order of their indexes.
 STRIPS = {
     "editor_bar": (12, ["edit_categories", "assign_categories", "assign_contacts", "timer", "time_stamp",
@@ -25,6 +28,7 @@ STRIPS = {
     "filter": (16, ["filter"]),
     "new_entry": (16, ["new_entry"]),
     "edit_entry": (16, ["edit_entry"]),
+    "standard": (16, ["cut", "copy", "paste", "delete", "find"]),  # the system's take their place at 96 dpi
 }
 
 
@@ -33,8 +37,8 @@ def main():
     folder.mkdir(parents=True, exist_ok=True)
     palette = read_palette()
     for bitmap, (size, names) in STRIPS.items():
-        (folder / f"{bitmap}.bmp").write_bytes(bmp(strip(names, size), palette))
-        (folder / f"{bitmap}_2x.bmp").write_bytes(bmp(strip(names, 2 * size), palette))
+        for ending, quarters in SIZES.items():
+            (folder / f"{bitmap}{ending}.bmp").write_bytes(bmp(strip(names, size * quarters // 4), palette))
     (folder / "addrbook.ico").write_bytes(ico([draw_address_book(size) for size in ICON_SIZES]))
     (folder / "journal.ico").write_bytes(ico([draw_icon(size) for size in ICON_SIZES]))
 
