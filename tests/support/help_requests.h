@@ -18,15 +18,17 @@ class HelpRequests {
     HelpRequests()
     {
         s_asked.clear();
-        GetCurrentDirectoryW(MAX_PATH, m_before);
+        m_before.resize(GetEnvironmentVariableW(L"PATH", nullptr, 0));
+        m_before.resize(
+            GetEnvironmentVariableW(L"PATH", m_before.data(), static_cast<DWORD>(m_before.size())));
         m_folder = TemporaryName(L"viewer");
         EXPECT_TRUE(CreateDirectoryW(m_folder.c_str(), nullptr));
         EXPECT_TRUE(WriteFileBytes(m_folder + L"\\PegHelp.exe", "no program"));
-        EXPECT_TRUE(SetCurrentDirectoryW(m_folder.c_str()));
+        EXPECT_TRUE(SetEnvironmentVariableW(L"PATH", m_folder.c_str()));
     }
     ~HelpRequests()
     {
-        SetCurrentDirectoryW(m_before);
+        SetEnvironmentVariableW(L"PATH", m_before.c_str());
         DeleteFileW((m_folder + L"\\PegHelp.exe").c_str());
         RemoveDirectoryW(m_folder.c_str());
     }
@@ -42,7 +44,7 @@ class HelpRequests {
     }
 
     static inline std::vector<std::wstring> s_asked;
-    wchar_t m_before[MAX_PATH] = L"";
+    std::wstring m_before; // the search path
     std::wstring m_folder;
     const ImportWatch<decltype(&CreateProcessW)> m_watch{&__imp_CreateProcessW, Take};
 };
