@@ -38,7 +38,6 @@ constexpr WPARAM kChangeWorkEnded = 15; // bulk work ended; lParam 0: rebuild
 
 class CeDBase {
   public:
-    virtual ~CeDBase();
     CeDBase(const CeDBase&) = delete;
     CeDBase& operator=(const CeDBase&) = delete;
 
@@ -96,6 +95,9 @@ class CeDBase {
     // CEDB_PROPDELETE are removed. Returns the identifier written; 0 on failure (no such record, an unknown
     // property, the disk is full, the store is read-only or locked past the busy time-out).
     [[nodiscard]] virtual CEOID WriteRecord(CEOID id, WORD count, const CEPROPVAL* properties);
+
+    // Closes it. The virtual operations stand in the order of their slots, which this one follows.
+    virtual ~CeDBase();
 
     // Rows of the current order, from 0: of all records, under a row filter those that pass before all
     // others. SeekRow makes the record of a row the current one and returns its identifier, 0 when there is

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "records.h"
+#include "support/slot_of.h"
 #include "support/test_store.h"
 
 namespace {
@@ -35,6 +36,17 @@ Sent FullEntry()
 
 const std::vector<CEPROPID> kAll{kDate,     kSubject,     kBody,    kCategories, kType,    kKind,
                                  kPriority, kSensitivity, kEndTime, kDuration,   kContacts};
+
+TEST(CeDBase, OperationsAreInTheirOrder)
+{
+    const size_t slots[] = {SlotOf(&CeDBase::Close),           SlotOf(&CeDBase::SetSort),
+                            SlotOf(&CeDBase::GetSort),         SlotOf(&CeDBase::SeekRecord),
+                            SlotOf(&CeDBase::SeekFirstRecord), SlotOf(&CeDBase::SeekNextRecord),
+                            SlotOf(&CeDBase::DeleteRecord),    SlotOf(&CeDBase::RecordCount),
+                            SlotOf(&CeDBase::ReadRecord),      SlotOf(&CeDBase::WriteRecord)};
+    for (size_t i = 0; i < sizeof slots / sizeof slots[0]; ++i)
+        EXPECT_EQ(slots[i], i);
+}
 
 TEST_F(Records, ComeBackWithAllPropertiesInAscendingNumber)
 {

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "support/resolution.h"
+#include "support/slot_of.h"
 #include "support/test_windows.h"
 #include "ui/dialog_fixture.h"
 #include "ui/scale.h"
@@ -40,15 +41,6 @@ int IconSize(HWND window, WPARAM which)
     BITMAP description{};
     GetObjectW(color.get(), sizeof description, &description);
     return static_cast<int>(description.bmWidth);
-}
-
-// The place of a virtual operation in the table of its class.
-template <typename Operation> size_t SlotOf(Operation operation)
-{
-    static_assert(sizeof operation >= sizeof(size_t));
-    size_t offset = 0;
-    memcpy(&offset, &operation, sizeof offset);
-    return (offset - 1) / sizeof(void*);
 }
 
 } // namespace
