@@ -10,17 +10,18 @@
 #include "mervane/z_stack.h"
 #include "util/time_count.h"
 
-constexpr CEPROPID kPropDate = 0x00650040; // also the start of the activity; local wall-clock time
-constexpr CEPROPID kPropSubject = 0x0066001F;
-constexpr CEPROPID kPropBody = 0x0067001F; // lines separated by CR LF
-constexpr CEPROPID kPropCategories = 0x00680041;
-constexpr CEPROPID kPropType = 0x0069001F;
-constexpr CEPROPID kPropKind = 0x006A0012; // always written as 3
-constexpr CEPROPID kPropPriority = 0x006B0002;
-constexpr CEPROPID kPropSensitivity = 0x006C0002;
-constexpr CEPROPID kPropEndTime = 0x006D0040;
-constexpr CEPROPID kPropDuration = 0x006E0040; // a span: the count of the length itself
-constexpr CEPROPID kPropContacts = 0x006F0041;
+// Also the start of the activity; local wall-clock time.
+constexpr CEPROPID kPropDate = MakePropertyId(101, CEVT_FILETIME);
+constexpr CEPROPID kPropSubject = MakePropertyId(102, CEVT_LPWSTR);
+constexpr CEPROPID kPropBody = MakePropertyId(103, CEVT_LPWSTR); // lines separated by CR LF
+constexpr CEPROPID kPropCategories = MakePropertyId(104, CEVT_BLOB);
+constexpr CEPROPID kPropType = MakePropertyId(105, CEVT_LPWSTR);
+constexpr CEPROPID kPropKind = MakePropertyId(106, CEVT_UI2); // always written as 3
+constexpr CEPROPID kPropPriority = MakePropertyId(107, CEVT_I2);
+constexpr CEPROPID kPropSensitivity = MakePropertyId(108, CEVT_I2);
+constexpr CEPROPID kPropEndTime = MakePropertyId(109, CEVT_FILETIME);
+constexpr CEPROPID kPropDuration = MakePropertyId(110, CEVT_FILETIME); // the count of the length itself
+constexpr CEPROPID kPropContacts = MakePropertyId(111, CEVT_BLOB);
 
 constexpr int kPropertyCount = 11;
 
