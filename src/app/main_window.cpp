@@ -78,8 +78,9 @@ HWND MainWindow::Create(HINSTANCE instance, StartTurn* turn)
 {
     m_instance = instance;
     m_turn = turn;
+    const WindowProcedure<MainWindow>::Creation creation(this);
     return CreateWindowExW(0, kMainWindowClass, kMainWindowTitle, WS_VISIBLE, CW_USEDEFAULT, CW_USEDEFAULT,
-                           CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, instance, this);
+                           CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, instance, nullptr);
 }
 
 void MainWindow::ShowFirst(int showCommand)

@@ -3,18 +3,33 @@
 
 #include <windows.h>
 
+#include <utility>
+
 #include "mervane/store_waiter.h"
 #include "mervane/window_metrics.h"
 
-// The creation parameter is the object. It has a member m_window, which this sets and clears, and OnMessage,
-// which gets all that comes from WM_NCCREATE on, but for what is put off (PutOffWhileWaiting); it makes this
-// class its friend.
+// The creation parameter is the object, or that of a Creation. It has a member m_window, which this sets and
+// clears, and OnMessage, which gets all that comes from WM_NCCREATE on, but for what is put off
+// (PutOffWhileWaiting); it makes this class its friend.
 template <typename Window> class WindowProcedure {
   public:
+    // While this lives, the first window that is created without a parameter is the object's.
+    class Creation {
+      public:
+        explicit Creation(Window* object) { s_created = object; }
+        ~Creation() { s_created = nullptr; }
+        Creation(const Creation&) = delete;
+        Creation& operator=(const Creation&) = delete;
+    };
+
     static LRESULT CALLBACK Run(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
     {
         if (message == WM_NCCREATE) {
             auto* created = static_cast<Window*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
+            if (!created)
+                created = std::exchange(s_created, nullptr);
+            if (!created)
+                return FALSE;
             created->m_window = window;
             SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
         }
@@ -34,4 +49,7 @@ template <typename Window> class WindowProcedure {
         }
         return result;
     }
+
+  private:
+    inline static Window* s_created = nullptr;
 };

@@ -21,6 +21,7 @@ struct CreationRequest {
     std::vector<int> place;
     HWND parent = nullptr;
     HMENU menu = nullptr;
+    LPVOID data = nullptr;
 } g_asked;
 
 DWORD g_controls = 0; // that the start asked for before its window
@@ -82,7 +83,7 @@ HWND WINAPI WatchCreation(DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD
 {
     if (wcscmp(className, L"Journal") == 0) {
         g_steps.push_back(L"window");
-        g_asked = {title, exStyle, style, {x, y, width, height}, parent, menu};
+        g_asked = {title, exStyle, style, {x, y, width, height}, parent, menu, data};
     } else if (IsMain(parent) && wcscmp(className, WC_LISTVIEWW) == 0) {
         g_steps.push_back(L"list");
         g_filterBeforeList = App().Filter().active;
@@ -176,7 +177,7 @@ TEST_F(OrderOfStart, AsksForListsDatesAndBands)
     EXPECT_EQ(g_controls, 0x0501u);
 }
 
-TEST_F(OrderOfStart, LeavesTheWindowsPlaceToTheSystem)
+TEST_F(OrderOfStart, AsksForABareWindowAndLeavesItsPlaceToTheSystem)
 {
     const StepWatch watch;
     ASSERT_EQ(Start(), 1);
@@ -186,6 +187,7 @@ TEST_F(OrderOfStart, LeavesTheWindowsPlaceToTheSystem)
     EXPECT_EQ(g_asked.place, std::vector<int>(4, CW_USEDEFAULT));
     EXPECT_EQ(g_asked.parent, nullptr);
     EXPECT_EQ(g_asked.menu, nullptr);
+    EXPECT_EQ(g_asked.data, nullptr);
 }
 
 // The user is not asked for a password by a program that cannot go on.
