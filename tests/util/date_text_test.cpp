@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "support/import_watch.h"
 #include "support/locale_setting.h"
 
 namespace {
@@ -108,6 +111,34 @@ TEST(WeekdayName, IsEmptyForWhatIsNoDate)
     EXPECT_EQ(WeekdayName({}), L"");
 }
 
+// What the system was asked for, in order.
+struct DateRequest {
+    LCID locale;
+    DWORD flags;
+    std::wstring picture;
+    int size;
+    friend bool operator==(const DateRequest&, const DateRequest&) = default;
+};
+std::vector<DateRequest> g_dates;
+decltype(&GetDateFormatW) g_formatDate = nullptr;
+
+int WINAPI NoteDate(LCID locale, DWORD flags, const SYSTEMTIME* date, LPCWSTR picture, LPWSTR text, int size)
+{
+    g_dates.push_back({locale, flags, picture ? picture : L"", size});
+    return g_formatDate(locale, flags, date, picture, text, size);
+}
+
+TEST(WeekdayName, IsAskedForInSixtyEightCharacters)
+{
+    g_dates.clear();
+    g_formatDate = __imp_GetDateFormatW;
+    {
+        const ImportWatch<decltype(&GetDateFormatW)> watch(&__imp_GetDateFormatW, NoteDate);
+        EXPECT_EQ(WeekdayName(kLeapDay), L"Thursday");
+    }
+    EXPECT_EQ(g_dates, (std::vector<DateRequest>{{LOCALE_USER_DEFAULT, 0, L"dddd", 68}}));
+}
+
 TEST(TimePickerFormat, AllCombinations)
 {
     struct Case {
@@ -150,6 +181,28 @@ TEST(ReadTimePickerLocale, IsThatOfTheUser)
     EXPECT_EQ(TimePickerFormat(ReadTimePickerLocale()), L"h:mm tt");
     const ScopedLocaleSetting separator(LOCALE_STIME, L".");
     EXPECT_EQ(ReadTimePickerLocale().separator, L".");
+}
+
+std::vector<std::pair<LCTYPE, int>> g_settings;
+decltype(&GetLocaleInfoW) g_readSetting = nullptr;
+
+int WINAPI NoteSetting(LCID locale, LCTYPE type, LPWSTR text, int size)
+{
+    g_settings.emplace_back(type, size);
+    return g_readSetting(locale, type, text, size);
+}
+
+TEST(ReadTimePickerLocale, AsksForEachInThirtyCharacters)
+{
+    g_settings.clear();
+    g_readSetting = __imp_GetLocaleInfoW;
+    {
+        const ImportWatch<decltype(&GetLocaleInfoW)> watch(&__imp_GetLocaleInfoW, NoteSetting);
+        (void)ReadTimePickerLocale();
+    }
+    EXPECT_EQ(g_settings,
+              (std::vector<std::pair<LCTYPE, int>>{
+                  {LOCALE_ITIME, 30}, {LOCALE_ITIMEMARKPOSN, 30}, {LOCALE_ITLZERO, 30}, {LOCALE_STIME, 30}}));
 }
 
 TEST(ReadTimePickerLocale, ReadsItsFourSettingsEachTime)
