@@ -1,6 +1,7 @@
 #include "list/passes_filter.h"
 
 #include <algorithm>
+#include <tuple>
 
 #include "data/journal_entry.h"
 #include "mervane/db_categories.h"
@@ -29,6 +30,12 @@ uint64_t DayOf(const SYSTEMTIME& time)
     return day.FromSystemTime({time.wYear, time.wMonth, 0, time.wDay, 0, 0, 0, 0}) ? day.Units() : 0;
 }
 
+// The day of one date against that of another.
+int CompareDays(SYSTEMTIME first, SYSTEMTIME second)
+{
+    return CompareDates(&first, &second, kDateOnly);
+}
+
 } // namespace
 
 FilterTest::FilterTest(const FilterState& filter)
@@ -40,6 +47,8 @@ FilterTest::FilterTest(const FilterState& filter)
         m_categories = CategoriesOf(filter);
     } else if (filter.rangeMode) {
         m_mode = Mode::Range;
+        m_start = filter.rangeStart;
+        m_end = filter.rangeEnd;
         m_from = DayOf(filter.rangeStart);
         m_to = DayOf(filter.rangeEnd) + kUnitsPerDay - 1;
     } else {
@@ -74,9 +83,29 @@ bool FilterTest::HasDate(const FILETIME& time) const
     return m_mode == Mode::Range || (m_months & MonthBit(date.wMonth - 1)) != 0;
 }
 
+bool FilterTest::PassesAlone(const CEPROPVAL* value) const
+{
+    return m_mode == Mode::Range && value ? LiesInRange(value->val.filetime) : Passes(value);
+}
+
+bool FilterTest::LiesInRange(const FILETIME& time) const
+{
+    SYSTEMTIME date;
+    return TimeCount(time).ToSystemTime(&date) && CompareDays(date, m_start) >= 0 &&
+           CompareDays(date, m_end) <= 0;
+}
+
+bool operator==(const FilterTest& a, const FilterTest& b)
+{
+    const auto values = [](const FilterTest& test) {
+        return std::tie(test.m_mode, test.m_categories, test.m_months, test.m_from, test.m_to);
+    };
+    return values(a) == values(b);
+}
+
 int PassesFilter(const FilterTest& filter, WORD count, const CEPROPVAL* properties)
 {
-    return !count || filter.Passes(FindProperty(filter.Property(), count, properties)) ? 1 : 0;
+    return !count || filter.PassesAlone(FindProperty(filter.Property(), count, properties)) ? 1 : 0;
 }
 
 RowFilter MakeRowFilter(const FilterTest& test)

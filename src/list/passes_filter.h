@@ -18,17 +18,23 @@ class FilterTest {
     // null: the record lacks the property. One without a date passes the filters by date, one without
     // categories no filter by categories.
     bool Passes(const CEPROPVAL* value) const;
+    // The same of one record. A range compares the days of the dates themselves, which takes longer than what
+    // a whole journal's rows are compared by.
+    bool PassesAlone(const CEPROPVAL* value) const;
 
-    friend bool operator==(const FilterTest&, const FilterTest&) = default;
+    friend bool operator==(const FilterTest& a, const FilterTest& b);
 
   private:
     enum class Mode { Everything, Categories, Months, Range };
 
     bool HasDate(const FILETIME& time) const;
+    bool LiesInRange(const FILETIME& time) const;
 
     Mode m_mode = Mode::Everything;
     std::vector<CEOID> m_categories; // ascending; none when the categories cannot be opened
     DWORD m_months = 0;
+    SYSTEMTIME m_start{};
+    SYSTEMTIME m_end{};
     // The range in units of a TimeCount, both ends included.
     uint64_t m_from = 0;
     uint64_t m_to = 0;

@@ -192,6 +192,7 @@ TEST_F(PassesFilterTest, ARangeIsWhatTheComparisonOfDatesSays)
         const bool passes = LiesInRange(instant, filter);
         passing += passes;
         ASSERT_EQ(Passes(filter, record), passes ? 1 : 0) << instant.Units();
+        ASSERT_EQ(FilterTest(filter).Passes(record.Properties()), passes) << "as a row: " << instant.Units();
     }
     EXPECT_GT(passing, 1000);
 }
