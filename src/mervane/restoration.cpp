@@ -11,6 +11,7 @@
 #include "mervane/sql_trouble.h"
 #include "mervane/store_header.h"
 #include "mervane/whole_store.h"
+#include "util/held_file.h"
 
 namespace mervane {
 
@@ -38,13 +39,13 @@ constexpr const wchar_t* kUnfinished = L".part";
 // Never over a file that is there.
 StoreTrouble Move(const std::wstring& from, const std::wstring& to)
 {
-    return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH) ? StoreTrouble::None
-                                                                         : TroubleOfSystem(GetLastError());
+    return MoveHeldFile(from, to, MOVEFILE_WRITE_THROUGH) ? StoreTrouble::None
+                                                          : TroubleOfSystem(GetLastError());
 }
 
 StoreTrouble MoveIfThere(const std::wstring& from, const std::wstring& to)
 {
-    if (MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH))
+    if (MoveHeldFile(from, to, MOVEFILE_WRITE_THROUGH))
         return StoreTrouble::None;
     const DWORD error = GetLastError();
     return error == ERROR_FILE_NOT_FOUND ? StoreTrouble::None : TroubleOfSystem(error);
@@ -54,10 +55,14 @@ StoreTrouble MoveIfThere(const std::wstring& from, const std::wstring& to)
 class HeldFile {
   public:
     explicit HeldFile(const std::wstring& path)
-        : m_file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                             FILE_ATTRIBUTE_NORMAL, nullptr)),
-          m_trouble(IsHeld() ? StoreTrouble::None : TroubleOfSystem(GetLastError()))
-    {}
+    {
+        const bool isHeld = DoWhileHeld(path, [&] {
+            m_file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                 FILE_ATTRIBUTE_NORMAL, nullptr);
+            return IsHeld();
+        });
+        m_trouble = isHeld ? StoreTrouble::None : TroubleOfSystem(GetLastError());
+    }
     ~HeldFile()
     {
         if (IsHeld())
@@ -70,8 +75,8 @@ class HeldFile {
     StoreTrouble Trouble() const { return m_trouble; }
 
   private:
-    HANDLE m_file;
-    StoreTrouble m_trouble;
+    HANDLE m_file = INVALID_HANDLE_VALUE;
+    StoreTrouble m_trouble = StoreTrouble::None;
 };
 
 // A file that is deleted unless it has become something else.
@@ -88,9 +93,13 @@ class ScopedFile {
 
 bool FlushFile(const std::wstring& path)
 {
-    HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                              FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
+    HANDLE file = INVALID_HANDLE_VALUE;
+    const auto open = [&] {
+        file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                           FILE_ATTRIBUTE_NORMAL, nullptr);
+        return file != INVALID_HANDLE_VALUE;
+    };
+    if (!DoWhileHeld(path, open))
         return false;
     const bool flushed = FlushFileBuffers(file) != FALSE;
     const DWORD error = GetLastError();

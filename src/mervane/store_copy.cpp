@@ -6,6 +6,7 @@
 #include "mervane/folder_files.h"
 #include "mervane/sql_trouble.h"
 #include "mervane/store_path.h"
+#include "util/held_file.h"
 
 namespace mervane {
 
@@ -135,7 +136,7 @@ WholeCheck::Result StoreCopy::Check(MayGoOn mayGoOn)
 
 bool StoreCopy::Name(const std::wstring& path)
 {
-    if (!MoveFileExW(m_file.c_str(), path.c_str(), MOVEFILE_WRITE_THROUGH))
+    if (!MoveHeldFile(m_file, path, MOVEFILE_WRITE_THROUGH))
         return Fail(TroubleOfSystem(GetLastError()));
     m_file = path;
     return true;

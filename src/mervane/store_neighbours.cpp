@@ -10,6 +10,7 @@
 #include "mervane/log_content.h"
 #include "mervane/schema.h"
 #include "mervane/sql_trouble.h"
+#include "util/held_file.h"
 
 namespace mervane {
 
@@ -206,7 +207,7 @@ StoreTrouble PrepareJournal(const std::wstring& path, FileKind kind, AsideFiles*
 StoreTrouble AsideFiles::SetAside(const std::wstring& path)
 {
     const std::wstring keptAs = FreePathOfNow(path + L".set-aside-");
-    if (MoveFileW(path.c_str(), keptAs.c_str())) {
+    if (MoveHeldFile(path, keptAs, 0)) {
         m_files.push_back({path, keptAs});
         return StoreTrouble::None;
     }
@@ -222,9 +223,7 @@ bool AsideFiles::Has(const std::wstring& path) const
 
 void AsideFiles::PutBack()
 {
-    std::erase_if(m_files, [](const RenamedFile& file) {
-        return MoveFileW(file.keptAs.c_str(), file.path.c_str()) != FALSE;
-    });
+    std::erase_if(m_files, [](const RenamedFile& file) { return MoveHeldFile(file.keptAs, file.path, 0); });
 }
 
 StoreTrouble PrepareNeighbours(const std::wstring& path, const FileLook& file, AsideFiles* aside)

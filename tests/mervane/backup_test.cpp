@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <functional>
+#include <optional>
 
 #include "mervane/backup_keep.h"
 #include "records.h"
+#include "support/held_file.h"
 #include "support/test_drive.h"
 #include "support/test_store.h"
 #include "util/owners.h"
@@ -470,6 +472,22 @@ TEST_F(Backup, ThatAnotherProgramHoldsBehindItsLastStepIsNone)
     CloseHandle(held);
     MakeBackup();
     EXPECT_EQ(Found(), Names({L"01-30", L"01-31"}));
+    EXPECT_EQ(EntriesIn(L"01-31"), 1);
+}
+
+TEST_F(Backup, GetsItsNameOnceWhoeverHoldsItLetsItGo)
+{
+    Open(1);
+    ASSERT_NE(m_journal.BeginBackup(kSaturday), 0u);
+    std::optional<HeldFile> held;
+    StepAll([&] {
+        for (const std::wstring& name : Found())
+            if (!held && name.ends_with(L".part"))
+                held.emplace(Folder() + name, 3, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    });
+    ASSERT_TRUE(held);
+    EXPECT_EQ(held->Waits(), 3);
+    EXPECT_EQ(Found(), Names({L"01-31"}));
     EXPECT_EQ(EntriesIn(L"01-31"), 1);
 }
 

@@ -5,6 +5,7 @@
 
 #include "open_fixture.h"
 #include "support/fault_vfs.h"
+#include "support/held_file.h"
 #include "support/import_watch.h"
 
 namespace {
@@ -268,6 +269,19 @@ TEST_F(LeftJournal, BesideAFileThatIsRefusedKeepsItsName)
     EXPECT_EQ(ReadFileBytes(Beside(L"-journal")), "Dear diary");
 }
 
+TEST_F(LeftLog, ThatIsHeldForAMomentIsSetAside)
+{
+    MakeStore();
+    const std::string log(5000, 'x');
+    ASSERT_TRUE(WriteFileBytes(Beside(L"-wal"), log));
+    {
+        const HeldFile held(Beside(L"-wal"), 3, FILE_SHARE_READ | FILE_SHARE_WRITE);
+        ExpectUsable(1);
+        EXPECT_EQ(held.Waits(), 3);
+    }
+    ExpectSetAside(Beside(L"-wal"), log);
+}
+
 // A person is to know of it, once.
 TEST_F(LeftLog, ThatIsSetAsideIsToldOnce)
 {
@@ -293,12 +307,12 @@ TEST_F(LeftLog, ThatIsSetAsideIsToldOnce)
     EXPECT_TRUE(DbJournal().TakeSetAside().empty()) << "it is closed";
 }
 
-decltype(&MoveFileW) g_move = nullptr;
+decltype(&MoveFileExW) g_move = nullptr;
 
-BOOL WINAPI PutNothingBack(LPCWSTR from, LPCWSTR to)
+BOOL WINAPI PutNothingBack(LPCWSTR from, LPCWSTR to, DWORD flags)
 {
     if (std::wstring_view(from).find(L".set-aside-") == std::wstring_view::npos)
-        return g_move(from, to);
+        return g_move(from, to, flags);
     SetLastError(ERROR_ALREADY_EXISTS);
     return FALSE;
 }
@@ -314,8 +328,8 @@ TEST_F(LeftLog, ThatCannotGetItsNameBackIsTold)
     EXPECT_TRUE(journal.TakeSetAside().empty()) << "it has its name again";
     EXPECT_TRUE(SetAside(Beside(L"-wal")).empty());
     {
-        g_move = __imp_MoveFileW;
-        const ImportWatch<decltype(&MoveFileW)> watch(&__imp_MoveFileW, PutNothingBack);
+        g_move = __imp_MoveFileExW;
+        const ImportWatch<decltype(&MoveFileExW)> watch(&__imp_MoveFileExW, PutNothingBack);
         EXPECT_EQ(journal.Open(nullptr), 0);
     }
     EXPECT_EQ(journal.Trouble(), StoreTrouble::NotAStore);

@@ -91,7 +91,7 @@ TEST_F(LostStore, StaysAsItIsWhereItCannotBeReplaced)
     ASSERT_TRUE(WriteFileBytes(m_index, "an old index"));
     const auto before = Files();
     {
-        const UniqueKernelHandle other = OpenElsewhere(m_index);
+        const HeldFile other = OpenElsewhere(m_index);
         EXPECT_EQ(Restoration(Path()).Run(BackupOf(L"2026-02-09")), StoreTrouble::Locked);
     }
     EXPECT_TRUE(Files() == before);

@@ -7,22 +7,18 @@
 
 #include "mervane/restoration.h"
 #include "records.h"
+#include "support/held_file.h"
 #include "support/test_store.h"
-#include "util/owners.h"
 #include "watched_files.h"
 
 inline constexpr mervane::BackupDay kToday{std::chrono::year(2026), std::chrono::month(2),
                                            std::chrono::day(10)};
 inline constexpr const wchar_t* kNeighbours[] = {L"-wal", L"-shm", L"-journal"};
 
-// A file that another program has open.
-inline UniqueKernelHandle OpenElsewhere(const std::wstring& path,
-                                        DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE)
+// A file that another program has open, however long this one waits.
+inline HeldFile OpenElsewhere(const std::wstring& path)
 {
-    HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING,
-                              FILE_ATTRIBUTE_NORMAL, nullptr);
-    EXPECT_NE(file, INVALID_HANDLE_VALUE);
-    return UniqueKernelHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
+    return HeldFile(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE);
 }
 
 // As FindFirstFileW in a folder that may not be listed.

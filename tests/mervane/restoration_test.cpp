@@ -105,7 +105,10 @@ TEST_F(BrokenStore, HasNoNewestBackupWhereOneCannotBeRead)
         KeepAs(day);
     Cut(BackupOf(L"2026-02-03"));
     {
-        const UniqueKernelHandle other = OpenElsewhere(BackupOf(L"2026-02-02"), 0);
+        HANDLE other = CreateFileW(BackupOf(L"2026-02-02").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                   FILE_ATTRIBUTE_NORMAL, nullptr);
+        ASSERT_NE(other, INVALID_HANDLE_VALUE);
+        const UniqueKernelHandle owner(other);
         const auto search = NewestWholeBackup(Path(), kToday);
         EXPECT_FALSE(search.found) << "an older one";
         EXPECT_EQ(search.trouble, StoreTrouble::Locked);
@@ -147,6 +150,16 @@ TEST_F(BrokenStore, HasNoOlderBackupWhereAReadFails)
     }
     EXPECT_GT(reads, 5);
     EXPECT_LT(reads, 1000);
+}
+
+decltype(&CopyFileW) g_copy = nullptr;
+std::optional<HeldFile> g_held;
+
+BOOL WINAPI CopyAndHold(LPCWSTR from, LPCWSTR to, BOOL never)
+{
+    const BOOL isCopied = g_copy(from, to, never);
+    g_held.emplace(to, 3);
+    return isCopied;
 }
 
 TEST_F(BrokenStore, IsKeptWholeBesideTheBackupInItsPlace)
@@ -196,12 +209,56 @@ TEST_F(BrokenStore, ThatAnotherProgramHasOpenStays)
     const auto before = Files();
     const Restoration restoration(Path());
     {
-        const UniqueKernelHandle other = OpenElsewhere(Path());
+        const HeldFile other = OpenElsewhere(Path());
         EXPECT_EQ(restoration.InTheWay(), StoreTrouble::Locked);
         EXPECT_EQ(restoration.Run(BackupOf(L"2026-02-09")), StoreTrouble::Locked);
     }
     EXPECT_TRUE(Files() == before);
     EXPECT_EQ(restoration.Run(BackupOf(L"2026-02-09")), StoreTrouble::None);
+}
+
+// As a scanner does, which opens what is new or was touched.
+class HeldForAMoment : public BrokenStore, public testing::WithParamInterface<const wchar_t*> {};
+
+TEST_P(HeldForAMoment, IsExchangedAllTheSame)
+{
+    BreakAll();
+    const auto before = Files();
+    const Restoration restoration(Path());
+    {
+        const HeldFile held(Path() + GetParam(), 3);
+        EXPECT_EQ(restoration.Run(BackupOf(L"2026-02-09")), StoreTrouble::None);
+        EXPECT_EQ(held.Waits(), 3);
+    }
+    ExpectOpens(2);
+    ExpectKept(restoration.KeptAs(), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, HeldForAMoment, testing::Values(L"", L"-wal", L"-shm", L"-journal"));
+
+// Its copy is new, and whoever looks through it lets nobody else write.
+TEST_F(BrokenStore, IsExchangedForACopyThatIsHeldForAMoment)
+{
+    BreakAll();
+    const Restoration restoration(Path());
+    g_copy = __imp_CopyFileW;
+    {
+        const ImportWatch<decltype(&CopyFileW)> watch(&__imp_CopyFileW, CopyAndHold);
+        EXPECT_EQ(restoration.Run(BackupOf(L"2026-02-09")), StoreTrouble::None);
+    }
+    ASSERT_TRUE(g_held);
+    EXPECT_EQ(g_held->Waits(), 3);
+    g_held.reset();
+    ExpectOpens(2);
+}
+
+// For two seconds in all, and then for good.
+TEST_F(BrokenStore, IsNotWaitedForLonger)
+{
+    BreakAll();
+    const HeldFile held(Path() + L"-wal", 0);
+    EXPECT_EQ(Restoration(Path()).Run(BackupOf(L"2026-02-09")), StoreTrouble::Locked);
+    EXPECT_EQ(held.Waited(), 2000u);
 }
 
 // A neighbour that cannot be renamed: what was renamed before it gets its name back.
@@ -210,7 +267,7 @@ TEST_F(BrokenStore, StaysWholeWhereOneOfItsFilesCannotBeRenamed)
     BreakAll();
     const auto before = Files();
     for (const wchar_t* suffix : kNeighbours) {
-        const UniqueKernelHandle other = OpenElsewhere(Path() + suffix);
+        const HeldFile other = OpenElsewhere(Path() + suffix);
         EXPECT_EQ(Restoration(Path()).Run(BackupOf(L"2026-02-09")), StoreTrouble::Locked) << suffix;
         EXPECT_TRUE(Files() == before) << suffix;
     }
@@ -366,7 +423,7 @@ TEST_F(InterruptedRestoration, WaitsForWhoeverHasItsFiles)
     for (const bool ofCopy : {false, true}) {
         Interrupt(4);
         {
-            const UniqueKernelHandle other = OpenElsewhere(ofCopy ? m_copy : m_kept);
+            const HeldFile other = OpenElsewhere(ofCopy ? m_copy : m_kept);
             DbJournal journal;
             EXPECT_EQ(journal.Open(nullptr), 0);
             EXPECT_EQ(journal.Trouble(), StoreTrouble::Locked);
