@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "ui/hourglass.h"
 #include "ui/scoped.h"
 #include "util/owners.h"
 
@@ -144,7 +145,7 @@ void AskAndPrint(HWND owner, const std::wstring& title, const std::vector<Block>
     // That there is no printer the dialog says itself; a person who cancels knows.
     if (!isChosen && (error == 0 || error == PDERR_NODEFAULTPRN))
         return;
-    const ScopedWaitCursor wait;
+    const ScopedHourglass work;
     const wchar_t* const output = dialog.Flags & PD_PRINTTOFILE ? L"FILE:" : nullptr;
     if (!dc || PrintBlocks(dc.get(), title, blocks, output) == PrintEnd::Failed)
         SayFailure(owner, title);

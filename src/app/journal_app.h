@@ -53,10 +53,6 @@ class JournalApp : public RegistryStore {
 // The application object.
 JournalApp& App();
 
-// Around long work: the hourglass, and no cursor.
-void ShowHourglass();
-void RemoveHourglass();
-
 // The work area's right and bottom edges in pixels (SPI_GETWORKAREA).
 int WorkAreaRight();
 int WorkAreaBottom();

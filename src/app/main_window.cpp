@@ -18,6 +18,7 @@
 #include "ui/command_bands.h"
 #include "ui/dialog_in_front.h"
 #include "ui/drop_down.h"
+#include "ui/hourglass.h"
 #include "ui/program_icon.h"
 #include "ui/scale.h"
 #include "ui/session_end.h"

@@ -6,6 +6,7 @@
 #include "mervane/folder_files.h"
 #include "mervane/restoration.h"
 #include "mervane/store_path.h"
+#include "ui/hourglass.h"
 #include "ui/ownerless_box.h"
 #include "ui/store_window.h"
 #include "util/clock.h"
@@ -74,25 +75,22 @@ std::wstring NoneWholeQuestion(const std::wstring& path)
 
 BackupSearch FindBackup(const std::wstring& path)
 {
-    ShowHourglass();
-    BackupSearch backups = mervane::NewestWholeBackup(path, mervane::DayOfTime(LocalNow()));
-    RemoveHourglass();
-    return backups;
+    const ScopedHourglass work;
+    return mervane::NewestWholeBackup(path, mervane::DayOfTime(LocalNow()));
 }
 
 // Of several starts that ask at the same time one puts it there. What the others find there is opened, or the
 // window of the one that was faster comes forward.
 StoreTrouble RunInTurn(const std::wstring& path, const Restoration& restoration, const FoundBackup& backup)
 {
+    const ScopedHourglass work;
     const StartTurn turn = TurnForStore(kMainWindowClass, mervane::StoreNumber(path));
     return restoration.HasAnother() ? StoreTrouble::None : restoration.Run(backup.path);
 }
 
 bool Restore(const std::wstring& path, const Restoration& restoration, const FoundBackup& backup)
 {
-    ShowHourglass();
     const StoreTrouble trouble = RunInTurn(path, restoration, backup);
-    RemoveHourglass();
     if (trouble == StoreTrouble::None)
         return true;
     ShowBox(NotDoneText(L"The backup was not put in its place", trouble), MB_OK);

@@ -9,9 +9,9 @@
 #include "list/not_done_box.h"
 #include "res/resource.h"
 #include "ui/dialog.h"
+#include "ui/hourglass.h"
 #include "ui/launch.h"
 #include "ui/scale.h"
-#include "ui/scoped.h"
 #include "ui/work_area.h"
 
 namespace {
@@ -100,7 +100,7 @@ bool ExportDialog::OnMessage(UINT message, WPARAM, LPARAM, LRESULT* result)
     // The windows live while the export writes, and each would set a cursor of its own.
     if (message != WM_SETCURSOR || !m_writes)
         return false;
-    SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+    ShowHourglass();
     *result = TRUE;
     return true;
 }
@@ -173,7 +173,7 @@ void ExportDialog::ShowProgress(uint32_t entryCount)
 
 uint32_t ExportDialog::Write(const ExportRequest& request)
 {
-    const ScopedWaitCursor wait;
+    const ScopedHourglass work;
     SORTORDERSPEC sort{};
     App().Journal().GetSort(&sort);
     ExportJob job(request, sort);

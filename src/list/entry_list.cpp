@@ -8,10 +8,10 @@
 #include "list/list_rows.h"
 #include "res/resource.h"
 #include "ui/canvas.h"
+#include "ui/hourglass.h"
 #include "ui/image_list.h"
 #include "ui/message_font.h"
 #include "ui/scale.h"
-#include "ui/scoped.h"
 
 namespace {
 
@@ -265,7 +265,7 @@ bool EntryList::BuildColumns()
 
 void EntryList::ApplySort(const ZColumn& column)
 {
-    const ScopedWaitCursor wait;
+    const ScopedHourglass work;
     DbJournal& journal = App().Journal();
     SORTORDERSPEC sort{};
     journal.GetSort(&sort);

@@ -6,13 +6,13 @@
 #include "list/find_results_dialog.h"
 #include "list/find_search.h"
 #include "list/not_done_box.h"
-#include "ui/scoped.h"
+#include "ui/hourglass.h"
 
 namespace {
 
 std::vector<CEOID> Search(const FindRequest& request, CEOID currentEntry)
 {
-    const ScopedWaitCursor wait;
+    const ScopedHourglass work;
     return FindEntries(App().Journal(), request, currentEntry);
 }
 
@@ -20,7 +20,7 @@ std::vector<CEOID> Search(const FindRequest& request, CEOID currentEntry)
 // they had been selected one by one.
 void SelectFound(EntryList& list, const std::vector<CEOID>& found)
 {
-    const ScopedWaitCursor wait;
+    const ScopedHourglass work;
     SelectionSet& selection = list.Selection();
     for (const CEOID id : found)
         selection.Append(id);

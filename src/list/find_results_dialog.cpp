@@ -10,6 +10,7 @@
 #include "editor/entry_editor.h"
 #include "res/resource.h"
 #include "ui/dialog.h"
+#include "ui/hourglass.h"
 #include "ui/launch.h"
 #include "ui/list_boxes.h"
 #include "ui/scale.h"
@@ -152,7 +153,7 @@ void FindResultsDialog::AddColumns()
 // What cannot be read is passed over, and found no more.
 void FindResultsDialog::Fill()
 {
-    const ScopedWaitCursor wait;
+    const ScopedHourglass work;
     const ScopedRedrawPause pause(List());
     DbJournal& journal = App().Journal();
     const CeDBase::ReadScope scope(journal);

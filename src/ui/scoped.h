@@ -3,18 +3,6 @@
 
 #include <windows.h>
 
-// The hourglass; the cursor that was there comes back at the end.
-class ScopedWaitCursor {
-  public:
-    ScopedWaitCursor() : m_previous(SetCursor(LoadCursorW(nullptr, IDC_WAIT))) {}
-    ~ScopedWaitCursor() { SetCursor(m_previous); }
-    ScopedWaitCursor(const ScopedWaitCursor&) = delete;
-    ScopedWaitCursor& operator=(const ScopedWaitCursor&) = delete;
-
-  private:
-    HCURSOR m_previous;
-};
-
 // A window paints nothing; at the end it is painted once, as a whole. Not to be nested for one window.
 class ScopedRedrawPause {
   public:

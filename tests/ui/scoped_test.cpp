@@ -5,18 +5,6 @@
 #include "support/test_windows.h"
 #include "ui/canvas.h"
 
-TEST(Scoped, WaitCursorGoesWithItsScope)
-{
-    HCURSOR arrow = LoadCursorW(nullptr, IDC_ARROW);
-    HCURSOR hourglass = LoadCursorW(nullptr, IDC_WAIT);
-    SetCursor(arrow);
-    {
-        const ScopedWaitCursor wait;
-        EXPECT_EQ(GetCursor(), hourglass);
-    }
-    EXPECT_EQ(GetCursor(), arrow);
-}
-
 TEST(Scoped, RedrawPausePaintsOnceAtTheEnd)
 {
     int paints = 0;
