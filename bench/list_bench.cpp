@@ -74,7 +74,7 @@ void CountPaint()
     SetEnvironmentVariableW(L"MERVANE_STORE", StorePath(kFull).c_str());
     HWND parent = CreateParent();
     ColumnSet columns;
-    EntryList list;
+    EntryList list{App().Journal(), App().Filter()};
     g_list = &list;
     if (!App().Journal().Open(parent) || !list.Create(parent, &columns, LVS_REPORT | LVS_SHOWSELALWAYS, 0))
         Fail("the list cannot be created");

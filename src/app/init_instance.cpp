@@ -112,7 +112,9 @@ JournalApp::Made JournalApp::MakeMainWindow(uint64_t store)
     StartTurn turn = TurnForStore(kMainWindowClass, store);
     if (BringRunningCopyForward(store, turn))
         return Made::Elsewhere;
-    m_mainWindow = {new MainWindow, [](MainWindow* window) { delete window; }};
+    if (m_hasTried)
+        ConstructMainWindow();
+    m_hasTried = true;
     return m_mainWindow->Create(m_instance, &turn) ? Made::Here : Made::Failed;
 }
 

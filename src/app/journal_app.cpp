@@ -1,10 +1,19 @@
 #include "app/journal_app.h"
 
+#include "app/main_window.h"
 #include "ui/work_area.h"
 
 JournalApp::JournalApp() : m_journal(std::make_unique<DbJournal>()), m_mainWindow(nullptr, nullptr)
 {
     Open(kRegistryPath);
+    ConstructMainWindow();
+}
+
+// An object has one try to make its window: what has failed may have left it half built.
+void JournalApp::ConstructMainWindow()
+{
+    m_mainWindow = {new MainWindow(*m_journal, m_filter), [](MainWindow* window) { delete window; }};
+    m_hasTried = false;
 }
 
 // The database goes first, then the main window, then the settings.

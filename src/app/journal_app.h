@@ -18,7 +18,8 @@ constexpr const wchar_t* kRegistryPath = L"Software\\Quillmarsh\\Journal";
 
 class JournalApp : public RegistryStore {
   public:
-    // Opens the settings and constructs the journal database, which the main window opens.
+    // Opens the settings and constructs the journal database and the main window, which opens the database
+    // when it is created.
     JournalApp();
     ~JournalApp() override;
 
@@ -40,10 +41,12 @@ class JournalApp : public RegistryStore {
     // The main window: made here, or another copy has one over the same store, or it cannot be made.
     enum class Made { Here, Elsewhere, Failed };
     Made MakeMainWindow(uint64_t store);
+    void ConstructMainWindow();
 
     std::unique_ptr<DbJournal> m_journal; // for this object's whole life
     // The deleter is a pointer so that this header, which every room includes, need not know the main window.
     std::unique_ptr<MainWindow, void (*)(MainWindow*)> m_mainWindow;
+    bool m_hasTried = false; // to make the window of m_mainWindow
     HINSTANCE m_instance = nullptr;
     FilterState m_filter;
     UniqueIcon m_smallIcon;

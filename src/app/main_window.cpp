@@ -61,7 +61,9 @@ std::wstring MissingEntriesText()
 
 } // namespace
 
-MainWindow::MainWindow() : m_fileNotice(FileTroubleText), m_missingNotice(MissingEntriesText) {}
+MainWindow::MainWindow(DbJournal& journal, FilterState& filter)
+    : m_list(journal, filter), m_fileNotice(FileTroubleText), m_missingNotice(MissingEntriesText)
+{}
 
 bool MainWindow::RegisterWindowClass(HINSTANCE instance)
 {

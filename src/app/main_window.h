@@ -26,7 +26,8 @@ constexpr DWORD kSortDefault = kPropDate;
 
 class MainWindow {
   public:
-    MainWindow();
+    // Both are borrowed and outlive this object.
+    MainWindow(DbJournal& journal, FilterState& filter);
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;
 

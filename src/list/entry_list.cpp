@@ -20,8 +20,8 @@ constexpr int kHeaderImagesType = 3; // the handheld's; other systems ignore it 
 
 } // namespace
 
-EntryList::EntryList()
-    : m_cache(App().Journal(), App().Filter()), m_selection(App().Journal(), App().Filter(), m_cache)
+EntryList::EntryList(DbJournal& journal, FilterState& filter)
+    : m_cache(journal, filter), m_selection(journal, filter, m_cache)
 {}
 
 EntryList::~EntryList()

@@ -18,7 +18,8 @@ constexpr UINT kMsgSelectionChanged = WM_USER + 102;
 
 class EntryList {
   public:
-    EntryList();
+    // Both are borrowed and outlive the list.
+    EntryList(DbJournal& journal, FilterState& filter);
     ~EntryList();
     EntryList(const EntryList&) = delete;
     EntryList& operator=(const EntryList&) = delete;

@@ -50,7 +50,7 @@ class EntryListTest : public JournalTest {
     HCURSOR m_cursorWhileEmptying = nullptr;
     std::vector<int> m_blankRows; // rows for which the control was given an empty first cell
     ColumnSet m_columns;
-    EntryList m_list;
+    EntryList m_list{App().Journal(), App().Filter()};
     TestParent m_parent;
 
   private:

@@ -390,7 +390,7 @@ TEST_F(EntryListTest, TheControlGivesItsHeaderImagesBack)
 
 TEST_F(EntryListTest, MayGoBeforeItsWindow)
 {
-    auto list = std::make_unique<EntryList>();
+    auto list = std::make_unique<EntryList>(App().Journal(), App().Filter());
     ASSERT_NE(list->Create(m_parent.Handle(), &m_columns, LVS_REPORT, 0), nullptr);
     HWND control = list->Handle();
     list.reset();
