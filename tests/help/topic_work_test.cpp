@@ -69,6 +69,15 @@ TEST_F(LargePage, OfOneWordIsRefused)
     EXPECT_TRUE(IsRefused());
 }
 
+// The square of a line's letters is what it takes.
+TEST_F(LargePage, OfALineIsShownUpToTenThousandLetters)
+{
+    Open(Times("word ", 1'950));
+    EXPECT_FALSE(IsRefused());
+    Open(Times("word ", 2'050));
+    EXPECT_TRUE(IsRefused());
+}
+
 TEST_F(LargePage, OfLinksIsRefused)
 {
     const std::string link = "<a href=#x>y</a> ";
