@@ -72,11 +72,21 @@ bool EditorBar::Create(HINSTANCE instance, HWND parent, HFONT font)
     return AddButtons();
 }
 
+// All that a button has below half of its padding, where its image begins: so the image stands in the middle,
+// as the text does.
+int EditorBar::ImageHeight() const
+{
+    const auto padding = static_cast<DWORD>(SendMessageW(m_window, TB_GETPADDING, 0, 0));
+    return Scale(m_window, kButtonHeight) - HIWORD(padding);
+}
+
 void EditorBar::SetImages(HINSTANCE instance)
 {
     const int dpi = DpiOf(m_window);
-    UniqueImageList images = LoadImageStrip(instance, IDB_EDITOR_BAR, kImageWidth, kImageMask, dpi);
-    UniqueImageList greyed = LoadGreyedImageStrip(instance, IDB_EDITOR_BAR, kImageWidth, kImageMask, dpi);
+    const int height = ImageHeight();
+    UniqueImageList images = LoadImageStrip(instance, IDB_EDITOR_BAR, kImageWidth, kImageMask, dpi, height);
+    UniqueImageList greyed =
+        LoadGreyedImageStrip(instance, IDB_EDITOR_BAR, kImageWidth, kImageMask, dpi, height);
     SendMessageW(m_window, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.get()));
     SendMessageW(m_window, TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(greyed.get()));
     m_images = std::move(images);

@@ -36,6 +36,7 @@ class EditorBar {
     static const wchar_t* Tooltip(int command);
 
   private:
+    int ImageHeight() const;
     void SetImages(HINSTANCE instance);
     bool AddButtons();
     void SetSizes();

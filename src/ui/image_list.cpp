@@ -15,12 +15,16 @@ UniqueImageList MakeList(const Pixels& strip, int width)
 
 } // namespace
 
-UniqueImageList LoadImageStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask, int dpi)
+UniqueImageList LoadImageStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask, int dpi,
+                               int height)
 {
-    return MakeList(LoadStrip(instance, bitmapId, width, mask, dpi), ScaleForDpi(width, dpi));
+    return MakeList(InTheMiddle(LoadStrip(instance, bitmapId, width, mask, dpi), height),
+                    ScaleForDpi(width, dpi));
 }
 
-UniqueImageList LoadGreyedImageStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask, int dpi)
+UniqueImageList LoadGreyedImageStrip(HINSTANCE instance, int bitmapId, int width, COLORREF mask, int dpi,
+                                     int height)
 {
-    return MakeList(Greyed(LoadStrip(instance, bitmapId, width, mask, dpi)), ScaleForDpi(width, dpi));
+    return MakeList(InTheMiddle(Greyed(LoadStrip(instance, bitmapId, width, mask, dpi)), height),
+                    ScaleForDpi(width, dpi));
 }

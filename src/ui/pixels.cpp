@@ -208,6 +208,18 @@ Pixels CutLeft(const Pixels& pixels, int width)
     return left;
 }
 
+Pixels InTheMiddle(const Pixels& pixels, int height)
+{
+    if (height <= pixels.height)
+        return pixels;
+    Pixels higher = MakePixels(pixels.width, height);
+    const int above = (height - pixels.height) / 2;
+    for (int y = 0; y < pixels.height && !higher.IsEmpty(); ++y)
+        for (int x = 0; x < pixels.width; ++x)
+            higher.Set(x, y + above, pixels.At(x, y));
+    return higher;
+}
+
 HIMAGELIST CreateImageList(int width, int height)
 {
     return ImageList_Create(width, height, ILC_COLOR32 | ILC_MASK, 0, 4);

@@ -43,6 +43,9 @@ Pixels Greyed(const Pixels& pixels);
 // The leftmost columns.
 Pixels CutLeft(const Pixels& pixels, int width);
 
+// With clear rows above and below, as many of the one as of the other; no lower than it is.
+Pixels InTheMiddle(const Pixels& pixels, int height);
+
 // The images of a bitmap resource, each width wide at 96 dpi and as high as the bitmap, at another
 // resolution: as they are drawn for it, or for one of which it is a whole multiple (see resource.h). Where
 // none is there they are averaged: from 144 dpi on from those at 192 dpi, below and without these from the

@@ -254,6 +254,35 @@ TEST_F(EntryEditorTest, TheBarHasItsButtonsInOrder)
     });
 }
 
+// The rows of a control's area in which a colour of the pictures is seen: the first, and behind the last.
+std::pair<int, int> PicturedRows(HWND control, const RECT& area)
+{
+    constexpr COLORREF kOutline = RGB(0x1F, 0x2A, 0x3C), kTick = RGB(0x1E, 0x7A, 0x3C);
+    UpdateWindow(control);
+    HDC dc = GetDC(control);
+    std::pair<int, int> rows{0, 0};
+    for (int y = area.top; y < area.bottom; ++y)
+        for (int x = area.left; x < area.right; ++x) {
+            const COLORREF color = GetPixel(dc, x, y);
+            if (color == kOutline || color == kTick)
+                rows = {rows.second ? rows.first : y, y + 1};
+        }
+    ReleaseDC(control, dc);
+    return rows;
+}
+
+// As the texts stand; the picture of Assign Categories takes its whole height.
+TEST_F(EntryEditorTest, TheBarHasItsPicturesInTheMiddleOfItsButtons)
+{
+    RunNew([](EditorWindow& editor) {
+        RECT button{};
+        editor.Ask(IDC_EDITOR_BAR, TB_GETRECT, CMD_ASSIGN_CATEGORIES, reinterpret_cast<LPARAM>(&button));
+        const auto [first, end] = PicturedRows(editor.Item(IDC_EDITOR_BAR), button);
+        EXPECT_EQ(end - first, Scale(12));
+        EXPECT_NEAR(first - button.top, button.bottom - end, 1);
+    });
+}
+
 TEST_F(EntryEditorTest, TheBarTellsWhatItsButtonsAre)
 {
     const std::pair<int, const wchar_t*> tips[] = {

@@ -185,6 +185,16 @@ TEST(Pixels, StandardImagesOfTheButtonsAreDrawnForEveryUsualResolution)
     }
 }
 
+TEST(Pixels, InTheMiddleLeavesClearRowsAboveAndBelow)
+{
+    const Pixels higher = InTheMiddle(Make(2, 1, {kRed, kBlue}), 4);
+    EXPECT_EQ(higher.width, 2);
+    EXPECT_EQ(higher.argb,
+              (std::vector<uint32_t>{kClear, kClear, kRed, kBlue, kClear, kClear, kClear, kClear}));
+    EXPECT_EQ(InTheMiddle(Make(1, 2, {kRed, kBlue}), 1).argb, (std::vector<uint32_t>{kRed, kBlue}));
+    EXPECT_TRUE(InTheMiddle({}, 3).IsEmpty());
+}
+
 TEST(Pixels, SystemHasItsStandardImages)
 {
     const Pixels images = LoadStandardImages(96);
