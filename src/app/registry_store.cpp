@@ -179,14 +179,14 @@ DWORD RegistryStore::ListLength(const wchar_t* subkey, const wchar_t* prefix, DW
 }
 
 int RegistryStore::FindListString(const wchar_t* subkey, const wchar_t* prefix, const wchar_t* text,
-                                  int count) const
+                                  int count, DWORD flags) const
 {
     for (int i = 0; i < count; ++i) {
         wchar_t value[kSettingTextSize];
         GetString(subkey, (prefix + std::to_wstring(i)).c_str(), L"", value);
         if (!*value)
             return 0;
-        if (CompareStringW(LOCALE_SYSTEM_DEFAULT, 0, text, -1, value, -1) == CSTR_EQUAL)
+        if (CompareStringW(LOCALE_SYSTEM_DEFAULT, flags, text, -1, value, -1) == CSTR_EQUAL)
             return i + 1;
     }
     return 0;

@@ -41,9 +41,11 @@ class RegistryStore {
     // Of the values prefix0, prefix1, ... before the limit: one more than the highest number that is stored,
     // whatever is missing before it; 0 where there is none.
     DWORD ListLength(const wchar_t* subkey, const wchar_t* prefix, DWORD limit) const;
-    // The 1-based index of the first of the values prefix0, prefix1, ... that equals the text (case matters),
-    // or 0. The list ends at its first empty or missing value, at the latest after count values.
-    int FindListString(const wchar_t* subkey, const wchar_t* prefix, const wchar_t* text, int count) const;
+    // The 1-based index of the first of the values prefix0, prefix1, ... that equals the text, by
+    // CompareStringW with the flags, or 0. The list ends at its first empty or missing value, at the latest
+    // after count values.
+    int FindListString(const wchar_t* subkey, const wchar_t* prefix, const wchar_t* text, int count,
+                       DWORD flags = 0) const;
 
     // Shows the system's text for an error code in a box titled "Error"; not again while the box for the same
     // code stands.

@@ -1,6 +1,6 @@
 #include "list/find_settings.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "app/registry_store.h"
 #include "res/resource.h"
@@ -25,16 +25,10 @@ std::wstring ReadHistoryText(const RegistryStore& settings, int index)
     return text;
 }
 
-bool IsSameText(const std::wstring& a, const std::wstring& b)
-{
-    return CompareStringW(LOCALE_SYSTEM_DEFAULT, NORM_IGNORECASE, a.c_str(), -1, b.c_str(), -1) == CSTR_EQUAL;
-}
-
 bool IsInHistory(const RegistryStore& settings, const std::wstring& text)
 {
-    const auto history = ReadFindHistory(settings);
-    return std::any_of(history.begin(), history.end(),
-                       [&](const std::wstring& known) { return IsSameText(known, text); });
+    return settings.FindListString(kOptions, kHistoryPrefix, text.c_str(), kHistoryLength, NORM_IGNORECASE) !=
+           0;
 }
 
 } // namespace
