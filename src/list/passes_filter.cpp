@@ -4,6 +4,7 @@
 #include <tuple>
 
 #include "data/journal_entry.h"
+#include "editor/category_flags.h"
 #include "mervane/db_categories.h"
 #include "util/month_set.h"
 
@@ -85,7 +86,19 @@ bool FilterTest::HasDate(const FILETIME& time) const
 
 bool FilterTest::PassesAlone(const CEPROPVAL* value) const
 {
-    return m_mode == Mode::Range && value ? LiesInRange(value->val.filetime) : Passes(value);
+    if (value && m_mode == Mode::Range)
+        return LiesInRange(value->val.filetime);
+    return value && m_mode == Mode::Categories ? NamesOne(value->val.blob) : Passes(value);
+}
+
+bool FilterTest::NamesOne(const CEBLOB& blob) const
+{
+    ZStack stack;
+    DbCategories().SetStackFromBlob(&stack, blob, kCategoryLoaded);
+    for (ZCategory category; stack.Pop(&category);)
+        if (std::binary_search(m_categories.begin(), m_categories.end(), category.id))
+            return true;
+    return false;
 }
 
 bool FilterTest::LiesInRange(const FILETIME& time) const

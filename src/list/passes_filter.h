@@ -18,8 +18,8 @@ class FilterTest {
     // null: the record lacks the property. One without a date passes the filters by date, one without
     // categories no filter by categories.
     bool Passes(const CEPROPVAL* value) const;
-    // The same of one record. A range compares the days of the dates themselves, which takes longer than what
-    // a whole journal's rows are compared by.
+    // The same of one record: a range compares the dates themselves, and the categories are taken from the
+    // record one by one, which takes longer than what a whole journal's rows are tested by.
     bool PassesAlone(const CEPROPVAL* value) const;
 
     friend bool operator==(const FilterTest& a, const FilterTest& b);
@@ -29,6 +29,7 @@ class FilterTest {
 
     bool HasDate(const FILETIME& time) const;
     bool LiesInRange(const FILETIME& time) const;
+    bool NamesOne(const CEBLOB& blob) const;
 
     Mode m_mode = Mode::Everything;
     std::vector<CEOID> m_categories; // ascending; none when the categories cannot be opened

@@ -215,6 +215,7 @@ TEST_F(PassesFilterTest, CategoriesAreWhatTheBlobsStackHolds)
         for (ZCategory category; stack.Pop(&category);)
             expected |= filter.categories.Find(category.id) != nullptr;
         ASSERT_EQ(Passes(filter, record), expected);
+        ASSERT_EQ(FilterTest(filter).Passes(record.Properties()), expected != 0) << "as a row";
     }
 }
 
