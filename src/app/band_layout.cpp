@@ -6,17 +6,22 @@
 
 namespace {
 
+// One band's settings: their names and what they read as when missing.
+struct BandSettings {
+    UINT id;
+    const wchar_t* styleName;
+    DWORD styleDefault;
+    const wchar_t* widthName;
+    DWORD widthDefault;           // pixels at 96 dpi
+    const wchar_t* maximizedName; // default 0
+};
+
 constexpr BandSettings kBands[kBandCount] = {
     {IDC_MENU_BAND, L"mstyle", 256, L"mrestore", 155, L"mmax"},
     {IDC_BUTTON_BAND, L"tstyle", 128, L"trestore", 140, L"tmax"},
 };
 
 } // namespace
-
-const BandSettings& BandSettingsOf(int band)
-{
-    return kBands[band];
-}
 
 REBARBANDINFOW LoadBand(int band, const RegistryStore& settings)
 {

@@ -374,7 +374,7 @@ LRESULT MainWindow::OnSelectionChanged(int flag)
 
 void MainWindow::ShowAbout()
 {
-    ShowAboutDialog(m_instance, m_window);
+    ShowAboutDialog(App().Instance(), m_window);
 }
 
 // A category that is chosen is sent as a command too, which does nothing.

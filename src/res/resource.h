@@ -36,7 +36,6 @@
 #define IDC_MENU_BAND 103
 #define IDC_BUTTON_BAND 104
 #define IDC_ENTRY_LIST 105 /* free choice; notifications are told apart by window */
-#define IDC_SECOND_LIST 112
 
 /* Main window: commands */
 #define CMD_NEW_ENTRY 100
@@ -63,8 +62,6 @@
 #define CMD_PASTE 142
 #define CMD_COPY 143
 #define CMD_ABOUT 160
-#define CMD_FIRST 100
-#define CMD_LAST 160
 
 /* Entry editor (template 139): controls */
 #define IDC_START_DATE 1000
