@@ -64,6 +64,21 @@ class OnScreen : public JournalWindowTest {
         }));
     }
 
+    // The dialog of the filter, on the screen; null when it does not come.
+    HWND OpenFilter()
+    {
+        EXPECT_NE(AddEntry(L"One"), 0u);
+        EXPECT_TRUE(ChangeStore(m_store.Path(), "INSERT INTO categories(name, uses) VALUES('Work', 1)"));
+        EXPECT_NE(m_journal.Start(), nullptr);
+        PostCommand(Window(), CMD_FILTER_MONTHS);
+        HWND dialog = WaitForDialogWith(m_journal.Id(), IDC_MONTH_LIST);
+        if (!dialog || !Activate(dialog))
+            return nullptr;
+        AwaitPlace(dialog);
+        ExpectOnScreen(PlaceOf(dialog), "Filter");
+        return dialog;
+    }
+
     // The window's inside, on the screen.
     RECT Inside() const
     {
@@ -141,15 +156,8 @@ TEST_F(OnScreen, AboutIsWholeAndClosesWithEnter)
 
 TEST_F(OnScreen, TheFiltersDialogIsInReachInBothModes)
 {
-    ASSERT_NE(AddEntry(L"One"), 0u);
-    ASSERT_TRUE(ChangeStore(m_store.Path(), "INSERT INTO categories(name, uses) VALUES('Work', 1)"));
-    ASSERT_NE(m_journal.Start(), nullptr);
-    PostCommand(Window(), CMD_FILTER_MONTHS);
-    HWND dialog = WaitForDialogWith(m_journal.Id(), IDC_MONTH_LIST);
+    HWND dialog = OpenFilter();
     ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(Activate(dialog));
-    AwaitPlace(dialog);
-    ExpectOnScreen(PlaceOf(dialog), "Filter");
     ExpectInReach(
         dialog, {IDC_RANGE_END, IDOK, IDCANCEL, IDC_FILTER_BY_MONTHS, IDC_FILTER_ON_RANGE, IDC_RANGE_START});
     PressKeys({VK_MENU, 'C'});
@@ -161,15 +169,8 @@ TEST_F(OnScreen, TheFiltersDialogIsInReachInBothModes)
 
 TEST_F(OnScreen, TheFiltersDialogIsWholeInBothModes)
 {
-    ASSERT_NE(AddEntry(L"One"), 0u);
-    ASSERT_TRUE(ChangeStore(m_store.Path(), "INSERT INTO categories(name, uses) VALUES('Work', 1)"));
-    ASSERT_NE(m_journal.Start(), nullptr);
-    PostCommand(Window(), CMD_FILTER_MONTHS);
-    HWND dialog = WaitForDialogWith(m_journal.Id(), IDC_MONTH_LIST);
+    HWND dialog = OpenFilter();
     ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(Activate(dialog));
-    AwaitPlace(dialog);
-    ExpectOnScreen(PlaceOf(dialog), "Filter");
     for (const int id : {IDC_FILTER_BY_MONTHS, IDC_FILTER_BY_CATEGORIES, IDC_RANGE_START_LABEL,
                          IDC_RANGE_END_LABEL, IDC_RANGE_FRAME, IDC_FILTER_ON_RANGE, IDC_CLEAR_SELECTION,
                          IDC_RANGE_START, IDC_RANGE_END, IDC_MONTH_LIST, IDOK, IDCANCEL})
