@@ -223,9 +223,11 @@ void HelpWindow::SetZoom(int percent)
     m_text.Fit();
 }
 
-void HelpWindow::Print(const std::vector<Block>& blocks)
+// While the person is asked, another file may be opened.
+void HelpWindow::Print(std::vector<Block> blocks)
 {
-    AskAndPrint(m_window, m_book.Title(), blocks);
+    const std::wstring title = m_book.Title();
+    AskAndPrint(m_window, title, blocks);
 }
 
 } // namespace help

@@ -89,7 +89,7 @@ class HelpWindow {
     void FocusFind();
     void SendToFocused(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     void SetZoom(int percent);
-    void Print(const std::vector<Block>& blocks);
+    void Print(std::vector<Block> blocks);
 
     std::wstring m_program;
     RegistryStore m_settings;

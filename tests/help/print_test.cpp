@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "help/resource.h"
 #include "help_window_fixture.h"
 #include "pages.h"
@@ -179,7 +181,9 @@ class PrintDialog {
     PrintDialog(HDC chosen, DWORD error, bool intoFile = false)
     {
         s_chosen = chosen, s_error = error, s_asked = 0, s_intoFile = intoFile;
+        s_whileAsked = [] {};
     }
+    void WhileAsked(std::function<void()> action) { s_whileAsked = std::move(action); }
     int Asked() const { return s_asked; }
 
   private:
@@ -191,6 +195,7 @@ class PrintDialog {
         EXPECT_TRUE(dialog->Flags & PD_NOSELECTION);
         EXPECT_EQ(dialog->lStructSize, sizeof *dialog);
         s_owner = dialog->hwndOwner;
+        s_whileAsked();
         dialog->hDC = s_chosen;
         if (s_intoFile)
             dialog->Flags |= PD_PRINTTOFILE;
@@ -206,6 +211,7 @@ class PrintDialog {
     static inline DWORD s_error;
     static inline int s_asked;
     static inline bool s_intoFile;
+    static inline std::function<void()> s_whileAsked;
     const ImportWatch<decltype(&PrintDlgW)> m_answer{&__imp_PrintDlgW, Answer};
     const ImportWatch<decltype(&CommDlgExtendedError)> m_error{&__imp_CommDlgExtendedError, Error};
 };
@@ -303,6 +309,23 @@ TEST_F(PrintFromWindow, PrintsTheTopicOrAll)
     const PrintDialog dialog(nullptr, 0);
     Command(CMD_PRINT_TOPIC);
     EXPECT_EQ(dialog.Asked(), 0) << "what is said is no topic";
+}
+
+// Another program asks for another file in the meantime.
+TEST_F(PrintFromWindow, PrintsWhatWasShownWhenThePersonWasAsked)
+{
+    m_folder.Write(L"other.htm", "<title>Other</title><h1>Elsewhere</h1>");
+    for (const int command : {CMD_PRINT_TOPIC, CMD_PRINT_ALL}) {
+        Open("<title>Title</title><h1>One</h1><p>Text that stands here");
+        const Printer printer;
+        PrintDialog dialog(CreateCompatibleDC(nullptr), 0);
+        dialog.WhileAsked([&] { m_window->Show(RequestOfText(L"other.htm")); });
+        Command(command);
+        EXPECT_EQ(printer.Log(), (std::vector<std::wstring>{L"D", L"P", L"One", L"Text", L"that", L"stands",
+                                                            L"here", L"p", L"d"}));
+        EXPECT_EQ(Title(), L"Elsewhere");
+        Close();
+    }
 }
 
 } // namespace
