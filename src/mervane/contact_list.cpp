@@ -178,14 +178,13 @@ int ContactList::OnFindItem(const NMLVFINDITEMW& wanted)
                    [this](int row) { return m_contacts.NameOf(m_rows[static_cast<size_t>(row)]); });
 }
 
-// Above the list and on a check box have the same number.
+// On the box or on the name. Above the list and on a box have the same number.
 void ContactList::OnClick(HWND list, const NMITEMACTIVATE& click)
 {
     LVHITTESTINFO hit{};
     hit.pt = click.ptAction;
     const int row = ListView_HitTest(list, &hit);
-    if (row < 0 || row >= RowCount() || !(hit.flags & LVHT_ONITEMSTATEICON) ||
-        (hit.flags & (LVHT_ONITEMLABEL | LVHT_ONITEMICON)))
+    if (row < 0 || row >= RowCount() || (hit.flags != LVHT_ONITEMSTATEICON && hit.flags != LVHT_ONITEMLABEL))
         return;
     ListView_SetItemState(list, -1, 0, LVIS_SELECTED);
     ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);

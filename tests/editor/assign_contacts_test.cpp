@@ -134,19 +134,25 @@ TEST_F(AssignContactsTest, ACheckIsAChangeAndIsSaved)
     EXPECT_EQ(Read(id).contacts, Ids({bo}));
 }
 
-TEST_F(AssignContactsTest, ATapOnTheBoxIsAChange)
+TEST_F(AssignContactsTest, ATapOnTheBoxOrTheNameIsAChange)
 {
     const CEOID ann = AddContact(L"Ann");
+    const CEOID bo = AddContact(L"Bo");
     CEOID id = AddEntry({});
     RunIn(&id, 1055, [](EditorWindow& editor) {
-        Contacts(editor).ClickLabel(0);
+        Contacts(editor).ClickBelow();
         EXPECT_FALSE(editor.SaveEnabled());
         Contacts(editor).ClickBox(0);
         EXPECT_TRUE(Contacts(editor).IsChecked(L"Ann"));
         EXPECT_TRUE(editor.SaveEnabled());
+        editor.Command(CMD_SAVE);
+        EXPECT_FALSE(editor.SaveEnabled());
+        Contacts(editor).ClickLabel(1);
+        EXPECT_TRUE(Contacts(editor).IsChecked(L"Bo"));
+        EXPECT_TRUE(editor.SaveEnabled());
         editor.Ok();
     });
-    EXPECT_EQ(Read(id).contacts, Ids({ann}));
+    EXPECT_EQ(Read(id).contacts, Ids({ann, bo}));
 }
 
 TEST_F(AssignContactsTest, UncheckingTheLastOneDeletesTheProperty)

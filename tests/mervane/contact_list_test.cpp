@@ -187,14 +187,23 @@ TEST_F(ContactList, ABoxIsTurnedByTheMouse)
     EXPECT_EQ(m_contacts.Assigned(), (std::vector<CEOID>{a}));
 }
 
-TEST_F(ContactList, AClickBesideTheBoxOnlySelects)
+TEST_F(ContactList, AClickOnTheNameTurnsItsBox)
+{
+    Add(L"a");
+    const CEOID b = Add(L"b");
+    Open();
+    Click(1, 4);
+    EXPECT_EQ(Focused(), 1);
+    EXPECT_EQ(m_changes, (std::vector<Change>{{1, b, true}}));
+    Click(1, 4);
+    EXPECT_TRUE(m_contacts.Assigned().empty());
+}
+
+TEST_F(ContactList, AClickBesideTheRowsTurnsNoBox)
 {
     Add(L"a");
     Add(L"b", L"Company");
     Open();
-    Click(1, 4);
-    EXPECT_EQ(Focused(), 1);
-    Click(1, 160);
     PostMessageW(m_list, WM_LBUTTONUP, 0, MAKELPARAM(100, 180));
     SendMessageW(m_list, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(100, 180));
     PumpMessages();
