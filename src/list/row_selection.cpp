@@ -30,7 +30,11 @@ bool RowSelection::OnItemChanged(const NMLISTVIEW& change)
     bool report = false;
     for (const CEOID id : std::exchange(m_unseen, {}))
         report |= m_tracker.Selection().Remove(id);
-    if (change.iItem == -1 && m_tracker.OnAllItemsChanged(change.uOldState, change.uNewState)) {
+    if (change.iItem == -1 && (change.uNewState & ~change.uOldState & LVIS_SELECTED)) {
+        const CeDBase::ReadScope scope(m_journal);
+        AddSelectedRows();
+        report = true;
+    } else if (change.iItem == -1 && m_tracker.OnAllItemsChanged(change.uOldState, change.uNewState)) {
         AddWhatIsLeft();
         report = true;
     } else if (change.iItem != -1)
@@ -42,6 +46,7 @@ bool RowSelection::OnRangeChanged(const NMLVODSTATECHANGE& change)
 {
     if (m_quiet)
         return false;
+    m_unseen.clear();
     m_tracker.Selection().Clear();
     if (change.iFrom > change.iTo)
         return true;
@@ -156,6 +161,7 @@ void RowSelection::Clear()
     const Quiet quiet(*this);
     if (m_list)
         ListView_SetItemState(m_list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    m_unseen.clear();
     m_tracker.Clear();
 }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 #include "list/entry_commands.h"
@@ -189,6 +190,31 @@ TEST_F(MissingEntries, LeaveTheSelectionWithTheNextClick)
         SelectAndRefresh({Unread()});
         ClickRow(2, keys);
         EXPECT_EQ(Selected(), List{App().Journal().IdOfRow(2)}) << keys;
+    }
+}
+
+// It may be readable again, and be selected by what comes between.
+TEST_F(MissingEntries, StayWhereTheyWereSelectedAnew)
+{
+    NMLVODSTATECHANGE range{};
+    range.hdr = {Handle(), static_cast<UINT_PTR>(GetDlgCtrlID(Handle())),
+                 static_cast<UINT>(LVN_ODSTATECHANGED)};
+    range.iTo = 1;
+    range.uNewState = LVIS_SELECTED;
+    const std::function<void()> waysOut[] = {
+        [&] { m_list.ClearSelection(); },
+        [&] {
+            SendMessageW(m_parent.Handle(), WM_NOTIFY, range.hdr.idFrom, reinterpret_cast<LPARAM>(&range));
+        },
+    };
+    for (const auto& way : waysOut) {
+        SelectAndRefresh({Unread()});
+        way();
+        m_list.Selection().Append(Unread());
+        ClickRow(2, MK_CONTROL);
+        const List selected = Selected();
+        EXPECT_EQ(std::count(selected.begin(), selected.end(), Unread()), 1);
+        m_list.ClearSelection();
     }
 }
 

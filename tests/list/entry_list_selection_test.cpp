@@ -53,6 +53,18 @@ TEST_F(EntryListSelection, WhatTheControlStillShowsAfterAllWereDeselectedIsSelec
     EXPECT_EQ(Selected(), List{Id(1)});
 }
 
+// As programs that help to read the screen do.
+TEST_F(EntryListSelection, AllThatAnotherProgramSelectsIsSelected)
+{
+    ClickRow(3);
+    ListView_SetItemState(Handle(), -1, LVIS_SELECTED, LVIS_SELECTED);
+    EXPECT_EQ(SelectedRows().size(), 20u);
+    ExpectSelectionAsSeen();
+    EXPECT_EQ(Selected().front(), Id(3)) << "the one that was selected before";
+    ListView_SetItemState(Handle(), -1, 0, LVIS_SELECTED);
+    ExpectSelectionAsSeen();
+}
+
 TEST_F(EntryListSelection, AClickSelectsTheRowWithoutTheFlag)
 {
     ClickRow(3);
