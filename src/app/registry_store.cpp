@@ -35,7 +35,8 @@ void ReportFailure(LSTATUS status)
         RegistryStore::ReportError(static_cast<DWORD>(status));
 }
 
-constexpr DWORD kListNameSize = 64; // with the terminator; a longer name is of no list
+constexpr DWORD kListNameSize = 64;    // with the terminator; a longer name is of no list
+constexpr size_t kMostMissing = 1'000; // of a list's values
 
 // The length of a list that ends with this value; 0 where it is none of the list's within the limit.
 DWORD LengthUpTo(const wchar_t* name, const wchar_t* prefix, DWORD limit)
@@ -168,14 +169,16 @@ DWORD RegistryStore::ListLength(const wchar_t* subkey, const wchar_t* prefix, DW
     const ScopedSubkey key = ScopedSubkey::Find(m_root.get(), subkey);
     wchar_t name[kListNameSize];
     LSTATUS status = key.Handle() ? ERROR_SUCCESS : ERROR_NO_MORE_ITEMS;
-    DWORD length = 0;
+    std::vector<DWORD> lengths; // up to each of the list's values
     for (DWORD index = 0; status == ERROR_SUCCESS || status == ERROR_MORE_DATA; ++index) {
         DWORD size = kListNameSize;
         status = RegEnumValueW(key.Handle(), index, name, &size, nullptr, nullptr, nullptr, nullptr);
         if (status == ERROR_SUCCESS)
-            length = std::max(length, LengthUpTo(name, prefix, limit));
+            if (const DWORD length = LengthUpTo(name, prefix, limit))
+                lengths.push_back(length);
     }
-    return length;
+    std::erase_if(lengths, [most = lengths.size() + kMostMissing](DWORD length) { return length > most; });
+    return lengths.empty() ? 0 : *std::max_element(lengths.begin(), lengths.end());
 }
 
 int RegistryStore::FindListString(const wchar_t* subkey, const wchar_t* prefix, const wchar_t* text,

@@ -121,6 +121,17 @@ TEST_F(SubjectBoxTest, ACountBeyondReasonEndsWithWhatIsStored)
     EXPECT_EQ(subjects[200], L"C");
 }
 
+// One stored value could ask for thousands of millions of empty subjects.
+TEST_F(SubjectBoxTest, AValueFarBehindTheOthersIsNoSubject)
+{
+    Store(0xFFFFFFFF, {L"A", L"B"});
+    for (const wchar_t* name : {L"subj1010", L"subj1000000", L"subj4294967294"})
+        App().SetString(kOptions, name, L"x");
+    EXPECT_EQ(ReadQuickSubjects(App()), (Texts{L"A", L"B"}));
+    App().SetString(kOptions, L"subj1002", L"C");
+    EXPECT_EQ(ReadQuickSubjects(App()).size(), 1003u);
+}
+
 // Names that a number at their end does not make one of the list's.
 TEST_F(SubjectBoxTest, OtherValuesAreNoSubjects)
 {
