@@ -39,13 +39,6 @@ bool IsChange(WORD code)
     return code == CBN_SELCHANGE || code == CBN_EDITCHANGE || code == EN_CHANGE;
 }
 
-// Of all that is broadcast as a changed setting: the work area and the locale.
-bool IsLaidOutBy(WPARAM action, LPARAM section)
-{
-    const auto* name = reinterpret_cast<const wchar_t*>(section);
-    return action == SPI_SETWORKAREA || (name && lstrcmpiW(name, L"intl") == 0);
-}
-
 } // namespace
 
 EntryEditor::EntryEditor(CEOID* id) : m_record(App().Journal(), id) {}
@@ -70,6 +63,16 @@ bool EntryEditor::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT*
     case kMsgControlFocused: m_scroll.Reveal(GetWindow(), reinterpret_cast<HWND>(lParam)); return true;
     default: return false;
     }
+}
+
+// Of all that is broadcast as a changed setting: the locale, and the work area where it is this window's.
+bool EntryEditor::IsLaidOutBy(WPARAM action, LPARAM section) const
+{
+    const auto* name = reinterpret_cast<const wchar_t*>(section);
+    if (name && lstrcmpiW(name, L"intl") == 0)
+        return true;
+    const RECT area = OwnWorkArea();
+    return action == SPI_SETWORKAREA && !EqualRect(&area, &m_workArea);
 }
 
 bool EntryEditor::OnCommand(int id, WORD code)

@@ -62,6 +62,7 @@ class EntryEditor : public Dialog {
     bool OnCommand(int id, WORD code);
     void RunCommand(int id, WORD code);
     void TrackChange(WORD code);
+    bool IsLaidOutBy(WPARAM action, LPARAM section) const;
     bool OnNotify(NMHDR* notification, LRESULT* result);
     bool OnViewNotify(NMHDR* notification, LRESULT* result);
     bool OnTimer(UINT_PTR id);

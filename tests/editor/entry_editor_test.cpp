@@ -390,6 +390,7 @@ TEST_F(EntryEditorTest, ABroadcastThatMeansNothingHereMovesNothing)
         const RECT label = editor.Rect(IDC_CATEGORIES_LABEL);
         SendMessageW(editor.Window(), WM_SETTINGCHANGE, 0, 0);
         SendMessageW(editor.Window(), WM_SETTINGCHANGE, SPI_SETNONCLIENTMETRICS, 0);
+        SendMessageW(editor.Window(), WM_SETTINGCHANGE, SPI_SETWORKAREA, 0); // of another monitor
         for (const wchar_t* section : {L"Environment", L"ImmersiveColorSet", L"Policy"})
             editor.TellOfChange(section);
         ExpectSameRect(editor.Rect(IDC_BODY), body);

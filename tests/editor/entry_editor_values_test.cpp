@@ -249,6 +249,22 @@ TEST_F(EntryEditorValuesTest, ADurationThatNobodyTouchedIsNotReadAgain)
     }
 }
 
+TEST_F(EntryEditorValuesTest, ADurationThatIsShownWronglyStaysWhereNobodyTouchesIt)
+{
+    EntryToWrite entry;
+    entry.date = At(kTuesday);
+    entry.duration = Minutes(32 * 24 * 60);
+    entry.endTime = entry.date + entry.duration;
+    CEOID id = Write(entry);
+    Run(&id, [&](EditorWindow& editor) {
+        EXPECT_EQ(editor.Text(IDC_DURATION), L"1 day");
+        editor.Focus(IDC_DURATION);
+        editor.Focus(IDC_SUBJECT);
+        editor.Command(CMD_SAVE);
+    });
+    EXPECT_EQ(Read(id).duration, entry.duration);
+}
+
 TEST_F(EntryEditorValuesTest, ANewDateKeepsTheTimeAndMovesTheEnd)
 {
     const JournalEntry entry = Stored([](EditorWindow& editor) {
