@@ -218,7 +218,7 @@ int wmain(int argc, wchar_t** argv)
     DbJournal journal;
     if (argc < 2 || !journal.Open(nullptr)) {
         fprintf(stderr, "the store was not opened: trouble %d\n", static_cast<int>(journal.Trouble()));
-        return 2;
+        return 100 + static_cast<int>(journal.Trouble());
     }
     if (argc == 5 && wcscmp(argv[1], L"churn") == 0)
         return RunChurn(journal, argv[2], _wtoi(argv[3]), static_cast<unsigned>(_wtoi(argv[4]))) ? 0 : 1;
