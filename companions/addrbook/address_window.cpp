@@ -74,7 +74,7 @@ bool AddressWindow::RegisterWindowClass(HINSTANCE instance)
     return RegisterClassW(&windowClass) || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
 }
 
-bool AddressWindow::Create(HINSTANCE instance, StartTurn* turn)
+bool AddressWindow::Create(HINSTANCE instance, Turn* turn)
 {
     m_instance = instance;
     m_turn = turn;

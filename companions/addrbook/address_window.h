@@ -14,7 +14,7 @@
 #include "app/registry_store.h"
 #include "mervane/db_contacts.h"
 #include "ui/gathered.h"
-#include "ui/start_turn.h"
+#include "mervane/turn.h"
 #include "ui/window_procedure.h"
 #include "util/owners.h"
 
@@ -33,7 +33,7 @@ class AddressWindow {
     [[nodiscard]] static bool RegisterWindowClass(HINSTANCE instance);
     // Opens the contacts and makes the window where it was left, which is not shown yet. False when either
     // fails: then there is no window. turn, if any, ends once other copies find it.
-    [[nodiscard]] bool Create(HINSTANCE instance, StartTurn* turn = nullptr);
+    [[nodiscard]] bool Create(HINSTANCE instance, Turn* turn = nullptr);
     // Tells a person why Create has failed, in a box.
     void TellFailure() const;
     // Tells which files beside the store were set aside, in a box over the window.
@@ -102,7 +102,7 @@ class AddressWindow {
     DbContacts m_contacts;
     ContactRows m_rows;
     HINSTANCE m_instance = nullptr;
-    StartTurn* m_turn = nullptr; // during the creation
+    Turn* m_turn = nullptr; // during the creation
     HWND m_window = nullptr;
     HWND m_find = nullptr;
     HWND m_findLabel = nullptr;

@@ -15,7 +15,7 @@ namespace {
 
 // A running copy's window over the same store, brought forward as large as it is; false when there is none.
 // No turn is held while the other copy answers.
-bool BringRunningCopyForward(uint64_t store, StartTurn& turn)
+bool BringRunningCopyForward(uint64_t store, Turn& turn)
 {
     HWND running = FindWindowOfStore(addrbook::kAddressWindowClass, store);
     if (!IsWindow(running))
@@ -30,7 +30,7 @@ enum class Made { Here, Elsewhere, Failed };
 Made MakeWindow(HINSTANCE instance, int showCommand, addrbook::AddressWindow& window)
 {
     const uint64_t store = mervane::StoreNumber(mervane::StorePath());
-    StartTurn turn = TurnForStore(L"AddressBook", store);
+    Turn turn = TurnForStore(L"AddressBook", store);
     if (BringRunningCopyForward(store, turn))
         return Made::Elsewhere;
     if (!window.Create(instance, &turn))

@@ -5,7 +5,7 @@
 #include "help/help_window.h"
 #include "help/one_window.h"
 #include "help/resource.h"
-#include "ui/start_turn.h"
+#include "mervane/turn.h"
 #include "ui/timer_faults.h"
 #include "util/program_search.h"
 
@@ -22,7 +22,7 @@ std::wstring ThisProgram()
 bool HandOverOrOpen(help::HelpWindow& window, const help::HelpRequest& request, HINSTANCE instance,
                     int showCommand)
 {
-    const StartTurn turn(help::kHelpTurn);
+    const Turn turn(help::kHelpTurn);
     if (help::HandOver(help::TextOfRequest(request)) || !window.Create(instance))
         return false;
     window.Show(request);

@@ -18,7 +18,7 @@ constexpr const wchar_t* kProgram = L"Journal";
 
 // A running copy's window over the same store, brought forward; false when there is none. No turn is held
 // while the other copy answers.
-bool BringRunningCopyForward(uint64_t store, StartTurn& turn)
+bool BringRunningCopyForward(uint64_t store, Turn& turn)
 {
     HWND running = FindWindowOfStore(kMainWindowClass, store);
     if (!IsWindow(running))
@@ -30,7 +30,7 @@ bool BringRunningCopyForward(uint64_t store, StartTurn& turn)
 
 bool IsRunning(uint64_t store)
 {
-    StartTurn turn = TurnForStore(kMainWindowClass, store);
+    Turn turn = TurnForStore(kMainWindowClass, store);
     return BringRunningCopyForward(store, turn);
 }
 
@@ -109,7 +109,7 @@ int JournalApp::InitInstance(HINSTANCE instance, int showCommand)
 // While this copy asked for the password, or waited for its turn, another one may have been faster.
 JournalApp::Made JournalApp::MakeMainWindow(uint64_t store)
 {
-    StartTurn turn = TurnForStore(kMainWindowClass, store);
+    Turn turn = TurnForStore(kMainWindowClass, store);
     if (BringRunningCopyForward(store, turn))
         return Made::Elsewhere;
     if (m_hasTried)

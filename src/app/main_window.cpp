@@ -77,7 +77,7 @@ bool MainWindow::RegisterWindowClass(HINSTANCE instance)
     return RegisterClassW(&windowClass) != 0;
 }
 
-HWND MainWindow::Create(HINSTANCE instance, StartTurn* turn)
+HWND MainWindow::Create(HINSTANCE instance, Turn* turn)
 {
     m_instance = instance;
     m_turn = turn;

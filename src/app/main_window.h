@@ -13,7 +13,7 @@
 #include "ui/gathered.h"
 #include "ui/launch.h"
 #include "ui/menu_tip.h"
-#include "ui/start_turn.h"
+#include "mervane/turn.h"
 #include "ui/window_procedure.h"
 
 constexpr const wchar_t* kMainWindowClass = L"Journal";
@@ -34,7 +34,7 @@ class MainWindow {
     static bool RegisterWindowClass(HINSTANCE instance);
     // Creates the window with everything in it. Null when the journal cannot be opened or the bands or the
     // list cannot be built; then no setting has been written. turn, if any, ends once other copies find it.
-    HWND Create(HINSTANCE instance, StartTurn* turn = nullptr);
+    HWND Create(HINSTANCE instance, Turn* turn = nullptr);
     // Shows the window the first time: the show command counts, and where it leaves it open the window comes
     // back as it was left.
     void ShowFirst(int showCommand);
@@ -88,7 +88,7 @@ class MainWindow {
 
     HWND m_window = nullptr;
     HINSTANCE m_instance = nullptr;
-    StartTurn* m_turn = nullptr; // during the creation
+    Turn* m_turn = nullptr; // during the creation
     MainBands m_bands;
     ColumnSet m_columns;
     EntryList m_list;

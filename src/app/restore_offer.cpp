@@ -84,7 +84,7 @@ BackupSearch FindBackup(const std::wstring& path)
 StoreTrouble RunInTurn(const std::wstring& path, const Restoration& restoration, const FoundBackup& backup)
 {
     const ScopedHourglass work;
-    const StartTurn turn = TurnForStore(kMainWindowClass, mervane::StoreNumber(path));
+    const Turn turn = TurnForStore(kMainWindowClass, mervane::StoreNumber(path));
     return restoration.HasAnother() ? StoreTrouble::None : restoration.Run(backup.path);
 }
 

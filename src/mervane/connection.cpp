@@ -7,6 +7,7 @@
 #include "mervane/aside_name.h"
 #include "mervane/schema.h"
 #include "mervane/store_copy.h"
+#include "mervane/store_path.h"
 #include "mervane/store_waiter.h"
 
 namespace mervane {
@@ -20,6 +21,9 @@ constexpr int kLogStep = 1000; // until the next try, when a reader was in the w
 
 // How often a transaction begins anew because another program has written in the moment of its beginning.
 constexpr int kMostBeginnings = 5;
+// Another program that opens or closes the store for longer is not waited for any more.
+constexpr DWORD kOpeningLimit = 10'000; // milliseconds
+constexpr DWORD kClosingLimit = 2'500;  // the end of a session may be waiting
 // Another program's write that takes longer is not waited for.
 constexpr ULONGLONG kLongestWait = 2500; // milliseconds
 constexpr DWORD kLongestStep = 25;       // between two tries
@@ -28,6 +32,11 @@ bool RunOnce(Statement& statement)
 {
     const ScopedReset reset(statement);
     return statement.Run();
+}
+
+std::wstring TurnName(const std::wstring& path)
+{
+    return L"Store." + std::to_wstring(StoreNumber(path));
 }
 
 bool UsesLog(Database& database)
@@ -45,6 +54,7 @@ StoreTrouble Connection::End()
     const std::wstring path = std::exchange(m_path, {});
     if (!m_database.Handle() || path.empty())
         return StoreTrouble::None;
+    m_closing.emplace(TurnName(path), kClosingLimit);
     const bool isThere = OpenedFile(path, m_database.FileHandle()).Look() == StoreTrouble::None;
     if (isThere && !IsWrittenOver())
         return StoreTrouble::None;
@@ -72,6 +82,7 @@ StoreTrouble Connection::KeepWhole(const std::wstring& path)
 
 bool Connection::Open(const std::wstring& path, const std::wstring& name)
 {
+    const Turn turn(TurnName(path), kOpeningLimit);
     if (const StoreTrouble trouble = OpenStoreFile(m_database, path, &m_setAside);
         trouble != StoreTrouble::None) {
         m_database.TakeTrouble();

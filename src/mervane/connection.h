@@ -1,6 +1,7 @@
 // A store's connection: its transactions, its view of other connections' changes, and its write-ahead log.
 #pragma once
 
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -8,6 +9,7 @@
 #include "mervane/file_start.h"
 #include "mervane/log_state.h"
 #include "mervane/sql_database.h"
+#include "mervane/turn.h"
 
 namespace mervane {
 
@@ -18,11 +20,14 @@ class Connection {
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    // name: a path by which it is looked for, through links that may come to lead elsewhere.
+    // name: a path by which it is looked for, through links that may come to lead elsewhere. Programs open a
+    // store one after the other: each looks at the file and at what lies beside it, and half of what another
+    // one is just making or taking away would look like what a loss of power leaves.
     [[nodiscard]] bool Open(const std::wstring& path, const std::wstring& name);
-    // Before the connection goes. The log stays where the store is not at its path any more, or was written
-    // over. Where it is not there, a whole copy of what was open is kept beside the path, as
-    // NAME.replaced-TIME. None, or why there is no such copy.
+    // Before the connection goes, which is to be soon: no other program opens the store until it has gone,
+    // nor closes it. The log stays where the store is not at its path any more, or was written over. Where it
+    // is not there, a whole copy of what was open is kept beside the path, as NAME.replaced-TIME. None, or
+    // why there is no such copy.
     StoreTrouble End();
     Database& Sql() { return m_database; }
     // What lay beside the file when it was opened and is not its own: told once.
@@ -65,6 +70,7 @@ class Connection {
     [[nodiscard]] bool TakeView();
     std::optional<LogState> StateAfterCommit();
 
+    std::optional<Turn> m_closing; // until the database is closed
     Database m_database;
     std::wstring m_path;
     OpenedFile m_file;

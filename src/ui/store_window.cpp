@@ -27,12 +27,12 @@ uint64_t StoreOfWindow(HWND window)
 
 } // namespace
 
-StartTurn TurnForStore(const wchar_t* program, uint64_t store)
+Turn TurnForStore(const wchar_t* program, uint64_t store)
 {
-    return StartTurn(std::wstring(program) + L"." + HexText(store));
+    return Turn(std::wstring(program) + L"." + HexText(store));
 }
 
-void SetStoreOfWindow(HWND window, uint64_t store, StartTurn* turn)
+void SetStoreOfWindow(HWND window, uint64_t store, Turn* turn)
 {
     SetPropW(window, kStoreProperty, reinterpret_cast<HANDLE>(store));
     if (turn)

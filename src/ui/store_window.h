@@ -5,16 +5,16 @@
 
 #include <cstdint>
 
-#include "ui/start_turn.h"
+#include "mervane/turn.h"
 
 // The turn of those copies of a program that open the same store. program is a word.
-StartTurn TurnForStore(const wchar_t* program, uint64_t store);
+Turn TurnForStore(const wchar_t* program, uint64_t store);
 
 // A window's number when it shows no store any more, since it is closing.
 constexpr uint64_t kNoStore = 1;
 // Says of a main window which store it shows, from its creation on; not 0. From then on the other copies find
 // it: a turn that is given ends here, before anything that may take long or ask a person.
-void SetStoreOfWindow(HWND window, uint64_t store, StartTurn* turn = nullptr);
+void SetStoreOfWindow(HWND window, uint64_t store, Turn* turn = nullptr);
 // The main window of the class that shows the store; one that does not say which store it shows counts too.
 // Null when there is none.
 HWND FindWindowOfStore(const wchar_t* windowClass, uint64_t store);

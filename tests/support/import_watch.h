@@ -15,6 +15,7 @@ extern decltype(&AbortDoc) __imp_AbortDoc;
 extern decltype(&CommDlgExtendedError) __imp_CommDlgExtendedError;
 extern decltype(&CopyFileW) __imp_CopyFileW;
 extern decltype(&CreateFileW) __imp_CreateFileW;
+extern decltype(&CreateMutexW) __imp_CreateMutexW;
 extern decltype(&CreateProcessW) __imp_CreateProcessW;
 extern decltype(&CreateWindowExW) __imp_CreateWindowExW;
 extern decltype(&DeleteFileW) __imp_DeleteFileW;
@@ -53,6 +54,7 @@ extern decltype(&RegisterClassW) __imp_RegisterClassW;
 extern decltype(&RegOpenKeyExW) __imp_RegOpenKeyExW;
 extern decltype(&RegQueryValueExW) __imp_RegQueryValueExW;
 extern decltype(&RegSetValueExW) __imp_RegSetValueExW;
+extern decltype(&ReleaseMutex) __imp_ReleaseMutex;
 extern decltype(&SendMessageW) __imp_SendMessageW;
 extern decltype(&SetCursor) __imp_SetCursor;
 extern decltype(&SetFileAttributesW) __imp_SetFileAttributesW;
@@ -69,6 +71,7 @@ extern decltype(&StartDocW) __imp_StartDocW;
 extern decltype(&StartPage) __imp_StartPage;
 extern decltype(&TextOutW) __imp_TextOutW;
 extern decltype(&UpdateWindow) __imp_UpdateWindow;
+extern decltype(&WaitForSingleObject) __imp_WaitForSingleObject;
 extern decltype(&WriteFile) __imp_WriteFile;
 }
 

@@ -35,16 +35,16 @@ TEST(StoreWindow, OneThatIsClosingDoesNotCount)
     EXPECT_EQ(FindWindowOfStore(kClass, 17), nullptr);
 }
 
-TEST(StartTurn, OneAfterTheOther)
+TEST(Turn, OneAfterTheOther)
 {
     std::atomic<bool> isStarted = false, isOver = false, cameAfter = false;
     std::thread other;
     {
-        const StartTurn turn = TurnForStore(L"Test", 17);
-        const StartTurn another = TurnForStore(L"Test", 18); // in nobody's way
+        const Turn turn = TurnForStore(L"Test", 17);
+        const Turn another = TurnForStore(L"Test", 18); // in nobody's way
         other = std::thread([&] {
             isStarted = true;
-            const StartTurn waiting = TurnForStore(L"Test", 17);
+            const Turn waiting = TurnForStore(L"Test", 17);
             cameAfter = isOver.load();
         });
         EXPECT_TRUE(PumpUntil([&] { return isStarted.load(); }));
@@ -57,14 +57,14 @@ TEST(StartTurn, OneAfterTheOther)
 }
 
 // Whatever the making of a window then asks or waits for, no other start waits for it.
-TEST(StartTurn, EndsWithTheWindowThatOthersFind)
+TEST(Turn, EndsWithTheWindowThatOthersFind)
 {
     const TestParent window;
-    StartTurn turn = TurnForStore(L"Test", 17);
+    Turn turn = TurnForStore(L"Test", 17);
     SetStoreOfWindow(window.Handle(), 17, &turn);
     std::atomic<bool> isOver = false;
     std::thread other([&] {
-        const StartTurn next = TurnForStore(L"Test", 17);
+        const Turn next = TurnForStore(L"Test", 17);
         isOver = true;
     });
     EXPECT_TRUE(PumpUntil([&] { return isOver.load(); }));
