@@ -26,7 +26,7 @@ class FaultedCommands : public FaultSweep {
                 *result = m_list->OnNotify(reinterpret_cast<NMHDR*>(lParam));
             return isOurs;
         });
-        m_list.emplace();
+        m_list.emplace(App().Journal(), App().Filter());
         if (!m_list->Create(m_parent->Handle(), &m_columns, LVS_REPORT | LVS_SHOWSELALWAYS, 0))
             return false;
         return m_list->Selection().Append(5) && m_list->Selection().Append(6);
