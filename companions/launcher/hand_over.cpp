@@ -102,6 +102,15 @@ std::wstring CommandOfMailProgram(HKEY root, const wchar_t* scheme, const std::w
     return {};
 }
 
+// What the system knows of the program for a file's ending or a scheme; empty where there is none.
+std::wstring TextOfProgram(ASSOCF kind, ASSOCSTR what, const wchar_t* name)
+{
+    wchar_t text[kLongestProgram] = L"";
+    DWORD size = kLongestProgram;
+    const ASSOCF flags = kind | ASSOCF_INIT_IGNOREUNKNOWN;
+    return AssocQueryStringW(flags, what, name, L"open", text, &size) == S_OK ? text : L"";
+}
+
 bool Open(const wchar_t* what)
 {
     SHELLEXECUTEINFOW execute{};
@@ -113,6 +122,22 @@ bool Open(const wchar_t* what)
     return ShellExecuteExW(&execute) != FALSE;
 }
 
+// Asked first: the system would offer to look for a program in its shop. A scheme may be left behind by a
+// program that is gone.
+bool IsAnswered(const wchar_t* scheme)
+{
+    return RegGetValueW(HKEY_CLASSES_ROOT, scheme, L"URL Protocol", RRF_RT_ANY, nullptr, nullptr, nullptr) ==
+               ERROR_SUCCESS &&
+           (IsFile(TextOfProgram(ASSOCF_IS_PROTOCOL, ASSOCSTR_EXECUTABLE, scheme)) ||
+            !TextOfProgram(ASSOCF_IS_PROTOCOL, ASSOCSTR_APPID, scheme).empty());
+}
+
+// An address of the scheme that says nothing more.
+bool OpenAddress(const wchar_t* scheme)
+{
+    return IsAnswered(scheme) && Open((std::wstring(scheme) + L":").c_str());
+}
+
 // The user chooses a program for addresses. It is opened as itself where it tells how, or else with an empty
 // message.
 bool StartChosenMail(const wchar_t* scheme)
@@ -120,18 +145,9 @@ bool StartChosenMail(const wchar_t* scheme)
     const std::wstring chosen =
         ReadText(HKEY_CURRENT_USER, std::wstring(kChoices) + scheme + L"\\UserChoice", L"ProgId");
     const UniqueKey key(OpenClass(chosen));
-    return key && (StartCommand(CommandOfMailProgram(HKEY_CURRENT_USER, scheme, chosen)) ||
-                   StartCommand(CommandOfMailProgram(HKEY_LOCAL_MACHINE, scheme, chosen)) ||
-                   Open((std::wstring(scheme) + L":").c_str()));
-}
-
-// What the system knows of the program for a file's ending or a scheme; empty where there is none.
-std::wstring TextOfProgram(ASSOCF kind, ASSOCSTR what, const wchar_t* name)
-{
-    wchar_t text[kLongestProgram] = L"";
-    DWORD size = kLongestProgram;
-    const ASSOCF flags = kind | ASSOCF_INIT_IGNOREUNKNOWN;
-    return AssocQueryStringW(flags, what, name, L"open", text, &size) == S_OK ? text : L"";
+    return key &&
+           (StartCommand(CommandOfMailProgram(HKEY_CURRENT_USER, scheme, chosen)) ||
+            StartCommand(CommandOfMailProgram(HKEY_LOCAL_MACHINE, scheme, chosen)) || OpenAddress(scheme));
 }
 
 // The program for files of an ending, without a file. One of the system's shop has no path, but a name.
@@ -151,23 +167,13 @@ bool StartProgram(const wchar_t* name)
     return size > 0 && size < MAX_PATH && StartCommand(L"\"" + std::wstring(folder) + L"\\" + name + L"\"");
 }
 
-// Asked first: the system would offer to look for a program in its shop. A scheme may be left behind by a
-// program that is gone.
-bool IsAnswered(const wchar_t* scheme)
-{
-    return RegGetValueW(HKEY_CLASSES_ROOT, scheme, L"URL Protocol", RRF_RT_ANY, nullptr, nullptr, nullptr) ==
-               ERROR_SUCCESS &&
-           (IsFile(TextOfProgram(ASSOCF_IS_PROTOCOL, ASSOCSTR_EXECUTABLE, scheme)) ||
-            !TextOfProgram(ASSOCF_IS_PROTOCOL, ASSOCSTR_APPID, scheme).empty());
-}
-
 bool Take(const Way& way)
 {
     switch (way.kind) {
     case Way::Kind::Client: return StartClient(way.name);
     case Way::Kind::ChosenMail: return StartChosenMail(way.name);
     case Way::Kind::FileType: return StartProgramOfFiles(way.name);
-    case Way::Kind::Protocol: return IsAnswered(way.name) && Open((std::wstring(way.name) + L":").c_str());
+    case Way::Kind::Protocol: return OpenAddress(way.name);
     case Way::Kind::Folder: return Open(way.name);
     case Way::Kind::Program: return StartProgram(way.name);
     }

@@ -167,6 +167,32 @@ TEST_F(HandOverTest, AChosenProgramThatIsGoneIsPassedOver)
     EXPECT_EQ(m_file.Read(), Quoted(CommandLineFile::ProgramPath()) + L" default");
 }
 
+// What the shell was to open, which it does not; it answers that it did, or that it could not.
+class ShellWatch {
+  public:
+    explicit ShellWatch(BOOL answer)
+    {
+        s_answer = answer;
+        s_asked.clear();
+    }
+    const std::vector<std::wstring>& Asked() const { return s_asked; }
+
+  private:
+    static BOOL WINAPI Note(SHELLEXECUTEINFOW* execute)
+    {
+        EXPECT_TRUE(execute->fMask & SEE_MASK_FLAG_NO_UI) << "the launcher says it, and nobody else";
+        EXPECT_TRUE(execute->fMask & SEE_MASK_NOASYNC) << "the process ends at once";
+        EXPECT_STREQ(execute->lpVerb, L"open");
+        EXPECT_EQ(execute->nShow, SW_SHOWNORMAL);
+        s_asked.push_back(execute->lpFile);
+        return s_answer;
+    }
+
+    static inline BOOL s_answer = FALSE;
+    static inline std::vector<std::wstring> s_asked;
+    const ImportWatch<decltype(&ShellExecuteExW)> m_watch{&__imp_ShellExecuteExW, Note};
+};
+
 TEST_F(HandOverTest, AnAddressWhoseProgramIsGoneIsNotOpened)
 {
     SetProtocol(L"mailto");
@@ -174,6 +200,20 @@ TEST_F(HandOverTest, AnAddressWhoseProgramIsGoneIsNotOpened)
     EXPECT_FALSE(HandOver(kMailErrand));
     SHDeleteKeyW(HKEY_CLASSES_ROOT, L"mailto\\shell");
     EXPECT_FALSE(HandOver(kMailErrand));
+}
+
+// The system would show its shop, and tell that it has opened the address.
+TEST_F(HandOverTest, AChosenProgramWhoseFileIsGoneIsPassedOver)
+{
+    SetClient(kMails, Quoted(CommandLineFile::ProgramPath()) + L" default");
+    SetProtocol(L"mailto");
+    SetText(HKEY_CLASSES_ROOT, L"mailto\\shell\\open\\command", nullptr, L"\"C:\\no such program.exe\" %1");
+    SetClass(L"Gone.Address");
+    Choose(L"Gone.Address");
+    const ShellWatch shell(TRUE);
+    EXPECT_TRUE(HandOver(kMailErrand));
+    EXPECT_EQ(shell.Asked(), std::vector<std::wstring>{});
+    EXPECT_EQ(m_file.Read(), Quoted(CommandLineFile::ProgramPath()) + L" default");
 }
 
 // The path of the program that the system was asked to start, which it does not.
@@ -255,31 +295,10 @@ TEST_F(HandOverTest, ASchemeThatIsNoProtocolIsNotOpened)
     EXPECT_FALSE(HandOver(kMailErrand));
 }
 
-// What the shell was to open, which it refuses.
-class NothingOpens {
-  public:
-    NothingOpens() { s_asked.clear(); }
-    const std::vector<std::wstring>& Asked() const { return s_asked; }
-
-  private:
-    static BOOL WINAPI Refuse(SHELLEXECUTEINFOW* execute)
-    {
-        EXPECT_TRUE(execute->fMask & SEE_MASK_FLAG_NO_UI) << "the launcher says it, and nobody else";
-        EXPECT_TRUE(execute->fMask & SEE_MASK_NOASYNC) << "the process ends at once";
-        EXPECT_STREQ(execute->lpVerb, L"open");
-        EXPECT_EQ(execute->nShow, SW_SHOWNORMAL);
-        s_asked.push_back(execute->lpFile);
-        return FALSE;
-    }
-
-    static inline std::vector<std::wstring> s_asked;
-    const ImportWatch<decltype(&ShellExecuteExW)> m_watch{&__imp_ShellExecuteExW, Refuse};
-};
-
 TEST_F(HandOverTest, ThatThereIsNothingIsSaidPlainly)
 {
     const NothingStarts nothingStarts;
-    const NothingOpens nothingOpens;
+    const ShellWatch nothingOpens(FALSE);
     const MessageBoxAnswerer boxes;
     EXPECT_EQ(RunErrand(kCalendarErrand), 1);
     EXPECT_EQ(RunErrand(kTasksErrand), 1);
@@ -304,7 +323,7 @@ TEST_F(HandOverTest, ThatThereIsNothingIsSaidPlainly)
 
 TEST_F(HandOverTest, WaysAreTakenInTheirOrderUntilOneLeadsAnywhere)
 {
-    const NothingOpens nothing;
+    const ShellWatch nothing(FALSE);
     for (const wchar_t* scheme : {L"outlookcal", L"outlookmail", L"ms-to-do", L"mailto"})
         SetProtocol(scheme);
     EXPECT_FALSE(HandOver(kCalendarErrand)) << "by the addresses of programs that the system has no more";
@@ -337,7 +356,7 @@ HWND FilesWindow()
 TEST_F(HandOverTest, TheComputersFilesOpen)
 {
     {
-        const NothingOpens nothing;
+        const ShellWatch nothing(FALSE);
         const NothingStarts nothingStarts;
         EXPECT_FALSE(HandOver(kFilesErrand));
         EXPECT_EQ(nothing.Asked(), std::vector<std::wstring>{L"::{20D04FE0-3AEA-1069-A2D8-08002B30309D}"});
