@@ -1,6 +1,7 @@
 #include "launcher/hand_over.h"
 
 #include <windows.h>
+#include <objbase.h>
 #include <shellapi.h>
 #include <shlwapi.h>
 
@@ -25,6 +26,23 @@ constexpr const wchar_t* kClients = L"Software\\Clients\\";
 constexpr const wchar_t* kChoices = L"Software\\Microsoft\\Windows\\Shell\\Associations\\UrlAssociations\\";
 constexpr DWORD kLongestKeyName = 255;  // characters
 constexpr DWORD kLongestProgram = 1024; // characters, with the terminator
+
+// COM on this thread: the shell may hand what it opens over to an extension, which needs it. Where the system
+// refuses, most things open all the same.
+class ScopedCom {
+  public:
+    ScopedCom() = default;
+    ~ScopedCom()
+    {
+        if (SUCCEEDED(m_result))
+            CoUninitialize();
+    }
+    ScopedCom(const ScopedCom&) = delete;
+    ScopedCom& operator=(const ScopedCom&) = delete;
+
+  private:
+    const HRESULT m_result = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
+};
 
 // A text of the registry with its variables filled in; empty when there is none.
 std::wstring ReadText(HKEY root, const std::wstring& key, const wchar_t* name)
@@ -194,6 +212,7 @@ const Errand kFilesErrand{
 
 bool HandOver(const Errand& errand)
 {
+    const ScopedCom com;
     return std::any_of(errand.ways.begin(), errand.ways.end(), Take);
 }
 

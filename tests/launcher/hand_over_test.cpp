@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <windows.h>
+#include <objbase.h>
 #include <shlwapi.h>
 
 #include <string>
@@ -167,6 +168,14 @@ TEST_F(HandOverTest, AChosenProgramThatIsGoneIsPassedOver)
     EXPECT_EQ(m_file.Read(), Quoted(CommandLineFile::ProgramPath()) + L" default");
 }
 
+// Of this thread; MTA, which nobody asks for, where it has none.
+APTTYPE Apartment()
+{
+    APTTYPE type = APTTYPE_MTA;
+    APTTYPEQUALIFIER qualifier{};
+    return SUCCEEDED(CoGetApartmentType(&type, &qualifier)) ? type : APTTYPE_MTA;
+}
+
 // What the shell was to open, which it does not; it answers that it did, or that it could not.
 class ShellWatch {
   public:
@@ -182,6 +191,7 @@ class ShellWatch {
     {
         EXPECT_TRUE(execute->fMask & SEE_MASK_FLAG_NO_UI) << "the launcher says it, and nobody else";
         EXPECT_TRUE(execute->fMask & SEE_MASK_NOASYNC) << "the process ends at once";
+        EXPECT_NE(Apartment(), APTTYPE_MTA) << "what opens it may be an extension of the shell's";
         EXPECT_STREQ(execute->lpVerb, L"open");
         EXPECT_EQ(execute->nShow, SW_SHOWNORMAL);
         s_asked.push_back(execute->lpFile);
@@ -330,6 +340,15 @@ TEST_F(HandOverTest, WaysAreTakenInTheirOrderUntilOneLeadsAnywhere)
     EXPECT_FALSE(HandOver(kMailErrand));
     EXPECT_FALSE(HandOver(kTasksErrand));
     EXPECT_EQ(nothing.Asked(), (std::vector<std::wstring>{L"mailto:", L"ms-to-do:"}));
+}
+
+TEST_F(HandOverTest, ComIsThereWhileTheShellIsAskedAndGoneAfterwards)
+{
+    const ShellWatch shell(TRUE);
+    ASSERT_EQ(Apartment(), APTTYPE_MTA);
+    EXPECT_TRUE(HandOver(kFilesErrand));
+    EXPECT_EQ(shell.Asked().size(), 1u) << "or nothing is tried here";
+    EXPECT_EQ(Apartment(), APTTYPE_MTA);
 }
 
 TEST_F(HandOverTest, TheUsersDefaultProgramComesBeforeTheComputers)
