@@ -127,6 +127,7 @@ TEST_F(OnScreen, EveryMenuIsWhole)
     ASSERT_NE(m_journal.Start(), nullptr);
     ASSERT_TRUE(ShowsRows(0));
     for (const WORD key : {WORD{'F'}, WORD{'E'}, WORD{'G'}, WORD{'T'}}) {
+        ASSERT_TRUE(Activate(Window()));
         PressKeys({VK_MENU, key});
         HWND popup = WaitForPopup(m_journal.Id());
         ASSERT_NE(popup, nullptr);
@@ -138,6 +139,7 @@ TEST_F(OnScreen, EveryMenuIsWhole)
 TEST_F(OnScreen, AboutIsWholeAndClosesWithEnter)
 {
     ASSERT_NE(m_journal.Start(), nullptr);
+    ASSERT_TRUE(Activate(Window()));
     PressKeys({VK_MENU, 'T'});
     ASSERT_NE(WaitForPopup(m_journal.Id()), nullptr);
     PressKey('A');
