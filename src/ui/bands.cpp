@@ -71,7 +71,8 @@ LRESULT Bands::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     switch (message) {
     case RB_MAXIMIZEBAND: return OnMaximize(wParam, lParam);
     case RB_MINIMIZEBAND: ForgetMaximized(RectOf(static_cast<int>(wParam)).top); break;
-    case WM_LBUTTONDOWN: OnButtonDown({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}); break;
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK: OnButtonDown({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}); break;
     case WM_LBUTTONUP: {
         OnButtonUp();
         NoteLayout();

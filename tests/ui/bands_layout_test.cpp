@@ -194,7 +194,7 @@ TEST(BandsLayout, DraggedWidthIsRestored)
 }
 
 // What the system's own procedure of a rebar does of itself when it lets go of the mouse: set it, and it is
-// done.
+// done. The second press of a double click is one to it, as any other.
 struct WithinTheControl {
     HWND rebar;
     UINT message;
@@ -205,19 +205,22 @@ struct WithinTheControl {
         const auto& sent = *reinterpret_cast<const CWPSTRUCT*>(lParam);
         if (code == HC_ACTION && s_current && sent.message == WM_CAPTURECHANGED &&
             sent.hwnd == s_current->rebar)
-            s_current->Do();
+            s_current->Do(s_current->message, 1, FALSE);
+        if (code == HC_ACTION && s_current && sent.message == WM_LBUTTONDBLCLK &&
+            sent.hwnd == s_current->rebar)
+            s_current->Do(WM_LBUTTONDOWN, sent.wParam, sent.lParam);
         return CallNextHookEx(nullptr, code, wParam, lParam);
     }
-    void Do() const
+    void Do(UINT what, WPARAM wParam, LPARAM lParam) const
     {
         WNDCLASSW own{};
         ASSERT_TRUE(GetClassInfoW(nullptr, REBARCLASSNAMEW, &own));
-        CallWindowProcW(own.lpfnWndProc, rebar, message, 1, FALSE);
+        CallWindowProcW(own.lpfnWndProc, rebar, what, wParam, lParam);
     }
 };
 
 // As some systems do where a gripper is clicked.
-TEST(BandsLayout, ABandThatTheControlMaximisesAtAClickCountsAsMaximised)
+void ExpectToFollowTwoClicks(UINT secondPress)
 {
     BandsWindow window(Scale(800));
     window.Show();
@@ -231,23 +234,33 @@ TEST(BandsLayout, ABandThatTheControlMaximisesAtAClickCountsAsMaximised)
             told.push_back(window.Restore(1).fMaximized != FALSE);
         return false;
     };
-    const auto click = [&] {
+    const auto click = [&](UINT press) {
         const LPARAM point = MAKELPARAM(window.BandRect(1).left + 4, window.BandRect(1).top + 6);
-        SendMessageW(window.Bands(), WM_LBUTTONDOWN, MK_LBUTTON, point);
+        SendMessageW(window.Bands(), press, MK_LBUTTON, point);
         SendMessageW(window.Bands(), WM_LBUTTONUP, 0, point);
     };
     const LONG before = window.BandRect(1).left;
     const UINT asked = window.Restore(1).cxRestored;
-    click();
+    click(WM_LBUTTONDOWN);
     EXPECT_LT(window.BandRect(1).left, before);
     EXPECT_TRUE(window.Restore(1).fMaximized);
     EXPECT_EQ(window.Restore(1).cxRestored, asked);
     EXPECT_FALSE(window.Restore(0).fMaximized);
     within.message = RB_MINIMIZEBAND;
-    click();
+    click(secondPress);
     EXPECT_FALSE(window.Restore(1).fMaximized);
     EXPECT_EQ(told, (std::vector{true, false}));
     WithinTheControl::s_current = nullptr;
+}
+
+TEST(BandsLayout, ABandThatTheControlMaximisesAtAClickCountsAsMaximised)
+{
+    ExpectToFollowTwoClicks(WM_LBUTTONDOWN);
+}
+
+TEST(BandsLayout, ADoubleClickOnAGripperIsTwoClicks)
+{
+    ExpectToFollowTwoClicks(WM_LBUTTONDBLCLK);
 }
 
 TEST(BandsLayout, DraggedWidthOutlivesANarrowWindow)
