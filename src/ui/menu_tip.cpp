@@ -2,11 +2,16 @@
 
 #include <commctrl.h>
 
+#include <utility>
+
+#include "ui/message_font.h"
+#include "ui/scale.h"
+
 namespace {
 
 constexpr int kTextSize = 80;
 constexpr UINT_PTR kTool = 1;
-constexpr LONG kGap = 4; // pixels: the menu's frame
+constexpr int kGap = 4; // pixels: the menu's frame
 
 TOOLINFOW ToolOf(HWND owner)
 {
@@ -62,15 +67,17 @@ bool MenuTip::Show(HWND owner, HMENU menu, UINT command)
     if (!LoadStringW(GetModuleHandleW(nullptr), command, text, kTextSize) ||
         !FindItem(menu, command, &item) || !Make(owner))
         return false;
+    FitFont(owner);
     TOOLINFOW tool = ToolOf(owner);
     tool.lpszText = text;
     SendMessageW(m_tip, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
-    MoveTo(m_tip, item.right + kGap, item.top);
+    const int gap = Scale(owner, kGap);
+    MoveTo(m_tip, item.right + gap, item.top);
     SendMessageW(m_tip, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));
     RECT place{};
     GetWindowRect(m_tip, &place); // its size is known from here on
     if (!IsWholeBeside(place, item))
-        MoveTo(m_tip, item.left - kGap - (place.right - place.left), item.top);
+        MoveTo(m_tip, item.left - gap - (place.right - place.left), item.top);
     return true;
 }
 
@@ -84,4 +91,16 @@ bool MenuTip::Make(HWND owner)
     TOOLINFOW tool = ToolOf(owner);
     SendMessageW(m_tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
     return m_tip != nullptr;
+}
+
+// The window is on another monitor than when the tip was shown last.
+void MenuTip::FitFont(HWND owner)
+{
+    const int dpi = DpiOf(owner);
+    if (std::exchange(m_dpi, dpi) == dpi)
+        return;
+    if (UniqueFont font = MakeTipFont(owner)) {
+        SendMessageW(m_tip, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
+        m_font = std::move(font);
+    }
 }

@@ -26,6 +26,12 @@ UniqueFont MakeMenuFont(HWND window)
     return UniqueFont(ReadMetrics(window, &metrics) ? CreateFontIndirectW(&metrics.lfMenuFont) : nullptr);
 }
 
+UniqueFont MakeTipFont(HWND window)
+{
+    NONCLIENTMETRICSW metrics{};
+    return UniqueFont(ReadMetrics(window, &metrics) ? CreateFontIndirectW(&metrics.lfStatusFont) : nullptr);
+}
+
 UniqueFont MakeControlFont(HWND window)
 {
     LOGFONTW font{};

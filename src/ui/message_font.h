@@ -9,6 +9,8 @@
 UniqueFont MakeMessageFont(HWND window);
 // Of menus; null on failure.
 UniqueFont MakeMenuFont(HWND window);
+// Of tips; null on failure.
+UniqueFont MakeTipFont(HWND window);
 // What lists and bars show of themselves, which they make for the system's resolution; null on failure.
 UniqueFont MakeControlFont(HWND window);
 // Gives such a control the font where its window has another resolution than the system's; null where it

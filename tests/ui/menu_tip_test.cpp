@@ -5,10 +5,13 @@
 
 #include "support/menu_driver.h"
 #include "support/test_windows.h"
+#include "ui/scale.h"
 #include "ui_test_resource.h"
 #include "util/owners.h"
 
 namespace {
+
+constexpr int kFrame = 1; // of a tip, which may lie outside of the place that it is given
 
 class MenuTipTest : public testing::Test {
   protected:
@@ -57,6 +60,12 @@ class MenuTipTest : public testing::Test {
         GetWindowRect(window, &place);
         return place;
     }
+    static LONG FontHeight(HWND window)
+    {
+        LOGFONTW font{};
+        GetObjectW(reinterpret_cast<HGDIOBJ>(SendMessageW(window, WM_GETFONT, 0, 0)), sizeof font, &font);
+        return font.lfHeight;
+    }
     RECT ItemPlace() const
     {
         RECT item{};
@@ -76,7 +85,7 @@ TEST_F(MenuTipTest, StandsBesideTheHighlightedItem)
         HWND tip = Shown();
         ASSERT_NE(tip, nullptr);
         EXPECT_EQ(TextOf(tip), L"Start something & more");
-        EXPECT_GE(PlaceOf(tip).left, ItemPlace().right);
+        EXPECT_NEAR(PlaceOf(tip).left, ItemPlace().right + Scale(m_owner.Handle(), 4), kFrame);
         EXPECT_GE(PlaceOf(tip).bottom, ItemPlace().top);
         EXPECT_LE(PlaceOf(tip).top, ItemPlace().bottom);
         EXPECT_TRUE(GetWindowLongPtrW(tip, GWL_EXSTYLE) & WS_EX_TOPMOST) << "as menus are";
@@ -101,13 +110,32 @@ TEST_F(MenuTipTest, GoesWithTheHighlight)
     });
 }
 
+TEST_F(MenuTipTest, IsOfTheResolutionThatItsWindowComesTo)
+{
+    const int dpi = DpiOf(m_owner.Handle());
+    LONG single = 0;
+    for (const int times : {1, 2, 1}) {
+        mervane::NoteDpi(m_owner.Handle(), static_cast<WPARAM>(dpi * times));
+        Track({20, 20}, [&] {
+            Select(IDS_MENU_TIP);
+            HWND tip = Shown();
+            ASSERT_NE(tip, nullptr);
+            if (!single)
+                single = FontHeight(tip);
+            EXPECT_EQ(FontHeight(tip), single * times);
+            EXPECT_NEAR(PlaceOf(tip).left, ItemPlace().right + times * Scale(4), kFrame);
+        });
+    }
+    mervane::ForgetDpi(m_owner.Handle());
+}
+
 TEST_F(MenuTipTest, StandsOnTheOtherSideWhereTheScreenEnds)
 {
     Track({GetSystemMetrics(SM_CXSCREEN), 20}, [this] {
         Select(IDS_MENU_TIP);
         HWND tip = Shown();
         ASSERT_NE(tip, nullptr);
-        EXPECT_LE(PlaceOf(tip).right, ItemPlace().left);
+        EXPECT_NEAR(PlaceOf(tip).right, ItemPlace().left - Scale(m_owner.Handle(), 4), kFrame);
     });
 }
 
