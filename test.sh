@@ -25,5 +25,5 @@ build debug || no_tests 'the build failed'
 results=build/debug/results
 rm -rf "$results"
 mkdir -p "$results"
-ctest --preset debug --parallel 2 --output-junit "$PWD/$results/ctest.xml" "$@"
+ctest --preset debug --parallel $(($(nproc) + 1)) --output-junit "$PWD/$results/ctest.xml" "$@"
 exec python3 tests/support/count_results.py "$results"
