@@ -23,6 +23,8 @@ constexpr unsigned kAtOnce = 10;
 constexpr unsigned kSoon = 250;
 constexpr unsigned kPause = 60'000;
 
+constexpr int kMostNamings = 1 + 2000 / kSoon; // in two seconds
+
 void DeleteUnfinishedBackups(const std::wstring& folder, const BackupNames& names)
 {
     for (const std::wstring& file : FilesLike(folder + L"*").value_or(std::vector<std::wstring>()))
@@ -87,6 +89,8 @@ unsigned StoreBackup::Begin(BackupDay today)
 void StoreBackup::End()
 {
     m_isMade = false;
+    m_isWhole = false;
+    m_namings = 0;
     m_copy.Discard();
 }
 
@@ -113,23 +117,37 @@ unsigned StoreBackup::CopyPages()
 // What was copied is no backup of the file that has come into the store's place.
 unsigned StoreBackup::Finish(MayGoOn mayGoOn)
 {
-    const WholeCheck::Result result = m_copy.Check(mayGoOn);
-    if (result == WholeCheck::Result::Interrupted)
+    if (!m_isWhole) {
+        const WholeCheck::Result result = m_copy.Check(mayGoOn);
+        if (result == WholeCheck::Result::Interrupted)
+            return kSoon;
+        m_isWhole = result == WholeCheck::Result::Whole;
+    }
+    m_trouble = m_isWhole ? m_store.LookAtFile() : m_copy.Trouble();
+    if (m_trouble == StoreTrouble::None && MayNameSoon())
         return kSoon;
-    m_trouble = result == WholeCheck::Result::Whole ? m_store.LookAtFile() : m_copy.Trouble();
-    if (m_trouble == StoreTrouble::None)
-        KeepCopy();
     End();
     return kNever;
+}
+
+// True while another program holds the copy, as one does that looks through each new file. It is not waited
+// for here: the window would stand still.
+bool StoreBackup::MayNameSoon()
+{
+    const BackupNames names(FileNameOf(m_path));
+    const StoreCopy::Naming naming = m_copy.TryName(BackupPath(m_path, names.OfDay(m_today)));
+    if (naming == StoreCopy::Naming::Held && ++m_namings < kMostNamings)
+        return true;
+    if (naming == StoreCopy::Naming::Named)
+        KeepCopy();
+    else
+        m_trouble = m_copy.Trouble();
+    return false;
 }
 
 void StoreBackup::KeepCopy()
 {
     const BackupNames names(FileNameOf(m_path));
-    if (!m_copy.Name(BackupPath(m_path, names.OfDay(m_today)))) {
-        m_trouble = m_copy.Trouble();
-        return;
-    }
     m_copy.Keep();
     const std::wstring folder = BackupPath(m_path, L"");
     const auto files = FilesLike(folder + L"*");

@@ -27,8 +27,8 @@ class StoreBackup {
     // Removes what was left unfinished, and begins the day's copy: not where the day has one, the store is
     // read-only, another file is in its place, or the disk has not room for two more.
     [[nodiscard]] unsigned Begin(BackupDay today);
-    // A step of a few pages. The last ones check the copy, as far as mayGoOn lets them, and delete backups
-    // that are too many.
+    // A step of a few pages. The last ones check the copy, as far as mayGoOn lets them, give it its name, for
+    // two seconds while another program holds it, and delete backups that are too many.
     [[nodiscard]] unsigned Step(MayGoOn mayGoOn);
     // Ends what is under way and removes it.
     void End();
@@ -38,13 +38,16 @@ class StoreBackup {
   private:
     [[nodiscard]] unsigned CopyPages();
     [[nodiscard]] unsigned Finish(MayGoOn mayGoOn);
+    [[nodiscard]] bool MayNameSoon();
     void KeepCopy();
 
     Connection& m_store;
     std::wstring m_path;
     BackupDay m_today{};
     StoreCopy m_copy;
-    bool m_isMade = false; // and not checked yet
+    bool m_isMade = false;  // and not checked yet
+    bool m_isWhole = false; // and has not its name yet
+    int m_namings = 0;      // that failed
     int m_restarts = 0;
     StoreTrouble m_trouble = StoreTrouble::None;
 };

@@ -142,6 +142,17 @@ bool StoreCopy::Name(const std::wstring& path)
     return true;
 }
 
+StoreCopy::Naming StoreCopy::TryName(const std::wstring& path)
+{
+    if (MoveFileExW(m_file.c_str(), path.c_str(), MOVEFILE_WRITE_THROUGH)) {
+        m_file = path;
+        return Naming::Named;
+    }
+    const DWORD error = GetLastError();
+    Fail(TroubleOfSystem(error));
+    return IsHeld(path, error) ? Naming::Held : Naming::Failed;
+}
+
 void StoreCopy::EndBackup()
 {
     sqlite3_backup_finish(std::exchange(m_backup, nullptr));

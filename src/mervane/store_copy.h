@@ -14,6 +14,7 @@ namespace mervane {
 class StoreCopy {
   public:
     enum class Progress { More, Held, Made, Failed };
+    enum class Naming { Named, Held, Failed };
 
     StoreCopy() = default;
     ~StoreCopy() { Discard(); }
@@ -35,8 +36,10 @@ class StoreCopy {
     // Of what was made; from the beginning where it was interrupted before.
     [[nodiscard]] WholeCheck::Result Check(MayGoOn mayGoOn = nullptr);
     // Gives the copy that was made and checked its name, unless a file has it. It is still deleted by
-    // Discard.
+    // Discard. Waits while another program holds the file, up to two seconds.
     [[nodiscard]] bool Name(const std::wstring& path);
+    // The same at once. Held: it may be named in a moment.
+    [[nodiscard]] Naming TryName(const std::wstring& path);
     // The copy stays.
     void Keep() { m_file.clear(); }
     // Ends what is under way; deletes the file, and a folder that was made for it if nothing else is in it.

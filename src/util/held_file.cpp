@@ -31,6 +31,8 @@ class WaitSign {
     bool m_isShown = false;
 };
 
+} // namespace
+
 // Access is denied to a file that somebody holds, and to one that somebody has deleted and still holds; but
 // also, for good, to a folder and to a file that is only to be read.
 bool IsHeld(const std::wstring& path, DWORD error)
@@ -42,8 +44,6 @@ bool IsHeld(const std::wstring& path, DWORD error)
                ? GetLastError() == ERROR_ACCESS_DENIED
                : !(attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY));
 }
-
-} // namespace
 
 bool DoWhileHeld(const std::wstring& path, const std::function<bool()>& work)
 {

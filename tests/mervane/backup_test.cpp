@@ -62,6 +62,32 @@ class Backup : public testing::Test {
         StepAll();
     }
 
+    // Makes the day's copy while another program has it open, which lets go of it once so many more steps
+    // have been asked for in 250 milliseconds; how many were. No step waits by itself.
+    int TriesWhileHeld(
+        int letGoAt, const std::function<void()>& letGo = [] {})
+    {
+        EXPECT_NE(m_journal.BeginBackup(kSaturday), 0u);
+        std::optional<HeldFile> held;
+        bool wasHeld = false;
+        int tries = 0;
+        while (const unsigned next = m_journal.StepBackup(nullptr)) {
+            for (const std::wstring& name : Found())
+                if (!wasHeld && name.ends_with(L".part")) {
+                    held.emplace(Folder() + name, 0, FILE_SHARE_READ | FILE_SHARE_WRITE);
+                    wasHeld = true;
+                }
+            if (next == 250 && ++tries == letGoAt) {
+                letGo();
+                EXPECT_EQ(held->Waits(), 0);
+                held.reset();
+            }
+        }
+        EXPECT_TRUE(wasHeld) << "or nothing is tried here";
+        EXPECT_TRUE(!held || held->Waits() == 0) << "in a step, which holds up the window";
+        return tries;
+    }
+
     std::wstring Folder() const { return BackupFolderOf(m_store.Path()); }
     std::wstring Name(const wchar_t* day) const { return m_stem + L"-2026-" + day + L".db"; }
     std::vector<std::wstring> Names(const std::vector<const wchar_t*>& days) const
@@ -478,17 +504,31 @@ TEST_F(Backup, ThatAnotherProgramHoldsBehindItsLastStepIsNone)
 TEST_F(Backup, GetsItsNameOnceWhoeverHoldsItLetsItGo)
 {
     Open(1);
-    ASSERT_NE(m_journal.BeginBackup(kSaturday), 0u);
-    std::optional<HeldFile> held;
-    StepAll([&] {
-        for (const std::wstring& name : Found())
-            if (!held && name.ends_with(L".part"))
-                held.emplace(Folder() + name, 3, FILE_SHARE_READ | FILE_SHARE_WRITE);
-    });
-    ASSERT_TRUE(held);
-    EXPECT_EQ(held->Waits(), 3);
+    EXPECT_EQ(TriesWhileHeld(3), 3);
     EXPECT_EQ(Found(), Names({L"01-31"}));
     EXPECT_EQ(EntriesIn(L"01-31"), 1);
+    EXPECT_EQ(m_journal.BackupTrouble(), StoreTrouble::None);
+}
+
+TEST_F(Backup, ThatIsHeldForTwoSecondsIsNone)
+{
+    Open(1);
+    EXPECT_EQ(TriesWhileHeld(100), 2000 / 250);
+    EXPECT_NE(m_journal.BackupTrouble(), StoreTrouble::None);
+    EXPECT_NE(m_journal.BackupTrouble(), StoreTrouble::Damaged);
+    EXPECT_NE(Found(), Names({L"01-31"}));
+    MakeBackup();
+    EXPECT_EQ(Found(), Names({L"01-31"}));
+}
+
+// The other file may come while the name is waited for, too.
+TEST_F(Backup, IsNoneWhereAnotherFileHasItsNameByTheTimeItIsLetGo)
+{
+    Open(1);
+    EXPECT_EQ(TriesWhileHeld(2, [this] { PutFile(Name(L"01-31")); }), 2);
+    EXPECT_EQ(ReadFileBytes(Folder() + Name(L"01-31")), "put");
+    EXPECT_EQ(Found(), Names({L"01-31"})) << "nothing unfinished beside it";
+    EXPECT_NE(m_journal.BackupTrouble(), StoreTrouble::None);
 }
 
 TEST_F(Backup, IsNoneWhereAFolderHasItsUnfinishedName)
