@@ -10,10 +10,10 @@
 #include "list/column_set.h"
 #include "list/entry_list.h"
 #include "list/find_request.h"
+#include "mervane/turn.h"
 #include "ui/gathered.h"
 #include "ui/launch.h"
 #include "ui/menu_tip.h"
-#include "mervane/turn.h"
 #include "ui/window_procedure.h"
 
 constexpr const wchar_t* kMainWindowClass = L"Journal";

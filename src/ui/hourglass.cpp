@@ -6,6 +6,7 @@ void ShowHourglass()
 {
     SetCursor(LoadCursorW(nullptr, IDC_WAIT));
 }
+
 // No pointer at all is what would be seen until the mouse is moved: the window below it is asked for its own.
 void RemoveHourglass()
 {
