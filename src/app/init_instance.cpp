@@ -11,6 +11,7 @@
 #include "ui/dialog_in_front.h"
 #include "ui/program_icon.h"
 #include "ui/store_window.h"
+#include "ui/taken_message.h"
 
 namespace {
 
@@ -76,7 +77,7 @@ void DropSystemHelpRequest(const MSG& message)
     constexpr UINT kKeyF1 = 0x004D;
     MSG request;
     if (message.message == WM_KEYDOWN && message.wParam == VK_F1)
-        PeekMessageW(&request, nullptr, kKeyF1, kKeyF1, PM_REMOVE);
+        (void)TakeMessage(kKeyF1, &request);
 }
 
 } // namespace

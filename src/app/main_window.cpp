@@ -33,6 +33,9 @@ constexpr int kMinHeight = 160;
 constexpr UINT kFromAccelerator = 1; // the high word of an accelerator's WM_COMMAND
 
 // As for a combo box.
+// Behind the bar's own handling of the click.
+constexpr UINT kMsgDropFilterMenu = WM_APP + 0x340;
+
 bool IsDropDownKey(const MSG& message)
 {
     return (message.message == WM_KEYDOWN && message.wParam == VK_F4) ||
@@ -136,6 +139,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
         return 1;
     case WM_COMMAND: return OnCommand(LOWORD(wParam), HIWORD(wParam) == kFromAccelerator && !lParam);
     case kMsgDatabaseChange: return OnDatabaseChange(wParam, lParam);
+    case kMsgDropFilterMenu: DropFilterMenu(); return 0;
     case kMsgSelectionChanged: return OnSelectionChanged(static_cast<int>(wParam));
     default: return DefWindowProcW(m_window, message, wParam, lParam);
     }
@@ -303,7 +307,7 @@ LRESULT MainWindow::OnNotify(NMHDR* notification)
     if (list && (notification->hwndFrom == list || notification->hwndFrom == ListView_GetHeader(list)))
         return m_list.OnNotify(notification);
     if (notification->code == TBN_DROPDOWN)
-        DropFilterMenu();
+        PostMessageW(m_window, kMsgDropFilterMenu, 0, 0);
     if (notification->code == TBN_GETINFOTIPW)
         m_bands.OnGetInfoTip(reinterpret_cast<NMTBGETINFOTIPW*>(notification));
     if (notification->idFrom == IDC_BANDS)
@@ -380,9 +384,11 @@ void MainWindow::ShowAbout()
 // A category that is chosen is sent as a command too, which does nothing.
 void MainWindow::DropFilterMenu()
 {
+    if (!IsWindowEnabled(m_window))
+        return; // a box has come up since the click
     FilterState& filter = App().Filter();
     const FilterMenu menu(filter);
-    const UINT command = TrackDropDown(m_bands.ButtonBar(), CMD_CONTACTS, menu.Handle(), m_window);
+    const UINT command = TrackPressedDropDown(m_bands.ButtonBar(), CMD_CONTACTS, menu.Handle(), m_window);
     if (!m_loaded)
         return; // the window was closed behind the menu
     menu.Choose(command, &filter);

@@ -25,6 +25,8 @@ namespace {
 
 // Shows the duration's words again once a box has finished closing its list.
 constexpr UINT kMsgShowDuration = WM_APP + 1;
+// wParam: the button whose menu drops, behind the bar's own handling of the click.
+constexpr UINT kMsgDropDown = WM_APP + 4;
 
 void ShowLimitReached(HWND owner)
 {
@@ -59,6 +61,7 @@ bool EntryEditor::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT*
     case WM_SETTINGCHANGE: return !IsLaidOutBy(wParam, lParam);
     case kMsgDatabaseChange: OnDatabaseChange(wParam, lParam); return true;
     case kMsgShowDuration: ShowDuration(); return true;
+    case kMsgDropDown: DropDown(static_cast<int>(wParam)); return true;
     case kMsgTimeTyped: SetModified(true); return true;
     case kMsgControlFocused: m_scroll.Reveal(GetWindow(), reinterpret_cast<HWND>(lParam)); return true;
     default: return false;
@@ -121,7 +124,11 @@ bool EntryEditor::OnNotify(NMHDR* notification, LRESULT* result)
         return true;
     switch (notification->code) {
     case DTN_DATETIMECHANGE: OnPickerChange(static_cast<int>(notification->idFrom)); return true;
-    case TBN_DROPDOWN: DropDown(reinterpret_cast<NMTOOLBARW*>(notification)->iItem); return true;
+    case TBN_DROPDOWN: {
+        const int button = reinterpret_cast<NMTOOLBARW*>(notification)->iItem;
+        PostMessageW(GetWindow(), kMsgDropDown, static_cast<WPARAM>(button), 0);
+        return true;
+    }
     case TBN_GETINFOTIPW: {
         auto* tip = reinterpret_cast<NMTBGETINFOTIPW*>(notification);
         lstrcpynW(tip->pszText, EditorBar::Tooltip(tip->iItem), tip->cchTextMax);
@@ -328,9 +335,9 @@ void EntryEditor::ShowTimer()
 void EntryEditor::DropDown(int button)
 {
     const UniqueMenu menu = PickerMenu(button);
-    if (!menu)
+    if (!menu || !IsWindowEnabled(GetWindow())) // a box may have come up since the click
         return;
-    if (const UINT chosen = TrackDropDown(m_bar.Window(), button, menu.get(), GetWindow()))
+    if (const UINT chosen = TrackPressedDropDown(m_bar.Window(), button, menu.get(), GetWindow()))
         Choose(button, static_cast<int>(chosen));
 }
 

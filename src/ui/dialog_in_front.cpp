@@ -1,5 +1,7 @@
 #include "ui/dialog_in_front.h"
 
+#include "ui/taken_message.h"
+
 namespace {
 
 struct FoundDialogs {
@@ -47,7 +49,7 @@ HWND MenuOwner(const GUITHREADINFO& info)
 void DropPosted(UINT message)
 {
     MSG posted;
-    while (PeekMessageW(&posted, nullptr, message, message, PM_REMOVE)) {
+    while (TakeMessage(message, &posted)) {
     }
 }
 

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "ui/taken_message.h"
+
 namespace {
 
 RECT ButtonOnScreen(HWND bar, int command)
@@ -18,10 +20,12 @@ RECT ButtonOnScreen(HWND bar, int command)
 // gets it may be settled only when it is taken.
 void TakeClickOn(const RECT& button)
 {
-    MSG message;
-    if (PeekMessageW(&message, nullptr, WM_LBUTTONDOWN, WM_LBUTTONDBLCLK, PM_NOREMOVE) &&
-        message.message != WM_LBUTTONUP && PtInRect(&button, message.pt))
-        PeekMessageW(&message, nullptr, WM_LBUTTONDOWN, WM_LBUTTONDBLCLK, PM_REMOVE);
+    for (const UINT kind : {UINT{WM_LBUTTONDOWN}, UINT{WM_LBUTTONDBLCLK}}) {
+        MSG message;
+        if (PeekMessageW(&message, nullptr, kind, kind, PM_NOREMOVE) && message.message == kind &&
+            PtInRect(&button, message.pt))
+            (void)TakeMessage(kind, &message);
+    }
 }
 
 } // namespace
@@ -50,4 +54,12 @@ UINT TrackDropDown(HWND bar, int command, HMENU menu, HWND owner)
                          corner.x, corner.y, owner, &exclude);
     TakeClickOn(button);
     return static_cast<UINT>(chosen);
+}
+
+UINT TrackPressedDropDown(HWND bar, int command, HMENU menu, HWND owner)
+{
+    SendMessageW(bar, TB_PRESSBUTTON, static_cast<WPARAM>(command), TRUE);
+    const UINT chosen = TrackDropDown(bar, command, menu, owner);
+    SendMessageW(bar, TB_PRESSBUTTON, static_cast<WPARAM>(command), FALSE);
+    return chosen;
 }

@@ -8,6 +8,9 @@
 // owner gets the menu's notifications but no WM_COMMAND. The click on the button that closes the menu does
 // not open it again.
 UINT TrackDropDown(HWND bar, int command, HMENU menu, HWND owner);
+// The same with the button pressed meanwhile. Not within the bar's own notification: the bar goes on behind
+// it, and may be gone by then, with the theme, the resolution or the session.
+UINT TrackPressedDropDown(HWND bar, int command, HMENU menu, HWND owner);
 
 // The place nearest to the wanted one that lies in the area.
 POINT PointWithin(POINT wanted, const RECT& area);

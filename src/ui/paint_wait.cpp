@@ -1,5 +1,7 @@
 #include "ui/paint_wait.h"
 
+#include "ui/taken_message.h"
+
 namespace {
 
 // A window that never becomes valid may not hold up the rest.
@@ -8,13 +10,8 @@ constexpr int kMostPaints = 50;
 void PaintWhatIsDue()
 {
     MSG message;
-    for (int i = 0; i < kMostPaints && PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE); ++i) {
-        if (message.message == WM_QUIT) { // comes whatever is asked for
-            PostQuitMessage(static_cast<int>(message.wParam));
-            return;
-        }
+    for (int i = 0; i < kMostPaints && TakeMessage(WM_PAINT, &message); ++i)
         DispatchMessageW(&message);
-    }
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "support/menu_driver.h"
 #include "mervane/db_categories.h"
 #include "res/resource.h"
+#include "ui/scale.h"
 
 namespace {
 
@@ -123,6 +124,29 @@ class MainWindowFilter : public MainWindowTest {
     DbCategories m_categories;
     RECT m_menuPlace{};
 };
+
+// The bar is made anew with a theme, and it may not be while it handles the click.
+TEST_F(MainWindowFilter, TheMenuDropsBehindTheClick)
+{
+    Create();
+    HWND bar = Buttons();
+    RECT button{};
+    SendMessageW(bar, TB_GETRECT, 111, reinterpret_cast<LPARAM>(&button));
+    bool isHandled = false;
+    const MenuDriver driver([&](HMENU) {
+        EXPECT_TRUE(isHandled);
+        EXPECT_NE(SendMessageW(bar, TB_ISBUTTONPRESSED, 111, 0), 0);
+        SendMessageW(m_window.Handle(), WM_THEMECHANGED, 0, 0);
+        EXPECT_FALSE(IsWindow(bar));
+        EndMenu();
+    });
+    const LPARAM arrow = MAKELPARAM(button.right - Scale(6), (button.top + button.bottom) / 2);
+    SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, arrow);
+    isHandled = true;
+    EXPECT_TRUE(PumpUntil([&] { return driver.Ran(); }));
+    EXPECT_EQ(SendMessageW(Buttons(), TB_ISBUTTONPRESSED, 111, 0), 0);
+    ReleaseCapture();
+}
 
 TEST_F(MainWindowFilter, AStoredFilterIsInForceFromTheStart)
 {

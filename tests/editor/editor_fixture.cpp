@@ -107,6 +107,7 @@ void EditorWindow::DropDown(int button) const
     NMTOOLBARW dropDown{};
     dropDown.iItem = button;
     Notify(Window(), Item(IDC_EDITOR_BAR), &dropDown.hdr, TBN_DROPDOWN);
+    PumpMessages();
 }
 
 int EditorWindow::BarState(int command) const

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "support/menu_driver.h"
 #include "ui/bands_window.h"
 #include "ui/input.h"
 #include "ui/scale.h"
+#include "ui/taken_message.h"
 #include "util/owners.h"
 
 namespace {
@@ -65,6 +67,39 @@ TEST_F(DropDownTest, ChosenItemIsReturnedAndNotSent)
         .Run();
     EXPECT_EQ(m_chosen, std::vector<UINT>{kSecondItem});
     EXPECT_TRUE(m_window.commands.empty());
+}
+
+// The window may have been closed behind the menu.
+TEST_F(DropDownTest, TheEndOfTheProgramIsNotTakenForAClick)
+{
+    const RECT button = ButtonRects(m_window.ButtonBar())[kFilterButton];
+    POINT middle = CenterOf(m_window.ButtonBar(), button);
+    ASSERT_TRUE(SetCursorPos(middle.x, middle.y));
+    const MenuDriver driver([](HMENU) {
+        PostQuitMessage(7);
+        EndMenu();
+    });
+    NMTOOLBARW notification{};
+    notification.hdr.hwndFrom = m_window.ButtonBar();
+    notification.iItem = kFilterCommand;
+    Drop(notification);
+    EXPECT_TRUE(driver.Ran());
+    MSG quit{};
+    EXPECT_TRUE(PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_EQ(quit.wParam, 7u);
+}
+
+TEST_F(DropDownTest, TheQuitMessageIsNoOther)
+{
+    MSG taken{};
+    PostQuitMessage(7);
+    EXPECT_FALSE(TakeMessage(WM_PAINT, &taken));
+    PostMessageW(nullptr, WM_APP, 1, 2);
+    EXPECT_TRUE(TakeMessage(WM_APP, &taken));
+    EXPECT_EQ(taken.lParam, 2);
+    EXPECT_FALSE(TakeMessage(WM_APP, &taken));
+    EXPECT_TRUE(PeekMessageW(&taken, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_EQ(taken.wParam, 7u);
 }
 
 TEST_F(DropDownTest, EscapeChoosesNothing)
