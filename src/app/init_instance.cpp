@@ -77,7 +77,7 @@ void DropSystemHelpRequest(const MSG& message)
     constexpr UINT kKeyF1 = 0x004D;
     MSG request;
     if (message.message == WM_KEYDOWN && message.wParam == VK_F1)
-        (void)TakeMessage(kKeyF1, &request);
+        (void)TakeMessage(nullptr, kKeyF1, &request);
 }
 
 } // namespace

@@ -32,10 +32,12 @@ constexpr int kMinWidth = 320;
 constexpr int kMinHeight = 160;
 constexpr UINT kFromAccelerator = 1; // the high word of an accelerator's WM_COMMAND
 
-// As for a combo box.
 // Behind the bar's own handling of the click.
 constexpr UINT kMsgDropFilterMenu = WM_APP + 0x340;
+// Behind the bands' own work, which the box of a setting that cannot be stored might make anew.
+constexpr UINT kMsgStoreBands = WM_APP + 0x341;
 
+// As for a combo box.
 bool IsDropDownKey(const MSG& message)
 {
     return (message.message == WM_KEYDOWN && message.wParam == VK_F4) ||
@@ -140,6 +142,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_COMMAND: return OnCommand(LOWORD(wParam), HIWORD(wParam) == kFromAccelerator && !lParam);
     case kMsgDatabaseChange: return OnDatabaseChange(wParam, lParam);
     case kMsgDropFilterMenu: DropFilterMenu(); return 0;
+    case kMsgStoreBands: StoreBands(); return 0;
     case kMsgSelectionChanged: return OnSelectionChanged(static_cast<int>(wParam));
     default: return DefWindowProcW(m_window, message, wParam, lParam);
     }
@@ -323,9 +326,15 @@ LRESULT MainWindow::OnBandsNotify(const NMHDR& notification)
         return 0;
     if (notification.code == RBN_HEIGHTCHANGE || notification.code == RBN_LAYOUTCHANGED) {
         RefitList();
-        SaveBandLayout(m_bands.Handle(), BandLayoutParts::StyleAndWidth, App());
+        PostMessageW(m_window, kMsgStoreBands, 0, 0);
     }
     return 0;
+}
+
+void MainWindow::StoreBands() const
+{
+    if (m_loaded)
+        SaveBandLayout(m_bands.Handle(), BandLayoutParts::StyleAndWidth, App());
 }
 
 LRESULT MainWindow::OnCommand(UINT id, bool fromKeyboard)

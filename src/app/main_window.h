@@ -70,6 +70,7 @@ class MainWindow {
     LRESULT OnGetMinMaxInfo(MINMAXINFO* info);
     LRESULT OnNotify(NMHDR* notification);
     LRESULT OnBandsNotify(const NMHDR& notification);
+    void StoreBands() const;
     LRESULT OnCommand(UINT command, bool fromKeyboard);
     LRESULT OnDatabaseChange(WPARAM code, LPARAM lParam);
     LRESULT OnSelectionChanged(int flag);

@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include "ui/taken_message.h"
+
 namespace {
 
 constexpr UINT_PTR kSubclass = 1;
@@ -85,7 +87,7 @@ void MaybePress(HWND bar, bool dropDownOnly)
 void DropCharacter(HWND bar)
 {
     MSG character;
-    PeekMessageW(&character, bar, WM_CHAR, WM_CHAR, PM_REMOVE);
+    (void)TakeMessage(bar, WM_CHAR, &character);
 }
 
 bool OnKey(HWND bar, WPARAM key)

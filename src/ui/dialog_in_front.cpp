@@ -49,7 +49,7 @@ HWND MenuOwner(const GUITHREADINFO& info)
 void DropPosted(UINT message)
 {
     MSG posted;
-    while (TakeMessage(message, &posted)) {
+    while (TakeMessage(nullptr, message, &posted)) {
     }
 }
 

@@ -24,7 +24,7 @@ void TakeClickOn(const RECT& button)
         MSG message;
         if (PeekMessageW(&message, nullptr, kind, kind, PM_NOREMOVE) && message.message == kind &&
             PtInRect(&button, message.pt))
-            (void)TakeMessage(kind, &message);
+            (void)TakeMessage(nullptr, kind, &message);
     }
 }
 

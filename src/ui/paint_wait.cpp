@@ -10,7 +10,7 @@ constexpr int kMostPaints = 50;
 void PaintWhatIsDue()
 {
     MSG message;
-    for (int i = 0; i < kMostPaints && TakeMessage(WM_PAINT, &message); ++i)
+    for (int i = 0; i < kMostPaints && TakeMessage(nullptr, WM_PAINT, &message); ++i)
         DispatchMessageW(&message);
 }
 

@@ -1,8 +1,8 @@
 #include "ui/taken_message.h"
 
-bool TakeMessage(UINT kind, MSG* taken)
+bool TakeMessage(HWND window, UINT kind, MSG* taken)
 {
-    if (!PeekMessageW(taken, nullptr, kind, kind, PM_REMOVE))
+    if (!PeekMessageW(taken, window, kind, kind, PM_REMOVE))
         return false;
     if (taken->message != WM_QUIT)
         return true;

@@ -3,6 +3,6 @@
 
 #include <windows.h>
 
-// Takes the next one of the kind; false where there is none. The quit message, which the system hands out
-// whatever is asked for, stays.
-bool TakeMessage(UINT kind, MSG* taken);
+// Takes the next one of the kind for the window, null for any; false where there is none. The quit message,
+// which the system hands out whatever is asked for, stays.
+bool TakeMessage(HWND window, UINT kind, MSG* taken);

@@ -4,6 +4,7 @@
 
 #include "app/main_window_fixture.h"
 #include "support/menu_driver.h"
+#include "support/send_input.h"
 #include "mervane/db_categories.h"
 #include "res/resource.h"
 #include "ui/scale.h"
@@ -100,6 +101,18 @@ class MainWindowFilter : public MainWindowTest {
             PostMessageW(menu, WM_KEYDOWN, VK_RETURN, 0);
         });
     }
+    // With the mouse.
+    void ClickArrow() const
+    {
+        RECT button{};
+        SendMessageW(Buttons(), TB_GETRECT, 111, reinterpret_cast<LPARAM>(&button));
+        MapWindowPoints(Buttons(), nullptr, reinterpret_cast<POINT*>(&button), 2);
+        const POINT arrow{button.right - Scale(6), (button.top + button.bottom) / 2};
+        SetCursorPos(arrow.x, arrow.y);
+        ASSERT_TRUE(PumpUntil([&] { return IsPointerAt(arrow); }));
+        SendMouse(MOUSEEVENTF_LEFTDOWN);
+        SendMouse(MOUSEEVENTF_LEFTUP);
+    }
     // What the dialog of a command is called; it is left with the button.
     std::wstring DialogOf(UINT command, int button, const std::function<void(HWND)>& action = nullptr)
     {
@@ -146,6 +159,41 @@ TEST_F(MainWindowFilter, TheMenuDropsBehindTheClick)
     EXPECT_TRUE(PumpUntil([&] { return driver.Ran(); }));
     EXPECT_EQ(SendMessageW(Buttons(), TB_ISBUTTONPRESSED, 111, 0), 0);
     ReleaseCapture();
+}
+
+TEST_F(MainWindowFilter, ASecondClickOnTheArrowClosesTheMenu)
+{
+    Create();
+    const MessageLog menus(m_window.Handle(), WM_INITMENUPOPUP);
+    static const MessageLog* s_menus;
+    s_menus = &menus;
+    const UINT_PTR endsSecond = SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR, DWORD) {
+        if (s_menus->Count() > 1)
+            EndMenu();
+    });
+    const MenuDriver driver([this](HMENU) { ClickArrow(); });
+    ASSERT_NO_FATAL_FAILURE(ClickArrow());
+    EXPECT_TRUE(PumpUntil([&] { return driver.Ran() && !FindWindowW(L"#32768", nullptr); }));
+    PumpMessages();
+    KillTimer(nullptr, endsSecond);
+    EXPECT_EQ(menus.Count(), 1u);
+    EXPECT_EQ(FindWindowW(L"#32768", nullptr), nullptr);
+}
+
+// Nothing is begun behind a dialog or a box.
+TEST_F(MainWindowFilter, NoMenuDropsFromAWindowThatIsDisabled)
+{
+    HWND window = Create();
+    const MessageLog menus(window, WM_INITMENUPOPUP);
+    NMTOOLBARW dropDown{};
+    dropDown.hdr = {Buttons(), 0, static_cast<UINT>(TBN_DROPDOWN)};
+    dropDown.iItem = 111;
+    const MenuDriver driver([](HMENU) { EndMenu(); });
+    EnableWindow(window, FALSE);
+    SendMessageW(window, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&dropDown));
+    PumpMessages();
+    EXPECT_EQ(menus.Count(), 0u);
+    EnableWindow(window, TRUE);
 }
 
 TEST_F(MainWindowFilter, AStoredFilterIsInForceFromTheStart)

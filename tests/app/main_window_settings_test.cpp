@@ -103,6 +103,9 @@ TEST_P(LayoutNotification, SavesStyleAndWidthOnly)
         App().RemoveValue(L"Settings", name);
     NMHDR header{Bands(), 102, GetParam()};
     SendMessageW(window, WM_NOTIFY, 102, reinterpret_cast<LPARAM>(&header));
+    EXPECT_EQ(App().GetNumber(L"Settings", L"mstyle", 0xABCDEF), 0xABCDEFu)
+        << "the bands are in the midst of their work, and a box would let them be made anew";
+    PumpMessages();
     for (const wchar_t* name : {L"mstyle", L"mrestore", L"tstyle", L"trestore"})
         EXPECT_NE(App().GetNumber(L"Settings", name, 0xABCDEF), 0xABCDEFu) << name;
     EXPECT_EQ(App().GetNumber(L"Settings", L"mmax", 0), 77u);

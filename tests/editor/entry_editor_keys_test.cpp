@@ -310,6 +310,23 @@ TEST_F(EntryEditorKeysTest, AClickOnADropDownButtonsBodyDropsItsMenu)
     });
 }
 
+// What comes in within a menu's loop may end the bar, which its handling of the click would not outlive.
+TEST_F(EntryEditorKeysTest, AClickOnADropDownButtonsArrowDropsItsMenuBehindTheClick)
+{
+    RunNew([&](EditorWindow& editor) {
+        HWND bar = editor.Item(IDC_EDITOR_BAR);
+        RECT rect{};
+        SendMessageW(bar, TB_GETRECT, CMD_PRIORITY, reinterpret_cast<LPARAM>(&rect));
+        const LPARAM point = MAKELPARAM(rect.right - 4, (rect.top + rect.bottom) / 2);
+        const MenuChooser chooser(CMD_PRIORITY_LOW);
+        SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, point);
+        EXPECT_FALSE(chooser.Chose());
+        SendMessageW(bar, WM_LBUTTONUP, 0, point);
+        EXPECT_TRUE(PumpUntil([&] { return editor.BarText(CMD_PRIORITY) == L"Low"; }));
+        EXPECT_TRUE(chooser.Chose());
+    });
+}
+
 TEST_F(EntryEditorKeysTest, AMenuThatIsLeftChangesNothing)
 {
     RunNew([&](EditorWindow& editor) {

@@ -89,15 +89,24 @@ TEST_F(DropDownTest, TheEndOfTheProgramIsNotTakenForAClick)
     EXPECT_EQ(quit.wParam, 7u);
 }
 
+TEST_F(DropDownTest, AMessageOfAnotherWindowStays)
+{
+    MSG taken{};
+    PostMessageW(m_window.Window(), WM_APP, 1, 0);
+    EXPECT_FALSE(TakeMessage(m_window.ButtonBar(), WM_APP, &taken));
+    EXPECT_TRUE(TakeMessage(m_window.Window(), WM_APP, &taken));
+    EXPECT_EQ(taken.wParam, 1u);
+}
+
 TEST_F(DropDownTest, TheQuitMessageIsNoOther)
 {
     MSG taken{};
     PostQuitMessage(7);
-    EXPECT_FALSE(TakeMessage(WM_PAINT, &taken));
+    EXPECT_FALSE(TakeMessage(nullptr, WM_PAINT, &taken));
     PostMessageW(nullptr, WM_APP, 1, 2);
-    EXPECT_TRUE(TakeMessage(WM_APP, &taken));
+    EXPECT_TRUE(TakeMessage(nullptr, WM_APP, &taken));
     EXPECT_EQ(taken.lParam, 2);
-    EXPECT_FALSE(TakeMessage(WM_APP, &taken));
+    EXPECT_FALSE(TakeMessage(nullptr, WM_APP, &taken));
     EXPECT_TRUE(PeekMessageW(&taken, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
     EXPECT_EQ(taken.wParam, 7u);
 }

@@ -40,7 +40,7 @@ TEST_F(HelpOfJournal, F1OpensItAndTheNextRequestMovesIt)
     EXPECT_TRUE(HelpShows(L"The entry window"));
     EXPECT_EQ(HelpViewer(), help);
     EXPECT_EQ(FindWindowExW(nullptr, help, kHelpViewer, nullptr), nullptr) << "one window";
-    EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == help; }));
+    EXPECT_TRUE(HelpStaysInFront());
     EXPECT_FALSE(HasMessageBox(m_journal.Id()));
     ASSERT_TRUE(Activate(editor));
     PressKey(VK_ESCAPE);
@@ -73,8 +73,8 @@ TEST_F(HelpOfJournal, F1InFindResultsOpensTheirPageAlone)
     PressKey(VK_F1);
     EXPECT_TRUE(HelpShows(L"Find Results"));
     HWND help = HelpViewer();
-    ASSERT_TRUE(WaitFor([&] { return GetForegroundWindow() == help; }));
     EXPECT_FALSE(IsWindowEnabled(Control(help, IDC_BACK))) << "no other page was asked for before";
+    ASSERT_TRUE(HelpStaysInFront());
     ASSERT_TRUE(Activate(results));
     ASSERT_TRUE(WaitFor([&] { return IsChild(results, FocusOf(results)); }));
     PressKey(VK_RETURN); // opens the entry
@@ -84,6 +84,7 @@ TEST_F(HelpOfJournal, F1InFindResultsOpensTheirPageAlone)
     EXPECT_TRUE(HelpShows(L"The entry window"));
     PostCommand(help, CMD_BACK);
     EXPECT_TRUE(HelpShows(L"Find Results")) << "nor one in between";
+    ASSERT_TRUE(HelpStaysInFront());
     for (HWND dialog : {editor, results}) {
         ASSERT_TRUE(Activate(dialog));
         PressKey(VK_ESCAPE);

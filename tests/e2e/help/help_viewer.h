@@ -26,6 +26,19 @@ inline bool HelpShows(const std::wstring& title)
     });
 }
 
+// Waits until the help has been in front for longer than it looks after that itself, so that it leaves
+// another window that comes forward then where it is.
+inline bool HelpStaysInFront()
+{
+    constexpr ULONGLONG kLooks = 700; // milliseconds
+    ULONGLONG since = GetTickCount64();
+    return WaitFor([&] {
+        if (!HelpViewer() || GetForegroundWindow() != HelpViewer())
+            since = GetTickCount64();
+        return GetTickCount64() - since > kLooks;
+    });
+}
+
 inline bool CloseHelp()
 {
     HWND window = HelpViewer();
