@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "bare_store.h"
-#include "mervane/ce_types.h"
+#include "mervane/values/ce_types.h"
 
 namespace bench {
 

@@ -11,7 +11,7 @@
 #include "report.h"
 #include "res/resource.h"
 #include "stores.h"
-#include "ui/work_area.h"
+#include "ui/screen/work_area.h"
 #include "written_pieces.h"
 
 namespace bench {

@@ -3,7 +3,7 @@
 #include "bare_find.h"
 #include "data/journal_entry.h"
 #include "figures.h"
-#include "list/find_search.h"
+#include "find/find_search.h"
 #include "measure.h"
 #include "report.h"
 #include "stores.h"

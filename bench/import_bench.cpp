@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "addrbook/contact_rows.h"
-#include "addrbook/import_job.h"
-#include "addrbook/vcard_contact.h"
+#include "addrbook/transfer/import_job.h"
 #include "bare_store.h"
 #include "figures.h"
+#include "formats/vcard/vcard_contact.h"
 #include "measure.h"
 #include "report.h"
 #include "stores.h"

@@ -1,12 +1,12 @@
 #include <memory>
 
 #include "app/journal_app.h"
-#include "app/registry_store.h"
 #include "figures.h"
 #include "list/display_cache.h"
 #include "list/entry_list.h"
 #include "measure.h"
 #include "report.h"
+#include "settings/registry_store.h"
 #include "sql_watch.h"
 #include "stores.h"
 

@@ -21,7 +21,7 @@ prepare() {
     mkdir -p build "$stores"
     build release || exit 1
     # Stores that an older schema or generator made are made anew.
-    newest=$(ls -t tools/sample/* src/mervane/schema.cpp | head -n 1)
+    newest=$(ls -t tools/sample/* src/mervane/connection/schema.cpp | head -n 1)
     for store in "$stores"/bulk-*.db; do
         if [ "$newest" -nt "$store" ]; then rm -f "$store"; fi
     done

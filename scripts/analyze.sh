@@ -8,7 +8,7 @@ cd "$(dirname "$0")/.." || exit 1
 need_packages $build_packages clang-tidy-14 cppcheck googletest
 [ -d build/deps/package ] || fail 'build once before, for the headers of SQLite'
 
-[ $# -gt 0 ] || set -- src/*/*.cpp
+[ $# -gt 0 ] || set -- $(find src -name '*.cpp')
 compiler=$(ls -d /usr/lib/gcc/x86_64-w64-mingw32/*-posix)
 defines='-DUNICODE -D_UNICODE -DSTRICT -DWIN32_LEAN_AND_MEAN -DNOMINMAX -D_WIN32_WINNT=0x0A00 -D_WIN32_IE=0x0A00'
 status=0

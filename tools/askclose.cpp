@@ -1,7 +1,7 @@
 // askclose.exe: asks the journal's window over the store that MERVANE_STORE names, or the user's own, to
 // close. Ends with 0 when there is one, whatever it makes of it, and with 1 when there is none.
 #include "app/main_window.h"
-#include "mervane/store_path.h"
+#include "mervane/file/store_path.h"
 #include "ui/store_window.h"
 
 int wmain()

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Writes the table of src/mervane/case_folding.cpp from Unicode's CaseFolding.txt:
+"""Writes the table of src/mervane/search/case_folding.cpp from Unicode's CaseFolding.txt:
 
-    python3 tools/make_case_folding.py /usr/share/unicode/CaseFolding.txt src/mervane/case_folding_table.cpp
+    python3 tools/make_case_folding.py /usr/share/unicode/CaseFolding.txt src/mervane/search/case_folding_table.cpp
 
 Debian's package unicode-data has that file. The table is kept in the tree, so that building needs neither."""
 import re

@@ -1,14 +1,14 @@
 #include "addrbook/address_window.h"
 #include "addrbook/contact_dialog.h"
-#include "addrbook/contact_record.h"
-#include "addrbook/count_text.h"
-#include "addrbook/export_job.h"
 #include "addrbook/file_choice.h"
 #include "addrbook/import_dialog.h"
-#include "addrbook/import_job.h"
 #include "addrbook/short_text.h"
+#include "addrbook/transfer/contact_record.h"
+#include "addrbook/transfer/count_text.h"
+#include "addrbook/transfer/export_job.h"
+#include "addrbook/transfer/import_job.h"
 #include "addrbook/transfer_dialog.h"
-#include "mervane/trouble.h"
+#include "mervane/file/trouble.h"
 
 namespace addrbook {
 

@@ -4,11 +4,11 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "addrbook/count_text.h"
 #include "addrbook/list_columns.h"
 #include "addrbook/resource.h"
-#include "mervane/trouble.h"
-#include "ui/drop_down.h"
+#include "addrbook/transfer/count_text.h"
+#include "mervane/file/trouble.h"
+#include "ui/bars/drop_down.h"
 
 namespace addrbook {
 

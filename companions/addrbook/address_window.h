@@ -8,13 +8,13 @@
 #include <string>
 #include <vector>
 
-#include "addrbook/contact.h"
 #include "addrbook/contact_dialog.h"
 #include "addrbook/contact_rows.h"
-#include "app/registry_store.h"
+#include "formats/vcard/contact.h"
 #include "mervane/db_contacts.h"
+#include "mervane/file/turn.h"
+#include "settings/registry_store.h"
 #include "ui/gathered.h"
-#include "mervane/turn.h"
 #include "ui/window_procedure.h"
 #include "util/owners.h"
 

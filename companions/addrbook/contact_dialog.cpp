@@ -3,11 +3,11 @@
 #include <array>
 #include <optional>
 
-#include "addrbook/contact_names.h"
-#include "addrbook/contact_record.h"
 #include "addrbook/resource.h"
-#include "addrbook/vcard_contact.h"
-#include "mervane/trouble.h"
+#include "addrbook/transfer/contact_record.h"
+#include "formats/vcard/contact_names.h"
+#include "formats/vcard/vcard_contact.h"
+#include "mervane/file/trouble.h"
 #include "ui/control_text.h"
 #include "ui/dialog.h"
 #include "ui/launch.h"

@@ -6,7 +6,7 @@
 #include <functional>
 #include <string>
 
-#include "addrbook/contact.h"
+#include "formats/vcard/contact.h"
 
 namespace addrbook {
 

@@ -1,8 +1,8 @@
 #include "addrbook/import_dialog.h"
 
-#include "addrbook/contact_record.h"
 #include "addrbook/resource.h"
 #include "addrbook/short_text.h"
+#include "addrbook/transfer/contact_record.h"
 #include "ui/dialog.h"
 #include "ui/launch.h"
 

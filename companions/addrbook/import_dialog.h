@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include "addrbook/import_question.h"
+#include "addrbook/transfer/import_question.h"
 
 namespace addrbook {
 

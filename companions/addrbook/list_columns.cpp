@@ -6,7 +6,7 @@
 #include <string>
 
 #include "addrbook/contact_rows.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 
 namespace addrbook {
 

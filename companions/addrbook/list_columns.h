@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include "app/registry_store.h"
+#include "settings/registry_store.h"
 
 namespace addrbook {
 

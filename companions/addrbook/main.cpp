@@ -3,8 +3,8 @@
 
 #include "addrbook/address_window.h"
 #include "addrbook/resource.h"
-#include "mervane/store_path.h"
-#include "mervane/store_waiter.h"
+#include "mervane/file/store_path.h"
+#include "mervane/file/store_waiter.h"
 #include "ui/dialog_in_front.h"
 #include "ui/paint_wait.h"
 #include "ui/store_window.h"

@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include "addrbook/transfer.h"
+#include "addrbook/transfer/transfer.h"
 
 namespace addrbook {
 

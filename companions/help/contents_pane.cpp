@@ -1,6 +1,6 @@
 #include "help/contents_pane.h"
 
-#include "ui/scoped.h"
+#include "ui/screen/scoped.h"
 
 namespace help {
 

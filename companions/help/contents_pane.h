@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "help/topics.h"
+#include "help/page/topics.h"
 
 namespace help {
 

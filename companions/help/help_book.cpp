@@ -5,7 +5,7 @@
 #include "help/help_file.h"
 #include "help/help_place.h"
 #include "help/help_request.h"
-#include "help/html_reader.h"
+#include "help/page/html_reader.h"
 #include "help/topic_work.h"
 
 namespace help {

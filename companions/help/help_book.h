@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "help/topic_text.h"
-#include "help/topics.h"
+#include "help/page/topic_text.h"
+#include "help/page/topics.h"
 
 namespace help {
 

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "help/page_text.h"
+#include "help/page/page_text.h"
 #include "util/owners.h"
 
 namespace help {

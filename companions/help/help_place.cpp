@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-#include "help/ascii_text.h"
 #include "help/help_request.h"
+#include "help/page/ascii_text.h"
 
 namespace help {
 

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "help/ascii_text.h"
+#include "help/page/ascii_text.h"
 
 namespace help {
 

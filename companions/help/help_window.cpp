@@ -5,12 +5,12 @@
 
 #include "help/one_window.h"
 #include "help/resource.h"
-#include "ui/message_font.h"
-#include "ui/program_icon.h"
-#include "ui/scale.h"
-#include "ui/window_placement.h"
+#include "settings/window_placement.h"
+#include "ui/pictures/program_icon.h"
+#include "ui/screen/message_font.h"
+#include "ui/screen/scale.h"
+#include "ui/screen/work_area.h"
 #include "ui/wine.h"
-#include "ui/work_area.h"
 
 namespace help {
 

@@ -9,13 +9,13 @@
 #include <string>
 #include <vector>
 
-#include "app/registry_store.h"
 #include "help/contents_pane.h"
-#include "help/find_in_topics.h"
 #include "help/help_book.h"
 #include "help/help_request.h"
 #include "help/history.h"
+#include "help/page/find_in_topics.h"
 #include "help/text_pane.h"
+#include "settings/registry_store.h"
 #include "ui/window_procedure.h"
 #include "util/owners.h"
 

@@ -5,7 +5,7 @@
 #include "help/help_window.h"
 #include "help/one_window.h"
 #include "help/resource.h"
-#include "mervane/turn.h"
+#include "mervane/file/turn.h"
 #include "ui/timer_faults.h"
 #include "util/program_search.h"
 

@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "ui/hourglass.h"
-#include "ui/scoped.h"
+#include "ui/screen/scoped.h"
 #include "util/owners.h"
 
 namespace help {

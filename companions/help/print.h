@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "help/help_document.h"
-#include "help/print_layout.h"
+#include "help/page/help_document.h"
+#include "help/page/print_layout.h"
 
 namespace help {
 

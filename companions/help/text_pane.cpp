@@ -6,10 +6,10 @@
 #include <cstring>
 #include <utility>
 
-#include "help/rtf_writer.h"
-#include "help/table_columns.h"
-#include "ui/scale.h"
-#include "ui/scoped.h"
+#include "help/page/rtf_writer.h"
+#include "help/page/table_columns.h"
+#include "ui/screen/scale.h"
+#include "ui/screen/scoped.h"
 
 namespace help {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "help/topic_text.h"
+#include "help/page/topic_text.h"
 
 namespace help {
 

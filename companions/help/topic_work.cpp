@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "help/topic_text.h"
+#include "help/page/topic_text.h"
 
 namespace help {
 

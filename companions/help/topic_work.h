@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "help/help_document.h"
+#include "help/page/help_document.h"
 
 namespace help {
 

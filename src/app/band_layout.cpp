@@ -1,8 +1,8 @@
 #include "app/band_layout.h"
 
 #include "res/resource.h"
-#include "ui/command_bands.h"
-#include "ui/scale.h"
+#include "ui/bars/command_bands.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

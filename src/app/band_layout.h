@@ -4,7 +4,7 @@
 #include <windows.h>
 #include <commctrl.h>
 
-#include "app/registry_store.h"
+#include "settings/registry_store.h"
 
 constexpr int kBandCount = 2; // 0: menu band, 1: button band
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "app/journal_app.h"
-#include "mervane/backup.h"
+#include "mervane/backup/backup_keep.h"
 #include "util/clock.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <optional>
 
 #include "app/quiet_notice.h"
-#include "mervane/backup_keep.h"
+#include "mervane/backup/backup_keep.h"
 #include "ui/window_timer.h"
 
 class DailyBackup {

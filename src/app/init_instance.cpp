@@ -5,11 +5,11 @@
 #include "app/main_window.h"
 #include "app/rescue_offer.h"
 #include "app/restore_offer.h"
-#include "mervane/store_path.h"
+#include "mervane/file/store_path.h"
 #include "options/password.h"
 #include "res/resource.h"
 #include "ui/dialog_in_front.h"
-#include "ui/program_icon.h"
+#include "ui/pictures/program_icon.h"
 #include "ui/store_window.h"
 #include "ui/taken_message.h"
 

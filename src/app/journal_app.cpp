@@ -1,7 +1,7 @@
 #include "app/journal_app.h"
 
 #include "app/main_window.h"
-#include "ui/work_area.h"
+#include "ui/screen/work_area.h"
 
 JournalApp::JournalApp() : m_journal(std::make_unique<DbJournal>()), m_mainWindow(nullptr, nullptr)
 {

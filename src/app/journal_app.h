@@ -7,9 +7,9 @@
 #include <cstdint>
 #include <memory>
 
-#include "app/registry_store.h"
-#include "list/filter_state.h"
+#include "data/filter_state.h"
 #include "mervane/db_journal.h"
+#include "settings/registry_store.h"
 #include "util/owners.h"
 
 class MainWindow;

@@ -5,9 +5,9 @@
 #include <iterator>
 
 #include "res/resource.h"
-#include "ui/command_bands.h"
-#include "ui/image_list.h"
-#include "ui/scale.h"
+#include "ui/bars/command_bands.h"
+#include "ui/pictures/image_list.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "app/band_layout.h"
-#include "app/registry_store.h"
+#include "settings/registry_store.h"
 #include "util/owners.h"
 
 class MainBands {

@@ -7,13 +7,13 @@
 #include "app/daily_backup.h"
 #include "app/main_bands.h"
 #include "app/quiet_notice.h"
-#include "list/column_set.h"
+#include "columns/column_set.h"
+#include "find/find_request.h"
 #include "list/entry_list.h"
-#include "list/find_request.h"
-#include "mervane/turn.h"
+#include "mervane/file/turn.h"
+#include "ui/bars/menu_tip.h"
 #include "ui/gathered.h"
 #include "ui/launch.h"
-#include "ui/menu_tip.h"
 #include "ui/window_procedure.h"
 
 constexpr const wchar_t* kMainWindowClass = L"Journal";

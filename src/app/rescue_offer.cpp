@@ -3,7 +3,7 @@
 #include "app/journal_app.h"
 #include "editor/entry_editor.h"
 #include "editor/stored_rescue.h"
-#include "mervane/store_path.h"
+#include "mervane/file/store_path.h"
 #include "util/date_text.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "mervane/trouble.h"
+#include "mervane/file/trouble.h"
 
 // Tells that the store at the path was not opened, why, and what was set aside beside it. Where its file is
 // broken and a backup is whole it asks whether that is to take its place, and says where the broken file is

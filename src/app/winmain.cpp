@@ -1,7 +1,7 @@
 #include <windows.h>
 
 #include "app/journal_app.h"
-#include "mervane/store_waiter.h"
+#include "mervane/file/store_waiter.h"
 #include "ui/paint_wait.h"
 #include "ui/timer_faults.h"
 #include "util/program_search.h"

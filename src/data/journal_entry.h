@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "mervane/ce_types.h"
+#include "mervane/values/ce_types.h"
 #include "mervane/z_stack.h"
 #include "util/time_count.h"
 

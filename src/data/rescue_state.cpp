@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "mervane/text_codec.h"
+#include "mervane/values/text_codec.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "editor/editor_bar.h"
 #include "res/resource.h"
 #include "ui/list_boxes.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 #include "ui/window_scroll.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #include "editor/categories_line.h"
 
-#include "editor/category_flags.h"
-#include "ui/scoped.h"
+#include "data/category_flags.h"
+#include "ui/screen/scoped.h"
 
 namespace {
 

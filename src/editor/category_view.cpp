@@ -1,8 +1,8 @@
 #include "editor/category_view.h"
 
-#include "editor/category_assignment.h"
-#include "editor/only_item.h"
 #include "editor/scoped_quiet.h"
+#include "pick/category_assignment.h"
+#include "pick/only_item.h"
 #include "res/resource.h"
 #include "ui/list_boxes.h"
 

@@ -1,9 +1,9 @@
 #include "editor/contact_view.h"
 
-#include "editor/only_item.h"
 #include "editor/scoped_quiet.h"
+#include "pick/only_item.h"
 #include "res/resource.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

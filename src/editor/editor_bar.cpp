@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "res/resource.h"
-#include "ui/image_list.h"
-#include "ui/scale.h"
+#include "ui/pictures/image_list.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

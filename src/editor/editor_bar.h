@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "editor/value_pickers.h"
-#include "ui/button_rows.h"
+#include "ui/bars/button_rows.h"
 #include "util/owners.h"
 
 class EditorBar {

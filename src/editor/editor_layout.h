@@ -14,7 +14,7 @@
 
 #include <vector>
 
-#include "ui/button_rows.h"
+#include "ui/bars/button_rows.h"
 
 struct EditorMetrics {
     SIZE workArea{};                      // right edge R and bottom B

@@ -4,8 +4,8 @@
 #include <cwchar>
 #include <utility>
 
-#include "editor/category_assignment.h"
-#include "editor/category_flags.h"
+#include "data/category_flags.h"
+#include "pick/category_assignment.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "app/registry_store.h"
+#include "settings/registry_store.h"
 
 // Of the subkey Options; the Options dialog stores them.
 constexpr const wchar_t* kDispCats = L"DispCats";

@@ -3,7 +3,7 @@
 #include <commdlg.h>
 
 #include "editor/categories_line.h"
-#include "editor/category_assignment.h"
+#include "pick/category_assignment.h"
 #include "ui/save_choice.h"
 #include "util/date_text.h"
 #include "util/duration_text.h"

@@ -4,7 +4,7 @@
 #include <windows.h>
 
 #include "editor/rescue_file.h"
-#include "mervane/ce_types.h"
+#include "mervane/values/ce_types.h"
 
 // Runs the editor over template 139 with the main window (or the given one) as owner. *id is the record to
 // open, 0 for a new entry; when a new record is written its identifier is stored there. Returns 1 when it was

@@ -13,8 +13,8 @@
 #include "editor/zoom.h"
 #include "res/resource.h"
 #include "ui/control_text.h"
-#include "ui/scale.h"
-#include "ui/work_area.h"
+#include "ui/screen/scale.h"
+#include "ui/screen/work_area.h"
 #include "util/clock.h"
 
 namespace {

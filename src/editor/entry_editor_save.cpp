@@ -10,7 +10,7 @@
 #include "editor/entry_copy.h"
 #include "editor/subject_box.h"
 #include "editor/value_pickers.h"
-#include "mervane/store_path.h"
+#include "mervane/file/store_path.h"
 #include "res/resource.h"
 #include "ui/control_text.h"
 #include "ui/typed_time.h"

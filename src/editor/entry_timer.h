@@ -4,8 +4,8 @@
 
 #include <windows.h>
 
-#include "app/registry_store.h"
 #include "editor/editor_times.h"
+#include "settings/registry_store.h"
 
 class EntryTimer {
   public:

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/registry_store.h"
+#include "settings/registry_store.h"
 
 constexpr const wchar_t* kSubjectCount = L"scount";
 

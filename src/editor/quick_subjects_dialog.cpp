@@ -12,8 +12,8 @@
 #include "res/resource.h"
 #include "ui/dialog.h"
 #include "ui/launch.h"
-#include "ui/scale.h"
-#include "ui/scoped.h"
+#include "ui/screen/scale.h"
+#include "ui/screen/scoped.h"
 
 namespace {
 

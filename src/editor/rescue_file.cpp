@@ -5,8 +5,8 @@
 #include <cwchar>
 #include <ranges>
 
-#include "mervane/folder_files.h"
-#include "mervane/store_path.h"
+#include "mervane/file/folder_files.h"
+#include "mervane/file/store_path.h"
 #include "util/held_file.h"
 #include "util/whole_file.h"
 

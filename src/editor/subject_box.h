@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "app/registry_store.h"
+#include "settings/registry_store.h"
 
 constexpr const wchar_t* kModifySubjects = L"<Modify Quick Subjects>";
 constexpr int kModifySubjectsItem = 0;

@@ -1,7 +1,7 @@
 #include "editor/zoom.h"
 
 #include "res/resource.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

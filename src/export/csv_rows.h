@@ -1,10 +1,10 @@
 // The rows of the comma-separated format. Nothing inside a value is escaped or doubled.
 #pragma once
 
+#include "columns/column_set.h"
 #include "export/exported_record.h"
 #include "export/piece_writer.h"
-#include "list/column_set.h"
-#include "mervane/trouble.h"
+#include "mervane/file/trouble.h"
 
 // The names of the chosen columns. The row is ended also when none is chosen.
 void WriteHeaderRow(const ColumnSet& columns, PieceWriter& file);

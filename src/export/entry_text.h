@@ -3,7 +3,7 @@
 
 #include "export/exported_record.h"
 #include "export/piece_writer.h"
-#include "mervane/trouble.h"
+#include "mervane/file/trouble.h"
 
 // Appends the entry's block. Without memory for one of its pieces the block ends there. trouble: as
 // WriteValue has it.

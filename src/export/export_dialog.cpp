@@ -11,8 +11,8 @@
 #include "ui/dialog.h"
 #include "ui/hourglass.h"
 #include "ui/launch.h"
-#include "ui/scale.h"
-#include "ui/work_area.h"
+#include "ui/screen/scale.h"
+#include "ui/screen/work_area.h"
 
 namespace {
 

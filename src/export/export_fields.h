@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "list/column_set.h"
+#include "columns/column_set.h"
 
 bool IsExportable(const ZColumn& column);      // it may be offered as a field
 bool IsChosenForExport(const ZColumn& column); // it is one, and it is to be written

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "columns/column_set.h"
 #include "export/exported_record.h"
 #include "export/piece_writer.h"
-#include "list/column_set.h"
-#include "list/passes_filter.h"
+#include "filter/passes_filter.h"
 #include "mervane/db_journal.h"
 
 enum class ExportFormat { CommaSeparated, SimpleText };

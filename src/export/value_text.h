@@ -2,8 +2,8 @@
 #pragma once
 
 #include "export/piece_writer.h"
-#include "mervane/ce_types.h"
-#include "mervane/trouble.h"
+#include "mervane/file/trouble.h"
+#include "mervane/values/ce_types.h"
 
 // Writes the property's text as one piece: date and time, words, phrase, the text itself as stored, or names
 // joined; nothing for an empty text and for a property that has none. False when there was no memory for it.

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "filter/passes_filter.h"
 #include "list/list_rows.h"
-#include "list/passes_filter.h"
 #include "util/owners.h"
 
 const DisplayRecord* DisplayCache::Block::Find(int row) const

@@ -4,8 +4,8 @@
 
 #include <vector>
 
+#include "data/filter_state.h"
 #include "list/display_record.h"
-#include "list/filter_state.h"
 #include "mervane/db_journal.h"
 
 constexpr int kCacheRows = 50;   // of a block, at least

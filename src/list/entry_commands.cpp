@@ -6,13 +6,13 @@
 #include <vector>
 
 #include "app/journal_app.h"
+#include "columns/columns_dialog.h"
 #include "editor/editor_settings.h"
 #include "editor/entry_editor.h"
-#include "list/columns_dialog.h"
 #include "list/entry_list.h"
 #include "list/not_done_box.h"
 #include "mervane/db_categories.h"
-#include "mervane/z_cats_dlg.h"
+#include "pick/z_cats_dlg.h"
 #include "ui/ownerless_box.h"
 #include "util/owners.h"
 

@@ -4,14 +4,14 @@
 #include <utility>
 
 #include "app/journal_app.h"
-#include "list/list_columns.h"
+#include "columns/list_columns.h"
 #include "list/list_rows.h"
 #include "res/resource.h"
-#include "ui/canvas.h"
 #include "ui/hourglass.h"
-#include "ui/image_list.h"
-#include "ui/message_font.h"
-#include "ui/scale.h"
+#include "ui/pictures/canvas.h"
+#include "ui/pictures/image_list.h"
+#include "ui/screen/message_font.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

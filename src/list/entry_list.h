@@ -5,7 +5,7 @@
 #include <windows.h>
 #include <commctrl.h>
 
-#include "list/column_set.h"
+#include "columns/column_set.h"
 #include "list/display_cache.h"
 #include "list/empty_notice.h"
 #include "list/list_rows.h"

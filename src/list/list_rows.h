@@ -3,8 +3,8 @@
 
 #include <optional>
 
-#include "list/filter_state.h"
-#include "list/passes_filter.h"
+#include "data/filter_state.h"
+#include "filter/passes_filter.h"
 #include "mervane/db_journal.h"
 
 constexpr DWORD kRowsMax = 65'535; // the count of what passes a filter goes no further than that of all

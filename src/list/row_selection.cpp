@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "ui/scoped.h"
+#include "ui/screen/scoped.h"
 
 namespace {
 

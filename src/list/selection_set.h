@@ -6,7 +6,7 @@
 #include <list>
 #include <unordered_map>
 
-#include "mervane/ce_types.h"
+#include "mervane/values/ce_types.h"
 
 class SelectionSet {
   public:

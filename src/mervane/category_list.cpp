@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "mervane/list_windows.h"
-#include "mervane/window_metrics.h"
+#include "util/window_metrics.h"
 
 namespace mervane {
 

@@ -5,7 +5,7 @@
 
 #include <span>
 
-#include "mervane/name_cache.h"
+#include "mervane/records/name_cache.h"
 
 namespace mervane {
 

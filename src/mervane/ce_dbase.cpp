@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
-#include "mervane/cursor.h"
-#include "mervane/id_blob.h"
-#include "mervane/store.h"
+#include "mervane/store/cursor.h"
+#include "mervane/store/store.h"
+#include "mervane/values/id_blob.h"
 
 using mervane::Cursor;
 using mervane::InfoOf;

@@ -9,9 +9,10 @@
 // from one that means that the answer is not known.
 #pragma once
 
-#include "mervane/ce_types.h"
-#include "mervane/row_filter.h"
-#include "mervane/trouble.h"
+#include "mervane/file/trouble.h"
+#include "mervane/order/row_filter.h"
+#include "mervane/values/database_change.h"
+#include "mervane/values/tables.h"
 
 #include <cstdint>
 #include <memory>
@@ -20,21 +21,7 @@
 namespace mervane {
 class Store;
 class Cursor;
-enum class TableId { Journal, Categories, Contacts };
 } // namespace mervane
-
-// Database keys: the name property of the two shared databases.
-constexpr CEPROPID kCategoriesKey = 0x4001001F;
-constexpr CEPROPID kContactsKey = 0x4013001F;
-
-// Posted to the owner window of an open database when another process or connection has changed it; wParam is
-// one of the codes below. The program's own writes are not announced: it refreshes its list itself.
-constexpr UINT kMsgDatabaseChange = WM_USER + 101;
-constexpr WPARAM kChangeWorkBegins = 1; // bulk work begins
-constexpr WPARAM kChangeCreated = 2;    // lParam: the record's identifier
-constexpr WPARAM kChangeModified = 6;
-constexpr WPARAM kChangeDeleted = 8;
-constexpr WPARAM kChangeWorkEnded = 15; // bulk work ended; lParam 0: rebuild
 
 class CeDBase {
   public:

@@ -4,8 +4,8 @@
 #include <iterator>
 
 #include "mervane/category_list.h"
-#include "mervane/id_blob.h"
-#include "mervane/store.h"
+#include "mervane/store/store.h"
+#include "mervane/values/id_blob.h"
 
 using mervane::TableId;
 

@@ -8,10 +8,6 @@
 #include "mervane/ce_dbase.h"
 #include "mervane/z_stack.h"
 
-constexpr CEPROPID kCategoryUses = 0x43EF0002;   // the use count, as far as 16 bits hold it (saturates)
-constexpr CEPROPID kCategoryHidden = 0x43F00012; // non-zero: hidden
-constexpr int kCategoryNameSize = 60;            // with the terminator
-
 class DbCategories : public CeDBase {
   public:
     DbCategories();

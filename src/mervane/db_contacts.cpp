@@ -6,8 +6,8 @@
 #include <algorithm>
 
 #include "mervane/contact_list.h"
-#include "mervane/id_blob.h"
-#include "mervane/store.h"
+#include "mervane/store/store.h"
+#include "mervane/values/id_blob.h"
 
 DbContacts::DbContacts() : CeDBase(mervane::TableId::Contacts) {}
 

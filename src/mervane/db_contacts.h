@@ -11,19 +11,6 @@ namespace mervane {
 class ContactList;
 } // namespace mervane
 
-// A contact's properties beside the File As text, all of them texts. E-mails and phones are one on a line,
-// lines end with CR LF.
-constexpr CEPROPID kContactCompany = 0x4006001F;
-constexpr CEPROPID kContactFirstName = 0x4020001F;
-constexpr CEPROPID kContactLastName = 0x4021001F;
-constexpr CEPROPID kContactJobTitle = 0x4022001F;
-constexpr CEPROPID kContactEmails = 0x4023001F;
-constexpr CEPROPID kContactPhones = 0x4024001F;
-constexpr CEPROPID kContactAddress = 0x4025001F;
-constexpr CEPROPID kContactBirthday = 0x4026001F;
-constexpr CEPROPID kContactNote = 0x4027001F;
-constexpr CEPROPID kContactExtra = 0x4028001F; // lines of a vCard that the others have no place for
-
 class DbContacts : public CeDBase {
   public:
     DbContacts();

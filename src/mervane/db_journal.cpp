@@ -1,7 +1,7 @@
 #include "mervane/db_journal.h"
 
-#include "mervane/record_search.h"
-#include "mervane/store.h"
+#include "mervane/store/record_search.h"
+#include "mervane/store/store.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "mervane/ce_types.h"
+#include "mervane/values/ce_types.h"
 
 class CeDBase;
 

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "app/registry_store.h"
+#include "settings/registry_store.h"
 
 constexpr int kPasswordMax = 8; // characters that are taken; what is typed beyond them does not count
 

@@ -1,7 +1,7 @@
 #include "options/preferences.h"
 
 #include "editor/editor_settings.h"
-#include "list/filter_settings.h"
+#include "filter/filter_settings.h"
 
 namespace {
 constexpr const wchar_t* kOpenOnFind = L"OpenOnFind"; // nobody reads it but the dialog

@@ -2,7 +2,7 @@
 // himself, each time.
 #pragma once
 
-#include "app/registry_store.h"
+#include "settings/registry_store.h"
 
 struct Preferences {
     bool confirmDelete = true;

@@ -4,15 +4,15 @@
 #include <utility>
 #include <vector>
 
-#include "mervane/store_waiter.h"
+#include "mervane/file/store_waiter.h"
 #include "ui/dialog_in_front.h"
 #include "ui/launch.h"
-#include "ui/program_icon.h"
-#include "ui/scale.h"
+#include "ui/pictures/program_icon.h"
+#include "ui/screen/scale.h"
+#include "ui/screen/work_area.h"
 #include "ui/select_all_key.h"
 #include "ui/session_end.h"
 #include "ui/wine.h"
-#include "ui/work_area.h"
 
 namespace {
 

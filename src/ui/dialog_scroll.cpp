@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "ui/list_boxes.h"
 
-#include "ui/canvas.h"
+#include "ui/pictures/canvas.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "mervane/turn.h"
+#include "mervane/file/turn.h"
 
 // The turn of those copies of a program that open the same store. program is a word.
 Turn TurnForStore(const wchar_t* program, uint64_t store);

@@ -5,8 +5,8 @@
 
 #include <utility>
 
-#include "mervane/store_waiter.h"
-#include "mervane/window_metrics.h"
+#include "mervane/file/store_waiter.h"
+#include "util/window_metrics.h"
 
 // The creation parameter is the object, or that of a Creation. It has a member m_window, which this sets and
 // clears, and OnMessage, which gets all that comes from WM_NCCREATE on, but for what is put off

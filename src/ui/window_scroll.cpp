@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // What is selected in the address book, what a deletion takes, and what other programs change below it.
-#include "address_window_fixture.h"
-#include "addrbook/contact_record.h"
 #include "addrbook/resource.h"
+#include "addrbook/transfer/contact_record.h"
+#include "address_window_fixture.h"
 #include "support/locked_store.h"
 #include "support/test_windows.h"
 

@@ -5,14 +5,14 @@
 #include <algorithm>
 #include <numeric>
 
-#include "address_window_fixture.h"
 #include "addrbook/contact_rows.h"
 #include "addrbook/resource.h"
-#include "app/registry_store.h"
+#include "address_window_fixture.h"
+#include "settings/registry_store.h"
 #include "support/resolution.h"
 #include "support/test_windows.h"
-#include "ui/scale.h"
-#include "ui/work_area.h"
+#include "ui/screen/scale.h"
+#include "ui/screen/work_area.h"
 
 namespace addrbook {
 

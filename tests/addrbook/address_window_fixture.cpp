@@ -2,8 +2,8 @@
 
 #include <commctrl.h>
 
-#include "addrbook/contact_record.h"
 #include "addrbook/resource.h"
+#include "addrbook/transfer/contact_record.h"
 #include "support/test_windows.h"
 
 namespace addrbook {

@@ -2,9 +2,9 @@
 
 #include <commctrl.h>
 
-#include "address_window_fixture.h"
-#include "addrbook/contact_record.h"
 #include "addrbook/resource.h"
+#include "addrbook/transfer/contact_record.h"
+#include "address_window_fixture.h"
 #include "cards.h"
 #include "support/help_requests.h"
 #include "support/test_windows.h"

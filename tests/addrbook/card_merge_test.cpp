@@ -1,11 +1,11 @@
-#include "addrbook/card_merge.h"
+#include "addrbook/transfer/card_merge.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <functional>
 
-#include "addrbook/reach_merge.h"
+#include "addrbook/transfer/reach_merge.h"
 #include "cards.h"
 
 namespace addrbook {

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "addrbook/vcard_contact.h"
+#include "formats/vcard/vcard_contact.h"
 
 namespace addrbook {
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "addrbook/card_merge.h"
-#include "addrbook/contact.h"
-#include "addrbook/vcard_reader.h"
+#include "addrbook/transfer/card_merge.h"
+#include "formats/vcard/contact.h"
+#include "formats/vcard/vcard_reader.h"
 
 namespace addrbook {
 

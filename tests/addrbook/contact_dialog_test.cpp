@@ -7,16 +7,16 @@
 
 #include <cstdlib>
 
-#include "addrbook/contact_record.h"
 #include "addrbook/resource.h"
+#include "addrbook/transfer/contact_record.h"
 #include "cards.h"
 #include "support/dialog_window.h"
 #include "support/help_requests.h"
 #include "support/resolution.h"
 #include "support/test_windows.h"
 #include "support/work_area_setting.h"
-#include "ui/scale.h"
-#include "ui/work_area.h"
+#include "ui/screen/scale.h"
+#include "ui/screen/work_area.h"
 
 namespace addrbook {
 

@@ -1,4 +1,4 @@
-#include "addrbook/contact_record.h"
+#include "addrbook/transfer/contact_record.h"
 
 #include <gtest/gtest.h>
 

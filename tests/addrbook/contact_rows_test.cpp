@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "addrbook/contact_record.h"
+#include "addrbook/transfer/contact_record.h"
 #include "support/test_store.h"
 
 namespace addrbook {

@@ -1,8 +1,8 @@
-#include "addrbook/contact_uids.h"
+#include "addrbook/transfer/contact_uids.h"
 
 #include <gtest/gtest.h>
 
-#include "addrbook/contact_record.h"
+#include "addrbook/transfer/contact_record.h"
 #include "support/test_store.h"
 
 namespace addrbook {

@@ -1,6 +1,6 @@
-#include "addrbook/export_job.h"
+#include "addrbook/transfer/export_job.h"
 
-#include "addrbook/contact_uids.h"
+#include "addrbook/transfer/contact_uids.h"
 #include "support/held_file.h"
 #include "support/locked_store.h"
 #include "transfers.h"

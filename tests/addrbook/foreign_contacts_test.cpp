@@ -3,9 +3,9 @@
 #include <windows.h>
 #include <sqlite3.h>
 
-#include "address_window_fixture.h"
-#include "addrbook/contact_record.h"
 #include "addrbook/resource.h"
+#include "addrbook/transfer/contact_record.h"
+#include "address_window_fixture.h"
 #include "support/test_windows.h"
 #include "transfers.h"
 

@@ -11,7 +11,7 @@
 #include "addrbook/resource.h"
 #include "support/help_requests.h"
 #include "support/test_windows.h"
-#include "ui/work_area.h"
+#include "ui/screen/work_area.h"
 
 namespace addrbook {
 

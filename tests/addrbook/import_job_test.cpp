@@ -1,4 +1,4 @@
-#include "addrbook/import_job.h"
+#include "addrbook/transfer/import_job.h"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "addrbook/text_lines.h"
+#include "formats/text/text_lines.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <set>
 
-#include "addrbook/contact_uids.h"
-#include "addrbook/count_text.h"
+#include "addrbook/transfer/contact_uids.h"
+#include "addrbook/transfer/count_text.h"
 #include "transfers.h"
 
 namespace addrbook {

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "addrbook/export_job.h"
-#include "addrbook/import_job.h"
+#include "addrbook/transfer/export_job.h"
+#include "addrbook/transfer/import_job.h"
 #include "cards.h"
 #include "support/test_store.h"
 

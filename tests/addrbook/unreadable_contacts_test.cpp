@@ -4,11 +4,11 @@
 
 #include <algorithm>
 
-#include "address_window_fixture.h"
-#include "addrbook/contact_record.h"
-#include "addrbook/count_text.h"
 #include "addrbook/resource.h"
-#include "mervane/trouble.h"
+#include "addrbook/transfer/contact_record.h"
+#include "addrbook/transfer/count_text.h"
+#include "address_window_fixture.h"
+#include "mervane/file/trouble.h"
 #include "support/fault_vfs.h"
 #include "support/test_drive.h"
 #include "support/test_windows.h"

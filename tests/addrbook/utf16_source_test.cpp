@@ -1,4 +1,4 @@
-#include "addrbook/utf16_source.h"
+#include "formats/text/utf16_source.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "addrbook/vcard_birthday.h"
+#include "formats/vcard/vcard_birthday.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "addrbook/vcard_charset.h"
+#include "formats/vcard/vcard_charset.h"
 
 #include <gtest/gtest.h>
 
-#include "addrbook/contact_record.h"
+#include "addrbook/transfer/contact_record.h"
 
 namespace addrbook {
 

@@ -1,9 +1,9 @@
-#include "addrbook/vcard_contact.h"
+#include "formats/vcard/vcard_contact.h"
 
 #include <gtest/gtest.h>
 
-#include "addrbook/contact_names.h"
 #include "cards.h"
+#include "formats/vcard/contact_names.h"
 
 namespace addrbook {
 

@@ -3,10 +3,10 @@
 
 #include <functional>
 
-#include "addrbook/contact_uids.h"
-#include "addrbook/vcard_contact.h"
+#include "addrbook/transfer/contact_uids.h"
 #include "allocations.h"
 #include "cards.h"
+#include "formats/vcard/vcard_contact.h"
 
 namespace addrbook {
 

@@ -1,8 +1,8 @@
 // What becomes of a card's own lines when a person changes the fields.
 #include <gtest/gtest.h>
 
-#include "addrbook/vcard_contact.h"
 #include "cards.h"
+#include "formats/vcard/vcard_contact.h"
 
 namespace addrbook {
 

@@ -1,4 +1,4 @@
-#include "addrbook/vcard_reader.h"
+#include "formats/vcard/vcard_reader.h"
 
 #include <gtest/gtest.h>
 

@@ -5,8 +5,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "addrbook/vcard_contact.h"
 #include "cards.h"
+#include "formats/vcard/vcard_contact.h"
 
 namespace addrbook {
 

@@ -1,4 +1,4 @@
-#include "addrbook/vcard_text.h"
+#include "formats/vcard/vcard_text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The About box, from its command.
 #include "app/main_window_fixture.h"
 #include "res/resource.h"
-#include "ui/work_area.h"
+#include "ui/screen/work_area.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include "res/resource.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
-#include "ui/command_bands.h"
-#include "ui/scale.h"
+#include "ui/bars/command_bands.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include "support/fault_vfs.h"
 #include "support/test_drive.h"
 #include "support/thread_hook.h"
-#include "ui/scale.h"
-#include "ui/work_area.h"
+#include "ui/screen/scale.h"
+#include "ui/screen/work_area.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "ui/image_list.h"
-#include "ui/scale.h"
+#include "ui/pictures/image_list.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

@@ -3,11 +3,11 @@
 #include <functional>
 
 #include "app/main_window_fixture.h"
-#include "support/menu_driver.h"
-#include "support/send_input.h"
 #include "mervane/db_categories.h"
 #include "res/resource.h"
-#include "ui/scale.h"
+#include "support/menu_driver.h"
+#include "support/send_input.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "app/main_window.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
-#include "ui/command_bands.h"
+#include "ui/bars/command_bands.h"
 
 HINSTANCE Instance();
 // Takes the quit message that a destroyed main window posts; true when there was one.

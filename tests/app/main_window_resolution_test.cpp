@@ -3,7 +3,7 @@
 
 #include "app/main_window_fixture.h"
 #include "support/resolution.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

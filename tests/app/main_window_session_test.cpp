@@ -8,7 +8,7 @@
 
 #include "app/main_window_fixture.h"
 #include "mervane/db_categories.h"
-#include "mervane/store_waiter.h"
+#include "mervane/file/store_waiter.h"
 #include "res/resource.h"
 #include "support/locked_store.h"
 #include "support/rescue_folder.h"

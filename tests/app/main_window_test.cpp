@@ -9,7 +9,7 @@
 #include "support/test_drive.h"
 #include "support/thread_hook.h"
 #include "support/work_area_setting.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 #include "util/clock.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "app/registry_store.h"
+#include "settings/registry_store.h"
 #include "support/test_windows.h"
 
 inline constexpr const wchar_t* kPath = L"Software\\Quillmarsh\\Store Test";

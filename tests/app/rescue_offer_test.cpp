@@ -3,7 +3,7 @@
 
 #include "app/main_window_fixture.h"
 #include "editor/rescue_file.h"
-#include "mervane/store_path.h"
+#include "mervane/file/store_path.h"
 #include "support/rescue_folder.h"
 
 namespace {

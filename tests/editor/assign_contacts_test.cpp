@@ -4,7 +4,7 @@
 #include <sqlite3.h>
 
 #include "support/unreadable_table.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "editor/category_assignment.h"
+#include "pick/category_assignment.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 
 #include <ostream>
 
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 
 static bool operator==(const RECT& a, const RECT& b)
 {

@@ -5,7 +5,7 @@
 #include "editor/stored_rescue.h"
 #include "editor/value_pickers.h"
 #include "editor_fixture.h"
-#include "mervane/store_path.h"
+#include "mervane/file/store_path.h"
 #include "support/import_watch.h"
 #include "support/locked_store.h"
 #include "support/rescue_folder.h"

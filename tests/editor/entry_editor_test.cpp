@@ -8,8 +8,8 @@
 #include "support/resolution.h"
 #include "support/selection_log.h"
 #include "support/work_area_setting.h"
-#include "ui/scale.h"
-#include "ui/work_area.h"
+#include "ui/screen/scale.h"
+#include "ui/screen/work_area.h"
 #include "util/date_text.h"
 
 namespace {

@@ -3,7 +3,7 @@
 
 #include "editor/editor_settings.h"
 #include "editor/zoom.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

@@ -2,14 +2,14 @@
 #include "assign_fixture.h"
 
 #include "editor/entry_editor_dialog.h"
-#include "mervane/store_path.h"
+#include "mervane/file/store_path.h"
 #include "support/import_watch.h"
 #include "support/locked_store.h"
 #include "support/settings_log.h"
 #include "support/thread_hook.h"
 #include "support/work_area_setting.h"
-#include "ui/scale.h"
-#include "ui/work_area.h"
+#include "ui/screen/scale.h"
+#include "ui/screen/work_area.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "quick_subjects_fixture.h"
-#include "ui/scale.h"
-#include "ui/work_area.h"
+#include "ui/screen/scale.h"
+#include "ui/screen/work_area.h"
 
 namespace {
 

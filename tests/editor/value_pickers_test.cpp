@@ -6,7 +6,7 @@
 #include "editor/picker_menus.h"
 #include "editor/zoom.h"
 #include "res/resource.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 #include "util/duration_text.h"
 
 namespace {

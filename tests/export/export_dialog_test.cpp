@@ -2,8 +2,8 @@
 
 #include "export/export_window.h"
 #include "support/help_requests.h"
-#include "ui/scale.h"
-#include "ui/work_area.h"
+#include "ui/screen/scale.h"
+#include "ui/screen/work_area.h"
 
 namespace {
 

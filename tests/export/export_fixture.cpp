@@ -8,7 +8,7 @@
 #include "mervane/db_contacts.h"
 #include "support/import_watch.h"
 #include "support/temporary_name.h"
-#include "ui/work_area.h"
+#include "ui/screen/work_area.h"
 
 extern "C" {
 extern decltype(&WriteFile) __imp_WriteFile;

@@ -1,6 +1,6 @@
 #include "export/export_window.h"
 
-#include "ui/work_area.h"
+#include "ui/screen/work_area.h"
 
 std::vector<std::wstring> ExportWindow::Fields() const
 {

@@ -8,7 +8,7 @@
 #include "app/journal_app.h"
 #include "editor/entry_editor.h"
 #include "fault_sweep.h"
-#include "mervane/z_cats_dlg.h"
+#include "pick/z_cats_dlg.h"
 #include "res/resource.h"
 #include "support/dialog_window.h"
 #include "support/test_windows.h"

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <random>
 
-#include "mervane/store_waiter.h"
+#include "mervane/file/store_waiter.h"
 #include "settings_of_run.h"
 #include "store_dump.h"
 

@@ -7,7 +7,7 @@
 #include <optional>
 #include <sstream>
 
-#include "addrbook/import_job.h"
+#include "addrbook/transfer/import_job.h"
 #include "disk_log.h"
 #include "mervane/records.h"
 #include "settings_of_run.h"

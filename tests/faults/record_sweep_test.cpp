@@ -1,7 +1,7 @@
 // An entry in the editor's hands under faults: read and written with its categories and contacts.
 #include <gtest/gtest.h>
 
-#include "editor/category_flags.h"
+#include "data/category_flags.h"
 #include "editor/editor_record.h"
 #include "fault_sweep.h"
 

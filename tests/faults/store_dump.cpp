@@ -6,7 +6,7 @@
 
 #include <sqlite3.h>
 
-#include "mervane/text_codec.h"
+#include "mervane/values/text_codec.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "fault_sweep.h"
-#include "mervane/category_draft.h"
 #include "mervane/records.h"
+#include "pick/category_draft.h"
 #include "util/owners.h"
 
 namespace {

@@ -1,12 +1,12 @@
 #include <algorithm>
 
-#include "help/find_in_topics.h"
-#include "help/html_reader.h"
-#include "help/page_text.h"
-#include "help/print_layout.h"
-#include "help/rtf_writer.h"
-#include "help/topic_text.h"
-#include "help/topics.h"
+#include "help/page/find_in_topics.h"
+#include "help/page/html_reader.h"
+#include "help/page/page_text.h"
+#include "help/page/print_layout.h"
+#include "help/page/rtf_writer.h"
+#include "help/page/topic_text.h"
+#include "help/page/topics.h"
 #include "targets.h"
 
 namespace fuzz {

@@ -4,8 +4,8 @@
 #include <chrono>
 #include <functional>
 
-#include "addrbook/vcard_contact.h"
-#include "addrbook/vcard_reader.h"
+#include "formats/vcard/vcard_contact.h"
+#include "formats/vcard/vcard_reader.h"
 #include "seeded.h"
 #include "targets.h"
 

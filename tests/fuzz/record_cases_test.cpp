@@ -4,8 +4,8 @@
 
 #include <map>
 
-#include "mervane/record_values.h"
-#include "mervane/text_codec.h"
+#include "mervane/records/record_values.h"
+#include "mervane/values/text_codec.h"
 #include "records.h"
 #include "seeded.h"
 #include "support/test_store.h"

@@ -18,13 +18,16 @@ out=build/fuzz
 # 16-bit characters as the programs have them, and the texts' templates compiled for them.
 flags='-std=c++20 -g -O1 -fshort-wchar -D_GLIBCXX_EXTERN_TEMPLATE=0 -Itests/fuzz/native -Itests/fuzz -Icompanions -Isrc
     -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined -Wall'
-sources="companions/addrbook/vcard_*.cpp companions/addrbook/contact_names.cpp companions/addrbook/text_lines.cpp
-    companions/addrbook/utf16_source.cpp companions/help/document_builder.cpp companions/help/entities.cpp
-    companions/help/find_in_topics.cpp companions/help/help_document.cpp companions/help/html_reader.cpp
-    companions/help/html_tokens.cpp companions/help/page_text.cpp companions/help/print_layout.cpp
-    companions/help/rtf_writer.cpp companions/help/table_columns.cpp companions/help/topic_text.cpp
-    companions/help/topics.cpp src/mervane/id_blob.cpp src/mervane/text_codec.cpp src/mervane/text_pattern.cpp
-    src/mervane/case_folding.cpp src/mervane/case_folding_table.cpp src/util/duration_text.cpp src/util/time_count.cpp
+sources="src/formats/vcard/vcard_*.cpp src/formats/vcard/contact_names.cpp src/formats/text/text_lines.cpp
+    src/formats/text/utf16_source.cpp companions/help/page/document_builder.cpp
+    companions/help/page/entities.cpp companions/help/page/find_in_topics.cpp
+    companions/help/page/help_document.cpp companions/help/page/html_reader.cpp
+    companions/help/page/html_tokens.cpp companions/help/page/page_text.cpp
+    companions/help/page/print_layout.cpp companions/help/page/rtf_writer.cpp
+    companions/help/page/table_columns.cpp companions/help/page/topic_text.cpp
+    companions/help/page/topics.cpp src/mervane/values/id_blob.cpp src/mervane/values/text_codec.cpp
+    src/mervane/search/text_pattern.cpp src/mervane/search/case_folding.cpp
+    src/mervane/search/case_folding_table.cpp src/util/duration_text.cpp src/util/time_count.cpp
     tests/fuzz/*_target.cpp tests/fuzz/*_targets.cpp tests/fuzz/native/platform.cpp"
 
 build_fuzzer() {

@@ -3,10 +3,10 @@
 #include <cstring>
 #include <set>
 
-#include "mervane/case_folding.h"
-#include "mervane/id_blob.h"
-#include "mervane/text_codec.h"
-#include "mervane/text_pattern.h"
+#include "mervane/search/case_folding.h"
+#include "mervane/search/text_pattern.h"
+#include "mervane/values/id_blob.h"
+#include "mervane/values/text_codec.h"
 #include "targets.h"
 
 namespace fuzz {

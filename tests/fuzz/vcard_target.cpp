@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <vector>
 
-#include "addrbook/contact_names.h"
-#include "addrbook/vcard_charset.h"
-#include "addrbook/vcard_contact.h"
-#include "addrbook/vcard_reader.h"
-#include "mervane/text_codec.h"
+#include "formats/vcard/contact_names.h"
+#include "formats/vcard/vcard_charset.h"
+#include "formats/vcard/vcard_contact.h"
+#include "formats/vcard/vcard_reader.h"
+#include "mervane/values/text_codec.h"
 #include "targets.h"
 
 namespace fuzz {

@@ -8,8 +8,8 @@
 #include <regex>
 #include <set>
 
-#include "help/find_in_topics.h"
 #include "help/help_book.h"
+#include "help/page/find_in_topics.h"
 #include "help/resource.h"
 #include "pages.h"
 #include "ui/launch.h"

@@ -8,7 +8,7 @@
 #include "help/resource.h"
 #include "help_window_fixture.h"
 #include "support/test_windows.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 
 namespace help {
 namespace {

@@ -5,13 +5,13 @@
 
 #include <algorithm>
 
-#include "help/resource.h"
 #include "help/help_file.h"
+#include "help/resource.h"
 #include "help_window_fixture.h"
 #include "support/resolution.h"
 #include "support/test_windows.h"
-#include "ui/scale.h"
-#include "ui/work_area.h"
+#include "ui/screen/scale.h"
+#include "ui/screen/work_area.h"
 
 namespace help {
 namespace {

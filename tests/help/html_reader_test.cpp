@@ -1,8 +1,8 @@
-#include "help/html_reader.h"
+#include "help/page/html_reader.h"
 
 #include <gtest/gtest.h>
 
-#include "help/html_tokens.h"
+#include "help/page/html_tokens.h"
 #include "pages.h"
 
 namespace help {

@@ -1,4 +1,4 @@
-#include "help/page_text.h"
+#include "help/page/page_text.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "help/html_reader.h"
+#include "help/page/html_reader.h"
 
 namespace help {
 

@@ -1,4 +1,4 @@
-#include "help/print_layout.h"
+#include "help/page/print_layout.h"
 
 #include <gtest/gtest.h>
 

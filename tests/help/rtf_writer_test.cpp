@@ -1,4 +1,4 @@
-#include "help/rtf_writer.h"
+#include "help/page/rtf_writer.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "help/table_columns.h"
+#include "help/page/table_columns.h"
 
 #include <gtest/gtest.h>
 

@@ -7,8 +7,8 @@
 #include <iterator>
 
 #include "help/help_file.h"
-#include "help/html_reader.h"
-#include "help/topics.h"
+#include "help/page/html_reader.h"
+#include "help/page/topics.h"
 #include "help_window_fixture.h"
 
 namespace help {

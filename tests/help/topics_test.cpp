@@ -1,10 +1,10 @@
-#include "help/topics.h"
+#include "help/page/topics.h"
 
 #include <gtest/gtest.h>
 
-#include "help/find_in_topics.h"
 #include "help/history.h"
-#include "help/topic_text.h"
+#include "help/page/find_in_topics.h"
+#include "help/page/topic_text.h"
 #include "pages.h"
 
 namespace help {

@@ -1,46 +1,68 @@
 #!/usr/bin/env python3
-"""Includes point to earlier rooms only, headers include each other in no circle, and a source includes its own header
-first, which so proves that it stands alone."""
+"""A room's files include headers of the rooms that it is declared to know and of no others, and of each of those at least
+one; headers include each other in no circle; a source includes its own header first, which so proves that it stands
+alone. That rooms know earlier ones only is seen to where they are declared, by journal_room in cmake/rooms.cmake."""
 import re
 import sys
 
 from source_files import ROOT, files, name, report
 
-ROOMS = ['util', 'mervane', 'ui', 'data', 'editor', 'list', 'export', 'options', 'app']
-# What every room may know of the application, and which room is to stand by itself.
-APP_HEADERS = {'app/journal_app.h', 'app/registry_store.h'}
-STORE_HEADERS = {'util/held_file.h', 'util/owners.h'}
+ROOTS = ['src', 'companions']
+# What every room may still know of the application.
+APP_HEADERS = {'app/journal_app.h'}
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
+DECLARATION = re.compile(r'^journal_room\(([^)]*)\)', re.MULTILINE)
+
+
+def declared_rooms():
+    """Each room with the rooms that it knows."""
+    rooms = {}
+    for root in ROOTS:
+        for match in DECLARATION.finditer((ROOT / root / 'CMakeLists.txt').read_text(encoding='utf-8')):
+            room, *rest = match[1].split()
+            known = rest[1:] if rest[:1] == ['KNOWS'] else []
+            rooms[room] = known[:known.index('LINKS')] if 'LINKS' in known else known
+    return rooms
+
+
+def inside(path):
+    """A path as includes name it."""
+    return path.relative_to(ROOT).relative_to(path.relative_to(ROOT).parts[0])
+
+
+def room_of(path):
+    return inside(path).parent.as_posix()
 
 
 def includes(path):
     return [match[1] for line in path.read_text(encoding='utf-8').splitlines() if (match := INCLUDE.match(line))]
 
 
-def is_allowed(room, header):
-    other = header.split('/')[0]
-    if room == 'mervane':
-        return other == 'mervane' or header in STORE_HEADERS
-    if other == 'res' or header in APP_HEADERS:
-        return True
-    return other in ROOMS and ROOMS.index(other) <= ROOMS.index(room)
-
-
-def wrong_arrows(paths):
+def wrong_arrows(paths, rooms):
+    used = {room: set() for room in rooms}
     for path in paths:
-        room = path.relative_to(ROOT / 'src').parts[0]
+        room = room_of(path)
+        if room not in rooms:
+            yield f'{name(path)}: stands in no room'
+            continue
         for header in includes(path):
-            if '/' in header and room in ROOMS and not is_allowed(room, header):
-                yield f'{name(path)}: includes "{header}", which a file of {room}/ must not know'
-            elif '/' not in header and header != 'sqlite3.h':
+            other, _, file = header.rpartition('/')
+            used[room].add(other)
+            if not other and file != 'sqlite3.h':
                 yield f'{name(path)}: includes "{header}" without naming its room'
+            elif other and other not in [room, *rooms[room]] and header not in APP_HEADERS:
+                yield f'{name(path)}: includes "{header}", which a file of {room} must not know'
+    for room, known in rooms.items():
+        for other in known:
+            if other not in used[room]:
+                yield f'{room}: is declared to know {other}, and includes nothing of it'
 
 
 def foreign_first_includes(paths):
     for path in paths:
         own = path.with_suffix('.h')
         if path.suffix == '.cpp' and own.exists():
-            wanted = own.relative_to(ROOT / 'src').as_posix()
+            wanted = inside(own).as_posix()
             if includes(path)[:1] != [wanted]:
                 yield f'{name(path)}: does not include "{wanted}" first'
 
@@ -64,11 +86,12 @@ def circles(graph):
 
 
 def main():
-    paths = files({'.cpp', '.h'}, ['src'])
-    graph = {path.relative_to(ROOT / 'src').as_posix(): includes(path) for path in paths if path.suffix == '.h'}
-    if not graph:
-        return report(['no headers were found'])
-    return report([*wrong_arrows(paths), *foreign_first_includes(paths), *circles(graph)])
+    paths = files({'.cpp', '.h'}, ROOTS)
+    graph = {inside(path).as_posix(): includes(path) for path in paths if path.suffix == '.h'}
+    rooms = declared_rooms()
+    if not graph or not rooms:
+        return report(['no headers or no rooms were found'])
+    return report([*wrong_arrows(paths, rooms), *foreign_first_includes(paths), *circles(graph)])
 
 
 if __name__ == '__main__':

@@ -1,4 +1,4 @@
-#include "list/column_draft.h"
+#include "columns/column_draft.h"
 
 #include <gtest/gtest.h>
 

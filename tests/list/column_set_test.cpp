@@ -1,4 +1,4 @@
-#include "list/column_set.h"
+#include "columns/column_set.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 
 #include "support/settings_log.h"
 #include "support/test_store.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

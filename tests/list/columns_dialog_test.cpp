@@ -1,4 +1,4 @@
-#include "list/columns_dialog.h"
+#include "columns/columns_dialog.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@
 #include "support/dialog_window.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
-#include "ui/work_area.h"
+#include "ui/screen/work_area.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <functional>
 #include <memory>
 
+#include "find/find_command.h"
 #include "list/entry_commands.h"
 #include "list/entry_list_fixture.h"
-#include "list/find_command.h"
 #include "mervane/db_categories.h"
 #include "res/resource.h"
 #include "support/dialog_window.h"

@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "list/entry_list_fixture.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "list/entry_list_fixture.h"
 #include "support/thread_hook.h"
-#include "ui/canvas.h"
+#include "ui/pictures/canvas.h"
 
 namespace {
 

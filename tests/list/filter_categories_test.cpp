@@ -1,7 +1,7 @@
-#include "list/filter_categories.h"
+#include "filter/filter_categories.h"
 
+#include "filter/filter_text.h"
 #include "list/filter_fixture.h"
-#include "list/filter_text.h"
 
 namespace {
 

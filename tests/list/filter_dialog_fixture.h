@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "editor/list_in_editor.h"
-#include "list/filter_dialog.h"
+#include "filter/filter_dialog.h"
 #include "list/filter_fixture.h"
 #include "support/dialog_window.h"
 #include "support/test_windows.h"

@@ -2,7 +2,7 @@
 #include <set>
 
 #include "list/filter_dialog_fixture.h"
-#include "ui/menu_keys.h"
+#include "ui/bars/menu_keys.h"
 
 namespace {
 

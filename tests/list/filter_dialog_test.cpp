@@ -2,9 +2,9 @@
 
 #include "list/filter_dialog_fixture.h"
 #include "support/resolution.h"
-#include "ui/scale.h"
-#include "util/clock.h"
 #include "support/unreadable_table.h"
+#include "ui/screen/scale.h"
+#include "util/clock.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "list/filter_menu.h"
+#include "filter/filter_menu.h"
 
 #include "list/filter_fixture.h"
 #include "res/resource.h"

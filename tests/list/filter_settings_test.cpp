@@ -1,4 +1,4 @@
-#include "list/filter_settings.h"
+#include "filter/filter_settings.h"
 
 #include <string>
 

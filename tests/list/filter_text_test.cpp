@@ -1,4 +1,4 @@
-#include "list/filter_text.h"
+#include "filter/filter_text.h"
 
 #include "list/filter_fixture.h"
 

@@ -1,15 +1,15 @@
-#include "list/find_command.h"
+#include "find/find_command.h"
 
 #include <sqlite3.h>
 
 #include <memory>
 
-#include "support/dialog_window.h"
-#include "support/import_watch.h"
-#include "support/test_windows.h"
 #include "list/editor_stand_in.h"
 #include "list/entry_list_fixture.h"
 #include "res/resource.h"
+#include "support/dialog_window.h"
+#include "support/import_watch.h"
+#include "support/test_windows.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "list/find_dialog.h"
+#include "find/find_dialog.h"
 
 #include <commctrl.h>
 
@@ -10,10 +10,10 @@
 #include "app/journal_app.h"
 #include "support/dialog_window.h"
 #include "support/resolution.h"
-#include "support/test_windows.h"
 #include "support/test_store.h"
+#include "support/test_windows.h"
 #include "support/work_area_setting.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 #include "util/clock.h"
 
 namespace {

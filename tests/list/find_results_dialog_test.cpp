@@ -1,17 +1,17 @@
-#include "list/find_results_dialog.h"
+#include "find/find_results_dialog.h"
 
 #include <commctrl.h>
 #include <sqlite3.h>
 
 #include <functional>
 
+#include "list/editor_stand_in.h"
+#include "list/journal_fixture.h"
 #include "support/dialog_window.h"
 #include "support/help_requests.h"
 #include "support/resolution.h"
 #include "support/test_windows.h"
-#include "list/editor_stand_in.h"
-#include "list/journal_fixture.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 #include "util/date_text.h"
 
 namespace {

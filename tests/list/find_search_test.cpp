@@ -1,4 +1,4 @@
-#include "list/find_search.h"
+#include "find/find_search.h"
 
 #include <chrono>
 

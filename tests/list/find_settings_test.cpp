@@ -1,4 +1,4 @@
-#include "list/find_settings.h"
+#include "find/find_settings.h"
 
 #include <gtest/gtest.h>
 

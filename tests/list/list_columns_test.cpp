@@ -1,4 +1,4 @@
-#include "list/list_columns.h"
+#include "columns/list_columns.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "list/passes_filter.h"
+#include "filter/passes_filter.h"
 
 #include <random>
 

@@ -3,10 +3,10 @@
 #include <sqlite3.h>
 
 #include "../mervane/watched_files.h"
+#include "filter/filter_categories.h"
+#include "filter/filter_text.h"
 #include "list/entry_commands.h"
 #include "list/entry_list_fixture.h"
-#include "list/filter_categories.h"
-#include "list/filter_text.h"
 #include "mervane/db_categories.h"
 #include "support/unreadable_table.h"
 

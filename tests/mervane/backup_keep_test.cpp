@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "mervane/backup_keep.h"
+#include "mervane/backup/backup_keep.h"
 
 namespace {
 

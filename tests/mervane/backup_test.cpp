@@ -5,7 +5,7 @@
 #include <functional>
 #include <optional>
 
-#include "mervane/backup_keep.h"
+#include "mervane/backup/backup_keep.h"
 #include "records.h"
 #include "support/held_file.h"
 #include "support/test_drive.h"

@@ -1,4 +1,4 @@
-#include "mervane/case_folding.h"
+#include "mervane/search/case_folding.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <map>
 #include <vector>
 
-#include "mervane/case_folding_table.h"
+#include "mervane/search/case_folding_table.h"
 
 using namespace mervane;
 

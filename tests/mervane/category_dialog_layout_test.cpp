@@ -1,4 +1,4 @@
-#include "mervane/category_dialog_layout.h"
+#include "pick/category_dialog_layout.h"
 
 #include <gtest/gtest.h>
 

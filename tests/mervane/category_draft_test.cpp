@@ -1,4 +1,4 @@
-#include "mervane/category_draft.h"
+#include "pick/category_draft.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "mervane/ce_types.h"
+#include "mervane/values/ce_types.h"
 
 #include <gtest/gtest.h>
 

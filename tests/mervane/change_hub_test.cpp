@@ -1,9 +1,9 @@
 // What a store tells other programs, in the form that docs/store.md gives them to read.
-#include "mervane/change_hub.h"
+#include "mervane/changes/change_hub.h"
 
 #include <gtest/gtest.h>
 
-#include "mervane/store_path.h"
+#include "mervane/file/store_path.h"
 #include "records.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"

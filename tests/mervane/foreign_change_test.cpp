@@ -5,8 +5,8 @@
 #include <algorithm>
 
 #include "change_listener.h"
-#include "mervane/commit_ledger.h"
-#include "mervane/store_path.h"
+#include "mervane/changes/commit_ledger.h"
+#include "mervane/file/store_path.h"
 #include "peer_process.h"
 #include "records.h"
 #include "statement_log.h"

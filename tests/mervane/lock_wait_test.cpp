@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "mervane/store_waiter.h"
+#include "mervane/file/store_waiter.h"
 #include "records.h"
 #include "support/test_store.h"
 

@@ -5,8 +5,8 @@
 
 #include <algorithm>
 
-#include "mervane/drive_kind.h"
-#include "mervane/file_growth.h"
+#include "mervane/file/drive_kind.h"
+#include "mervane/sqlite/file_growth.h"
 #include "records.h"
 #include "support/import_watch.h"
 #include "support/test_drive.h"

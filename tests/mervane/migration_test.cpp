@@ -4,8 +4,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "mervane/store_header.h"
-#include "mervane/restoration.h"
+#include "mervane/backup/restoration.h"
+#include "mervane/sqlite/store_header.h"
 #include "records.h"
 #include "support/test_store.h"
 #include "watched_files.h"

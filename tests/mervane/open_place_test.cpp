@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
-#include "mervane/store_path.h"
+#include "mervane/file/store_path.h"
 #include "open_fixture.h"
 #include "support/import_watch.h"
 #include "support/test_drive.h"

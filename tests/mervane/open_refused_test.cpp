@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "mervane/store_path.h"
+#include "mervane/file/store_path.h"
 #include "open_fixture.h"
 #include "support/import_watch.h"
 #include "watched_files.h"

@@ -5,8 +5,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "mervane/store_header.h"
-#include "mervane/store_path.h"
+#include "mervane/file/store_path.h"
+#include "mervane/sqlite/store_header.h"
 #include "open_fixture.h"
 
 namespace {

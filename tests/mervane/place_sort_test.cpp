@@ -1,4 +1,4 @@
-#include "mervane/place_sort.h"
+#include "mervane/order/place_sort.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <numeric>
 #include <random>
 
-#include "mervane/property_map.h"
+#include "mervane/values/property_map.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // A store that is closed while another file is in its place: what is kept of it.
 #include <gtest/gtest.h>
 
-#include "mervane/folder_files.h"
+#include "mervane/file/folder_files.h"
 #include "open_fixture.h"
 #include "support/fault_vfs.h"
 #include "support/test_drive.h"

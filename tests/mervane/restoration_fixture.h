@@ -5,7 +5,7 @@
 
 #include <map>
 
-#include "mervane/restoration.h"
+#include "mervane/backup/restoration.h"
 #include "records.h"
 #include "support/held_file.h"
 #include "support/test_store.h"

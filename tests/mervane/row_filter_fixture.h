@@ -1,7 +1,7 @@
 // A journal under a filter, beside the same one without.
 #pragma once
 
-#include "mervane/row_filter.h"
+#include "mervane/order/row_filter.h"
 
 #include <gtest/gtest.h>
 

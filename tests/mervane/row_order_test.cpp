@@ -1,4 +1,4 @@
-#include "mervane/row_order.h"
+#include "mervane/order/row_order.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "mervane/sort_key.h"
+#include "mervane/values/sort_key.h"
 #include "records.h"
 #include "statement_log.h"
 #include "support/test_store.h"

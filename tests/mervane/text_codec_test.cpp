@@ -1,4 +1,4 @@
-#include "mervane/text_codec.h"
+#include "mervane/values/text_codec.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "mervane/text_pattern.h"
+#include "mervane/search/text_pattern.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "mervane/text_codec.h"
+#include "mervane/values/text_codec.h"
 
 using namespace mervane;
 

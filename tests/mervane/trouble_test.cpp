@@ -1,12 +1,12 @@
 // What a failed operation leaves behind: never a "no", always a reason.
-#include "mervane/trouble.h"
+#include "mervane/file/trouble.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
-#include "mervane/category_draft.h"
-#include "mervane/sql_trouble.h"
+#include "mervane/sqlite/sql_trouble.h"
 #include "peer_process.h"
+#include "pick/category_draft.h"
 #include "records.h"
 #include "support/test_store.h"
 #include "watched_files.h"

@@ -1,5 +1,5 @@
 // What could not be read once is read again when it can be, without anybody having changed it.
-#include "mervane/unread.h"
+#include "mervane/store/unread.h"
 
 #include <gtest/gtest.h>
 

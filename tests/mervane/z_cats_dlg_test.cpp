@@ -1,4 +1,4 @@
-#include "mervane/z_cats_dlg.h"
+#include "pick/z_cats_dlg.h"
 
 #include <commctrl.h>
 

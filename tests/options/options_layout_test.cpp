@@ -4,7 +4,7 @@
 
 #include "options/options_dialog_fixture.h"
 #include "options/prompt_answerer.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

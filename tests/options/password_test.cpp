@@ -13,7 +13,7 @@
 #include "support/help_requests.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
-#include "ui/work_area.h"
+#include "ui/screen/work_area.h"
 
 namespace {
 

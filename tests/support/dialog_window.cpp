@@ -7,8 +7,8 @@
 
 #include "support/send_input.h"
 #include "support/test_windows.h"
-#include "ui/scale.h"
-#include "ui/work_area.h"
+#include "ui/screen/scale.h"
+#include "ui/screen/work_area.h"
 
 namespace {
 

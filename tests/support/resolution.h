@@ -3,8 +3,8 @@
 
 #include <windows.h>
 
-#include "mervane/window_metrics.h"
 #include "support/test_windows.h"
+#include "util/window_metrics.h"
 
 // Tells a top-level window that it has times / parts of its resolution now, as the system does when it comes
 // to another monitor, with a place of as much of its size.

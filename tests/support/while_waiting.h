@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "mervane/store_waiter.h"
+#include "mervane/file/store_waiter.h"
 #include "support/locked_store.h"
 
 class WhileWaiting {

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "ui/work_area.h"
+#include "ui/screen/work_area.h"
 
 class ScopedWorkArea {
   public:

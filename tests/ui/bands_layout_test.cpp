@@ -1,5 +1,5 @@
 // Where bands, buttons and adornments lie: at every resolution.
-#include "ui/command_bands.h"
+#include "ui/bars/command_bands.h"
 
 #include <algorithm>
 
@@ -7,7 +7,7 @@
 
 #include "support/thread_hook.h"
 #include "ui/bands_window.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 
 namespace {
 

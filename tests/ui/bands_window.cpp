@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "res/resource.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 #include "ui/ui_test_resource.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "support/test_windows.h"
-#include "ui/command_bands.h"
+#include "ui/bars/command_bands.h"
 
 constexpr UINT kBandsId = 102;
 constexpr UINT kMenuBandId = 103;

@@ -1,4 +1,4 @@
-#include "ui/button_rows.h"
+#include "ui/bars/button_rows.h"
 
 #include <gtest/gtest.h>
 

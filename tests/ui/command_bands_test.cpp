@@ -1,11 +1,11 @@
-#include "ui/command_bands.h"
+#include "ui/bars/command_bands.h"
 
 #include <gtest/gtest.h>
 
 #include "res/resource.h"
 #include "ui/bands_window.h"
 #include "ui/input.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 #include "ui/ui_test_resource.h"
 #include "util/owners.h"
 

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "mervane/store_waiter.h"
+#include "mervane/file/store_waiter.h"
 #include "support/import_watch.h"
 #include "support/test_windows.h"
 #include "ui/dialog_fixture.h"

@@ -10,10 +10,10 @@
 #include "support/slot_of.h"
 #include "support/test_windows.h"
 #include "ui/dialog_fixture.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
+#include "ui/screen/work_area.h"
 #include "ui/ui_test_resource.h"
 #include "ui/window_hook.h"
-#include "ui/work_area.h"
 #include "util/owners.h"
 
 namespace {

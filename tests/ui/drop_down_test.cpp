@@ -1,11 +1,11 @@
-#include "ui/drop_down.h"
+#include "ui/bars/drop_down.h"
 
 #include <gtest/gtest.h>
 
 #include "support/menu_driver.h"
 #include "ui/bands_window.h"
 #include "ui/input.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 #include "ui/taken_message.h"
 #include "util/owners.h"
 

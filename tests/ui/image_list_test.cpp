@@ -1,11 +1,11 @@
-#include "ui/image_list.h"
+#include "ui/pictures/image_list.h"
 
 #include <set>
 
 #include <gtest/gtest.h>
 
-#include "ui/canvas.h"
-#include "ui/scale.h"
+#include "ui/pictures/canvas.h"
+#include "ui/screen/scale.h"
 #include "ui/ui_test_resource.h"
 
 namespace {

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "ui/menu_bar.h"
 #include "ui/bands_window.h"
+#include "ui/bars/menu_bar.h"
 #include "ui/input.h"
 #include "ui/ui_test_resource.h"
 

@@ -1,4 +1,4 @@
-#include "ui/menu_keys.h"
+#include "ui/bars/menu_keys.h"
 
 #include <gtest/gtest.h>
 

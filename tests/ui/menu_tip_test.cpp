@@ -1,11 +1,11 @@
-#include "ui/menu_tip.h"
+#include "ui/bars/menu_tip.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include "support/menu_driver.h"
 #include "support/test_windows.h"
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 #include "ui_test_resource.h"
 #include "util/owners.h"
 

@@ -6,7 +6,7 @@
 #include <thread>
 #include <vector>
 
-#include "mervane/store_waiter.h"
+#include "mervane/file/store_waiter.h"
 #include "support/test_windows.h"
 #include "ui/window_procedure.h"
 

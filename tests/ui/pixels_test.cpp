@@ -1,9 +1,9 @@
-#include "ui/pixels.h"
+#include "ui/pictures/pixels.h"
 
 #include <gtest/gtest.h>
 
-#include "ui/image_list.h"
-#include "ui/standard_images.h"
+#include "ui/pictures/image_list.h"
+#include "ui/pictures/standard_images.h"
 #include "ui/ui_test_resource.h"
 #include "util/owners.h"
 

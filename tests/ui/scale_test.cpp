@@ -1,4 +1,4 @@
-#include "ui/scale.h"
+#include "ui/screen/scale.h"
 
 #include <windows.h>
 

@@ -1,9 +1,9 @@
-#include "ui/scoped.h"
+#include "ui/screen/scoped.h"
 
 #include <gtest/gtest.h>
 
 #include "support/test_windows.h"
-#include "ui/canvas.h"
+#include "ui/pictures/canvas.h"
 
 TEST(Scoped, RedrawPausePaintsOnceAtTheEnd)
 {

@@ -1,11 +1,11 @@
-#include "ui/window_placement.h"
+#include "settings/window_placement.h"
 
 #include <gtest/gtest.h>
 
 #include "app/journal_app.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
-#include "ui/work_area.h"
+#include "ui/screen/work_area.h"
 
 namespace {
 

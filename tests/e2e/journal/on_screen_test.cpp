@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "e2e/journal/journal_window.h"
-#include "mervane/window_metrics.h"
+#include "util/window_metrics.h"
 
 namespace {
 

@@ -20,8 +20,10 @@ class SubjectsAndTimer : public JournalWindowTest {
     void Add(HWND dialog, const std::wstring& subject)
     {
         const size_t before = Subjects(dialog).size();
+        ASSERT_TRUE(Activate(dialog)); // an event of the menu that it was opened from may be late
         TypeText(subject);
         ASSERT_TRUE(WaitFor([&] { return TextOf(Control(dialog, IDC_QUICK_SUBJECT)) == subject; }));
+        ASSERT_TRUE(Activate(dialog));
         PressKeys({VK_MENU, 'A'});
         ASSERT_TRUE(WaitFor([&] { return Subjects(dialog).size() == before + 1; }));
     }

@@ -1,0 +1,38 @@
+# journal_room(ROOM [KNOWS room...] [LINKS library...]): the folder ROOM below this one as a static library of all its
+# sources but a program's entry. Its files may include headers of the rooms that it knows, by "ROOM/header.h", and of no
+# others; a room is declared behind all that it knows, so no two know each other. tests/lint/includes.py reads the same
+# lines.
+function(journal_room room)
+  cmake_parse_arguments(ROOM "" "" "KNOWS;LINKS" ${ARGN})
+  room_target(target ${room})
+  set(folder ${CMAKE_CURRENT_SOURCE_DIR}/${room})
+  file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+  list(FILTER sources EXCLUDE REGEX "/(win)?main\\.cpp$")
+  set(kind PUBLIC)
+  if(sources)
+    add_library(${target} STATIC ${sources})
+    if(room STREQUAL "util")
+      owns_shared_headers(${target})
+    else()
+      shares_headers(${target} room_util)
+    endif()
+  else()
+    add_library(${target} INTERFACE)
+    set(kind INTERFACE)
+  endif()
+  target_include_directories(${target} ${kind} ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(${target} ${kind} product_flags ${ROOM_LINKS})
+  foreach(known IN LISTS ROOM_KNOWS)
+    room_target(library ${known})
+    if(NOT TARGET ${library})
+      message(FATAL_ERROR "${room} knows ${known}, which is declared behind it or not at all")
+    endif()
+    target_link_libraries(${target} ${kind} ${library})
+  endforeach()
+endfunction()
+
+# The library's name of a room.
+function(room_target result room)
+  string(REPLACE "/" "_" name ${room})
+  set(${result} room_${name} PARENT_SCOPE)
+endfunction()

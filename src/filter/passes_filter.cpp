@@ -1,0 +1,127 @@
+#include "filter/passes_filter.h"
+
+#include <algorithm>
+#include <tuple>
+
+#include "data/category_flags.h"
+#include "data/journal_entry.h"
+#include "mervane/db_categories.h"
+#include "util/month_set.h"
+
+namespace {
+
+constexpr uint64_t kUnitsPerDay = TimeCount::kUnitsPerMinute * 60 * 24;
+
+std::vector<CEOID> CategoriesOf(const FilterState& filter)
+{
+    std::vector<CEOID> ids;
+    if (!DbCategories().Open())
+        return ids;
+    for (size_t i = 0; i < filter.categories.Count(); ++i)
+        ids.push_back(filter.categories.GetItem(i)->id);
+    std::sort(ids.begin(), ids.end());
+    return ids;
+}
+
+// The beginning of a date's day. What is no date counts as the beginning of all time, as where two dates are
+// compared.
+uint64_t DayOf(const SYSTEMTIME& time)
+{
+    TimeCount day;
+    return day.FromSystemTime({time.wYear, time.wMonth, 0, time.wDay, 0, 0, 0, 0}) ? day.Units() : 0;
+}
+
+// The day of one date against that of another.
+int CompareDays(SYSTEMTIME first, SYSTEMTIME second)
+{
+    return CompareDates(&first, &second, kDateOnly);
+}
+
+} // namespace
+
+FilterTest::FilterTest(const FilterState& filter)
+{
+    if (!filter.active)
+        return;
+    if (filter.categoriesMode) {
+        m_mode = Mode::Categories;
+        m_categories = CategoriesOf(filter);
+    } else if (filter.rangeMode) {
+        m_mode = Mode::Range;
+        m_start = filter.rangeStart;
+        m_end = filter.rangeEnd;
+        m_from = DayOf(filter.rangeStart);
+        m_to = DayOf(filter.rangeEnd) + kUnitsPerDay - 1;
+    } else {
+        m_mode = Mode::Months;
+        m_months = filter.monthMask;
+    }
+}
+
+CEPROPID FilterTest::Property() const
+{
+    return m_mode == Mode::Categories ? kPropCategories : kPropDate;
+}
+
+bool FilterTest::Passes(const CEPROPVAL* value) const
+{
+    if (m_mode == Mode::Everything)
+        return true;
+    if (m_mode == Mode::Categories)
+        return value && DbCategories::HoldsAny(value->val.blob, m_categories);
+    return !value || HasDate(value->val.filetime);
+}
+
+// An instant that is no date lies in no month and in no range.
+bool FilterTest::HasDate(const FILETIME& time) const
+{
+    const TimeCount instant(time);
+    if (m_mode == Mode::Range && (instant.Units() < m_from || instant.Units() > m_to))
+        return false;
+    SYSTEMTIME date;
+    if (!instant.ToSystemTime(&date))
+        return false;
+    return m_mode == Mode::Range || (m_months & MonthBit(date.wMonth - 1)) != 0;
+}
+
+bool FilterTest::PassesAlone(const CEPROPVAL* value) const
+{
+    if (value && m_mode == Mode::Range)
+        return LiesInRange(value->val.filetime);
+    return value && m_mode == Mode::Categories ? NamesOne(value->val.blob) : Passes(value);
+}
+
+bool FilterTest::NamesOne(const CEBLOB& blob) const
+{
+    ZStack stack;
+    DbCategories().SetStackFromBlob(&stack, blob, kCategoryLoaded);
+    for (ZCategory category; stack.Pop(&category);)
+        if (std::binary_search(m_categories.begin(), m_categories.end(), category.id))
+            return true;
+    return false;
+}
+
+bool FilterTest::LiesInRange(const FILETIME& time) const
+{
+    SYSTEMTIME date;
+    return TimeCount(time).ToSystemTime(&date) && CompareDays(date, m_start) >= 0 &&
+           CompareDays(date, m_end) <= 0;
+}
+
+bool operator==(const FilterTest& a, const FilterTest& b)
+{
+    const auto values = [](const FilterTest& test) {
+        return std::tie(test.m_mode, test.m_categories, test.m_months, test.m_from, test.m_to);
+    };
+    return values(a) == values(b);
+}
+
+int PassesFilter(const FilterTest& filter, WORD count, const CEPROPVAL* properties)
+{
+    return !count || filter.PassesAlone(FindProperty(filter.Property(), count, properties)) ? 1 : 0;
+}
+
+RowFilter MakeRowFilter(const FilterTest& test)
+{
+    return {test.Property(), [test](const CEPROPVAL* value) { return test.Passes(value); }, true};
+}

@@ -1,0 +1,12 @@
+// The Find Results dialog: the entries found, each of which can be opened.
+#pragma once
+
+#include <windows.h>
+
+#include <vector>
+
+#include "mervane/values/ce_types.h"
+
+// Comes back when the dialog is closed. Entries may have been changed, or deleted by other programs,
+// meanwhile.
+void RunFindResults(HWND owner, const std::vector<CEOID>& found);

@@ -1,0 +1,17 @@
+// How a contact is called.
+#pragma once
+
+#include "formats/vcard/contact.h"
+
+namespace addrbook {
+
+// What File As is unless somebody chooses it: "Last, First", else what formattedName says, else the company,
+// the first e-mail, the first phone; empty when there is none of them.
+void AppendFileAs(std::string& out, const Contact& contact, std::string_view formattedName);
+std::string FileAsOf(const Contact& contact, std::string_view formattedName = {});
+
+// The whole name as one writes it on a letter: "First Last", else File As, else what that would be.
+void AppendFormattedName(std::string& out, const Contact& contact);
+std::string FormattedNameOf(const Contact& contact);
+
+} // namespace addrbook

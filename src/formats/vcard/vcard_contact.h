@@ -1,0 +1,54 @@
+// A card as a contact, a contact as a card.
+#pragma once
+
+#include "formats/vcard/contact.h"
+#include "formats/vcard/vcard_card.h"
+#include "formats/vcard/vcard_fields.h"
+
+namespace addrbook {
+
+// A card as it was read: the contact that it would be, and what of the names the card says itself.
+struct ImportedCard {
+    Contact contact;
+    std::string formattedName; // the card's own; empty: it has none
+    bool hasFileAs = false;    // the card says it; otherwise it follows from the names
+};
+
+// Makes contacts of cards, one after the other; keeps its memory from one to the next.
+class ContactReader {
+  public:
+    // What the fields have no place for goes to Field::Extra. false when the card names nobody: it has
+    // neither a name nor a company, e-mail or phone.
+    [[nodiscard]] bool Read(const VCard& card, Contact* contact);
+    // The same, with what the card says of the names itself.
+    [[nodiscard]] bool Read(const VCard& card, ImportedCard* imported);
+
+  private:
+    void Take(const VCard::Line& line);
+    void TakeName(const VCard::Line& line);
+    void TakeOne(Property property, const VCard::Line& line);
+    void TakeAnother(Property property, const VCard::Line& line);
+    void TakeOneOfMany(Property property, const VCard::Line& line);
+    bool Finish();
+    void Keep(std::string_view whole);
+    void KeepUnlessSaid(std::string_view whole, Property property, std::string_view text);
+    bool IsFirst(Property property);
+
+    Contact* m_contact = nullptr;
+    unsigned m_seen = 0;
+    std::string m_said; // the line that the field alone stands for
+    std::string m_formattedName;
+    std::string m_formattedNameLine;
+    std::string m_givenFormattedName; // the card's own
+    bool m_hasFileAs = false;         // says it itself
+    bool m_hasMoreFormattedNames = false;
+};
+
+// Appends the contact as a card of version 4.0: lines folded at 75 bytes, ended with CR LF.
+void AppendCard(std::string& out, const Contact& contact);
+
+// After a contact was edited: brings the extra lines that told of a field's old text in line with its new
+// one.
+void FollowEdit(const Contact& before, Contact* after);
+
+} // namespace addrbook
