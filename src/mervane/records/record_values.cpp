@@ -65,6 +65,14 @@ std::optional<int64_t> RecordValues::Number(int index) const
     }
 }
 
+std::optional<std::span<const BYTE>> RecordValues::Blob(int index) const
+{
+    const CEPROPVAL* value = Value(index);
+    if (!value)
+        return std::nullopt;
+    return std::span<const BYTE>(value->val.blob.lpb, value->val.blob.dwCount);
+}
+
 void RecordValues::Bind(Statement& statement, int parameter, int index) const
 {
     const CEPROPVAL* property = Value(index);

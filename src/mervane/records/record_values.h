@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "mervane/sqlite/sql_database.h"
@@ -26,6 +27,8 @@ class RecordValues {
     const CEPROPVAL* Value(int index) const { return m_values[static_cast<size_t>(index)]; }
     // The value of a numeric property; none when there is no value.
     std::optional<int64_t> Number(int index) const;
+    // The same of a blob, borrowed from the property array.
+    std::optional<std::span<const BYTE>> Blob(int index) const;
     // Binds the value of a property; it is borrowed from the property array and from this object.
     void Bind(Statement& statement, int parameter, int index) const;
 
