@@ -19,6 +19,7 @@
 #include "ui/screen/scale.h"
 #include "ui/typed_time.h"
 #include "util/clock.h"
+#include "util/compare_text.h"
 #include "util/date_text.h"
 
 namespace {
@@ -72,7 +73,7 @@ bool EntryEditor::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT*
 bool EntryEditor::IsLaidOutBy(WPARAM action, LPARAM section) const
 {
     const auto* name = reinterpret_cast<const wchar_t*>(section);
-    if (name && lstrcmpiW(name, L"intl") == 0)
+    if (name && IsSameName(name, L"intl"))
         return true;
     const RECT area = OwnWorkArea();
     return action == SPI_SETWORKAREA && !EqualRect(&area, &m_workArea);

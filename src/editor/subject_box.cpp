@@ -4,6 +4,7 @@
 #include "editor/body_text.h"
 #include "editor/quick_subjects.h"
 #include "ui/control_text.h"
+#include "util/compare_text.h"
 
 namespace {
 
@@ -14,12 +15,6 @@ std::wstring Item(HWND box, int index)
     SendMessageW(box, CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
     text.resize(length > 0 ? static_cast<size_t>(length) : 0);
     return text;
-}
-
-bool ComesAfter(const std::wstring& a, const std::wstring& b)
-{
-    return CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, a.c_str(), static_cast<int>(a.size()),
-                          b.c_str(), static_cast<int>(b.size())) == CSTR_GREATER_THAN;
 }
 
 int Insert(HWND box, int index, const std::wstring& text)
@@ -35,7 +30,7 @@ int InsertSorted(HWND box, const std::wstring& subject)
     int high = static_cast<int>(SendMessageW(box, CB_GETCOUNT, 0, 0));
     while (low < high) {
         const int middle = low + (high - low) / 2;
-        if (ComesAfter(Item(box, middle), subject))
+        if (IsBehindForUser(Item(box, middle), subject))
             high = middle;
         else
             low = middle + 1;

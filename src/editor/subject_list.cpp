@@ -6,13 +6,13 @@
 
 #include "data/journal_entry.h"
 #include "editor/subject_box.h"
+#include "util/compare_text.h"
 
 namespace {
 
 bool AreEqual(const std::wstring& a, const std::wstring& b)
 {
-    return CompareStringW(LOCALE_SYSTEM_DEFAULT, NORM_IGNORECASE, a.c_str(), static_cast<int>(a.size()),
-                          b.c_str(), static_cast<int>(b.size())) == CSTR_EQUAL;
+    return IsSameForSystem(a, b, Case::Ignored);
 }
 
 bool BeginsWith(const std::wstring& subject, const std::wstring& text)

@@ -5,6 +5,7 @@
 #include "data/entry_types.h"
 #include "data/journal_entry.h"
 #include "res/resource.h"
+#include "util/compare_text.h"
 
 namespace {
 
@@ -15,15 +16,10 @@ constexpr const wchar_t* kDurations[] = {
     L"8 hour",    L"9 hour",    L"0.5 days",   L"1 day",      L"2 days",
 };
 
-bool SameText(const wchar_t* a, size_t aLength, const std::wstring& b)
-{
-    return CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, a, static_cast<int>(aLength), b.c_str(),
-                          static_cast<int>(b.size())) == CSTR_EQUAL;
-}
-
 bool BeginsWith(const std::wstring& text, const std::wstring& prefix)
 {
-    return prefix.size() <= text.size() && SameText(text.c_str(), prefix.size(), prefix);
+    return prefix.size() <= text.size() &&
+           IsSameForUser(std::wstring_view(text).substr(0, prefix.size()), prefix, Case::Ignored);
 }
 
 int ValueOf(std::span<const PickerChoice> choices, int valueOrId, int otherwise)
@@ -50,7 +46,7 @@ int FindTypeByPrefix(const std::wstring& text)
 int FindType(const std::wstring& text)
 {
     for (size_t i = 0; i < std::size(kEntryTypes); ++i)
-        if (SameText(kEntryTypes[i], wcslen(kEntryTypes[i]), text))
+        if (IsSameForUser(kEntryTypes[i], text, Case::Ignored))
             return static_cast<int>(i);
     return -1;
 }

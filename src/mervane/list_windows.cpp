@@ -2,16 +2,15 @@
 
 #include <algorithm>
 
+#include "util/compare_text.h"
+
 namespace mervane {
 
 namespace {
 
 bool Matches(std::wstring_view name, std::wstring_view text, bool wholly)
 {
-    if (name.size() < text.size() || (wholly && name.size() != text.size()))
-        return false;
-    const int length = static_cast<int>(text.size());
-    return length == 0 || CompareStringOrdinal(name.data(), length, text.data(), length, TRUE) == CSTR_EQUAL;
+    return wholly ? IsSameName(name, text) : NameStartsWith(name, text);
 }
 
 } // namespace

@@ -1,16 +1,13 @@
 #include "options/password.h"
 
+#include "util/compare_text.h"
+
 namespace {
 
 constexpr const wchar_t* kText = L"vacc"; // as typed
 constexpr const wchar_t* kIsSet = L"setpw";
 constexpr const wchar_t* kAskAtStart = L"Password";
 constexpr int kAttempts = 3;
-
-bool IsSame(const std::wstring& a, const std::wstring& b)
-{
-    return CompareStringW(LOCALE_SYSTEM_DEFAULT, 0, a.c_str(), -1, b.c_str(), -1) == CSTR_EQUAL;
-}
 
 std::wstring StoredText(const RegistryStore& settings)
 {
@@ -29,14 +26,15 @@ bool IsPasswordSet(const RegistryStore& settings)
 bool CheckPassword(HWND owner, const RegistryStore& settings)
 {
     std::wstring text;
-    return AskPassword(owner, PasswordMode::Check, &text) && IsSame(text, StoredText(settings));
+    return AskPassword(owner, PasswordMode::Check, &text) &&
+           IsSameForSystem(text, StoredText(settings), Case::Matters);
 }
 
 bool SetNewPassword(HWND owner, RegistryStore& settings)
 {
     std::wstring text, again;
     if (!AskPassword(owner, PasswordMode::New, &text) || !AskPassword(owner, PasswordMode::Again, &again) ||
-        !IsSame(text, again))
+        !IsSameForSystem(text, again, Case::Matters))
         return false;
     settings.SetNumber(kOptions, kIsSet, 1);
     settings.SetString(kOptions, kText, text.c_str());

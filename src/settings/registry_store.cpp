@@ -11,6 +11,8 @@ namespace {
 
 constexpr DWORD kSubkeyNameSize = 160; // with the terminator
 
+// Kept: it is looked for among the names, so that one that is there and does not open is a failure.
+//
 // The root's subkey of that name, spelt as it is stored; empty when there is none. A name too long for the
 // buffer is a stranger's and must not hide those behind it.
 std::wstring FindSubkeyName(HKEY root, const wchar_t* subkey)

@@ -1,6 +1,7 @@
 #include "ui/paint_wait.h"
 
 #include "ui/taken_message.h"
+#include "util/wait_cursor.h"
 
 namespace {
 
@@ -18,7 +19,7 @@ void PaintWhatIsDue()
 
 void PaintWhileWaiting(DWORD milliseconds)
 {
-    HCURSOR before = SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+    const WaitCursor cursor;
     const ULONGLONG end = GetTickCount64() + milliseconds;
     for (ULONGLONG now = GetTickCount64(); now < end; now = GetTickCount64()) {
         PaintWhatIsDue();
@@ -26,5 +27,4 @@ void PaintWhileWaiting(DWORD milliseconds)
                                   QS_PAINT | QS_SENDMESSAGE);
     }
     PaintWhatIsDue();
-    SetCursor(before);
 }

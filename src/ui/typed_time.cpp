@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "ui/wine.h"
+#include "util/compare_text.h"
 
 namespace {
 
@@ -14,7 +15,7 @@ bool IsPicker(HWND window)
 {
     wchar_t name[32] = L"";
     GetClassNameW(window, name, static_cast<int>(std::size(name)));
-    return lstrcmpiW(name, DATETIMEPICK_CLASSW) == 0;
+    return IsSameName(name, DATETIMEPICK_CLASSW);
 }
 
 // Wine's picker has no field selected when it gets the keyboard, and loses the digits that are typed then. A

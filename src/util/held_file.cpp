@@ -2,34 +2,14 @@
 
 #include <windows.h>
 
+#include <optional>
+
+#include "util/wait_cursor.h"
+
 namespace {
 
 constexpr DWORD kStep = 50; // milliseconds
 constexpr int kMostSteps = 40;
-
-// The hourglass from the first wait on.
-class WaitSign {
-  public:
-    WaitSign() = default;
-    ~WaitSign()
-    {
-        if (m_isShown)
-            SetCursor(m_before);
-    }
-    WaitSign(const WaitSign&) = delete;
-    WaitSign& operator=(const WaitSign&) = delete;
-
-    void Show()
-    {
-        if (!m_isShown)
-            m_before = SetCursor(LoadCursorW(nullptr, IDC_WAIT));
-        m_isShown = true;
-    }
-
-  private:
-    HCURSOR m_before = nullptr;
-    bool m_isShown = false;
-};
 
 } // namespace
 
@@ -50,9 +30,10 @@ bool DoWhileHeld(const std::wstring& path, const std::function<bool()>& work)
     bool isDone = work();
     DWORD error = GetLastError();
     {
-        WaitSign sign;
+        std::optional<WaitCursor> cursor; // from the first wait on
         for (int step = 0; !isDone && step < kMostSteps && IsHeld(path, error); ++step) {
-            sign.Show();
+            if (!cursor)
+                cursor.emplace();
             Sleep(kStep);
             isDone = work();
             error = GetLastError();

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "mervane/file/folder_files.h"
+#include "util/compare_text.h"
 
 namespace mervane {
 
@@ -47,16 +48,6 @@ std::optional<BackupDay> ReadDay(std::wstring_view text)
 bool IsSunday(BackupDay day)
 {
     return std::chrono::weekday(std::chrono::sys_days(day)) == std::chrono::Sunday;
-}
-
-bool StartsWith(std::wstring_view name, std::wstring_view start)
-{
-    return IsSameName(name.substr(0, start.size()), start);
-}
-
-bool EndsWith(std::wstring_view name, std::wstring_view end)
-{
-    return name.size() >= end.size() && IsSameName(name.substr(name.size() - end.size()), end);
 }
 
 // The latest days and the latest Sundays.
@@ -140,8 +131,8 @@ std::wstring BackupNames::Unfinished(std::wstring_view name, unsigned long proce
 std::optional<BackupDay> BackupNames::DayOf(std::wstring_view name) const
 {
     constexpr size_t kDate = 11; // with the hyphen before it
-    if (name.size() != m_stem.size() + kDate + m_extension.size() || !StartsWith(name, m_stem) ||
-        !EndsWith(name, m_extension) || name[m_stem.size()] != L'-')
+    if (name.size() != m_stem.size() + kDate + m_extension.size() || !NameStartsWith(name, m_stem) ||
+        !NameEndsWith(name, m_extension) || name[m_stem.size()] != L'-')
         return std::nullopt;
     return ReadDay(name.substr(m_stem.size() + 1, kDate - 1));
 }
@@ -149,8 +140,8 @@ std::optional<BackupDay> BackupNames::DayOf(std::wstring_view name) const
 std::optional<BackupNames::VersionAndNumber> BackupNames::VersionOf(std::wstring_view name) const
 {
     const std::wstring start = m_stem + std::wstring(kBefore);
-    if (name.size() <= start.size() + m_extension.size() || !StartsWith(name, start) ||
-        !EndsWith(name, m_extension))
+    if (name.size() <= start.size() + m_extension.size() || !NameStartsWith(name, start) ||
+        !NameEndsWith(name, m_extension))
         return std::nullopt;
     const std::wstring_view middle =
         name.substr(start.size(), name.size() - start.size() - m_extension.size());

@@ -11,6 +11,7 @@
 #include "mervane/file/folder_files.h"
 #include "mervane/sqlite/sql_trouble.h"
 #include "mervane/sqlite/store_header.h"
+#include "util/compare_text.h"
 #include "util/held_file.h"
 
 namespace mervane {
@@ -160,7 +161,7 @@ std::optional<std::vector<std::wstring>> NamesBeside(const std::wstring& path)
         return std::nullopt;
     std::vector<std::wstring> names;
     for (const std::wstring& file : *files)
-        if (file.size() > start.size() && IsSameName(file.substr(0, start.size()), start))
+        if (file.size() > start.size() && NameStartsWith(file, start))
             names.push_back(file.substr(start.size()));
     return names;
 }

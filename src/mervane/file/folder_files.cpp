@@ -43,11 +43,4 @@ std::optional<std::vector<std::wstring>> FilesLike(const std::wstring& pattern)
     return end == ERROR_NO_MORE_FILES ? std::optional(std::move(files)) : std::nullopt;
 }
 
-bool IsSameName(std::wstring_view one, std::wstring_view other)
-{
-    return one.size() == other.size() &&
-           (one.empty() || CompareStringOrdinal(one.data(), static_cast<int>(one.size()), other.data(),
-                                                static_cast<int>(other.size()), TRUE) == CSTR_EQUAL);
-}
-
 } // namespace mervane

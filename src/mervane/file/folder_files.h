@@ -19,7 +19,4 @@ bool MayHaveContent(const std::wstring& path);
 // the system's last error says why.
 std::optional<std::vector<std::wstring>> FilesLike(const std::wstring& pattern);
 
-// Whether a folder takes the two names for one: their case does not count.
-bool IsSameName(std::wstring_view one, std::wstring_view other);
-
 } // namespace mervane

@@ -1,13 +1,12 @@
 #include "mervane/values/category_name.h"
 
-#include <windows.h>
+#include "util/compare_text.h"
 
 namespace mervane {
 
 bool IsSameCategoryName(std::wstring_view a, std::wstring_view b)
 {
-    return CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()),
-                                TRUE) == CSTR_EQUAL;
+    return IsSameName(a, b);
 }
 
 std::wstring_view TrimCategoryName(std::wstring_view typed)

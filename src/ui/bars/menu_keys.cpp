@@ -1,6 +1,6 @@
 #include "ui/bars/menu_keys.h"
 
-#include <windows.h>
+#include "util/compare_text.h"
 
 wchar_t MnemonicOf(const std::wstring& text)
 {
@@ -18,8 +18,7 @@ int FindMnemonic(const std::vector<std::wstring>& texts, wchar_t character)
 {
     for (size_t i = 0; i < texts.size(); ++i) {
         const wchar_t mnemonic = MnemonicOf(texts[i]);
-        if (mnemonic &&
-            CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, &mnemonic, 1, &character, 1) == CSTR_EQUAL)
+        if (mnemonic && IsSameForUser({&mnemonic, 1}, {&character, 1}, Case::Ignored))
             return static_cast<int>(i);
     }
     return -1;
