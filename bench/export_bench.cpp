@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "app/journal_app.h"
 #include "export/export_dialog.h"
 #include "export/export_fields.h"
 #include "export/export_job.h"
@@ -29,7 +28,8 @@ class Export {
     Export(uint32_t storeCount, ExportFormat format) : m_store(StorePath(storeCount))
     {
         Use();
-        ResetColumns(&m_columns, WorkAreaRight());
+        m_settings.Open(kRegistryPath);
+        ResetColumns(&m_columns, WorkArea().right);
         ChooseAllFields(&m_columns);
         m_request.path = m_store + L"-export";
         m_request.format = format;
@@ -125,6 +125,8 @@ class Export {
 
     std::wstring m_store;
     ColumnSet m_columns;
+    RegistryStore m_settings;
+    DbJournal m_journal;
     FilterState m_filter;
     ExportRequest m_request;
     WrittenPieces m_written;
@@ -172,7 +174,8 @@ double Export::TimeDialog()
     DeleteFileW(m_request.path.c_str()); // to write over what is there is quicker than to write it anew
     g_turn = {};
     const UINT_PTR timer = SetTimer(nullptr, 0, kPeriod, WorkDialog);
-    RunExportDialog(nullptr, m_request.path, m_request.format, {m_columns, selection, m_filter});
+    RunExportDialog(nullptr, m_request.path, m_request.format,
+                    {m_columns, selection, {m_settings, m_journal, m_filter}});
     KillTimer(nullptr, timer);
     if (g_turn.ended == 0)
         Fail("the Export dialog did not come to its end");

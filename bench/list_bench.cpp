@@ -1,6 +1,5 @@
 #include <memory>
 
-#include "app/journal_app.h"
 #include "figures.h"
 #include "list/display_cache.h"
 #include "list/entry_list.h"
@@ -74,9 +73,13 @@ void CountPaint()
     SetEnvironmentVariableW(L"MERVANE_STORE", StorePath(kFull).c_str());
     HWND parent = CreateParent();
     ColumnSet columns;
-    EntryList list{App().Journal(), App().Filter()};
+    RegistryStore settings;
+    settings.Open(kRegistryPath);
+    DbJournal journal;
+    FilterState filter;
+    EntryList list{{settings, journal, filter}};
     g_list = &list;
-    if (!App().Journal().Open(parent) || !list.Create(parent, &columns, LVS_REPORT | LVS_SHOWSELALWAYS, 0))
+    if (!journal.Open(parent) || !list.Create(parent, &columns, LVS_REPORT | LVS_SHOWSELALWAYS, 0))
         Fail("the list cannot be created");
     UpdateWindow(list.Handle());
     (void)TakeSqlCounts();
@@ -88,7 +91,7 @@ void CountPaint()
     PrintCount("the same page painted again: statements", TakeSqlCounts().statements, 0);
     g_list = nullptr;
     DestroyWindow(parent);
-    App().Journal().Close();
+    journal.Close();
 }
 
 void MeasureCache()

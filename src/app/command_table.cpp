@@ -41,7 +41,7 @@ void RunCategoriesList(MainWindow& window, UINT)
 }
 void RunSubjects(MainWindow& window, UINT)
 {
-    RunQuickSubjects(window.Handle());
+    RunQuickSubjects(window.Handle(), window.GetSession().settings);
 }
 void RunCustomizeColumns(MainWindow& window, UINT)
 {
@@ -57,7 +57,7 @@ void RunClearCategories(MainWindow& window, UINT)
 }
 void RunOptionsDialog(MainWindow& window, UINT)
 {
-    RunOptions(window.Handle());
+    RunOptions(window.Handle(), window.GetSession().settings);
 }
 void RunCompanion(MainWindow& window, UINT command)
 {

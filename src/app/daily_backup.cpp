@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "app/journal_app.h"
 #include "mervane/backup/backup_keep.h"
 #include "util/clock.h"
 
@@ -20,7 +19,9 @@ constexpr const wchar_t* kDamageFound =
 
 } // namespace
 
-DailyBackup::DailyBackup() : m_damage([] { return std::wstring(kDamageFound); }) {}
+DailyBackup::DailyBackup(DbJournal& journal)
+    : m_journal(journal), m_damage([] { return std::wstring(kDamageFound); })
+{}
 
 // Where the system refuses a timer there is no backup this time.
 void DailyBackup::Start(HWND window)
@@ -33,7 +34,7 @@ void DailyBackup::Stop()
 {
     m_timer.Stop();
     m_damage.Stop();
-    App().Journal().EndBackup();
+    m_journal.EndBackup();
 }
 
 void DailyBackup::ContinueIn(unsigned milliseconds)
@@ -46,13 +47,12 @@ void DailyBackup::Continue()
 {
     if (IsInputWaiting())
         return ContinueIn(kSoon);
-    DbJournal& journal = App().Journal();
-    const unsigned next =
-        m_isUnderWay ? journal.StepBackup([] { return !IsInputWaiting(); }) : journal.BeginBackup(LocalNow());
+    const unsigned next = m_isUnderWay ? m_journal.StepBackup([] { return !IsInputWaiting(); })
+                                       : m_journal.BeginBackup(LocalNow());
     m_isUnderWay = next != 0;
     if (m_isUnderWay)
         return ContinueIn(next);
-    if (journal.BackupTrouble() == StoreTrouble::Damaged)
+    if (m_journal.BackupTrouble() == StoreTrouble::Damaged)
         TellOfDamage();
     ContinueIn(kNextLook);
 }

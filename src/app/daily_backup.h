@@ -9,13 +9,14 @@
 
 #include "app/quiet_notice.h"
 #include "mervane/backup/backup_keep.h"
+#include "mervane/db_journal.h"
 #include "ui/window_timer.h"
 
 class DailyBackup {
   public:
-    DailyBackup();
+    explicit DailyBackup(DbJournal& journal);
 
-    // Of the program's journal. window is one of this thread.
+    // window is one of this thread.
     void Start(HWND window);
     // Before the journal is closed; one that is not whole by then is removed.
     void Stop();
@@ -25,6 +26,7 @@ class DailyBackup {
     void ContinueIn(unsigned milliseconds);
     void TellOfDamage();
 
+    DbJournal& m_journal;
     WindowTimer m_timer{[this] { Continue(); }};
     bool m_isUnderWay = false; // a copy
     QuietNotice m_damage;

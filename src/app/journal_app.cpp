@@ -1,7 +1,6 @@
 #include "app/journal_app.h"
 
 #include "app/main_window.h"
-#include "ui/screen/work_area.h"
 
 JournalApp::JournalApp() : m_journal(std::make_unique<DbJournal>()), m_mainWindow(nullptr, nullptr)
 {
@@ -12,7 +11,7 @@ JournalApp::JournalApp() : m_journal(std::make_unique<DbJournal>()), m_mainWindo
 // An object has one try to make its window: what has failed may have left it half built.
 void JournalApp::ConstructMainWindow()
 {
-    m_mainWindow = {new MainWindow(*m_journal, m_filter), [](MainWindow* window) { delete window; }};
+    m_mainWindow = {new MainWindow(GetSession()), [](MainWindow* window) { delete window; }};
     m_hasTried = false;
 }
 
@@ -27,13 +26,4 @@ JournalApp& App()
 {
     static JournalApp app;
     return app;
-}
-
-int WorkAreaRight()
-{
-    return WorkArea().right;
-}
-int WorkAreaBottom()
-{
-    return WorkArea().bottom;
 }

@@ -8,13 +8,12 @@
 #include <memory>
 
 #include "data/filter_state.h"
+#include "data/session.h"
 #include "mervane/db_journal.h"
 #include "settings/registry_store.h"
 #include "util/owners.h"
 
 class MainWindow;
-
-constexpr const wchar_t* kRegistryPath = L"Software\\Quillmarsh\\Journal";
 
 class JournalApp : public RegistryStore {
   public:
@@ -36,6 +35,7 @@ class JournalApp : public RegistryStore {
     HWND MainWindowHandle() const;
     DbJournal& Journal() { return *m_journal; }
     FilterState& Filter() { return m_filter; }
+    Session GetSession() { return {*this, *m_journal, m_filter}; }
 
   private:
     // The main window: made here, or another copy has one over the same store, or it cannot be made.
@@ -55,7 +55,3 @@ class JournalApp : public RegistryStore {
 
 // The application object.
 JournalApp& App();
-
-// The work area's right and bottom edges in pixels (SPI_GETWORKAREA).
-int WorkAreaRight();
-int WorkAreaBottom();

@@ -5,7 +5,6 @@
 
 #include "app/about_dialog.h"
 #include "app/command_table.h"
-#include "app/journal_app.h"
 #include "filter/filter_categories.h"
 #include "filter/filter_dialog.h"
 #include "filter/filter_menu.h"
@@ -45,9 +44,9 @@ bool IsDropDownKey(const MSG& message)
 }
 
 // What is read is the old file's; a file that has come back is none of this.
-std::wstring FileTroubleText()
+std::wstring FileTroubleText(const DbJournal& journal)
 {
-    const StoreTrouble trouble = App().Journal().FileTrouble();
+    const StoreTrouble trouble = journal.FileTrouble();
     if (trouble == StoreTrouble::None)
         return {};
     std::wstring text = L"Nothing can be saved: " + ReasonText(trouble) +
@@ -66,8 +65,9 @@ std::wstring MissingEntriesText()
 
 } // namespace
 
-MainWindow::MainWindow(DbJournal& journal, FilterState& filter)
-    : m_list(journal, filter), m_fileNotice(FileTroubleText), m_missingNotice(MissingEntriesText)
+MainWindow::MainWindow(const Session& session)
+    : m_session(session), m_list(session),
+      m_fileNotice([this] { return FileTroubleText(m_session.journal); }), m_missingNotice(MissingEntriesText)
 {}
 
 bool MainWindow::RegisterWindowClass(HINSTANCE instance)
@@ -161,16 +161,16 @@ LRESULT MainWindow::OnCreate()
 
 bool MainWindow::BuildContents()
 {
-    JournalApp& app = App();
-    const CEPROPID sort = app.GetNumber(kOptions, kSortValue, kSortDefault);
-    if (!app.Journal().Open(m_window, {sort, 0}))
+    RegistryStore& settings = m_session.settings;
+    const CEPROPID sort = settings.GetNumber(kOptions, kSortValue, kSortDefault);
+    if (!m_session.journal.Open(m_window, {sort, 0}))
         return false;
     // Before anything of the window is to be seen, so that its contents are laid out and painted once.
-    m_leftMaximized = FrameAndPlace(m_window, app);
-    if (!m_bands.Create(m_instance, m_window, app))
+    m_leftMaximized = FrameAndPlace(m_window, settings);
+    if (!m_bands.Create(m_instance, m_window, settings))
         return false;
     OnSelectionChanged(0);
-    LoadFilter(app, &app.Filter());
+    LoadFilter(settings, &m_session.filter);
     (void)BringFilterUpToDate();
     return m_list.Create(m_window, &m_columns, LVS_REPORT | LVS_SHOWSELALWAYS, m_bands.Height()) != nullptr;
 }
@@ -220,16 +220,16 @@ void MainWindow::Close()
     m_backup.Stop();
     m_fileNotice.Stop();
     StoreSort();
-    App().Journal().Close();
-    m_notKept = App().Journal().Trouble();
+    m_session.journal.Close();
+    m_notKept = m_session.journal.Trouble();
     DestroyWindow(m_window);
 }
 
 void MainWindow::StoreSort() const
 {
     SORTORDERSPEC sort{};
-    App().Journal().GetSort(&sort);
-    App().SetNumber(kOptions, kSortValue, sort.propid);
+    m_session.journal.GetSort(&sort);
+    m_session.settings.SetNumber(kOptions, kSortValue, sort.propid);
 }
 
 // All that is stored when the window is closed.
@@ -237,13 +237,13 @@ void MainWindow::StoreSettings() const
 {
     StoreSort();
     StoreLayout();
-    SaveColumns(m_columns, App());
+    SaveColumns(m_columns, m_session.settings);
 }
 
 void MainWindow::StoreLayout() const
 {
-    SavePlacement(m_window, App());
-    SaveBandLayout(m_bands.Handle(), BandLayoutParts::All, App());
+    SavePlacement(m_window, m_session.settings);
+    SaveBandLayout(m_bands.Handle(), BandLayoutParts::All, m_session.settings);
 }
 
 LRESULT MainWindow::OnSize()
@@ -334,7 +334,7 @@ LRESULT MainWindow::OnBandsNotify(const NMHDR& notification)
 void MainWindow::StoreBands() const
 {
     if (m_loaded)
-        SaveBandLayout(m_bands.Handle(), BandLayoutParts::StyleAndWidth, App());
+        SaveBandLayout(m_bands.Handle(), BandLayoutParts::StyleAndWidth, m_session.settings);
 }
 
 LRESULT MainWindow::OnCommand(UINT id, bool fromKeyboard)
@@ -387,7 +387,7 @@ LRESULT MainWindow::OnSelectionChanged(int flag)
 
 void MainWindow::ShowAbout()
 {
-    ShowAboutDialog(App().Instance(), m_window);
+    ShowAboutDialog(m_instance, m_window);
 }
 
 // A category that is chosen is sent as a command too, which does nothing.
@@ -395,7 +395,7 @@ void MainWindow::DropFilterMenu()
 {
     if (!IsWindowEnabled(m_window))
         return; // a box has come up since the click
-    FilterState& filter = App().Filter();
+    FilterState& filter = m_session.filter;
     const FilterMenu menu(filter);
     const UINT command = TrackPressedDropDown(m_bands.ButtonBar(), CMD_CONTACTS, menu.Handle(), m_window);
     if (!m_loaded)
@@ -416,13 +416,13 @@ void MainWindow::EditCategoriesList()
 
 void MainWindow::EditFilter(bool categoriesMode)
 {
-    OpenFilterDialog(m_window, categoriesMode);
+    OpenFilterDialog(m_session, m_window, categoriesMode);
     OnFilterChanged();
 }
 
 void MainWindow::ClearTheFilter()
 {
-    ClearFilter(&App().Filter(), &App());
+    ClearFilter(&m_session.filter, &m_session.settings);
     OnFilterChanged();
 }
 
@@ -445,7 +445,7 @@ void MainWindow::NoteMissingEntries()
 
 void MainWindow::NoteFileTrouble()
 {
-    const StoreTrouble now = App().Journal().FileTrouble();
+    const StoreTrouble now = m_session.journal.FileTrouble();
     if (std::exchange(m_fileTrouble, now) != now && now != StoreTrouble::None)
         m_fileNotice.Tell(m_window);
 }
@@ -454,7 +454,7 @@ void MainWindow::NoteFileTrouble()
 // gone: the list is to be refreshed.
 bool MainWindow::BringFilterUpToDate()
 {
-    FilterState& filter = App().Filter();
+    FilterState& filter = m_session.filter;
     const bool isOneGone = DropGoneCategories(&filter);
     m_bands.SetFilterText(FilterText(&filter));
     return isOneGone;

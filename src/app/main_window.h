@@ -26,8 +26,7 @@ constexpr DWORD kSortDefault = kPropDate;
 
 class MainWindow {
   public:
-    // Both are borrowed and outlive this object.
-    MainWindow(DbJournal& journal, FilterState& filter);
+    explicit MainWindow(const Session& session);
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;
 
@@ -40,6 +39,7 @@ class MainWindow {
     void ShowFirst(int showCommand);
 
     HWND Handle() const { return m_window; }
+    const Session& GetSession() const { return m_session; }
     EntryList& List() { return m_list; }
     // Once a person has closed it: why no whole copy was kept of a store whose file was not in its place.
     StoreTrouble NotKept() const { return m_notKept; }
@@ -87,6 +87,7 @@ class MainWindow {
     void OnFilterChanged();
     [[nodiscard]] bool BringFilterUpToDate();
 
+    const Session m_session;
     HWND m_window = nullptr;
     HINSTANCE m_instance = nullptr;
     Turn* m_turn = nullptr; // during the creation
@@ -96,7 +97,7 @@ class MainWindow {
     FindRequest m_findRequest;
     MenuTip m_menuTip;
     Gathered m_refresh{[this] { OnFilterChanged(); }}; // for what other programs change
-    DailyBackup m_backup;
+    DailyBackup m_backup{m_session.journal};
     StoreTrouble m_fileTrouble = StoreTrouble::None; // as last looked at
     QuietNotice m_fileNotice;
     bool m_missesEntries = false; // as the list was last looked at

@@ -1,6 +1,5 @@
 #include "app/rescue_offer.h"
 
-#include "app/journal_app.h"
 #include "editor/entry_editor.h"
 #include "editor/stored_rescue.h"
 #include "mervane/file/store_path.h"
@@ -28,7 +27,7 @@ std::wstring Question(const EntryToWrite& entry)
 void Open(HWND owner, EntryList& list, RescueFile file, RescueState state)
 {
     CEOID id = 0;
-    OpenRescuedEntry(owner, std::move(file), std::move(state), &id);
+    OpenRescuedEntry(list.GetSession(), owner, std::move(file), std::move(state), &id);
     if (!list.Handle())
         return; // the window was closed behind the editor
     list.SetCurrentEntry(id);
@@ -43,7 +42,7 @@ void OfferRescues(HWND owner, EntryList& list)
         std::optional<RescueState> state = file.Read();
         if (!state)
             continue;
-        if (IsStored(App().Journal(), *state)) {
+        if (IsStored(list.GetSession().journal, *state)) {
             (void)file.Remove(); // the next start looks again
             continue;
         }

@@ -1,6 +1,5 @@
 #include "app/restore_offer.h"
 
-#include "app/journal_app.h"
 #include "app/main_window.h"
 #include "mervane/backup/restoration.h"
 #include "mervane/backup/store_copy.h"

@@ -4,11 +4,11 @@
 #include <initializer_list>
 #include <string>
 
-#include "app/journal_app.h"
 #include "columns/column_draft.h"
 #include "res/resource.h"
 #include "ui/dialog.h"
 #include "ui/launch.h"
+#include "ui/screen/work_area.h"
 
 namespace {
 
@@ -16,7 +16,7 @@ constexpr int kMostGrowth = 50; // of the lists, in pixels at 96 dpi: all fields
 
 class ColumnsDialog : public Dialog {
   public:
-    explicit ColumnsDialog(ColumnSet* set) : m_set(set), m_draft(*set, WorkAreaRight()) {}
+    explicit ColumnsDialog(ColumnSet* set) : m_set(set), m_draft(*set, WorkArea().right) {}
 
     void OnOK() override;
 

@@ -3,7 +3,6 @@
 
 #include <utility>
 
-#include "app/journal_app.h"
 #include "data/entry_types.h"
 #include "data/line_ends.h"
 #include "editor/categories_line.h"
@@ -60,7 +59,7 @@ bool EntryEditor::OnInitDialog()
         End(-1);
         return true;
     }
-    if (UsesInputPanel(App()))
+    if (UsesInputPanel(m_settings))
         ShowInputPanel(true);
     SetModified(false);
     if (m_found) {
@@ -81,7 +80,7 @@ bool EntryEditor::Build()
     FillBoxes();
     SetBarState();
     LayOut();
-    ApplyZoom(static_cast<int>(StoredZoom(App())));
+    ApplyZoom(static_cast<int>(StoredZoom(m_settings)));
     return true;
 }
 
@@ -101,14 +100,14 @@ void EntryEditor::FillSubjects()
     if (m_record.Mask() & kLoadedSubject)
         subject = m_record.StoredSubject();
     m_hiddenSubject.reset();
-    if (!FillSubjectBox(m_controls.subject, App(), subject))
+    if (!FillSubjectBox(m_controls.subject, m_settings, subject))
         m_hiddenSubject = std::move(subject);
 }
 
 void EntryEditor::FillBoxes()
 {
     FillSubjects(); // of no record yet
-    FillTypeBox(m_controls.type, App());
+    FillTypeBox(m_controls.type, m_settings);
     AddItems(m_controls.duration, SuggestedDurations());
     Select(m_controls.duration, 0);
 }
@@ -118,7 +117,7 @@ void EntryEditor::SetBarState()
     m_views.Start(GetWindow(), &m_bar, m_controls.body);
     m_bar.SetFace(CMD_PRIORITY, PriorityFace(kPriorityNormal));
     m_bar.SetFace(CMD_SENSITIVITY, SensitivityFace(kSensitivityNormal));
-    m_timer.Stop(GetWindow(), &App());
+    m_timer.Stop(GetWindow(), &m_settings);
     ShowTimer();
 }
 
@@ -174,14 +173,14 @@ EditorMetrics EntryEditor::Measure() const
     metrics.labelWidth = m_controls.LabelWidth();
     metrics.barButtons = m_bar.Buttons();
     metrics.barRowHeight = m_bar.RowHeight();
-    metrics.showCategories = ShowsCategories(App());
+    metrics.showCategories = ShowsCategories(m_settings);
     metrics.dpi = DpiOf(GetWindow());
     return metrics;
 }
 
 void EntryEditor::ShowCategories()
 {
-    if (ShowsCategories(App()))
+    if (ShowsCategories(m_settings))
         ShowCategoriesLine(m_controls.categories, &m_record.Categories(), &m_record.CategoryStore());
 }
 
@@ -193,7 +192,7 @@ void EntryEditor::OnSettingsChanged()
     const RECT area = OwnWorkArea();
     if (!EqualRect(&area, &m_workArea))
         return LayOut();
-    const bool show = ShowsCategories(App());
+    const bool show = ShowsCategories(m_settings);
     if (show) {
         const EditorLayout layout = WithLineBelowBody(m_layout, DpiOf(GetWindow()));
         m_controls.Place(layout, m_bar, m_scroll.Position());

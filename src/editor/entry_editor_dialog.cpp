@@ -3,7 +3,6 @@
 #include <iterator>
 #include <utility>
 
-#include "app/journal_app.h"
 #include "editor/body_text.h"
 #include "editor/editor_settings.h"
 #include "editor/picker_menus.h"
@@ -44,7 +43,9 @@ bool IsChange(WORD code)
 
 } // namespace
 
-EntryEditor::EntryEditor(CEOID* id) : m_record(App().Journal(), id) {}
+EntryEditor::EntryEditor(const Session& session, CEOID* id)
+    : m_settings(session.settings), m_record(session.journal, id)
+{}
 
 void EntryEditor::GoOnWith(RescueFile file, RescueState state)
 {
@@ -158,7 +159,7 @@ bool EntryEditor::OnViewNotify(NMHDR* notification, LRESULT* result)
 
 void EntryEditor::SwitchView(const EditorViewRule& rule)
 {
-    if (m_views.SwitchTo(rule.view) && UsesInputPanel(App()))
+    if (m_views.SwitchTo(rule.view) && UsesInputPanel(m_settings))
         ShowInputPanel(rule.inputPanel);
 }
 
@@ -196,7 +197,7 @@ void EntryEditor::OnSubject(WORD code)
     if (IsChange(code) && !m_quiet)
         m_hiddenSubject.reset(); // whatever it is, the person has given it
     if (code == CBN_CLOSEUP && SendMessageW(m_controls.subject, CB_GETCURSEL, 0, 0) == kModifySubjectsItem) {
-        RunQuickSubjects(GetWindow());
+        RunQuickSubjects(GetWindow(), m_settings);
         FillSubjects();
     }
 }
@@ -309,8 +310,8 @@ void EntryEditor::ApplyDateRule(int id)
 void EntryEditor::OnTimerButton()
 {
     if (m_timer.IsRunning())
-        m_timer.Stop(GetWindow(), &App());
-    else if (!m_timer.Start(GetWindow(), &App()))
+        m_timer.Stop(GetWindow(), &m_settings);
+    else if (!m_timer.Start(GetWindow(), &m_settings))
         MessageBeep(MB_ICONEXCLAMATION);
     ShowTimer();
 }
@@ -321,7 +322,7 @@ bool EntryEditor::OnTimer(UINT_PTR id)
         return true;
     if (!m_timer.IsTick(id))
         return false;
-    m_timer.AddTimeSinceLastTick(&App(), &m_times);
+    m_timer.AddTimeSinceLastTick(&m_settings, &m_times);
     ShowDuration();
     SetModified(true);
     return true;
@@ -357,7 +358,7 @@ void EntryEditor::ApplyZoom(int menuId)
     UniqueFont font = MakeZoomFont(step, DpiOf(GetWindow()));
     SendMessageW(m_controls.body, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
     m_bodyFont = std::move(font);
-    StoreZoom(&App(), static_cast<DWORD>(ZoomIdOfText(m_bar.Text(CMD_ZOOM))));
+    StoreZoom(&m_settings, static_cast<DWORD>(ZoomIdOfText(m_bar.Text(CMD_ZOOM))));
     RedrawWindow(m_controls.body, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
 }
 

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "data/session.h"
 #include "editor/assign_views.h"
 #include "editor/editor_bar.h"
 #include "editor/editor_controls.h"
@@ -22,7 +23,7 @@
 class EntryEditor : public Dialog {
   public:
     // id is the caller's, see OpenEntryEditor.
-    explicit EntryEditor(CEOID* id);
+    EntryEditor(const Session& session, CEOID* id);
     // Before it runs: what it shows in place of what the record has, and the file that this is from, which it
     // goes on with once it is open.
     void GoOnWith(RescueFile file, RescueState state);
@@ -110,6 +111,7 @@ class EntryEditor : public Dialog {
     // new entry does not end.
     bool HasUnstored() const { return m_modified && m_changes != m_stored; }
 
+    RegistryStore& m_settings;
     EditorRecord m_record;
     EditorTimes m_times;
     EntryTimer m_timer;

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/journal_app.h"
 #include "data/line_ends.h"
 #include "editor/editor_settings.h"
 #include "editor/entry_copy.h"
@@ -55,7 +54,7 @@ EditorRecord::Saved EntryEditor::Save()
 void EntryEditor::RememberType()
 {
     if (const std::optional<std::wstring> type = ReadText(m_controls.type))
-        StoreLastType(&App(), type->substr(0, kTypeTextSize - 1));
+        StoreLastType(&m_settings, type->substr(0, kTypeTextSize - 1));
 }
 
 template <typename Write> EditorRecord::Saved EntryEditor::CollectAnd(Write write)
@@ -201,7 +200,7 @@ void EntryEditor::OnSessionEnd()
 
 void EntryEditor::OnOK()
 {
-    if (UsesInputPanel(App()))
+    if (UsesInputPanel(m_settings))
         ShowInputPanel(false);
     TakeTyped();
     // The window closes only over what is on disk.
@@ -224,7 +223,7 @@ void EntryEditor::OnCancel()
         return;
     m_rescue.Discard(GetWindow());
     m_views.DestroyLists();
-    if (UsesInputPanel(App()))
+    if (UsesInputPanel(m_settings))
         ShowInputPanel(false);
     m_bar.Check(CMD_TIMER, false);
     End(0);

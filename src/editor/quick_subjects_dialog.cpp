@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <optional>
 
-#include "app/journal_app.h"
 #include "data/journal_entry.h"
 #include "editor/editor_settings.h"
 #include "editor/placeholder_edit.h"
@@ -34,6 +33,8 @@ void CutTo(size_t length, std::wstring* text)
 
 class QuickSubjectsDialog : public Dialog {
   public:
+    explicit QuickSubjectsDialog(RegistryStore& settings) : m_settings(settings) {}
+
     void OnOK() override;
     void OnCancel() override;
 
@@ -63,16 +64,17 @@ class QuickSubjectsDialog : public Dialog {
     int WidthOfSubjects() const;
     void ShowButtons(const SubjectButtons& buttons);
 
+    RegistryStore& m_settings;
     SubjectList m_subjects;
     SubjectButtons m_buttons;
 };
 
 bool QuickSubjectsDialog::OnInitDialog()
 {
-    if (UsesInputPanel(App()))
+    if (UsesInputPanel(m_settings))
         ShowInputPanel(true);
     AddPlaceholderClick(GetItem(IDC_QUICK_SUBJECT), kSubjectPlaceholder);
-    m_subjects = SubjectList(ReadQuickSubjects(App()));
+    m_subjects = SubjectList(ReadQuickSubjects(m_settings));
     ShowSubjects();
     ShowPlaceholder();
     Grow(kMostGrowth, {IDC_QUICK_SUBJECT_LIST});
@@ -161,7 +163,7 @@ void QuickSubjectsDialog::Delete()
 
 bool QuickSubjectsDialog::IsDeletionConfirmed()
 {
-    return !ConfirmsDeletions(App()) ||
+    return !ConfirmsDeletions(m_settings) ||
            MessageBoxW(GetWindow(), L"Delete?", L"Confirm", MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
 }
 
@@ -250,23 +252,23 @@ void QuickSubjectsDialog::ShowButtons(const SubjectButtons& buttons)
 
 void QuickSubjectsDialog::OnOK()
 {
-    StoreQuickSubjects(&App(), m_subjects.InOrder());
-    if (UsesInputPanel(App()))
+    StoreQuickSubjects(&m_settings, m_subjects.InOrder());
+    if (UsesInputPanel(m_settings))
         ShowInputPanel(false);
     End(1);
 }
 
 void QuickSubjectsDialog::OnCancel()
 {
-    if (UsesInputPanel(App()))
+    if (UsesInputPanel(m_settings))
         ShowInputPanel(false);
     End(0);
 }
 
 } // namespace
 
-int RunQuickSubjects(HWND owner)
+int RunQuickSubjects(HWND owner, RegistryStore& settings)
 {
-    QuickSubjectsDialog dialog;
+    QuickSubjectsDialog dialog(settings);
     return dialog.DoModal(GetModuleHandleW(nullptr), IDD_QUICK_SUBJECTS, owner) == 1 ? 1 : 0;
 }

@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 
-#include "app/journal_app.h"
 #include "export/export_dialog.h"
 #include "ui/save_choice.h"
 
@@ -53,5 +52,6 @@ std::optional<ExportFile> ChooseFile(HWND owner)
 void ExportEntries(HWND owner, EntryList& list)
 {
     if (const std::optional<ExportFile> file = ChooseFile(owner))
-        RunExportDialog(owner, file->path, file->format, {list.Columns(), list.Selection(), App().Filter()});
+        RunExportDialog(owner, file->path, file->format,
+                        {list.Columns(), list.Selection(), list.GetSession()});
 }

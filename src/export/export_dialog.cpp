@@ -4,7 +4,6 @@
 
 #include <initializer_list>
 
-#include "app/journal_app.h"
 #include "export/export_fields.h"
 #include "list/not_done_box.h"
 #include "res/resource.h"
@@ -66,9 +65,10 @@ bool ExportDialog::OnInitDialog()
 {
     CenterOnWorkArea();
     ShowFormat();
-    CheckButton(IDC_EXPORT_HEADER, App().GetNumber(kSettings, kHeaderName, kHeaderDefault) != 0);
+    CheckButton(IDC_EXPORT_HEADER,
+                m_source.session.settings.GetNumber(kSettings, kHeaderName, kHeaderDefault) != 0);
     CheckButton(IDC_EXPORT_ALL, true);
-    EnableItem(IDC_EXPORT_FILTERED, m_source.filter.active);
+    EnableItem(IDC_EXPORT_FILTERED, m_source.session.filter.active);
     EnableItem(IDC_EXPORT_SELECTED, !m_source.selection.IsEmpty());
     HideItem(IDC_EXPORT_PROGRESS);
     FillFields();
@@ -146,9 +146,9 @@ void ExportDialog::TakeFields()
 ExportRequest ExportDialog::TakeChoices()
 {
     TakeFields();
-    SaveColumns(m_source.columns, App());
+    SaveColumns(m_source.columns, m_source.session.settings);
     const bool headerOrLabels = IsButtonChecked(IDC_EXPORT_HEADER);
-    App().SetNumber(kSettings, kHeaderName, headerOrLabels);
+    m_source.session.settings.SetNumber(kSettings, kHeaderName, headerOrLabels);
     const auto& selected = m_source.selection.InOrder();
     return {m_path,
             m_format,
@@ -156,7 +156,7 @@ ExportRequest ExportDialog::TakeChoices()
             headerOrLabels,
             {selected.begin(), selected.end()},
             &m_source.columns,
-            &m_source.filter};
+            &m_source.session.filter};
 }
 
 // The bar takes the check box's place. Nothing is left to choose but to stop, and Enter does not stop what it
@@ -175,7 +175,7 @@ uint32_t ExportDialog::Write(const ExportRequest& request)
 {
     const ScopedHourglass work;
     SORTORDERSPEC sort{};
-    App().Journal().GetSort(&sort);
+    m_source.session.journal.GetSort(&sort);
     ExportJob job(request, sort);
     m_writes = true;
     ShowProgress(job.EntryCount());

@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "data/session.h"
 #include "export/export_job.h"
 #include "list/selection_set.h"
 
@@ -13,7 +14,7 @@
 struct ExportSource {
     ColumnSet& columns; // keeps which of them were chosen
     const SelectionSet& selection;
-    const FilterState& filter;
+    const Session& session;
 };
 
 // Returns when the dialog has closed.

@@ -2,7 +2,6 @@
 
 #include <commctrl.h>
 
-#include "app/journal_app.h"
 #include "filter/filter_category_pane.h"
 #include "filter/filter_date_pane.h"
 #include "filter/filter_settings.h"
@@ -16,8 +15,8 @@ namespace {
 
 class FilterDialog : public Dialog {
   public:
-    explicit FilterDialog(const FilterState& filter)
-        : m_filter(filter), m_dates(&m_filter), m_categories(&m_filter)
+    FilterDialog(RegistryStore& settings, const FilterState& filter)
+        : m_settings(settings), m_filter(filter), m_dates(&m_filter), m_categories(&m_filter)
     {}
 
     const FilterState& Filter() const { return m_filter; }
@@ -36,6 +35,7 @@ class FilterDialog : public Dialog {
     void SetMode(bool categories);
     void ClearSelection();
 
+    RegistryStore& m_settings;
     FilterState m_filter; // a draft
     FilterDatePane m_dates;
     FilterCategoryPane m_categories;
@@ -119,20 +119,20 @@ void FilterDialog::OnOK()
 {
     if (!m_filter.categoriesMode && m_filter.rangeMode)
         m_dates.ReadRange();
-    AcceptFilter(&m_filter, &App());
+    AcceptFilter(&m_filter, &m_settings);
     End(1);
 }
 
 } // namespace
 
-bool OpenFilterDialog(HWND owner, bool categoriesMode)
+bool OpenFilterDialog(const Session& session, HWND owner, bool categoriesMode)
 {
-    FilterState& filter = App().Filter();
+    FilterState& filter = session.filter;
     FilterState shown = filter;
-    if (!shown.active && RemembersFilter(App()))
-        LoadFilterDates(App(), &shown);
+    if (!shown.active && RemembersFilter(session.settings))
+        LoadFilterDates(session.settings, &shown);
     shown.categoriesMode = categoriesMode;
-    FilterDialog dialog(shown);
+    FilterDialog dialog(session.settings, shown);
     if (dialog.DoModal(GetModuleHandleW(nullptr), IDD_FILTER, owner) != 1)
         return false;
     const DWORD rowCount = filter.rowCount; // the list may have counted meanwhile

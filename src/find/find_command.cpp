@@ -1,6 +1,5 @@
 #include "find/find_command.h"
 
-#include "app/journal_app.h"
 #include "find/find_dialog.h"
 #include "find/find_results_dialog.h"
 #include "find/find_search.h"
@@ -10,10 +9,10 @@
 
 namespace {
 
-std::vector<CEOID> Search(const FindRequest& request, CEOID currentEntry)
+std::vector<CEOID> Search(DbJournal& journal, const FindRequest& request, CEOID currentEntry)
 {
     const ScopedHourglass work;
-    return FindEntries(App().Journal(), request, currentEntry);
+    return FindEntries(journal, request, currentEntry);
 }
 
 // A record that the list does not show leaves the selection. The last one that stays gets the focus, as if
@@ -33,14 +32,15 @@ void SelectFound(EntryList& list, const std::vector<CEOID>& found)
 
 void RunFind(HWND owner, EntryList& list, FindRequest* request)
 {
+    const Session& session = list.GetSession();
     const CEOID currentEntry = list.CurrentEntry();
-    if (!RunFindDialog(owner, currentEntry != 0, request))
+    if (!RunFindDialog(owner, session.settings, currentEntry != 0, request))
         return;
     list.ClearSelection();
-    const auto found = Search(*request, currentEntry);
-    const StoreTrouble trouble = App().Journal().Trouble();
+    const auto found = Search(session.journal, *request, currentEntry);
+    const StoreTrouble trouble = session.journal.Trouble();
     SelectFound(list, found);
-    RunFindResults(owner, found);
+    RunFindResults(session, owner, found);
     list.Refresh();
     if (trouble != StoreTrouble::None)
         TellNotDone(owner, L"Not every entry was looked at", trouble);

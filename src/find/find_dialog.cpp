@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "app/journal_app.h"
 #include "editor/placeholder_edit.h"
 #include "find/find_settings.h"
 #include "res/resource.h"
@@ -34,8 +33,8 @@ SIZE DroppedSize(HWND box)
 
 class FindDialog : public Dialog {
   public:
-    FindDialog(bool hasCurrentEntry, FindRequest* request)
-        : m_hasCurrentEntry(hasCurrentEntry), m_request(request)
+    FindDialog(RegistryStore& settings, bool hasCurrentEntry, FindRequest* request)
+        : m_settings(settings), m_hasCurrentEntry(hasCurrentEntry), m_request(request)
     {}
 
     void OnOK() override;
@@ -59,6 +58,7 @@ class FindDialog : public Dialog {
     SearchBy By() const;
     std::wstring Typed() const;
 
+    RegistryStore& m_settings;
     bool m_hasCurrentEntry;
     FindRequest* m_request;
     HWND m_day = nullptr;
@@ -71,10 +71,10 @@ bool FindDialog::OnInitDialog()
     FillBox();
     CenterOnWorkArea();
     SetFocus(m_day);
-    ClickSearchBy(ReadSearchBy(App()));
-    CheckButton(IDC_FIND_MATCH_CASE, ReadMatchCase(App()));
+    ClickSearchBy(ReadSearchBy(m_settings));
+    CheckButton(IDC_FIND_MATCH_CASE, ReadMatchCase(m_settings));
     EnableItem(IDC_FIND_FROM_CURRENT, m_hasCurrentEntry);
-    ClickSearchFrom(ReadSearchFrom(App()));
+    ClickSearchFrom(ReadSearchFrom(m_settings));
     return false;
 }
 
@@ -109,7 +109,7 @@ void FindDialog::FillBox()
 {
     MakeDropTaller();
     SendDlgItemMessageW(GetWindow(), IDC_FIND_TEXT, CB_RESETCONTENT, 0, 0);
-    for (const std::wstring& text : ReadFindHistory(App()))
+    for (const std::wstring& text : ReadFindHistory(m_settings))
         SendDlgItemMessageW(GetWindow(), IDC_FIND_TEXT, CB_ADDSTRING, 0, TextParam(text));
     COMBOBOXINFO info{};
     info.cbSize = sizeof info;
@@ -203,21 +203,21 @@ void FindDialog::OnOK()
     m_request->by = By();
     m_request->matchCase = IsButtonChecked(IDC_FIND_MATCH_CASE);
     m_request->from = IsButtonChecked(IDC_FIND_FROM_CURRENT) ? SearchFrom::Current : SearchFrom::Top;
-    StoreFindChoices(&App(), *m_request);
+    StoreFindChoices(&m_settings, *m_request);
     if (m_request->by == SearchBy::Date) {
         TakeTypedTime(GetWindow());
         SendMessageW(m_day, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&m_request->date));
     } else {
         m_request->text = SearchTextOf(Typed());
-        AddToFindHistory(&App(), m_request->text);
+        AddToFindHistory(&m_settings, m_request->text);
     }
     End(1);
 }
 
 } // namespace
 
-bool RunFindDialog(HWND owner, bool hasCurrentEntry, FindRequest* request)
+bool RunFindDialog(HWND owner, RegistryStore& settings, bool hasCurrentEntry, FindRequest* request)
 {
-    FindDialog dialog(hasCurrentEntry, request);
+    FindDialog dialog(settings, hasCurrentEntry, request);
     return dialog.DoModal(GetModuleHandleW(nullptr), IDD_FIND, owner) == 1;
 }

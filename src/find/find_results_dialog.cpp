@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <string>
 
-#include "app/journal_app.h"
 #include "data/journal_entry.h"
 #include "editor/entry_editor.h"
+#include "mervane/db_journal.h"
 #include "res/resource.h"
 #include "ui/dialog.h"
 #include "ui/hourglass.h"
@@ -57,7 +57,9 @@ std::optional<FoundEntry> ReadEntry(DbJournal& journal, CEOID id)
 
 class FindResultsDialog : public Dialog {
   public:
-    explicit FindResultsDialog(const std::vector<CEOID>& found) : m_found(found) {}
+    FindResultsDialog(const Session& session, const std::vector<CEOID>& found)
+        : m_session(session), m_found(found)
+    {}
 
   protected:
     bool OnInitDialog() override;
@@ -79,6 +81,7 @@ class FindResultsDialog : public Dialog {
     int FocusedRow() const { return ListView_GetNextItem(List(), -1, LVNI_FOCUSED); }
     CEOID IdOf(int row) const;
 
+    const Session m_session;
     std::vector<CEOID> m_found;
     WindowHook m_listHook;
 };
@@ -155,7 +158,7 @@ void FindResultsDialog::Fill()
 {
     const ScopedHourglass work;
     const ScopedRedrawPause pause(List());
-    DbJournal& journal = App().Journal();
+    DbJournal& journal = m_session.journal;
     const CeDBase::ReadScope scope(journal);
     ListView_DeleteAllItems(List());
     ListView_SetItemCount(List(), static_cast<int>(m_found.size()));
@@ -202,7 +205,7 @@ void FindResultsDialog::Edit(int row)
         return;
     CEOID id = opened;
     const int top = ListView_GetTopIndex(List());
-    OpenEntryEditor(GetWindow(), &id);
+    OpenEntryEditor(m_session, GetWindow(), &id);
     if (id != opened)
         m_found.insert(std::find(m_found.begin(), m_found.end(), opened) + 1, id);
     Fill();
@@ -236,8 +239,8 @@ bool FindResultsDialog::OnNotify(const NMHDR& notification)
 
 } // namespace
 
-void RunFindResults(HWND owner, const std::vector<CEOID>& found)
+void RunFindResults(const Session& session, HWND owner, const std::vector<CEOID>& found)
 {
-    FindResultsDialog dialog(found);
+    FindResultsDialog dialog(session, found);
     dialog.DoModal(GetModuleHandleW(nullptr), IDD_FIND_RESULTS, owner);
 }

@@ -5,8 +5,9 @@
 
 #include <vector>
 
+#include "data/session.h"
 #include "mervane/values/ce_types.h"
 
 // Comes back when the dialog is closed. Entries may have been changed, or deleted by other programs,
 // meanwhile.
-void RunFindResults(HWND owner, const std::vector<CEOID>& found);
+void RunFindResults(const Session& session, HWND owner, const std::vector<CEOID>& found);

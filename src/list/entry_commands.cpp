@@ -5,7 +5,6 @@
 #include <set>
 #include <vector>
 
-#include "app/journal_app.h"
 #include "columns/columns_dialog.h"
 #include "editor/editor_settings.h"
 #include "editor/entry_editor.h"
@@ -18,9 +17,9 @@
 
 namespace {
 
-bool IsDeletionConfirmed()
+bool IsDeletionConfirmed(const RegistryStore& settings)
 {
-    if (!ConfirmsDeletions(App()))
+    if (!ConfirmsDeletions(settings))
         return true;
     return ShowOwnerlessBox(L"Delete record?", L"Confirm", MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
 }
@@ -30,7 +29,7 @@ bool IsDeletionConfirmed()
 void OpenEditorAndRefresh(HWND owner, EntryList& list)
 {
     CEOID id = list.CurrentEntry();
-    OpenEntryEditor(owner, &id);
+    OpenEntryEditor(list.GetSession(), owner, &id);
     list.SetCurrentEntry(id);
     list.Refresh();
 }
@@ -41,9 +40,9 @@ HWND OwnerOf(const EntryList& list)
 }
 
 // Work that writes: all of it is on disk, or nothing and the reason is returned, as the work returns its own.
-template <typename Work> StoreTrouble AllOrNothing(Work work)
+template <typename Work> StoreTrouble AllOrNothing(DbJournal& journal, Work work)
 {
-    CeDBase::BulkScope bulk(App().Journal());
+    CeDBase::BulkScope bulk(journal);
     if (bulk.Trouble() != StoreTrouble::None)
         return bulk.Trouble();
     if (const StoreTrouble trouble = work(); trouble != StoreTrouble::None)
@@ -54,10 +53,10 @@ template <typename Work> StoreTrouble AllOrNothing(Work work)
 }
 
 // The same step with each record, until one fails.
-template <typename Ids, typename Step> StoreTrouble WithEach(const Ids& ids, Step step)
+template <typename Ids, typename Step> StoreTrouble WithEach(DbJournal& journal, const Ids& ids, Step step)
 {
     for (const CEOID id : ids)
-        if (const StoreTrouble trouble = step(App().Journal(), id); trouble != StoreTrouble::None)
+        if (const StoreTrouble trouble = step(journal, id); trouble != StoreTrouble::None)
             return trouble;
     return StoreTrouble::None;
 }
@@ -81,13 +80,13 @@ StoreTrouble Skip(CEOID id, StoreTrouble trouble, LeftOut* leftOut)
 
 // Nothing is written any more in a transaction that has come upon damage. So the work that does, which then
 // goes on reading alone, is given up and done again without the entries that it has left out.
-template <typename Work> StoreTrouble WithoutDamaged(LeftOut* leftOut, Work work)
+template <typename Work> StoreTrouble WithoutDamaged(DbJournal& journal, LeftOut* leftOut, Work work)
 {
     StoreTrouble trouble = StoreTrouble::None;
     do {
         leftOut->hasGrown = false;
-        (void)App().Journal().SeekFirstRecord(); // what damage keeps out of the order is found out before
-        trouble = AllOrNothing([&] {
+        (void)journal.SeekFirstRecord(); // what damage keeps out of the order is found out before
+        trouble = AllOrNothing(journal, [&] {
             const StoreTrouble own = work();
             return own == StoreTrouble::None && leftOut->hasGrown ? StoreTrouble::Damaged : own;
         });
@@ -194,9 +193,8 @@ StoreTrouble DeleteCategories(DbJournal& journal, LeftOut* leftOut)
 }
 
 // A walk that breaks off has not come to the end, unless there is nothing but damage behind.
-StoreTrouble DeleteAllCategories(LeftOut* leftOut)
+StoreTrouble DeleteAllCategories(DbJournal& journal, LeftOut* leftOut)
 {
-    DbJournal& journal = App().Journal();
     StoreTrouble trouble = ResetCategoryUses();
     if (trouble != StoreTrouble::None)
         return trouble;
@@ -230,11 +228,12 @@ void DeleteEntries(EntryList& list)
 {
     const auto& selected = list.Selection().InOrder();
     const std::vector<CEOID> asked(selected.begin(), selected.end());
-    if (!IsDeletionConfirmed())
+    if (!IsDeletionConfirmed(list.GetSession().settings))
         return list.SetSelectionFlag(0);
     if (!list.Handle())
         return; // the window was closed behind the question
-    const StoreTrouble trouble = AllOrNothing([&] { return WithEach(asked, Delete); });
+    DbJournal& journal = list.GetSession().journal;
+    const StoreTrouble trouble = AllOrNothing(journal, [&] { return WithEach(journal, asked, Delete); });
     if (trouble == StoreTrouble::None) {
         if (std::count(asked.begin(), asked.end(), list.CurrentEntry()))
             list.SetCurrentEntry(0);
@@ -256,9 +255,10 @@ void PasteEntries(EntryList& list)
     if (!list.Handle())
         return;
     LeftOut leftOut;
-    const auto copy = [&](DbJournal& journal, CEOID id) { return CopyRecord(journal, id, &leftOut); };
-    const StoreTrouble trouble =
-        WithoutDamaged(&leftOut, [&] { return WithEach(list.Selection().InOrder(), copy); });
+    const auto copy = [&](DbJournal& from, CEOID id) { return CopyRecord(from, id, &leftOut); };
+    DbJournal& journal = list.GetSession().journal;
+    const StoreTrouble trouble = WithoutDamaged(
+        journal, &leftOut, [&] { return WithEach(journal, list.Selection().InOrder(), copy); });
     list.Refresh();
     TellWhatWasNotDone(list, trouble, L"Nothing was pasted", leftOut,
                        EntriesText(leftOut) + (leftOut.entries.size() == 1 ? L" was" : L" were") +
@@ -277,7 +277,7 @@ void CustomizeListColumns(HWND owner, EntryList& list)
     ColumnSet& columns = list.Columns();
     const std::optional<ZColumn> before = SortColumn(columns);
     (void)CustomizeColumns(owner, &columns);
-    SaveColumns(columns, App());
+    SaveColumns(columns, list.GetSession().settings);
     const std::optional<ZColumn> sort = SortColumn(columns);
     if (list.BuildColumns() && sort && !(before && IsSameSort(*before, *sort)))
         list.ApplySort(*sort);
@@ -288,7 +288,9 @@ void ClearCategories(EntryList& list)
     if (!list.Handle())
         return;
     LeftOut leftOut;
-    const StoreTrouble trouble = WithoutDamaged(&leftOut, [&] { return DeleteAllCategories(&leftOut); });
+    DbJournal& journal = list.GetSession().journal;
+    const StoreTrouble trouble =
+        WithoutDamaged(journal, &leftOut, [&] { return DeleteAllCategories(journal, &leftOut); });
     list.Refresh();
     TellWhatWasNotDone(list, trouble, L"The categories were not taken from the entries", leftOut,
                        L"The categories were not taken from " + EntriesText(leftOut));

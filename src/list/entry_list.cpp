@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/journal_app.h"
 #include "columns/list_columns.h"
 #include "list/list_rows.h"
 #include "res/resource.h"
@@ -12,6 +11,7 @@
 #include "ui/pictures/image_list.h"
 #include "ui/screen/message_font.h"
 #include "ui/screen/scale.h"
+#include "ui/screen/work_area.h"
 
 namespace {
 
@@ -20,8 +20,9 @@ constexpr int kHeaderImagesType = 3; // the handheld's; other systems ignore it 
 
 } // namespace
 
-EntryList::EntryList(DbJournal& journal, FilterState& filter)
-    : m_cache(journal, filter), m_selection(journal, filter, m_cache)
+EntryList::EntryList(const Session& session)
+    : m_session(session), m_cache(session.journal, session.filter),
+      m_selection(session.journal, session.filter, m_cache)
 {}
 
 EntryList::~EntryList()
@@ -46,7 +47,7 @@ HWND EntryList::Create(HWND parent, ColumnSet* columns, DWORD style, int topOffs
     m_font = FitControlFont(m_list);
     SetImages();
     m_columns = columns;
-    LoadColumns(columns, App(), WorkAreaRight());
+    LoadColumns(columns, m_session.settings, WorkArea().right);
     (void)InsertColumns(m_list, *columns);
     Place(topOffset);
     const int sort = GetSortColumn(*columns);
@@ -123,7 +124,7 @@ void EntryList::Place(int topOffset)
 void EntryList::Destroy()
 {
     if (m_columns)
-        SaveColumns(*m_columns, App());
+        SaveColumns(*m_columns, m_session.settings);
     m_notice.Hide();
 }
 
@@ -192,7 +193,7 @@ void EntryList::OnCacheHint(const NMLVCACHEHINT& hint)
 {
     const int page = ListView_GetCountPerPage(m_list) + 1;
     const int top = ListView_GetTopIndex(m_list);
-    const int last = std::min(top + page, static_cast<int>(App().Filter().rowCount)) - 1;
+    const int last = std::min(top + page, static_cast<int>(m_session.filter.rowCount)) - 1;
     const bool onPage = hint.iFrom <= hint.iTo && hint.iFrom <= last && hint.iTo >= top;
     m_cache.OnHint(onPage ? std::min(hint.iFrom, top) : hint.iFrom,
                    onPage ? std::max(hint.iTo, last) : hint.iTo, page + 1);
@@ -210,7 +211,7 @@ void EntryList::OnColumnClick(int position)
         SendMessageW(m_list, LVM_SETCOLUMNW, static_cast<WPARAM>(position),
                      reinterpret_cast<LPARAM>(&header));
     }
-    SaveColumns(*m_columns, App());
+    SaveColumns(*m_columns, m_session.settings);
     (void)InsertColumns(m_list, *m_columns);
     ApplySort(ColumnAt(position));
     const int selected = ListView_GetNextItem(m_list, -1, LVNI_SELECTED);
@@ -242,7 +243,7 @@ void EntryList::OnDividerDoubleClick(int position)
 void EntryList::SetColumnWidth(int position, int width)
 {
     ColumnAt(position).SetWidth(width);
-    SaveColumns(*m_columns, App());
+    SaveColumns(*m_columns, m_session.settings);
 }
 
 bool EntryList::IsShownColumn(int position) const
@@ -266,7 +267,7 @@ bool EntryList::BuildColumns()
 void EntryList::ApplySort(const ZColumn& column)
 {
     const ScopedHourglass work;
-    DbJournal& journal = App().Journal();
+    DbJournal& journal = m_session.journal;
     SORTORDERSPEC sort{};
     journal.GetSort(&sort);
     journal.SetSort(SortOfColumn(column, sort), 1);
@@ -284,8 +285,8 @@ void EntryList::Refresh()
 bool EntryList::Rebuild()
 {
     const RowSelection::Quiet quiet(m_selection);
-    DbJournal& journal = App().Journal();
-    FilterState& filter = App().Filter();
+    DbJournal& journal = m_session.journal;
+    FilterState& filter = m_session.filter;
     const CeDBase::ReadScope scope(journal);
     ListView_DeleteAllItems(m_list);
     m_rows.Apply(journal, filter);

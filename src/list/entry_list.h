@@ -6,6 +6,7 @@
 #include <commctrl.h>
 
 #include "columns/column_set.h"
+#include "data/session.h"
 #include "list/display_cache.h"
 #include "list/empty_notice.h"
 #include "list/list_rows.h"
@@ -18,8 +19,7 @@ constexpr UINT kMsgSelectionChanged = WM_USER + 102;
 
 class EntryList {
   public:
-    // Both are borrowed and outlive the list.
-    EntryList(DbJournal& journal, FilterState& filter);
+    explicit EntryList(const Session& session);
     ~EntryList();
     EntryList(const EntryList&) = delete;
     EntryList& operator=(const EntryList&) = delete;
@@ -51,6 +51,7 @@ class EntryList {
     LRESULT OnNotify(NMHDR* notification);
 
     HWND Handle() const { return m_list; }
+    const Session& GetSession() const { return m_session; }
     // As given to Create, which has succeeded.
     ColumnSet& Columns() { return *m_columns; }
     SelectionSet& Selection() { return m_selection.Tracker().Selection(); }
@@ -86,6 +87,7 @@ class EntryList {
     bool Rebuild();
     void ReportIf(bool changed);
 
+    const Session m_session;
     HWND m_parent = nullptr;
     HWND m_list = nullptr;
     WindowHook m_hook;

@@ -1,6 +1,5 @@
 #include "options/options_dialog.h"
 
-#include "app/journal_app.h"
 #include "options/password.h"
 #include "options/preferences.h"
 #include "res/resource.h"
@@ -11,6 +10,8 @@ namespace {
 
 class OptionsDialog : public Dialog {
   public:
+    explicit OptionsDialog(RegistryStore& settings) : m_settings(settings) {}
+
     void OnOK() override;
 
   protected:
@@ -27,18 +28,19 @@ class OptionsDialog : public Dialog {
     void ShowPasswordSet(bool isSet, const wchar_t* status);
     void ShowStatus(const wchar_t* status) { SetDlgItemTextW(GetWindow(), IDC_PASSWORD_STATUS, status); }
 
+    RegistryStore& m_settings;
     bool m_isSet = false; // a password
 };
 
 bool OptionsDialog::OnInitDialog()
 {
-    const Preferences preferences = ReadPreferences(App());
+    const Preferences preferences = ReadPreferences(m_settings);
     CheckButton(IDC_CONFIRM_DELETE, preferences.confirmDelete);
     CheckButton(IDC_OPEN_ON_FIND, preferences.openOnFind);
     CheckButton(IDC_SHOW_CATEGORIES, preferences.showCategories);
     EnableItem(IDC_USE_INPUT_PANEL, false); // there is none here
     CheckButton(IDC_REMEMBER_FILTER, preferences.rememberFilter);
-    const bool isSet = IsPasswordSet(App());
+    const bool isSet = IsPasswordSet(m_settings);
     ShowPasswordSet(isSet, isSet ? L"Password IS Set!" : L"Password NOT Set!");
     CenterOnWorkArea();
     return true;
@@ -46,9 +48,10 @@ bool OptionsDialog::OnInitDialog()
 
 void OptionsDialog::OnOK()
 {
-    StorePreferences(App(), {IsButtonChecked(IDC_CONFIRM_DELETE), IsButtonChecked(IDC_OPEN_ON_FIND),
-                             IsButtonChecked(IDC_REMEMBER_FILTER), IsButtonChecked(IDC_SHOW_CATEGORIES)});
-    StoreAskAtStart(App(), m_isSet);
+    StorePreferences(m_settings,
+                     {IsButtonChecked(IDC_CONFIRM_DELETE), IsButtonChecked(IDC_OPEN_ON_FIND),
+                      IsButtonChecked(IDC_REMEMBER_FILTER), IsButtonChecked(IDC_SHOW_CATEGORIES)});
+    StoreAskAtStart(m_settings, m_isSet);
     Dialog::OnOK();
 }
 
@@ -68,13 +71,13 @@ bool OptionsDialog::OnClick(int id)
 
 void OptionsDialog::SetPassword()
 {
-    const bool isSet = SetNewPassword(GetWindow(), App());
+    const bool isSet = SetNewPassword(GetWindow(), m_settings);
     ShowPasswordSet(isSet, isSet ? L"Password IS Set!" : L"Password NOT Set");
 }
 
 void OptionsDialog::ChangePassword()
 {
-    const bool changed = CheckPassword(GetWindow(), App()) && SetNewPassword(GetWindow(), App());
+    const bool changed = CheckPassword(GetWindow(), m_settings) && SetNewPassword(GetWindow(), m_settings);
     ShowStatus(changed ? L"Password Changed!" : L"Password NOT Changed!");
 }
 
@@ -82,9 +85,9 @@ void OptionsDialog::ClearPassword()
 {
     if (!IsClearingConfirmed())
         return;
-    if (!CheckPassword(GetWindow(), App()))
+    if (!CheckPassword(GetWindow(), m_settings))
         ShowStatus(L"Incorrect Password!");
-    else if (::ClearPassword(App()))
+    else if (::ClearPassword(m_settings))
         ShowPasswordSet(false, L"Password Cleared!");
     else
         ShowStatus(L"Password Not Cleared!");
@@ -107,8 +110,8 @@ void OptionsDialog::ShowPasswordSet(bool isSet, const wchar_t* status)
 
 } // namespace
 
-void RunOptions(HWND owner)
+void RunOptions(HWND owner, RegistryStore& settings)
 {
-    OptionsDialog dialog;
+    OptionsDialog dialog(settings);
     dialog.DoModal(GetModuleHandleW(nullptr), IDD_OPTIONS, owner);
 }

@@ -3,4 +3,6 @@
 
 #include <windows.h>
 
-void RunOptions(HWND owner);
+#include "settings/registry_store.h"
+
+void RunOptions(HWND owner, RegistryStore& settings);

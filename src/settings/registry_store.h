@@ -8,6 +8,9 @@
 
 #include "util/owners.h"
 
+// The journal's root key.
+constexpr const wchar_t* kRegistryPath = L"Software\\Quillmarsh\\Journal";
+
 constexpr int kSettingTextSize = 156; // with the terminator; a longer stored text reads as the default
 
 // Subkeys.

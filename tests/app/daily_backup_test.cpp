@@ -42,7 +42,7 @@ class DailyBackupTest : public testing::Test {
     TestStore m_store;
     TestParent m_parent;
     ScopedClockForTesting m_clock{{2026, 1, 6, 30, 23, 59, 0, 0}};
-    DailyBackup m_backup;
+    DailyBackup m_backup{App().Journal()};
 };
 
 TEST_F(DailyBackupTest, IsMadeOfTheNextDayTooWhileTheJournalStaysOpen)

@@ -4,6 +4,7 @@
 
 #include "support/test_store.h"
 #include "support/test_windows.h"
+#include "ui/screen/work_area.h"
 
 namespace {
 
@@ -31,8 +32,8 @@ TEST(JournalApp, WorkAreaEdgesAreTheSystems)
 {
     RECT area{};
     SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
-    EXPECT_EQ(WorkAreaRight(), area.right);
-    EXPECT_EQ(WorkAreaBottom(), area.bottom);
+    EXPECT_EQ(WorkArea().right, area.right);
+    EXPECT_EQ(WorkArea().bottom, area.bottom);
 }
 
 } // namespace

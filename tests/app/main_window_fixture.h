@@ -63,5 +63,5 @@ class MainWindowTest : public testing::Test {
 
     TestStore m_store;
     TestRegistry m_registry;
-    MainWindow m_window{App().Journal(), App().Filter()};
+    MainWindow m_window{App().GetSession()};
 };

@@ -158,7 +158,7 @@ TEST_F(MainWindowResolution, NothingThatIsStoredChanges)
     std::map<std::wstring, DWORD> before;
     for (const wchar_t* name : names)
         before[name] = App().GetNumber(kSettings, name, 0xDEAD);
-    MainWindow second{App().Journal(), App().Filter()};
+    MainWindow second{App().GetSession()};
     ASSERT_NE(second.Create(Instance()), nullptr);
     second.ShowFirst(SW_SHOWNORMAL);
     TellResolution(second.Handle(), 2);

@@ -237,7 +237,7 @@ TEST_F(MainWindowTest, MakesTheDaysBackupOnce)
     // The next start of the day, until its time has come too.
     SendMessageW(m_window.Handle(), WM_CLOSE, 0, 0);
     TakeQuitMessage();
-    MainWindow second{App().Journal(), App().Filter()};
+    MainWindow second{App().GetSession()};
     HWND window = second.Create(Instance());
     ASSERT_NE(window, nullptr);
     second.ShowFirst(SW_SHOWNORMAL);

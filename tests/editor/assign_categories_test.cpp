@@ -371,7 +371,7 @@ TEST_F(AssignCategoriesTest, ACancelledCheckChangesNothing)
 
 TEST_F(AssignCategoriesTest, WithoutTheLineCategoriesAreAssignedAllTheSame)
 {
-    App().SetNumber(kOptions, L"DispCats", 0);
+    Own().SetNumber(kOptions, L"DispCats", 0);
     const CEOID home = AddCategory(L"Home");
     CEOID id = 0;
     RunIn(&id, 1051, [](EditorWindow& editor) {
@@ -384,10 +384,10 @@ TEST_F(AssignCategoriesTest, WithoutTheLineCategoriesAreAssignedAllTheSame)
 
 TEST_F(AssignCategoriesTest, ALineThatASettingsChangeBringsInNamesThem)
 {
-    App().SetNumber(kOptions, L"DispCats", 0);
+    Own().SetNumber(kOptions, L"DispCats", 0);
     CEOID id = AddEntry({AddCategory(L"Home")});
     Run(&id, [](EditorWindow& editor) {
-        App().SetNumber(kOptions, L"DispCats", 1);
+        Own().SetNumber(kOptions, L"DispCats", 1);
         editor.TellOfChange(L"intl");
         EXPECT_EQ(Line(editor), L"Home");
         EXPECT_FALSE(editor.SaveEnabled());

@@ -90,7 +90,7 @@ CEOID AssignTest::AddEntry(const std::vector<DWORD>& categories, const std::vect
         std::vector<BYTE> bytes = Ids(ids);
         const CEPROPVAL value = BlobValue(property, bytes);
         if (!ids.empty()) {
-            EXPECT_EQ(App().Journal().WriteRecord(id, 1, &value), id);
+            EXPECT_EQ(Own().Journal().WriteRecord(id, 1, &value), id);
         }
     }
     return id;

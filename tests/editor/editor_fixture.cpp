@@ -166,7 +166,7 @@ void MenuChooser::Take(HMENU menu)
 
 void EditorTest::SetUp()
 {
-    ASSERT_TRUE(App().Journal().Open(nullptr));
+    ASSERT_TRUE(Own().Journal().Open(nullptr));
 }
 
 // The log goes with the last connection: nobody has the store open still.
@@ -177,7 +177,7 @@ EditorTest::~EditorTest()
 
 void EditorTest::TearDown()
 {
-    App().Journal().Close();
+    Own().Journal().Close();
 }
 
 int EditorTest::Run(CEOID* id, const std::function<void(EditorWindow&)>& action)
@@ -186,7 +186,7 @@ int EditorTest::Run(CEOID* id, const std::function<void(EditorWindow&)>& action)
         EditorWindow editor(window);
         action(editor);
     };
-    return static_cast<int>(RunDialog([=] { return OpenEntryEditor(nullptr, id); }, work, -2));
+    return static_cast<int>(RunDialog([=] { return OpenEntryEditor(Own(), nullptr, id); }, work, -2));
 }
 
 int EditorTest::RunNew(const std::function<void(EditorWindow&)>& action)
@@ -198,7 +198,7 @@ int EditorTest::RunNew(const std::function<void(EditorWindow&)>& action)
 CEOID EditorTest::Write(EntryToWrite entry)
 {
     const std::vector<CEPROPVAL> properties = PropertiesToWrite(entry);
-    const CEOID id = App().Journal().WriteRecord(0, static_cast<WORD>(properties.size()), properties.data());
+    const CEOID id = Own().Journal().WriteRecord(0, static_cast<WORD>(properties.size()), properties.data());
     EXPECT_NE(id, 0u);
     return id;
 }
@@ -206,10 +206,10 @@ CEOID EditorTest::Write(EntryToWrite entry)
 JournalEntry EditorTest::Read(CEOID id)
 {
     JournalEntry entry;
-    EXPECT_EQ(App().Journal().SeekRecord(id), id);
+    EXPECT_EQ(Own().Journal().SeekRecord(id), id);
     WORD count = 0;
     CEPROPVAL* properties = nullptr;
-    EXPECT_EQ(App().Journal().ReadRecord(&count, nullptr, &properties), id);
+    EXPECT_EQ(Own().Journal().ReadRecord(&count, nullptr, &properties), id);
     const LocalBlock<CEPROPVAL> block(properties);
     ReadEntry(properties, count, &entry);
     return entry;

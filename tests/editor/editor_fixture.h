@@ -9,11 +9,11 @@
 
 #include <gtest/gtest.h>
 
-#include "app/journal_app.h"
 #include "data/journal_entry.h"
 #include "editor/entry_editor.h"
 #include "res/resource.h"
 #include "support/dialog_window.h"
+#include "support/test_session.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
 #include "util/clock.h"
@@ -92,7 +92,7 @@ class EditorTest : public testing::Test {
 
     CEOID Write(EntryToWrite entry);
     JournalEntry Read(CEOID id);
-    DWORD Count() { return App().Journal().RecordCount(); }
+    DWORD Count() { return Own().Journal().RecordCount(); }
     // As another program does, over a connection of its own.
     bool ChangeStore(const char* sql) const;
 

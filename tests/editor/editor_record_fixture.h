@@ -9,7 +9,7 @@
 // A record as the editor has it open, or none yet.
 class OpenRecord : public EditorRecord {
   public:
-    explicit OpenRecord(CEOID* id) : EditorRecord(App().Journal(), id)
+    explicit OpenRecord(CEOID* id) : EditorRecord(Own().Journal(), id)
     {
         OpenStores(nullptr);
         JournalEntry loaded;
@@ -41,7 +41,7 @@ class EditorRecordTest : public AssignTest {
         CEPROPVAL value{};
         value.propid = property;
         value.val.blob = {static_cast<DWORD>(blob.size()), blob.data()};
-        EXPECT_EQ(App().Journal().WriteRecord(id, 1, &value), id);
+        EXPECT_EQ(Own().Journal().WriteRecord(id, 1, &value), id);
         return id;
     }
 };

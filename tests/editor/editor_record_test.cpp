@@ -46,7 +46,7 @@ TEST(LoadedMask, NumbersAreOredTogether)
 TEST_F(EditorRecordTest, ANewEntryLoadsNothing)
 {
     CEOID id = 0;
-    EditorRecord record(App().Journal(), &id);
+    EditorRecord record(Own().Journal(), &id);
     JournalEntry entry;
     EXPECT_EQ(record.Load(&entry), EditorRecord::Loaded::Nothing);
     EXPECT_EQ(record.Mask(), 0u);
@@ -55,8 +55,8 @@ TEST_F(EditorRecordTest, ANewEntryLoadsNothing)
 TEST_F(EditorRecordTest, ARecordThatIsGoneLoadsNothing)
 {
     CEOID id = Write(Entry());
-    ASSERT_TRUE(App().Journal().DeleteRecord(id));
-    EditorRecord record(App().Journal(), &id);
+    ASSERT_TRUE(Own().Journal().DeleteRecord(id));
+    EditorRecord record(Own().Journal(), &id);
     JournalEntry entry;
     EXPECT_EQ(record.Load(&entry), EditorRecord::Loaded::Nothing);
     EXPECT_FALSE(entry.subject);
@@ -67,7 +67,7 @@ TEST_F(EditorRecordTest, ARecordThatCannotBeReadIsNotOpened)
 {
     CEOID id = Write(Entry(L"Unread"));
     const CEOID unread = id;
-    EditorRecord record(App().Journal(), &id);
+    EditorRecord record(Own().Journal(), &id);
     record.OpenStores(nullptr);
     JournalEntry loaded;
     ASSERT_TRUE(ChangeStore("ALTER TABLE journal RENAME COLUMN sensitivity TO hidden"));
@@ -79,13 +79,13 @@ TEST_F(EditorRecordTest, ARecordThatCannotBeReadIsNotOpened)
     EXPECT_EQ(record.Save(&entry), Saved::Failed) << "neither over it nor beside it";
     EXPECT_EQ(id, unread);
     EXPECT_EQ(Read(unread).subject, L"Unread");
-    EXPECT_EQ(App().Journal().RecordCount(), 1u);
+    EXPECT_EQ(Own().Journal().RecordCount(), 1u);
 }
 
 TEST_F(EditorRecordTest, ASeekThatFailsIsNoMissingRecord)
 {
     CEOID id = Write(Entry(L"There"));
-    EditorRecord record(App().Journal(), &id);
+    EditorRecord record(Own().Journal(), &id);
     record.OpenStores(nullptr);
     JournalEntry loaded;
     ASSERT_TRUE(ChangeStore("ALTER TABLE journal RENAME TO away"));
@@ -98,7 +98,7 @@ TEST_F(EditorRecordTest, ASeekThatFailsIsNoMissingRecord)
     EXPECT_EQ(record.Save(&entry), Saved::Failed);
     EXPECT_NE(record.Trouble(), StoreTrouble::None);
     ASSERT_TRUE(ChangeStore("ALTER TABLE away RENAME TO journal"));
-    EXPECT_EQ(App().Journal().RecordCount(), 1u) << "no second record";
+    EXPECT_EQ(Own().Journal().RecordCount(), 1u) << "no second record";
     EXPECT_EQ(Read(id).subject, L"There");
     EXPECT_EQ(record.Save(&entry), Saved::Updated);
     EXPECT_EQ(Read(id).subject, L"Other");
@@ -182,7 +182,7 @@ TEST_F(EditorRecordTest, BothAreKeptWhenItIsSavedAsNew)
 TEST_F(EditorRecordTest, TheSubjectOutlastsAStoreThatCannotBeRead)
 {
     CEOID id = Write(Entry(L"There"));
-    EditorRecord record(App().Journal(), &id);
+    EditorRecord record(Own().Journal(), &id);
     JournalEntry loaded;
     ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
     ASSERT_TRUE(ChangeStore("UPDATE journal SET subject = 'newer'"));
@@ -210,7 +210,7 @@ TEST_F(EditorRecordTest, ARecordThatWentAwayIsWrittenAnew)
     CEOID id = Write(Entry());
     const CEOID before = id;
     OpenRecord record(&id);
-    ASSERT_TRUE(App().Journal().DeleteRecord(id));
+    ASSERT_TRUE(Own().Journal().DeleteRecord(id));
     EXPECT_EQ(record.Save(Entry(L"Again")), Saved::Created);
     EXPECT_NE(id, before);
     EXPECT_EQ(Read(id).subject, L"Again");

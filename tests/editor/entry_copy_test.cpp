@@ -11,7 +11,7 @@ namespace {
 class EntryCopyTest : public EditorTest {
   protected:
     CEOID m_id = 0;
-    EditorRecord m_record{App().Journal(), &m_id};
+    EditorRecord m_record{Own().Journal(), &m_id};
 };
 
 TEST_F(EntryCopyTest, HasAllThatWasTyped)

@@ -77,7 +77,7 @@ TEST_F(ForeignValuesTest, StayAsTheyAreWhenSomethingElseIsSaved)
         const std::string before = Stored(column);
         ChangePriority(id);
         EXPECT_EQ(Stored(column), before) << column << " = " << value;
-        EXPECT_TRUE(App().Journal().DeleteRecord(id));
+        EXPECT_TRUE(Own().Journal().DeleteRecord(id));
     }
 }
 

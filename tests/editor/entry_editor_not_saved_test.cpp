@@ -108,7 +108,7 @@ TEST_F(EntryEditorSaveTest, ARecordThatCannotBeReadIsNotOpened)
     CEOID id = Write(Full());
     ASSERT_TRUE(ChangeStore("ALTER TABLE journal RENAME TO away"));
     const MessageBoxAnswerer boxes;
-    EXPECT_EQ(OpenEntryEditor(nullptr, &id), 0);
+    EXPECT_EQ(OpenEntryEditor(Own(), nullptr, &id), 0);
     ASSERT_TRUE(ChangeStore("ALTER TABLE away RENAME TO journal"));
     ASSERT_EQ(boxes.Boxes().size(), 1u);
     EXPECT_TRUE(boxes.Boxes()[0].text.starts_with(L"The entry was not opened: "))
@@ -480,12 +480,12 @@ TEST_F(EntryEditorSaveTest, AnEntryWhoseTextsCannotBeShownIsNotOpened)
     const ModalDriver opened([](HWND dialog) { EndDialog(dialog, 1); });
     {
         const ImportWatch<decltype(&SetWindowTextW)> none(&__imp_SetWindowTextW, ShowNoBody);
-        EXPECT_EQ(OpenEntryEditor(nullptr, &id), 0);
+        EXPECT_EQ(OpenEntryEditor(Own(), nullptr, &id), 0);
     }
     {
         g_send = __imp_SendMessageW;
         const ImportWatch<decltype(&SendMessageW)> none(&__imp_SendMessageW, InsertNoLunch);
-        EXPECT_EQ(OpenEntryEditor(nullptr, &id), 0);
+        EXPECT_EQ(OpenEntryEditor(Own(), nullptr, &id), 0);
     }
     ASSERT_EQ(boxes.Boxes().size(), 2u);
     for (const auto& box : boxes.Boxes())

@@ -44,7 +44,8 @@ class EntryEditorRescueTest : public EditorTest {
         std::optional<RescueState> state = left[0].Read();
         EXPECT_TRUE(state);
         const auto open = [&] {
-            return INT_PTR{OpenRescuedEntry(nullptr, std::move(left[0]), state.value_or(RescueState()), id)};
+            return INT_PTR{
+                OpenRescuedEntry(Own(), nullptr, std::move(left[0]), state.value_or(RescueState()), id)};
         };
         const auto work = [&](HWND window) {
             EditorWindow editor(window);
@@ -238,9 +239,9 @@ TEST_F(EntryEditorRescueTest, BetweenTheSaveAndItsRemovalItHasWhatIsSaved)
         ASSERT_EQ(left.size(), 1u);
         const RescueState state = left[0].Read().value_or(RescueState());
         EXPECT_EQ(state.entry.subject, L"Dinner");
-        EXPECT_TRUE(IsStored(App().Journal(), state));
-        EXPECT_TRUE(App().Journal().DeleteRecord(id));
-        EXPECT_FALSE(IsStored(App().Journal(), state));
+        EXPECT_TRUE(IsStored(Own().Journal(), state));
+        EXPECT_TRUE(Own().Journal().DeleteRecord(id));
+        EXPECT_FALSE(IsStored(Own().Journal(), state));
     }
 }
 
@@ -285,7 +286,7 @@ TEST_F(EntryEditorRescueTest, WhatCannotBeShownStaysOnDisk)
     {
         const ImportWatch<decltype(&SetWindowTextW)> none(&__imp_SetWindowTextW, ShowNoBody);
         RescueState state = left[0].Read().value_or(RescueState());
-        EXPECT_EQ(OpenRescuedEntry(nullptr, std::move(left[0]), std::move(state), &id), 0);
+        EXPECT_EQ(OpenRescuedEntry(Own(), nullptr, std::move(left[0]), std::move(state), &id), 0);
     }
     ASSERT_EQ(answerer.Boxes().size(), 1u);
     EXPECT_TRUE(
@@ -362,7 +363,7 @@ TEST_F(EntryEditorRescueTest, ARecordThatIsGoneIsWrittenAnew)
 {
     const CEOID id = WriteLunch();
     Abandon(id, [](EditorWindow& editor) { editor.Enter(IDC_BODY, L"Soup and bread"); });
-    ASSERT_TRUE(App().Journal().DeleteRecord(id));
+    ASSERT_TRUE(Own().Journal().DeleteRecord(id));
     CEOID opened = 0;
     EXPECT_EQ(GoOn(&opened, [](EditorWindow& editor) { editor.Ok(); }), 1);
     EXPECT_EQ(Count(), 1u);
@@ -377,7 +378,7 @@ TEST_F(EntryEditorRescueTest, ARecordThatWasChangedSinceIsAskedAbout)
     CEPROPVAL change{};
     change.propid = kPropBody;
     change.val.lpwstr = const_cast<wchar_t*>(L"Theirs");
-    ASSERT_EQ(App().Journal().WriteRecord(id, 1, &change), id);
+    ASSERT_EQ(Own().Journal().WriteRecord(id, 1, &change), id);
     const MessageBoxAnswerer answerer({IDCANCEL, IDNO});
     CEOID opened = 0;
     GoOn(&opened, [&](EditorWindow& editor) {
@@ -405,7 +406,7 @@ TEST_F(AssignTest, WhatARescueHasAssignedIsCountedOnce)
     RescueState state;
     state.categories = std::vector<CEOID>{kept, added, gone};
     state.contacts = {4711};
-    EditorRecord record(App().Journal(), &id);
+    EditorRecord record(Own().Journal(), &id);
     record.OpenStores(nullptr);
     JournalEntry loaded;
     ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);
@@ -434,7 +435,7 @@ TEST_F(AssignTest, WhatARescueHasAssignedOfContactsIsSaved)
     const CEOID kept = AddContact(L"Roe");
     const CEOID added = AddContact(L"Poe");
     CEOID id = AddEntry({}, {released, kept});
-    EditorRecord record(App().Journal(), &id);
+    EditorRecord record(Own().Journal(), &id);
     record.OpenStores(nullptr);
     JournalEntry loaded;
     ASSERT_EQ(record.Load(&loaded), EditorRecord::Loaded::Done);

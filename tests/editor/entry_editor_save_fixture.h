@@ -23,7 +23,7 @@ class EntryEditorSaveTest : public EditorTest {
     // Writes some properties of a record as another program would.
     CEOID WriteOnly(std::vector<CEPROPVAL> properties)
     {
-        return App().Journal().WriteRecord(0, static_cast<WORD>(properties.size()), properties.data());
+        return Own().Journal().WriteRecord(0, static_cast<WORD>(properties.size()), properties.data());
     }
     static CEPROPVAL TextValue(CEPROPID property, const wchar_t* text)
     {

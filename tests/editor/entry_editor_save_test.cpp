@@ -34,7 +34,7 @@ TEST_F(EntryEditorSaveTest, TheTitleIsTheRecordsWeekday)
 TEST_F(EntryEditorSaveTest, ARecordThatIsGoneOpensAsANewEntry)
 {
     CEOID id = Write(Full());
-    ASSERT_TRUE(App().Journal().DeleteRecord(id));
+    ASSERT_TRUE(Own().Journal().DeleteRecord(id));
     const CEOID gone = id;
     Run(&id, [&](EditorWindow& editor) {
         EXPECT_EQ(editor.Text(IDC_SUBJECT), L"<Entry Subject>");
@@ -238,7 +238,7 @@ TEST_F(EntryEditorSaveTest, ARecordDeletedMeanwhileIsWrittenAnew)
     const CEOID before = id;
     const int result = Run(&id, [&](EditorWindow& editor) {
         editor.Enter(IDC_BODY, L"Still here");
-        App().Journal().DeleteRecord(before);
+        Own().Journal().DeleteRecord(before);
         editor.Ok();
     });
     EXPECT_EQ(result, 1);
@@ -451,7 +451,7 @@ TEST_F(EntryEditorSaveTest, CategoriesAreNamedInTheLineAndKept)
     blob.propid = kPropCategories;
     ASSERT_TRUE(categories.SetBlobFromStack(stack, &blob.val.blob));
     const LocalBlock<BYTE> block(blob.val.blob.lpb);
-    ASSERT_EQ(App().Journal().WriteRecord(id, 1, &blob), id);
+    ASSERT_EQ(Own().Journal().WriteRecord(id, 1, &blob), id);
     Run(&id, [](EditorWindow& editor) {
         EXPECT_EQ(editor.Text(IDC_CATEGORIES_LINE), L"Home & garden, Work");
         editor.Enter(IDC_BODY, L"Changed");

@@ -57,7 +57,7 @@ class EntryEditorSubjectsTest : public EditorTest {
         value.propid = property;
         if (property == kPropBody || property == kPropType)
             value.val.lpwstr = text.data();
-        const CEOID id = App().Journal().WriteRecord(0, 1, &value);
+        const CEOID id = Own().Journal().WriteRecord(0, 1, &value);
         EXPECT_NE(id, 0u);
         return id;
     }
@@ -65,7 +65,7 @@ class EntryEditorSubjectsTest : public EditorTest {
 
 TEST_F(EntryEditorSubjectsTest, TheFirstItemOpensTheDialogAndTheBoxIsFilledAnew)
 {
-    StoreQuickSubjects(&App(), {L"Walk"});
+    StoreQuickSubjects(&Own(), {L"Walk"});
     RunNew([](EditorWindow& editor) {
         ModifySubjects(editor, [](EditorWindow& dialog) { AddAndClose(dialog, L"Apples"); });
         EXPECT_EQ(Items(editor), (Texts{L"<Modify Quick Subjects>", L"<Entry Subject>", L"Apples", L"Walk"}));
@@ -77,7 +77,7 @@ TEST_F(EntryEditorSubjectsTest, TheFirstItemOpensTheDialogAndTheBoxIsFilledAnew)
 
 TEST_F(EntryEditorSubjectsTest, OnlyTheFirstItemOpensIt)
 {
-    StoreQuickSubjects(&App(), {L"Walk"});
+    StoreQuickSubjects(&Own(), {L"Walk"});
     RunNew([](EditorWindow& editor) {
         const ModalDriver driver([](HWND dialog) { SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0); });
         editor.ChooseInBox(IDC_SUBJECT, 1);
@@ -215,7 +215,7 @@ TEST_F(EntryEditorSubjectsTest, TheItemItselfIsNoSubject)
 
 TEST_F(EntryEditorSubjectsTest, AQuickSubjectCanBeChosen)
 {
-    StoreQuickSubjects(&App(), {L"Walk"});
+    StoreQuickSubjects(&Own(), {L"Walk"});
     CEOID id = 0;
     Run(&id, [](EditorWindow& editor) {
         editor.ChooseInBox(IDC_SUBJECT, 2);

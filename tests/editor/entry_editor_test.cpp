@@ -333,11 +333,11 @@ TEST_F(EntryEditorTest, TheCaptionShowsTheProgramsIcon)
 
 TEST_F(EntryEditorTest, OpeningClearsTheTimersLastTick)
 {
-    App().SetNumber(kSettings, L"Tmrh", 5);
-    App().SetNumber(kSettings, L"Tmrl", 6);
+    Own().SetNumber(kSettings, L"Tmrh", 5);
+    Own().SetNumber(kSettings, L"Tmrl", 6);
     RunNew([&](EditorWindow& editor) { EXPECT_EQ(editor.BarText(CMD_TIMER), L"Off"); });
-    EXPECT_EQ(App().GetNumber(kSettings, L"Tmrh", 99), 0u);
-    EXPECT_EQ(App().GetNumber(kSettings, L"Tmrl", 99), 0u);
+    EXPECT_EQ(Own().GetNumber(kSettings, L"Tmrh", 99), 0u);
+    EXPECT_EQ(Own().GetNumber(kSettings, L"Tmrl", 99), 0u);
 }
 
 TEST_F(EntryEditorTest, WithoutTheCategoriesLineTheBodyIsNoShorter)
@@ -348,7 +348,7 @@ TEST_F(EntryEditorTest, WithoutTheCategoriesLineTheBodyIsNoShorter)
         EXPECT_TRUE(IsShown(editor.Item(IDC_CATEGORIES_LABEL)));
         EXPECT_TRUE(IsShown(editor.Item(IDC_CATEGORIES_LINE)));
     });
-    App().SetNumber(kOptions, L"DispCats", 0);
+    Own().SetNumber(kOptions, L"DispCats", 0);
     RunNew([&](EditorWindow& editor) {
         EXPECT_GE(Height(editor.Rect(IDC_BODY)), with);
         EXPECT_LE(editor.Rect(IDC_BODY).bottom, editor.Rect(IDOK).top);
@@ -359,10 +359,10 @@ TEST_F(EntryEditorTest, WithoutTheCategoriesLineTheBodyIsNoShorter)
 
 TEST_F(EntryEditorTest, ASettingsChangeBringsTheLineInAndOut)
 {
-    App().SetNumber(kOptions, L"DispCats", 0);
+    Own().SetNumber(kOptions, L"DispCats", 0);
     RunNew([&](EditorWindow& editor) {
         const RECT before = editor.Rect(IDC_BODY);
-        App().SetNumber(kOptions, L"DispCats", 1);
+        Own().SetNumber(kOptions, L"DispCats", 1);
         for (int i = 0; i < 3; ++i) {
             editor.TellOfChange(L"intl");
             const RECT body = editor.Rect(IDC_BODY);
@@ -374,7 +374,7 @@ TEST_F(EntryEditorTest, ASettingsChangeBringsTheLineInAndOut)
             EXPECT_TRUE(IsShown(editor.Item(IDC_CATEGORIES_LABEL)));
             EXPECT_TRUE(IsShown(editor.Item(IDC_CATEGORIES_LINE)));
         }
-        App().SetNumber(kOptions, L"DispCats", 0);
+        Own().SetNumber(kOptions, L"DispCats", 0);
         editor.TellOfChange(L"intl");
         EXPECT_EQ(Height(editor.Rect(IDC_BODY)), Height(before) - Scale(22));
         EXPECT_FALSE(IsShown(editor.Item(IDC_CATEGORIES_LABEL)));
@@ -512,7 +512,7 @@ TEST_F(EntryEditorTest, HelpIsAnsweredOnceAndByTheEditor)
         editor.Cancel();
     });
     CEOID id = 0;
-    EXPECT_EQ(OpenEntryEditor(owner.Handle(), &id), 0);
+    EXPECT_EQ(OpenEntryEditor(Own(), owner.Handle(), &id), 0);
     EXPECT_EQ(ownerAsked, 0);
     ASSERT_EQ(boxes.Boxes().size(), 2u);
     for (const MessageBoxAnswerer::Box& box : boxes.Boxes()) {

@@ -45,7 +45,7 @@ class EntryEditorTimerTest : public EditorTest {
     }
     static TimeCount LastTick()
     {
-        return {App().GetNumber(L"Settings", L"Tmrl", 77), App().GetNumber(L"Settings", L"Tmrh", 77)};
+        return {Own().GetNumber(L"Settings", L"Tmrl", 77), Own().GetNumber(L"Settings", L"Tmrh", 77)};
     }
     CEOID WriteOne()
     {
@@ -311,8 +311,8 @@ TEST_F(EntryEditorTimerTest, ATickThatAnEarlierEditorLeftIsNotTakenUp)
 TEST_F(EntryEditorTimerTest, OpeningARecordClearsTheLastTickToo)
 {
     CEOID id = WriteOne();
-    App().SetNumber(L"Settings", L"Tmrh", 5);
-    App().SetNumber(L"Settings", L"Tmrl", 6);
+    Own().SetNumber(L"Settings", L"Tmrh", 5);
+    Own().SetNumber(L"Settings", L"Tmrl", 6);
     Run(&id, [](EditorWindow& editor) {
         EXPECT_EQ(LastTick(), TimeCount());
         EXPECT_EQ(editor.Text(IDC_DURATION), L"10 minutes");

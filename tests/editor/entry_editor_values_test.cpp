@@ -56,7 +56,7 @@ TEST_F(EntryEditorValuesTest, TheTypeSavedLastIsTheNextOnesType)
               }).type,
               L"Meeting");
     wchar_t text[kSettingTextSize];
-    App().GetString(L"Settings", L"selType", L"", text);
+    Own().GetString(L"Settings", L"selType", L"", text);
     EXPECT_STREQ(text, L"Meeting");
     RunNew([](EditorWindow& editor) { EXPECT_EQ(editor.Text(IDC_TYPE), L"Meeting"); });
 }
@@ -66,7 +66,7 @@ TEST_F(EntryEditorValuesTest, TheRememberedTypeMatchesAsAWholeInAnyCase)
     const std::pair<const wchar_t*, const wchar_t*> remembered[] = {
         {L"tASK", L"Task"}, {L"Meeting c", L"Phone call"}, {L"Golf", L"Phone call"}, {L"", L"Phone call"}};
     for (const auto& [stored, shown] : remembered) {
-        App().SetString(kSettings, L"selType", stored);
+        Own().SetString(kSettings, L"selType", stored);
         RunNew([&](EditorWindow& editor) { EXPECT_EQ(editor.Text(IDC_TYPE), shown); });
     }
 }
@@ -85,7 +85,7 @@ TEST_F(EntryEditorValuesTest, ARecordsTypeIsFoundByItsBeginning)
 
 TEST_F(EntryEditorValuesTest, AnUnknownTypeLeavesTheRememberedOneAndIsReplacedByIt)
 {
-    App().SetString(kSettings, L"selType", L"Fax");
+    Own().SetString(kSettings, L"selType", L"Fax");
     CEOID id = WriteType(L"Golf");
     Run(&id, [](EditorWindow& editor) {
         EXPECT_EQ(editor.Text(IDC_TYPE), L"Fax");
@@ -363,7 +363,7 @@ TEST_F(EntryEditorValuesTest, ZoomSetsTheBodysFontAndIsKept)
             EXPECT_EQ(BodyFont(editor).lfHeight, Scale(height));
             EXPECT_FALSE(editor.SaveEnabled());
         });
-        EXPECT_EQ(App().GetNumber(L"Settings", L"iZoom", 0), static_cast<DWORD>(id));
+        EXPECT_EQ(Own().GetNumber(L"Settings", L"iZoom", 0), static_cast<DWORD>(id));
         RunNew([&](EditorWindow& editor) {
             EXPECT_EQ(editor.BarText(CMD_ZOOM), text);
             EXPECT_EQ(BodyFont(editor).lfHeight, Scale(height));
@@ -374,12 +374,12 @@ TEST_F(EntryEditorValuesTest, ZoomSetsTheBodysFontAndIsKept)
 TEST_F(EntryEditorValuesTest, AnImpossibleZoomIsAHundredPercent)
 {
     for (const DWORD stored : {0u, 1040u, 7u, 0xFFFFFFFFu}) {
-        App().SetNumber(kSettings, L"iZoom", stored);
+        Own().SetNumber(kSettings, L"iZoom", stored);
         RunNew([&](EditorWindow& editor) {
             EXPECT_EQ(editor.BarText(CMD_ZOOM), L"100%");
             EXPECT_EQ(BodyFont(editor).lfHeight, Scale(-12));
         });
-        EXPECT_EQ(App().GetNumber(kSettings, L"iZoom", 0), 1042u);
+        EXPECT_EQ(Own().GetNumber(kSettings, L"iZoom", 0), 1042u);
     }
 }
 
@@ -389,7 +389,7 @@ TEST_F(EntryEditorValuesTest, ZoomByCommandShowsOnTheButton)
         editor.Command(CMD_ZOOM_150);
         EXPECT_EQ(editor.BarText(CMD_ZOOM), L"150%");
     });
-    EXPECT_EQ(App().GetNumber(kSettings, L"iZoom", 0), 1043u);
+    EXPECT_EQ(Own().GetNumber(kSettings, L"iZoom", 0), 1043u);
 }
 
 TEST_F(EntryEditorValuesTest, OnlyTheBodyChangesItsSize)
@@ -427,7 +427,7 @@ TEST_F(EntryEditorValuesTest, TheBodyHasTheControlsOwnLimit)
 
 TEST_F(EntryEditorValuesTest, AMissingZoomIsAHundredPercent)
 {
-    EXPECT_EQ(StoredZoom(App()), 1042u);
+    EXPECT_EQ(StoredZoom(Own()), 1042u);
 }
 
 TEST_F(EntryEditorValuesTest, TheFontOfAnotherZoomIsFreedAndTheLastOneWithTheWindow)
@@ -459,7 +459,7 @@ TEST_F(EntryEditorValuesTest, ATypeIsCutTo59Characters)
     });
     EXPECT_EQ(entry.type, cut);
     wchar_t stored[kSettingTextSize];
-    App().GetString(kSettings, L"selType", L"", stored);
+    Own().GetString(kSettings, L"selType", L"", stored);
     EXPECT_EQ(stored, cut);
 }
 

@@ -222,11 +222,11 @@ TEST_F(EntryEditorViewsTest, ACancelThatIsTakenBackLeavesTheListOpen)
 TEST_F(EntryEditorViewsTest, ASettingsChangeMakesRoomForTheLineBelowAList)
 {
     for (const int command : {1051, 1055}) {
-        App().SetNumber(kOptions, L"DispCats", 0);
+        Own().SetNumber(kOptions, L"DispCats", 0);
         RunNewIn(command, [&](EditorWindow& editor) {
             const int list = ListOf(command);
             const RECT before = editor.Rect(list);
-            App().SetNumber(kOptions, L"DispCats", 1);
+            Own().SetNumber(kOptions, L"DispCats", 1);
             editor.TellOfChange(L"intl");
             const RECT after = editor.Rect(list);
             EXPECT_EQ(after.bottom, before.bottom - Scale(22));
@@ -238,7 +238,7 @@ TEST_F(EntryEditorViewsTest, ASettingsChangeMakesRoomForTheLineBelowAList)
             EXPECT_TRUE(IsWindowVisible(editor.Item(IDC_CATEGORIES_LINE)));
             ExpectView(editor, command);
 
-            App().SetNumber(kOptions, L"DispCats", 0);
+            Own().SetNumber(kOptions, L"DispCats", 0);
             editor.TellOfChange(L"intl");
             ExpectSameRect(editor.Rect(list), after);
             EXPECT_FALSE(IsWindowVisible(editor.Item(IDC_CATEGORIES_LINE)));
@@ -395,9 +395,9 @@ TEST_F(EntryEditorViewsTest, TheInputPanelIsForTheBodyAndOnlyWhenAskedFor)
     constexpr DWORD kMissing = 2;
     for (const DWORD asked : {kMissing, 1ul, 0ul}) {
         if (asked != kMissing)
-            App().SetNumber(kOptions, L"DynSIP", asked);
+            Own().SetNumber(kOptions, L"DynSIP", asked);
         CEOID id = 0;
-        PanelEditor panel(&id);
+        PanelEditor panel(Own(), &id);
         ModalDriver driver([&](HWND window) {
             for (const int command : {1051, 1052, 1055, 1052})
                 SendMessageW(window, WM_COMMAND, static_cast<WPARAM>(command), 0);
@@ -454,7 +454,7 @@ Steps StepsOf(int button)
     const ImportWatch<decltype(&EndDialog)> ends(&__imp_EndDialog, NoteEnd);
     const ImportWatch<decltype(&MessageBoxW)> boxes(&__imp_MessageBoxW, NoteQuestion);
     CEOID id = 0;
-    LeavingEditor leaving(&id);
+    LeavingEditor leaving(Own(), &id);
     ModalDriver driver([&](HWND window) {
         const EditorWindow editor(window);
         editor.Enter(IDC_SUBJECT, L"Call");
@@ -491,7 +491,7 @@ TEST_F(EntryEditorViewsTest, CancelAsksTakesTheListsAwayAndStopsTheTimer)
 
 TEST_F(EntryEditorViewsTest, WithoutThePanelsOptionOkLeavesItAlone)
 {
-    App().SetNumber(kOptions, L"DynSIP", 0);
+    Own().SetNumber(kOptions, L"DynSIP", 0);
     EXPECT_EQ(StepsOfOk(), (Steps{L"save", L"list", L"end 1"}));
 }
 

@@ -56,15 +56,15 @@ class EntryTimerTest : public testing::Test {
   protected:
     static void StoreTick(TimeCount time)
     {
-        App().SetNumber(L"Settings", L"Tmrh", time.High());
-        App().SetNumber(L"Settings", L"Tmrl", time.Low());
+        Own().SetNumber(L"Settings", L"Tmrh", time.High());
+        Own().SetNumber(L"Settings", L"Tmrl", time.Low());
     }
     static TimeCount StoredTick()
     {
-        return {App().GetNumber(L"Settings", L"Tmrl", 77), App().GetNumber(L"Settings", L"Tmrh", 77)};
+        return {Own().GetNumber(L"Settings", L"Tmrl", 77), Own().GetNumber(L"Settings", L"Tmrh", 77)};
     }
-    bool Start() { return m_timer.Start(m_parent.Handle(), &App()); }
-    void Stop() { m_timer.Stop(m_parent.Handle(), &App()); }
+    bool Start() { return m_timer.Start(m_parent.Handle(), &Own()); }
+    void Stop() { m_timer.Stop(m_parent.Handle(), &Own()); }
     void PassMinutes(int minutes)
     {
         SYSTEMTIME now;
@@ -132,7 +132,7 @@ TEST_F(EntryTimerCallsTest, WithoutATimerOfTheSystemItDoesNotRun)
 TEST_F(EntryTimerCallsTest, ATickStoresTheUpperHalfFirst)
 {
     EditorTimes times;
-    m_timer.AddTimeSinceLastTick(&App(), &times);
+    m_timer.AddTimeSinceLastTick(&Own(), &times);
     EXPECT_EQ(TakeCalls(), (Calls{High(At(kTuesday)), Low(At(kTuesday))}));
 }
 
@@ -181,7 +181,7 @@ TEST_F(EntryTimerTest, ATickAddsTheTimeThatHasPassed)
     // Not a whole minute: what has passed counts, not what a tick should take.
     const TimeCount passed = Minutes(1) + TimeCount(123'456'789);
     StoreTick(At(kTuesday) - passed);
-    m_timer.AddTimeSinceLastTick(&App(), &times);
+    m_timer.AddTimeSinceLastTick(&Own(), &times);
     EXPECT_EQ(times.duration, Minutes(5) + passed);
     EXPECT_EQ(times.end, At(kTuesday) + Minutes(5) + passed);
     EXPECT_EQ(times.start, At(kTuesday));
@@ -193,7 +193,7 @@ TEST_F(EntryTimerTest, BothHalvesOfTheLastTickCount)
     for (const TimeCount passed : {TimeCount(1), TimeCount(0, 1), TimeCount(0xFFFFFFFF, 2)}) {
         EditorTimes times;
         StoreTick(At(kTuesday) - passed);
-        m_timer.AddTimeSinceLastTick(&App(), &times);
+        m_timer.AddTimeSinceLastTick(&Own(), &times);
         EXPECT_EQ(times.duration, passed);
     }
 }
@@ -204,7 +204,7 @@ TEST_F(EntryTimerTest, AClockThatWasSetBackShrinksTheDuration)
     times.start = At(kTuesday);
     times.duration = Minutes(30);
     StoreTick(At(kTuesday) + Minutes(20));
-    m_timer.AddTimeSinceLastTick(&App(), &times);
+    m_timer.AddTimeSinceLastTick(&Own(), &times);
     EXPECT_EQ(times.duration, Minutes(10));
     EXPECT_EQ(times.end, At(kTuesday) + Minutes(10));
     EXPECT_EQ(StoredTick(), At(kTuesday));
@@ -215,11 +215,11 @@ TEST_F(EntryTimerTest, TheDurationMayEvenPassBelowZero)
     EditorTimes times;
     times.start = At(kTuesday);
     StoreTick(At(kTuesday) + Minutes(60));
-    m_timer.AddTimeSinceLastTick(&App(), &times);
+    m_timer.AddTimeSinceLastTick(&Own(), &times);
     EXPECT_EQ(times.duration.Units(), ~uint64_t{60 * 600'000'000ull} + 1);
     EXPECT_EQ(times.end, At(kTuesday) - Minutes(60));
     StoreTick(At(kTuesday) - Minutes(61));
-    m_timer.AddTimeSinceLastTick(&App(), &times);
+    m_timer.AddTimeSinceLastTick(&Own(), &times);
     EXPECT_EQ(times.duration, Minutes(1)) << "and comes back as it went";
 }
 
@@ -230,7 +230,7 @@ TEST_F(EntryTimerTest, GoesOnWithItsOwnTickWhereAnotherWindowHasClearedIt)
     PassMinutes(1);
     StoreTick(TimeCount());
     EditorTimes times;
-    m_timer.AddTimeSinceLastTick(&App(), &times);
+    m_timer.AddTimeSinceLastTick(&Own(), &times);
     EXPECT_EQ(times.duration, Minutes(1));
     EXPECT_EQ(StoredTick(), At(kTuesday) + Minutes(1));
 }
@@ -241,14 +241,14 @@ TEST_F(EntryTimerTest, GoesOnWithItsOwnTickWhereAnotherWindowHasStoredALaterOne)
     StoreTick(At(kTuesday) + Minutes(2));
     PassMinutes(3);
     EditorTimes times;
-    m_timer.AddTimeSinceLastTick(&App(), &times);
+    m_timer.AddTimeSinceLastTick(&Own(), &times);
     EXPECT_EQ(times.duration, Minutes(3));
 }
 
 TEST_F(EntryTimerTest, AMissingLastTickReadsAsZero)
 {
     EditorTimes times;
-    m_timer.AddTimeSinceLastTick(&App(), &times);
+    m_timer.AddTimeSinceLastTick(&Own(), &times);
     EXPECT_EQ(times.duration, At(kTuesday));
     EXPECT_EQ(StoredTick(), At(kTuesday));
 }

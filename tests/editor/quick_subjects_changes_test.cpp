@@ -144,7 +144,7 @@ TEST_F(QuickSubjectsDialogTest, DeleteAsksWhenTheOptionIsMissingOrNotZero)
 {
     for (const DWORD option : {1u, 7u}) {
         Store({L"Meeting"});
-        App().SetNumber(kOptions, L"ConfirmDelete", option);
+        Own().SetNumber(kOptions, L"ConfirmDelete", option);
         const MessageBoxAnswerer boxes({IDNO});
         Run([](EditorWindow& dialog) {
             Select(dialog, 0);
@@ -157,7 +157,7 @@ TEST_F(QuickSubjectsDialogTest, DeleteAsksWhenTheOptionIsMissingOrNotZero)
 TEST_F(QuickSubjectsDialogTest, DeleteDoesNotAskWhenTheOptionIsOff)
 {
     Store({L"Meeting", L"Walk"});
-    App().SetNumber(kOptions, L"ConfirmDelete", 0);
+    Own().SetNumber(kOptions, L"ConfirmDelete", 0);
     const MessageBoxAnswerer boxes({IDNO});
     const Texts stored = Stored([](EditorWindow& dialog) {
         Select(dialog, 1);
@@ -183,7 +183,7 @@ TEST_F(QuickSubjectsDialogTest, DeleteWithoutASelectionDoesNothing)
 TEST_F(QuickSubjectsDialogTest, OnceDeletedATextIsNoRepetitionAnyMore)
 {
     Store({L"Meeting"});
-    App().SetNumber(kOptions, L"ConfirmDelete", 0);
+    Own().SetNumber(kOptions, L"ConfirmDelete", 0);
     const Texts stored = Stored([](EditorWindow& dialog) {
         dialog.Enter(kEdit, L"meeting");
         Select(dialog, 0);
@@ -197,23 +197,23 @@ TEST_F(QuickSubjectsDialogTest, OnceDeletedATextIsNoRepetitionAnyMore)
 TEST_F(QuickSubjectsDialogTest, OneOfFiveDeletedLeavesFourAndTheOldFifthValue)
 {
     Store({L"A", L"B", L"C", L"D", L"E"});
-    App().SetNumber(kOptions, L"ConfirmDelete", 0);
+    Own().SetNumber(kOptions, L"ConfirmDelete", 0);
     const Texts stored = Stored([](EditorWindow& dialog) {
         Select(dialog, 1);
         Press(dialog, kDelete);
-        EXPECT_EQ(App().GetNumber(L"Settings", L"scount", 99), 5u) << "only OK stores";
+        EXPECT_EQ(Own().GetNumber(L"Settings", L"scount", 99), 5u) << "only OK stores";
     });
     EXPECT_EQ(stored, (Texts{L"A", L"C", L"D", L"E"}));
-    EXPECT_EQ(App().GetNumber(L"Settings", L"scount", 99), 4u);
+    EXPECT_EQ(Own().GetNumber(L"Settings", L"scount", 99), 4u);
     wchar_t last[kSettingTextSize];
-    App().GetString(L"Options", L"subj4", L"", last);
+    Own().GetString(L"Options", L"subj4", L"", last);
     EXPECT_STREQ(last, L"E");
 }
 
 TEST_F(QuickSubjectsDialogTest, CancelStoresNothing)
 {
     Store({L"Meeting", L"Walk"});
-    App().SetNumber(kOptions, L"ConfirmDelete", 0);
+    Own().SetNumber(kOptions, L"ConfirmDelete", 0);
     const int result = Run([](EditorWindow& dialog) {
         dialog.Enter(kEdit, L"Lunch");
         Press(dialog, kAdd);
@@ -226,14 +226,14 @@ TEST_F(QuickSubjectsDialogTest, CancelStoresNothing)
         dialog.Cancel();
     });
     EXPECT_EQ(result, 0);
-    EXPECT_EQ(ReadQuickSubjects(App()), (Texts{L"Meeting", L"Walk"}));
-    EXPECT_EQ(App().GetNumber(L"Settings", L"scount", 99), 2u);
+    EXPECT_EQ(ReadQuickSubjects(Own()), (Texts{L"Meeting", L"Walk"}));
+    EXPECT_EQ(Own().GetNumber(L"Settings", L"scount", 99), 2u);
 }
 
 TEST_F(QuickSubjectsDialogTest, OkStoresAnEmptyList)
 {
     EXPECT_TRUE(Stored([](EditorWindow&) {}).empty());
-    EXPECT_EQ(App().GetNumber(L"Settings", L"scount", 99), 0u);
+    EXPECT_EQ(Own().GetNumber(L"Settings", L"scount", 99), 0u);
 }
 
 } // namespace

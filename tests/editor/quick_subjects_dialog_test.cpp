@@ -215,7 +215,7 @@ TEST_F(QuickSubjectsDialogTest, TheTabKeyGoesRound)
 TEST_F(QuickSubjectsDialogTest, TheKeyboardAloneKeepsTheList)
 {
     Store({L"Meeting", L"Walk"});
-    App().SetNumber(kOptions, L"ConfirmDelete", 0);
+    Own().SetNumber(kOptions, L"ConfirmDelete", 0);
     const Texts stored = Stored([](EditorWindow& dialog) {
         dialog.Type(L"Lunch"); // over the placeholder, which is selected
         dialog.Key(VK_TAB);
@@ -261,13 +261,13 @@ TEST_F(QuickSubjectsDialogTest, SubjectsThatCannotBeReadAreEmptyInTheirPlaces)
                   EXPECT_EQ(Items(dialog), (Texts{L"", L"", L"A", L"D"})) << "the list box sorts";
               }),
               (Texts{L"A", L"", L"", L"D"}));
-    EXPECT_EQ(App().GetNumber(L"Settings", L"scount", 99), 4u);
+    EXPECT_EQ(Own().GetNumber(L"Settings", L"scount", 99), 4u);
 }
 
 // So that it can be got rid of.
 TEST_F(QuickSubjectsDialogTest, AnEmptySubjectCanBeDeleted)
 {
-    App().SetNumber(kOptions, L"ConfirmDelete", 0);
+    Own().SetNumber(kOptions, L"ConfirmDelete", 0);
     Store({L"A", L"", L"D"});
     EXPECT_EQ(Stored([](EditorWindow& dialog) {
                   dialog.Focus(kList);
@@ -280,7 +280,7 @@ TEST_F(QuickSubjectsDialogTest, AnEmptySubjectCanBeDeleted)
 TEST_F(QuickSubjectsDialogTest, TheInputPanelsOptionChangesNothing)
 {
     for (const DWORD option : {0u, 1u}) {
-        App().SetNumber(kOptions, L"DynSIP", option);
+        Own().SetNumber(kOptions, L"DynSIP", option);
         EXPECT_EQ(Run([](EditorWindow& dialog) { dialog.Ok(); }), 1);
         EXPECT_EQ(Run([](EditorWindow& dialog) { dialog.Cancel(); }), 0);
     }

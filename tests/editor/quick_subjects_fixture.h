@@ -21,7 +21,7 @@ class QuickSubjectsDialogTest : public testing::Test {
             if (IsWindowVisible(window))
                 dialog.Cancel();
         });
-        const int result = RunQuickSubjects(owner);
+        const int result = RunQuickSubjects(owner, Own());
         EXPECT_TRUE(driver.Ran());
         return result;
     }
@@ -33,9 +33,9 @@ class QuickSubjectsDialogTest : public testing::Test {
                       dialog.Ok();
                   }),
                   1);
-        return ReadQuickSubjects(App());
+        return ReadQuickSubjects(Own());
     }
-    static void Store(const Texts& subjects) { StoreQuickSubjects(&App(), subjects); }
+    static void Store(const Texts& subjects) { StoreQuickSubjects(&Own(), subjects); }
 
     static Texts Items(const EditorWindow& dialog)
     {

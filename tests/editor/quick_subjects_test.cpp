@@ -18,7 +18,7 @@ LSTATUS WINAPI WatchedSetValue(HKEY, const wchar_t* name, DWORD, DWORD, const BY
 std::wstring Option(const wchar_t* name)
 {
     wchar_t text[kSettingTextSize];
-    App().GetString(L"Options", name, L"(none)", text);
+    Own().GetString(L"Options", name, L"(none)", text);
     return text;
 }
 
@@ -29,39 +29,39 @@ class QuickSubjectsTest : public testing::Test {
 
 TEST_F(QuickSubjectsTest, TheCountIsASettingAndTheTextsAreOptions)
 {
-    StoreQuickSubjects(&App(), {L"Walk", L"Apples"});
-    EXPECT_EQ(App().GetNumber(L"Settings", L"scount", 99), 2u);
+    StoreQuickSubjects(&Own(), {L"Walk", L"Apples"});
+    EXPECT_EQ(Own().GetNumber(L"Settings", L"scount", 99), 2u);
     EXPECT_EQ(Option(L"subj0"), L"Walk") << "in list order, not sorted";
     EXPECT_EQ(Option(L"subj1"), L"Apples");
-    EXPECT_EQ(App().GetNumber(L"Options", L"scount", 99), 99u);
-    EXPECT_EQ(ReadQuickSubjects(App()), (Texts{L"Walk", L"Apples"}));
+    EXPECT_EQ(Own().GetNumber(L"Options", L"scount", 99), 99u);
+    EXPECT_EQ(ReadQuickSubjects(Own()), (Texts{L"Walk", L"Apples"}));
 }
 
 TEST_F(QuickSubjectsTest, TheCountIsStoredFirst)
 {
     g_names.clear();
     const ImportWatch<decltype(&RegSetValueExW)> watch(&__imp_RegSetValueExW, WatchedSetValue);
-    StoreQuickSubjects(&App(), {L"A", L"B", L"C"});
+    StoreQuickSubjects(&Own(), {L"A", L"B", L"C"});
     EXPECT_EQ(g_names, (Texts{L"scount", L"subj0", L"subj1", L"subj2"}));
 }
 
 TEST_F(QuickSubjectsTest, WhatALongerListLeftStays)
 {
-    StoreQuickSubjects(&App(), {L"A", L"B", L"C"});
-    StoreQuickSubjects(&App(), {L"D"});
+    StoreQuickSubjects(&Own(), {L"A", L"B", L"C"});
+    StoreQuickSubjects(&Own(), {L"D"});
     EXPECT_EQ(Option(L"subj0"), L"D");
     EXPECT_EQ(Option(L"subj1"), L"B");
     EXPECT_EQ(Option(L"subj2"), L"C");
-    EXPECT_EQ(ReadQuickSubjects(App()), Texts{L"D"});
-    StoreQuickSubjects(&App(), {});
-    EXPECT_EQ(App().GetNumber(L"Settings", L"scount", 99), 0u);
-    EXPECT_TRUE(ReadQuickSubjects(App()).empty());
+    EXPECT_EQ(ReadQuickSubjects(Own()), Texts{L"D"});
+    StoreQuickSubjects(&Own(), {});
+    EXPECT_EQ(Own().GetNumber(L"Settings", L"scount", 99), 0u);
+    EXPECT_TRUE(ReadQuickSubjects(Own()).empty());
 }
 
 TEST_F(QuickSubjectsTest, ALongSubjectIsStoredWhole)
 {
     const std::wstring longest(240, L'x');
-    StoreQuickSubjects(&App(), {longest});
+    StoreQuickSubjects(&Own(), {longest});
     wchar_t text[300] = L"";
     DWORD bytes = sizeof text;
     EXPECT_EQ(RegGetValueW(HKEY_CURRENT_USER, L"Software\\Quillmarsh\\Journal\\Options", L"subj0",
@@ -75,8 +75,8 @@ TEST_F(QuickSubjectsTest, ManyComeBackInTheirOrder)
     Texts subjects;
     for (int i = 0; i < 300; ++i)
         subjects.push_back(L"Subject " + std::to_wstring(i));
-    StoreQuickSubjects(&App(), subjects);
-    EXPECT_EQ(ReadQuickSubjects(App()), subjects);
+    StoreQuickSubjects(&Own(), subjects);
+    EXPECT_EQ(ReadQuickSubjects(Own()), subjects);
 }
 
 } // namespace

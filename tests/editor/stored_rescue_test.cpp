@@ -16,7 +16,7 @@ class StoredRescueTest : public EditorRecordTest {
         state.entry = std::move(entry);
         return state;
     }
-    static bool Stored(const RescueState& state) { return IsStored(App().Journal(), state); }
+    static bool Stored(const RescueState& state) { return IsStored(Own().Journal(), state); }
 };
 
 TEST_F(StoredRescueTest, WithoutARecordItIsNot)
@@ -87,7 +87,7 @@ TEST_F(StoredRescueTest, SetsCountWhateverTheirOrder)
     EXPECT_TRUE(Stored(state));
     state.categories.reset();
     EXPECT_TRUE(Stored(state)) << "it has those of the record, whatever they are";
-    ASSERT_TRUE(App().Journal().DeleteRecord(id));
+    ASSERT_TRUE(Own().Journal().DeleteRecord(id));
     id = WriteWith(kPropContacts, Ids({5, 7}));
     EXPECT_FALSE(Stored(state));
     state.contacts = {7, 5};
@@ -115,9 +115,9 @@ TEST_F(StoredRescueTest, OfAChangedRecordAnotherOneMayHaveIt)
     EXPECT_FALSE(Stored(state));
     const CEOID besides = Write(Entry(L"Mine again"));
     EXPECT_TRUE(Stored(state));
-    ASSERT_TRUE(App().Journal().DeleteRecord(id));
+    ASSERT_TRUE(Own().Journal().DeleteRecord(id));
     EXPECT_TRUE(Stored(state));
-    ASSERT_TRUE(App().Journal().DeleteRecord(besides));
+    ASSERT_TRUE(Own().Journal().DeleteRecord(besides));
     EXPECT_FALSE(Stored(state));
 }
 

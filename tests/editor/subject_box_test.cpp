@@ -7,9 +7,9 @@ namespace {
 
 void Store(DWORD count, const std::vector<std::wstring>& subjects)
 {
-    App().SetNumber(kSettings, L"scount", count);
+    Own().SetNumber(kSettings, L"scount", count);
     for (size_t i = 0; i < subjects.size(); ++i)
-        App().SetString(kOptions, (L"subj" + std::to_wstring(i)).c_str(), subjects[i].c_str());
+        Own().SetString(kOptions, (L"subj" + std::to_wstring(i)).c_str(), subjects[i].c_str());
 }
 
 class SubjectBoxTest : public EditorTest {
@@ -41,7 +41,7 @@ using Texts = std::vector<std::wstring>;
 
 TEST_F(SubjectBoxTest, HoldsOnlyTheFixedItemsWithoutQuickSubjects)
 {
-    EXPECT_TRUE(FillSubjectBox(m_box, App(), std::nullopt));
+    EXPECT_TRUE(FillSubjectBox(m_box, Own(), std::nullopt));
     EXPECT_EQ(Items(), (Texts{L"<Modify Quick Subjects>", L"<Entry Subject>"}));
     EXPECT_EQ(Selected(), 1);
 }
@@ -49,7 +49,7 @@ TEST_F(SubjectBoxTest, HoldsOnlyTheFixedItemsWithoutQuickSubjects)
 TEST_F(SubjectBoxTest, SortsTheQuickSubjectsBehindTheFixedItems)
 {
     Store(5, {L"walk", L"!urgent", L"Meeting", L"apples", L" blank"});
-    EXPECT_TRUE(FillSubjectBox(m_box, App(), std::nullopt));
+    EXPECT_TRUE(FillSubjectBox(m_box, Own(), std::nullopt));
     const Texts items = Items();
     ASSERT_EQ(items.size(), 7u);
     EXPECT_EQ(items[0], L"<Modify Quick Subjects>");
@@ -60,15 +60,15 @@ TEST_F(SubjectBoxTest, SortsTheQuickSubjectsBehindTheFixedItems)
 TEST_F(SubjectBoxTest, RefillingEmptiesTheBoxFirst)
 {
     Store(1, {L"Walk"});
-    EXPECT_TRUE(FillSubjectBox(m_box, App(), std::nullopt));
-    EXPECT_TRUE(FillSubjectBox(m_box, App(), std::nullopt));
+    EXPECT_TRUE(FillSubjectBox(m_box, Own(), std::nullopt));
+    EXPECT_TRUE(FillSubjectBox(m_box, Own(), std::nullopt));
     EXPECT_EQ(Items().size(), 3u);
 }
 
 TEST_F(SubjectBoxTest, TheRecordsSubjectIsAddedAndSelected)
 {
     Store(2, {L"Apples", L"Walk"});
-    EXPECT_TRUE(FillSubjectBox(m_box, App(), L"Lunch"));
+    EXPECT_TRUE(FillSubjectBox(m_box, Own(), L"Lunch"));
     EXPECT_EQ(Items(), (Texts{L"<Modify Quick Subjects>", L"<Entry Subject>", L"Apples", L"Lunch", L"Walk"}));
     EXPECT_EQ(Selected(), 3);
     EXPECT_EQ(WindowText(m_box), L"Lunch");
@@ -76,7 +76,7 @@ TEST_F(SubjectBoxTest, TheRecordsSubjectIsAddedAndSelected)
 
 TEST_F(SubjectBoxTest, FixedItemsAreNoSubject)
 {
-    EXPECT_TRUE(FillSubjectBox(m_box, App(), std::nullopt));
+    EXPECT_TRUE(FillSubjectBox(m_box, Own(), std::nullopt));
     EXPECT_EQ(SubjectToWrite(m_box), L"<Entry Subject>");
     SetWindowTextW(m_box, L"<Modify Quick Subjects>");
     EXPECT_EQ(SubjectToWrite(m_box), L"<Entry Subject>");
@@ -87,23 +87,23 @@ TEST_F(SubjectBoxTest, FixedItemsAreNoSubject)
 TEST_F(SubjectBoxTest, ReadsAsManySubjectsAsAreCounted)
 {
     Store(2, {L"A", L"B", L"C"});
-    EXPECT_EQ(ReadQuickSubjects(App()), (Texts{L"A", L"B"}));
+    EXPECT_EQ(ReadQuickSubjects(Own()), (Texts{L"A", L"B"}));
 }
 
 // Missing or too long for a setting.
 TEST_F(SubjectBoxTest, ASubjectThatCannotBeReadIsEmptyAndNotInTheBox)
 {
     Store(5, {L"A", L"", std::wstring(200, L'x'), L"D", L"E"});
-    App().RemoveValue(kOptions, L"subj3");
-    EXPECT_EQ(ReadQuickSubjects(App()), (Texts{L"A", L"", L"", L"", L"E"}));
-    EXPECT_TRUE(FillSubjectBox(m_box, App(), std::nullopt));
+    Own().RemoveValue(kOptions, L"subj3");
+    EXPECT_EQ(ReadQuickSubjects(Own()), (Texts{L"A", L"", L"", L"", L"E"}));
+    EXPECT_TRUE(FillSubjectBox(m_box, Own(), std::nullopt));
     EXPECT_EQ(Items(), (Texts{L"<Modify Quick Subjects>", L"<Entry Subject>", L"A", L"E"}));
 }
 
 TEST_F(SubjectBoxTest, TheRecordsEmptySubjectIsAddedAndSelected)
 {
     Store(1, {L"Walk"});
-    EXPECT_TRUE(FillSubjectBox(m_box, App(), L""));
+    EXPECT_TRUE(FillSubjectBox(m_box, Own(), L""));
     EXPECT_EQ(Items(), (Texts{L"<Modify Quick Subjects>", L"<Entry Subject>", L"", L"Walk"}));
     EXPECT_EQ(Selected(), 2);
     EXPECT_EQ(SubjectToWrite(m_box), L"");
@@ -113,9 +113,9 @@ TEST_F(SubjectBoxTest, TheRecordsEmptySubjectIsAddedAndSelected)
 TEST_F(SubjectBoxTest, ACountBeyondReasonEndsWithWhatIsStored)
 {
     Store(0xFFFFFFFF, {L"A", L"B"});
-    EXPECT_EQ(ReadQuickSubjects(App()), (Texts{L"A", L"B"}));
-    App().SetString(kOptions, L"SUBJ200", L"C");
-    const std::vector<std::wstring> subjects = ReadQuickSubjects(App());
+    EXPECT_EQ(ReadQuickSubjects(Own()), (Texts{L"A", L"B"}));
+    Own().SetString(kOptions, L"SUBJ200", L"C");
+    const std::vector<std::wstring> subjects = ReadQuickSubjects(Own());
     ASSERT_EQ(subjects.size(), 201u);
     EXPECT_EQ(subjects[199], L"");
     EXPECT_EQ(subjects[200], L"C");
@@ -126,10 +126,10 @@ TEST_F(SubjectBoxTest, AValueFarBehindTheOthersIsNoSubject)
 {
     Store(0xFFFFFFFF, {L"A", L"B"});
     for (const wchar_t* name : {L"subj1010", L"subj1000000", L"subj4294967294"})
-        App().SetString(kOptions, name, L"x");
-    EXPECT_EQ(ReadQuickSubjects(App()), (Texts{L"A", L"B"}));
-    App().SetString(kOptions, L"subj1002", L"C");
-    EXPECT_EQ(ReadQuickSubjects(App()).size(), 1003u);
+        Own().SetString(kOptions, name, L"x");
+    EXPECT_EQ(ReadQuickSubjects(Own()), (Texts{L"A", L"B"}));
+    Own().SetString(kOptions, L"subj1002", L"C");
+    EXPECT_EQ(ReadQuickSubjects(Own()).size(), 1003u);
 }
 
 // Names that a number at their end does not make one of the list's.
@@ -138,10 +138,10 @@ TEST_F(SubjectBoxTest, OtherValuesAreNoSubjects)
     Store(0xFFFFFFFF, {L"A"});
     for (const wchar_t* name : {L"subj", L"subj07", L"subj+8", L"subj 9", L"subj9x", L"subject5", L"6",
                                 L"subj4294967295", L"subj18446744073709551616"})
-        App().SetString(kOptions, name, L"x");
-    EXPECT_EQ(ReadQuickSubjects(App()), Texts{L"A"});
-    App().SetString(kOptions, (L"subj" + std::wstring(200, L'1')).c_str(), L"x");
-    EXPECT_EQ(ReadQuickSubjects(App()), Texts{L"A"});
+        Own().SetString(kOptions, name, L"x");
+    EXPECT_EQ(ReadQuickSubjects(Own()), Texts{L"A"});
+    Own().SetString(kOptions, (L"subj" + std::wstring(200, L'1')).c_str(), L"x");
+    EXPECT_EQ(ReadQuickSubjects(Own()), Texts{L"A"});
 }
 
 } // namespace

@@ -152,7 +152,7 @@ TEST_F(EntryTextTest, NamesThatCannotBeReadHaveTheirLine)
     const CEOID work = AddCategory(L"Work");
     TestRecord record;
     record.Blob(kPropCategories, {1, work}).Blob(kPropContacts, {0});
-    App().Journal().Close();
+    Own().Journal().Close();
     SetEnvironmentVariableW(L"MERVANE_STORE", L"C:\\windows");
     EXPECT_FALSE(DbCategories().Open());
     EXPECT_EQ(Text(record), WithDefaults("", "Assigned Categories:\r\n\r\nAssigned Contacts:\r\n\r\n"));

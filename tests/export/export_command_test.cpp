@@ -74,7 +74,7 @@ class ExportCommandTest : public ExportDialogTest {
     Question m_question;
     const ImportWatch<decltype(&GetSaveFileNameW)> m_watch{&__imp_GetSaveFileNameW, AnswerQuestion};
     TestParent m_parent;
-    EntryList m_list{App().Journal(), App().Filter()};
+    EntryList m_list{Own()};
 };
 
 TEST_F(ExportCommandTest, AsksForAFileOfTwoKinds)

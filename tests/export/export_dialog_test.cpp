@@ -94,9 +94,9 @@ TEST_F(ExportDialogTest, TheFlagIsOnUntilItIsTurnedOff)
         return on;
     };
     EXPECT_TRUE(isOn());
-    App().SetNumber(L"Settings", L"WriteHeader", 0);
+    Own().SetNumber(L"Settings", L"WriteHeader", 0);
     EXPECT_FALSE(isOn());
-    App().SetNumber(L"Settings", L"WriteHeader", 7);
+    Own().SetNumber(L"Settings", L"WriteHeader", 7);
     EXPECT_TRUE(isOn());
 }
 
@@ -113,8 +113,8 @@ TEST_F(ExportDialogTest, CancelWritesAndStoresNothing)
             EXPECT_FALSE(IsWindowVisible(dialog.Window()));
         });
         EXPECT_EQ(GetFileAttributesW(m_file.Path().c_str()), INVALID_FILE_ATTRIBUTES);
-        EXPECT_EQ(App().GetNumber(L"Settings", L"WriteHeader", 99), 99u);
-        EXPECT_EQ(App().GetNumber(L"Settings", L"Column0", 99), 99u);
+        EXPECT_EQ(Own().GetNumber(L"Settings", L"WriteHeader", 99), 99u);
+        EXPECT_EQ(Own().GetNumber(L"Settings", L"Column0", 99), 99u);
     }
 }
 
@@ -180,8 +180,7 @@ TEST_F(ExportDialogTest, IsWholeInTheMiddleOfTheScreen)
 TEST_F(ExportDialogTest, AFailedDialogIsNoCrash)
 {
     const WindowRefuser refuser(L"#32770");
-    RunExportDialog(nullptr, m_file.Path(), ExportFormat::SimpleText,
-                    {m_columns, m_selection, App().Filter()});
+    RunExportDialog(nullptr, m_file.Path(), ExportFormat::SimpleText, {m_columns, m_selection, Own()});
     EXPECT_EQ(GetFileAttributesW(m_file.Path().c_str()), INVALID_FILE_ATTRIBUTES);
 }
 

@@ -129,7 +129,7 @@ NoMemoryFor::~NoMemoryFor()
 
 ExportTest::ExportTest()
 {
-    ResetColumns(&m_columns, WorkAreaRight());
+    ResetColumns(&m_columns, WorkArea().right);
     ChooseAllFields(&m_columns);
 }
 
@@ -192,7 +192,7 @@ void ExportTest::Choose(const std::vector<WORD>& properties)
 ExportRequest ExportTest::Request(ExportFormat format, bool headerOrLabels, ExportScope scope,
                                   const std::vector<CEOID>& selection) const
 {
-    return {m_file.Path(), format, scope, headerOrLabels, selection, &m_columns, &App().Filter()};
+    return {m_file.Path(), format, scope, headerOrLabels, selection, &m_columns, &Own().Filter()};
 }
 
 std::string ExportTest::Export(ExportFormat format, bool headerOrLabels, ExportScope scope,

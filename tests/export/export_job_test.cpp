@@ -12,8 +12,8 @@ class ExportJobTest : public ExportTest {
 
     static void FilterMonth(int month)
     {
-        App().Filter().active = true;
-        App().Filter().monthMask = 1u << (month - 1);
+        Own().Filter().active = true;
+        Own().Filter().monthMask = 1u << (month - 1);
     }
     static CEOID AddIn(WORD month, const std::wstring& subject)
     {
@@ -117,7 +117,7 @@ TEST_F(ExportJobTest, SelectedFollowsTheOrderOfSelecting)
 TEST_F(ExportJobTest, ASelectedEntryThatIsGoneIsPassedOver)
 {
     const CEOID one = AddEntry(1, L"one"), two = AddEntry(2, L"two"), three = AddEntry(3, L"three");
-    ASSERT_EQ(App().Journal().DeleteRecord(two), 1);
+    ASSERT_EQ(Own().Journal().DeleteRecord(two), 1);
     EXPECT_EQ(Export(ExportFormat::CommaSeparated, false, ExportScope::Selected, {one, two, three, 4711}),
               "\"one\"\r\n\"three\"\r\n");
     EXPECT_EQ(m_count, 2u);
@@ -180,8 +180,8 @@ TEST_F(ExportJobTest, TheListMayReadTheJournalMeanwhile)
     AddEntries(5);
     const ExportRequest request = Request(ExportFormat::CommaSeparated, false);
     ExportJob(request, kByDate).Run([&](uint32_t) {
-        EXPECT_NE(App().Journal().SeekRow(0), 0u);
-        App().Journal().SetSort({kPropSubject, CEDB_SORT_DESCENDING}, 1);
+        EXPECT_NE(Own().Journal().SeekRow(0), 0u);
+        Own().Journal().SetSort({kPropSubject, CEDB_SORT_DESCENDING}, 1);
         return true;
     });
     EXPECT_EQ(m_file.Bytes(), "\"entry 0\"\r\n\"entry 1\"\r\n\"entry 2\"\r\n\"entry 3\"\r\n\"entry 4\"\r\n");
@@ -193,8 +193,8 @@ TEST_F(ExportJobTest, AnEntryDeletedMeanwhileIsPassedOver)
     const ExportRequest request = Request(ExportFormat::CommaSeparated, false);
     EXPECT_EQ(ExportJob(request, kByDate).Run([&](uint32_t count) {
         if (count == 2) {
-            EXPECT_EQ(App().Journal().DeleteRecord(ids[1]), 1);
-            EXPECT_EQ(App().Journal().DeleteRecord(ids[2]), 1);
+            EXPECT_EQ(Own().Journal().DeleteRecord(ids[1]), 1);
+            EXPECT_EQ(Own().Journal().DeleteRecord(ids[2]), 1);
         }
         return true;
     }),
@@ -256,11 +256,11 @@ TEST_F(ExportJobTest, EveryRecordIsSeenBeyondTheCountsLimit)
     constexpr uint32_t kMany = 65'600;
     Choose({});
     {
-        CeDBase::BulkScope bulk(App().Journal());
+        CeDBase::BulkScope bulk(Own().Journal());
         CEPROPVAL kind{};
         kind.propid = kPropKind;
         for (uint32_t i = 0; i < kMany; ++i)
-            ASSERT_NE(App().Journal().WriteRecord(0, 1, &kind), 0u);
+            ASSERT_NE(Own().Journal().WriteRecord(0, 1, &kind), 0u);
         ASSERT_EQ(bulk.Commit(), 1);
     }
     EXPECT_EQ(CountFor(ExportScope::All), kMany);

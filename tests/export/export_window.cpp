@@ -42,7 +42,7 @@ void ExportWindow::ClickField(const std::wstring& title) const
 
 ExportDialogTest::ExportDialogTest()
 {
-    ResetColumns(&m_columns, WorkAreaRight());
+    ResetColumns(&m_columns, WorkArea().right);
 }
 
 void ExportDialogTest::Run(ExportFormat format, const std::function<void(ExportWindow&)>& action, HWND owner)
@@ -52,7 +52,7 @@ void ExportDialogTest::Run(ExportFormat format, const std::function<void(ExportW
         action(dialog);
     };
     const auto call = [&]() -> INT_PTR {
-        RunExportDialog(owner, m_file.Path(), format, {m_columns, m_selection, App().Filter()});
+        RunExportDialog(owner, m_file.Path(), format, {m_columns, m_selection, Own()});
         return 0;
     };
     RunDialog(call, work, 0);
@@ -73,6 +73,6 @@ std::wstring ExportDialogTest::RunThrough(ExportFormat format,
 
 void ExportDialogTest::FilterMonth(int month)
 {
-    App().Filter().active = true;
-    App().Filter().monthMask = 1u << (month - 1);
+    Own().Filter().active = true;
+    Own().Filter().monthMask = 1u << (month - 1);
 }

@@ -44,7 +44,7 @@ class ExportWritingTest : public ExportDialogTest {
     void Watch(const std::function<void(ExportWindow&, size_t piece)>& act, HWND owner = nullptr)
     {
         const ImportWatch<decltype(&GetTickCount64)> clock(&__imp_GetTickCount64, RunFast);
-        App().SetNumber(L"Settings", L"WriteHeader", 0);
+        Own().SetNumber(L"Settings", L"WriteHeader", 0);
         const MessageBoxAnswerer answerer;
         PieceWatch pieces;
         Run(
@@ -138,16 +138,16 @@ TEST_F(ExportWritingTest, ChoicesAreKept)
         const bool chosen = column.Property() != 102 && column.Property() != 106 && column.Property() != 111;
         EXPECT_EQ(column.Has(kColumnExport), chosen) << column.Property();
     }
-    EXPECT_EQ(App().GetNumber(L"Settings", L"WriteHeader", 99), 0u);
-    EXPECT_EQ(App().GetNumber(L"Settings", L"Column0", 0) & 0x40, 0x40u);
-    EXPECT_EQ(App().GetNumber(L"Settings", L"Column1", 0x40) & 0x40, 0u);
+    EXPECT_EQ(Own().GetNumber(L"Settings", L"WriteHeader", 99), 0u);
+    EXPECT_EQ(Own().GetNumber(L"Settings", L"Column0", 0) & 0x40, 0x40u);
+    EXPECT_EQ(Own().GetNumber(L"Settings", L"Column1", 0x40) & 0x40, 0u);
     Run(ExportFormat::CommaSeparated, [](ExportWindow& dialog) {
         EXPECT_FALSE(dialog.IsOn(kHeader));
         EXPECT_EQ(dialog.SelectedFields(), dialog.Fields()) << "each export begins with all of them";
         dialog.Cancel();
     });
     RunThrough(ExportFormat::SimpleText, [](ExportWindow& dialog) { dialog.Click(kHeader); });
-    EXPECT_EQ(App().GetNumber(L"Settings", L"WriteHeader", 99), 1u);
+    EXPECT_EQ(Own().GetNumber(L"Settings", L"WriteHeader", 99), 1u);
 }
 
 TEST_F(ExportWritingTest, TheSelectedOnesComeInTheOrderOfSelecting)
@@ -185,7 +185,7 @@ TEST_F(ExportWritingTest, FilteredTellsWhatItLookedAt)
 TEST_F(ExportWritingTest, FollowsTheSortOfTheList)
 {
     AddEntries(3);
-    App().Journal().SetSort({kPropDate, CEDB_SORT_DESCENDING}, 1);
+    Own().Journal().SetSort({kPropDate, CEDB_SORT_DESCENDING}, 1);
     Watch([](ExportWindow&, size_t) {});
     EXPECT_EQ(m_file.Bytes(), "\"entry 2\"\r\n\"entry 1\"\r\n\"entry 0\"\r\n");
 }

@@ -13,7 +13,7 @@ class FullDisk : public ExportTest {
     FullDisk()
     {
         const CEOID contact = AddContact(std::wstring(10'000, L'n'));
-        CeDBase::BulkScope bulk(App().Journal());
+        CeDBase::BulkScope bulk(Own().Journal());
         for (int i = 0; i < kEntries; ++i)
             TestRecord().Time(kPropDate, Instant(2000, 1, 1)).Blob(kPropContacts, {1, contact}).Write();
         EXPECT_EQ(bulk.Commit(), 1);
@@ -42,7 +42,7 @@ TEST_F(FullDisk, LeavesTheJournalAsItIs)
     const std::string before = ReadFileBytes(m_store.Path());
     Export(ExportFormat::SimpleText, true);
     EXPECT_EQ(ReadFileBytes(m_store.Path()), before);
-    EXPECT_EQ(App().Journal().RecordCount(), DWORD{kEntries});
+    EXPECT_EQ(Own().Journal().RecordCount(), DWORD{kEntries});
     EXPECT_NE(AddEntry(1, L"and it can be written to"), 0u);
 }
 

@@ -3,11 +3,11 @@
 
 #include <optional>
 
-#include "app/journal_app.h"
 #include "editor/editor_settings.h"
 #include "fault_sweep.h"
 #include "list/entry_commands.h"
 #include "list/entry_list.h"
+#include "support/test_session.h"
 #include "support/test_windows.h"
 
 namespace {
@@ -17,8 +17,8 @@ class FaultedCommands : public FaultSweep {
     // The list over the store, with the entries 5 and 6 selected.
     bool Show()
     {
-        App().SetNumber(kOptions, kConfirmDelete, 0);
-        if (!App().Journal().Open(nullptr))
+        Own().SetNumber(kOptions, kConfirmDelete, 0);
+        if (!Own().Journal().Open(nullptr))
             return false;
         m_parent.emplace([this](HWND, UINT message, WPARAM, LPARAM lParam, LRESULT* result) {
             const bool isOurs = message == WM_NOTIFY && m_list;
@@ -26,7 +26,7 @@ class FaultedCommands : public FaultSweep {
                 *result = m_list->OnNotify(reinterpret_cast<NMHDR*>(lParam));
             return isOurs;
         });
-        m_list.emplace(App().Journal(), App().Filter());
+        m_list.emplace(Own());
         if (!m_list->Create(m_parent->Handle(), &m_columns, LVS_REPORT | LVS_SHOWSELALWAYS, 0))
             return false;
         return m_list->Selection().Append(5) && m_list->Selection().Append(6);
@@ -35,7 +35,7 @@ class FaultedCommands : public FaultSweep {
     {
         m_list.reset();
         m_parent.reset();
-        App().Journal().Close();
+        Own().Journal().Close();
     }
     template <typename Command> void SweepCommand(Command command, const std::string& model)
     {

@@ -5,12 +5,12 @@
 
 #include <gtest/gtest.h>
 
-#include "app/journal_app.h"
 #include "editor/entry_editor.h"
 #include "fault_sweep.h"
 #include "pick/z_cats_dlg.h"
 #include "res/resource.h"
 #include "support/dialog_window.h"
+#include "support/test_session.h"
 #include "support/test_windows.h"
 #include "util/clock.h"
 
@@ -43,11 +43,11 @@ class FaultedDialogs : public FaultSweep {
 // Its categories and contacts, which are not shown, are kept.
 TEST_F(FaultedDialogs, SavingInTheEditor)
 {
-    Sweep({.prepare = [] { return App().Journal().Open(nullptr) == 1; },
+    Sweep({.prepare = [] { return Own().Journal().Open(nullptr) == 1; },
            .run =
                [&] {
                    CEOID id = 6;
-                   const Outcome outcome = Run([&] { return OpenEntryEditor(nullptr, &id); },
+                   const Outcome outcome = Run([&] { return OpenEntryEditor(Own(), nullptr, &id); },
                                                [](const DialogWindow& editor) {
                                                    editor.Focus(IDC_BODY);
                                                    SendMessageW(editor.Item(IDC_BODY), EM_SETSEL, 0, -1);
@@ -56,7 +56,7 @@ TEST_F(FaultedDialogs, SavingInTheEditor)
                    EXPECT_EQ(id, 6u);
                    return outcome;
                },
-           .end = [] { App().Journal().Close(); },
+           .end = [] { Own().Journal().Close(); },
            .model = "UPDATE journal SET body = 'typed' WHERE oid = 6"});
 }
 
@@ -66,11 +66,11 @@ constexpr SYSTEMTIME kNow{2024, 3, 2, 5, 14, 5, 30, 250};
 TEST_F(FaultedDialogs, WritingANewEntryInTheEditor)
 {
     const ScopedClockForTesting clock(kNow);
-    Sweep({.prepare = [] { return App().Journal().Open(nullptr) == 1; },
+    Sweep({.prepare = [] { return Own().Journal().Open(nullptr) == 1; },
            .run =
                [&] {
                    CEOID id = 0;
-                   const Outcome outcome = Run([&] { return OpenEntryEditor(nullptr, &id); },
+                   const Outcome outcome = Run([&] { return OpenEntryEditor(Own(), nullptr, &id); },
                                                [](const DialogWindow& editor) {
                                                    editor.Focus(IDC_BODY);
                                                    editor.Type(L"typed");
@@ -78,7 +78,7 @@ TEST_F(FaultedDialogs, WritingANewEntryInTheEditor)
                    EXPECT_EQ(id, outcome == Outcome::Done ? 41u : 0u);
                    return outcome;
                },
-           .end = [] { App().Journal().Close(); },
+           .end = [] { Own().Journal().Close(); },
            .model =
                "INSERT INTO journal(date, subject, body, type, kind, priority, sensitivity, end_time, "
                "duration) "

@@ -1,13 +1,13 @@
 // Export under faults: the file has all that was asked for, or it is told that something is missing.
 #include <gtest/gtest.h>
 
-#include "app/journal_app.h"
 #include "export/export_dialog.h"
 #include "export/export_fields.h"
 #include "export/export_job.h"
 #include "fault_sweep.h"
 #include "res/resource.h"
 #include "support/dialog_window.h"
+#include "support/test_session.h"
 #include "support/test_windows.h"
 
 namespace {
@@ -36,7 +36,7 @@ class FaultedExport : public FaultSweep {
     Outcome Export()
     {
         const ExportRequest request{File(),     ExportFormat::SimpleText, ExportScope::All, true, {},
-                                    &m_columns, &App().Filter()};
+                                    &m_columns, &Own().Filter()};
         ExportJob job(request, {kPropDate, 0});
         (void)job.Run([](uint32_t count) { return count < kExported; });
         return job.Trouble() == StoreTrouble::None ? Outcome::Done : Outcome::Failed;
@@ -66,14 +66,14 @@ class FaultedExport : public FaultSweep {
 TEST_F(FaultedExport, ToText)
 {
     std::string whole;
-    Sweep({.prepare = [] { return App().Journal().Open(nullptr) == 1; },
+    Sweep({.prepare = [] { return Own().Journal().Open(nullptr) == 1; },
            .run =
                [&] {
                    const Outcome outcome = Export();
                    ExpectWholeUnlessTold(outcome, &whole);
                    return outcome;
                },
-           .end = [] { App().Journal().Close(); }});
+           .end = [] { Own().Journal().Close(); }});
     ExpectAll(whole);
 }
 
@@ -84,7 +84,7 @@ TEST_F(FaultedExport, ToCommaSeparatedValuesInItsWindow)
     for (CEOID id = 1; id <= kExported; ++id)
         ASSERT_TRUE(selection.Append(id));
     std::string whole;
-    Sweep({.prepare = [] { return App().Journal().Open(nullptr) == 1; },
+    Sweep({.prepare = [] { return Own().Journal().Open(nullptr) == 1; },
            .run =
                [&] {
                    const MessageBoxAnswerer boxes;
@@ -93,13 +93,13 @@ TEST_F(FaultedExport, ToCommaSeparatedValuesInItsWindow)
                        DialogWindow(window).Ok();
                    });
                    RunExportDialog(nullptr, File(), ExportFormat::CommaSeparated,
-                                   {m_columns, selection, App().Filter()});
+                                   {m_columns, selection, Own()});
                    EXPECT_FALSE(boxes.Boxes().empty());
                    const Outcome outcome = boxes.Boxes().size() == 1 ? Outcome::Done : Outcome::Failed;
                    ExpectWholeUnlessTold(outcome, &whole);
                    return outcome;
                },
-           .end = [] { App().Journal().Close(); }});
+           .end = [] { Own().Journal().Close(); }});
     ExpectAll(whole);
 }
 

@@ -17,6 +17,7 @@
 #include "options/password.h"
 #include "options/preferences.h"
 #include "seeded.h"
+#include "support/test_session.h"
 
 namespace {
 
@@ -80,7 +81,7 @@ void StoreAnything(Chance& chance)
 // Everything that reads without a window. Texts are at most as long as they are stored.
 void ReadAll()
 {
-    const RegistryStore& settings = App();
+    const RegistryStore& settings = Own();
     for (const std::wstring& subject : ReadQuickSubjects(settings))
         ASSERT_LT(subject.size(), static_cast<size_t>(kSettingTextSize));
     for (const std::wstring& text : ReadFindHistory(settings))
@@ -125,10 +126,10 @@ class RegistryCases : public MainWindowTest {
         CEOID id = 0;
         FindRequest request;
         switch (which) {
-        case 0: return WithDialog([] { RunQuickSubjects(nullptr); });
-        case 1: return WithDialog([&] { (void)RunFindDialog(nullptr, true, &request); });
-        case 2: return WithDialog([] { RunOptions(nullptr); });
-        default: return WithDialog([&] { (void)OpenEntryEditor(nullptr, &id); });
+        case 0: return WithDialog([] { RunQuickSubjects(nullptr, Own()); });
+        case 1: return WithDialog([&] { (void)RunFindDialog(nullptr, Own(), true, &request); });
+        case 2: return WithDialog([] { RunOptions(nullptr, Own()); });
+        default: return WithDialog([&] { (void)OpenEntryEditor(Own(), nullptr, &id); });
         }
     }
     MessageBoxAnswerer m_answers{{IDYES, IDOK, IDYES}};

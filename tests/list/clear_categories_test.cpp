@@ -19,10 +19,10 @@ Content ContentOf(CEOID id)
 {
     Content content;
     CEPROPVAL* properties = nullptr;
-    EXPECT_EQ(App().Journal().SeekRecord(id), id);
-    EXPECT_EQ(App().Journal().ReadRecord(&content.properties, nullptr, &properties), id);
+    EXPECT_EQ(Own().Journal().SeekRecord(id), id);
+    EXPECT_EQ(Own().Journal().ReadRecord(&content.properties, nullptr, &properties), id);
     const LocalBlock<CEPROPVAL> owner(properties);
-    content.subject = App().Journal().GetSubject(id);
+    content.subject = Own().Journal().GetSubject(id);
     return content;
 }
 
@@ -85,7 +85,7 @@ class SortedByCategories : public ClearedCategories, public testing::WithParamIn
 
 TEST_P(SortedByCategories, EveryEntryLosesThem)
 {
-    App().Journal().SetSort({kPropCategories, GetParam()}, 1);
+    Own().Journal().SetSort({kPropCategories, GetParam()}, 1);
     ASSERT_EQ(ContentOf(m_assigned[0]).properties, 3);
     ASSERT_EQ(Uses(m_names[0]), 1);
     const MessageBoxAnswerer answerer;
@@ -99,8 +99,8 @@ INSTANTIATE_TEST_SUITE_P(BothWays, SortedByCategories, testing::Values(0u, DWORD
 
 TEST_F(ClearedCategories, AreTakenFromEntriesThatTheFilterHides)
 {
-    App().Filter().active = true;
-    App().Filter().monthMask = 0x800; // December
+    Own().Filter().active = true;
+    Own().Filter().monthMask = 0x800; // December
     m_list.Refresh();
     ASSERT_EQ(RowCount(), 0);
     ClearCategories(m_list);
@@ -124,7 +124,7 @@ TEST_F(ClearedCategories, AreGoneFromTheListToo)
 // Entries that are copied or deleted: only the editor's save counts.
 TEST_F(ClearedCategories, AreCountedAsBeforeAfterAPasteAndADeletion)
 {
-    App().SetNumber(kOptions, L"ConfirmDelete", 0);
+    Own().SetNumber(kOptions, L"ConfirmDelete", 0);
     m_list.SelectRecord(m_assigned[0]);
     PasteEntries(m_list);
     ASSERT_EQ(RowCount(), 22);

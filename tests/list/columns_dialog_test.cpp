@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "app/journal_app.h"
 #include "res/resource.h"
 #include "support/dialog_window.h"
+#include "support/test_session.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
 #include "ui/screen/work_area.h"
@@ -72,7 +72,7 @@ class ColumnsWindow : public DialogWindow {
 
 class ColumnsDialogTest : public testing::Test {
   protected:
-    ColumnsDialogTest() { ResetColumns(&m_columns, WorkAreaRight()); }
+    ColumnsDialogTest() { ResetColumns(&m_columns, WorkArea().right); }
 
     // True after OK. What the action leaves open is closed with Cancel.
     bool Run(const std::function<void(ColumnsWindow&)>& action)
@@ -376,7 +376,7 @@ TEST_F(ColumnsDialogTest, RestoringTheDefaultsNeedsNoMoreChoice)
         dialog.Ok();
     }));
     EXPECT_EQ(Shown(), (std::vector<int>{101, 102}));
-    EXPECT_EQ(m_columns.columns[0].Width(), WorkAreaRight() / 3);
+    EXPECT_EQ(m_columns.columns[0].Width(), WorkArea().right / 3);
 }
 
 TEST_F(ColumnsDialogTest, TakenBackTheDefaultsLeaveTheOpening)

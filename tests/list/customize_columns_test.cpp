@@ -46,14 +46,14 @@ class CustomizeColumnsTest : public EntryListTest {
     static SORTORDERSPEC Sort()
     {
         SORTORDERSPEC sort{};
-        App().Journal().GetSort(&sort);
+        Own().Journal().GetSort(&sort);
         return sort;
     }
     void ClearSettings()
     {
         for (int i = 0; i < 11; ++i)
-            App().RemoveValue(kSettings, (L"Column" + std::to_wstring(i)).c_str());
-        App().RemoveValue(kSettings, L"iCols");
+            Own().RemoveValue(kSettings, (L"Column" + std::to_wstring(i)).c_str());
+        Own().RemoveValue(kSettings, L"iCols");
     }
 };
 
@@ -115,7 +115,7 @@ TEST_F(CustomizeColumnsTest, CancelSavesAndRebuildsToo)
 // As after a click on the header of a column that does not get the mark.
 TEST_F(CustomizeColumnsTest, AnUnchangedMarkLeavesTheSortThatWasClicked)
 {
-    App().Journal().SetSort({kPropSubject, 0}, 1);
+    Own().Journal().SetSort({kPropSubject, 0}, 1);
     Run([](DialogWindow& dialog) { dialog.Cancel(); });
     EXPECT_EQ(Sort().propid, kPropSubject);
     Run([](DialogWindow& dialog) {
@@ -136,7 +136,7 @@ TEST_F(CustomizeColumnsTest, AnUnchangedMarkLeavesTheSortThatWasClicked)
 TEST_F(CustomizeColumnsTest, AnotherDirectionOfTheMarkSortsAnew)
 {
     m_list.Columns().columns[0].SetAscending();
-    App().Journal().SetSort({kPropSubject, 0}, 1);
+    Own().Journal().SetSort({kPropSubject, 0}, 1);
     Run([](DialogWindow& dialog) {
         dialog.Click(IDC_DEFAULT_COLUMNS);
         dialog.Ok();

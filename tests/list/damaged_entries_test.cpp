@@ -51,7 +51,7 @@ class DamagedEntries : public EntryListTest {
     void Damage(std::initializer_list<size_t> entries)
     {
         m_categories.Close();
-        App().Journal().Close();
+        Own().Journal().Close();
         std::string bytes = ReadFileBytes(m_store.Path());
         for (const size_t entry : entries) {
             const std::wstring mark = Mark(entry);
@@ -60,7 +60,7 @@ class DamagedEntries : public EntryListTest {
             bytes.replace(at / kPageSize * kPageSize, 4, 4, '\x7F');
         }
         ASSERT_TRUE(WriteFileBytes(m_store.Path(), bytes));
-        ASSERT_EQ(App().Journal().Open(nullptr), 1);
+        ASSERT_EQ(Own().Journal().Open(nullptr), 1);
         ASSERT_EQ(m_categories.Open(), 1);
         CreateList();
         Paint();
@@ -71,7 +71,7 @@ class DamagedEntries : public EntryListTest {
         const CEPROPID wanted = kPropCategories;
         WORD count = 1;
         CEPROPVAL* property = nullptr;
-        if (App().Journal().SeekRecord(id) != id || !App().Journal().ReadRecord(&count, &wanted, &property))
+        if (Own().Journal().SeekRecord(id) != id || !Own().Journal().ReadRecord(&count, &wanted, &property))
             return false;
         const LocalBlock<CEPROPVAL> owner(property);
         return !(property->wFlags & CEDB_PROPNOTFOUND);
@@ -96,7 +96,7 @@ TEST_F(DamagedEntries, LoseTheirCategoriesWithoutTheOnesThatCannotBeRead)
     ExpectOnlyBox(boxes, L"The categories were not taken from 1 entry");
     for (const size_t entry : {0u, 1u, 3u, 4u})
         EXPECT_FALSE(HasCategories(m_ids[entry])) << entry;
-    EXPECT_EQ(App().Journal().RecordCount(), 5u);
+    EXPECT_EQ(Own().Journal().RecordCount(), 5u);
 }
 
 TEST_F(DamagedEntries, ArePastedWithoutTheOnesThatCannotBeRead)
@@ -107,7 +107,7 @@ TEST_F(DamagedEntries, ArePastedWithoutTheOnesThatCannotBeRead)
     const MessageBoxAnswerer boxes;
     PasteEntries(m_list);
     ExpectOnlyBox(boxes, L"2 entries were not pasted");
-    EXPECT_EQ(App().Journal().RecordCount(), 8u);
+    EXPECT_EQ(Own().Journal().RecordCount(), 8u);
     EXPECT_EQ(Selected(), m_ids);
 }
 
@@ -119,7 +119,7 @@ TEST_F(DamagedEntries, OneThatIsNotPastedIsCountedAsOne)
     const MessageBoxAnswerer boxes;
     PasteEntries(m_list);
     ExpectOnlyBox(boxes, L"1 entry was not pasted");
-    EXPECT_EQ(App().Journal().RecordCount(), 9u);
+    EXPECT_EQ(Own().Journal().RecordCount(), 9u);
 }
 
 TEST_F(DamagedEntries, ASearchThatFindsSomethingTellsThatItDidNotSeeAll)
@@ -152,10 +152,10 @@ class MissingEntries : public EntryListTest {
   protected:
     MissingEntries() : m_ids(AddEntries(300))
     {
-        EXPECT_EQ(App().Journal().DeleteRecord(Gone()), 1);
-        App().Journal().Close();
+        EXPECT_EQ(Own().Journal().DeleteRecord(Gone()), 1);
+        Own().Journal().Close();
         LoseLeafOf(m_store.Path(), "entry 100");
-        EXPECT_EQ(App().Journal().Open(nullptr), 1);
+        EXPECT_EQ(Own().Journal().Open(nullptr), 1);
         CreateList();
     }
 
@@ -189,7 +189,7 @@ TEST_F(MissingEntries, LeaveTheSelectionWithTheNextClick)
         m_list.ClearSelection();
         SelectAndRefresh({Unread()});
         ClickRow(2, keys);
-        EXPECT_EQ(Selected(), List{App().Journal().IdOfRow(2)}) << keys;
+        EXPECT_EQ(Selected(), List{Own().Journal().IdOfRow(2)}) << keys;
     }
 }
 

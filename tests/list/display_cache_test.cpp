@@ -27,7 +27,7 @@ class DisplayCacheTest : public JournalTest {
         CEPROPVAL property{};
         property.propid = kPropSubject;
         property.val.lpwstr = text;
-        ASSERT_NE(App().Journal().WriteRecord(m_ids[static_cast<size_t>(row)], 1, &property), 0u);
+        ASSERT_NE(Own().Journal().WriteRecord(m_ids[static_cast<size_t>(row)], 1, &property), 0u);
     }
 
     // Whether a hint reads the rows anew. Row by row the cache shows what it did before when it does not.
@@ -40,7 +40,7 @@ class DisplayCacheTest : public JournalTest {
 
     std::vector<CEOID> m_ids;
     FilterState m_filter;
-    DisplayCache m_cache{App().Journal(), m_filter};
+    DisplayCache m_cache{Own().Journal(), m_filter};
 };
 
 TEST_F(DisplayCacheTest, HoldsTheRowsOfTheHint)
@@ -212,7 +212,7 @@ class FilteredCacheTest : public JournalTest {
   protected:
     FilteredCacheTest()
     {
-        CeDBase::BulkScope bulk(App().Journal());
+        CeDBase::BulkScope bulk(Own().Journal());
         for (int i = 0; i < 40; ++i)
             TestRecord()
                 .Time(kPropDate, Instant(static_cast<WORD>(1990 + i), i % 2 ? 2 : 1, 15))
@@ -238,22 +238,22 @@ class FilteredCacheTest : public JournalTest {
     }
 
     FilterState m_filter;
-    DisplayCache m_cache{App().Journal(), m_filter};
+    DisplayCache m_cache{Own().Journal(), m_filter};
 };
 
 TEST_F(FilteredCacheTest, OnlyWhatPassesIsCounted)
 {
     FilteredRows rows;
-    rows.Apply(App().Journal(), m_filter);
-    EXPECT_EQ(CountRows(App().Journal()), 20u);
+    rows.Apply(Own().Journal(), m_filter);
+    EXPECT_EQ(CountRows(Own().Journal()), 20u);
     m_filter.active = false;
-    rows.Apply(App().Journal(), m_filter);
-    EXPECT_EQ(CountRows(App().Journal()), 40u);
+    rows.Apply(Own().Journal(), m_filter);
+    EXPECT_EQ(CountRows(Own().Journal()), 40u);
 }
 
 TEST_F(FilteredCacheTest, RowsAreTheJournalsRowsUnderTheFilter)
 {
-    FilteredRows().Apply(App().Journal(), m_filter);
+    FilteredRows().Apply(Own().Journal(), m_filter);
     EXPECT_EQ(Entries(0, 4), (std::vector<int>{1, 3, 5, 7, 9}));
     EXPECT_EQ(Entries(10, 12), (std::vector<int>{21, 23, 25}));
     EXPECT_EQ(Entries(15, 19), (std::vector<int>{31, 33, 35, 37, 39})); // the tail
@@ -275,7 +275,7 @@ class UnreadableRecords : public JournalTest {
   protected:
     UnreadableRecords()
     {
-        CeDBase::BulkScope bulk(App().Journal());
+        CeDBase::BulkScope bulk(Own().Journal());
         for (int i = 0; i < kEntries; ++i)
             m_ids.push_back(TestRecord()
                                 .Time(kPropDate, Instant(static_cast<WORD>(1990 + i), 1, 15))
@@ -283,10 +283,10 @@ class UnreadableRecords : public JournalTest {
                                 .Text(kPropBody, std::wstring(400, L'b'))
                                 .Write());
         EXPECT_EQ(bulk.Commit(), 1);
-        App().Journal().Close();
+        Own().Journal().Close();
         LosePageWith("subject 150");
-        EXPECT_NE(App().Journal().Open(nullptr), 0);
-        m_filter.rowCount = CountRows(App().Journal());
+        EXPECT_NE(Own().Journal().Open(nullptr), 0);
+        m_filter.rowCount = CountRows(Own().Journal());
     }
 
     void LosePageWith(const std::string& text)
@@ -302,13 +302,13 @@ class UnreadableRecords : public JournalTest {
     bool IsReadable(int row)
     {
         const CEOID id = m_ids[static_cast<size_t>(row)];
-        return App().Journal().SeekRecord(id) == id;
+        return Own().Journal().SeekRecord(id) == id;
     }
 
     static constexpr int kEntries = 100;
     std::vector<CEOID> m_ids;
     FilterState m_filter;
-    DisplayCache m_cache{App().Journal(), m_filter};
+    DisplayCache m_cache{Own().Journal(), m_filter};
 };
 
 TEST_F(UnreadableRecords, AreBlankRowsAmongTheOthers)
@@ -332,8 +332,8 @@ TEST_F(UnreadableRecords, AreBlankRowsUnderAFilterToo)
     m_filter.rangeMode = true;
     m_filter.rangeStart = {2030, 1, 0, 1, 0, 0, 0, 0}; // entries 40 to 89
     m_filter.rangeEnd = {2079, 12, 0, 31, 0, 0, 0, 0};
-    FilteredRows().Apply(App().Journal(), m_filter);
-    m_filter.rowCount = CountRows(App().Journal());
+    FilteredRows().Apply(Own().Journal(), m_filter);
+    m_filter.rowCount = CountRows(Own().Journal());
     EXPECT_EQ(m_filter.rowCount, 50u);
     m_cache.OnHint(0, 39, 50);
     for (int row = 0; row < 40; ++row) {
@@ -345,7 +345,7 @@ TEST_F(UnreadableRecords, AreBlankRowsUnderAFilterToo)
 // A walk goes on where it was when a paint comes in between.
 TEST_F(DisplayCacheTest, FillingLeavesTheJournalsPositionAlone)
 {
-    DbJournal& journal = App().Journal();
+    DbJournal& journal = Own().Journal();
     ASSERT_NE(journal.SeekFirstRecord(), 0);
     ASSERT_NE(journal.SeekNextRecord(), 0);
     m_cache.OnHint(50, 70, 50);
@@ -365,10 +365,10 @@ TEST_F(DisplayCacheTest, FillingLeavesTheJournalsPositionAlone)
 
 TEST_F(DisplayCacheTest, AClosedJournalGivesBlankRows)
 {
-    App().Journal().Close();
+    Own().Journal().Close();
     m_cache.OnHint(0, 9, 50);
     EXPECT_EQ(m_cache.Row(0).id, 0u);
-    EXPECT_EQ(CountRows(App().Journal()), 0u);
+    EXPECT_EQ(CountRows(Own().Journal()), 0u);
 }
 
 TEST_F(DisplayCacheTest, GivesBackEachRecordThatItReads)

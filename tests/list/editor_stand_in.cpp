@@ -4,7 +4,7 @@ std::function<int(CEOID* id)> g_edit;
 HWND g_editorOwner = nullptr;
 int g_editorRuns = 0;
 
-int OpenEntryEditor(HWND owner, CEOID* id)
+int OpenEntryEditor(const Session&, HWND owner, CEOID* id)
 {
     ++g_editorRuns;
     g_editorOwner = owner;

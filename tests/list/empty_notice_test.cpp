@@ -79,7 +79,7 @@ TEST_F(EmptyNoticeTest, GoesAtTheFirstRefreshWithRows)
     m_list.Refresh();
     EXPECT_EQ(Notice(), nullptr);
     EXPECT_FALSE(IsWindow(notice));
-    App().Journal().DeleteRecord(id);
+    Own().Journal().DeleteRecord(id);
     m_list.Refresh();
     notice = Notice();
     EXPECT_NE(notice, nullptr);

@@ -16,12 +16,12 @@ using List = std::vector<CEOID>;
 
 DWORD RecordCount()
 {
-    return App().Journal().RecordCount();
+    return Own().Journal().RecordCount();
 }
 
 bool Exists(CEOID id)
 {
-    return App().Journal().SeekRecord(id) == id;
+    return Own().Journal().SeekRecord(id) == id;
 }
 
 // Five entries, the newest first: row r shows the entry 4 - r.
@@ -49,7 +49,7 @@ class EntryCommandsTest : public EntryListTest {
     }
 
     CEOID Id(int row) const { return m_ids[static_cast<size_t>(row)]; }
-    void DontAsk() { App().SetNumber(kOptions, L"ConfirmDelete", 0); }
+    void DontAsk() { Own().SetNumber(kOptions, L"ConfirmDelete", 0); }
 
     List m_ids; // by row
 };
@@ -106,7 +106,7 @@ TEST_F(EntryCommandsTest, EditOpensTheCurrentEntryAndKeepsTheSelection)
         CEPROPVAL property{};
         property.propid = kPropSubject;
         property.val.lpwstr = text;
-        EXPECT_EQ(App().Journal().WriteRecord(*id, 1, &property), *id);
+        EXPECT_EQ(Own().Journal().WriteRecord(*id, 1, &property), *id);
         return 1;
     };
     EditEntry(m_parent.Handle(), m_list);
@@ -157,7 +157,7 @@ TEST_F(EntryCommandsTest, AnEntryWrittenAnewStaysTheCurrentOne)
     ClickRow(2);
     CEOID anew = 0;
     g_edit = [&](CEOID* id) {
-        App().Journal().DeleteRecord(*id);
+        Own().Journal().DeleteRecord(*id);
         m_list.Refresh();
         *id = anew = AddEntry(3, L"anew");
         return 1;
@@ -249,7 +249,7 @@ TEST_F(EntryCommandsTest, WithoutConfirmationDeleteAsksNothing)
 
 TEST_F(EntryCommandsTest, AnyNumberAsks)
 {
-    App().SetNumber(kOptions, L"ConfirmDelete", 7);
+    Own().SetNumber(kOptions, L"ConfirmDelete", 7);
     ClickRow(1);
     const MessageBoxAnswerer answerer({IDNO});
     DeleteEntries(m_list);
@@ -261,7 +261,7 @@ TEST_F(EntryCommandsTest, ARecordThatIsGoneIsDeletedQuietly)
     DontAsk();
     ClickRow(1);
     ClickRow(3, MK_CONTROL);
-    App().Journal().DeleteRecord(Id(1));
+    Own().Journal().DeleteRecord(Id(1));
     const MessageBoxAnswerer answerer;
     DeleteEntries(m_list);
     EXPECT_TRUE(answerer.Boxes().empty());
@@ -343,8 +343,8 @@ std::vector<std::wstring> Properties(CEOID id)
     std::vector<std::wstring> texts;
     WORD count = 0;
     CEPROPVAL* properties = nullptr;
-    EXPECT_EQ(App().Journal().SeekRecord(id), id);
-    EXPECT_EQ(App().Journal().ReadRecord(&count, nullptr, &properties), id);
+    EXPECT_EQ(Own().Journal().SeekRecord(id), id);
+    EXPECT_EQ(Own().Journal().ReadRecord(&count, nullptr, &properties), id);
     for (WORD i = 0; i < count; ++i) {
         const CEPROPVAL& property = properties[i];
         std::wstring text = std::to_wstring(property.propid) + L" ";
@@ -434,7 +434,7 @@ TEST_F(EntryCommandsTest, PasteSkipsWhatIsGone)
 {
     ClickRow(1);
     ClickRow(3, MK_CONTROL);
-    App().Journal().DeleteRecord(Id(1));
+    Own().Journal().DeleteRecord(Id(1));
     const MessageBoxAnswerer answerer;
     PasteEntries(m_list);
     EXPECT_TRUE(answerer.Boxes().empty());
@@ -468,13 +468,13 @@ TEST_F(EntryCommandsTest, ACommandAfterTheEndDoesNothing)
 {
     DontAsk();
     m_list.SelectRecord(Id(1));
-    App().Journal().Close();
+    Own().Journal().Close();
     DestroyWindow(m_parent.Handle());
     PasteEntries(m_list);
     DeleteEntries(m_list);
     CopyEntries(m_list);
     ClearCategories(m_list);
-    ASSERT_NE(App().Journal().Open(nullptr), 0);
+    ASSERT_NE(Own().Journal().Open(nullptr), 0);
     EXPECT_EQ(RecordCount(), 5u);
 }
 

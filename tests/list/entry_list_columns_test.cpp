@@ -1,5 +1,6 @@
 // The list's columns: headers, widths and the sort.
 #include "list/entry_list_fixture.h"
+#include "ui/screen/work_area.h"
 
 namespace {
 
@@ -8,9 +9,9 @@ TEST_F(EntryListTest, PriorityIsAnIconInTheFirstColumnOnly)
     TestRecord().Time(kPropDate, Instant(2000, 1, 3)).Short(kPropPriority, 2).Write();
     TestRecord().Time(kPropDate, Instant(2000, 1, 2)).Short(kPropPriority, 0).Write();
     TestRecord().Time(kPropDate, Instant(2000, 1, 1)).Write();
-    App().SetNumber(kSettings, L"iCols", 2);
-    App().SetNumber(kSettings, L"Column0", 0x6B01000D);
-    App().SetNumber(kSettings, L"Column1", 0x6506401D);
+    Own().SetNumber(kSettings, L"iCols", 2);
+    Own().SetNumber(kSettings, L"Column0", 0x6B01000D);
+    Own().SetNumber(kSettings, L"Column1", 0x6506401D);
     CreateList();
     Paint();
     EXPECT_EQ(HeaderText(0), L"");
@@ -72,7 +73,7 @@ TEST_F(EntryListTest, AClickOnAnotherHeaderSortsByIt)
     ClickHeader(1);
     Paint();
     SORTORDERSPEC sort{};
-    App().Journal().GetSort(&sort);
+    Own().Journal().GetSort(&sort);
     EXPECT_EQ(sort.propid, kPropSubject);
     EXPECT_EQ(sort.dwFlags, CEDB_SORT_DESCENDING);
     EXPECT_EQ(Cell(0, 1), L"b");
@@ -96,10 +97,10 @@ LRESULT CALLBACK WatchHeaderImages(HWND window, UINT message, WPARAM wParam, LPA
 
 TEST_F(EntryListTest, AClickSetsTheImageOfASortableColumn)
 {
-    App().SetNumber(kSettings, L"iCols", 3);
-    App().SetNumber(kSettings, L"Column0", 0x6506401D); // date, the sort column
-    App().SetNumber(kSettings, L"Column1", 0x6606400C); // subject, ascending
-    App().SetNumber(kSettings, L"Column2", 0x67064008); // body
+    Own().SetNumber(kSettings, L"iCols", 3);
+    Own().SetNumber(kSettings, L"Column0", 0x6506401D); // date, the sort column
+    Own().SetNumber(kSettings, L"Column1", 0x6606400C); // subject, ascending
+    Own().SetNumber(kSettings, L"Column2", 0x67064008); // body
     CreateList();
     HeaderImages images;
     SetWindowSubclass(Handle(), WatchHeaderImages, 1, reinterpret_cast<DWORD_PTR>(&images));
@@ -125,7 +126,7 @@ TEST_F(EntryListTest, ColumnsThatAreNotShownAreNotClicked)
         m_list.OnNotify(&divider.hdr);
     }
     SORTORDERSPEC sort{};
-    App().Journal().GetSort(&sort);
+    Own().Journal().GetSort(&sort);
     EXPECT_EQ(sort.propid, kPropDate);
     EXPECT_EQ(sort.dwFlags, CEDB_SORT_DESCENDING);
     EXPECT_EQ(Stored(L"iCols"), 0xDEADu);
@@ -136,19 +137,19 @@ TEST_F(EntryListTest, ColumnsWithoutASortMarkSortAllTheSame)
 {
     AddEntry(10, L"b");
     AddEntry(20, L"a");
-    App().SetNumber(kSettings, L"iCols", 3);
-    App().SetNumber(kSettings, L"Column0", 0x6506401D); // date, the sort column
-    App().SetNumber(kSettings, L"Column1", 0x67064008); // body
-    App().SetNumber(kSettings, L"Column2", 0x68064008); // categories
+    Own().SetNumber(kSettings, L"iCols", 3);
+    Own().SetNumber(kSettings, L"Column0", 0x6506401D); // date, the sort column
+    Own().SetNumber(kSettings, L"Column1", 0x67064008); // body
+    Own().SetNumber(kSettings, L"Column2", 0x68064008); // categories
     CreateList();
     SORTORDERSPEC sort{};
     ClickHeader(1);
-    App().Journal().GetSort(&sort);
+    Own().Journal().GetSort(&sort);
     EXPECT_EQ(sort.propid, kPropDate);
     EXPECT_EQ(sort.dwFlags, 0u);
     EXPECT_TRUE(m_columns.columns[0].Has(kColumnSort));
     ClickHeader(2);
-    App().Journal().GetSort(&sort);
+    Own().Journal().GetSort(&sort);
     EXPECT_EQ(sort.propid, kPropCategories);
     EXPECT_TRUE(m_columns.columns[0].Has(kColumnSort));
     EXPECT_FALSE(m_columns.columns[2].Has(kColumnSort));
@@ -170,13 +171,13 @@ TEST_F(EntryListTest, CreationTakesTheSortOfTheSortColumn)
 {
     AddEntry(10, L"b");
     AddEntry(20, L"a");
-    App().SetNumber(kSettings, L"iCols", 1);
-    App().SetNumber(kSettings, L"Column0", 0x6606401C); // subject, ascending
+    Own().SetNumber(kSettings, L"iCols", 1);
+    Own().SetNumber(kSettings, L"Column0", 0x6606401C); // subject, ascending
     CreateList();
     Paint();
     EXPECT_EQ(Cell(0), L"a");
     SORTORDERSPEC sort{};
-    App().Journal().GetSort(&sort);
+    Own().Journal().GetSort(&sort);
     EXPECT_EQ(sort.propid, kPropSubject);
 }
 
@@ -185,10 +186,10 @@ TEST_F(EntryListTest, AStoredWordMakesThePriorityTheFirstAndTheSortColumn)
     TestRecord().Time(kPropDate, Instant(2000, 1, 1)).Short(kPropPriority, 0).Write();
     TestRecord().Time(kPropDate, Instant(2000, 1, 2)).Short(kPropPriority, 2).Write();
     TestRecord().Time(kPropDate, Instant(2000, 1, 3)).Short(kPropPriority, 1).Write();
-    App().SetNumber(kSettings, L"iCols", 3);
-    App().SetNumber(kSettings, L"Column0", 0x6B00A01D);
-    App().SetNumber(kSettings, L"Column1", 0x6506400D);
-    App().SetNumber(kSettings, L"Column2", 0x6606400D);
+    Own().SetNumber(kSettings, L"iCols", 3);
+    Own().SetNumber(kSettings, L"Column0", 0x6B00A01D);
+    Own().SetNumber(kSettings, L"Column1", 0x6506400D);
+    Own().SetNumber(kSettings, L"Column2", 0x6606400D);
     CreateList();
     Paint();
     EXPECT_EQ(Header_GetItemCount(Header()), 3);
@@ -198,7 +199,7 @@ TEST_F(EntryListTest, AStoredWordMakesThePriorityTheFirstAndTheSortColumn)
     EXPECT_EQ(Cell(1), L"Normal");
     EXPECT_EQ(Cell(2), L"Low");
     SORTORDERSPEC sort{};
-    App().Journal().GetSort(&sort);
+    Own().Journal().GetSort(&sort);
     EXPECT_EQ(sort.propid, kPropPriority);
     EXPECT_EQ(sort.dwFlags, CEDB_SORT_DESCENDING);
 }
@@ -206,13 +207,13 @@ TEST_F(EntryListTest, AStoredWordMakesThePriorityTheFirstAndTheSortColumn)
 TEST_F(EntryListTest, WithoutASortColumnTheJournalKeepsItsSort)
 {
     AddEntry(10, L"b");
-    App().SetNumber(kSettings, L"iCols", 1);
-    App().SetNumber(kSettings, L"Column0", 0x6506400C);
-    App().Journal().SetSort({kPropSubject, CEDB_SORT_DESCENDING}, 1);
+    Own().SetNumber(kSettings, L"iCols", 1);
+    Own().SetNumber(kSettings, L"Column0", 0x6506400C);
+    Own().Journal().SetSort({kPropSubject, CEDB_SORT_DESCENDING}, 1);
     CreateList();
     EXPECT_EQ(RowCount(), 1);
     SORTORDERSPEC sort{};
-    App().Journal().GetSort(&sort);
+    Own().Journal().GetSort(&sort);
     EXPECT_EQ(sort.propid, kPropSubject);
     EXPECT_EQ(sort.dwFlags, CEDB_SORT_DESCENDING);
 }
@@ -276,7 +277,7 @@ TEST_F(EntryListTest, ADoubleClickOnADividerFitsTheColumn)
     }
     PumpMessages();
     const int fitted = Column(0).cx;
-    EXPECT_LT(fitted, WorkAreaRight() / 3);
+    EXPECT_LT(fitted, WorkArea().right / 3);
     EXPECT_GT(fitted, 20);
     EXPECT_EQ((Stored(L"Column0") >> 12) & 0xFFF, static_cast<DWORD>(fitted));
 }

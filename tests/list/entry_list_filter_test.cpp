@@ -16,7 +16,7 @@ constexpr DWORD kJanuary = 0x1, kFebruary = 0x2, kMarch = 0x4;
 
 bool Exists(CEOID id)
 {
-    return App().Journal().SeekRecord(id) == id;
+    return Own().Journal().SeekRecord(id) == id;
 }
 
 // Entry i of 120 is of the year 1900 + i, of January, February and March by turns, and of category "even" or
@@ -29,7 +29,7 @@ class FilteredList : public EntryListTest {
         EXPECT_EQ(categories.Open(), 1);
         for (const wchar_t* name : {L"even", L"odd"})
             m_categories.push_back(categories.Add(name));
-        CeDBase::BulkScope bulk(App().Journal());
+        CeDBase::BulkScope bulk(Own().Journal());
         for (int i = 0; i < kEntries; ++i)
             m_ids.push_back(TestRecord()
                                 .Time(kPropDate, DateOf(i))
@@ -66,7 +66,7 @@ class FilteredList : public EntryListTest {
 
     void FilterBy(const FilterState& filter)
     {
-        App().Filter() = filter;
+        Own().Filter() = filter;
         m_list.Refresh();
         Paint();
     }
@@ -101,7 +101,7 @@ class FilteredList : public EntryListTest {
         for (const int entry : entries)
             expected.push_back(Subject(entry));
         EXPECT_EQ(Subjects(), expected);
-        EXPECT_EQ(App().Filter().rowCount, entries.size());
+        EXPECT_EQ(Own().Filter().rowCount, entries.size());
     }
     void ExpectDeleted(const std::vector<int>& entries) const
     {
@@ -148,17 +148,17 @@ TEST_F(FilteredList, ShowsWhatPassesAndNothingElse)
 TEST_F(FilteredList, FollowsAFilterThatIsChangedInPlace)
 {
     FilterByMonths(kFebruary);
-    App().Filter().monthMask = kMarch;
+    Own().Filter().monthMask = kMarch;
     m_list.Refresh();
     ExpectShown(Those([](int entry) { return entry % 3 == 2; }));
-    App().Filter().categoriesMode = true;
-    App().Filter().categories.Push({m_categories[0], 0});
+    Own().Filter().categoriesMode = true;
+    Own().Filter().categories.Push({m_categories[0], 0});
     m_list.Refresh();
     ExpectShown(Those([](int entry) { return entry % 2 == 0; }));
-    App().Filter().categories.Push({m_categories[1], 0});
+    Own().Filter().categories.Push({m_categories[1], 0});
     m_list.Refresh();
     EXPECT_EQ(RowCount(), kEntries);
-    App().Filter().categories.DeleteStack();
+    Own().Filter().categories.DeleteStack();
     m_list.Refresh();
     EXPECT_EQ(RowCount(), 0);
 }
@@ -219,7 +219,7 @@ TEST_F(FilteredList, ARangeIsOfWhatPassesOnly)
 
 TEST_F(FilteredList, DeletesTheEntriesThatAreSeen)
 {
-    App().SetNumber(kOptions, L"ConfirmDelete", 0);
+    Own().SetNumber(kOptions, L"ConfirmDelete", 0);
     FilterByMonths(kFebruary);
     std::vector<int> shown = Those(IsOfFebruary);
     ClickRow(3);
@@ -237,7 +237,7 @@ TEST_F(FilteredList, DeletesTheEntriesThatAreSeen)
 
 TEST_F(FilteredList, DeletesAllThatPassesAndNothingElse)
 {
-    App().SetNumber(kOptions, L"ConfirmDelete", 0);
+    Own().SetNumber(kOptions, L"ConfirmDelete", 0);
     FilterByCategory(m_categories[0]);
     ClickRow(0);
     PressKey(VK_END, true);
@@ -289,7 +289,7 @@ TEST_F(FilteredList, WhatTheFilterHidesLeavesTheSelection)
 
 TEST_F(FilteredList, ADeletionReachesNothingThatIsHidden)
 {
-    App().SetNumber(kOptions, L"ConfirmDelete", 0);
+    Own().SetNumber(kOptions, L"ConfirmDelete", 0);
     for (const int entry : {10, 11, 12, 13})
         m_list.Selection().Append(Id(entry));
     FilterByMonths(kFebruary);
@@ -320,7 +320,7 @@ TEST_F(FilteredList, AnEntryThatCeasesToPassLeavesTheListAndTheSelection)
     ASSERT_EQ(m_list.CurrentEntry(), Id(shown[4]));
     TestRecord moved;
     moved.Time(kPropDate, Instant(1950, 7, 1));
-    ASSERT_NE(App().Journal().WriteRecord(Id(shown[4]), moved.Count(), moved.Properties()), 0u);
+    ASSERT_NE(Own().Journal().WriteRecord(Id(shown[4]), moved.Count(), moved.Properties()), 0u);
     m_list.Refresh();
     EXPECT_TRUE(Selected().empty());
     EXPECT_EQ(m_list.CurrentEntry(), 0u);
@@ -357,7 +357,7 @@ TEST_F(FilteredList, ShowsARecordWithoutAnyPropertyUnderEveryFilter)
 TEST_F(FilteredList, AllEntriesLoseTheirCategories)
 {
     for (const CEPROPID sort : {kPropDate, kPropCategories}) {
-        App().Journal().SetSort({sort, 0}, 1);
+        Own().Journal().SetSort({sort, 0}, 1);
         FilterByCategory(m_categories[1]);
         ASSERT_EQ(RowCount(), 60);
         ClearCategories(m_list);
@@ -367,11 +367,11 @@ TEST_F(FilteredList, AllEntriesLoseTheirCategories)
         none.categories.Push({m_categories[0], 0});
         FilterBy(none);
         EXPECT_EQ(RowCount(), 0);
-        CeDBase::BulkScope bulk(App().Journal());
+        CeDBase::BulkScope bulk(Own().Journal());
         for (int entry = 0; entry < kEntries; ++entry) {
             TestRecord again;
             again.Blob(kPropCategories, {1, m_categories[static_cast<size_t>(entry % 2)]});
-            ASSERT_NE(App().Journal().WriteRecord(Id(entry), again.Count(), again.Properties()), 0u);
+            ASSERT_NE(Own().Journal().WriteRecord(Id(entry), again.Count(), again.Properties()), 0u);
         }
         ASSERT_EQ(bulk.Commit(), 1);
     }
@@ -380,7 +380,7 @@ TEST_F(FilteredList, AllEntriesLoseTheirCategories)
 // A refresh with the same filter tests nothing anew.
 TEST_F(FilteredList, TheJournalKeepsItsRowFilterUntilTheFilterIsAnotherOne)
 {
-    DbJournal& journal = App().Journal();
+    DbJournal& journal = Own().Journal();
     EXPECT_EQ(journal.RowFilterStamp(), 0u);
     FilterByMonths(kFebruary);
     const uint32_t stamp = journal.RowFilterStamp();
@@ -395,7 +395,7 @@ TEST_F(FilteredList, TheJournalKeepsItsRowFilterUntilTheFilterIsAnotherOne)
 
 TEST_F(FilteredList, PutsTheFilterBackWhereTheJournalHasLostIt)
 {
-    DbJournal& journal = App().Journal();
+    DbJournal& journal = Own().Journal();
     FilterByMonths(kFebruary);
     ASSERT_NE(journal.SetRowFilter({kPropDate, [](const CEPROPVAL*) { return false; }}), 0u);
     m_list.Refresh();

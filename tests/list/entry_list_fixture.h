@@ -29,7 +29,7 @@ class EntryListTest : public JournalTest {
     std::vector<CEOID> Selected(); // in the order of selecting
     int RowCount() const { return ListView_GetItemCount(Handle()); }
     // A number of the settings; 0xDEAD when it is not stored.
-    static DWORD Stored(const wchar_t* name) { return App().GetNumber(kSettings, name, 0xDEAD); }
+    static DWORD Stored(const wchar_t* name) { return Own().GetNumber(kSettings, name, 0xDEAD); }
     HWND Notice() const { return FindWindowExW(Handle(), nullptr, L"STATIC", nullptr); }
 
     // Real input by messages; keys are MK_CONTROL and MK_SHIFT.
@@ -50,7 +50,7 @@ class EntryListTest : public JournalTest {
     HCURSOR m_cursorWhileEmptying = nullptr;
     std::vector<int> m_blankRows; // rows for which the control was given an empty first cell
     ColumnSet m_columns;
-    EntryList m_list{App().Journal(), App().Filter()};
+    EntryList m_list{Own()};
     TestParent m_parent;
 
   private:

@@ -103,9 +103,9 @@ TEST_F(LargeList, TheCountSaturates)
     AddEntry(-5, L"one more, the oldest");
     m_list.Refresh();
     EXPECT_EQ(RowCount(), kMany);
-    EXPECT_EQ(App().Filter().rowCount, DWORD{kMany});
-    App().Filter().active = true;
-    App().Filter().monthMask = 0xFFF;
+    EXPECT_EQ(Own().Filter().rowCount, DWORD{kMany});
+    Own().Filter().active = true;
+    Own().Filter().monthMask = 0xFFF;
     m_list.Refresh();
     EXPECT_EQ(RowCount(), kMany);
 }
@@ -118,15 +118,15 @@ TEST_F(LargeList, AFilterSeesWhatLiesBehindTheCount)
             .Time(kPropDate, Instant(1999, 5, day))
             .Text(kPropSubject, L"May " + std::to_wstring(day))
             .Write();
-    App().Filter().active = true;
-    App().Filter().monthMask = 1u << 4;
+    Own().Filter().active = true;
+    Own().Filter().monthMask = 1u << 4;
     m_list.Refresh();
     PumpMessages();
     ASSERT_EQ(RowCount(), 3);
-    EXPECT_EQ(App().Filter().rowCount, 3u);
+    EXPECT_EQ(Own().Filter().rowCount, 3u);
     for (const int row : {0, 1, 2})
         EXPECT_EQ(Cell(row, 1), L"May " + std::to_wstring(3 - row));
-    App().Filter().monthMask = 0xFFF;
+    Own().Filter().monthMask = 0xFFF;
     m_list.Refresh();
     EXPECT_EQ(RowCount(), kMany);
 }

@@ -138,14 +138,14 @@ TEST_F(EntryListRefresh, RecordsThatAreGoneLeaveTheSelection)
 {
     ClickRow(8);
     ClickRow(2, MK_CONTROL);
-    App().Journal().DeleteRecord(Id(8));
+    Own().Journal().DeleteRecord(Id(8));
     m_list.Refresh();
     EXPECT_EQ(RowCount(), 99);
     EXPECT_EQ(Selected(), List{Id(2)});
     EXPECT_EQ(SelectedRows(), std::vector<int>{2});
     EXPECT_EQ(m_list.CurrentEntry(), Id(2));
     m_reports.clear();
-    App().Journal().DeleteRecord(Id(2));
+    Own().Journal().DeleteRecord(Id(2));
     m_list.Refresh();
     EXPECT_TRUE(Selected().empty());
     EXPECT_TRUE(SelectedRows().empty());
@@ -156,7 +156,7 @@ TEST_F(EntryListRefresh, RecordsThatAreGoneLeaveTheSelection)
 TEST_F(EntryListRefresh, AGoneRecordIsReportedThoughTheFlagWasNotSet)
 {
     ClickRow(8);
-    App().Journal().DeleteRecord(Id(8));
+    Own().Journal().DeleteRecord(Id(8));
     m_reports.clear();
     m_list.Refresh();
     EXPECT_EQ(m_reports, std::vector<WPARAM>{0});
@@ -168,7 +168,7 @@ TEST_F(EntryListRefresh, TheFlagIsAsTheLastRecordLeftIt)
     ClickRow(8, MK_CONTROL);
     m_list.SetCurrentEntry(0);
     m_list.SetSelectionFlag(1);
-    App().Journal().DeleteRecord(Id(8));
+    Own().Journal().DeleteRecord(Id(8));
     m_reports.clear();
     m_list.Refresh();
     EXPECT_EQ(Selected(), List{Id(2)});
@@ -181,7 +181,7 @@ TEST_F(EntryListRefresh, AFocusThatIsGoneClearsTheFlagThoughOthersAreSelected)
     ClickRow(2);
     m_list.SetCurrentEntry(Id(8));
     m_list.SetSelectionFlag(1);
-    App().Journal().DeleteRecord(Id(8));
+    Own().Journal().DeleteRecord(Id(8));
     m_reports.clear();
     m_list.Refresh();
     EXPECT_EQ(Selected(), List{Id(2)});
@@ -202,8 +202,8 @@ TEST_F(EntryListRefresh, WithNothingToSelectTheFlagStays)
 TEST_F(EntryListRefresh, RecordsBehindTheRowsLeaveTheSelection)
 {
     m_list.SelectRecord(Id(90));
-    App().Filter().active = true;
-    App().Filter().monthMask = 0x2; // none of them
+    Own().Filter().active = true;
+    Own().Filter().monthMask = 0x2; // none of them
     m_list.Refresh();
     EXPECT_EQ(RowCount(), 0);
     EXPECT_TRUE(Selected().empty());
@@ -250,7 +250,7 @@ TEST_F(EntryListRefresh, TakesTheFocusWhenARecordIsSelectedAgain)
     SetFocus(m_parent.Handle());
     m_list.Refresh();
     EXPECT_EQ(GetFocus(), Handle());
-    App().Journal().DeleteRecord(Id(2));
+    Own().Journal().DeleteRecord(Id(2));
     SetFocus(m_parent.Handle());
     m_list.Refresh();
     EXPECT_EQ(GetFocus(), m_parent.Handle()) << "none is left";

@@ -5,6 +5,7 @@
 #include "list/entry_list_fixture.h"
 #include "support/thread_hook.h"
 #include "ui/pictures/canvas.h"
+#include "ui/screen/work_area.h"
 
 namespace {
 
@@ -148,8 +149,8 @@ TEST_F(EntryListTest, ShowsTheNewestEntryFirst)
     EXPECT_EQ(RowCount(), 2);
     EXPECT_EQ(HeaderText(0), L"Date");
     EXPECT_EQ(HeaderText(1), L"Subject");
-    EXPECT_EQ(Column(0).cx, WorkAreaRight() / 3);
-    EXPECT_EQ(Column(1).cx, 2 * WorkAreaRight() / 3);
+    EXPECT_EQ(Column(0).cx, WorkArea().right / 3);
+    EXPECT_EQ(Column(1).cx, 2 * WorkArea().right / 3);
     EXPECT_EQ(Cell(0, 1), L"newer");
     EXPECT_EQ(Cell(1, 1), L"older");
     EXPECT_EQ(Cell(0, 0), L"1/1/2000 12:20 AM");
@@ -192,11 +193,11 @@ TEST_F(EntryListTest, HugeTextsAndBrokenRecordsAreShown)
         .Write();
     TestRecord().Text(kPropSubject, L"odd").Short(kPropPriority, SHRT_MIN).Write();
     TestRecord().Text(kPropSubject, std::wstring(1'000'000, L's')).Write();
-    App().SetNumber(kSettings, L"iCols", 4);
-    App().SetNumber(kSettings, L"Column0", 0x6B01000C); // priority
-    App().SetNumber(kSettings, L"Column1", 0x66064000); // subject
-    App().SetNumber(kSettings, L"Column2", 0x67064000); // body
-    App().SetNumber(kSettings, L"Column3", 0x6E064000); // duration
+    Own().SetNumber(kSettings, L"iCols", 4);
+    Own().SetNumber(kSettings, L"Column0", 0x6B01000C); // priority
+    Own().SetNumber(kSettings, L"Column1", 0x66064000); // subject
+    Own().SetNumber(kSettings, L"Column2", 0x67064000); // body
+    Own().SetNumber(kSettings, L"Column3", 0x6E064000); // duration
     CreateList();
     Paint();
     ASSERT_EQ(RowCount(), 3);
@@ -333,13 +334,13 @@ TEST_F(EntryListTest, CountsWhatPassesTheFilter)
     TestRecord().Time(kPropDate, Instant(2000, 2, 1)).Write();
     CreateList();
     EXPECT_EQ(RowCount(), 6);
-    EXPECT_EQ(App().Filter().rowCount, 6u);
-    App().Filter().active = true;
-    App().Filter().monthMask = 0x1;
+    EXPECT_EQ(Own().Filter().rowCount, 6u);
+    Own().Filter().active = true;
+    Own().Filter().monthMask = 0x1;
     m_list.Refresh();
     EXPECT_EQ(RowCount(), 5);
-    EXPECT_EQ(App().Filter().rowCount, 5u);
-    App().Filter().monthMask = 0x4;
+    EXPECT_EQ(Own().Filter().rowCount, 5u);
+    Own().Filter().monthMask = 0x4;
     m_list.Refresh();
     EXPECT_EQ(RowCount(), 0);
     EXPECT_NE(Notice(), nullptr);
@@ -390,7 +391,7 @@ TEST_F(EntryListTest, TheControlGivesItsHeaderImagesBack)
 
 TEST_F(EntryListTest, MayGoBeforeItsWindow)
 {
-    auto list = std::make_unique<EntryList>(App().Journal(), App().Filter());
+    auto list = std::make_unique<EntryList>(Own());
     ASSERT_NE(list->Create(m_parent.Handle(), &m_columns, LVS_REPORT, 0), nullptr);
     HWND control = list->Handle();
     list.reset();
@@ -405,7 +406,7 @@ TEST_F(EntryListTest, SurvivesAClosedJournal)
     const CEOID id = AddEntry(10, L"x");
     CreateList();
     m_list.SelectRecord(id);
-    App().Journal().Close();
+    Own().Journal().Close();
     Paint();
     m_list.Refresh();
     EXPECT_EQ(RowCount(), 0);

@@ -32,6 +32,6 @@ void OpenFilter::SetDay(int picker, WORD year, WORD month, WORD day) const
 
 bool FilterDialogTest::Run(bool categoriesMode, const std::function<void(const OpenFilter&)>& action)
 {
-    return RunDialog([&] { return INT_PTR{OpenFilterDialog(m_parent.Handle(), categoriesMode)}; },
+    return RunDialog([&] { return INT_PTR{OpenFilterDialog(Own(), m_parent.Handle(), categoriesMode)}; },
                      [&](HWND window) { action(OpenFilter(window)); }, 0) != 0;
 }

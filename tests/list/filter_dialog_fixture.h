@@ -29,8 +29,8 @@ class FilterDialogTest : public JournalFilterTest {
     // Runs the dialog; the action must end it. Its answer.
     bool Run(bool categoriesMode, const std::function<void(const OpenFilter&)>& action);
     // What is stored in the subkey of the filter; 0xDEAD when nothing is.
-    static DWORD Stored(const wchar_t* name) { return App().GetNumber(L"Filter", name, 0xDEAD); }
-    static FilterState& Filter() { return App().Filter(); }
+    static DWORD Stored(const wchar_t* name) { return Own().GetNumber(L"Filter", name, 0xDEAD); }
+    static FilterState& Filter() { return Own().Filter(); }
 
     TestParent m_parent;
 };

@@ -26,16 +26,16 @@ using Names = std::vector<std::wstring>;
 
 void StoreRange(uint64_t start, uint64_t end)
 {
-    App().SetNumber(L"Filter", L"mLStart", static_cast<DWORD>(start));
-    App().SetNumber(L"Filter", L"mHStart", static_cast<DWORD>(start >> 32));
-    App().SetNumber(L"Filter", L"mLEnd", static_cast<DWORD>(end));
-    App().SetNumber(L"Filter", L"mHEnd", static_cast<DWORD>(end >> 32));
+    Own().SetNumber(L"Filter", L"mLStart", static_cast<DWORD>(start));
+    Own().SetNumber(L"Filter", L"mHStart", static_cast<DWORD>(start >> 32));
+    Own().SetNumber(L"Filter", L"mLEnd", static_cast<DWORD>(end));
+    Own().SetNumber(L"Filter", L"mHEnd", static_cast<DWORD>(end >> 32));
 }
 
 uint64_t StoredDay(const wchar_t* low, const wchar_t* high)
 {
     const uint64_t time =
-        uint64_t{App().GetNumber(L"Filter", high, 0)} << 32 | App().GetNumber(L"Filter", low, 0);
+        uint64_t{Own().GetNumber(L"Filter", high, 0)} << 32 | Own().GetNumber(L"Filter", low, 0);
     return time / kUnitsPerDay;
 }
 
@@ -155,9 +155,9 @@ TEST_F(FilterDialogTest, ARangeThatWasNeverSetShowsToday)
 
 TEST_F(FilterDialogTest, InactiveAndRememberedItShowsWhatIsStored)
 {
-    App().SetNumber(L"Options", L"RememberFilter", 1);
-    App().SetNumber(L"Filter", L"fRange", 1);
-    App().SetNumber(L"Filter", L"fMonths", 0x3);
+    Own().SetNumber(L"Options", L"RememberFilter", 1);
+    Own().SetNumber(L"Filter", L"fRange", 1);
+    Own().SetNumber(L"Filter", L"fMonths", 0x3);
     StoreRange(kFirstOfMarch, kFirstOfMarch + 30 * kUnitsPerDay);
     Run(false, [](const OpenFilter& dialog) {
         EXPECT_TRUE(dialog.IsChecked(kRange));
@@ -165,7 +165,7 @@ TEST_F(FilterDialogTest, InactiveAndRememberedItShowsWhatIsStored)
         ExpectDay(dialog.Day(kStart), 2000, 3, 1);
         ExpectDay(dialog.Day(kEnd), 2000, 3, 31);
     });
-    App().SetNumber(L"Filter", L"fRange", 0);
+    Own().SetNumber(L"Filter", L"fRange", 0);
     Run(true, [](const OpenFilter& dialog) {
         dialog.Click(kByMonths);
         EXPECT_FALSE(dialog.IsChecked(kRange));
@@ -175,13 +175,13 @@ TEST_F(FilterDialogTest, InactiveAndRememberedItShowsWhatIsStored)
 
 TEST_F(FilterDialogTest, NotRememberedOrActiveItShowsTheFilterAsItIs)
 {
-    App().SetNumber(L"Filter", L"fRange", 1);
-    App().SetNumber(L"Filter", L"fMonths", 0x3);
+    Own().SetNumber(L"Filter", L"fRange", 1);
+    Own().SetNumber(L"Filter", L"fMonths", 0x3);
     Run(false, [](const OpenFilter& dialog) {
         EXPECT_FALSE(dialog.IsChecked(kRange)) << "nothing is to be remembered unless it is stored";
         EXPECT_TRUE(dialog.CheckedMonths().empty());
     });
-    App().SetNumber(L"Options", L"RememberFilter", 1);
+    Own().SetNumber(L"Options", L"RememberFilter", 1);
     Filter() = OnMonths(0x8);
     Run(false, [](const OpenFilter& dialog) {
         EXPECT_FALSE(dialog.IsChecked(kRange));
@@ -226,7 +226,7 @@ TEST_F(FilterDialogTest, WithoutAMonthTheFilterIsOutOfForce)
 
 TEST_F(FilterDialogTest, TheChosenRangeIsStored)
 {
-    App().SetNumber(L"Filter", L"fMonths", 0x3);
+    Own().SetNumber(L"Filter", L"fMonths", 0x3);
     EXPECT_TRUE(Run(false, [](const OpenFilter& dialog) {
         dialog.Click(kRange);
         dialog.SetDay(kStart, 2000, 3, 1);
@@ -271,8 +271,8 @@ TEST_F(FilterDialogTest, ClearUnchecksTheMonths)
 
 TEST_F(FilterDialogTest, CancelLeavesTheFilterAsItWas)
 {
-    App().SetNumber(L"Options", L"RememberFilter", 1);
-    App().SetNumber(L"Filter", L"fMonths", 0x7);
+    Own().SetNumber(L"Options", L"RememberFilter", 1);
+    Own().SetNumber(L"Filter", L"fMonths", 0x7);
     const CEOID work = AddCategory(L"Work");
     Filter() = OnCategories({work});
     Filter().active = Filter().categoriesMode = false;
@@ -493,7 +493,7 @@ TEST_F(FilterDialogTest, ClearIsForTheModeThatIsShown)
 TEST_F(FilterDialogTest, CategoriesThatCannotBeOpenedAreNotListed)
 {
     m_categories.Close();
-    App().Journal().Close();
+    Own().Journal().Close();
     const NoStore none;
     Filter() = OnCategories({7});
     EXPECT_TRUE(Run(true, [](const OpenFilter& dialog) {
@@ -517,7 +517,7 @@ TEST_F(FilterDialogTest, IsWholeOnTheScreen)
 
 TEST_F(FilterDialogTest, ABadOwnerIsNoAnswer)
 {
-    EXPECT_FALSE(OpenFilterDialog(reinterpret_cast<HWND>(INT_PTR{0x7FFF0001}), false));
+    EXPECT_FALSE(OpenFilterDialog(Own(), reinterpret_cast<HWND>(INT_PTR{0x7FFF0001}), false));
 }
 
 } // namespace

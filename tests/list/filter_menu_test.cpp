@@ -63,7 +63,7 @@ TEST_F(FilterMenuTest, HasItsCommandsWhereCategoriesCannotBeOpened)
 {
     AddCategory(L"Work");
     m_categories.Close();
-    App().Journal().Close();
+    Own().Journal().Close();
     const NoStore none;
     const FilterMenu menu({});
     EXPECT_EQ(ItemsOf(menu.Handle()), kCommands);
@@ -122,7 +122,7 @@ TEST_F(FilterMenuTest, AChosenCategoryIsTheFilterAndStoresNothing)
     EXPECT_EQ(filter.categories.Count(), 1u);
     EXPECT_TRUE(filter.categories.Find(work));
     for (const wchar_t* name : {L"Active", L"fRange", L"fMonths", L"mLStart", L"mHStart", L"mLEnd", L"mHEnd"})
-        EXPECT_EQ(App().GetNumber(L"Filter", name, 0xDEAD), 0xDEADu);
+        EXPECT_EQ(Own().GetNumber(L"Filter", name, 0xDEAD), 0xDEADu);
 }
 
 TEST_F(FilterMenuTest, AnyOtherCommandLeavesTheFilter)

@@ -16,12 +16,12 @@ constexpr SYSTEMTIME kLastDay = {2000, 3, 5, 31, 0, 0, 0, 0};
 constexpr DWORD kMissing = 0xDEAD;
 DWORD Stored(const wchar_t* name)
 {
-    return App().GetNumber(L"Filter", name, kMissing);
+    return Own().GetNumber(L"Filter", name, kMissing);
 }
 
 void Store(const wchar_t* name, DWORD value)
 {
-    App().SetNumber(L"Filter", name, value);
+    Own().SetNumber(L"Filter", name, value);
 }
 
 void StoreRange(uint64_t start, uint64_t end)
@@ -52,7 +52,7 @@ bool IsSameDay(const SYSTEMTIME& one, const SYSTEMTIME& other)
 FilterState Loaded()
 {
     FilterState filter;
-    LoadFilter(App(), &filter);
+    LoadFilter(Own(), &filter);
     return filter;
 }
 
@@ -67,7 +67,7 @@ TEST_F(FilterSettings, NothingStoredIsAnInactiveRangeThatWasNeverSet)
     filter.monthMask = 5;
     filter.rangeStart = kFirstDay;
     filter.active = true;
-    LoadFilter(App(), &filter);
+    LoadFilter(Own(), &filter);
     EXPECT_FALSE(filter.active);
     EXPECT_TRUE(filter.rangeMode);
     EXPECT_EQ(filter.monthMask, 0u);
@@ -101,7 +101,7 @@ TEST_F(FilterSettings, TheStoredMonthsComeBack)
 TEST_F(FilterSettings, AreLoadedWhateverIsToBeRemembered)
 {
     for (const DWORD remember : {0u, 1u}) {
-        App().SetNumber(L"Options", L"RememberFilter", remember);
+        Own().SetNumber(L"Options", L"RememberFilter", remember);
         Store(L"fRange", 0);
         Store(L"fMonths", 4);
         Store(L"Active", 1);
@@ -115,7 +115,7 @@ TEST_F(FilterSettings, NoCategoriesAreLeftAtTheStart)
     FilterState filter;
     filter.categoriesMode = true;
     filter.categories.Push({7, 0});
-    LoadFilter(App(), &filter);
+    LoadFilter(Own(), &filter);
     EXPECT_FALSE(filter.categoriesMode);
     EXPECT_TRUE(filter.categories.IsEmpty());
 }
@@ -193,13 +193,13 @@ TEST_F(FilterSettings, ValuesOfAnotherTypeReadAsTheDefault)
 
 TEST_F(FilterSettings, ToRememberIsOffUnlessItIsStored)
 {
-    EXPECT_FALSE(RemembersFilter(App()));
-    App().SetNumber(L"Options", L"RememberFilter", 1);
-    EXPECT_TRUE(RemembersFilter(App()));
-    App().SetNumber(L"Options", L"RememberFilter", 0);
-    EXPECT_FALSE(RemembersFilter(App()));
-    App().SetString(L"Options", L"RememberFilter", L"yes");
-    EXPECT_FALSE(RemembersFilter(App())) << "no number";
+    EXPECT_FALSE(RemembersFilter(Own()));
+    Own().SetNumber(L"Options", L"RememberFilter", 1);
+    EXPECT_TRUE(RemembersFilter(Own()));
+    Own().SetNumber(L"Options", L"RememberFilter", 0);
+    EXPECT_FALSE(RemembersFilter(Own()));
+    Own().SetString(L"Options", L"RememberFilter", L"yes");
+    EXPECT_FALSE(RemembersFilter(Own())) << "no number";
 }
 
 TEST_F(FilterSettings, AcceptedMonthsLeaveTheStoredRange)
@@ -207,7 +207,7 @@ TEST_F(FilterSettings, AcceptedMonthsLeaveTheStoredRange)
     StoreRange(kFirstOfMarch, kLastOfMarch);
     FilterState filter;
     filter.monthMask = 0xC;
-    AcceptFilter(&filter, &App());
+    AcceptFilter(&filter, &Own());
     EXPECT_TRUE(filter.active);
     EXPECT_EQ(Stored(L"fRange"), 0u);
     EXPECT_EQ(Stored(L"fMonths"), 0xCu);
@@ -222,7 +222,7 @@ TEST_F(FilterSettings, NoMonthAcceptedIsNoFilter)
     Store(L"fMonths", 3);
     FilterState filter;
     filter.active = true;
-    AcceptFilter(&filter, &App());
+    AcceptFilter(&filter, &Own());
     EXPECT_FALSE(filter.active);
     EXPECT_EQ(Stored(L"fRange"), 0u);
     EXPECT_EQ(Stored(L"fMonths"), 0u);
@@ -236,7 +236,7 @@ TEST_F(FilterSettings, AnAcceptedRangeLeavesTheStoredMonths)
     filter.rangeMode = true;
     filter.rangeStart = kFirstDay;
     filter.rangeEnd = kLastDay;
-    AcceptFilter(&filter, &App());
+    AcceptFilter(&filter, &Own());
     EXPECT_TRUE(filter.active);
     EXPECT_EQ(StoredTime(L"mLStart", L"mHStart"), kFirstOfMarch);
     EXPECT_EQ(StoredTime(L"mLEnd", L"mHEnd"), kLastOfMarch);
@@ -252,13 +252,13 @@ TEST_F(FilterSettings, OfAcceptedCategoriesOnlyTheirForceIsStored)
     filter.rangeMode = true;
     filter.monthMask = 1;
     filter.categories.Push({7, 0});
-    AcceptFilter(&filter, &App());
+    AcceptFilter(&filter, &Own());
     EXPECT_TRUE(filter.active);
     EXPECT_EQ(Stored(L"Active"), 1u);
     for (const wchar_t* name : {L"fRange", L"fMonths", L"mLStart", L"mHStart", L"mLEnd", L"mHEnd"})
         EXPECT_EQ(Stored(name), kMissing);
     filter.categories.DeleteStack();
-    AcceptFilter(&filter, &App());
+    AcceptFilter(&filter, &Own());
     EXPECT_FALSE(filter.active);
     EXPECT_EQ(Stored(L"Active"), 0u);
 }
@@ -270,14 +270,14 @@ TEST_F(FilterSettings, AreStoredBeforeTheirForce)
     filter.monthMask = 0xC;
     {
         const SettingsLog log;
-        AcceptFilter(&filter, &App());
+        AcceptFilter(&filter, &Own());
         EXPECT_EQ(log.Names(), (std::vector<std::wstring>{L"fRange", L"fMonths", L"Active"}));
     }
     filter.rangeMode = true;
     filter.rangeStart = kFirstDay;
     filter.rangeEnd = kLastDay;
     const SettingsLog log;
-    AcceptFilter(&filter, &App());
+    AcceptFilter(&filter, &Own());
     EXPECT_EQ(log.Names(),
               (std::vector<std::wstring>{L"mLStart", L"mHStart", L"mLEnd", L"mHEnd", L"fRange", L"Active"}));
 }
@@ -295,7 +295,7 @@ class ClearedFilter : public FilterSettings {
         m_filter.rangeStart = m_filter.rangeEnd = kFirstDay;
         m_filter.rowCount = 9;
         m_filter.categories.Push({7, 0});
-        ClearFilter(&m_filter, &App());
+        ClearFilter(&m_filter, &Own());
     }
 
     FilterState m_filter;
@@ -327,7 +327,7 @@ TEST_F(ClearedFilter, IsForgottenUnlessItIsToBeRemembered)
 
 TEST_F(ClearedFilter, StaysStoredWhenItIsToBeRemembered)
 {
-    App().SetNumber(L"Options", L"RememberFilter", 1);
+    Own().SetNumber(L"Options", L"RememberFilter", 1);
     Clear();
     EXPECT_EQ(StoredTime(L"mLStart", L"mHStart"), kFirstOfMarch);
     EXPECT_EQ(StoredTime(L"mLEnd", L"mHEnd"), kLastOfMarch);

@@ -77,12 +77,12 @@ TEST_F(RunFindTest, OpensNoEntryByItselfWhateverTheOption)
     g_edit = nullptr;
     g_editorRuns = 0;
     for (const DWORD option : {0u, 1u}) {
-        App().SetNumber(kOptions, L"OpenOnFind", option);
+        Own().SetNumber(kOptions, L"OpenOnFind", option);
         Find(L"walk");
         EXPECT_EQ(g_editorRuns, 0) << option;
         EXPECT_EQ(Selected(), Ids{found});
     }
-    App().RemoveValue(kOptions, L"OpenOnFind");
+    Own().RemoveValue(kOptions, L"OpenOnFind");
     Find(L"walk");
     EXPECT_EQ(g_editorRuns, 0);
 }
@@ -189,8 +189,8 @@ TEST_F(RunFindTest, WhatTheFilterHidesIsInTheResultsAndNotInTheSelection)
     const CEOID hidden =
         TestRecord().Time(kPropDate, Instant(2000, 1, 5)).Text(kPropSubject, L"walk").Write();
     const CEOID seen = TestRecord().Time(kPropDate, Instant(2000, 3, 5)).Text(kPropSubject, L"walk").Write();
-    App().Filter().active = true;
-    App().Filter().monthMask = 1 << 2; // March
+    Own().Filter().active = true;
+    Own().Filter().monthMask = 1 << 2; // March
     CreateList();
     ASSERT_EQ(RowCount(), 1);
     Find(L"walk", [&](const DialogWindow& dialog) {
@@ -209,8 +209,8 @@ TEST_F(RunFindTest, UnderAFilterTheSearchGoesThroughTheWholeOrder)
     for (const WORD month : {WORD{5}, WORD{4}, WORD{3}, WORD{2}})
         ids.push_back(
             TestRecord().Time(kPropDate, Instant(2000, month, 5)).Text(kPropSubject, L"walk").Write());
-    App().Filter().active = true;
-    App().Filter().monthMask = 1 << 1 | 1 << 3; // February and April
+    Own().Filter().active = true;
+    Own().Filter().monthMask = 1 << 1 | 1 << 3; // February and April
     CreateList();
     ASSERT_EQ(RowCount(), 2);
     Find(L"walk", [&](const DialogWindow& dialog) { EXPECT_EQ(Listed(dialog), ids); });
@@ -231,8 +231,8 @@ TEST_F(RunFindTest, OnlyHiddenEntriesFoundSelectNothing)
 {
     const CEOID seen = TestRecord().Time(kPropDate, Instant(2000, 3, 5)).Text(kPropSubject, L"lunch").Write();
     TestRecord().Time(kPropDate, Instant(2000, 1, 5)).Text(kPropSubject, L"walk").Write();
-    App().Filter().active = true;
-    App().Filter().monthMask = 1 << 2; // March
+    Own().Filter().active = true;
+    Own().Filter().monthMask = 1 << 2; // March
     CreateList();
     m_list.SelectRecord(seen);
     Find(L"walk");
@@ -281,7 +281,7 @@ TEST_F(RunFindTest, TheListIsRefreshedAfterTheResults)
     Find(L"walk", [&](const DialogWindow&) {
         EXPECT_EQ(RowCount(), 1);
         AddEntry(2, L"new");
-        EXPECT_EQ(App().Journal().DeleteRecord(a), 1);
+        EXPECT_EQ(Own().Journal().DeleteRecord(a), 1);
         AddEntry(3, L"newer");
     });
     EXPECT_EQ(RowCount(), 2);

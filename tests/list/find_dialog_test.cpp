@@ -7,9 +7,9 @@
 #include <functional>
 #include <vector>
 
-#include "app/journal_app.h"
 #include "support/dialog_window.h"
 #include "support/resolution.h"
+#include "support/test_session.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
 #include "support/work_area_setting.h"
@@ -35,7 +35,7 @@ class FindDialogTest : public testing::Test {
             if (IsWindowVisible(window))
                 dialog.Cancel();
         });
-        const bool accepted = RunFindDialog(owner, hasCurrentEntry, &m_request);
+        const bool accepted = RunFindDialog(owner, Own(), hasCurrentEntry, &m_request);
         EXPECT_TRUE(driver.Ran());
         return accepted;
     }
@@ -85,15 +85,15 @@ class FindDialogTest : public testing::Test {
     static std::wstring StoredText(int index)
     {
         wchar_t text[kSettingTextSize];
-        App().GetString(kOptions, (L"Find" + std::to_wstring(index)).c_str(), L"", text);
+        Own().GetString(kOptions, (L"Find" + std::to_wstring(index)).c_str(), L"", text);
         return text;
     }
     static void StoreText(int index, const std::wstring& text)
     {
-        App().SetString(kOptions, (L"Find" + std::to_wstring(index)).c_str(), text.c_str());
+        Own().SetString(kOptions, (L"Find" + std::to_wstring(index)).c_str(), text.c_str());
     }
-    static DWORD Stored(const wchar_t* name) { return App().GetNumber(kSettings, name, 0xDEAD); }
-    static void Store(const wchar_t* name, DWORD value) { App().SetNumber(kSettings, name, value); }
+    static DWORD Stored(const wchar_t* name) { return Own().GetNumber(kSettings, name, 0xDEAD); }
+    static void Store(const wchar_t* name, DWORD value) { Own().SetNumber(kSettings, name, value); }
 
     TestRegistry m_registry;
     ScopedClockForTesting m_clock{kToday};

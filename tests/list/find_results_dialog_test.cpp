@@ -32,7 +32,7 @@ class FindResultsTest : public JournalTest {
             if (IsWindow(window))
                 dialog.Ok();
         });
-        RunFindResults(owner, found);
+        RunFindResults(Own(), owner, found);
         EXPECT_TRUE(driver.Ran());
     }
     static int RowCount(const DialogWindow& dialog) { return ListView_GetItemCount(dialog.Item(kList)); }
@@ -106,7 +106,7 @@ class FindResultsTest : public JournalTest {
         CEPROPVAL property{};
         property.propid = kPropSubject;
         property.val.lpwstr = const_cast<wchar_t*>(subject);
-        EXPECT_EQ(App().Journal().WriteRecord(id, 1, &property), id);
+        EXPECT_EQ(Own().Journal().WriteRecord(id, 1, &property), id);
     }
 };
 
@@ -187,7 +187,7 @@ TEST_F(FindResultsTest, TheColumnsFollowAnotherResolution)
 TEST_F(FindResultsTest, WhatCannotBeReadIsPassedOver)
 {
     const CEOID first = AddEntry(1, L"one"), gone = AddEntry(2, L"two"), last = AddEntry(3, L"three");
-    ASSERT_EQ(App().Journal().DeleteRecord(gone), 1);
+    ASSERT_EQ(Own().Journal().DeleteRecord(gone), 1);
     Run({first, gone, 777, last}, [&](const DialogWindow& dialog) {
         ASSERT_EQ(RowCount(dialog), 2);
         EXPECT_EQ(dialog.Text(kCount), L"2");
@@ -338,8 +338,8 @@ TEST_F(FindResultsTest, WhatWasDeletedMeanwhileVanishes)
         InEditor(
             dialog, [&] { DoubleClick(dialog, 1); },
             [&](CEOID*) {
-                EXPECT_EQ(App().Journal().DeleteRecord(ids[0]), 1);
-                EXPECT_EQ(App().Journal().DeleteRecord(ids[3]), 1);
+                EXPECT_EQ(Own().Journal().DeleteRecord(ids[0]), 1);
+                EXPECT_EQ(Own().Journal().DeleteRecord(ids[3]), 1);
             });
         ASSERT_EQ(RowCount(dialog), 2);
         EXPECT_EQ(dialog.Text(kCount), L"2");
@@ -353,7 +353,7 @@ TEST_F(FindResultsTest, TheEntryItselfGoneSelectsTheNext)
     Run(ids, [&](const DialogWindow& dialog) {
         InEditor(
             dialog, [&] { DoubleClick(dialog, 2); },
-            [&](CEOID*) { EXPECT_EQ(App().Journal().DeleteRecord(ids[2]), 1); });
+            [&](CEOID*) { EXPECT_EQ(Own().Journal().DeleteRecord(ids[2]), 1); });
         ASSERT_EQ(RowCount(dialog), 2);
         EXPECT_EQ(Selected(dialog), 1);
     });
@@ -366,7 +366,7 @@ TEST_F(FindResultsTest, AnEntryThatIsWrittenAnewStays)
         InEditor(
             dialog, [&] { DoubleClick(dialog, 0); },
             [&](CEOID* id) {
-                EXPECT_EQ(App().Journal().DeleteRecord(ids[0]), 1);
+                EXPECT_EQ(Own().Journal().DeleteRecord(ids[0]), 1);
                 *id = AddEntry(9, L"anew");
             });
         ASSERT_EQ(RowCount(dialog), 2);

@@ -30,7 +30,7 @@ class FindEntriesTest : public JournalTest {
     }
     static Ids Find(const FindRequest& request, CEOID current = 0)
     {
-        return FindEntries(App().Journal(), request, current);
+        return FindEntries(Own().Journal(), request, current);
     }
 };
 
@@ -48,7 +48,7 @@ TEST_F(FindEntriesTest, FromTheTopFindsAllInTheirOrder)
     const CEOID late = AddEntry(30, L"walk"), other = AddEntry(20, L"lunch"), early = AddEntry(10, L"Walk");
     EXPECT_EQ(Find(TextRequest(SearchBy::Subject, L"walk")), (Ids{early, late}));
     EXPECT_EQ(Find(TextRequest(SearchBy::Subject, L"walk"), other), (Ids{early, late}));
-    App().Journal().SetSort({kPropDate, CEDB_SORT_DESCENDING}, 1);
+    Own().Journal().SetSort({kPropDate, CEDB_SORT_DESCENDING}, 1);
     EXPECT_EQ(Find(TextRequest(SearchBy::Subject, L"walk")), (Ids{late, early}));
 }
 

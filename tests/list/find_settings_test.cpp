@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/journal_app.h"
+#include "support/test_session.h"
 #include "support/test_store.h"
 
 namespace {
@@ -11,16 +11,16 @@ using Texts = std::vector<std::wstring>;
 
 class FindSettings : public testing::Test {
   protected:
-    static DWORD Stored(const wchar_t* name) { return App().GetNumber(kSettings, name, 0xDEAD); }
-    static void Store(const wchar_t* name, DWORD value) { App().SetNumber(kSettings, name, value); }
+    static DWORD Stored(const wchar_t* name) { return Own().GetNumber(kSettings, name, 0xDEAD); }
+    static void Store(const wchar_t* name, DWORD value) { Own().SetNumber(kSettings, name, value); }
     static void StoreText(int index, const std::wstring& text)
     {
-        App().SetString(kOptions, (L"Find" + std::to_wstring(index)).c_str(), text.c_str());
+        Own().SetString(kOptions, (L"Find" + std::to_wstring(index)).c_str(), text.c_str());
     }
     static std::wstring StoredText(int index)
     {
         wchar_t text[kSettingTextSize];
-        App().GetString(kOptions, (L"Find" + std::to_wstring(index)).c_str(), L"", text);
+        Own().GetString(kOptions, (L"Find" + std::to_wstring(index)).c_str(), L"", text);
         return text;
     }
     static void StoreBytes(const wchar_t* subkey, const wchar_t* name, DWORD type, const std::string& bytes)
@@ -30,8 +30,8 @@ class FindSettings : public testing::Test {
                                   static_cast<DWORD>(bytes.size())),
                   ERROR_SUCCESS);
     }
-    static void Add(const std::wstring& text) { AddToFindHistory(&App(), text); }
-    static Texts History() { return ReadFindHistory(App()); }
+    static void Add(const std::wstring& text) { AddToFindHistory(&Own(), text); }
+    static Texts History() { return ReadFindHistory(Own()); }
 
     TestRegistry m_registry;
 };
@@ -40,9 +40,9 @@ class FindSettings : public testing::Test {
 
 TEST_F(FindSettings, NothingStoredReadsAsTheDefaults)
 {
-    EXPECT_EQ(ReadSearchBy(App()), SearchBy::Date);
-    EXPECT_EQ(ReadSearchFrom(App()), SearchFrom::Top);
-    EXPECT_FALSE(ReadMatchCase(App()));
+    EXPECT_EQ(ReadSearchBy(Own()), SearchBy::Date);
+    EXPECT_EQ(ReadSearchFrom(Own()), SearchFrom::Top);
+    EXPECT_FALSE(ReadMatchCase(Own()));
     EXPECT_EQ(History(), Texts{});
 }
 
@@ -55,13 +55,13 @@ TEST_F(FindSettings, ButtonsAreStoredByTheirNumbers)
         request.by = by;
         request.matchCase = by == SearchBy::Subject;
         request.from = by == SearchBy::Entry ? SearchFrom::Current : SearchFrom::Top;
-        StoreFindChoices(&App(), request);
+        StoreFindChoices(&Own(), request);
         EXPECT_EQ(Stored(L"SearchBy"), button);
         EXPECT_EQ(Stored(L"MatchCase"), by == SearchBy::Subject ? 1u : 0u);
         EXPECT_EQ(Stored(L"SearchFrom"), by == SearchBy::Entry ? 1049u : 1047u);
-        EXPECT_EQ(ReadSearchBy(App()), by);
-        EXPECT_EQ(ReadMatchCase(App()), request.matchCase);
-        EXPECT_EQ(ReadSearchFrom(App()), request.from);
+        EXPECT_EQ(ReadSearchBy(Own()), by);
+        EXPECT_EQ(ReadMatchCase(Own()), request.matchCase);
+        EXPECT_EQ(ReadSearchFrom(Own()), request.from);
     }
 }
 
@@ -70,11 +70,11 @@ TEST_F(FindSettings, NumbersOfNoSuchButtonReadAsTheDefaults)
     for (const DWORD number : {0u, 1u, 2u, 1105u, 1109u, 1048u, 0xFFFFFFFFu}) {
         Store(L"SearchBy", number);
         Store(L"SearchFrom", number);
-        EXPECT_EQ(ReadSearchBy(App()), SearchBy::Date) << number;
-        EXPECT_EQ(ReadSearchFrom(App()), SearchFrom::Top) << number;
+        EXPECT_EQ(ReadSearchBy(Own()), SearchBy::Date) << number;
+        EXPECT_EQ(ReadSearchFrom(Own()), SearchFrom::Top) << number;
     }
     Store(L"MatchCase", 0xFFFFFFFF);
-    EXPECT_TRUE(ReadMatchCase(App()));
+    EXPECT_TRUE(ReadMatchCase(Own()));
 }
 
 TEST_F(FindSettings, ANewTextComesFirstAndTheSixthDropsTheOldest)
@@ -184,9 +184,9 @@ TEST_F(FindSettings, ButtonsOfAnyTypeAndLengthReadAsANumberOrTheDefault)
     for (const auto& [type, bytes, by] : values) {
         for (const wchar_t* name : {L"SearchBy", L"SearchFrom", L"MatchCase"})
             StoreBytes(kSettings, name, type, bytes);
-        EXPECT_EQ(ReadSearchBy(App()), by) << type << ", " << bytes.size();
-        EXPECT_EQ(ReadSearchFrom(App()), SearchFrom::Top) << type << ", " << bytes.size();
-        EXPECT_EQ(ReadMatchCase(App()), by == SearchBy::Subject) << type << ", " << bytes.size();
+        EXPECT_EQ(ReadSearchBy(Own()), by) << type << ", " << bytes.size();
+        EXPECT_EQ(ReadSearchFrom(Own()), SearchFrom::Top) << type << ", " << bytes.size();
+        EXPECT_EQ(ReadMatchCase(Own()), by == SearchBy::Subject) << type << ", " << bytes.size();
     }
 }
 
@@ -215,10 +215,10 @@ TEST_F(FindSettings, TextsOfAnyTypeAndLengthReadAsATextOrNone)
 
 TEST_F(FindSettings, NumbersWhereTextsShouldBeDoNoHarm)
 {
-    App().SetNumber(kOptions, L"Find0", 0x00410042);
+    Own().SetNumber(kOptions, L"Find0", 0x00410042);
     EXPECT_EQ(History(), (Texts{L"BA"}));
-    App().SetString(kSettings, L"SearchBy", L"text");
-    EXPECT_EQ(ReadSearchBy(App()), SearchBy::Date);
+    Own().SetString(kSettings, L"SearchBy", L"text");
+    EXPECT_EQ(ReadSearchBy(Own()), SearchBy::Date);
 }
 
 TEST(SearchText, IsTheFirstThirteenCharacters)

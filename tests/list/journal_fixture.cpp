@@ -51,7 +51,7 @@ TestRecord& TestRecord::Missing(CEPROPID id)
 
 CEOID TestRecord::Write() const
 {
-    const CEOID id = App().Journal().WriteRecord(0, Count(), Properties());
+    const CEOID id = Own().Journal().WriteRecord(0, Count(), Properties());
     EXPECT_NE(id, 0u);
     return id;
 }
@@ -66,7 +66,7 @@ CEOID AddEntry(int minute, const std::wstring& subject)
 std::vector<CEOID> AddEntries(int count)
 {
     std::vector<CEOID> ids;
-    CeDBase::BulkScope bulk(App().Journal());
+    CeDBase::BulkScope bulk(Own().Journal());
     for (int i = 0; i < count; ++i)
         ids.push_back(AddEntry(i, L"entry " + std::to_wstring(i)));
     EXPECT_EQ(bulk.Commit(), 1);
@@ -75,14 +75,14 @@ std::vector<CEOID> AddEntries(int count)
 
 JournalTest::JournalTest()
 {
-    App().Filter() = {};
-    EXPECT_NE(App().Journal().Open(nullptr), 0);
+    Own().Filter() = {};
+    EXPECT_NE(Own().Journal().Open(nullptr), 0);
 }
 
 JournalTest::~JournalTest()
 {
-    App().Journal().Close();
-    App().Filter() = {};
+    Own().Journal().Close();
+    Own().Filter() = {};
     // The log goes with the last connection: nobody else has the store open still.
     EXPECT_EQ(GetFileAttributesW((m_store.Path() + L"-wal").c_str()), INVALID_FILE_ATTRIBUTES);
 }

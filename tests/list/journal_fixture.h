@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "app/journal_app.h"
 #include "data/journal_entry.h"
+#include "support/test_session.h"
 #include "support/test_store.h"
 
 // A record's properties with the texts and blobs they point into.

@@ -134,7 +134,7 @@ TEST_F(PassesFilterTest, CategoriesThatCannotBeOpenedLetNothingPass)
     TestRecord record;
     record.Blob(kPropCategories, {1, 7});
     ASSERT_EQ(Passes(Categories({7}), record), 1);
-    App().Journal().Close();
+    Own().Journal().Close();
     const NoStore none;
     EXPECT_EQ(Passes(Categories({7}), record), 0);
     EXPECT_EQ(Passes(Months(0x1), On(1, 1)), 1) << "dates need none";
@@ -223,7 +223,7 @@ TEST_F(PassesFilterTest, CategoriesAreWhatTheBlobsStackHolds)
 TEST_F(PassesFilterTest, TheRowsOfTheJournalAreOfTheSameTest)
 {
     std::mt19937 random(33);
-    DbJournal& journal = App().Journal();
+    DbJournal& journal = Own().Journal();
     const FilterState filters[] = {Months(0x5),
                                    Range({1999, 1, 0, 1, 0, 0, 0, 0}, {2001, 2, 0, 3, 0, 0, 0, 0}),
                                    Categories({2, 4}), Categories({})};

@@ -34,7 +34,7 @@ class ListTrouble : private Watched, public EntryListTest {
                             .Blob(kPropCategories, {1, m_category})
                             .Write());
         CreateList();
-        App().SetNumber(kOptions, L"ConfirmDelete", 0);
+        Own().SetNumber(kOptions, L"ConfirmDelete", 0);
         m_list.SelectRecord(m_ids[1]);
         m_list.Selection().Append(m_ids[3]);
         m_list.Refresh();
@@ -43,7 +43,7 @@ class ListTrouble : private Watched, public EntryListTest {
     {
         Mend();
         m_categories.Close();
-        App().Journal().Close();
+        Own().Journal().Close();
     }
 
     void FillDisk() { files.FillDisk(true); }
@@ -72,9 +72,9 @@ class ListTrouble : private Watched, public EntryListTest {
         EXPECT_EQ(answerer.Boxes()[0].caption, L"Journal");
         EXPECT_EQ(answerer.Boxes()[0].owner, m_parent.Handle());
         Mend();
-        EXPECT_EQ(App().Journal().RecordCount(), 5u);
+        EXPECT_EQ(Own().Journal().RecordCount(), 5u);
         for (const CEOID id : m_ids)
-            EXPECT_EQ(App().Journal().SeekRecord(id), id);
+            EXPECT_EQ(Own().Journal().SeekRecord(id), id);
         EXPECT_EQ(Selected(), (List{m_ids[1], m_ids[3]}));
         EXPECT_EQ(m_list.CurrentEntry(), m_ids[1]);
     }
@@ -126,8 +126,8 @@ TEST_F(ListTrouble, CategoriesAreNotTakenAwayInPart)
         const CEPROPID wanted = kPropCategories;
         WORD count = 1;
         CEPROPVAL* property = nullptr;
-        ASSERT_EQ(App().Journal().SeekRecord(m_ids[4]), m_ids[4]);
-        ASSERT_EQ(App().Journal().ReadRecord(&count, &wanted, &property), m_ids[4]);
+        ASSERT_EQ(Own().Journal().SeekRecord(m_ids[4]), m_ids[4]);
+        ASSERT_EQ(Own().Journal().ReadRecord(&count, &wanted, &property), m_ids[4]);
         const LocalBlock<CEPROPVAL> owner(property);
         EXPECT_FALSE(property->wFlags & CEDB_PROPNOTFOUND);
     }
@@ -178,8 +178,8 @@ TEST_F(ListTrouble, ABlankRowIsOpenedOnceItCanBeRead)
     ClickRow(0);
     Mend();
     EXPECT_EQ(m_list.TakeChosenRow(), StoreTrouble::None);
-    EXPECT_EQ(m_list.CurrentEntry(), App().Journal().IdOfRow(0));
-    EXPECT_EQ(Selected(), List{App().Journal().IdOfRow(0)});
+    EXPECT_EQ(m_list.CurrentEntry(), Own().Journal().IdOfRow(0));
+    EXPECT_EQ(Selected(), List{Own().Journal().IdOfRow(0)});
 }
 
 TEST_F(ListTrouble, AFilterKeepsCategoriesThatCannotBeLookedFor)

@@ -6,9 +6,9 @@
 #include <functional>
 #include <string>
 
-#include "app/journal_app.h"
 #include "options/options_dialog.h"
 #include "support/dialog_window.h"
+#include "support/test_session.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
 
@@ -18,13 +18,13 @@ inline constexpr int kSet = 1018, kClear = 1017, kStatus = 1019;
 
 inline DWORD Stored(const wchar_t* name)
 {
-    return App().GetNumber(L"Options", name, 0xDEAD);
+    return Own().GetNumber(L"Options", name, 0xDEAD);
 }
 
 inline std::wstring StoredText()
 {
     wchar_t text[kSettingTextSize];
-    App().GetString(L"Options", L"vacc", L"(none)", text);
+    Own().GetString(L"Options", L"vacc", L"(none)", text);
     return text;
 }
 
@@ -34,7 +34,7 @@ class OptionsDialogTest : public testing::Test {
     static void Run(const std::function<void(DialogWindow&)>& action, HWND owner = nullptr)
     {
         const auto call = [=]() -> INT_PTR {
-            RunOptions(owner);
+            RunOptions(owner, Own());
             return 0;
         };
         const auto work = [&](HWND window) {
@@ -45,8 +45,8 @@ class OptionsDialogTest : public testing::Test {
     }
     static void StorePassword(const wchar_t* text)
     {
-        App().SetNumber(L"Options", L"setpw", 1);
-        App().SetString(L"Options", L"vacc", text);
+        Own().SetNumber(L"Options", L"setpw", 1);
+        Own().SetString(L"Options", L"vacc", text);
     }
     // What the dialog says about the password: status, the button's face, and whether it can be cleared.
     static void ExpectPassword(const DialogWindow& dialog, const wchar_t* status, bool isSet)

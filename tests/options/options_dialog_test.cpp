@@ -54,7 +54,7 @@ TEST_F(OptionsDialogTest, EachBoxShowsItsValue)
                                                      {kCategories, L"DispCats"}};
     for (const auto& [off, name] : values) {
         for (const auto& value : values)
-            App().SetNumber(L"Options", value.second, value.first != off);
+            Own().SetNumber(L"Options", value.second, value.first != off);
         Run([&](DialogWindow& dialog) {
             for (const auto& value : values)
                 EXPECT_EQ(dialog.IsChecked(value.first), value.first != off) << value.second;
@@ -64,7 +64,7 @@ TEST_F(OptionsDialogTest, EachBoxShowsItsValue)
 
 TEST_F(OptionsDialogTest, OkStoresTheBoxes)
 {
-    App().SetNumber(L"Options", L"DynSIP", 7);
+    Own().SetNumber(L"Options", L"DynSIP", 7);
     Run([](DialogWindow& dialog) {
         dialog.Click(kConfirm);
         dialog.Click(kRetain);
@@ -83,9 +83,9 @@ TEST_F(OptionsDialogTest, OkStoresTheBoxes)
 // A value that a person or another program has put there is a mark like any other, until OK.
 TEST_F(OptionsDialogTest, WhatIsStoredAsNoNumberShowsAsTheDefault)
 {
-    App().SetString(L"Options", L"ConfirmDelete", L"0");
-    App().SetString(L"Options", L"RememberFilter", L"never");
-    App().SetNumber(L"Options", L"DispCats", 0x100);
+    Own().SetString(L"Options", L"ConfirmDelete", L"0");
+    Own().SetString(L"Options", L"RememberFilter", L"never");
+    Own().SetNumber(L"Options", L"DispCats", 0x100);
     Run([](DialogWindow& dialog) {
         EXPECT_TRUE(dialog.IsChecked(kConfirm)) << "four bytes that are not zero";
         EXPECT_TRUE(dialog.IsChecked(kRetain));
@@ -105,7 +105,7 @@ TEST_F(OptionsDialogTest, OkMakesTheInputPanelsValueNever)
 
 TEST_F(OptionsDialogTest, TheInputPanelsBoxShowsNothingOfItsValue)
 {
-    App().SetNumber(L"Options", L"DynSIP", 1);
+    Own().SetNumber(L"Options", L"DynSIP", 1);
     Run([](DialogWindow& dialog) {
         EXPECT_FALSE(dialog.IsChecked(kInputPanel));
         EXPECT_FALSE(dialog.IsEnabled(kInputPanel));

@@ -11,7 +11,7 @@ constexpr std::nullopt_t kCancel = std::nullopt;
 
 TEST_F(OptionsDialogTest, AStoredPasswordCanBeChangedAndCleared)
 {
-    App().SetNumber(L"Options", L"setpw", 1);
+    Own().SetNumber(L"Options", L"setpw", 1);
     Run([](DialogWindow& dialog) { ExpectPassword(dialog, L"Password IS Set!", true); });
 }
 
@@ -107,7 +107,7 @@ TEST_F(OptionsDialogTest, AFailedChangeLeavesTheOldOneInForce)
 TEST_F(OptionsDialogTest, ClearAsksWhetherAndThenForThePassword)
 {
     StorePassword(L"old");
-    App().SetNumber(L"Options", L"Password", 1);
+    Own().SetNumber(L"Options", L"Password", 1);
     const MessageBoxAnswerer boxes({IDYES});
     const PromptAnswerer prompts({L"old"});
     Run([](DialogWindow& dialog) {
@@ -148,7 +148,7 @@ TEST_F(OptionsDialogTest, APasswordThatStaysIsNotCleared)
 TEST_F(OptionsDialogTest, APasswordClearedAndLeftByCancelIsStillAskedFor)
 {
     StorePassword(L"old");
-    App().SetNumber(L"Options", L"Password", 1);
+    Own().SetNumber(L"Options", L"Password", 1);
     const MessageBoxAnswerer boxes({IDYES});
     const PromptAnswerer prompts({L"old"});
     Run([](DialogWindow& dialog) {
@@ -260,8 +260,8 @@ TEST_F(OptionsDialogTest, OkAsksForWhatIsSetWhoeverSetIt)
     const PromptAnswerer prompts;
     const std::pair<DWORD, DWORD> cases[] = {{1, 1}, {7, 1}, {0x80000000, 1}, {0, 0}};
     for (const auto& [isSet, asks] : cases) {
-        App().SetNumber(L"Options", L"setpw", isSet);
-        App().SetNumber(L"Options", L"Password", !asks);
+        Own().SetNumber(L"Options", L"setpw", isSet);
+        Own().SetNumber(L"Options", L"Password", !asks);
         Run([&, asked = asks](DialogWindow& dialog) {
             ExpectPassword(dialog, asked ? L"Password IS Set!" : L"Password NOT Set!", asked);
             dialog.Ok();
@@ -274,8 +274,8 @@ TEST_F(OptionsDialogTest, OkAsksForWhatIsSetWhoeverSetIt)
 // The flag alone says so, not the text nor what the start does.
 TEST_F(OptionsDialogTest, ATextWithoutItsFlagIsNoPassword)
 {
-    App().SetString(L"Options", L"vacc", L"left over");
-    App().SetNumber(L"Options", L"Password", 1);
+    Own().SetString(L"Options", L"vacc", L"left over");
+    Own().SetNumber(L"Options", L"Password", 1);
     Run([](DialogWindow& dialog) { ExpectPassword(dialog, L"Password NOT Set!", false); });
 }
 

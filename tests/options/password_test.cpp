@@ -5,12 +5,12 @@
 #include <functional>
 #include <optional>
 
-#include "app/journal_app.h"
 #include "options/prompt_answerer.h"
 #include "options/write_refuser.h"
 #include "res/resource.h"
 #include "support/dialog_window.h"
 #include "support/help_requests.h"
+#include "support/test_session.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
 #include "ui/screen/work_area.h"
@@ -24,19 +24,19 @@ constexpr std::nullopt_t kCancel = std::nullopt;
 std::wstring StoredText()
 {
     wchar_t text[kSettingTextSize];
-    App().GetString(L"Options", L"vacc", L"(none)", text);
+    Own().GetString(L"Options", L"vacc", L"(none)", text);
     return text;
 }
 
 DWORD Stored(const wchar_t* name)
 {
-    return App().GetNumber(L"Options", name, 0xDEAD);
+    return Own().GetNumber(L"Options", name, 0xDEAD);
 }
 
 void Store(const wchar_t* text)
 {
-    App().SetNumber(L"Options", L"setpw", 1);
-    App().SetString(L"Options", L"vacc", text);
+    Own().SetNumber(L"Options", L"setpw", 1);
+    Own().SetString(L"Options", L"vacc", text);
 }
 
 // Bytes as they stand, of any type.
@@ -176,8 +176,8 @@ TEST_F(PasswordTest, WithoutAPromptThereIsNoAnswer)
     std::wstring text = L"before";
     EXPECT_FALSE(AskPassword(nullptr, PasswordMode::Check, &text));
     EXPECT_EQ(text, L"before");
-    StoreAskAtStart(App(), true);
-    EXPECT_FALSE(UnlockAtStart(App()));
+    StoreAskAtStart(Own(), true);
+    EXPECT_FALSE(UnlockAtStart(Own()));
 }
 
 TEST_F(PasswordTest, EightCharactersAreTaken)
@@ -251,11 +251,11 @@ TEST_F(PasswordTest, TheCheckTakesTheStoredTextAndNoOther)
     Store(L"Secret");
     for (const wchar_t* wrong : {L"secret", L"Secre", L"Secrets", L"", L"Secret "}) {
         const PromptAnswerer prompts({wrong});
-        EXPECT_FALSE(CheckPassword(nullptr, App())) << wrong;
+        EXPECT_FALSE(CheckPassword(nullptr, Own())) << wrong;
     }
     const PromptAnswerer prompts({L"Secret", kCancel});
-    EXPECT_TRUE(CheckPassword(nullptr, App()));
-    EXPECT_FALSE(CheckPassword(nullptr, App())) << "cancelled";
+    EXPECT_TRUE(CheckPassword(nullptr, Own()));
+    EXPECT_FALSE(CheckPassword(nullptr, Own())) << "cancelled";
     EXPECT_EQ(prompts.Titles(), (Titles{L"Enter Journal Password", L"Enter Journal Password"}));
 }
 
@@ -263,47 +263,47 @@ TEST_F(PasswordTest, ACancelledCheckFailsAlsoWhenTheTextWouldBeRight)
 {
     Store(L"");
     const PromptAnswerer prompts({kCancel, L""});
-    EXPECT_FALSE(CheckPassword(nullptr, App()));
-    EXPECT_TRUE(CheckPassword(nullptr, App()));
+    EXPECT_FALSE(CheckPassword(nullptr, Own()));
+    EXPECT_TRUE(CheckPassword(nullptr, Own()));
 }
 
 TEST_F(PasswordTest, WithoutAStoredTextTheEmptyAnswerPasses)
 {
     const PromptAnswerer prompts({L"x", L""});
-    EXPECT_FALSE(CheckPassword(nullptr, App()));
-    EXPECT_TRUE(CheckPassword(nullptr, App()));
+    EXPECT_FALSE(CheckPassword(nullptr, Own()));
+    EXPECT_TRUE(CheckPassword(nullptr, Own()));
 }
 
 TEST_F(PasswordTest, LettersOfAllKindsPass)
 {
     const PromptAnswerer prompts({L"\u00c4\u03a9\u4e2d\U0001F600", L"\u00c4\u03a9\u4e2d\U0001F600",
                                   L"\u00c4\u03a9\u4e2d\U0001F600", L"\u00e4\u03a9\u4e2d\U0001F600"});
-    EXPECT_TRUE(SetNewPassword(nullptr, App()));
-    EXPECT_TRUE(CheckPassword(nullptr, App()));
-    EXPECT_FALSE(CheckPassword(nullptr, App()));
+    EXPECT_TRUE(SetNewPassword(nullptr, Own()));
+    EXPECT_TRUE(CheckPassword(nullptr, Own()));
+    EXPECT_FALSE(CheckPassword(nullptr, Own()));
 }
 
 TEST_F(PasswordTest, ANewPasswordIsAskedForTwiceAndStoredAtOnce)
 {
-    EXPECT_FALSE(IsPasswordSet(App()));
+    EXPECT_FALSE(IsPasswordSet(Own()));
     const PromptAnswerer prompts({L"Secret", L"Secret"});
-    EXPECT_TRUE(SetNewPassword(nullptr, App()));
+    EXPECT_TRUE(SetNewPassword(nullptr, Own()));
     EXPECT_EQ(prompts.Titles(), (Titles{L"Enter New Password", L"Re-Enter Password"}));
     EXPECT_EQ(StoredText(), L"Secret");
     EXPECT_EQ(Stored(L"setpw"), 1u);
     EXPECT_EQ(Stored(L"Password"), 0xDEADu) << "only the options' OK stores it";
-    EXPECT_TRUE(IsPasswordSet(App()));
+    EXPECT_TRUE(IsPasswordSet(Own()));
 }
 
 TEST_F(PasswordTest, TwelveCharactersCountAsTheirFirstEight)
 {
     const PromptAnswerer prompts(
         {L"123456789012", L"12345678abcd", L"12345678", L"123456789012", L"1234567"});
-    EXPECT_TRUE(SetNewPassword(nullptr, App()));
+    EXPECT_TRUE(SetNewPassword(nullptr, Own()));
     EXPECT_EQ(StoredText(), L"12345678");
-    EXPECT_TRUE(CheckPassword(nullptr, App()));
-    EXPECT_TRUE(CheckPassword(nullptr, App()));
-    EXPECT_FALSE(CheckPassword(nullptr, App()));
+    EXPECT_TRUE(CheckPassword(nullptr, Own()));
+    EXPECT_TRUE(CheckPassword(nullptr, Own()));
+    EXPECT_FALSE(CheckPassword(nullptr, Own()));
 }
 
 TEST_F(PasswordTest, TwoDifferentOrCancelledTextsStoreNothing)
@@ -312,7 +312,7 @@ TEST_F(PasswordTest, TwoDifferentOrCancelledTextsStoreNothing)
         {{L"Secret", L"secret"}, 2}, {{L"Secret", kCancel}, 2}, {{kCancel}, 1}};
     for (const auto& [answers, asked] : attempts) {
         const PromptAnswerer prompts(answers);
-        EXPECT_FALSE(SetNewPassword(nullptr, App()));
+        EXPECT_FALSE(SetNewPassword(nullptr, Own()));
         EXPECT_EQ(prompts.Prompts().size(), asked);
         EXPECT_EQ(StoredText(), L"(none)");
         EXPECT_EQ(Stored(L"setpw"), 0xDEADu);
@@ -322,18 +322,18 @@ TEST_F(PasswordTest, TwoDifferentOrCancelledTextsStoreNothing)
 TEST_F(PasswordTest, AnEmptyPasswordIsOne)
 {
     const PromptAnswerer prompts({L"", L"", L"x", L""});
-    EXPECT_TRUE(SetNewPassword(nullptr, App()));
+    EXPECT_TRUE(SetNewPassword(nullptr, Own()));
     EXPECT_EQ(Stored(L"setpw"), 1u);
     EXPECT_EQ(StoredText(), L"");
-    EXPECT_FALSE(CheckPassword(nullptr, App()));
-    EXPECT_TRUE(CheckPassword(nullptr, App()));
+    EXPECT_FALSE(CheckPassword(nullptr, Own()));
+    EXPECT_TRUE(CheckPassword(nullptr, Own()));
 }
 
 TEST_F(PasswordTest, ClearingStoresBothAtOnce)
 {
     Store(L"Secret");
-    App().SetNumber(L"Options", L"Password", 1);
-    EXPECT_TRUE(ClearPassword(App()));
+    Own().SetNumber(L"Options", L"Password", 1);
+    EXPECT_TRUE(ClearPassword(Own()));
     EXPECT_EQ(Stored(L"setpw"), 0u);
     EXPECT_EQ(StoredText(), L"");
     EXPECT_EQ(Stored(L"Password"), 1u) << "the next start still asks";
@@ -343,27 +343,27 @@ TEST_F(PasswordTest, AStoredTextThatIsTooLongReadsAsNone)
 {
     Store(std::wstring(200, L'x').c_str());
     const PromptAnswerer prompts({L"xxxxxxxx", L""});
-    EXPECT_FALSE(CheckPassword(nullptr, App()));
-    EXPECT_TRUE(CheckPassword(nullptr, App()));
+    EXPECT_FALSE(CheckPassword(nullptr, Own()));
+    EXPECT_TRUE(CheckPassword(nullptr, Own()));
 }
 
 TEST_F(PasswordTest, AStoredNumberIsNoTextAnybodyTypes)
 {
-    App().SetNumber(L"Options", L"vacc", 0x00420041); // the bytes of "AB"
+    Own().SetNumber(L"Options", L"vacc", 0x00420041); // the bytes of "AB"
     const PromptAnswerer prompts({L"", L"AB"});
-    EXPECT_FALSE(CheckPassword(nullptr, App()));
-    EXPECT_TRUE(CheckPassword(nullptr, App())) << "the bytes of any type are a text";
+    EXPECT_FALSE(CheckPassword(nullptr, Own()));
+    EXPECT_TRUE(CheckPassword(nullptr, Own())) << "the bytes of any type are a text";
 }
 
 TEST_F(PasswordTest, AStoredTextWithoutItsEndReadsAsFarAsItGoes)
 {
     const PromptAnswerer prompts({L"AB", L"ABC", L"AB", L"ABC"});
     StoreRaw(L"vacc", REG_SZ, L"ABCDEFGH", 3 * sizeof(wchar_t));
-    EXPECT_FALSE(CheckPassword(nullptr, App()));
-    EXPECT_TRUE(CheckPassword(nullptr, App()));
+    EXPECT_FALSE(CheckPassword(nullptr, Own()));
+    EXPECT_TRUE(CheckPassword(nullptr, Own()));
     StoreRaw(L"vacc", REG_SZ, L"ABCDEFGH", 2 * sizeof(wchar_t) + 1);
-    EXPECT_TRUE(CheckPassword(nullptr, App())) << "half a character is none";
-    EXPECT_FALSE(CheckPassword(nullptr, App()));
+    EXPECT_TRUE(CheckPassword(nullptr, Own())) << "half a character is none";
+    EXPECT_FALSE(CheckPassword(nullptr, Own()));
 }
 
 // Nobody can type it: eight characters are taken.
@@ -372,7 +372,7 @@ TEST_F(PasswordTest, AStoredTextOfNineCharactersPassesByNoAnswer)
     Store(L"123456789");
     const PromptAnswerer prompts({L"123456789", L"12345678", L""});
     for (int attempt = 0; attempt < 3; ++attempt)
-        EXPECT_FALSE(CheckPassword(nullptr, App()));
+        EXPECT_FALSE(CheckPassword(nullptr, Own()));
 }
 
 // The system's rules decide what is the same, as for every text of the user's.
@@ -380,8 +380,8 @@ TEST_F(PasswordTest, LettersThatTheSystemTakesAsTheSameAreTheSame)
 {
     ASSERT_EQ(CompareStringW(LOCALE_SYSTEM_DEFAULT, 0, L"co\u00adop", -1, L"coop", -1), CSTR_EQUAL);
     const PromptAnswerer prompts({L"co\u00adop", L"coop", L"coop"});
-    EXPECT_TRUE(SetNewPassword(nullptr, App()));
-    EXPECT_TRUE(CheckPassword(nullptr, App()));
+    EXPECT_TRUE(SetNewPassword(nullptr, Own()));
+    EXPECT_TRUE(CheckPassword(nullptr, Own()));
 }
 
 TEST_F(PasswordTest, WhatIsNoNumberDoesNotMakeTheStartAsk)
@@ -391,7 +391,7 @@ TEST_F(PasswordTest, WhatIsNoNumberDoesNotMakeTheStartAsk)
     const BYTE bytes[8] = {1, 1, 1, 1, 1, 1, 1, 1};
     for (const DWORD count : {0u, 1u, 3u, 5u, 8u}) {
         StoreRaw(L"Password", REG_BINARY, bytes, count);
-        EXPECT_TRUE(UnlockAtStart(App())) << count;
+        EXPECT_TRUE(UnlockAtStart(Own())) << count;
     }
     EXPECT_TRUE(prompts.Prompts().empty());
 }
@@ -401,8 +401,8 @@ TEST_F(PasswordTest, AnyNumberButZeroMakesTheStartAsk)
     Store(L"Secret");
     const PromptAnswerer prompts({L"Secret", L"Secret", L"Secret"});
     for (const DWORD number : {2u, 0x80000000u, 0xFFFFFFFFu}) {
-        App().SetNumber(L"Options", L"Password", number);
-        EXPECT_TRUE(UnlockAtStart(App())) << number;
+        Own().SetNumber(L"Options", L"Password", number);
+        EXPECT_TRUE(UnlockAtStart(Own())) << number;
     }
     EXPECT_EQ(prompts.Prompts().size(), 3u);
 }
@@ -411,19 +411,19 @@ TEST_F(PasswordTest, AnyNumberButZeroMakesTheStartAsk)
 TEST_F(PasswordTest, AfterAClearedPasswordTheEmptyAnswerOpens)
 {
     Store(L"Secret");
-    StoreAskAtStart(App(), true);
-    EXPECT_TRUE(ClearPassword(App()));
+    StoreAskAtStart(Own(), true);
+    EXPECT_TRUE(ClearPassword(Own()));
     const PromptAnswerer prompts({L"Secret", kCancel, L""});
-    EXPECT_TRUE(UnlockAtStart(App()));
+    EXPECT_TRUE(UnlockAtStart(Own()));
     EXPECT_EQ(prompts.Prompts().size(), 3u);
 }
 
 TEST_F(PasswordTest, TheStartsPromptsHaveNoOwner)
 {
     Store(L"Secret");
-    StoreAskAtStart(App(), true);
+    StoreAskAtStart(Own(), true);
     const PromptAnswerer prompts({L"no", L"Secret"});
-    EXPECT_TRUE(UnlockAtStart(App()));
+    EXPECT_TRUE(UnlockAtStart(Own()));
     EXPECT_EQ(prompts.Titles(), (Titles{L"Enter Journal Password", L"Enter Journal Password"}));
     for (const auto& prompt : prompts.Prompts()) {
         EXPECT_EQ(prompt.owner, nullptr);
@@ -456,8 +456,8 @@ TEST_F(PasswordTest, IsNotClearedWhereItsFlagStays)
     Store(L"Secret");
     const MessageBoxAnswerer boxes;
     const WriteRefuser refuser(L"setpw");
-    EXPECT_FALSE(ClearPassword(App()));
-    EXPECT_TRUE(IsPasswordSet(App()));
+    EXPECT_FALSE(ClearPassword(Own()));
+    EXPECT_TRUE(IsPasswordSet(Own()));
     EXPECT_EQ(StoredText(), L"Secret");
     EXPECT_EQ(boxes.Boxes().size(), 1u);
 }
@@ -467,7 +467,7 @@ TEST_F(PasswordTest, IsNotClearedWhereItsTextStays)
     Store(L"Secret");
     const MessageBoxAnswerer boxes;
     const WriteRefuser refuser(L"vacc");
-    EXPECT_FALSE(ClearPassword(App()));
+    EXPECT_FALSE(ClearPassword(Own()));
     EXPECT_EQ(Stored(L"setpw"), 0u);
     EXPECT_EQ(StoredText(), L"Secret");
 }
@@ -486,16 +486,16 @@ TEST_F(PasswordTest, WithoutTheSettingTheStartDoesNotAsk)
 {
     Store(L"Secret");
     const PromptAnswerer prompts;
-    EXPECT_TRUE(UnlockAtStart(App())) << "missing";
-    StoreAskAtStart(App(), false);
-    EXPECT_TRUE(UnlockAtStart(App())) << "zero";
+    EXPECT_TRUE(UnlockAtStart(Own())) << "missing";
+    StoreAskAtStart(Own(), false);
+    EXPECT_TRUE(UnlockAtStart(Own())) << "zero";
     EXPECT_TRUE(prompts.Prompts().empty());
 }
 
 TEST_F(PasswordTest, TheStartAsksThreeTimesAtMost)
 {
     Store(L"Secret");
-    StoreAskAtStart(App(), true);
+    StoreAskAtStart(Own(), true);
     const struct {
         PromptAnswerer::Answers answers;
         bool opens;
@@ -507,7 +507,7 @@ TEST_F(PasswordTest, TheStartAsksThreeTimesAtMost)
                   {{kCancel, kCancel, kCancel}, false, 3}};
     for (const auto& start : starts) {
         const PromptAnswerer prompts(start.answers);
-        EXPECT_EQ(UnlockAtStart(App()), start.opens);
+        EXPECT_EQ(UnlockAtStart(Own()), start.opens);
         EXPECT_EQ(prompts.Prompts().size(), start.asked);
     }
 }

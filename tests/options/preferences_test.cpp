@@ -2,20 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include "app/journal_app.h"
+#include "support/test_session.h"
 #include "support/test_store.h"
 
 namespace {
 
 DWORD Stored(const wchar_t* name)
 {
-    return App().GetNumber(L"Options", name, 0xDEAD);
+    return Own().GetNumber(L"Options", name, 0xDEAD);
 }
 
 TEST(Preferences, AreAllOnAtFirst)
 {
     const TestRegistry registry;
-    const Preferences preferences = ReadPreferences(App());
+    const Preferences preferences = ReadPreferences(Own());
     EXPECT_TRUE(preferences.confirmDelete);
     EXPECT_TRUE(preferences.openOnFind);
     EXPECT_TRUE(preferences.rememberFilter);
@@ -28,14 +28,14 @@ TEST(Preferences, EachHasItsOwnValue)
     const wchar_t* const names[] = {L"ConfirmDelete", L"OpenOnFind", L"RememberFilter", L"DispCats"};
     for (size_t off = 0; off < 4; ++off) {
         for (size_t i = 0; i < 4; ++i)
-            App().SetNumber(L"Options", names[i], i != off);
-        const Preferences preferences = ReadPreferences(App());
+            Own().SetNumber(L"Options", names[i], i != off);
+        const Preferences preferences = ReadPreferences(Own());
         EXPECT_EQ(preferences.confirmDelete, off != 0);
         EXPECT_EQ(preferences.openOnFind, off != 1);
         EXPECT_EQ(preferences.rememberFilter, off != 2);
         EXPECT_EQ(preferences.showCategories, off != 3);
-        App().RemoveValue(L"Options", names[off]);
-        StorePreferences(App(), preferences);
+        Own().RemoveValue(L"Options", names[off]);
+        StorePreferences(Own(), preferences);
         for (size_t i = 0; i < 4; ++i)
             EXPECT_EQ(Stored(names[i]), DWORD{i != off}) << names[i];
     }
@@ -44,8 +44,8 @@ TEST(Preferences, EachHasItsOwnValue)
 TEST(Preferences, AnyNumberButZeroIsOn)
 {
     const TestRegistry registry;
-    App().SetNumber(L"Options", L"ConfirmDelete", 0x80000000);
-    EXPECT_TRUE(ReadPreferences(App()).confirmDelete);
+    Own().SetNumber(L"Options", L"ConfirmDelete", 0x80000000);
+    EXPECT_TRUE(ReadPreferences(Own()).confirmDelete);
 }
 
 } // namespace

@@ -39,7 +39,7 @@ TEST_F(PasswordOrder, ANewOneIsSetAndThenItsText)
 {
     const PromptAnswerer user({L"open", L"open"});
     const SettingsLog log;
-    EXPECT_TRUE(SetNewPassword(nullptr, App()));
+    EXPECT_TRUE(SetNewPassword(nullptr, Own()));
     EXPECT_EQ(log.Names(), (Steps{L"setpw", L"vacc"}));
 }
 
@@ -47,7 +47,7 @@ TEST_F(PasswordOrder, OfTwoDifferentOnesNothingIsStored)
 {
     const PromptAnswerer user({L"open", L"shut"});
     const SettingsLog log;
-    EXPECT_FALSE(SetNewPassword(nullptr, App()));
+    EXPECT_FALSE(SetNewPassword(nullptr, Own()));
     EXPECT_EQ(log.Names(), Steps{});
 }
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/journal_app.h"
+#include "support/test_session.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
 #include "ui/screen/work_area.h"
@@ -11,7 +11,7 @@ namespace {
 
 RECT PlaceToOpenAt()
 {
-    const std::optional<WindowPlace> stored = LoadPlacement(App());
+    const std::optional<WindowPlace> stored = LoadPlacement(Own());
     return stored ? stored->rect : WorkArea();
 }
 
@@ -19,11 +19,11 @@ class Placement : public testing::Test {
   protected:
     void Store(LONG left, LONG top, LONG right, LONG bottom, DWORD maximized = 0)
     {
-        App().SetNumber(L"Settings", L"wLeft", static_cast<DWORD>(left));
-        App().SetNumber(L"Settings", L"wTop", static_cast<DWORD>(top));
-        App().SetNumber(L"Settings", L"wRight", static_cast<DWORD>(right));
-        App().SetNumber(L"Settings", L"wBottom", static_cast<DWORD>(bottom));
-        App().SetNumber(L"Settings", L"wMax", maximized);
+        Own().SetNumber(L"Settings", L"wLeft", static_cast<DWORD>(left));
+        Own().SetNumber(L"Settings", L"wTop", static_cast<DWORD>(top));
+        Own().SetNumber(L"Settings", L"wRight", static_cast<DWORD>(right));
+        Own().SetNumber(L"Settings", L"wBottom", static_cast<DWORD>(bottom));
+        Own().SetNumber(L"Settings", L"wMax", maximized);
     }
 
     TestRegistry m_registry;
@@ -78,7 +78,7 @@ class FirstShow : public Placement {
     {
         Store(50, 50, 450, 350, leftMaximized);
         m_first = CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 200, 200, nullptr, nullptr, nullptr, nullptr);
-        ShowAsLeft(m_first, command, FrameAndPlace(m_first, App()));
+        ShowAsLeft(m_first, command, FrameAndPlace(m_first, Own()));
         WINDOWPLACEMENT placement{};
         placement.length = sizeof placement;
         EXPECT_TRUE(GetWindowPlacement(m_first, &placement));
@@ -87,9 +87,9 @@ class FirstShow : public Placement {
     // What is stored of it when it is closed.
     DWORD Close()
     {
-        SavePlacement(m_first, App());
+        SavePlacement(m_first, Own());
         DestroyWindow(m_first);
-        return App().GetNumber(L"Settings", L"wMax", 9);
+        return Own().GetNumber(L"Settings", L"wMax", 9);
     }
 
     HWND m_first = nullptr;
@@ -132,8 +132,8 @@ TEST_F(Placement, AMaximizedWindowIsStoredAsOne)
 {
     ShowWindow(m_window.Handle(), SW_SHOWMAXIMIZED);
     ASSERT_TRUE(PumpUntil([&] { return IsZoomed(m_window.Handle()); }));
-    SavePlacement(m_window.Handle(), App());
-    EXPECT_EQ(App().GetNumber(L"Settings", L"wMax", 0), 1u);
+    SavePlacement(m_window.Handle(), Own());
+    EXPECT_EQ(Own().GetNumber(L"Settings", L"wMax", 0), 1u);
 }
 
 TEST_F(Placement, PlacesThatCannotBeReachedAreNotTaken)
@@ -156,7 +156,7 @@ TEST_F(Placement, PlacesThatCannotBeReachedAreNotTaken)
 TEST_F(Placement, AMaximizedWindowWhosePlaceIsGoneOpensOverTheWorkArea)
 {
     Store(5000, 5000, 5400, 5300, 1);
-    EXPECT_FALSE(FrameAndPlace(m_window.Handle(), App()));
+    EXPECT_FALSE(FrameAndPlace(m_window.Handle(), Own()));
     RECT place;
     GetWindowRect(m_window.Handle(), &place);
     const RECT area = WorkArea();
@@ -168,7 +168,7 @@ TEST_F(Placement, TheFrameCanBeClosedMinimisedMaximisedAndResized)
     HWND window =
         CreateWindowExW(0, L"STATIC", L"", WS_VISIBLE, 0, 0, 200, 200, nullptr, nullptr, nullptr, nullptr);
     Store(60, 70, 460, 370);
-    EXPECT_FALSE(FrameAndPlace(window, App()));
+    EXPECT_FALSE(FrameAndPlace(window, Own()));
     RECT place;
     GetWindowRect(window, &place);
     const RECT wanted{60, 70, 460, 370};
