@@ -42,9 +42,9 @@ HWND CreateParent()
 
 // The cache of a list over a store of so many records.
 struct Pages {
-    explicit Pages(uint32_t count) : path(StorePath(count)), journal(path), cache(journal, filter)
+    explicit Pages(uint32_t count) : path(StorePath(count)), journal(path), cache(journal, rowCount)
     {
-        filter.rowCount = count;
+        rowCount = count;
         (void)journal.IdOfRow(0);
     }
     double Time(int firstRow)
@@ -62,7 +62,7 @@ struct Pages {
 
     std::wstring path;
     OpenJournal journal;
-    FilterState filter;
+    DWORD rowCount = 0;
     DisplayCache cache;
 };
 

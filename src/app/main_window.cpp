@@ -171,7 +171,7 @@ bool MainWindow::BuildContents()
         return false;
     OnSelectionChanged(0);
     LoadFilter(settings, &m_session.filter);
-    (void)BringFilterUpToDate();
+    (void)ShowFilter();
     return m_list.Create(m_window, &m_columns, LVS_REPORT | LVS_SHOWSELALWAYS, m_bands.Height()) != nullptr;
 }
 
@@ -354,9 +354,7 @@ LRESULT MainWindow::OnCommand(UINT id, bool fromKeyboard)
     if (fromKeyboard && !m_bands.IsMenuCommandEnabled(id))
         return 0;
     command->run(*this, id);
-    // The command may have changed the categories that the filter names.
-    if (m_loaded && BringFilterUpToDate())
-        m_list.Refresh();
+    ShowWhatHasChanged();
     return 0;
 }
 
@@ -401,10 +399,11 @@ void MainWindow::DropFilterMenu()
     if (!m_loaded)
         return; // the window was closed behind the menu
     menu.Choose(command, &filter);
+    m_isListDue |= command && menu.ListsCategories();
     if (command)
         SendMessageW(m_window, WM_COMMAND, command, 0);
-    if (m_loaded && (BringFilterUpToDate() || (command && menu.ListsCategories())))
-        m_list.Refresh();
+    if (!FindCommand(command))
+        ShowWhatHasChanged();
 }
 
 void MainWindow::EditCategoriesList()
@@ -417,21 +416,21 @@ void MainWindow::EditCategoriesList()
 void MainWindow::EditFilter(bool categoriesMode)
 {
     OpenFilterDialog(m_session, m_window, categoriesMode);
-    OnFilterChanged();
+    m_isListDue = true;
 }
 
 void MainWindow::ClearTheFilter()
 {
     ClearFilter(&m_session.filter, &m_session.settings);
-    OnFilterChanged();
+    m_isListDue = true;
 }
 
-// Not when the window was closed behind the dialog: the store is not opened anew.
-void MainWindow::OnFilterChanged()
+// Categories may have been renamed or deleted, here or by another program, and the list may be due. Not when
+// the window was closed behind a dialog: the store is not opened anew.
+void MainWindow::ShowWhatHasChanged()
 {
-    if (!m_loaded)
+    if (!m_loaded || !(ShowFilter() | std::exchange(m_isListDue, false)))
         return;
-    (void)BringFilterUpToDate();
     m_list.Refresh();
     NoteMissingEntries();
 }
@@ -450,12 +449,10 @@ void MainWindow::NoteFileTrouble()
         m_fileNotice.Tell(m_window);
 }
 
-// Categories may have been renamed or deleted here or by another program. True when one of the filter's has
-// gone: the list is to be refreshed.
-bool MainWindow::BringFilterUpToDate()
+// True when one of its categories has gone: the list is to be refreshed.
+bool MainWindow::ShowFilter()
 {
-    FilterState& filter = m_session.filter;
-    const bool isOneGone = DropGoneCategories(&filter);
-    m_bands.SetFilterText(FilterText(&filter));
+    const bool isOneGone = BringFilterUpToDate(&m_session.filter);
+    m_bands.SetFilterText(FilterText(m_session.filter));
     return isOneGone;
 }

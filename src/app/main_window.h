@@ -84,8 +84,8 @@ class MainWindow {
     void DropFilterMenu();
     void NoteFileTrouble();
     void NoteMissingEntries();
-    void OnFilterChanged();
-    [[nodiscard]] bool BringFilterUpToDate();
+    void ShowWhatHasChanged();
+    [[nodiscard]] bool ShowFilter();
 
     const Session m_session;
     HWND m_window = nullptr;
@@ -96,7 +96,12 @@ class MainWindow {
     EntryList m_list;
     FindRequest m_findRequest;
     MenuTip m_menuTip;
-    Gathered m_refresh{[this] { OnFilterChanged(); }}; // for what other programs change
+    bool m_isListDue = false; // to be refreshed when the command ends
+    // For what other programs change.
+    Gathered m_refresh{[this] {
+        m_isListDue = true;
+        ShowWhatHasChanged();
+    }};
     DailyBackup m_backup{m_session.journal};
     StoreTrouble m_fileTrouble = StoreTrouble::None; // as last looked at
     QuietNotice m_fileNotice;

@@ -7,7 +7,6 @@
 #include "mervane/z_stack.h"
 
 struct FilterState {
-    DWORD rowCount = 0; // rows that the list shows
     SYSTEMTIME rangeStart{};
     SYSTEMTIME rangeEnd{};
     DWORD monthMask = 0; // bit m: month m + 1

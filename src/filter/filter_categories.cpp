@@ -50,6 +50,8 @@ void FilterOnCategory(CEOID id, FilterState* filter)
     filter->active = true;
 }
 
+namespace {
+
 bool DropGoneCategories(FilterState* filter)
 {
     DbCategories categories;
@@ -62,6 +64,16 @@ bool DropGoneCategories(FilterState* filter)
             kept.Push(*filter->categories.GetItem(i));
     const bool isOneGone = kept.Count() < filter->categories.Count();
     filter->categories = kept;
+    return isOneGone;
+}
+
+} // namespace
+
+bool BringFilterUpToDate(FilterState* filter)
+{
+    const bool isOneGone = DropGoneCategories(filter);
+    if (filter->categoriesMode && filter->categories.IsEmpty())
+        filter->active = false;
     return isOneGone;
 }
 

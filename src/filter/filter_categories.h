@@ -22,8 +22,9 @@ std::vector<OfferedCategory> OfferedCategories(bool* hasAll = nullptr);
 void FilterOnCategory(CEOID id, FilterState* filter);
 
 // Takes categories that do not exist any more out of the filter; true when there was one. Entries that still
-// refer to one are filed under nothing that a person could see. One that cannot be looked for stays.
-bool DropGoneCategories(FilterState* filter);
+// refer to one are filed under nothing that a person could see. One that cannot be looked for stays. A filter
+// on categories without any is no filter: it goes out of force.
+bool BringFilterUpToDate(FilterState* filter);
 
 // Empty when there is none; nothing when it cannot be read.
 std::optional<std::wstring> CategoryName(CEOID id);

@@ -135,8 +135,6 @@ bool OpenFilterDialog(const Session& session, HWND owner, bool categoriesMode)
     FilterDialog dialog(session.settings, shown);
     if (dialog.DoModal(GetModuleHandleW(nullptr), IDD_FILTER, owner) != 1)
         return false;
-    const DWORD rowCount = filter.rowCount; // the list may have counted meanwhile
     filter = dialog.Filter();
-    filter.rowCount = rowCount;
     return true;
 }

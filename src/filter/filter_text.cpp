@@ -10,14 +10,13 @@ namespace {
 constexpr const wchar_t* kNoFilter = L"None";
 constexpr const wchar_t* kUnreadCategory = L"Category..."; // its name cannot be read
 
-std::wstring CategoriesText(FilterState* filter)
+std::wstring CategoriesText(const FilterState& filter)
 {
-    const size_t count = filter->categories.Count();
+    const size_t count = filter.categories.Count();
     if (count > 1)
         return L"Multiple...";
     if (count == 1)
-        return CategoryName(filter->categories.GetItem(0)->id).value_or(kUnreadCategory);
-    filter->active = false;
+        return CategoryName(filter.categories.GetItem(0)->id).value_or(kUnreadCategory);
     return kNoFilter;
 }
 
@@ -31,11 +30,11 @@ std::wstring MonthsText(DWORD months)
 
 } // namespace
 
-std::wstring FilterText(FilterState* filter)
+std::wstring FilterText(const FilterState& filter)
 {
-    if (!filter->active)
+    if (!filter.active)
         return kNoFilter;
-    if (filter->categoriesMode)
+    if (filter.categoriesMode)
         return CategoriesText(filter);
-    return filter->rangeMode ? L"Range..." : MonthsText(filter->monthMask);
+    return filter.rangeMode ? L"Range..." : MonthsText(filter.monthMask);
 }

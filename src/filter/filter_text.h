@@ -5,5 +5,4 @@
 
 #include "data/filter_state.h"
 
-// A filter on categories without any is no filter: it goes out of force.
-std::wstring FilterText(FilterState* filter);
+std::wstring FilterText(const FilterState& filter);

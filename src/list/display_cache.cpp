@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "filter/passes_filter.h"
 #include "list/list_rows.h"
 #include "util/owners.h"
 
@@ -22,7 +21,7 @@ void DisplayCache::OnHint(int from, int to, int capacity)
 {
     if (from < 0 || to < from)
         return;
-    const bool reachesEnd = static_cast<DWORD>(to) + 1 == m_filter.rowCount;
+    const bool reachesEnd = static_cast<DWORD>(to) + 1 == m_rowCount;
     if (reachesEnd && to - from < kTailRowsMax)
         FillTail(from, to);
     else
@@ -59,22 +58,21 @@ void DisplayCache::Fill(Block* block, int from, int count)
     ReadRows(block);
 }
 
-// A record that cannot be read is a blank row, so that the rows behind it keep their places.
+// The journal's rows are those of the list, whose filter they are under. A record that cannot be read is a
+// blank row, so that the rows behind it keep their places.
 void DisplayCache::ReadRows(Block* block)
 {
     const CeDBase::ReadScope scope(m_journal);
     const ScopedPosition position(m_journal);
-    const FilterTest test(m_filter);
-    const size_t wanted = static_cast<size_t>(block->count) + 1;
-    int more = m_journal.SeekRow(static_cast<uint32_t>(block->start)) != 0;
+    const uint32_t start = static_cast<uint32_t>(block->start), rows = m_journal.PassingRows();
+    const size_t wanted =
+        std::min<size_t>(static_cast<size_t>(block->count) + 1, rows - std::min(rows, start));
+    int more = wanted && m_journal.SeekRow(start) != 0;
     for (; more && block->records.size() < wanted; more = m_journal.SeekNextRecord()) {
         WORD count = 0;
         CEPROPVAL* properties = nullptr;
         const CEOID id = m_journal.ReadRecord(&count, nullptr, &properties);
         const LocalBlock<CEPROPVAL> owner(properties);
-        if (!id)
-            block->records.emplace_back();
-        else if (PassesFilter(test, count, properties))
-            block->records.push_back(FormatRecord(id, count, properties));
+        block->records.push_back(id ? FormatRecord(id, count, properties) : DisplayRecord());
     }
 }

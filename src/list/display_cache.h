@@ -4,7 +4,6 @@
 
 #include <vector>
 
-#include "data/filter_state.h"
 #include "list/display_record.h"
 #include "mervane/db_journal.h"
 
@@ -13,8 +12,8 @@ constexpr int kTailRowsMax = 30; // a hint that reaches the last row belongs to 
 
 class DisplayCache {
   public:
-    // Both are borrowed and outlive the cache. filter.rowCount is the number of rows of the list.
-    DisplayCache(DbJournal& journal, const FilterState& filter) : m_journal(journal), m_filter(filter) {}
+    // Both are borrowed and outlive the cache. rowCount: how many rows the list has, as it was told.
+    DisplayCache(DbJournal& journal, const DWORD& rowCount) : m_journal(journal), m_rowCount(rowCount) {}
 
     void Clear();
     // Makes ready for painting the rows from..to, whatever they are; to < from is no row. A block holds
@@ -27,7 +26,7 @@ class DisplayCache {
     struct Block {
         int start = 0;
         int count = 0;
-        std::vector<DisplayRecord> records; // one more than count, as far as the journal goes
+        std::vector<DisplayRecord> records; // one more than count, as far as rows go
 
         bool StartsIn(int row) const { return count && row >= start && row < start + count; }
         const DisplayRecord* Find(int row) const;
@@ -39,7 +38,7 @@ class DisplayCache {
     void ReadRows(Block* block);
 
     DbJournal& m_journal;
-    const FilterState& m_filter;
+    const DWORD& m_rowCount;
     Block m_main;
     Block m_tail;
 };

@@ -21,8 +21,8 @@ constexpr int kHeaderImagesType = 3; // the handheld's; other systems ignore it 
 } // namespace
 
 EntryList::EntryList(const Session& session)
-    : m_session(session), m_cache(session.journal, session.filter),
-      m_selection(session.journal, session.filter, m_cache)
+    : m_session(session), m_cache(session.journal, m_rowCount),
+      m_selection(session.journal, m_rowCount, m_cache)
 {}
 
 EntryList::~EntryList()
@@ -193,7 +193,7 @@ void EntryList::OnCacheHint(const NMLVCACHEHINT& hint)
 {
     const int page = ListView_GetCountPerPage(m_list) + 1;
     const int top = ListView_GetTopIndex(m_list);
-    const int last = std::min(top + page, static_cast<int>(m_session.filter.rowCount)) - 1;
+    const int last = std::min(top + page, static_cast<int>(m_rowCount)) - 1;
     const bool onPage = hint.iFrom <= hint.iTo && hint.iFrom <= last && hint.iTo >= top;
     m_cache.OnHint(onPage ? std::min(hint.iFrom, top) : hint.iFrom,
                    onPage ? std::max(hint.iTo, last) : hint.iTo, page + 1);
@@ -286,16 +286,15 @@ bool EntryList::Rebuild()
 {
     const RowSelection::Quiet quiet(m_selection);
     DbJournal& journal = m_session.journal;
-    FilterState& filter = m_session.filter;
     const CeDBase::ReadScope scope(journal);
     ListView_DeleteAllItems(m_list);
-    m_rows.Apply(journal, filter);
+    m_rows.Apply(journal, m_session.filter);
     const DWORD rows = CountRows(journal);
     m_isCutShort = journal.Trouble() == StoreTrouble::Damaged;
     if (journal.Trouble() == StoreTrouble::None || rows > 0 || !journal.IsOpen())
-        filter.rowCount = rows;
-    SendMessageW(m_list, LVM_SETITEMCOUNT, filter.rowCount, 0);
-    m_notice.Show(m_list, filter.rowCount == 0);
+        m_rowCount = rows;
+    SendMessageW(m_list, LVM_SETITEMCOUNT, m_rowCount, 0);
+    m_notice.Show(m_list, m_rowCount == 0);
     return m_selection.SelectAgain();
 }
 

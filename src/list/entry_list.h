@@ -62,6 +62,7 @@ class EntryList {
     StoreTrouble TakeChosenRow() { return m_selection.TakeChosenRow(); }
     // Whether the file was damaged where the last refresh read it: entries may be missing.
     bool IsCutShort() const { return m_isCutShort; }
+    DWORD RowCount() const { return m_rowCount; }
     int SelectionFlag() const { return m_selection.Tracker().Flag(); }
     // Sets the flag and sends kMsgSelectionChanged with it.
     void SetSelectionFlag(int flag);
@@ -88,6 +89,7 @@ class EntryList {
     void ReportIf(bool changed);
 
     const Session m_session;
+    DWORD m_rowCount = 0; // as the control was told
     HWND m_parent = nullptr;
     HWND m_list = nullptr;
     WindowHook m_hook;

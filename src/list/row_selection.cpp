@@ -51,7 +51,7 @@ bool RowSelection::OnRangeChanged(const NMLVODSTATECHANGE& change)
     if (change.iFrom > change.iTo)
         return true;
     const CeDBase::ReadScope scope(m_journal);
-    const int last = std::min(change.iTo, static_cast<int>(m_filter.rowCount) - 1);
+    const int last = std::min(change.iTo, static_cast<int>(m_rowCount) - 1);
     if (change.uNewState & LVIS_SELECTED)
         for (int row = std::max(change.iFrom, 0); row <= last; ++row)
             m_tracker.Selection().Append(IdOfRow(row));
@@ -177,13 +177,13 @@ int RowSelection::RowOf(CEOID id)
 {
     const int row = m_journal.RowOf(id);
     m_unread = m_journal.IsOpen() && m_journal.Trouble() != StoreTrouble::None;
-    return row < static_cast<int>(m_filter.rowCount) ? row : -1;
+    return row < static_cast<int>(m_rowCount) ? row : -1;
 }
 
 // What is seen counts, so the cache comes first; rows outside it are looked up in the journal.
 CEOID RowSelection::IdOfRow(int row)
 {
-    if (row < 0 || row >= static_cast<int>(m_filter.rowCount))
+    if (row < 0 || row >= static_cast<int>(m_rowCount))
         return 0;
     const CEOID cached = m_cache.Row(row).id;
     return cached ? cached : m_journal.IdOfRow(static_cast<uint32_t>(row));

@@ -12,9 +12,9 @@
 
 class RowSelection {
   public:
-    // All three are borrowed and outlive this. filter.rowCount is the number of rows of the list.
-    RowSelection(DbJournal& journal, const FilterState& filter, const DisplayCache& cache)
-        : m_journal(journal), m_filter(filter), m_cache(cache)
+    // All three are borrowed and outlive this. rowCount: how many rows the list has, as it was told.
+    RowSelection(DbJournal& journal, const DWORD& rowCount, const DisplayCache& cache)
+        : m_journal(journal), m_rowCount(rowCount), m_cache(cache)
     {}
 
     // The control, which is borrowed; null when there is none (any more).
@@ -58,7 +58,7 @@ class RowSelection {
     CEOID IdOfRow(int row);
 
     DbJournal& m_journal;
-    const FilterState& m_filter;
+    const DWORD& m_rowCount;
     const DisplayCache& m_cache;
     HWND m_list = nullptr;
     SelectionTracker m_tracker;

@@ -101,7 +101,7 @@ class FilteredList : public EntryListTest {
         for (const int entry : entries)
             expected.push_back(Subject(entry));
         EXPECT_EQ(Subjects(), expected);
-        EXPECT_EQ(Own().Filter().rowCount, entries.size());
+        EXPECT_EQ(m_list.RowCount(), entries.size());
     }
     void ExpectDeleted(const std::vector<int>& entries) const
     {

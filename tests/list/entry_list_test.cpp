@@ -334,12 +334,12 @@ TEST_F(EntryListTest, CountsWhatPassesTheFilter)
     TestRecord().Time(kPropDate, Instant(2000, 2, 1)).Write();
     CreateList();
     EXPECT_EQ(RowCount(), 6);
-    EXPECT_EQ(Own().Filter().rowCount, 6u);
+    EXPECT_EQ(m_list.RowCount(), 6u);
     Own().Filter().active = true;
     Own().Filter().monthMask = 0x1;
     m_list.Refresh();
     EXPECT_EQ(RowCount(), 5);
-    EXPECT_EQ(Own().Filter().rowCount, 5u);
+    EXPECT_EQ(m_list.RowCount(), 5u);
     Own().Filter().monthMask = 0x4;
     m_list.Refresh();
     EXPECT_EQ(RowCount(), 0);

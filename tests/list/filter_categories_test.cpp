@@ -65,13 +65,26 @@ TEST_F(JournalFilterTest, CategoriesThatAreGoneLeaveTheFilter)
 {
     const CEOID work = AddCategory(L"Work"), garden = AddCategory(L"Garden");
     FilterState filter = OnCategories({work, garden});
-    EXPECT_FALSE(DropGoneCategories(&filter));
+    EXPECT_FALSE(BringFilterUpToDate(&filter));
     EXPECT_EQ(filter.categories.Count(), 2u);
     ASSERT_NE(m_categories.DeleteRecord(work), 0);
-    EXPECT_TRUE(DropGoneCategories(&filter));
+    EXPECT_TRUE(BringFilterUpToDate(&filter));
     EXPECT_FALSE(filter.categories.Find(work));
     EXPECT_TRUE(filter.categories.Find(garden));
-    EXPECT_EQ(FilterText(&filter), L"Garden");
+    EXPECT_EQ(FilterText(filter), L"Garden");
+}
+
+TEST_F(JournalFilterTest, AFilterOnNoCategoryGoesOutOfForce)
+{
+    const CEOID work = AddCategory(L"Work");
+    FilterState filter = OnCategories({work});
+    ASSERT_NE(m_categories.DeleteRecord(work), 0);
+    EXPECT_TRUE(BringFilterUpToDate(&filter));
+    EXPECT_FALSE(filter.active);
+    filter = OnCategories({});
+    filter.categoriesMode = false;
+    EXPECT_FALSE(BringFilterUpToDate(&filter));
+    EXPECT_TRUE(filter.active) << "on dates";
 }
 
 TEST_F(JournalFilterTest, AHiddenCategoryStaysInTheFilter)
@@ -79,8 +92,8 @@ TEST_F(JournalFilterTest, AHiddenCategoryStaysInTheFilter)
     const CEOID work = AddCategory(L"Work");
     FilterState filter = OnCategories({work});
     Hide(work);
-    EXPECT_FALSE(DropGoneCategories(&filter));
-    EXPECT_EQ(FilterText(&filter), L"Work");
+    EXPECT_FALSE(BringFilterUpToDate(&filter));
+    EXPECT_EQ(FilterText(filter), L"Work");
 }
 
 class NoCategories : public testing::Test {};
@@ -92,7 +105,7 @@ TEST_F(NoCategories, CanBeOpenedSoNoneAreOfferedOrDropped)
     EXPECT_EQ(CategoryName(1), std::nullopt);
     FilterState filter;
     filter.categories.Push({1, 0});
-    EXPECT_FALSE(DropGoneCategories(&filter));
+    EXPECT_FALSE(BringFilterUpToDate(&filter));
     EXPECT_EQ(filter.categories.Count(), 1u);
 }
 

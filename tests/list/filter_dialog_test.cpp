@@ -276,7 +276,6 @@ TEST_F(FilterDialogTest, CancelLeavesTheFilterAsItWas)
     const CEOID work = AddCategory(L"Work");
     Filter() = OnCategories({work});
     Filter().active = Filter().categoriesMode = false;
-    Filter().rowCount = 5;
     EXPECT_FALSE(Run(false, [](const OpenFilter& dialog) {
         dialog.Months().ClickBox(3);
         dialog.Click(kRange);
@@ -289,19 +288,8 @@ TEST_F(FilterDialogTest, CancelLeavesTheFilterAsItWas)
     EXPECT_FALSE(Filter().rangeMode);
     EXPECT_EQ(Filter().monthMask, 0u);
     EXPECT_TRUE(Filter().categories.Find(work));
-    EXPECT_EQ(Filter().rowCount, 5u);
     EXPECT_EQ(Stored(L"fMonths"), 7u);
     EXPECT_EQ(Stored(L"Active"), 0xDEADu);
-}
-
-TEST_F(FilterDialogTest, TheRowCountStaysTheLists)
-{
-    Filter().rowCount = 5;
-    EXPECT_TRUE(Run(false, [](const OpenFilter& dialog) {
-        Filter().rowCount = 6;
-        dialog.Command(IDOK);
-    }));
-    EXPECT_EQ(Filter().rowCount, 6u);
 }
 
 TEST_F(FilterDialogTest, ShowsTheCategoriesChecked)

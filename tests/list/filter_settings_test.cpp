@@ -293,7 +293,6 @@ class ClearedFilter : public FilterSettings {
         m_filter.active = m_filter.categoriesMode = m_filter.rangeMode = true;
         m_filter.monthMask = 3;
         m_filter.rangeStart = m_filter.rangeEnd = kFirstDay;
-        m_filter.rowCount = 9;
         m_filter.categories.Push({7, 0});
         ClearFilter(&m_filter, &Own());
     }
@@ -310,7 +309,6 @@ TEST_F(ClearedFilter, IsZeroAsAWhole)
     EXPECT_EQ(m_filter.monthMask, 0u);
     EXPECT_FALSE(IsSet(m_filter.rangeStart));
     EXPECT_FALSE(IsSet(m_filter.rangeEnd));
-    EXPECT_EQ(m_filter.rowCount, 0u);
     EXPECT_TRUE(m_filter.categories.IsEmpty());
 }
 

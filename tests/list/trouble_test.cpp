@@ -186,21 +186,21 @@ TEST_F(ListTrouble, AFilterKeepsCategoriesThatCannotBeLookedFor)
 {
     FilterState filter;
     FilterOnCategory(m_category, &filter);
-    EXPECT_EQ(FilterText(&filter), L"Work");
+    EXPECT_EQ(FilterText(filter), L"Work");
     LoseFile();
-    EXPECT_FALSE(DropGoneCategories(&filter));
+    EXPECT_FALSE(BringFilterUpToDate(&filter));
     EXPECT_EQ(filter.categories.Count(), 1u);
-    EXPECT_EQ(FilterText(&filter), L"Category...");
+    EXPECT_EQ(FilterText(filter), L"Category...");
     EXPECT_TRUE(filter.active);
     Mend();
-    EXPECT_EQ(FilterText(&filter), L"Work");
+    EXPECT_EQ(FilterText(filter), L"Work");
     {
         const UnreadableTable none(m_store.Path(), "categories");
-        EXPECT_FALSE(DropGoneCategories(&filter)) << "it may be there";
+        EXPECT_FALSE(BringFilterUpToDate(&filter)) << "it may be there";
         EXPECT_EQ(filter.categories.Count(), 1u);
     }
-    EXPECT_FALSE(DropGoneCategories(&filter));
-    EXPECT_EQ(FilterText(&filter), L"Work");
+    EXPECT_FALSE(BringFilterUpToDate(&filter));
+    EXPECT_EQ(FilterText(filter), L"Work");
 }
 
 } // namespace
