@@ -155,27 +155,6 @@ void EditorBar::SetFace(int command, const ButtonFace& face)
     SendMessageW(m_window, TB_SETBUTTONINFOW, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(&info));
 }
 
-int EditorBar::Image(int command) const
-{
-    TBBUTTONINFOW info{};
-    info.cbSize = sizeof info;
-    info.dwMask = TBIF_IMAGE;
-    SendMessageW(m_window, TB_GETBUTTONINFOW, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(&info));
-    return info.iImage;
-}
-
-std::wstring EditorBar::Text(int command) const
-{
-    wchar_t text[60]{};
-    TBBUTTONINFOW info{};
-    info.cbSize = sizeof info;
-    info.dwMask = TBIF_TEXT;
-    info.pszText = text;
-    info.cchText = static_cast<int>(std::size(text));
-    SendMessageW(m_window, TB_GETBUTTONINFOW, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(&info));
-    return text;
-}
-
 void EditorBar::Enable(int command, bool enable)
 {
     SendMessageW(m_window, TB_ENABLEBUTTON, static_cast<WPARAM>(command), MAKELPARAM(enable, 0));

@@ -21,8 +21,6 @@ class EditorBar {
 
     // How a button shows its value: text, image and width.
     void SetFace(int command, const ButtonFace& face);
-    int Image(int command) const;
-    std::wstring Text(int command) const;
 
     void Enable(int command, bool enable);
     void Check(int command, bool check);

@@ -115,8 +115,8 @@ void EntryEditor::FillBoxes()
 void EntryEditor::SetBarState()
 {
     m_views.Start(GetWindow(), &m_bar, m_controls.body);
-    m_bar.SetFace(CMD_PRIORITY, PriorityFace(kPriorityNormal));
-    m_bar.SetFace(CMD_SENSITIVITY, SensitivityFace(kSensitivityNormal));
+    ShowPriority(kPriorityNormal);
+    ShowSensitivity(kSensitivityNormal);
     m_timer.Stop(GetWindow(), &m_settings);
     ShowTimer();
 }
@@ -134,7 +134,7 @@ void EntryEditor::OnResolutionChanged(int before)
     m_bar.OnResolutionChanged(font);
     LayOut();
     m_views.OnResolutionChanged(before);
-    ApplyZoom(ZoomIdOfText(m_bar.Text(CMD_ZOOM)));
+    ApplyZoom(m_zoom);
 }
 
 // The layout takes the client area as it is without a scroll bar, and once more with one where it has to.
@@ -242,9 +242,9 @@ bool EntryEditor::ApplyLoaded(const JournalEntry& entry)
     if (const int type = entry.type ? FindTypeByPrefix(*entry.type) : -1; type >= 0)
         Select(m_controls.type, type);
     if (entry.priority)
-        m_bar.SetFace(CMD_PRIORITY, PriorityFace(*entry.priority));
+        ShowPriority(*entry.priority);
     if (entry.sensitivity)
-        m_bar.SetFace(CMD_SENSITIVITY, SensitivityFace(*entry.sensitivity));
+        ShowSensitivity(*entry.sensitivity);
     if (entry.endTime)
         m_times.end = *entry.endTime;
     if (entry.duration)
@@ -265,8 +265,8 @@ bool EntryEditor::ApplyRescued(const RescueState& state)
         Select(m_controls.type, type);
     if (!ShowText(m_controls.body, state.entry.body))
         return Fail(StoreTrouble::NoMemory);
-    m_bar.SetFace(CMD_PRIORITY, PriorityFace(state.entry.priority));
-    m_bar.SetFace(CMD_SENSITIVITY, SensitivityFace(state.entry.sensitivity));
+    ShowPriority(state.entry.priority);
+    ShowSensitivity(state.entry.sensitivity);
     ShowCategories();
     return true;
 }

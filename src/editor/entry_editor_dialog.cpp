@@ -345,20 +345,36 @@ void EntryEditor::DropDown(int button)
 
 void EntryEditor::Choose(int button, int menuId)
 {
-    m_bar.SetFace(button, PickerFace(button, menuId));
-    SendMessageW(GetWindow(), WM_COMMAND, static_cast<WPARAM>(menuId), 0);
-    if (button != CMD_ZOOM)
-        SetModified(true);
+    if (button == CMD_ZOOM)
+        return ApplyZoom(menuId);
+    if (button == CMD_PRIORITY)
+        ShowPriority(menuId);
+    else
+        ShowSensitivity(menuId);
+    SetModified(true);
+}
+
+void EntryEditor::ShowPriority(int valueOrId)
+{
+    m_priority = PriorityOf(valueOrId);
+    m_bar.SetFace(CMD_PRIORITY, PriorityFace(m_priority));
+}
+
+void EntryEditor::ShowSensitivity(int valueOrId)
+{
+    m_sensitivity = SensitivityOf(valueOrId);
+    m_bar.SetFace(CMD_SENSITIVITY, SensitivityFace(m_sensitivity));
 }
 
 void EntryEditor::ApplyZoom(int menuId)
 {
     const ZoomStep& step = ZoomStepOf(static_cast<unsigned>(menuId));
+    m_zoom = step.menuId;
     m_bar.SetFace(CMD_ZOOM, ZoomFace(step));
     UniqueFont font = MakeZoomFont(step, DpiOf(GetWindow()));
     SendMessageW(m_controls.body, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
     m_bodyFont = std::move(font);
-    StoreZoom(&m_settings, static_cast<DWORD>(ZoomIdOfText(m_bar.Text(CMD_ZOOM))));
+    StoreZoom(&m_settings, static_cast<DWORD>(m_zoom));
     RedrawWindow(m_controls.body, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
 }
 

@@ -75,6 +75,8 @@ class EntryEditor : public Dialog {
     void OnTimerButton();
     void DropDown(int button);
     void Choose(int button, int menuId);
+    void ShowPriority(int valueOrId);
+    void ShowSensitivity(int valueOrId);
 
     // What the entry is
     void ApplyDateRule(int id);
@@ -132,7 +134,10 @@ class EntryEditor : public Dialog {
     std::optional<std::wstring> m_hiddenSubject; // the record's, where it could not be shown
     StoreTrouble m_notOpened = StoreTrouble::None; // why
     StoreTrouble m_notSaved = StoreTrouble::None;  // the last time
-    bool m_quiet = false;                          // the editor itself is filling its controls
+    int m_priority = kPriorityNormal;
+    int m_sensitivity = kSensitivityNormal;
+    int m_zoom = 0;       // the menu id
+    bool m_quiet = false; // the editor itself is filling its controls
     AssignViews m_views{&m_record, &m_quiet};
     std::optional<RescueState> m_found; // to go on with
     RescueFile m_foundFile;

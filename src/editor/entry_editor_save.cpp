@@ -147,8 +147,8 @@ std::optional<EntryToWrite> EntryEditor::CollectWith(const std::optional<std::ws
     entry.date = m_times.start;
     entry.endTime = m_times.end;
     entry.duration = m_times.duration;
-    entry.priority = static_cast<short>(m_bar.Image(CMD_PRIORITY) - kFirstPriorityImage);
-    entry.sensitivity = static_cast<short>(m_bar.Image(CMD_SENSITIVITY) - kFirstSensitivityImage);
+    entry.priority = static_cast<short>(m_priority);
+    entry.sensitivity = static_cast<short>(m_sensitivity);
     entry.type = *type;
     entry.body = WithLineEnds(*body);
     entry.subject = *subject;

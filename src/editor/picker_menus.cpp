@@ -25,12 +25,3 @@ UniqueMenu PickerMenu(int button)
     default: return nullptr;
     }
 }
-
-ButtonFace PickerFace(int button, int valueOrId)
-{
-    switch (button) {
-    case CMD_PRIORITY: return PriorityFace(valueOrId);
-    case CMD_SENSITIVITY: return SensitivityFace(valueOrId);
-    default: return ZoomFace(ZoomStepOf(static_cast<unsigned>(valueOrId)));
-    }
-}

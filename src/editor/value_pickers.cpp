@@ -56,15 +56,25 @@ std::span<const wchar_t* const> SuggestedDurations()
     return kDurations;
 }
 
+int PriorityOf(int valueOrId)
+{
+    return ValueOf(PriorityChoices(), valueOrId, kPriorityNormal);
+}
+
+int SensitivityOf(int valueOrId)
+{
+    return ValueOf(SensitivityChoices(), valueOrId, kSensitivityNormal);
+}
+
 ButtonFace PriorityFace(int valueOrId)
 {
-    const int value = ValueOf(PriorityChoices(), valueOrId, kPriorityNormal);
+    const int value = PriorityOf(valueOrId);
     return {PriorityWord(value), kFirstPriorityImage + value, kPriorityWidth};
 }
 
 ButtonFace SensitivityFace(int valueOrId)
 {
-    const int value = ValueOf(SensitivityChoices(), valueOrId, kSensitivityNormal);
+    const int value = SensitivityOf(valueOrId);
     return {SensitivityWord(value), kFirstSensitivityImage + value, kSensitivityWidth};
 }
 

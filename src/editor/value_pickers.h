@@ -23,7 +23,7 @@ struct ButtonFace {
     int width; // pixels at 96 dpi
 };
 
-constexpr int kFirstPriorityImage = 7;     // the stored value is the image less this
+constexpr int kFirstPriorityImage = 7;     // of the value 0
 constexpr int kFirstSensitivityImage = 10; // likewise
 constexpr int kTimerImage = 3;
 constexpr int kZoomImage = 6;
@@ -32,7 +32,9 @@ constexpr int kSensitivityWidth = 100;
 constexpr int kZoomWidth = 75;
 constexpr int kTimerWidth = 75;
 
-// valueOrId: a stored value or a menu id; every other number is shown as "Normal".
+// The value of a stored value or of a menu id; every other number is "Normal".
+int PriorityOf(int valueOrId);
+int SensitivityOf(int valueOrId);
 ButtonFace PriorityFace(int valueOrId);
 ButtonFace SensitivityFace(int valueOrId);
 ButtonFace TimerFace(bool running);

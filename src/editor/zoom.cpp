@@ -28,14 +28,6 @@ const ZoomStep& ZoomStepOf(unsigned menuId)
     return kDefaultStep;
 }
 
-int ZoomIdOfText(const std::wstring& text)
-{
-    for (const ZoomStep& step : kSteps)
-        if (text == step.text)
-            return step.menuId;
-    return 0;
-}
-
 ButtonFace ZoomFace(const ZoomStep& step)
 {
     return {step.text, kZoomImage, kZoomWidth};

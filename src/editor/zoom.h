@@ -18,8 +18,6 @@ struct ZoomStep {
 std::span<const ZoomStep> ZoomSteps();
 // The step of a menu id; any other number gives 100 %.
 const ZoomStep& ZoomStepOf(unsigned menuId);
-// The menu id of a text; 0 for a text that is none of them.
-int ZoomIdOfText(const std::wstring& text);
 
 ButtonFace ZoomFace(const ZoomStep& step);
 UniqueFont MakeZoomFont(const ZoomStep& step, int dpi);

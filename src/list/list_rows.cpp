@@ -3,9 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "data/journal_entry.h"
-#include "util/owners.h"
-
 void FilteredRows::Apply(DbJournal& journal, const FilterState& filter)
 {
     if (!filter.active) {
@@ -24,13 +21,7 @@ DWORD CountRows(DbJournal& journal)
     return std::min<DWORD>(journal.PassingRows(), kRowsMax);
 }
 
-ScopedPosition::ScopedPosition(DbJournal& journal) : m_journal(journal)
-{
-    WORD count = 1;
-    CEPROPVAL* properties = nullptr;
-    m_id = journal.ReadRecord(&count, &kPropKind, &properties);
-    const LocalBlock<CEPROPVAL> owner(properties);
-}
+ScopedPosition::ScopedPosition(DbJournal& journal) : m_journal(journal), m_id(journal.CurrentRecord()) {}
 
 ScopedPosition::~ScopedPosition()
 {
