@@ -1,10 +1,10 @@
 #include "editor/category_view.h"
 
-#include "editor/scoped_quiet.h"
 #include "pick/category_assignment.h"
 #include "pick/only_item.h"
 #include "res/resource.h"
 #include "ui/list_boxes.h"
+#include "ui/scoped_quiet.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "editor/contact_view.h"
 
-#include "editor/scoped_quiet.h"
 #include "pick/only_item.h"
 #include "res/resource.h"
+#include "ui/scoped_quiet.h"
 #include "ui/screen/scale.h"
 
 namespace {

@@ -9,6 +9,7 @@
 #include "ui/hourglass.h"
 #include "ui/pictures/canvas.h"
 #include "ui/pictures/image_list.h"
+#include "ui/scoped_quiet.h"
 #include "ui/screen/message_font.h"
 #include "ui/screen/scale.h"
 #include "ui/screen/work_area.h"
@@ -284,7 +285,7 @@ void EntryList::Refresh()
 // are as many as before: a failed read is no empty journal. True when the main window is to be told.
 bool EntryList::Rebuild()
 {
-    const RowSelection::Quiet quiet(m_selection);
+    const ScopedQuiet quiet(m_selection.Quiet());
     DbJournal& journal = m_session.journal;
     const CeDBase::ReadScope scope(journal);
     ListView_DeleteAllItems(m_list);

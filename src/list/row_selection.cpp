@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/scoped_quiet.h"
 #include "ui/screen/scoped.h"
 
 namespace {
@@ -82,7 +83,7 @@ void RowSelection::AddSelectedRows()
 bool RowSelection::Select(CEOID id)
 {
     constexpr UINT kState = LVIS_SELECTED | LVIS_FOCUSED;
-    const Quiet quiet(*this);
+    const ScopedQuiet quiet(&m_quiet);
     const int row = RowOf(id);
     if (row < 0 && m_unread)
         return false;
@@ -110,7 +111,7 @@ bool RowSelection::SelectAgain()
 // taken once.
 void RowSelection::SelectRows()
 {
-    const Quiet quiet(*this);
+    const ScopedQuiet quiet(&m_quiet);
     SelectionSet& selection = m_tracker.Selection();
     const int page = ListView_GetCountPerPage(m_list);
     std::vector<CEOID> missing;
@@ -158,7 +159,7 @@ StoreTrouble RowSelection::TakeChosenRow()
 
 void RowSelection::Clear()
 {
-    const Quiet quiet(*this);
+    const ScopedQuiet quiet(&m_quiet);
     if (m_list)
         ListView_SetItemState(m_list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
     m_unseen.clear();

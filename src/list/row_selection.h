@@ -22,17 +22,8 @@ class RowSelection {
     SelectionTracker& Tracker() { return m_tracker; }
     const SelectionTracker& Tracker() const { return m_tracker; }
 
-    // While one lives, the control's messages on states are the program's own doing, and nothing is tracked.
-    class Quiet {
-      public:
-        explicit Quiet(RowSelection& selection) : m_depth(selection.m_quiet) { ++m_depth; }
-        ~Quiet() { --m_depth; }
-        Quiet(const Quiet&) = delete;
-        Quiet& operator=(const Quiet&) = delete;
-
-      private:
-        int& m_depth;
-    };
+    // While it is set, the control's messages on states are the program's own doing, and nothing is tracked.
+    bool* Quiet() { return &m_quiet; }
 
     // LVN_ITEMCHANGED and LVN_ODSTATECHANGED.
     [[nodiscard]] bool OnItemChanged(const NMLISTVIEW& change);
@@ -65,6 +56,6 @@ class RowSelection {
     // Selected, and nobody could look for their rows. What is chosen next comes in their place: nobody sees
     // that they are selected.
     std::vector<CEOID> m_unseen;
-    int m_quiet = 0;
+    bool m_quiet = false;
     bool m_unread = false; // the row asked for last could not be looked for: its record may be there
 };

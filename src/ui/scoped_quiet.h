@@ -1,5 +1,5 @@
-// The editor's quiet flag: while it is set, changes come from the editor's own filling and mark nothing as
-// modified.
+// A flag that says that what changes is a window's own doing, as when it fills its controls, and is to be
+// taken for nothing that a person has done.
 #pragma once
 
 class ScopedQuiet {
