@@ -40,10 +40,11 @@ SaveAnswer NotSaved(StoreTrouble trouble)
 
 // Nothing, and the contact as it is now, where another program has changed it. One that was deleted meanwhile
 // is written anew, not lost.
-std::optional<SaveAnswer> AddressWindow::SaveOver(CEOID* id, Contact* loaded, const Contact& contact)
+std::optional<SaveAnswer> AddressWindow::SaveOver(CEOID* id, vcard::Contact* loaded,
+                                                  const vcard::Contact& contact)
 {
     CeDBase::BulkScope bulk(m_contacts); // nobody changes it between the look and the write
-    Contact now;
+    vcard::Contact now;
     const bool isThere = *id && LoadContact(m_contacts, *id, &now);
     if (*id && !isThere && m_contacts.Trouble() != StoreTrouble::None)
         return NotSaved(m_contacts.Trouble());
@@ -59,7 +60,7 @@ std::optional<SaveAnswer> AddressWindow::SaveOver(CEOID* id, Contact* loaded, co
     return SaveAnswer{true, {}};
 }
 
-SaveAnswer AddressWindow::Save(HWND dialog, CEOID* id, Contact loaded, const Contact& contact)
+SaveAnswer AddressWindow::Save(HWND dialog, CEOID* id, vcard::Contact loaded, const vcard::Contact& contact)
 {
     constexpr const wchar_t* kChanged = L"Another program has changed this contact since it was opened.\n\n"
                                         L"Save yours in its place?";
@@ -74,15 +75,16 @@ SaveAnswer AddressWindow::Save(HWND dialog, CEOID* id, Contact loaded, const Con
 void AddressWindow::NewContact()
 {
     CEOID id = 0;
-    if (EditContact(m_instance, m_window, {}, true,
-                    [&](HWND dialog, const Contact& contact) { return Save(dialog, &id, {}, contact); }))
+    if (EditContact(m_instance, m_window, {}, true, [&](HWND dialog, const vcard::Contact& contact) {
+            return Save(dialog, &id, {}, contact);
+        }))
         Reload(id);
 }
 
 void AddressWindow::EditCurrent()
 {
     CEOID id = Focused();
-    Contact contact;
+    vcard::Contact contact;
     if (!id)
         return;
     if (!LoadContact(m_contacts, id, &contact)) {
@@ -93,8 +95,9 @@ void AddressWindow::EditCurrent()
         MessageBoxW(m_window, why.c_str(), kTitle, MB_OK | MB_ICONERROR);
         return Reload();
     }
-    if (EditContact(m_instance, m_window, contact, false,
-                    [&](HWND dialog, const Contact& changed) { return Save(dialog, &id, contact, changed); }))
+    if (EditContact(m_instance, m_window, contact, false, [&](HWND dialog, const vcard::Contact& changed) {
+            return Save(dialog, &id, contact, changed);
+        }))
         Reload(id);
 }
 

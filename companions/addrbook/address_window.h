@@ -90,8 +90,8 @@ class AddressWindow {
     std::vector<CEOID> Selected() const;
     CEOID Focused() const;
     // Writes to the contact as it was loaded, or a new one when *id is 0.
-    SaveAnswer Save(HWND dialog, CEOID* id, Contact loaded, const Contact& contact);
-    std::optional<SaveAnswer> SaveOver(CEOID* id, Contact* loaded, const Contact& contact);
+    SaveAnswer Save(HWND dialog, CEOID* id, vcard::Contact loaded, const vcard::Contact& contact);
+    std::optional<SaveAnswer> SaveOver(CEOID* id, vcard::Contact* loaded, const vcard::Contact& contact);
 
     RegistryStore m_settings;
     bool m_hasSettings = false;

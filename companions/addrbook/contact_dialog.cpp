@@ -6,7 +6,7 @@
 #include "addrbook/resource.h"
 #include "addrbook/transfer/contact_record.h"
 #include "formats/vcard/contact_names.h"
-#include "formats/vcard/vcard_contact.h"
+#include "formats/vcard/edit.h"
 #include "mervane/file/trouble.h"
 #include "ui/control_text.h"
 #include "ui/dialog.h"
@@ -16,8 +16,8 @@ namespace addrbook {
 
 namespace {
 
-constexpr size_t kShownFields = kFieldCount - 1;
-static_assert(static_cast<size_t>(Field::Extra) == kShownFields);
+constexpr size_t kShownFields = vcard::kFieldCount - 1;
+static_assert(static_cast<size_t>(vcard::Field::Extra) == kShownFields);
 // In the order of Field.
 constexpr std::array<int, kShownFields> kControls = {
     IDC_FILE_AS, IDC_FIRST_NAME, IDC_LAST_NAME, IDC_COMPANY,  IDC_JOB_TITLE,
@@ -40,7 +40,7 @@ std::string Trimmed(std::string text)
 
 class ContactDialog : public Dialog {
   public:
-    ContactDialog(const Contact& contact, bool isNew, const ContactSave& save)
+    ContactDialog(const vcard::Contact& contact, bool isNew, const ContactSave& save)
         : m_contact(contact), m_isNew(isNew), m_save(save)
     {}
 
@@ -54,7 +54,7 @@ class ContactDialog : public Dialog {
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
   private:
-    std::optional<Contact> Entered() const;
+    std::optional<vcard::Contact> Entered() const;
     bool FillBoxes();
     void Tell(const std::wstring& why) const;
     void FollowNames();
@@ -62,7 +62,7 @@ class ContactDialog : public Dialog {
     bool Save();
     void GrowBoxes();
 
-    Contact m_contact;
+    vcard::Contact m_contact;
     bool m_isNew;
     const ContactSave& m_save;
     // As the controls show the fields: what a control does not show as it is must not change by being shown.
@@ -101,9 +101,9 @@ bool ContactDialog::OnInitDialog()
     }
     constexpr wchar_t kDateHint[] = L"YYYY-MM-DD";
     SendMessageW(GetItem(IDC_BIRTHDAY), EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(kDateHint));
-    m_ownFileAs = FileAsOf(m_contact);
+    m_ownFileAs = vcard::FileAsOf(m_contact);
     if (!m_isNew)
-        SetWindowTextW(GetWindow(), ToWide(m_contact[Field::FileAs]).c_str());
+        SetWindowTextW(GetWindow(), ToWide(m_contact[vcard::Field::FileAs]).c_str());
     GrowBoxes();
     CenterOnWorkArea();
     m_filled = true;
@@ -124,9 +124,9 @@ void ContactDialog::GrowBoxes()
 }
 
 // What was not touched stays as it is, to the byte.
-std::optional<Contact> ContactDialog::Entered() const
+std::optional<vcard::Contact> ContactDialog::Entered() const
 {
-    Contact contact = m_contact;
+    vcard::Contact contact = m_contact;
     for (size_t i = 0; i < kShownFields; ++i) {
         const std::optional<std::wstring> text = ReadText(GetItem(kControls[i]));
         if (!text)
@@ -140,12 +140,12 @@ std::optional<Contact> ContactDialog::Entered() const
 // File As goes with the names until somebody chooses it.
 void ContactDialog::FollowNames()
 {
-    const std::optional<Contact> entered = Entered();
+    const std::optional<vcard::Contact> entered = Entered();
     if (!entered)
         return;
-    const Contact& contact = *entered;
-    const std::string fileAs = FileAsOf(contact);
-    if (contact[Field::FileAs] == m_ownFileAs && fileAs != m_ownFileAs)
+    const vcard::Contact& contact = *entered;
+    const std::string fileAs = vcard::FileAsOf(contact);
+    if (contact[vcard::Field::FileAs] == m_ownFileAs && fileAs != m_ownFileAs)
         SetWindowTextW(GetItem(IDC_FILE_AS), ToWide(fileAs).c_str());
     m_ownFileAs = fileAs;
 }
@@ -159,21 +159,21 @@ bool ContactDialog::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT*)
 
 bool ContactDialog::Save()
 {
-    const std::optional<Contact> entered = Entered();
+    const std::optional<vcard::Contact> entered = Entered();
     if (!entered) {
         Tell(NotDoneText(L"The contact was not saved", StoreTrouble::NoMemory, TypedText::StillThere));
         return false;
     }
-    Contact contact = *entered;
-    if (contact[Field::FileAs].empty())
-        contact[Field::FileAs] = FileAsOf(contact);
-    if (contact[Field::FileAs].empty()) {
+    vcard::Contact contact = *entered;
+    if (contact[vcard::Field::FileAs].empty())
+        contact[vcard::Field::FileAs] = vcard::FileAsOf(contact);
+    if (contact[vcard::Field::FileAs].empty()) {
         MessageBoxW(GetWindow(), L"A contact needs a name, a company, an e-mail or a phone.", kCaption,
                     MB_OK | MB_ICONINFORMATION);
         SetFocus(GetItem(IDC_FIRST_NAME));
         return false;
     }
-    FollowEdit(m_contact, &contact);
+    vcard::FollowEdit(m_contact, &contact);
     const SaveAnswer answer = m_save(GetWindow(), contact);
     if (!answer.isSaved)
         Tell(answer.why);
@@ -191,7 +191,7 @@ bool ContactDialog::IsChanged() const
 {
     if (!m_filled)
         return false;
-    const std::optional<Contact> entered = Entered();
+    const std::optional<vcard::Contact> entered = Entered();
     return !entered || *entered != m_contact;
 }
 
@@ -208,7 +208,8 @@ void ContactDialog::OnCancel()
 
 } // namespace
 
-bool EditContact(HINSTANCE instance, HWND owner, const Contact& contact, bool isNew, const ContactSave& save)
+bool EditContact(HINSTANCE instance, HWND owner, const vcard::Contact& contact, bool isNew,
+                 const ContactSave& save)
 {
     return ContactDialog(contact, isNew, save).DoModal(instance, IDD_CONTACT, owner) == 1;
 }

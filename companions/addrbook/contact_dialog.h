@@ -16,9 +16,10 @@ struct SaveAnswer {
 };
 // Called with the contact as it stands when OK is pressed, and the window for boxes; while it is not saved
 // the window stays open.
-using ContactSave = std::function<SaveAnswer(HWND dialog, const Contact& contact)>;
+using ContactSave = std::function<SaveAnswer(HWND dialog, const vcard::Contact& contact)>;
 
 // True when something was saved.
-bool EditContact(HINSTANCE instance, HWND owner, const Contact& contact, bool isNew, const ContactSave& save);
+bool EditContact(HINSTANCE instance, HWND owner, const vcard::Contact& contact, bool isNew,
+                 const ContactSave& save);
 
 } // namespace addrbook

@@ -25,7 +25,7 @@
 #define CMD_CLOSE 207
 #define CMD_SHOW_HELP 208
 
-/* Contact: one control for each field, in the order of the fields */
+/* vcard::Contact: one control for each field, in the order of the fields */
 #define IDC_FILE_AS 1100
 #define IDC_FIRST_NAME 1101
 #define IDC_LAST_NAME 1102

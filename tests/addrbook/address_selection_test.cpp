@@ -177,9 +177,9 @@ TEST_F(AddressWindowTest, FindsWhatWasChangedWhileItLooks)
     Open();
     SetWindowTextW(Item(IDC_FIND), L"lake");
     EXPECT_EQ(Names(), Texts{L"Anna"});
-    Contact changed;
-    changed[Field::FileAs] = "Anna";
-    changed[Field::Note] = "hill";
+    vcard::Contact changed;
+    changed[vcard::Field::FileAs] = "Anna";
+    changed[vcard::Field::Note] = "hill";
     ASSERT_EQ(ContactSaver().Save(m_contacts, anna, changed), anna);
     Add("Aaron", "lake");
     TellOfAChange(kChangeModified);

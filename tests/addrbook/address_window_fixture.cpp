@@ -16,9 +16,9 @@ void AddressWindowTest::TearDown()
 
 CEOID AddressWindowTest::Add(const std::string& fileAs, const char* note)
 {
-    Contact contact;
-    contact[Field::FileAs] = fileAs;
-    contact[Field::Note] = note;
+    vcard::Contact contact;
+    contact[vcard::Field::FileAs] = fileAs;
+    contact[vcard::Field::Note] = note;
     return ContactSaver().Save(m_contacts, 0, contact);
 }
 

@@ -5,7 +5,7 @@
 #include "addrbook/resource.h"
 #include "addrbook/transfer/contact_record.h"
 #include "address_window_fixture.h"
-#include "cards.h"
+#include "support/cards.h"
 #include "support/help_requests.h"
 #include "support/test_windows.h"
 
@@ -64,8 +64,8 @@ TEST_F(AddressWindowTest, MakesAndChangesContacts)
 TEST_F(AddressWindowTest, ImportsAndExportsAndTellsTheCount)
 {
     Open();
-    ASSERT_TRUE(
-        WriteFileBytes(m_path, CardOf("FN:Anna") + CardOf("FN:Bert\nX-A:kept\nUID:b") + "BEGIN:VCARD"));
+    ASSERT_TRUE(WriteFileBytes(m_path, vcard::CardOf("FN:Anna") + vcard::CardOf("FN:Bert\nX-A:kept\nUID:b") +
+                                           "BEGIN:VCARD"));
     const auto answer = [](const wchar_t* expected) {
         return [expected](HWND dialog) {
             HWND ok = GetDlgItem(dialog, IDOK);
@@ -99,7 +99,7 @@ TEST_F(AddressWindowTest, AnImportThatIsCancelledChangesNothing)
     Open();
     std::string cards;
     for (int i = 0; i < 60'000; ++i)
-        cards += CardOf("FN:Name " + std::to_string(i));
+        cards += vcard::CardOf("FN:Name " + std::to_string(i));
     ASSERT_TRUE(WriteFileBytes(m_path, cards));
     const ModalDriver driver([](HWND dialog) {
         EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, IDOK)));
@@ -126,9 +126,9 @@ TEST_F(AddressWindowTest, AnExportOfALargeCardThatIsCancelledLeavesTheFile)
     EXPECT_TRUE(driver.Ran());
     EXPECT_EQ(ReadFileBytes(m_path), "before");
     EXPECT_EQ(GetFileAttributesW((m_path + L".part").c_str()), INVALID_FILE_ATTRIBUTES);
-    Contact anna;
+    vcard::Contact anna;
     ASSERT_TRUE(LoadContact(m_contacts, m_contacts.IdOfRow(0), &anna));
-    EXPECT_EQ(anna[Field::Extra], "") << "nor is it given a UID";
+    EXPECT_EQ(anna[vcard::Field::Extra], "") << "nor is it given a UID";
 }
 
 // Whatever is looked for: who has just made a contact wants to see it.

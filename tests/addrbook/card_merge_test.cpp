@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "addrbook/transfer/reach_merge.h"
-#include "cards.h"
+#include "support/cards.h"
 
 namespace addrbook {
 
@@ -15,7 +15,7 @@ namespace {
 // The contact of one card after another was merged into it, as it would be exported.
 std::string Merged(const std::string& stored, const std::string& card)
 {
-    return LinesOf(MergedWith(ContactOf(stored), ImportedOf(card)));
+    return vcard::LinesOf(MergedWith(vcard::ContactOf(stored), vcard::ImportedOf(card)));
 }
 
 TEST(CardMerge, WhatTheCardLacksStays)
@@ -27,7 +27,7 @@ TEST(CardMerge, WhatTheCardLacksStays)
     EXPECT_EQ(Merged(all, "FN:Jane Doe\nN:;;;;\nORG:\nTITLE:\nEMAIL:\nTEL:\nADR:;;;;;;\nBDAY:\nNOTE:\nUID:1"),
               all)
         << "an empty value says nothing";
-    EXPECT_EQ(ImportedOf(Merged("FN:x\nUID:1", all)).contact[Field::Note], "n")
+    EXPECT_EQ(vcard::ImportedOf(Merged("FN:x\nUID:1", all)).contact[vcard::Field::Note], "n")
         << "what the contact lacks comes";
 }
 
@@ -64,7 +64,9 @@ TEST(CardMerge, MiddleNamesStayWithNewNames)
 TEST(CardMerge, TheCardsOwnNameHolds)
 {
     EXPECT_EQ(Merged("FN:Old\nUID:1", "FN:New\nUID:1"), "FN:New\nUID:1\n");
-    EXPECT_EQ(MergedWith(ContactOf("FN:Old\nUID:1"), ImportedOf("FN:New\nUID:1"))[Field::FileAs], "New");
+    EXPECT_EQ(MergedWith(vcard::ContactOf("FN:Old\nUID:1"),
+                         vcard::ImportedOf("FN:New\nUID:1"))[vcard::Field::FileAs],
+              "New");
     EXPECT_EQ(Merged("FN:Jane Doe\nN:Doe;Jane;;;\nUID:1", "FN:Janey\nUID:1"),
               "FN:Janey\nN:Doe;Jane;;;\nUID:1\n");
     EXPECT_EQ(Merged("FN:Dr. Jane\nN:Doe;Jane;;;\nUID:1", "FN:Jane Doe\nN:Doe;Jane;;;\nUID:1"),
@@ -81,7 +83,7 @@ TEST(CardMerge, TheCardsOwnNameHolds)
 TEST(CardMerge, FileAsFollowsTheNamesUnlessSomebodyChoseIt)
 {
     const auto fileAs = [](const std::string& stored, const std::string& card) {
-        return MergedWith(ContactOf(stored), ImportedOf(card))[Field::FileAs];
+        return MergedWith(vcard::ContactOf(stored), vcard::ImportedOf(card))[vcard::Field::FileAs];
     };
     const std::string jane = "FN:Jane Doe\nN:Doe;Jane;;;\nUID:1", roe = "FN:Jane Roe\nN:Roe;Jane;;;\nUID:1";
     EXPECT_EQ(fileAs(jane, roe), "Roe, Jane");
@@ -94,7 +96,7 @@ TEST(CardMerge, FileAsFollowsTheNamesUnlessSomebodyChoseIt)
 TEST(CardMerge, PhonesAndEmailsAreKeptAndKnownAgain)
 {
     const auto phones = [](const std::string& stored, const std::string& card) {
-        return MergedReaches(Property::Phone, stored, card);
+        return MergedReaches(vcard::Property::Phone, stored, card);
     };
     EXPECT_EQ(phones("1\n2 (work)", "3"), "1\n2 (work)\n3");
     EXPECT_EQ(phones("1\n2 (work)", "2\n1 (home)"), "1 (home)\n2 (work)") << "in their order, no kind lost";
@@ -104,7 +106,8 @@ TEST(CardMerge, PhonesAndEmailsAreKeptAndKnownAgain)
     EXPECT_EQ(phones("desk", "Desk\ndoor"), "Desk\ndoor") << "without a digit";
     EXPECT_EQ(phones("", "1"), "1");
     EXPECT_EQ(phones("1", ""), "1");
-    EXPECT_EQ(MergedReaches(Property::Email, "A1@b\nc1@d", "a1@B (home)\na2@b"), "a1@B (home)\nc1@d\na2@b");
+    EXPECT_EQ(MergedReaches(vcard::Property::Email, "A1@b\nc1@d", "a1@B (home)\na2@b"),
+              "a1@B (home)\nc1@d\na2@b");
 }
 
 TEST(CardMerge, ALineOfAPhoneStaysWithIt)
@@ -146,18 +149,19 @@ TEST(CardMerge, AContactsOwnCardChangesNothing)
           "NOTE;LANGUAGE=de:a\\nb\nNOTE:c\nURL:a\nX-B:c\nURL:d\ng.X-A:b\nUID:1\nREV:2",
           "ORG:Acme\nUID:1", "N:;Jane;;;\nUID:1", "FN:a\nFN:b\nN:c;d;;;\nUID:1\nX-FILE-AS:e",
           "TEL:1\nTEL:1\nUID:1", "FN:x\nUID:1\nUID:2", "FN:Acme\nORG:Acme\nUID:1"}) {
-        const Contact stored = ContactOf(lines);
-        EXPECT_EQ(MergedWith(stored, ImportedOf(lines)), stored) << lines;
-        const Contact back = MergedWith(stored, ImportedOf(LinesOf(stored)));
-        EXPECT_FALSE(IsChange(stored, back)) << lines << "\n" << LinesOf(stored) << LinesOf(back);
+        const vcard::Contact stored = vcard::ContactOf(lines);
+        EXPECT_EQ(MergedWith(stored, vcard::ImportedOf(lines)), stored) << lines;
+        const vcard::Contact back = MergedWith(stored, vcard::ImportedOf(vcard::LinesOf(stored)));
+        EXPECT_FALSE(IsChange(stored, back)) << lines << "\n"
+                                             << vcard::LinesOf(stored) << vcard::LinesOf(back);
     }
 }
 
 TEST(CardMerge, WhoWroteTheCardIsNoChange)
 {
-    const Contact stored = ContactOf("FN:x\nREV:1\nUID:1");
+    const vcard::Contact stored = vcard::ContactOf("FN:x\nREV:1\nUID:1");
     const auto isChange = [&](const char* lines) {
-        return IsChange(stored, MergedWith(stored, ImportedOf(lines)));
+        return IsChange(stored, MergedWith(stored, vcard::ImportedOf(lines)));
     };
     EXPECT_FALSE(isChange("FN:x\nREV:2\nPRODID:y\nUID:1"));
     EXPECT_TRUE(isChange("FN:x\nREV:2\nX-A:b\nUID:1"));
@@ -167,17 +171,18 @@ TEST(CardMerge, WhoWroteTheCardIsNoChange)
 
 TEST(CardMerge, ANewContactLeavesTheUidToTheOther)
 {
-    EXPECT_EQ(LinesOf(AsNew(ImportedOf("FN:x\nTEL;PREF=1:1\ng.UID:1\nX-A:b"))),
+    EXPECT_EQ(vcard::LinesOf(AsNew(vcard::ImportedOf("FN:x\nTEL;PREF=1:1\ng.UID:1\nX-A:b"))),
               "FN:x\nTEL;PREF=1:1\nX-A:b\n");
 }
 
 TEST(CardMerge, TellsWhichFieldsDiffer)
 {
-    const Contact stored = ContactOf("FN:Jane Doe\nN:Doe;Jane;;;\nTEL:1\nX-A:b\nX-C:d\nREV:1\nUID:1");
+    const vcard::Contact stored =
+        vcard::ContactOf("FN:Jane Doe\nN:Doe;Jane;;;\nTEL:1\nX-A:b\nX-C:d\nREV:1\nUID:1");
     const std::string longOne(95, 'a');
-    const Contact merged =
-        MergedWith(stored, ImportedOf("FN:Jane Doe\nN:Doe;Jane;;;\nTEL:2\nORG:Acme\nX-A:" + longOne +
-                                      "\xC3\xA4\xC3\xA4\nREV:2\nUID:1"));
+    const vcard::Contact merged =
+        MergedWith(stored, vcard::ImportedOf("FN:Jane Doe\nN:Doe;Jane;;;\nTEL:2\nORG:Acme\nX-A:" + longOne +
+                                             "\xC3\xA4\xC3\xA4\nREV:2\nUID:1"));
     const std::vector<FieldChange> changes = ChangesBetween(stored, merged);
     ASSERT_EQ(changes.size(), 3u);
     EXPECT_STREQ(changes[0].field, L"Company");

@@ -9,7 +9,7 @@
 
 #include "addrbook/resource.h"
 #include "addrbook/transfer/contact_record.h"
-#include "cards.h"
+#include "support/cards.h"
 #include "support/dialog_window.h"
 #include "support/help_requests.h"
 #include "support/resolution.h"
@@ -41,11 +41,11 @@ void Press(HWND dialog, int id)
 class ContactDialogTest : public testing::Test {
   protected:
     // What was saved, when something was.
-    bool Edit(const Contact& contact, std::function<void(HWND)> work, bool isNew = false)
+    bool Edit(const vcard::Contact& contact, std::function<void(HWND)> work, bool isNew = false)
     {
         const ModalDriver driver(std::move(work));
         const bool saved = EditContact(GetModuleHandleW(nullptr), m_parent.Handle(), contact, isNew,
-                                       [this](HWND, const Contact& entered) {
+                                       [this](HWND, const vcard::Contact& entered) {
                                            m_saved = entered;
                                            ++m_saves;
                                            return SaveAnswer{m_maySave, L"Why not."};
@@ -55,7 +55,7 @@ class ContactDialogTest : public testing::Test {
     }
 
     TestParent m_parent;
-    Contact m_saved;
+    vcard::Contact m_saved;
     int m_saves = 0;
     bool m_maySave = true;
 };
@@ -87,17 +87,17 @@ TEST_F(ContactDialogTest, MakesAContact)
             Press(dialog, IDOK);
         },
         true));
-    EXPECT_EQ(m_saved[Field::FirstName], "J\xC3\xBCrgen");
-    EXPECT_EQ(m_saved[Field::FileAs], "M\xC3\xBCller, J\xC3\xBCrgen");
-    EXPECT_EQ(m_saved[Field::Phones], "1 (work)\n2");
-    EXPECT_EQ(m_saved[Field::Birthday], "1985-04-15");
+    EXPECT_EQ(m_saved[vcard::Field::FirstName], "J\xC3\xBCrgen");
+    EXPECT_EQ(m_saved[vcard::Field::FileAs], "M\xC3\xBCller, J\xC3\xBCrgen");
+    EXPECT_EQ(m_saved[vcard::Field::Phones], "1 (work)\n2");
+    EXPECT_EQ(m_saved[vcard::Field::Birthday], "1985-04-15");
 }
 
 TEST_F(ContactDialogTest, ShowsAndKeepsEveryField)
 {
-    const Contact contact =
-        ContactOf("FN:Dr. Jane\nN:Doe;Jane;Q;;\nORG:Acme\nTITLE:Head\nEMAIL:j@d\nTEL;TYPE=cell:1\nTEL:2\n"
-                  "ADR:;;Elm;Town;;;\nBDAY:19850415\nNOTE:\\n a \\n\nX-A:b");
+    const vcard::Contact contact = vcard::ContactOf(
+        "FN:Dr. Jane\nN:Doe;Jane;Q;;\nORG:Acme\nTITLE:Head\nEMAIL:j@d\nTEL;TYPE=cell:1\nTEL:2\n"
+        "ADR:;;Elm;Town;;;\nBDAY:19850415\nNOTE:\\n a \\n\nX-A:b");
     EXPECT_TRUE(Edit(contact, [](HWND dialog) {
         EXPECT_EQ(WindowText(dialog), L"Doe, Jane");
         EXPECT_EQ(ItemText(dialog, IDC_FILE_AS), L"Doe, Jane");
@@ -117,11 +117,12 @@ TEST_F(ContactDialogTest, ShowsAndKeepsEveryField)
 // Each box stands for its own field, whatever is written into it.
 TEST_F(ContactDialogTest, EachBoxIsItsField)
 {
-    constexpr std::pair<int, Field> kBoxes[] = {
-        {IDC_FILE_AS, Field::FileAs},  {IDC_FIRST_NAME, Field::FirstName}, {IDC_LAST_NAME, Field::LastName},
-        {IDC_COMPANY, Field::Company}, {IDC_JOB_TITLE, Field::JobTitle},   {IDC_EMAILS, Field::Emails},
-        {IDC_PHONES, Field::Phones},   {IDC_ADDRESS, Field::Address},      {IDC_BIRTHDAY, Field::Birthday},
-        {IDC_NOTE, Field::Note}};
+    constexpr std::pair<int, vcard::Field> kBoxes[] = {
+        {IDC_FILE_AS, vcard::Field::FileAs},     {IDC_FIRST_NAME, vcard::Field::FirstName},
+        {IDC_LAST_NAME, vcard::Field::LastName}, {IDC_COMPANY, vcard::Field::Company},
+        {IDC_JOB_TITLE, vcard::Field::JobTitle}, {IDC_EMAILS, vcard::Field::Emails},
+        {IDC_PHONES, vcard::Field::Phones},      {IDC_ADDRESS, vcard::Field::Address},
+        {IDC_BIRTHDAY, vcard::Field::Birthday},  {IDC_NOTE, vcard::Field::Note}};
     const auto textOf = [](int id) { return L"text " + std::to_wstring(id); };
     EXPECT_TRUE(Edit(
         {},
@@ -134,7 +135,7 @@ TEST_F(ContactDialogTest, EachBoxIsItsField)
         true));
     for (const auto& [id, field] : kBoxes)
         EXPECT_EQ(m_saved[field], "text " + std::to_string(id));
-    const Contact contact = m_saved;
+    const vcard::Contact contact = m_saved;
     Edit(contact, [&](HWND dialog) {
         for (const auto& [id, field] : kBoxes)
             EXPECT_EQ(ItemText(dialog, id), textOf(id));
@@ -158,33 +159,33 @@ TEST_F(ContactDialogTest, ABoxTakesMoreThanAPersonTypes)
 // Left empty it is made, as on a new contact.
 TEST_F(ContactDialogTest, AnEmptyFileAsIsMadeFromTheNames)
 {
-    const Contact contact = ContactOf("FN:Jane Doe\nN:Doe;Jane;;;");
+    const vcard::Contact contact = vcard::ContactOf("FN:Jane Doe\nN:Doe;Jane;;;");
     EXPECT_TRUE(Edit(contact, [](HWND dialog) {
         Type(dialog, IDC_FILE_AS, L" ");
         Press(dialog, IDOK);
     }));
-    EXPECT_EQ(m_saved[Field::FileAs], "Doe, Jane");
+    EXPECT_EQ(m_saved[vcard::Field::FileAs], "Doe, Jane");
 }
 
 TEST_F(ContactDialogTest, AFileAsThatWasChosenStaysWhenAnythingIsTyped)
 {
-    Contact contact = ContactOf("FN:Jane Doe\nN:Doe;Jane;;;");
-    contact[Field::FileAs] = "Sister";
+    vcard::Contact contact = vcard::ContactOf("FN:Jane Doe\nN:Doe;Jane;;;");
+    contact[vcard::Field::FileAs] = "Sister";
     EXPECT_TRUE(Edit(contact, [](HWND dialog) {
         EXPECT_EQ(WindowText(dialog), L"Sister");
         Type(dialog, IDC_NOTE, L"hello");
         Type(dialog, IDC_LAST_NAME, L"Smith");
         Press(dialog, IDOK);
     }));
-    EXPECT_EQ(m_saved[Field::FileAs], "Sister");
-    EXPECT_EQ(m_saved[Field::LastName], "Smith");
+    EXPECT_EQ(m_saved[vcard::Field::FileAs], "Sister");
+    EXPECT_EQ(m_saved[vcard::Field::LastName], "Smith");
 }
 
 // Another tool may write contacts without it; looking at one is no change.
 TEST_F(ContactDialogTest, AContactWithoutFileAsIsNotChangedByBeingShown)
 {
-    Contact contact;
-    contact[Field::FirstName] = "Jane";
+    vcard::Contact contact;
+    contact[vcard::Field::FirstName] = "Jane";
     const MessageBoxAnswerer answerer({IDNO});
     Edit(contact, [](HWND dialog) {
         EXPECT_EQ(ItemText(dialog, IDC_FILE_AS), L"");
@@ -195,12 +196,12 @@ TEST_F(ContactDialogTest, AContactWithoutFileAsIsNotChangedByBeingShown)
 
 TEST_F(ContactDialogTest, ACardsOwnLinesFollowTheFields)
 {
-    const Contact contact = ContactOf("FN:Dr. Jane Doe\nN:Doe;Jane;Q;Dr.;PhD");
+    const vcard::Contact contact = vcard::ContactOf("FN:Dr. Jane Doe\nN:Doe;Jane;Q;Dr.;PhD");
     EXPECT_TRUE(Edit(contact, [](HWND dialog) {
         Type(dialog, IDC_LAST_NAME, L"Smith");
         Press(dialog, IDOK);
     }));
-    EXPECT_EQ(LinesOf(m_saved), "FN:Jane Smith\nN:Smith;Jane;Q;Dr.;PhD\n");
+    EXPECT_EQ(vcard::LinesOf(m_saved), "FN:Jane Smith\nN:Smith;Jane;Q;Dr.;PhD\n");
 }
 
 TEST_F(ContactDialogTest, BlanksAroundATextAreNotKept)
@@ -213,8 +214,8 @@ TEST_F(ContactDialogTest, BlanksAroundATextAreNotKept)
             Press(dialog, IDOK);
         },
         true));
-    EXPECT_EQ(m_saved[Field::Company], "Acme & Co");
-    EXPECT_EQ(m_saved[Field::Note], "one \n two");
+    EXPECT_EQ(m_saved[vcard::Field::Company], "Acme & Co");
+    EXPECT_EQ(m_saved[vcard::Field::Note], "one \n two");
 }
 
 TEST_F(ContactDialogTest, TheNameIsWhereOneIsSentForIt)
@@ -235,7 +236,7 @@ TEST_F(ContactDialogTest, TheNameIsWhereOneIsSentForIt)
 
 TEST_F(ContactDialogTest, FileAsFollowsTheNamesUntilItIsChosen)
 {
-    const Contact contact = ContactOf("FN:Jane Doe\nN:Doe;Jane;;;");
+    const vcard::Contact contact = vcard::ContactOf("FN:Jane Doe\nN:Doe;Jane;;;");
     Edit(contact, [](HWND dialog) {
         Type(dialog, IDC_LAST_NAME, L"Smith");
         EXPECT_EQ(ItemText(dialog, IDC_FILE_AS), L"Smith, Jane");
@@ -244,8 +245,8 @@ TEST_F(ContactDialogTest, FileAsFollowsTheNamesUntilItIsChosen)
         EXPECT_EQ(ItemText(dialog, IDC_FILE_AS), L"Sister");
         Press(dialog, IDOK);
     });
-    EXPECT_EQ(m_saved[Field::FileAs], "Sister");
-    EXPECT_EQ(m_saved[Field::LastName], "Miller");
+    EXPECT_EQ(m_saved[vcard::Field::FileAs], "Sister");
+    EXPECT_EQ(m_saved[vcard::Field::LastName], "Miller");
 }
 
 TEST_F(ContactDialogTest, NeedsAName)
@@ -286,7 +287,7 @@ TEST_F(ContactDialogTest, StaysOpenWhenItCannotSave)
 
 TEST_F(ContactDialogTest, AsksBeforeChangesAreLost)
 {
-    const Contact contact = ContactOf("FN:Jane Doe\nN:Doe;Jane;;;");
+    const vcard::Contact contact = vcard::ContactOf("FN:Jane Doe\nN:Doe;Jane;;;");
     const MessageBoxAnswerer answerer({IDCANCEL, IDYES});
     EXPECT_TRUE(Edit(contact, [&](HWND dialog) {
         Type(dialog, IDC_NOTE, L"new");
@@ -294,7 +295,7 @@ TEST_F(ContactDialogTest, AsksBeforeChangesAreLost)
         EXPECT_EQ(m_saves, 0);
         Press(dialog, IDCANCEL);
     }));
-    EXPECT_EQ(m_saved[Field::Note], "new");
+    EXPECT_EQ(m_saved[vcard::Field::Note], "new");
     EXPECT_FALSE(Edit(contact, [](HWND dialog) { Press(dialog, IDCANCEL); }));
     EXPECT_EQ(answerer.Boxes().size(), 2u) << "nothing was changed, nothing is asked";
 }
@@ -322,7 +323,7 @@ void OpenContact(std::function<void(HWND)> work)
         ShowWindow(dialog, SW_SHOW);
         work(dialog);
     });
-    EditContact(GetModuleHandleW(nullptr), parent.Handle(), {}, true, [](HWND, const Contact&) {
+    EditContact(GetModuleHandleW(nullptr), parent.Handle(), {}, true, [](HWND, const vcard::Contact&) {
         return SaveAnswer{true, {}};
     });
     EXPECT_TRUE(driver.Ran());

@@ -12,7 +12,7 @@ class StoredContact : public testing::Test {
   protected:
     void SetUp() override { ASSERT_EQ(m_contacts.Open(), 1); }
 
-    std::wstring Stored(CEOID id, Field field)
+    std::wstring Stored(CEOID id, vcard::Field field)
     {
         wchar_t text[200];
         m_contacts.GetStr(id, text, 200, PropertyOf(field));
@@ -35,15 +35,15 @@ class StoredContact : public testing::Test {
 
 TEST_F(StoredContact, HasTheStoresLineEnds)
 {
-    Contact contact;
-    contact[Field::Note] = "\na\n\nb\n";
-    contact[Field::Extra] = "X-A:b";
+    vcard::Contact contact;
+    contact[vcard::Field::Note] = "\na\n\nb\n";
+    contact[vcard::Field::Extra] = "X-A:b";
     ContactSaver saver;
     const CEOID id = saver.Save(m_contacts, 0, contact);
     ASSERT_NE(id, 0u);
-    EXPECT_EQ(Stored(id, Field::Note), L"\r\na\r\n\r\nb\r\n");
-    EXPECT_EQ(Stored(id, Field::Extra), L"X-A:b");
-    Contact read;
+    EXPECT_EQ(Stored(id, vcard::Field::Note), L"\r\na\r\n\r\nb\r\n");
+    EXPECT_EQ(Stored(id, vcard::Field::Extra), L"X-A:b");
+    vcard::Contact read;
     ASSERT_TRUE(LoadContact(m_contacts, id, &read));
     EXPECT_EQ(read, contact);
     EXPECT_EQ(ToWide("\n"), L"\r\n");
@@ -52,32 +52,32 @@ TEST_F(StoredContact, HasTheStoresLineEnds)
 
 TEST_F(StoredContact, LacksWhatIsEmpty)
 {
-    Contact contact;
+    vcard::Contact contact;
     for (std::string& text : contact.texts)
         text = "x";
     ContactSaver saver;
     const CEOID id = saver.Save(m_contacts, 0, contact);
-    EXPECT_EQ(CountOf(id), kFieldCount);
-    Contact less;
-    less[Field::FileAs] = "y";
+    EXPECT_EQ(CountOf(id), vcard::kFieldCount);
+    vcard::Contact less;
+    less[vcard::Field::FileAs] = "y";
     ASSERT_EQ(saver.Save(m_contacts, id, less), id);
     EXPECT_EQ(CountOf(id), 1u);
-    ASSERT_TRUE(SaveField(m_contacts, id, Field::Note, "a\nb"));
+    ASSERT_TRUE(SaveField(m_contacts, id, vcard::Field::Note, "a\nb"));
     EXPECT_EQ(CountOf(id), 2u);
-    EXPECT_EQ(Stored(id, Field::Note), L"a\r\nb");
-    ASSERT_TRUE(SaveField(m_contacts, id, Field::Note, ""));
+    EXPECT_EQ(Stored(id, vcard::Field::Note), L"a\r\nb");
+    ASSERT_TRUE(SaveField(m_contacts, id, vcard::Field::Note, ""));
     EXPECT_EQ(CountOf(id), 1u);
 }
 
 TEST_F(StoredContact, IsReadAndWrittenOnlyWhileItIsThere)
 {
-    Contact contact;
-    contact[Field::FileAs] = "x";
+    vcard::Contact contact;
+    contact[vcard::Field::FileAs] = "x";
     const CEOID id = ContactSaver().Save(m_contacts, 0, contact);
     ASSERT_EQ(m_contacts.DeleteRecord(id), 1);
     EXPECT_FALSE(LoadContact(m_contacts, id, &contact));
     EXPECT_EQ(ContactSaver().Save(m_contacts, id, contact), 0u);
-    EXPECT_FALSE(SaveField(m_contacts, id, Field::Note, "n"));
+    EXPECT_FALSE(SaveField(m_contacts, id, vcard::Field::Note, "n"));
 }
 
 // What moves a character for each line before it does not end.

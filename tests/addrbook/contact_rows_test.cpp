@@ -13,10 +13,10 @@ namespace {
 class Rows : public testing::Test {
   protected:
     void SetUp() override { ASSERT_EQ(m_contacts.Open(), 1); }
-    CEOID Add(const char* fileAs, Field field = Field::Note, const char* text = "")
+    CEOID Add(const char* fileAs, vcard::Field field = vcard::Field::Note, const char* text = "")
     {
-        Contact contact;
-        contact[Field::FileAs] = fileAs;
+        vcard::Contact contact;
+        contact[vcard::Field::FileAs] = fileAs;
         contact[field] = text;
         return ContactSaver().Save(m_contacts, 0, contact);
     }
@@ -54,9 +54,9 @@ TEST_F(Rows, ComeByFileAsWithoutRegardToCase)
 
 TEST_F(Rows, ShowTheFirstOfSeveral)
 {
-    Add("a", Field::Emails, "one@x (work)\ntwo@x");
-    Add("b", Field::Phones, "1\n2");
-    Add("c", Field::Company, "Acme");
+    Add("a", vcard::Field::Emails, "one@x (work)\ntwo@x");
+    Add("b", vcard::Field::Phones, "1\n2");
+    Add("c", vcard::Field::Company, "Acme");
     m_rows.Load();
     m_rows.Prepare(0, 2);
     EXPECT_EQ(m_rows.Text(0, Column::Email), L"one@x (work)");
@@ -68,9 +68,9 @@ TEST_F(Rows, ShowTheFirstOfSeveral)
 
 TEST_F(Rows, AreFoundByAnyFieldAndInAnyCase)
 {
-    Add("Anna", Field::Company, "M\xC3\xBCller & Co");
-    Add("Bert", Field::Phones, "+49 30 1234");
-    Add("Carl", Field::Note, "met Anna at the lake");
+    Add("Anna", vcard::Field::Company, "M\xC3\xBCller & Co");
+    Add("Bert", vcard::Field::Phones, "+49 30 1234");
+    Add("Carl", vcard::Field::Note, "met Anna at the lake");
     m_rows.Load();
     EXPECT_EQ(Found(L"anna"), (Texts{L"Anna", L"Carl"}));
     EXPECT_EQ(Found(L"M\u00DCLLER"), Texts{L"Anna"});
@@ -83,16 +83,16 @@ TEST_F(Rows, AreFoundByAnyFieldAndInAnyCase)
 
 TEST_F(Rows, AreFoundByEachFieldButNotByWhatNobodySees)
 {
-    Contact contact;
-    for (size_t i = 0; i < kFieldCount; ++i)
+    vcard::Contact contact;
+    for (size_t i = 0; i < vcard::kFieldCount; ++i)
         contact.texts[i] = "word" + std::string(1, static_cast<char>('a' + i));
     ASSERT_NE(ContactSaver().Save(m_contacts, 0, contact), 0u);
     m_rows.Load();
     const auto finds = [&](size_t field) {
         return Found((L"word" + std::wstring(1, static_cast<wchar_t>(L'a' + field))).c_str()).size() == 1;
     };
-    constexpr size_t kHidden = static_cast<size_t>(Field::Extra);
-    for (size_t i = 0; i < kFieldCount; ++i)
+    constexpr size_t kHidden = static_cast<size_t>(vcard::Field::Extra);
+    for (size_t i = 0; i < vcard::kFieldCount; ++i)
         EXPECT_EQ(finds(i), i != kHidden) << i;
 }
 
@@ -133,12 +133,12 @@ TEST_F(Rows, AreFoundWithAndWithoutAccents)
 
 TEST_F(Rows, AreFoundByWhatTheStoreSaysNow)
 {
-    const CEOID id = Add("Anna", Field::Note, "lake");
+    const CEOID id = Add("Anna", vcard::Field::Note, "lake");
     m_rows.Load();
     EXPECT_EQ(Found(L"lake"), Texts{L"Anna"});
-    Contact changed;
-    changed[Field::FileAs] = "Anna";
-    changed[Field::Note] = "hill";
+    vcard::Contact changed;
+    changed[vcard::Field::FileAs] = "Anna";
+    changed[vcard::Field::Note] = "hill";
     ASSERT_EQ(ContactSaver().Save(m_contacts, id, changed), id);
     m_rows.Load();
     EXPECT_EQ(Names(), Texts()) << "as many contacts as before, but other texts";
@@ -163,9 +163,9 @@ TEST_F(Rows, AreMoreThanARecordCountCanSay)
     {
         CeDBase::BulkScope bulk(m_contacts);
         ContactSaver saver;
-        Contact contact;
+        vcard::Contact contact;
         for (int i = 0; i < 66'000; ++i) {
-            contact[Field::FileAs] = "n" + std::to_string(i);
+            contact[vcard::Field::FileAs] = "n" + std::to_string(i);
             ASSERT_NE(saver.Save(m_contacts, 0, contact), 0u);
         }
         ASSERT_EQ(bulk.Commit(), 1);
@@ -180,28 +180,28 @@ TEST(ContactRecord, KeepsAContactToTheByte)
     const TestStore store;
     DbContacts contacts;
     ASSERT_EQ(contacts.Open(), 1);
-    Contact contact;
-    for (size_t i = 0; i < kFieldCount; ++i)
+    vcard::Contact contact;
+    for (size_t i = 0; i < vcard::kFieldCount; ++i)
         contact.texts[i] =
             "line " + std::to_string(i) + "\n\xF0\x9F\x98\x80 \xCE\xB1\xC3\xBC\xE6\x97\xA5u\xCC\x88";
-    contact[Field::Address].clear();
+    contact[vcard::Field::Address].clear();
     const CEOID id = ContactSaver().Save(contacts, 0, contact);
     ASSERT_NE(id, 0u);
-    Contact read;
+    vcard::Contact read;
     ASSERT_TRUE(LoadContact(contacts, id, &read));
     EXPECT_EQ(read, contact);
     EXPECT_FALSE(LoadContact(contacts, id + 1, &read));
-    contact[Field::Note].clear();
+    contact[vcard::Field::Note].clear();
     ASSERT_EQ(ContactSaver().Save(contacts, id, contact), id);
     ASSERT_TRUE(LoadContact(contacts, id, &read));
-    EXPECT_EQ(read[Field::Note], "");
+    EXPECT_EQ(read[vcard::Field::Note], "");
     // A CR alone ends a line too, and stays what it is until the field is changed.
-    contact[Field::Note] = "a\rb";
+    contact[vcard::Field::Note] = "a\rb";
     ASSERT_EQ(ContactSaver().Save(contacts, id, contact), id);
     ASSERT_TRUE(LoadContact(contacts, id, &read));
-    EXPECT_EQ(read[Field::Note], "a\nb");
+    EXPECT_EQ(read[vcard::Field::Note], "a\nb");
     contact = read;
-    contact[Field::Company] = "changed";
+    contact[vcard::Field::Company] = "changed";
     ASSERT_EQ(ContactSaver().SaveChanges(contacts, id, read, contact), id);
     wchar_t note[10];
     contacts.GetStr(id, note, 10, kContactNote);

@@ -42,9 +42,9 @@ TEST(ContactUids, TakeEachContactOnce)
     DbContacts contacts;
     ASSERT_EQ(contacts.Open(), 1);
     const auto add = [&](const char* fileAs, const char* extra) {
-        Contact contact;
-        contact[Field::FileAs] = fileAs;
-        contact[Field::Extra] = extra;
+        vcard::Contact contact;
+        contact[vcard::Field::FileAs] = fileAs;
+        contact[vcard::Field::Extra] = extra;
         return ContactSaver().Save(contacts, 0, contact);
     };
     ContactUids none;

@@ -11,20 +11,20 @@ namespace {
 
 TEST_F(Transfers, ExportPassesOverAContactThatIsGone)
 {
-    ASSERT_EQ(Import(CardOf("FN:a") + CardOf("FN:b")), State::Done);
+    ASSERT_EQ(Import(vcard::CardOf("FN:a") + vcard::CardOf("FN:b")), State::Done);
     std::vector<CEOID> ids = Ids();
     ASSERT_EQ(m_contacts.DeleteRecord(ids[0]), 1);
     ASSERT_EQ(Export(ids), State::Done);
     EXPECT_EQ(m_report, L"1 contact was exported.");
-    std::vector<Contact> exported = ReadAll(ReadFileBytes(m_path)).contacts;
+    std::vector<vcard::Contact> exported = vcard::ReadAll(ReadFileBytes(m_path)).contacts;
     ASSERT_EQ(exported.size(), 1u);
     TakeUid(exported.data());
-    EXPECT_EQ(LinesOf(exported[0]), "FN:b\n");
+    EXPECT_EQ(vcard::LinesOf(exported[0]), "FN:b\n");
 }
 
 TEST_F(Transfers, ExportFromAStoreThatCannotBeWritten)
 {
-    ASSERT_EQ(Import(CardOf("FN:a") + CardOf("FN:b")), State::Done);
+    ASSERT_EQ(Import(vcard::CardOf("FN:a") + vcard::CardOf("FN:b")), State::Done);
     const std::vector<CEOID> ids = Ids();
     m_contacts.Close();
     ASSERT_TRUE(SetFileAttributesW(m_store.Path().c_str(), FILE_ATTRIBUTE_READONLY));
@@ -46,7 +46,7 @@ void ExpectUntouched(const std::wstring& path)
 
 TEST_F(Transfers, ExportOverAFileThatIsHeldOpenSaysSoAndLeavesIt)
 {
-    ASSERT_EQ(Import(CardOf("FN:a")), State::Done);
+    ASSERT_EQ(Import(vcard::CardOf("FN:a")), State::Done);
     ASSERT_TRUE(WriteFileBytes(m_path, "before"));
     {
         const UniqueKernelHandle held(
@@ -57,12 +57,12 @@ TEST_F(Transfers, ExportOverAFileThatIsHeldOpenSaysSoAndLeavesIt)
                             L"The file that was there is unchanged.");
     }
     ExpectUntouched(m_path);
-    EXPECT_EQ(Stored("a")[Field::Extra], "") << "no card has gone out";
+    EXPECT_EQ(Stored("a")[vcard::Field::Extra], "") << "no card has gone out";
 }
 
 TEST_F(Transfers, ExportOverAFileThatIsHeldForAMomentWaits)
 {
-    ASSERT_EQ(Import(CardOf("FN:a")), State::Done);
+    ASSERT_EQ(Import(vcard::CardOf("FN:a")), State::Done);
     ASSERT_TRUE(WriteFileBytes(m_path, "before"));
     const HeldFile held(m_path, 3);
     EXPECT_EQ(Export(Ids()), State::Done);
@@ -90,27 +90,27 @@ TEST_F(Transfers, ExportHoldsNobodyOffWhileItWrites)
     {
         const LockedStore writer(m_store.Path()); // takes the store for writing, which succeeds
     }
-    Contact changed;
+    vcard::Contact changed;
     ASSERT_TRUE(LoadContact(m_contacts, ids[0], &changed));
-    changed[Field::Extra] += "\nX-NEW:1";
-    ASSERT_TRUE(SaveField(m_contacts, ids[0], Field::Extra, changed[Field::Extra]));
-    ASSERT_TRUE(SaveField(m_contacts, ids[1], Field::Extra, "UID:own"));
+    changed[vcard::Field::Extra] += "\nX-NEW:1";
+    ASSERT_TRUE(SaveField(m_contacts, ids[0], vcard::Field::Extra, changed[vcard::Field::Extra]));
+    ASSERT_TRUE(SaveField(m_contacts, ids[1], vcard::Field::Extra, "UID:own"));
     ASSERT_EQ(m_contacts.DeleteRecord(ids[2]), 1);
     ASSERT_EQ(RunToEnd(job), State::Done);
-    Contact after;
+    vcard::Contact after;
     ASSERT_TRUE(LoadContact(m_contacts, ids[0], &after));
     const std::string uid = TakeUid(&after);
     EXPECT_EQ(after, changed);
     EXPECT_NE(ReadFileBytes(m_path).find(uid), std::string::npos) << "known again when it comes back";
     ASSERT_TRUE(LoadContact(m_contacts, ids[1], &after));
-    EXPECT_EQ(after[Field::Extra], "UID:own");
+    EXPECT_EQ(after[vcard::Field::Extra], "UID:own");
     EXPECT_FALSE(LoadContact(m_contacts, ids[2], &after)) << "what was deleted stays so";
 }
 
 // The store is taken when the UIDs are to be kept: no card has one then.
 TEST_F(Transfers, ExportNamesNoCardWhoseUidCannotBeKept)
 {
-    ASSERT_EQ(Import(ManyCards(500) + CardOf("FN:x\nUID:own")), State::Done);
+    ASSERT_EQ(Import(ManyCards(500) + vcard::CardOf("FN:x\nUID:own")), State::Done);
     ExportJob job(m_contacts, Ids(), m_path);
     ASSERT_EQ(job.Step(0), State::Working);
     {
@@ -119,7 +119,7 @@ TEST_F(Transfers, ExportNamesNoCardWhoseUidCannotBeKept)
     }
     EXPECT_EQ(job.Report(), L"501 contacts were exported.");
     const std::string written = ReadFileBytes(m_path);
-    EXPECT_EQ(ReadAll(written).contacts.size(), 501u);
+    EXPECT_EQ(vcard::ReadAll(written).contacts.size(), 501u);
     EXPECT_EQ(written.find("urn:uuid"), std::string::npos);
     EXPECT_NE(written.find("UID:own"), std::string::npos);
     EXPECT_EQ(GetFileAttributesW((m_path + L".part").c_str()), INVALID_FILE_ATTRIBUTES);
@@ -138,10 +138,10 @@ TEST_F(Transfers, ExportThatIsGivenUpLeavesTheFile)
 
 TEST_F(Transfers, ExportLeavesAFileBesideItAlone)
 {
-    ASSERT_EQ(Import(CardOf("FN:a")), State::Done);
+    ASSERT_EQ(Import(vcard::CardOf("FN:a")), State::Done);
     ASSERT_TRUE(WriteFileBytes(m_path + L".part", "somebody's"));
     EXPECT_EQ(Export(Ids()), State::Done);
-    EXPECT_EQ(ReadAll(ReadFileBytes(m_path)).contacts.size(), 1u);
+    EXPECT_EQ(vcard::ReadAll(ReadFileBytes(m_path)).contacts.size(), 1u);
     EXPECT_EQ(ReadFileBytes(m_path + L".part"), "somebody's");
     EXPECT_EQ(GetFileAttributesW((m_path + L".part1").c_str()), INVALID_FILE_ATTRIBUTES);
 }

@@ -14,7 +14,7 @@ class FileSizeLimit : public Transfers {
     void SetUp() override
     {
         Transfers::SetUp();
-        ASSERT_EQ(Import(CardOf("FN:a\nUID:1\nNOTE:" + std::string(50'000, 'n'))), State::Done);
+        ASSERT_EQ(Import(vcard::CardOf("FN:a\nUID:1\nNOTE:" + std::string(50'000, 'n'))), State::Done);
         DeleteFileW(m_path.c_str());
     }
     std::vector<CEOID> TooMany() { return std::vector<CEOID>(300, Ids()[0]); }
@@ -23,7 +23,7 @@ class FileSizeLimit : public Transfers {
 // Bytes that do not end at the limit are written in part.
 TEST_F(FileSizeLimit, IsAFullDiskToAFile)
 {
-    OutputFile file;
+    text::OutputFile file;
     ASSERT_TRUE(file.Open(m_path));
     const std::string most(kLimit - 10, 'x');
     ASSERT_TRUE(file.Write(most));
@@ -58,12 +58,12 @@ TEST_F(FileSizeLimit, LeavesNoPartOfAFile)
 // The contacts gain their UIDs with the file that names them.
 TEST_F(FileSizeLimit, NamesNoContact)
 {
-    ASSERT_EQ(Import(CardOf("FN:b")), State::Done);
+    ASSERT_EQ(Import(vcard::CardOf("FN:b")), State::Done);
     DeleteFileW(m_path.c_str());
     std::vector<CEOID> ids = TooMany();
     ids.insert(ids.begin(), Ids()[1]);
     EXPECT_EQ(Export(ids), State::Failed);
-    EXPECT_EQ(Stored("b")[Field::Extra], "");
+    EXPECT_EQ(Stored("b")[vcard::Field::Extra], "");
 }
 
 } // namespace

@@ -73,19 +73,19 @@ TEST_F(AddressWindowTest, WhatIsEditedIsWrittenOver)
     });
     Command(CMD_EDIT_CONTACT);
     EXPECT_TRUE(driver.Ran());
-    Contact contact;
+    vcard::Contact contact;
     ASSERT_TRUE(LoadContact(m_contacts, anna, &contact));
-    EXPECT_EQ(contact[Field::JobTitle], "Head");
-    EXPECT_EQ(contact[Field::Note], "a\nb");
+    EXPECT_EQ(contact[vcard::Field::JobTitle], "Head");
+    EXPECT_EQ(contact[vcard::Field::Note], "a\nb");
 }
 
 TEST_F(Transfers, AnUpdateByACardLeavesWhatItDoesNotTell)
 {
-    ASSERT_EQ(Import(CardOf("FN:a\nUID:1")), State::Done);
+    ASSERT_EQ(Import(vcard::CardOf("FN:a\nUID:1")), State::Done);
     Ask(m_store.Path(), "UPDATE contacts SET note = x'01', address = CAST(x'610D62' AS TEXT)");
-    ASSERT_EQ(Import(CardOf("FN:a\nTITLE:Head\nUID:1")), State::Done);
+    ASSERT_EQ(Import(vcard::CardOf("FN:a\nTITLE:Head\nUID:1")), State::Done);
     EXPECT_EQ(m_report, L"1 contact was updated.");
-    EXPECT_EQ(Stored("a")[Field::JobTitle], "Head");
+    EXPECT_EQ(Stored("a")[vcard::Field::JobTitle], "Head");
     EXPECT_EQ(Ask(m_store.Path(), "SELECT hex(note) || hex(address) FROM contacts"), "01610D62");
 }
 
@@ -93,7 +93,7 @@ TEST_F(Transfers, AnUpdateByACardLeavesWhatItDoesNotTell)
 TEST_F(Transfers, AnExportNamesNoContactWhoseLinesCannotBeRead)
 {
     for (const char* extra : {"x'01'", "CAST(x'582D413AFF' AS TEXT)", "CAST(x'582D413A0062' AS TEXT)"}) {
-        ASSERT_EQ(Import(CardOf("FN:a") + CardOf("FN:b")), State::Done);
+        ASSERT_EQ(Import(vcard::CardOf("FN:a") + vcard::CardOf("FN:b")), State::Done);
         Ask(m_store.Path(),
             std::string("UPDATE contacts SET vcard_extra = ") + extra + " WHERE file_as = 'a'");
         const std::string sql = "SELECT hex(vcard_extra) FROM contacts WHERE file_as = 'a'";
@@ -101,7 +101,7 @@ TEST_F(Transfers, AnExportNamesNoContactWhoseLinesCannotBeRead)
         ASSERT_EQ(Export(Ids()), State::Done);
         EXPECT_EQ(m_report, L"2 contacts were exported.");
         EXPECT_EQ(Ask(m_store.Path(), sql), before);
-        Contact named = Stored("b");
+        vcard::Contact named = Stored("b");
         EXPECT_NE(TakeUid(&named), "");
         for (const CEOID id : Ids())
             ASSERT_EQ(m_contacts.DeleteRecord(id), 1);

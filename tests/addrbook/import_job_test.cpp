@@ -12,16 +12,17 @@ namespace {
 
 TEST_F(Transfers, ImportWhatCanBeReadAndCountTheRest)
 {
-    EXPECT_EQ(Import(CardOf("FN:One") + CardOf("FN:x\nbroken") + CardOf("FN:Two") + "BEGIN:VCARD\nFN:cut"),
+    EXPECT_EQ(Import(vcard::CardOf("FN:One") + vcard::CardOf("FN:x\nbroken") + vcard::CardOf("FN:Two") +
+                     "BEGIN:VCARD\nFN:cut"),
               State::Done);
     EXPECT_EQ(m_contacts.RecordCount(), 2u);
     EXPECT_EQ(
         m_report,
         L"2 contacts were imported.\r\n2 cards could not be read.\r\nLine 8: the line is none of a card's.");
-    EXPECT_EQ(Import(CardOf("NOTE:nobody") + CardOf("FN:y")), State::Done);
+    EXPECT_EQ(Import(vcard::CardOf("NOTE:nobody") + vcard::CardOf("FN:y")), State::Done);
     EXPECT_EQ(m_report,
               L"1 contact was imported.\r\n1 card could not be read.\r\nLine 1: the card names nobody.");
-    EXPECT_EQ(Import(CardOf("FN:Three")), State::Done);
+    EXPECT_EQ(Import(vcard::CardOf("FN:Three")), State::Done);
     EXPECT_EQ(m_report, L"1 contact was imported.");
 }
 
@@ -39,7 +40,7 @@ TEST_F(Transfers, ImportNothingFromWhatIsNoVCard)
 
 TEST_F(Transfers, ThatAreGivenUpChangeNothing)
 {
-    ASSERT_EQ(Import(CardOf("FN:Before")), State::Done);
+    ASSERT_EQ(Import(vcard::CardOf("FN:Before")), State::Done);
     ASSERT_TRUE(WriteFileBytes(m_path, ManyCards(20'000)));
     {
         ImportJob job(m_contacts, m_path, Asker());
@@ -48,13 +49,13 @@ TEST_F(Transfers, ThatAreGivenUpChangeNothing)
         EXPECT_LT(job.Imported(), 20'000u);
     }
     EXPECT_EQ(m_contacts.RecordCount(), 1u);
-    EXPECT_EQ(Import(CardOf("FN:After")), State::Done);
+    EXPECT_EQ(Import(vcard::CardOf("FN:After")), State::Done);
     EXPECT_EQ(m_contacts.RecordCount(), 2u);
 }
 
 TEST_F(Transfers, ImportNothingFromWhatCannotBeOpened)
 {
-    ASSERT_TRUE(WriteFileBytes(m_path, CardOf("FN:x")));
+    ASSERT_TRUE(WriteFileBytes(m_path, vcard::CardOf("FN:x")));
     const UniqueKernelHandle held(
         CreateFileW(m_path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     ASSERT_NE(held.get(), INVALID_HANDLE_VALUE);
@@ -71,7 +72,7 @@ TEST_F(Transfers, ImportNothingFromWhatCannotBeOpened)
 
 TEST_F(Transfers, ImportNothingFromAFileThatStillIsWritten)
 {
-    ASSERT_TRUE(WriteFileBytes(m_path, CardOf("FN:x")));
+    ASSERT_TRUE(WriteFileBytes(m_path, vcard::CardOf("FN:x")));
     const UniqueKernelHandle held(CreateFileW(m_path.c_str(), GENERIC_WRITE,
                                               FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
                                               nullptr));
@@ -131,15 +132,15 @@ TEST_F(Transfers, GiveUpTheirTransactionWhenTheyFail)
         ImportJob failed(m_contacts, m_path, Asker());
         ASSERT_EQ(failed.Step(1000), State::Failed);
         // While it still lives, as its window does that shows the end, what is written stays.
-        ASSERT_NE(ContactSaver().Save(m_contacts, 0, ContactOf("FN:y")), 0u);
+        ASSERT_NE(ContactSaver().Save(m_contacts, 0, vcard::ContactOf("FN:y")), 0u);
     }
     EXPECT_EQ(m_contacts.RecordCount(), 1u);
 }
 
 TEST_F(Transfers, ThatAreGivenUpUpdateNothing)
 {
-    ASSERT_EQ(Import(CardOf("FN:Old\nUID:1")), State::Done);
-    ASSERT_TRUE(WriteFileBytes(m_path, CardOf("FN:New\nUID:1") + ManyCards(20'000)));
+    ASSERT_EQ(Import(vcard::CardOf("FN:Old\nUID:1")), State::Done);
+    ASSERT_TRUE(WriteFileBytes(m_path, vcard::CardOf("FN:New\nUID:1") + ManyCards(20'000)));
     {
         ImportJob job(m_contacts, m_path, Asker());
         for (State state = State::Working; !job.Updated();) {
@@ -164,13 +165,13 @@ TEST_F(Transfers, TakeALargeFileInLittleMemory)
     constexpr int kCards = 100'000;
     size_t bytes = 0;
     {
-        OutputFile file;
+        text::OutputFile file;
         ASSERT_TRUE(file.Open(m_path));
         std::string text;
         const std::string note(430, 'n');
         for (int i = 0; i < kCards; ++i) {
-            text += CardOf("FN:Name " + std::to_string(i) + "\nUID:" + std::to_string(i) +
-                           "\nNOTE:" + (i % 1000 == 7 ? "\nbroken" : note));
+            text += vcard::CardOf("FN:Name " + std::to_string(i) + "\nUID:" + std::to_string(i) +
+                                  "\nNOTE:" + (i % 1000 == 7 ? "\nbroken" : note));
             if (text.size() > 1'000'000 || i == kCards - 1) {
                 text.resize(text.size() - (i == kCards - 1 ? 12 : 0)); // "\nEND:VCARD\n" and a letter
                 bytes += text.size();

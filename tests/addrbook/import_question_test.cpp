@@ -16,7 +16,8 @@ class ImportQuestions : public Transfers {
     void SetUp() override
     {
         Transfers::SetUp();
-        ASSERT_EQ(Import(CardOf("FN:a\nTEL:1\nUID:1") + CardOf("FN:b\nTEL:2\nUID:2") + CardOf("FN:c\nUID:3")),
+        ASSERT_EQ(Import(vcard::CardOf("FN:a\nTEL:1\nUID:1") + vcard::CardOf("FN:b\nTEL:2\nUID:2") +
+                         vcard::CardOf("FN:c\nUID:3")),
                   State::Done);
         EXPECT_TRUE(m_questions.empty()) << "of cards that are new";
         m_before = All();
@@ -25,16 +26,16 @@ class ImportQuestions : public Transfers {
     {
         std::string all;
         for (const CEOID id : Ids()) {
-            Contact contact;
+            vcard::Contact contact;
             EXPECT_TRUE(LoadContact(m_contacts, id, &contact));
-            all += std::to_string(id) + ":\n" + LinesOf(contact);
+            all += std::to_string(id) + ":\n" + vcard::LinesOf(contact);
         }
         return all;
     }
     static std::string Changed()
     {
-        return CardOf("FN:a\nNOTE:n\nUID:1") + CardOf("FN:b\nTEL:3\nUID:2") + CardOf("FN:c\nUID:3") +
-               CardOf("FN:d\nUID:4");
+        return vcard::CardOf("FN:a\nNOTE:n\nUID:1") + vcard::CardOf("FN:b\nTEL:3\nUID:2") +
+               vcard::CardOf("FN:c\nUID:3") + vcard::CardOf("FN:d\nUID:4");
     }
     // The job, up to its first question.
     std::unique_ptr<ImportJob> Asking(const std::string& text)
@@ -51,11 +52,11 @@ class ImportQuestions : public Transfers {
         }
         return state;
     }
-    bool Edit(const char* fileAs, Field field, const char* text)
+    bool Edit(const char* fileAs, vcard::Field field, const char* text)
     {
         for (const CEOID id : Ids()) {
-            Contact contact;
-            if (LoadContact(m_contacts, id, &contact) && contact[Field::FileAs] == fileAs)
+            vcard::Contact contact;
+            if (LoadContact(m_contacts, id, &contact) && contact[vcard::Field::FileAs] == fileAs)
                 return SaveField(m_contacts, id, field, text);
         }
         return false;
@@ -76,7 +77,7 @@ TEST_F(ImportQuestions, AreAskedOnlyWhereACardChangesSomething)
     EXPECT_EQ(m_questions[1].changes[0].before, "2");
     EXPECT_EQ(m_questions[1].changes[0].after, "2\n3");
     EXPECT_EQ(m_report, L"1 contact was imported, 2 were updated, 1 was unchanged.");
-    EXPECT_EQ(LinesOf(Stored("a")), "FN:a\nTEL:1\nNOTE:n\nUID:1\n");
+    EXPECT_EQ(vcard::LinesOf(Stored("a")), "FN:a\nTEL:1\nNOTE:n\nUID:1\n");
     ASSERT_EQ(Import(Changed()), State::Done);
     EXPECT_TRUE(m_questions.empty()) << "of what was updated";
     EXPECT_EQ(m_report, L"4 contacts were unchanged.");
@@ -87,7 +88,7 @@ TEST_F(ImportQuestions, EachAnswerIsForItsCard)
     m_answers = {{Skip, false}, {AddAsNew, false}};
     ASSERT_EQ(Import(Changed()), State::Done);
     EXPECT_EQ(m_report, L"2 contacts were imported, 1 was unchanged, 1 was skipped.");
-    EXPECT_EQ(LinesOf(Stored("a")), "FN:a\nTEL:1\nUID:1\n");
+    EXPECT_EQ(vcard::LinesOf(Stored("a")), "FN:a\nTEL:1\nUID:1\n");
     const std::string all = All();
     EXPECT_NE(all.find("FN:b\nTEL:2\nUID:2\n"), std::string::npos) << all;
     EXPECT_NE(all.find("FN:b\nTEL:3\n"), std::string::npos)
@@ -99,10 +100,10 @@ TEST_F(ImportQuestions, EachAnswerIsForItsCard)
 TEST_F(ImportQuestions, WhatWasAddedAsNewIsNotFoundByTheUid)
 {
     m_answers = {{AddAsNew, false}};
-    ASSERT_EQ(Import(CardOf("FN:a\nTEL:9\nUID:1")), State::Done);
+    ASSERT_EQ(Import(vcard::CardOf("FN:a\nTEL:9\nUID:1")), State::Done);
     ASSERT_EQ(m_contacts.RecordCount(), 4u);
     m_answers = {{Update, false}};
-    const std::string later = CardOf("FN:a\nTEL:1\nNOTE:later\nUID:1");
+    const std::string later = vcard::CardOf("FN:a\nTEL:1\nNOTE:later\nUID:1");
     ASSERT_EQ(Import(later + later), State::Done);
     EXPECT_EQ(m_report, L"1 contact was imported, 1 was updated.") << "the second card is a contact too many";
     ASSERT_EQ(m_questions.size(), 1u);
@@ -110,9 +111,9 @@ TEST_F(ImportQuestions, WhatWasAddedAsNewIsNotFoundByTheUid)
     EXPECT_STREQ(m_questions[0].changes[0].field, L"Note");
     int added = 0;
     for (const CEOID id : Ids()) {
-        Contact contact;
+        vcard::Contact contact;
         ASSERT_TRUE(LoadContact(m_contacts, id, &contact));
-        added += LinesOf(contact) == "FN:a\nTEL:9\n";
+        added += vcard::LinesOf(contact) == "FN:a\nTEL:9\n";
     }
     EXPECT_EQ(added, 1) << All();
 }
@@ -124,7 +125,7 @@ TEST_F(ImportQuestions, OneAnswerIsForAllThatCome)
     EXPECT_EQ(m_questions.size(), 1u);
     EXPECT_EQ(m_report, L"1 contact was imported, 1 was unchanged, 2 were skipped.");
     m_answers = {{Skip, false}, {Update, true}};
-    ASSERT_EQ(Import(Changed() + CardOf("FN:e\nUID:3")), State::Done);
+    ASSERT_EQ(Import(Changed() + vcard::CardOf("FN:e\nUID:3")), State::Done);
     EXPECT_EQ(m_questions.size(), 2u);
     EXPECT_EQ(m_report, L"1 contact was imported, 1 was updated, 2 were unchanged, 1 was skipped.")
         << "two cards of one UID are two contacts";
@@ -133,7 +134,7 @@ TEST_F(ImportQuestions, OneAnswerIsForAllThatCome)
 TEST_F(ImportQuestions, CancelChangesNothing)
 {
     m_answers = {{Update, false}, {Cancel, false}};
-    EXPECT_EQ(Import(CardOf("FN:new") + Changed()), State::Cancelled);
+    EXPECT_EQ(Import(vcard::CardOf("FN:new") + Changed()), State::Cancelled);
     EXPECT_EQ(m_questions.size(), 2u);
     EXPECT_EQ(All(), m_before);
 }
@@ -164,7 +165,7 @@ TEST_F(ImportQuestions, AreAskedAgainWhenTheContactHasChangedMeanwhile)
     const auto job = Asking(Changed());
     ASSERT_EQ(job->Ask(nullptr), State::Working);
     ASSERT_EQ(StepToQuestion(*job), State::Asking);
-    ASSERT_TRUE(Edit("a", Field::Company, "Acme"));
+    ASSERT_TRUE(Edit("a", vcard::Field::Company, "Acme"));
     m_answers = {{Update, false}};
     ASSERT_EQ(job->Ask(nullptr), State::Working);
     ASSERT_EQ(StepToQuestion(*job), State::Asking) << "the first one, again";
@@ -173,18 +174,18 @@ TEST_F(ImportQuestions, AreAskedAgainWhenTheContactHasChangedMeanwhile)
     ASSERT_EQ(m_questions.size(), 3u);
     EXPECT_EQ(m_questions[2].name, "a");
     EXPECT_EQ(StepToQuestion(*job), State::Done);
-    EXPECT_EQ(LinesOf(Stored("a")), "FN:a\nORG:Acme\nTEL:1\nNOTE:n\nUID:1\n");
+    EXPECT_EQ(vcard::LinesOf(Stored("a")), "FN:a\nORG:Acme\nTEL:1\nNOTE:n\nUID:1\n");
 }
 
 TEST_F(ImportQuestions, AnAnswerForAllHoldsForAContactThatHasChanged)
 {
     m_answers = {{Update, true}};
     const auto job = Asking(Changed());
-    ASSERT_TRUE(Edit("a", Field::Company, "Acme"));
+    ASSERT_TRUE(Edit("a", vcard::Field::Company, "Acme"));
     ASSERT_EQ(job->Ask(nullptr), State::Working);
     EXPECT_EQ(StepToQuestion(*job), State::Done);
     EXPECT_EQ(m_questions.size(), 1u);
-    EXPECT_EQ(LinesOf(Stored("a")), "FN:a\nORG:Acme\nTEL:1\nNOTE:n\nUID:1\n");
+    EXPECT_EQ(vcard::LinesOf(Stored("a")), "FN:a\nORG:Acme\nTEL:1\nNOTE:n\nUID:1\n");
 }
 
 TEST_F(ImportQuestions, AContactThatIsGoneMeanwhileIsImported)
@@ -199,8 +200,8 @@ TEST_F(ImportQuestions, AContactThatIsGoneMeanwhileIsImported)
                                      ? L"2 contacts were imported, 1 was updated, 1 was unchanged."
                                      : L"3 contacts were unchanged, 1 was skipped.");
         if (choice == Update) {
-            EXPECT_EQ(LinesOf(Stored("a")), "FN:a\nNOTE:n\nUID:1\n");
-            ASSERT_TRUE(Edit("a", Field::Note, ""));
+            EXPECT_EQ(vcard::LinesOf(Stored("a")), "FN:a\nNOTE:n\nUID:1\n");
+            ASSERT_TRUE(Edit("a", vcard::Field::Note, ""));
         }
     }
     EXPECT_EQ(m_contacts.RecordCount(), 3u);
@@ -212,7 +213,7 @@ TEST_F(ImportQuestions, AContactThatHasComeMeanwhileIsNoDouble)
     const auto job = Asking(Changed());
     ASSERT_EQ(job->Ask(nullptr), State::Working);
     ASSERT_EQ(StepToQuestion(*job), State::Asking);
-    ASSERT_NE(ContactSaver().Save(m_contacts, 0, ContactOf("FN:d\nORG:Other\nUID:4")), 0u);
+    ASSERT_NE(ContactSaver().Save(m_contacts, 0, vcard::ContactOf("FN:d\nORG:Other\nUID:4")), 0u);
     ASSERT_EQ(job->Ask(nullptr), State::Working);
     EXPECT_EQ(StepToQuestion(*job), State::Done);
     EXPECT_EQ(m_contacts.RecordCount(), 4u);
@@ -224,14 +225,14 @@ TEST_F(ImportQuestions, AnswersStayWithTheirCardsInALargeFile)
 {
     std::string text = ManyCards(30'000);
     ASSERT_GT(text.size() * 2, CardSpool::kInMemory);
-    text += CardOf("FN:z\nNOTE:" + std::string(CardSpool::kInMemory, 'n')) + Changed();
+    text += vcard::CardOf("FN:z\nNOTE:" + std::string(CardSpool::kInMemory, 'n')) + Changed();
     m_answers = {{Skip, false}, {Update, false}};
     ASSERT_EQ(Import(text), State::Done);
     EXPECT_EQ(m_contacts.RecordCount(), 30'005u);
-    EXPECT_EQ(LinesOf(Stored("b")), "FN:b\nTEL:2\nTEL:3\nUID:2\n");
-    EXPECT_EQ(Stored("z")[Field::Note].size(), CardSpool::kInMemory);
+    EXPECT_EQ(vcard::LinesOf(Stored("b")), "FN:b\nTEL:2\nTEL:3\nUID:2\n");
+    EXPECT_EQ(Stored("z")[vcard::Field::Note].size(), CardSpool::kInMemory);
     EXPECT_EQ(Stored("Last29999, First29999"),
-              ContactOf("FN:First29999 Last29999\nN:Last29999;First29999;;;\nX-N:29999"));
+              vcard::ContactOf("FN:First29999 Last29999\nN:Last29999;First29999;;;\nX-N:29999"));
 }
 
 } // namespace

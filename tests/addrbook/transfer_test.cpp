@@ -18,11 +18,11 @@ TEST_F(Transfers, BringEveryCardInAndOutAgain)
     ASSERT_EQ(m_contacts.RecordCount(), 3000u);
     ASSERT_EQ(Export(Ids()), State::Done);
     EXPECT_EQ(m_report, CountText(3000, L"", L"contacts were exported."));
-    const ReadCards before = ReadAll(text), after = ReadAll(ReadFileBytes(m_path));
+    const vcard::ReadCards before = vcard::ReadAll(text), after = vcard::ReadAll(ReadFileBytes(m_path));
     ASSERT_EQ(after.contacts.size(), 3000u);
     for (const size_t i : {size_t{0}, size_t{1234}})
         EXPECT_EQ(std::count_if(after.contacts.begin(), after.contacts.end(),
-                                [&](Contact contact) {
+                                [&](vcard::Contact contact) {
                                     TakeUid(&contact);
                                     return contact == before.contacts[i];
                                 }),
@@ -32,12 +32,12 @@ TEST_F(Transfers, BringEveryCardInAndOutAgain)
 
 TEST_F(Transfers, ThatCannotBeWrittenSaySo)
 {
-    ASSERT_EQ(Import(CardOf("FN:x")), State::Done);
+    ASSERT_EQ(Import(vcard::CardOf("FN:x")), State::Done);
     const std::vector<CEOID> ids = Ids();
     m_contacts.Close();
     ASSERT_TRUE(SetFileAttributesW(m_store.Path().c_str(), FILE_ATTRIBUTE_READONLY));
     ASSERT_EQ(m_contacts.Open(), 1);
-    EXPECT_EQ(Import(CardOf("FN:y")), State::Failed);
+    EXPECT_EQ(Import(vcard::CardOf("FN:y")), State::Failed);
     EXPECT_EQ(m_report,
               L"The contacts cannot be written: the journal's file is read-only. Nothing was imported.");
     SetFileAttributesW(m_store.Path().c_str(), FILE_ATTRIBUTE_NORMAL);
@@ -51,45 +51,48 @@ TEST_F(Transfers, ThatCannotBeWrittenSaySo)
 
 TEST_F(Transfers, UpdateAContactWhoseUidTheCardHas)
 {
-    ASSERT_EQ(Import(CardOf("FN:Old\nUID:urn:uuid:AB-1\nTEL:1\nNOTE:n\nX-A:b") + CardOf("FN:Other\nUID:ab")),
+    ASSERT_EQ(Import(vcard::CardOf("FN:Old\nUID:urn:uuid:AB-1\nTEL:1\nNOTE:n\nX-A:b") +
+                     vcard::CardOf("FN:Other\nUID:ab")),
               State::Done);
     const CEOID id = Ids()[0];
-    const std::string again = CardOf("FN:New\nEMAIL:a@b\ng.uid:ab-1") + CardOf("FN:More\nUID:3");
+    const std::string again =
+        vcard::CardOf("FN:New\nEMAIL:a@b\ng.uid:ab-1") + vcard::CardOf("FN:More\nUID:3");
     ASSERT_EQ(Import(again), State::Done);
     EXPECT_EQ(m_report, L"1 contact was imported, 1 was updated.");
     EXPECT_EQ(m_contacts.RecordCount(), 3u);
-    EXPECT_EQ(Stored("New"), ContactOf("FN:New\nUID:urn:uuid:AB-1\nTEL:1\nEMAIL:a@b\nNOTE:n\nX-A:b"))
+    EXPECT_EQ(Stored("New"), vcard::ContactOf("FN:New\nUID:urn:uuid:AB-1\nTEL:1\nEMAIL:a@b\nNOTE:n\nX-A:b"))
         << "what the card lacks stays";
     EXPECT_NE(m_contacts.SeekRecord(id), 0u) << "entries refer to it";
     Stored("Other");
     ASSERT_EQ(Import(again), State::Done);
     EXPECT_EQ(m_report, L"2 contacts were unchanged.");
     EXPECT_EQ(m_contacts.RecordCount(), 3u);
-    ASSERT_EQ(Import(CardOf("FN:Newer\nUID:ab-1")), State::Done);
+    ASSERT_EQ(Import(vcard::CardOf("FN:Newer\nUID:ab-1")), State::Done);
     EXPECT_EQ(m_report, L"1 contact was updated.");
 }
 
 // Two cards of one UID, as careless programs write them, are two contacts; so are two without any.
 TEST_F(Transfers, JoinNoCardsOfOneFile)
 {
-    const std::string text =
-        CardOf("FN:a\nUID:1") + CardOf("FN:b\nUID:1") + CardOf("FN:c\nUID:") + CardOf("FN:d\nUID:");
+    const std::string text = vcard::CardOf("FN:a\nUID:1") + vcard::CardOf("FN:b\nUID:1") +
+                             vcard::CardOf("FN:c\nUID:") + vcard::CardOf("FN:d\nUID:");
     ASSERT_EQ(Import(text), State::Done);
     EXPECT_EQ(m_contacts.RecordCount(), 4u);
     ASSERT_EQ(Import(text), State::Done);
     EXPECT_EQ(m_report, L"2 contacts were imported, 2 were unchanged.");
     EXPECT_EQ(m_contacts.RecordCount(), 6u);
-    EXPECT_EQ(UidOf(Stored("a")[Field::Extra]), "1");
-    EXPECT_EQ(UidOf(Stored("b")[Field::Extra]), "1");
+    EXPECT_EQ(UidOf(Stored("a")[vcard::Field::Extra]), "1");
+    EXPECT_EQ(UidOf(Stored("b")[vcard::Field::Extra]), "1");
 }
 
 TEST_F(Transfers, GiveAContactAUidThatStays)
 {
-    ASSERT_EQ(Import(CardOf("FN:a\nX-A:b") + CardOf("FN:b") + CardOf("FN:c\nUID:own")), State::Done);
+    ASSERT_EQ(Import(vcard::CardOf("FN:a\nX-A:b") + vcard::CardOf("FN:b") + vcard::CardOf("FN:c\nUID:own")),
+              State::Done);
     ASSERT_EQ(Export(Ids()), State::Done);
     const std::string first = ReadFileBytes(m_path);
     std::set<std::string> uids;
-    for (Contact& contact : ReadAll(first).contacts)
+    for (vcard::Contact& contact : vcard::ReadAll(first).contacts)
         uids.insert(TakeUid(&contact));
     EXPECT_EQ(uids.size(), 3u);
     EXPECT_EQ(uids.count("own"), 1u);
@@ -131,7 +134,7 @@ TEST_F(Transfers, BringEveryScriptThroughByteForByte)
     std::erase(written, '\r');
     const auto linesOf = [](const std::string& all) {
         std::vector<std::string> lines;
-        ForEachLine(all, [&](std::string_view line) { lines.emplace_back(line); });
+        vcard::ForEachLine(all, [&](std::string_view line) { lines.emplace_back(line); });
         return lines;
     };
     for (const std::string& line : linesOf(text))
@@ -151,11 +154,12 @@ TEST_F(Transfers, BringAPictureOfManyMegabytesThrough)
     std::string picture;
     for (size_t i = 0; i < 10'000'000; ++i)
         picture += static_cast<char>('A' + i * 7 % 26);
-    ASSERT_EQ(Import(CardOf("FN:x\nPHOTO;ENCODING=b;TYPE=PNG:" + picture + "\nUID:1", "3.0")), State::Done);
+    ASSERT_EQ(Import(vcard::CardOf("FN:x\nPHOTO;ENCODING=b;TYPE=PNG:" + picture + "\nUID:1", "3.0")),
+              State::Done);
     ASSERT_EQ(Export(Ids()), State::Done);
-    std::vector<Contact> contacts = ReadAll(ReadFileBytes(m_path)).contacts;
+    std::vector<vcard::Contact> contacts = vcard::ReadAll(ReadFileBytes(m_path)).contacts;
     ASSERT_EQ(contacts.size(), 1u);
-    EXPECT_TRUE(contacts[0][Field::Extra] == "PHOTO:data:image/png;base64," + picture + "\nUID:1");
+    EXPECT_TRUE(contacts[0][vcard::Field::Extra] == "PHOTO:data:image/png;base64," + picture + "\nUID:1");
 }
 
 } // namespace

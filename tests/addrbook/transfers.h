@@ -5,7 +5,7 @@
 
 #include "addrbook/transfer/export_job.h"
 #include "addrbook/transfer/import_job.h"
-#include "cards.h"
+#include "support/cards.h"
 #include "support/test_store.h"
 
 namespace addrbook {
@@ -32,16 +32,16 @@ inline std::string ManyCards(int count)
     std::string text;
     for (int i = 0; i < count; ++i) {
         const std::string number = std::to_string(i);
-        text += CardOf("FN:First" + number + " Last" + number + "\nN:Last" + number + ";First" + number +
-                       ";;;\nX-N:" + number);
+        text += vcard::CardOf("FN:First" + number + " Last" + number + "\nN:Last" + number + ";First" +
+                              number + ";;;\nX-N:" + number);
     }
     return text;
 }
 
 // The contact's UID, which its extra lines end with, and takes it off them.
-inline std::string TakeUid(Contact* contact)
+inline std::string TakeUid(vcard::Contact* contact)
 {
-    std::string& extra = (*contact)[Field::Extra];
+    std::string& extra = (*contact)[vcard::Field::Extra];
     const size_t start = extra.rfind("UID:");
     const std::string uid = start == std::string::npos ? "" : extra.substr(start + 4);
     extra.resize(start == std::string::npos ? extra.size() : start - (start ? 1 : 0));
@@ -82,11 +82,11 @@ class Transfers : public testing::Test {
         return state;
     }
     // The stored contact of this File As.
-    Contact Stored(const std::string& fileAs)
+    vcard::Contact Stored(const std::string& fileAs)
     {
-        Contact contact;
+        vcard::Contact contact;
         for (const CEOID id : Ids())
-            if (LoadContact(m_contacts, id, &contact) && contact[Field::FileAs] == fileAs)
+            if (LoadContact(m_contacts, id, &contact) && contact[vcard::Field::FileAs] == fileAs)
                 return contact;
         ADD_FAILURE() << fileAs << " is not stored";
         return {};

@@ -21,26 +21,26 @@ namespace {
 
 TEST_F(Transfers, KnowNoUidsWhereTheContactsCannotBeRead)
 {
-    ASSERT_EQ(Import(CardOf("FN:a\nUID:1")), State::Done);
+    ASSERT_EQ(Import(vcard::CardOf("FN:a\nUID:1")), State::Done);
     ContactUids uids;
     ASSERT_TRUE(uids.Load(m_contacts));
     {
         const UnreadableTable unreadable(m_store.Path(), "contacts");
         EXPECT_FALSE(uids.Load(m_contacts));
         EXPECT_TRUE(uids.IsEmpty());
-        EXPECT_EQ(Import(CardOf("FN:a\nNOTE:n\nUID:1")), State::Failed);
+        EXPECT_EQ(Import(vcard::CardOf("FN:a\nNOTE:n\nUID:1")), State::Failed);
         EXPECT_TRUE(m_report.starts_with(L"The contacts cannot be read: ")) << m_report;
         EXPECT_TRUE(m_report.ends_with(L". Nothing was imported.")) << m_report;
     }
     EXPECT_EQ(m_contacts.RecordCount(), 1u) << "no double";
-    EXPECT_EQ(Import(CardOf("FN:a\nNOTE:n\nUID:1")), State::Done);
+    EXPECT_EQ(Import(vcard::CardOf("FN:a\nNOTE:n\nUID:1")), State::Done);
     EXPECT_EQ(m_report, L"1 contact was updated.");
 }
 
 TEST_F(Transfers, StopWhereTheContactsCannotBeReadAfterAQuestion)
 {
-    ASSERT_EQ(Import(CardOf("FN:a\nUID:1")), State::Done);
-    ASSERT_TRUE(WriteFileBytes(m_path, CardOf("FN:a\nNOTE:n\nUID:1") + CardOf("FN:b")));
+    ASSERT_EQ(Import(vcard::CardOf("FN:a\nUID:1")), State::Done);
+    ASSERT_TRUE(WriteFileBytes(m_path, vcard::CardOf("FN:a\nNOTE:n\nUID:1") + vcard::CardOf("FN:b")));
     ImportJob job(m_contacts, m_path, Asker());
     State state;
     while ((state = job.Step(20)) == State::Working) {
@@ -52,7 +52,7 @@ TEST_F(Transfers, StopWhereTheContactsCannotBeReadAfterAQuestion)
         EXPECT_EQ(RunToEnd(job), State::Failed);
     }
     EXPECT_EQ(m_contacts.RecordCount(), 1u);
-    EXPECT_EQ(LinesOf(Stored("a")), "FN:a\nUID:1\n");
+    EXPECT_EQ(vcard::LinesOf(Stored("a")), "FN:a\nUID:1\n");
 }
 
 TEST_F(Transfers, ExportTellsOfAContactThatCannotBeRead)
@@ -66,7 +66,7 @@ TEST_F(Transfers, ExportTellsOfAContactThatCannotBeRead)
         const UnreadableTable unreadable(m_store.Path(), "contacts");
         ASSERT_EQ(RunToEnd(job), State::Done);
     }
-    const size_t written = ReadAll(ReadFileBytes(m_path)).contacts.size();
+    const size_t written = vcard::ReadAll(ReadFileBytes(m_path)).contacts.size();
     EXPECT_GT(written, 0u);
     EXPECT_LT(written, 2000u);
     EXPECT_TRUE(job.Report().starts_with(
@@ -78,7 +78,7 @@ TEST_F(Transfers, ExportTellsOfAContactThatCannotBeRead)
 // Where none can be read there is no file to be had: the one that was there stays.
 TEST_F(Transfers, ExportOfNothingThatCanBeReadLeavesTheFile)
 {
-    ASSERT_EQ(Import(CardOf("FN:a") + CardOf("FN:b")), State::Done);
+    ASSERT_EQ(Import(vcard::CardOf("FN:a") + vcard::CardOf("FN:b")), State::Done);
     const std::vector<CEOID> ids = Ids();
     ASSERT_TRUE(WriteFileBytes(m_path, "before"));
     {
@@ -225,7 +225,7 @@ TEST_F(DamagedContacts, AnExportSaysThatThereIsMoreAndAsksBeforeItTakesAFilesPla
     const ModalDriver driver(take);
     m_window->Export(m_path);
     EXPECT_TRUE(driver.Ran());
-    EXPECT_EQ(std::to_wstring(ReadAll(ReadFileBytes(m_path)).contacts.size()), shown);
+    EXPECT_EQ(std::to_wstring(vcard::ReadAll(ReadFileBytes(m_path)).contacts.size()), shown);
 }
 
 // Where none can be read those that there were stay, and the window says so.
@@ -313,9 +313,9 @@ TEST_F(AddressWindowTest, ASaveThatFailsSaysWhyAndKeepsWhatWasTyped)
         << answerer.Boxes()[0].text;
     EXPECT_NE(answerer.Boxes()[0].text.find(L"what you have typed is still there"), std::wstring::npos);
     EXPECT_EQ(m_contacts.RecordCount(), 1u) << "not written as another one";
-    Contact contact;
+    vcard::Contact contact;
     ASSERT_TRUE(LoadContact(m_contacts, anna, &contact));
-    EXPECT_EQ(contact[Field::Note], "note");
+    EXPECT_EQ(contact[vcard::Field::Note], "note");
 }
 
 // What another program has written since is not lost without a word.
@@ -327,7 +327,7 @@ TEST_F(AddressWindowTest, ASaveOverAnotherProgramsChangeAsks)
         const MessageBoxAnswerer answerer({answer, IDNO});
         const ModalDriver driver([&](HWND dialog) {
             SetDlgItemTextW(dialog, IDC_COMPANY, L"mine");
-            ASSERT_TRUE(SaveField(m_contacts, anna, Field::Note, "theirs"));
+            ASSERT_TRUE(SaveField(m_contacts, anna, vcard::Field::Note, "theirs"));
             Press(dialog, IDOK);
             if (answer == IDNO)
                 Press(dialog, IDCANCEL);
@@ -338,10 +338,10 @@ TEST_F(AddressWindowTest, ASaveOverAnotherProgramsChangeAsks)
         EXPECT_EQ(answerer.Boxes()[0].text,
                   L"Another program has changed this contact since it was opened.\n\n"
                   L"Save yours in its place?");
-        Contact contact;
+        vcard::Contact contact;
         ASSERT_TRUE(LoadContact(m_contacts, anna, &contact));
-        EXPECT_EQ(contact[Field::Note], answer == IDYES ? "note" : "theirs");
-        EXPECT_EQ(contact[Field::Company], answer == IDYES ? "mine" : "");
+        EXPECT_EQ(contact[vcard::Field::Note], answer == IDYES ? "note" : "theirs");
+        EXPECT_EQ(contact[vcard::Field::Company], answer == IDYES ? "mine" : "");
         ASSERT_EQ(m_contacts.DeleteRecord(anna), 1);
         Close();
     }

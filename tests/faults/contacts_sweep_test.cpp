@@ -34,9 +34,9 @@ constexpr const char* kNewCard = "INSERT INTO contacts(file_as, vcard_extra) VAL
 
 TEST_F(FaultedContacts, Saving)
 {
-    addrbook::Contact contact;
-    contact[addrbook::Field::FileAs] = "Doe, Jane";
-    contact[addrbook::Field::Note] = "one\ntwo";
+    vcard::Contact contact;
+    contact[vcard::Field::FileAs] = "Doe, Jane";
+    contact[vcard::Field::Note] = "one\ntwo";
     Sweep(
         {.prepare = [this] { return OpenAll(); },
          .run =
@@ -55,7 +55,7 @@ TEST_F(FaultedContacts, Saving)
 // New cards, and one that a stored contact's card is updated with.
 TEST_F(FaultedContacts, Importing)
 {
-    using addrbook::CardOf;
+    using vcard::CardOf;
     ASSERT_TRUE(WriteFileBytes(Cards(), CardOf("FN:New one\nUID:a") +
                                             CardOf("FN:Contact 7\nORG:Other\nUID:7") +
                                             CardOf("FN:New two\nUID:b")));
@@ -77,8 +77,8 @@ TEST_F(FaultedContacts, Importing)
 // Cards that ask: one updates, one is added beside its contact, one is passed over.
 TEST_F(FaultedContacts, ImportingWithQuestions)
 {
-    using addrbook::CardOf;
     using addrbook::ImportChoice;
+    using vcard::CardOf;
     ASSERT_TRUE(WriteFileBytes(
         Cards(), CardOf("FN:Contact 3\nORG:Other\nUID:3") + CardOf("FN:Contact 4\nORG:Beside\nUID:4") +
                      CardOf("FN:New\nUID:n") + CardOf("FN:Contact 5\nORG:Never\nUID:5")));

@@ -4,8 +4,9 @@
 #include <chrono>
 #include <functional>
 
-#include "formats/vcard/vcard_contact.h"
-#include "formats/vcard/vcard_reader.h"
+#include "formats/vcard/contact_reader.h"
+#include "formats/vcard/writer.h"
+#include "formats/vcard/reader.h"
 #include "seeded.h"
 #include "targets.h"
 
@@ -78,17 +79,17 @@ void ReadAndWrite(const std::string& lines)
 {
     const std::string file = "BEGIN:VCARD\nFN:x\n" + lines + "\nEND:VCARD\n";
     size_t place = 0;
-    addrbook::VCardReader reader([&](char* buffer, size_t size) {
+    vcard::Reader reader([&](char* buffer, size_t size) {
         const size_t count = file.copy(buffer, size, place);
         place += count;
         return count;
     });
-    addrbook::VCard card;
-    addrbook::Contact contact;
+    vcard::Card card;
+    vcard::Contact contact;
     std::string written;
     while (reader.Next(&card))
-        if (addrbook::ContactReader().Read(card, &contact))
-            addrbook::AppendCard(written, contact);
+        if (vcard::ContactReader().Read(card, &contact))
+            vcard::AppendCard(written, contact);
     EXPECT_TRUE(!written.empty() || reader.Unreadable());
 }
 

@@ -18,8 +18,8 @@ out=build/fuzz
 # 16-bit characters as the programs have them, and the texts' templates compiled for them.
 flags='-std=c++20 -g -O1 -fshort-wchar -D_GLIBCXX_EXTERN_TEMPLATE=0 -Itests/fuzz/native -Itests/fuzz -Icompanions -Isrc
     -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined -Wall'
-sources="src/formats/vcard/vcard_*.cpp src/formats/vcard/contact_names.cpp src/formats/text/text_lines.cpp
-    src/formats/text/utf16_source.cpp companions/help/page/document_builder.cpp
+sources="src/formats/vcard/*.cpp src/formats/text/lines.cpp src/formats/text/utf16_source.cpp
+    companions/help/page/document_builder.cpp
     companions/help/page/entities.cpp companions/help/page/find_in_topics.cpp
     companions/help/page/help_document.cpp companions/help/page/html_reader.cpp
     companions/help/page/html_tokens.cpp companions/help/page/page_text.cpp
@@ -45,7 +45,7 @@ fuzz() {
     rm -rf "$out/$1.corpus"
     mkdir -p "$out/$1.corpus"
     folders="$out/$1.corpus tests/fuzz/seeds/$1"
-    [ "$1" != vcards ] || folders="$folders tests/addrbook/samples"
+    [ "$1" != vcards ] || folders="$folders tests/formats/samples"
     "$out/$1" -runs="$cases" -seed="$seed" -max_len="$3" -timeout=20 -rss_limit_mb=4096 \
         -artifact_prefix="$out/$1-" $folders >"$out/$1.log" 2>&1 ||
         { tail -n 40 "$out/$1.log" >&2; fail "$1: a case is broken"; }

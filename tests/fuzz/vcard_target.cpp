@@ -2,9 +2,11 @@
 #include <vector>
 
 #include "formats/vcard/contact_names.h"
-#include "formats/vcard/vcard_charset.h"
-#include "formats/vcard/vcard_contact.h"
-#include "formats/vcard/vcard_reader.h"
+#include "formats/vcard/charset.h"
+#include "formats/vcard/contact_reader.h"
+#include "formats/vcard/edit.h"
+#include "formats/vcard/writer.h"
+#include "formats/vcard/reader.h"
 #include "mervane/values/text_codec.h"
 #include "targets.h"
 
@@ -12,11 +14,11 @@ namespace fuzz {
 
 namespace {
 
-using addrbook::Contact;
-using addrbook::Field;
+using vcard::Contact;
+using vcard::Field;
 
 struct ReadFile {
-    std::vector<Contact> contacts;
+    std::vector<vcard::Contact> contacts;
     size_t cards = 0; // also those that name nobody
     size_t unreadable = 0;
     size_t errorLine = 0;
@@ -26,15 +28,15 @@ struct ReadFile {
 ReadFile ReadAll(std::string_view bytes, size_t piece)
 {
     size_t place = 0;
-    addrbook::VCardReader reader([&](char* buffer, size_t size) {
+    vcard::Reader reader([&](char* buffer, size_t size) {
         const size_t count = bytes.copy(buffer, std::min(size, piece), place);
         place += count;
         return count;
     });
     ReadFile read;
-    addrbook::VCard card;
-    addrbook::ContactReader contacts;
-    for (Contact contact; reader.Next(&card); ++read.cards)
+    vcard::Card card;
+    vcard::ContactReader contacts;
+    for (vcard::Contact contact; reader.Next(&card); ++read.cards)
         if (contacts.Read(card, &contact))
             read.contacts.push_back(contact);
     read.unreadable = reader.Unreadable();
@@ -42,10 +44,10 @@ ReadFile ReadAll(std::string_view bytes, size_t piece)
     return read;
 }
 
-std::string Written(const Contact& contact)
+std::string Written(const vcard::Contact& contact)
 {
     std::string card;
-    addrbook::AppendCard(card, contact);
+    vcard::AppendCard(card, contact);
     return card;
 }
 
@@ -65,7 +67,7 @@ bool IsWellFormed(std::string_view card)
 }
 
 // The store keeps UTF-16 made into UTF-8 of its own.
-bool SurvivesStore(const Contact& contact)
+bool SurvivesStore(const vcard::Contact& contact)
 {
     return std::all_of(contact.texts.begin(), contact.texts.end(), [](const std::string& text) {
         return mervane::EncodeText(mervane::DecodeText(text)) == text;
@@ -73,23 +75,24 @@ bool SurvivesStore(const Contact& contact)
 }
 
 // The lines that no field tells stand in the order of their properties once they were written.
-Contact WithSortedLines(Contact contact)
+vcard::Contact WithSortedLines(vcard::Contact contact)
 {
     std::vector<std::string> lines;
-    addrbook::ForEachLine(contact[Field::Extra], [&](std::string_view line) { lines.emplace_back(line); });
+    vcard::ForEachLine(contact[vcard::Field::Extra],
+                       [&](std::string_view line) { lines.emplace_back(line); });
     std::sort(lines.begin(), lines.end());
-    contact[Field::Extra].clear();
+    contact[vcard::Field::Extra].clear();
     for (const std::string& line : lines)
-        contact[Field::Extra].append(line).append("\n");
+        contact[vcard::Field::Extra].append(line).append("\n");
     return contact;
 }
 
-std::string TryContact(const Contact& contact)
+std::string TryContact(const vcard::Contact& contact)
 {
     const std::string card = Written(contact);
     if (!IsWellFormed(card))
         return "a card that was written is not well-formed";
-    if (!addrbook::IsUtf8(card))
+    if (!vcard::IsUtf8(card))
         return "a card that was written is not in UTF-8";
     if (!SurvivesStore(contact))
         return "a contact's text comes back from the store as another one";
@@ -102,11 +105,11 @@ std::string TryContact(const Contact& contact)
 }
 
 // An edit of a field keeps what was edited.
-std::string TryEdit(const Contact& before, size_t field, const char* text)
+std::string TryEdit(const vcard::Contact& before, size_t field, const char* text)
 {
-    Contact after = before;
+    vcard::Contact after = before;
     after.texts[field] = text;
-    addrbook::FollowEdit(before, &after);
+    vcard::FollowEdit(before, &after);
     const ReadFile again = ReadAll(Written(after), 1000);
     if (again.unreadable || again.cards != 1)
         return "the card of an edited contact cannot be read";
@@ -115,9 +118,9 @@ std::string TryEdit(const Contact& before, size_t field, const char* text)
     return isKept ? "" : "an edit is not in the card: field " + std::to_string(field);
 }
 
-std::string TryEdits(const Contact& before, size_t choice)
+std::string TryEdits(const vcard::Contact& before, size_t choice)
 {
-    const size_t field = choice % static_cast<size_t>(Field::Extra);
+    const size_t field = choice % static_cast<size_t>(vcard::Field::Extra);
     const std::string broken = TryEdit(before, field, "Edited; text, \\ with (work) signs");
     return broken.empty() ? TryEdit(before, field, "") : broken;
 }
@@ -129,7 +132,7 @@ std::string TryVCards(std::string_view bytes)
     const ReadFile read = ReadAll(bytes, bytes.size());
     if (read != ReadAll(bytes, 1 + bytes.size() % 7))
         return "a file that comes in pieces reads as another one";
-    for (const Contact& contact : read.contacts) {
+    for (const vcard::Contact& contact : read.contacts) {
         std::string broken = TryContact(contact);
         if (broken.empty())
             broken = TryEdits(contact, bytes.size());

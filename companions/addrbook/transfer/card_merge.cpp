@@ -6,31 +6,33 @@
 
 #include "addrbook/transfer/reach_merge.h"
 #include "formats/vcard/contact_names.h"
-#include "formats/vcard/vcard_contact.h"
-#include "formats/vcard/vcard_fields.h"
+#include "formats/vcard/contact_reader.h"
+#include "formats/vcard/edit.h"
+#include "formats/vcard/fields.h"
 
 namespace addrbook {
 
 namespace {
 
-constexpr Property kSingle[] = {Property::Company, Property::JobTitle, Property::Address, Property::Birthday,
-                                Property::Note};
+constexpr vcard::Property kSingle[] = {vcard::Property::Company, vcard::Property::JobTitle,
+                                       vcard::Property::Address, vcard::Property::Birthday,
+                                       vcard::Property::Note};
 constexpr const char* kFormattedNameKey = "fn";
 
 struct ExtraLine {
-    VCard::Line line;
-    Property property;
+    vcard::Card::Line line;
+    vcard::Property property;
 };
 
 std::vector<ExtraLine> LinesOf(std::string_view extra)
 {
     std::vector<ExtraLine> lines;
-    ForEachLine(extra, [&](std::string_view whole) {
-        LinePlaces places;
-        if (!FindPlaces(whole, &places))
+    vcard::ForEachLine(extra, [&](std::string_view whole) {
+        vcard::LinePlaces places;
+        if (!vcard::FindPlaces(whole, &places))
             return;
-        const VCard::Line line = VCard::LineOf(whole, places);
-        lines.push_back({line, PropertyOf(line.name)});
+        const vcard::Card::Line line = vcard::Card::LineOf(whole, places);
+        lines.push_back({line, vcard::PropertyOf(line.name)});
     });
     return lines;
 }
@@ -47,11 +49,11 @@ std::string Lower(std::string_view text)
 std::string KindsOf(std::string_view parameters)
 {
     std::vector<std::string> kinds;
-    Parameter parameter;
-    for (Parameters all(parameters); all.Next(&parameter);)
-        for (std::string_view list = EqualsNoCase(parameter.name, "TYPE") ? parameter.value : "";
+    vcard::Parameter parameter;
+    for (vcard::Parameters all(parameters); all.Next(&parameter);)
+        for (std::string_view list = vcard::EqualsNoCase(parameter.name, "TYPE") ? parameter.value : "";
              !list.empty();)
-            if (std::string kind = Lower(TakeListItem(&list)); kind != "pref")
+            if (std::string kind = Lower(vcard::TakeListItem(&list)); kind != "pref")
                 kinds.push_back(std::move(kind));
     std::sort(kinds.begin(), kinds.end());
     std::string joined;
@@ -65,51 +67,52 @@ std::string KindsOf(std::string_view parameters)
 std::string KeyOf(const ExtraLine& extra)
 {
     const std::string name = Lower(extra.line.name);
-    if (extra.property == Property::FormattedName)
+    if (extra.property == vcard::Property::FormattedName)
         return kFormattedNameKey;
-    if (HasMany(extra.property))
-        return name + "\n" + FieldText(extra.property, extra.line);
+    if (vcard::HasMany(extra.property))
+        return name + "\n" + vcard::FieldText(extra.property, extra.line);
     const bool isAboutGroup = !extra.line.group.empty() && name.starts_with("x-");
     return (isAboutGroup ? Lower(extra.line.group) + "." : "") + name + KindsOf(extra.line.parameters);
 }
 
 bool IsUid(const ExtraLine& extra)
 {
-    return EqualsNoCase(extra.line.name, "UID");
+    return vcard::EqualsNoCase(extra.line.name, "UID");
 }
 
 // An empty value is as good as no line; an address may have its text in a parameter.
 bool SaysNothing(const ExtraLine& extra)
 {
     return extra.line.value.find_first_not_of("; ") == std::string_view::npos &&
-           FindParameter(extra.line.parameters, "LABEL").empty();
+           vcard::FindParameter(extra.line.parameters, "LABEL").empty();
 }
 
-bool NamesDiffer(const Contact& a, const Contact& b)
+bool NamesDiffer(const vcard::Contact& a, const vcard::Contact& b)
 {
-    return a[Field::LastName] != b[Field::LastName] || a[Field::FirstName] != b[Field::FirstName];
+    return a[vcard::Field::LastName] != b[vcard::Field::LastName] ||
+           a[vcard::Field::FirstName] != b[vcard::Field::FirstName];
 }
 
 // The name that the contact is shown under in other programs.
-std::string KnownName(const Contact& contact)
+std::string KnownName(const vcard::Contact& contact)
 {
-    for (const ExtraLine& extra : LinesOf(contact[Field::Extra]))
-        if (extra.property == Property::FormattedName)
-            return FieldText(extra.property, extra.line);
-    return FormattedNameOf(contact);
+    for (const ExtraLine& extra : LinesOf(contact[vcard::Field::Extra]))
+        if (extra.property == vcard::Property::FormattedName)
+            return vcard::FieldText(extra.property, extra.line);
+    return vcard::FormattedNameOf(contact);
 }
 
 class Merge {
   public:
-    Merge(const Contact& stored, const ImportedCard& card)
-        : m_stored(stored), m_card(card), m_cardLines(LinesOf(card.contact[Field::Extra]))
+    Merge(const vcard::Contact& stored, const vcard::ImportedCard& card)
+        : m_stored(stored), m_card(card), m_cardLines(LinesOf(card.contact[vcard::Field::Extra]))
     {}
-    Contact Run();
+    vcard::Contact Run();
 
   private:
     void MergeFields();
     void MergeFileAs();
-    std::string WithMergedNames(const ExtraLine& extra, const Contact& before) const;
+    std::string WithMergedNames(const ExtraLine& extra, const vcard::Contact& before) const;
     void TakeCardLines();
     void TakeFormattedName();
     void AddCardLine(const std::string& key, std::string whole);
@@ -124,10 +127,10 @@ class Merge {
         size_t put = 0;
     };
 
-    const Contact& m_stored;
-    const ImportedCard& m_card;
+    const vcard::Contact& m_stored;
+    const vcard::ImportedCard& m_card;
     const std::vector<ExtraLine> m_cardLines; // the card's extra
-    Contact m_merged;
+    vcard::Contact m_merged;
     std::unordered_set<std::string> m_reached; // phones and e-mails of the merged contact, as lines say them
     std::unordered_set<std::string> m_reachedBefore;
     std::unordered_map<std::string, CardLines> m_lines;
@@ -136,40 +139,43 @@ class Merge {
 
 void Merge::MergeFields()
 {
-    const Contact& card = m_card.contact;
-    for (const Field field : {Field::FirstName, Field::LastName, Field::Company, Field::JobTitle,
-                              Field::Address, Field::Birthday, Field::Note})
+    const vcard::Contact& card = m_card.contact;
+    for (const vcard::Field field :
+         {vcard::Field::FirstName, vcard::Field::LastName, vcard::Field::Company, vcard::Field::JobTitle,
+          vcard::Field::Address, vcard::Field::Birthday, vcard::Field::Note})
         m_merged[field] = card[field].empty() ? m_stored[field] : card[field];
-    m_merged[Field::Emails] = MergedReaches(Property::Email, m_stored[Field::Emails], card[Field::Emails]);
-    m_merged[Field::Phones] = MergedReaches(Property::Phone, m_stored[Field::Phones], card[Field::Phones]);
+    m_merged[vcard::Field::Emails] =
+        MergedReaches(vcard::Property::Email, m_stored[vcard::Field::Emails], card[vcard::Field::Emails]);
+    m_merged[vcard::Field::Phones] =
+        MergedReaches(vcard::Property::Phone, m_stored[vcard::Field::Phones], card[vcard::Field::Phones]);
 }
 
 // One that somebody has chosen stays; one that follows from the names goes on following them.
 void Merge::MergeFileAs()
 {
-    const std::string& stored = m_stored[Field::FileAs];
+    const std::string& stored = m_stored[vcard::Field::FileAs];
     const std::string known = KnownName(m_stored);
-    const bool isOwn = stored.empty() || stored == FileAsOf(m_stored, known);
+    const bool isOwn = stored.empty() || stored == vcard::FileAsOf(m_stored, known);
     if (m_card.hasFileAs)
-        m_merged[Field::FileAs] = m_card.contact[Field::FileAs];
+        m_merged[vcard::Field::FileAs] = m_card.contact[vcard::Field::FileAs];
     else if (isOwn)
-        m_merged[Field::FileAs] =
-            FileAsOf(m_merged, m_card.formattedName.empty() ? known : m_card.formattedName);
+        m_merged[vcard::Field::FileAs] =
+            vcard::FileAsOf(m_merged, m_card.formattedName.empty() ? known : m_card.formattedName);
     else
-        m_merged[Field::FileAs] = stored;
+        m_merged[vcard::Field::FileAs] = stored;
 }
 
 // A line that tells the names of before tells the merged ones; what else it says stays.
-std::string Merge::WithMergedNames(const ExtraLine& extra, const Contact& before) const
+std::string Merge::WithMergedNames(const ExtraLine& extra, const vcard::Contact& before) const
 {
-    Contact own, followed;
-    for (const Field field : {Field::FirstName, Field::LastName}) {
+    vcard::Contact own, followed;
+    for (const vcard::Field field : {vcard::Field::FirstName, vcard::Field::LastName}) {
         own[field] = before[field];
         followed[field] = m_merged[field];
     }
-    own[Field::Extra] = extra.line.whole;
-    FollowEdit(own, &followed);
-    return followed[Field::Extra];
+    own[vcard::Field::Extra] = extra.line.whole;
+    vcard::FollowEdit(own, &followed);
+    return followed[vcard::Field::Extra];
 }
 
 void Merge::AddCardLine(const std::string& key, std::string whole)
@@ -188,13 +194,13 @@ void Merge::TakeFormattedName()
         return;
     bool isKept = false;
     for (const ExtraLine& extra : m_cardLines) {
-        isKept |= extra.property == Property::FormattedName;
-        if (extra.property == Property::FormattedName)
+        isKept |= extra.property == vcard::Property::FormattedName;
+        if (extra.property == vcard::Property::FormattedName)
             AddCardLine(kFormattedNameKey, std::string(extra.line.whole));
     }
     std::string line;
-    if (!isKept && m_card.formattedName != FormattedNameOf(m_merged))
-        AppendLine(line, Property::FormattedName, m_card.formattedName);
+    if (!isKept && m_card.formattedName != vcard::FormattedNameOf(m_merged))
+        vcard::AppendLine(line, vcard::Property::FormattedName, m_card.formattedName);
     if (!isKept)
         AddCardLine(kFormattedNameKey, line);
 }
@@ -203,49 +209,50 @@ void Merge::TakeCardLines()
 {
     TakeFormattedName();
     for (const ExtraLine& extra : m_cardLines) {
-        if (IsUid(extra) || SaysNothing(extra) || extra.property == Property::FormattedName)
+        if (IsUid(extra) || SaysNothing(extra) || extra.property == vcard::Property::FormattedName)
             continue;
         const std::string key = KeyOf(extra);
-        if (HasMany(extra.property) && !m_reached.count(key))
+        if (vcard::HasMany(extra.property) && !m_reached.count(key))
             continue;
-        AddCardLine(key, extra.property == Property::Name ? WithMergedNames(extra, m_card.contact)
-                                                          : std::string(extra.line.whole));
+        AddCardLine(key, extra.property == vcard::Property::Name ? WithMergedNames(extra, m_card.contact)
+                                                                 : std::string(extra.line.whole));
     }
 }
 
 // Tells of a text that the card has replaced.
 bool Merge::IsOutdated(const ExtraLine& extra) const
 {
-    if (extra.property == Property::FormattedName)
+    if (extra.property == vcard::Property::FormattedName)
         return m_card.formattedName.empty() && NamesDiffer(m_stored, m_merged);
-    if (HasMany(extra.property)) {
+    if (vcard::HasMany(extra.property)) {
         const std::string key = KeyOf(extra);
         return m_reachedBefore.count(key) && !m_reached.count(key);
     }
     if (std::find(std::begin(kSingle), std::end(kSingle), extra.property) == std::end(kSingle))
         return false;
-    const Field field = FieldOf(extra.property);
-    return m_stored[field] != m_merged[field] && FieldText(extra.property, extra.line) == m_stored[field];
+    const vcard::Field field = vcard::FieldOf(extra.property);
+    return m_stored[field] != m_merged[field] &&
+           vcard::FieldText(extra.property, extra.line) == m_stored[field];
 }
 
 void Merge::Put(std::string_view whole)
 {
-    std::string& extra = m_merged[Field::Extra];
+    std::string& extra = m_merged[vcard::Field::Extra];
     extra.append(extra.empty() ? "" : "\n").append(whole);
 }
 
 // In the order of what is stored, so that a card that says the same changes nothing.
 void Merge::PutStoredLines()
 {
-    for (const ExtraLine& extra : LinesOf(m_stored[Field::Extra])) {
+    for (const ExtraLine& extra : LinesOf(m_stored[vcard::Field::Extra])) {
         const auto found = IsUid(extra) ? m_lines.end() : m_lines.find(KeyOf(extra));
         if (found != m_lines.end()) {
             CardLines& card = found->second;
             if (card.put < card.lines.size())
                 Put(card.lines[card.put++]);
         } else if (!IsOutdated(extra)) {
-            Put(extra.property == Property::Name ? WithMergedNames(extra, m_stored)
-                                                 : std::string(extra.line.whole));
+            Put(extra.property == vcard::Property::Name ? WithMergedNames(extra, m_stored)
+                                                        : std::string(extra.line.whole));
         }
     }
 }
@@ -259,15 +266,15 @@ void Merge::PutNewLines()
     }
 }
 
-Contact Merge::Run()
+vcard::Contact Merge::Run()
 {
     MergeFields();
     MergeFileAs();
-    const auto keep = [](std::unordered_set<std::string>* keys, const Contact& contact) {
-        ForEachLine(contact[Field::Emails],
-                    [&](std::string_view text) { keys->insert("email\n" + std::string(text)); });
-        ForEachLine(contact[Field::Phones],
-                    [&](std::string_view text) { keys->insert("tel\n" + std::string(text)); });
+    const auto keep = [](std::unordered_set<std::string>* keys, const vcard::Contact& contact) {
+        vcard::ForEachLine(contact[vcard::Field::Emails],
+                           [&](std::string_view text) { keys->insert("email\n" + std::string(text)); });
+        vcard::ForEachLine(contact[vcard::Field::Phones],
+                           [&](std::string_view text) { keys->insert("tel\n" + std::string(text)); });
     };
     keep(&m_reached, m_merged);
     keep(&m_reachedBefore, m_stored);
@@ -280,13 +287,13 @@ Contact Merge::Run()
 // Tells which program has written the card and when, not about whom.
 bool IsAboutCard(const ExtraLine& extra)
 {
-    return EqualsNoCase(extra.line.name, "REV") || EqualsNoCase(extra.line.name, "PRODID");
+    return vcard::EqualsNoCase(extra.line.name, "REV") || vcard::EqualsNoCase(extra.line.name, "PRODID");
 }
 
-std::vector<std::string> TellingLines(const Contact& contact)
+std::vector<std::string> TellingLines(const vcard::Contact& contact)
 {
     std::vector<std::string> lines;
-    for (const ExtraLine& extra : LinesOf(contact[Field::Extra]))
+    for (const ExtraLine& extra : LinesOf(contact[vcard::Field::Extra]))
         if (!IsAboutCard(extra))
             lines.emplace_back(extra.line.whole);
     return lines;
@@ -313,40 +320,41 @@ std::string LinesBeside(const std::vector<std::string>& lines, const std::vector
 
 } // namespace
 
-Contact MergedWith(const Contact& stored, const ImportedCard& card)
+vcard::Contact MergedWith(const vcard::Contact& stored, const vcard::ImportedCard& card)
 {
     return Merge(stored, card).Run();
 }
 
-bool IsChange(const Contact& stored, const Contact& merged)
+bool IsChange(const vcard::Contact& stored, const vcard::Contact& merged)
 {
     const bool sameFields = std::equal(stored.texts.begin(), stored.texts.end() - 1, merged.texts.begin());
     return !sameFields || TellingLines(stored) != TellingLines(merged);
 }
 
-Contact AsNew(const ImportedCard& card)
+vcard::Contact AsNew(const vcard::ImportedCard& card)
 {
-    Contact contact = card.contact;
-    std::string& extra = contact[Field::Extra];
+    vcard::Contact contact = card.contact;
+    std::string& extra = contact[vcard::Field::Extra];
     extra.clear();
-    for (const ExtraLine& line : LinesOf(card.contact[Field::Extra]))
+    for (const ExtraLine& line : LinesOf(card.contact[vcard::Field::Extra]))
         if (!IsUid(line))
             extra.append(extra.empty() ? "" : "\n").append(line.line.whole);
     return contact;
 }
 
-std::vector<FieldChange> ChangesBetween(const Contact& stored, const Contact& merged)
+std::vector<FieldChange> ChangesBetween(const vcard::Contact& stored, const vcard::Contact& merged)
 {
     struct Named {
         const wchar_t* name;
-        Field field;
+        vcard::Field field;
     };
-    constexpr Named kNamed[] = {{L"First name", Field::FirstName}, {L"Last name", Field::LastName},
-                                {L"Company", Field::Company},      {L"Job title", Field::JobTitle},
-                                {L"File As", Field::FileAs},       {L"Birthday", Field::Birthday},
-                                {L"E-mails", Field::Emails},       {L"Phones", Field::Phones},
-                                {L"Address", Field::Address},      {L"Note", Field::Note}};
-    static_assert(std::size(kNamed) == kFieldCount - 1);
+    constexpr Named kNamed[] = {
+        {L"First name", vcard::Field::FirstName}, {L"Last name", vcard::Field::LastName},
+        {L"Company", vcard::Field::Company},      {L"Job title", vcard::Field::JobTitle},
+        {L"File As", vcard::Field::FileAs},       {L"Birthday", vcard::Field::Birthday},
+        {L"E-mails", vcard::Field::Emails},       {L"Phones", vcard::Field::Phones},
+        {L"Address", vcard::Field::Address},      {L"Note", vcard::Field::Note}};
+    static_assert(std::size(kNamed) == vcard::kFieldCount - 1);
     std::vector<FieldChange> changes;
     for (const Named& named : kNamed)
         if (stored[named.field] != merged[named.field])

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "formats/vcard/vcard_contact.h"
+#include "formats/vcard/contact_reader.h"
 
 namespace addrbook {
 
@@ -12,14 +12,14 @@ namespace addrbook {
 // line that no field has a place for. A phone or e-mail of the card takes the place of the stored one of the
 // same number or address, a line that of the one with its name and kinds, also where several are stored.
 // Merging a contact's own card changes nothing.
-Contact MergedWith(const Contact& stored, const ImportedCard& card);
+vcard::Contact MergedWith(const vcard::Contact& stored, const vcard::ImportedCard& card);
 
 // Whether a person has something to decide: not where only the mark of the program that wrote the card, or
 // of when it did, is another one.
-bool IsChange(const Contact& stored, const Contact& merged);
+bool IsChange(const vcard::Contact& stored, const vcard::Contact& merged);
 
 // The card's contact as one of its own: its UID is left to the contact that has it.
-Contact AsNew(const ImportedCard& card);
+vcard::Contact AsNew(const vcard::ImportedCard& card);
 
 struct FieldChange {
     const wchar_t* field;
@@ -28,6 +28,6 @@ struct FieldChange {
 };
 // The fields that differ, in the order in which a person reads them. Of lines without a field only those that
 // differ, and of a long one its beginning.
-std::vector<FieldChange> ChangesBetween(const Contact& stored, const Contact& merged);
+std::vector<FieldChange> ChangesBetween(const vcard::Contact& stored, const vcard::Contact& merged);
 
 } // namespace addrbook

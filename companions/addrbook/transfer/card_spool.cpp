@@ -52,7 +52,7 @@ bool CardSpool::MoveToFile()
     return true;
 }
 
-bool CardSpool::Put(const ImportedCard& card)
+bool CardSpool::Put(const vcard::ImportedCard& card)
 {
     for (const std::string& text : card.contact.texts)
         AppendText(m_memory, text);
@@ -103,7 +103,7 @@ bool CardSpool::Read(char* bytes, size_t size)
     return true;
 }
 
-bool CardSpool::Next(ImportedCard* card)
+bool CardSpool::Next(vcard::ImportedCard* card)
 {
     const auto readText = [this](std::string* text) {
         uint32_t size = 0;

@@ -12,11 +12,11 @@ namespace addrbook {
 class CardSpool {
   public:
     // Behind the others; all of them before the first Rewind. false when the temporary folder has no room.
-    [[nodiscard]] bool Put(const ImportedCard& card);
+    [[nodiscard]] bool Put(const vcard::ImportedCard& card);
     // To the first card.
     void Rewind();
     // The next card; false at the end, and when the temporary file cannot be read.
-    [[nodiscard]] bool Next(ImportedCard* card);
+    [[nodiscard]] bool Next(vcard::ImportedCard* card);
 
     bool HasFailed() const { return m_failed; }
     uint64_t Size() const { return m_fileSize + m_memory.size(); } // bytes

@@ -10,7 +10,7 @@ namespace addrbook {
 namespace {
 
 // In the order of Field.
-constexpr CEPROPID kProperties[kFieldCount] = {
+constexpr CEPROPID kProperties[vcard::kFieldCount] = {
     kContactsKey,   kContactFirstName, kContactLastName, kContactCompany, kContactJobTitle, kContactEmails,
     kContactPhones, kContactAddress,   kContactBirthday, kContactNote,    kContactExtra,
 };
@@ -32,7 +32,7 @@ void Widen(std::string_view text, std::wstring* wide)
 
 } // namespace
 
-CEPROPID PropertyOf(Field field)
+CEPROPID PropertyOf(vcard::Field field)
 {
     return kProperties[static_cast<size_t>(field)];
 }
@@ -57,20 +57,20 @@ std::string ToUtf8(std::wstring_view text)
     return narrow;
 }
 
-bool LoadContact(DbContacts& contacts, CEOID id, Contact* contact)
+bool LoadContact(DbContacts& contacts, CEOID id, vcard::Contact* contact)
 {
     const CeDBase::ReadScope scope(contacts);
-    WORD count = kFieldCount;
+    WORD count = vcard::kFieldCount;
     CEPROPVAL* read = nullptr;
     if (!contacts.SeekRecord(id) || !contacts.ReadRecord(&count, kProperties, &read))
         return false;
     const LocalBlock<CEPROPVAL> block(read);
-    for (size_t i = 0; i < kFieldCount; ++i)
+    for (size_t i = 0; i < vcard::kFieldCount; ++i)
         contact->texts[i] = read[i].wFlags & CEDB_PROPNOTFOUND ? std::string() : ToUtf8(read[i].val.lpwstr);
     return true;
 }
 
-bool SaveField(DbContacts& contacts, CEOID id, Field field, const std::string& text)
+bool SaveField(DbContacts& contacts, CEOID id, vcard::Field field, const std::string& text)
 {
     std::wstring wide = ToWide(text);
     CEPROPVAL value{};
@@ -80,21 +80,23 @@ bool SaveField(DbContacts& contacts, CEOID id, Field field, const std::string& t
     return contacts.WriteRecord(id, 1, &value) != 0;
 }
 
-CEOID ContactSaver::Save(DbContacts& contacts, CEOID id, const Contact& contact)
+CEOID ContactSaver::Save(DbContacts& contacts, CEOID id, const vcard::Contact& contact)
 {
     return Write(contacts, id, nullptr, contact);
 }
 
-CEOID ContactSaver::SaveChanges(DbContacts& contacts, CEOID id, const Contact& before, const Contact& after)
+CEOID ContactSaver::SaveChanges(DbContacts& contacts, CEOID id, const vcard::Contact& before,
+                                const vcard::Contact& after)
 {
     return Write(contacts, id, &before, after);
 }
 
-CEOID ContactSaver::Write(DbContacts& contacts, CEOID id, const Contact* before, const Contact& contact)
+CEOID ContactSaver::Write(DbContacts& contacts, CEOID id, const vcard::Contact* before,
+                          const vcard::Contact& contact)
 {
-    std::array<CEPROPVAL, kFieldCount> values{};
+    std::array<CEPROPVAL, vcard::kFieldCount> values{};
     WORD count = 0;
-    for (size_t i = 0; i < kFieldCount; ++i) {
+    for (size_t i = 0; i < vcard::kFieldCount; ++i) {
         if (before && before->texts[i] == contact.texts[i])
             continue;
         Widen(contact.texts[i], &m_texts[i]);

@@ -4,7 +4,7 @@
 
 #include "addrbook/transfer/contact_record.h"
 #include "formats/vcard/contact.h"
-#include "formats/vcard/vcard_text.h"
+#include "formats/vcard/line_text.h"
 #include "util/owners.h"
 
 namespace addrbook {
@@ -15,7 +15,7 @@ constexpr std::string_view kUrn = "urn:uuid:";
 
 std::string ComparedForm(std::string_view uid)
 {
-    if (StartsWithNoCase(uid, kUrn))
+    if (vcard::StartsWithNoCase(uid, kUrn))
         uid.remove_prefix(kUrn.size());
     std::string form(uid);
     for (char& character : form)
@@ -27,7 +27,7 @@ bool IsNamedUid(std::string_view line)
 {
     constexpr std::string_view kName = "UID";
     const std::string_view head = line.substr(0, line.find_first_of(":;"));
-    if (head.size() < kName.size() || !EqualsNoCase(head.substr(head.size() - kName.size()), kName))
+    if (head.size() < kName.size() || !vcard::EqualsNoCase(head.substr(head.size() - kName.size()), kName))
         return false;
     return head.size() == kName.size() || head[head.size() - kName.size() - 1] == '.';
 }
@@ -49,9 +49,9 @@ CEOID ReadExtra(DbContacts& contacts, std::string* extra)
 std::string UidOf(std::string_view extra)
 {
     std::string uid;
-    ForEachLine(extra, [&](std::string_view line) {
-        LinePlaces places;
-        if (uid.empty() && IsNamedUid(line) && FindPlaces(line, &places))
+    vcard::ForEachLine(extra, [&](std::string_view line) {
+        vcard::LinePlaces places;
+        if (uid.empty() && IsNamedUid(line) && vcard::FindPlaces(line, &places))
             uid = ComparedForm(line.substr(places.colon + 1));
     });
     return uid;

@@ -4,7 +4,7 @@
 
 #include "addrbook/transfer/contact_uids.h"
 #include "addrbook/transfer/count_text.h"
-#include "formats/vcard/vcard_contact.h"
+#include "formats/vcard/writer.h"
 
 namespace addrbook {
 
@@ -30,10 +30,10 @@ ExportJob::ExportJob(DbContacts& contacts, std::vector<CEOID> ids, const std::ws
 {}
 
 // A write that is taken back at once.
-bool ExportJob::CanName(CEOID id, const Contact& contact)
+bool ExportJob::CanName(CEOID id, const vcard::Contact& contact)
 {
     const CeDBase::BulkScope givenUp(m_contacts);
-    return SaveField(m_contacts, id, Field::Extra, contact[Field::Extra] + "\nX:");
+    return SaveField(m_contacts, id, vcard::Field::Extra, contact[vcard::Field::Extra] + "\nX:");
 }
 
 // Of the current contact: lines that cannot be read whole are not written anew.
@@ -45,9 +45,9 @@ bool ExportJob::MayChangeLines()
 }
 
 // A store that cannot be written is exported all the same: a UID that would be another one each time is none.
-void ExportJob::Name(CEOID id, Contact* contact)
+void ExportJob::Name(CEOID id, vcard::Contact* contact)
 {
-    std::string& extra = (*contact)[Field::Extra];
+    std::string& extra = (*contact)[vcard::Field::Extra];
     if (!UidOf(extra).empty() || !MayChangeLines())
         return;
     if (!m_canName)
@@ -62,7 +62,7 @@ void ExportJob::Name(CEOID id, Contact* contact)
 void ExportJob::AppendCards(std::string* cards)
 {
     const CeDBase::ReadScope scope(m_contacts);
-    for (Contact contact; m_next < m_ids.size() && cards->size() < kBlockBytes; ++m_next) {
+    for (vcard::Contact contact; m_next < m_ids.size() && cards->size() < kBlockBytes; ++m_next) {
         if (!LoadContact(m_contacts, m_ids[m_next], &contact)) {
             const StoreTrouble trouble = m_contacts.Trouble();
             if (trouble != StoreTrouble::None && m_unread++ == 0)
@@ -70,7 +70,7 @@ void ExportJob::AppendCards(std::string* cards)
             continue;
         }
         Name(m_ids[m_next], &contact);
-        AppendCard(*cards, contact);
+        vcard::AppendCard(*cards, contact);
         ++m_exported;
     }
 }
@@ -104,14 +104,14 @@ Transfer::State ExportJob::WriteFor(unsigned milliseconds)
 // The contact may be gone by now, have another text, or have got a UID from somebody else.
 bool ExportJob::KeepName(const Named& named)
 {
-    Contact contact;
+    vcard::Contact contact;
     if (!LoadContact(m_contacts, named.id, &contact))
         return m_contacts.Trouble() == StoreTrouble::None;
-    std::string& extra = contact[Field::Extra];
+    std::string& extra = contact[vcard::Field::Extra];
     if (!UidOf(extra).empty() || !MayChangeLines())
         return true;
     extra.append(extra.empty() ? "" : "\n").append(named.line);
-    return SaveField(m_contacts, named.id, Field::Extra, extra);
+    return SaveField(m_contacts, named.id, vcard::Field::Extra, extra);
 }
 
 // Only now, so that others can write to the store while the cards are written.

@@ -38,8 +38,8 @@ class ExportJob : public Transfer {
     enum class Phase { Writing, Naming };
 
     void AppendCards(std::string* cards);
-    void Name(CEOID id, Contact* contact);
-    bool CanName(CEOID id, const Contact& contact);
+    void Name(CEOID id, vcard::Contact* contact);
+    bool CanName(CEOID id, const vcard::Contact& contact);
     bool KeepName(const Named& named);
     bool MayChangeLines();
     State WriteFor(unsigned milliseconds);
@@ -53,7 +53,7 @@ class ExportJob : public Transfer {
     std::vector<CEOID> m_ids;
     std::wstring m_path;
     const StoreTrouble m_notAll; // why there may be more
-    OutputFile m_file;
+    text::OutputFile m_file;
     bool m_isOpen;
     size_t m_next = 0;
     size_t m_exported = 0;

@@ -23,7 +23,7 @@ template <typename Work> Transfer::State WorkFor(unsigned milliseconds, Work wor
     }
 }
 
-size_t SizeOf(const Contact& contact)
+size_t SizeOf(const vcard::Contact& contact)
 {
     size_t size = 0;
     for (const std::string& text : contact.texts)
@@ -31,7 +31,7 @@ size_t SizeOf(const Contact& contact)
     return size;
 }
 
-size_t HashOf(const Contact& contact)
+size_t HashOf(const vcard::Contact& contact)
 {
     size_t hash = 0;
     for (const std::string& text : contact.texts)
@@ -119,7 +119,7 @@ Transfer::State ImportJob::BeginPass(Phase phase)
 
 ImportJob::Found ImportJob::FindMatch()
 {
-    m_match.id = m_uids.IsEmpty() ? 0 : m_uids.Take(UidOf(m_card.contact[Field::Extra]));
+    m_match.id = m_uids.IsEmpty() ? 0 : m_uids.Take(UidOf(m_card.contact[vcard::Field::Extra]));
     if (!m_match.id)
         return Found::Nothing;
     if (!LoadContact(m_contacts, m_match.id, &m_match.stored))
@@ -158,8 +158,8 @@ Transfer::State ImportJob::Compare()
 
 Transfer::State ImportJob::Ask(HWND owner)
 {
-    const ImportAnswer answer =
-        m_asker(owner, {m_match.stored[Field::FileAs], ChangesBetween(m_match.stored, m_match.merged)});
+    const ImportAnswer answer = m_asker(
+        owner, {m_match.stored[vcard::Field::FileAs], ChangesBetween(m_match.stored, m_match.merged)});
     if (answer.choice == ImportChoice::Cancel)
         return State::Cancelled;
     m_decisions[m_cardNumber] = {m_match.id, m_match.hash, answer.choice};

@@ -12,8 +12,8 @@
 #include "addrbook/transfer/import_question.h"
 #include "addrbook/transfer/transfer.h"
 #include "formats/text/byte_file.h"
-#include "formats/vcard/vcard_contact.h"
-#include "formats/vcard/vcard_reader.h"
+#include "formats/vcard/contact_reader.h"
+#include "formats/vcard/reader.h"
 
 namespace addrbook {
 
@@ -54,8 +54,8 @@ class ImportJob : public Transfer {
     struct Match {
         CEOID id = 0;
         size_t hash = 0;
-        Contact stored;
-        Contact merged;
+        vcard::Contact stored;
+        vcard::Contact merged;
     };
     enum class Found { Nothing, Gone, Same, Change, Failed };
 
@@ -76,14 +76,14 @@ class ImportJob : public Transfer {
 
     DbContacts& m_contacts;
     ImportAsker m_asker;
-    InputFile m_file;
+    text::InputFile m_file;
     bool m_isOpen;
-    VCardReader m_reader;
-    VCard m_vcard;
-    ContactReader m_contactReader;
+    vcard::Reader m_reader;
+    vcard::Card m_vcard;
+    vcard::ContactReader m_contactReader;
     Phase m_phase = Phase::Reading;
     CardSpool m_spool;
-    ImportedCard m_card;
+    vcard::ImportedCard m_card;
     size_t m_cardNumber = 0; // in the spool
     size_t m_cardCount = 0;
     ContactUids m_uids;

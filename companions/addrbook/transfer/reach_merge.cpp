@@ -7,21 +7,21 @@ namespace addrbook {
 
 namespace {
 
-std::string KeyOf(Property property, std::string_view reach)
+std::string KeyOf(vcard::Property property, std::string_view reach)
 {
     std::string digits, small;
-    for (const char character : WithoutKinds(reach)) {
+    for (const char character : vcard::WithoutKinds(reach)) {
         if ((character >= '0' && character <= '9') || character == '+')
             digits += character;
         small += character >= 'A' && character <= 'Z' ? static_cast<char>(character + 32) : character;
     }
-    return property == Property::Phone && !digits.empty() ? digits : small;
+    return property == vcard::Property::Phone && !digits.empty() ? digits : small;
 }
 
 std::vector<std::string_view> ListOf(const std::string& text)
 {
     std::vector<std::string_view> list;
-    ForEachLine(text, [&](std::string_view line) { list.push_back(line); });
+    vcard::ForEachLine(text, [&](std::string_view line) { list.push_back(line); });
     return list;
 }
 
@@ -54,8 +54,9 @@ class Places {
 
 std::string WithKindsOf(std::string_view reach, std::string_view stored)
 {
-    const bool hasKinds = WithoutKinds(reach).size() < reach.size();
-    return std::string(reach) + std::string(hasKinds ? "" : stored.substr(WithoutKinds(stored).size()));
+    const bool hasKinds = vcard::WithoutKinds(reach).size() < reach.size();
+    return std::string(reach) +
+           std::string(hasKinds ? "" : stored.substr(vcard::WithoutKinds(stored).size()));
 }
 
 void Append(std::string& out, std::string_view line)
@@ -65,7 +66,7 @@ void Append(std::string& out, std::string_view line)
 
 } // namespace
 
-std::string MergedReaches(Property property, const std::string& stored, const std::string& card)
+std::string MergedReaches(vcard::Property property, const std::string& stored, const std::string& card)
 {
     const std::vector<std::string_view> before = ListOf(stored), told = ListOf(card);
     std::vector<bool> taken(told.size());

@@ -3,13 +3,13 @@
 
 #include <string>
 
-#include "formats/vcard/vcard_fields.h"
+#include "formats/vcard/fields.h"
 
 namespace addrbook {
 
 // Both lists, one on a line, in the order of the stored one, what is new behind it. A phone is the same when
 // its digits are, an e-mail whatever the case: the card's takes its place, with the kinds that were stored
 // where it has none. Property::Phone or Property::Email.
-std::string MergedReaches(Property property, const std::string& stored, const std::string& card);
+std::string MergedReaches(vcard::Property property, const std::string& stored, const std::string& card);
 
 } // namespace addrbook

@@ -2,7 +2,7 @@
 
 #include "util/held_file.h"
 
-namespace addrbook {
+namespace text {
 
 namespace {
 
@@ -103,4 +103,4 @@ bool OutputFile::Finish()
     return false;
 }
 
-} // namespace addrbook
+} // namespace text

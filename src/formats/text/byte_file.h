@@ -1,4 +1,5 @@
-// Files as the import reads and the export writes them.
+// Files of bytes: one that is read from its start to its end, one that takes its place only when it is whole.
+// A failure is told by the answer and leaves nothing half done; there are no boxes and no exceptions.
 #pragma once
 
 #include <windows.h>
@@ -9,13 +10,13 @@
 
 #include "util/owners.h"
 
-namespace addrbook {
+namespace text {
 
 // A file that is read from its start to its end.
 class InputFile {
   public:
     [[nodiscard]] bool Open(const std::wstring& path);
-    // Up to size bytes; 0 at the end and when reading fails.
+    // Up to size bytes, at most 1 MiB; 0 at the end and when reading fails, which HasFailed tells apart.
     size_t Read(char* buffer, size_t size);
     bool HasFailed() const { return m_failed; }
     uint64_t Size() const { return m_size; } // 0 for a pipe, which has none
@@ -56,4 +57,4 @@ class OutputFile {
     DWORD m_error = 0;
 };
 
-} // namespace addrbook
+} // namespace text

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace addrbook {
+namespace text {
 
 namespace {
 
@@ -96,4 +96,4 @@ ByteSource WithUtf16Decoded(ByteSource source)
     return Utf16Source(std::move(source));
 }
 
-} // namespace addrbook
+} // namespace text

@@ -1,12 +1,12 @@
 // Files in UTF-16, as Windows' programs write what they call Unicode.
 #pragma once
 
-#include "formats/text/text_lines.h"
+#include "formats/text/lines.h"
 
-namespace addrbook {
+namespace text {
 
 // The same bytes, but UTF-8 where the source begins with a mark of UTF-16, which is left out. An unpaired
 // surrogate or half a unit at the end becomes U+FFFD.
 ByteSource WithUtf16Decoded(ByteSource source);
 
-} // namespace addrbook
+} // namespace text

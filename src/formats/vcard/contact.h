@@ -1,11 +1,12 @@
-// A contact as the address book works with it.
+// A person as a card tells of one, in eleven texts that can be shown and edited. Whatever else a card says is
+// kept in the last of them, so that a card that is read and written again has lost nothing.
 #pragma once
 
 #include <array>
 #include <cstddef>
 #include <string>
 
-namespace addrbook {
+namespace vcard {
 
 enum class Field {
     FileAs,
@@ -18,11 +19,11 @@ enum class Field {
     Address,
     Birthday, // "1985-04-15", "--04-15" without a year, or any words
     Note,
-    Extra, // lines of a vCard: what the other fields have no place for
+    Extra, // content lines of version 4.0, unfolded: what the other fields have no place for
 };
 constexpr size_t kFieldCount = 11;
 
-// Texts in UTF-8, their lines separated by "\n"; an empty text is no value.
+// Texts in UTF-8 of any length, their lines separated by "\n"; an empty text is no value.
 struct Contact {
     std::array<std::string, kFieldCount> texts;
 
@@ -42,4 +43,4 @@ template <typename Action> void ForEachLine(std::string_view text, Action action
     }
 }
 
-} // namespace addrbook
+} // namespace vcard

@@ -1,6 +1,6 @@
 #include "formats/vcard/contact_names.h"
 
-namespace addrbook {
+namespace vcard {
 
 namespace {
 
@@ -52,4 +52,4 @@ std::string FormattedNameOf(const Contact& contact)
     return name;
 }
 
-} // namespace addrbook
+} // namespace vcard

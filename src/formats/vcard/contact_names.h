@@ -1,9 +1,9 @@
-// How a contact is called.
+// How a contact is called: as it is filed and as it is addressed.
 #pragma once
 
 #include "formats/vcard/contact.h"
 
-namespace addrbook {
+namespace vcard {
 
 // What File As is unless somebody chooses it: "Last, First", else what formattedName says, else the company,
 // the first e-mail, the first phone; empty when there is none of them.
@@ -14,4 +14,4 @@ std::string FileAsOf(const Contact& contact, std::string_view formattedName = {}
 void AppendFormattedName(std::string& out, const Contact& contact);
 std::string FormattedNameOf(const Contact& contact);
 
-} // namespace addrbook
+} // namespace vcard
