@@ -2,13 +2,13 @@
 #include "addrbook/contact_dialog.h"
 #include "addrbook/file_choice.h"
 #include "addrbook/import_dialog.h"
-#include "addrbook/short_text.h"
 #include "addrbook/transfer/contact_record.h"
 #include "addrbook/transfer/count_text.h"
 #include "addrbook/transfer/export_job.h"
 #include "addrbook/transfer/import_job.h"
 #include "addrbook/transfer_dialog.h"
 #include "mervane/file/trouble.h"
+#include "util/text_cut.h"
 
 namespace addrbook {
 
@@ -109,7 +109,8 @@ void AddressWindow::DeleteSelected()
     const int row = ListView_GetNextItem(m_list, -1, LVNI_SELECTED);
     const std::wstring what =
         ids.size() == 1
-            ? L"\"" + Shortened(m_rows.Text(static_cast<size_t>(row), Column::FileAs), kLongestName) + L"\""
+            ? L"\"" + Shortened(m_rows.Text(static_cast<size_t>(row), Column::FileAs), kLongestShownName) +
+                  L"\""
             : CountText(ids.size(), L"contact", L"contacts");
     if (MessageBoxW(m_window, (L"Delete " + what + L"?").c_str(), kTitle, MB_YESNO | MB_ICONQUESTION) !=
         IDYES)

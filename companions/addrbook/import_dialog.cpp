@@ -1,10 +1,10 @@
 #include "addrbook/import_dialog.h"
 
 #include "addrbook/resource.h"
-#include "addrbook/short_text.h"
 #include "addrbook/transfer/contact_record.h"
 #include "ui/dialog.h"
 #include "ui/launch.h"
+#include "util/text_cut.h"
 
 namespace addrbook {
 
@@ -44,7 +44,7 @@ class ImportDialog : public Dialog {
 
 bool ImportDialog::OnInitDialog()
 {
-    const std::wstring name = Shortened(ToWide(m_question.name), kLongestName);
+    const std::wstring name = Shortened(ToWide(m_question.name), kLongestShownName);
     SetDlgItemTextW(GetWindow(), IDC_CARD_NAME,
                     (L"A card in the file would change \"" + name + L"\":").c_str());
     HWND changes = GetItem(IDC_CARD_CHANGES);

@@ -4,6 +4,7 @@
 #include "editor/stored_rescue.h"
 #include "mervane/file/store_path.h"
 #include "util/date_text.h"
+#include "util/text_cut.h"
 
 namespace {
 
@@ -13,15 +14,14 @@ std::wstring ShownSubject(const std::wstring& subject)
 {
     if (subject.empty() || IsPlaceholder(subject, kSubjectPlaceholder))
         return L"(no subject)";
-    return subject.size() > kShownSubject ? subject.substr(0, kShownSubject) + L"..." : subject;
+    return Shortened(subject, kShownSubject);
 }
 
 std::wstring Question(const EntryToWrite& entry)
 {
-    wchar_t date[kDateTimeTextSize];
-    DateTimeText(entry.date, date);
-    return L"An entry that was not saved was found: " + ShownSubject(entry.subject) + (*date ? L", " : L"") +
-           date + L".\n\nOpen it?";
+    const std::wstring date = DateTimeText(entry.date);
+    return L"An entry that was not saved was found: " + ShownSubject(entry.subject) +
+           (date.empty() ? L"" : L", ") + date + L".\n\nOpen it?";
 }
 
 void Open(HWND owner, EntryList& list, RescueFile file, RescueState state)

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "data/line_ends.h"
+#include "util/text_cut.h"
 
 namespace {
 
@@ -43,8 +44,8 @@ bool CutTo(size_t length, std::wstring* text)
 {
     if (text->size() <= length)
         return true;
-    text->resize(length);
-    if (!text->empty() && (text->back() == L'\r' || IS_HIGH_SURROGATE(text->back())))
+    text->resize(CutText(*text, length).size());
+    if (!text->empty() && text->back() == L'\r')
         text->pop_back();
     return false;
 }

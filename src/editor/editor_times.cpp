@@ -57,6 +57,5 @@ void EditorTimes::TakeDurationText(std::wstring text)
 
 std::wstring EditorTimes::DurationText() const
 {
-    wchar_t text[kDurationTextSize];
-    return std::wstring(text, static_cast<size_t>(FormatDuration(duration, text)));
+    return FormatDuration(duration);
 }

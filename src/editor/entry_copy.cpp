@@ -11,19 +11,6 @@
 
 namespace {
 
-std::wstring DateOf(TimeCount time)
-{
-    wchar_t text[kDateTimeTextSize];
-    return DateTimeText(time, text);
-}
-
-std::wstring DurationOf(TimeCount duration)
-{
-    wchar_t text[kDurationTextSize];
-    FormatDuration(duration, text);
-    return text;
-}
-
 void AddLine(std::wstring* text, const wchar_t* label, const std::wstring& value)
 {
     if (!value.empty())
@@ -88,9 +75,9 @@ std::string Utf8(const std::wstring& text)
 std::wstring EntryCopyText(const EntryToWrite& entry, EditorRecord& record)
 {
     std::wstring text;
-    AddLine(&text, L"Date: ", DateOf(entry.date));
-    AddLine(&text, L"End Date: ", DateOf(entry.endTime));
-    AddLine(&text, L"Duration: ", DurationOf(entry.duration));
+    AddLine(&text, L"Date: ", DateTimeText(entry.date));
+    AddLine(&text, L"End Date: ", DateTimeText(entry.endTime));
+    AddLine(&text, L"Duration: ", FormatDuration(entry.duration));
     AddLine(&text, L"Priority: ", PriorityWord(entry.priority));
     AddLine(&text, L"Sensitivity: ", SensitivityWord(entry.sensitivity));
     AddLine(&text, L"Subject: ", Typed(entry.subject, kSubjectPlaceholder));

@@ -13,6 +13,7 @@
 #include "ui/launch.h"
 #include "ui/screen/scale.h"
 #include "ui/screen/scoped.h"
+#include "util/text_cut.h"
 
 namespace {
 
@@ -20,16 +21,6 @@ constexpr size_t kLongestAdded = 240;
 constexpr size_t kLongestModified = 120;
 constexpr int kTextMargin = 4;   // pixels beside a subject in the list box
 constexpr int kMostGrowth = 110; // of the list box, in pixels at 96 dpi
-
-// Half a character at the end of a text that was cut is none.
-void CutTo(size_t length, std::wstring* text)
-{
-    if (text->size() <= length)
-        return;
-    text->resize(length);
-    if (IS_HIGH_SURROGATE(text->back()))
-        text->pop_back();
-}
 
 class QuickSubjectsDialog : public Dialog {
   public:
@@ -141,7 +132,7 @@ void QuickSubjectsDialog::Modify()
 {
     const auto selected = SelectedSubject();
     std::wstring text = Text();
-    CutTo(kLongestModified, &text);
+    text.resize(CutText(text, kLongestModified).size());
     if (!selected || !IsSubject(text) || !m_subjects.Replace(*selected, text)) {
         MessageBeep(MB_ICONEXCLAMATION);
         return;
@@ -172,7 +163,7 @@ std::wstring QuickSubjectsDialog::Text() const
 {
     wchar_t buffer[kLongestAdded + 2];
     std::wstring text(buffer, GetDlgItemTextW(GetWindow(), IDC_QUICK_SUBJECT, buffer, std::size(buffer)));
-    CutTo(kLongestAdded, &text);
+    text.resize(CutText(text, kLongestAdded).size());
     return text;
 }
 

@@ -10,15 +10,12 @@ namespace {
 
 bool WriteDate(const FILETIME& time, PieceWriter& file)
 {
-    wchar_t text[kDateTimeTextSize];
-    return file.Write(DateTimeText(TimeCount(time), text));
+    return file.Write(DateTimeText(TimeCount(time)));
 }
 
 bool WriteDuration(const FILETIME& duration, PieceWriter& file)
 {
-    wchar_t text[kDurationTextSize];
-    const int length = FormatDuration(TimeCount(duration), text);
-    return file.Write({text, static_cast<size_t>(length)});
+    return file.Write(FormatDuration(TimeCount(duration)));
 }
 
 void Note(StoreTrouble found, StoreTrouble* trouble)

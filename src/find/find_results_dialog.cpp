@@ -47,9 +47,8 @@ std::optional<FoundEntry> ReadEntry(DbJournal& journal, CEOID id)
     if (!read)
         return std::nullopt;
     FoundEntry entry;
-    wchar_t text[kDateTimeTextSize];
     if (IsThere(properties[0]))
-        entry.date = DateTimeText(TimeCount(properties[0].val.filetime), text);
+        entry.date = DateTimeText(TimeCount(properties[0].val.filetime));
     if (IsThere(properties[1]))
         entry.subject = properties[1].val.lpwstr;
     return entry;

@@ -7,31 +7,14 @@
 #include "util/date_text.h"
 #include "util/duration_text.h"
 #include "util/owners.h"
+#include "util/text_cut.h"
 
 namespace {
 
-// At most max characters, no surrogate pair cut in half. Looks no further than it must.
+// At most max characters. Looks no further than it must.
 std::wstring Bounded(const wchar_t* text, size_t max)
 {
-    if (!text)
-        return {};
-    size_t length = wcsnlen(text, max);
-    if (length == max && IS_HIGH_SURROGATE(text[length - 1]) && IS_LOW_SURROGATE(text[length]))
-        --length;
-    return {text, length};
-}
-
-std::wstring DateText(const FILETIME& time)
-{
-    wchar_t text[kDateTimeTextSize];
-    return DateTimeText(TimeCount(time), text);
-}
-
-std::wstring DurationText(TimeCount duration)
-{
-    wchar_t text[kDurationTextSize];
-    FormatDuration(duration, text);
-    return text;
+    return std::wstring(text ? CutText({text, wcsnlen(text, max + 1)}, max) : L"");
 }
 
 template <typename Database> std::wstring Names(const CEBLOB& blob, wchar_t separator)
@@ -49,15 +32,15 @@ void FormatProperty(const CEPROPVAL& property, DisplayRecord* record)
 {
     const CEVALUNION& value = property.val;
     switch (property.propid) {
-    case kPropDate: record->date = DateText(value.filetime); break;
+    case kPropDate: record->date = DateTimeText(TimeCount(value.filetime)); break;
     case kPropSubject: record->subject = Bounded(value.lpwstr, kWholeTextMax); break;
     case kPropBody: record->body = FirstLine(Bounded(value.lpwstr, kShortTextMax)); break;
     case kPropCategories: record->categories = Names<DbCategories>(value.blob, kCategorySeparator); break;
     case kPropType: record->type = Bounded(value.lpwstr, kWholeTextMax); break;
     case kPropPriority: record->image = record->priority = value.iVal; break;
     case kPropSensitivity: record->sensitivity = value.iVal; break;
-    case kPropEndTime: record->time = DateText(value.filetime); break;
-    case kPropDuration: record->duration = DurationText(TimeCount(value.filetime)); break;
+    case kPropEndTime: record->time = DateTimeText(TimeCount(value.filetime)); break;
+    case kPropDuration: record->duration = FormatDuration(TimeCount(value.filetime)); break;
     case kPropContacts: record->contacts = Names<DbContacts>(value.blob, kContactSeparator); break;
     default: break;
     }
@@ -73,7 +56,7 @@ DisplayRecord FormatRecord(CEOID id, WORD count, const CEPROPVAL* properties)
         if (!(properties[i].wFlags & CEDB_PROPNOTFOUND))
             FormatProperty(properties[i], &record);
     if (record.duration.empty())
-        record.duration = DurationText(TimeCount());
+        record.duration = FormatDuration(TimeCount());
     if (record.time.empty())
         record.time = record.date;
     return record;

@@ -40,17 +40,16 @@ std::wstring Literal(const std::wstring& text)
 
 } // namespace
 
-wchar_t* DateTimeText(TimeCount instant, wchar_t* text)
+std::wstring DateTimeText(TimeCount instant)
 {
     SYSTEMTIME time;
     wchar_t date[kPartSize];
     wchar_t clock[kPartSize];
-    *text = L'\0';
     if (instant.ToSystemTime(&time) &&
         GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &time, nullptr, date, kPartSize) &&
         GetTimeFormatW(LOCALE_USER_DEFAULT, TIME_NOSECONDS, &time, nullptr, clock, kPartSize))
-        wsprintfW(text, L"%s %s", date, clock);
-    return text;
+        return std::wstring(date) + L' ' + clock;
+    return {};
 }
 
 std::wstring LongDateText(const SYSTEMTIME& date)

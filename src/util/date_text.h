@@ -7,12 +7,10 @@
 
 #include "util/time_count.h"
 
-constexpr int kDateTimeTextSize = 121; // two parts of at most 59 characters, a blank and the terminator
 constexpr int kWeekdayTextSize = 68;
 
-// Writes the short date, one blank and the time without seconds to text (at least kDateTimeTextSize
-// characters) and returns text. An instant that is no date gives the empty text.
-wchar_t* DateTimeText(TimeCount instant, wchar_t* text);
+// The short date, one blank and the time without seconds; empty when the instant is no date.
+std::wstring DateTimeText(TimeCount instant);
 
 // The long date in the user's locale, "Saturday, January 31, 2026"; empty when the time is no date.
 std::wstring LongDateText(const SYSTEMTIME& date);

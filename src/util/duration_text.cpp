@@ -12,11 +12,6 @@ namespace {
 constexpr const wchar_t* kNumberCharacters = L"0123456789.";
 constexpr const wchar_t* kUnitLetters = L"MHDWS";
 
-const wchar_t* Word(int n, const wchar_t* one, const wchar_t* many)
-{
-    return n == 1 ? one : many;
-}
-
 bool IsDigit(wchar_t character)
 {
     return character >= L'0' && character <= L'9';
@@ -90,37 +85,35 @@ void Apply(wchar_t unit, const Number& number, TimeCount* duration)
     }
 }
 
-int FormatDays(int d, int h, int m, wchar_t* text)
+std::wstring Counted(int n, const wchar_t* one, const wchar_t* many)
 {
-    if (h && m)
-        return wsprintfW(text, L"%d %s %d %s %d %s", d, Word(d, L"dy", L"dys"), h, Word(h, L"hour", L"hrs"),
-                         m, L"mn");
-    if (m)
-        return wsprintfW(text, L"%d %s 0 hrs %d %s", d, Word(d, L"dy", L"dys"), m, L"mn");
-    if (h)
-        return wsprintfW(text, L"%d %s %d %s", d, Word(d, L"day", L"days"), h, Word(h, L"hour", L"hrs"));
-    return wsprintfW(text, L"%d %s", d, Word(d, L"day", L"days"));
+    return std::to_wstring(n) + L' ' + (n == 1 ? one : many);
 }
 
-int FormatHours(int h, int m, wchar_t* text)
+std::wstring FormatDays(int d, int h, int m)
+{
+    if (m)
+        return Counted(d, L"dy", L"dys") + L' ' + (h ? Counted(h, L"hour", L"hrs") : L"0 hrs") + L' ' +
+               Counted(m, L"mn", L"mn");
+    return Counted(d, L"day", L"days") + (h ? L' ' + Counted(h, L"hour", L"hrs") : L"");
+}
+
+std::wstring FormatHours(int h, int m)
 {
     if (h && m)
-        return wsprintfW(text, L"%d %s %d %s", h, Word(h, L"hour", L"hrs"), m, Word(m, L"minute", L"min"));
-    if (h)
-        return wsprintfW(text, L"%d %s", h, Word(h, L"hour", L"hours"));
-    return wsprintfW(text, L"%d %s", m, Word(m, L"minute", L"minutes"));
+        return Counted(h, L"hour", L"hrs") + L' ' + Counted(m, L"minute", L"min");
+    return h ? Counted(h, L"hour", L"hours") : Counted(m, L"minute", L"minutes");
 }
 
 } // namespace
 
-int FormatDuration(TimeCount duration, wchar_t* text)
+std::wstring FormatDuration(TimeCount duration)
 {
     SYSTEMTIME time;
     if (!duration.ToSystemTime(&time))
-        return FormatHours(0, 0, text);
+        return FormatHours(0, 0);
     const int days = time.wDay - 1;
-    return days ? FormatDays(days, time.wHour, time.wMinute, text)
-                : FormatHours(time.wHour, time.wMinute, text);
+    return days ? FormatDays(days, time.wHour, time.wMinute) : FormatHours(time.wHour, time.wMinute);
 }
 
 int ParseDuration(wchar_t* text, TimeCount* duration)

@@ -1,14 +1,13 @@
 // Durations as short English phrases, and back. Plain functions without state.
 #pragma once
 
+#include <string>
+
 #include "util/time_count.h"
 
-constexpr int kDurationTextSize = 64; // wide characters with the terminator; longer than every phrase
-
-// Writes the phrase for a duration, for example "1 hour 30 min", to text (at least kDurationTextSize
-// characters) and returns its length. Seconds are dropped. Days come from the day of the month, so the phrase
-// wraps at 31 days. A count that is no date reads "0 minutes".
-int FormatDuration(TimeCount duration, wchar_t* text);
+// The phrase for a duration, for example "1 hour 30 min". Seconds are dropped. Days come from the day of the
+// month, so the phrase wraps at 31 days. A count that is no date reads "0 minutes".
+std::wstring FormatDuration(TimeCount duration);
 
 // Adds what the user typed to duration, which the caller has zeroed. Converts text to upper case in place
 // from its first digit or point on. Returns 1 when at least one number was applied, 0 when there is none. A

@@ -14,13 +14,12 @@ constexpr uint64_t kMonthOfMinutes = 31 * 24 * 60;
 // What the phrase of a duration tells is what it is read as.
 std::string TryPhrase(uint64_t units)
 {
-    wchar_t phrase[kDurationTextSize];
-    const int length = FormatDuration(TimeCount(units), phrase);
-    if (length <= 0 || length >= kDurationTextSize ||
-        std::wstring_view(phrase).size() != static_cast<size_t>(length))
+    constexpr size_t kLongest = 63; // characters, longer than every phrase
+    std::wstring phrase = FormatDuration(TimeCount(units));
+    if (phrase.empty() || phrase.size() > kLongest)
         return "a phrase is of another length";
     TimeCount read;
-    if (!ParseDuration(phrase, &read))
+    if (!ParseDuration(phrase.data(), &read))
         return "a phrase is read as none";
     const uint64_t minutes = units / kMinute;
     return minutes >= kMonthOfMinutes || read.Units() == minutes * kMinute

@@ -110,12 +110,6 @@ class FindResultsTest : public JournalTest {
     }
 };
 
-std::wstring DateText(TimeCount time)
-{
-    wchar_t text[kDateTimeTextSize];
-    return DateTimeText(time, text);
-}
-
 } // namespace
 
 TEST_F(FindResultsTest, ShowsWhatWasFoundInItsOrder)
@@ -125,10 +119,10 @@ TEST_F(FindResultsTest, ShowsWhatWasFoundInItsOrder)
         EXPECT_EQ(WindowText(dialog.Window()), L"Find Results...");
         EXPECT_EQ(dialog.Text(kCount), L"2");
         ASSERT_EQ(RowCount(dialog), 2);
-        EXPECT_EQ(Cell(dialog, 0, 0), DateText(Instant(2000, 1, 1, 0, 30)));
+        EXPECT_EQ(Cell(dialog, 0, 0), DateTimeText(Instant(2000, 1, 1, 0, 30)));
         EXPECT_EQ(Cell(dialog, 0, 1), L"late");
         EXPECT_EQ(IdOf(dialog, 0), late);
-        EXPECT_EQ(Cell(dialog, 1, 0), DateText(Instant(2000, 1, 1, 0, 10)));
+        EXPECT_EQ(Cell(dialog, 1, 0), DateTimeText(Instant(2000, 1, 1, 0, 10)));
         EXPECT_EQ(Cell(dialog, 1, 1), L"early");
         EXPECT_EQ(IdOf(dialog, 1), early);
     });

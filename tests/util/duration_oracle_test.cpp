@@ -36,9 +36,7 @@ void ExpectPhrase(std::istream& line)
     std::string phrase;
     uint64_t units;
     ASSERT_TRUE(line >> units >> phrase);
-    wchar_t text[kDurationTextSize];
-    const int length = FormatDuration(TimeCount(units), text);
-    EXPECT_EQ(std::wstring(text, static_cast<size_t>(length)), FromHexadecimal(phrase)) << units;
+    EXPECT_EQ(FormatDuration(TimeCount(units)), FromHexadecimal(phrase)) << units;
 }
 
 TEST(DurationOracle, AgreesOnEveryCase)
