@@ -3,32 +3,14 @@
 #include <algorithm>
 #include <utility>
 
-#include "res/resource.h"
+#include "data/fields.h"
 #include "ui/screen/scale.h"
 
 namespace {
 
 constexpr const wchar_t* kShownCountName = L"iCols";
 constexpr const wchar_t* kColumnPrefix = L"Column";
-constexpr int kTitleSize = 60; // with the terminator
-
-struct DefaultColumn {
-    WORD property;
-    int width;
-    DWORD flags;
-};
-
-constexpr DWORD kSortsDescending = kColumnSortable | kColumnDescending;
-
-// The title of a property's column: its field's name. 106 has none.
-std::wstring FieldTitle(WORD property)
-{
-    const std::optional<FieldId> field = FieldOfProperty(property);
-    wchar_t title[kTitleSize] = L"";
-    if (field)
-        LoadStringW(GetModuleHandleW(nullptr), IDS_FIELD_DATE + static_cast<UINT>(*field), title, kTitleSize);
-    return title;
-}
+constexpr WORD kFirstNumber = PropertyNumber(mervane::kJournalProperties[0].id);
 
 std::wstring ColumnName(int position)
 {
@@ -52,7 +34,7 @@ void HideAll(ColumnSet* set)
 void ShowStored(ColumnSet* set, DWORD stored)
 {
     const WORD property = static_cast<WORD>(stored >> kColumnPropertyShift);
-    const int index = FieldOfProperty(property) ? FindColumnByProperty(*set, property) : -1;
+    const int index = FieldOfColumn(property) ? FindColumnByProperty(*set, property) : -1;
     if (index < 0)
         return;
     ZColumn& column = set->columns[static_cast<size_t>(index)];
@@ -66,25 +48,14 @@ void ShowStored(ColumnSet* set, DWORD stored)
 
 void ResetColumns(ColumnSet* set, int workAreaRight)
 {
-    const DefaultColumn defaults[kPropertyCount] = {
-        {101, workAreaRight / 3, kColumnShown | kColumnSort | kSortsDescending},
-        {102, static_cast<int>(2LL * workAreaRight / 3), kColumnShown | kSortsDescending},
-        {103, Scale(100), 0},
-        {104, Scale(50), 0},
-        {105, Scale(50), kSortsDescending},
-        {106, 0, kColumnNeverOffered},
-        {107, Scale(16), kSortsDescending},
-        {108, Scale(40), kSortsDescending},
-        {109, Scale(40), kSortsDescending},
-        {110, Scale(40), kSortsDescending},
-        {111, Scale(60), 0},
-    };
     set->shownCount = 0;
-    for (size_t i = 0; i < set->columns.size(); ++i) {
-        const DefaultColumn& column = defaults[i];
-        set->columns[i].Copy(FieldTitle(column.property).c_str(), column.property, column.flags,
-                             column.width);
-        set->shownCount += set->columns[i].Has(kColumnShown);
+    for (const Field& field : Fields()) {
+        const WORD number = PropertyNumber(field.id);
+        const int width = field.column.thirds
+                              ? static_cast<int>(1LL * field.column.thirds * workAreaRight / 3)
+                              : Scale(field.column.width);
+        set->columns[number - kFirstNumber].Copy(TitleOf(field).c_str(), number, field.column.flags, width);
+        set->shownCount += (field.column.flags & kColumnShown) != 0;
     }
 }
 

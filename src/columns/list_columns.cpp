@@ -1,14 +1,12 @@
 #include "columns/list_columns.h"
 
+#include "data/fields.h"
 #include "ui/screen/scale.h"
 #include "ui/screen/scoped.h"
 
 namespace {
 
 constexpr const wchar_t* kPriorityTitle = L"Priority";
-constexpr CEPROPID kSortProperties[] = {kPropDate,    kPropSubject,  kPropCategories,
-                                        kPropType,    kPropPriority, kPropSensitivity,
-                                        kPropEndTime, kPropDuration, kPropContacts};
 
 bool IsTitle(const std::wstring& title, const wchar_t* other)
 {
@@ -84,9 +82,9 @@ int ClickColumn(ColumnSet* columns, int position)
 
 SORTORDERSPEC SortOfColumn(const ZColumn& column, SORTORDERSPEC current)
 {
-    for (const CEPROPID property : kSortProperties)
-        if (PropertyNumber(property) == column.Property())
-            current.propid = property;
+    const Field* field = FieldOfColumn(column.Property());
+    if (field && field->sorts)
+        current.propid = field->id;
     current.dwFlags &= ~CEDB_SORT_DESCENDING;
     if (column.Has(kColumnDescending))
         current.dwFlags |= CEDB_SORT_DESCENDING;

@@ -1,89 +1,84 @@
 #include "data/journal_entry.h"
 
+#include "data/fields.h"
+
 namespace {
 
-void ReadText(const wchar_t* text, std::optional<std::wstring>* out)
+void Take(const CEVALUNION& value, std::optional<TimeCount>* out)
 {
-    if (text)
-        *out = text;
+    *out = TimeCount(value.filetime);
+}
+
+void Take(const CEVALUNION& value, std::optional<std::wstring>* out)
+{
+    if (value.lpwstr)
+        *out = value.lpwstr;
+}
+
+void Take(const CEVALUNION& value, std::optional<short>* out)
+{
+    *out = value.iVal;
+}
+
+void Take(const CEVALUNION& value, std::optional<USHORT>* out)
+{
+    *out = value.uiVal;
 }
 
 // A blob that claims bytes it does not have is none.
-void ReadBlob(const CEBLOB& blob, std::optional<std::vector<BYTE>>* out)
+void Take(const CEVALUNION& value, std::optional<std::vector<BYTE>>* out)
 {
+    const CEBLOB& blob = value.blob;
     if (blob.lpb)
         out->emplace(blob.lpb, blob.lpb + blob.dwCount);
     else if (!blob.dwCount)
         out->emplace();
 }
 
-void ReadProperty(const CEPROPVAL& property, JournalEntry* entry)
+void Put(TimeCount time, const Field&, CEPROPVAL* property)
 {
-    const CEVALUNION& value = property.val;
-    switch (property.propid) {
-    case kPropDate: entry->date = TimeCount(value.filetime); break;
-    case kPropSubject: ReadText(value.lpwstr, &entry->subject); break;
-    case kPropBody: ReadText(value.lpwstr, &entry->body); break;
-    case kPropCategories: ReadBlob(value.blob, &entry->categories); break;
-    case kPropType: ReadText(value.lpwstr, &entry->type); break;
-    case kPropKind: entry->kind = value.uiVal; break;
-    case kPropPriority: entry->priority = value.iVal; break;
-    case kPropSensitivity: entry->sensitivity = value.iVal; break;
-    case kPropEndTime: entry->endTime = TimeCount(value.filetime); break;
-    case kPropDuration: entry->duration = TimeCount(value.filetime); break;
-    case kPropContacts: ReadBlob(value.blob, &entry->contacts); break;
-    default: break;
-    }
+    property->val.filetime = time.ToFileTime();
 }
 
-CEPROPVAL Property(CEPROPID id, WORD flags = 0)
+void Put(short number, const Field&, CEPROPVAL* property)
 {
-    CEPROPVAL property{};
-    property.propid = id;
-    property.wFlags = flags;
-    return property;
+    property->val.iVal = number;
 }
 
-CEPROPVAL TimeProperty(CEPROPID id, TimeCount time)
+void Put(USHORT number, const Field&, CEPROPVAL* property)
 {
-    CEPROPVAL property = Property(id);
-    property.val.filetime = time.ToFileTime();
-    return property;
-}
-
-CEPROPVAL ShortProperty(CEPROPID id, short value)
-{
-    CEPROPVAL property = Property(id);
-    property.val.iVal = value;
-    return property;
-}
-
-CEPROPVAL TextProperty(CEPROPID id, std::wstring& text)
-{
-    CEPROPVAL property = Property(id);
-    property.val.lpwstr = text.data();
-    return property;
+    property->val.uiVal = number;
 }
 
 // A text that is still the placeholder is deleted, with the empty text at the placeholder's end as its value.
-CEPROPVAL TypedTextProperty(CEPROPID id, std::wstring& text, const wchar_t* placeholder)
+void Put(std::wstring& text, const Field& field, CEPROPVAL* property)
 {
-    if (!IsPlaceholder(text, placeholder))
-        return TextProperty(id, text);
-    CEPROPVAL property = Property(id, CEDB_PROPDELETE);
-    property.val.lpwstr = text.data() + text.size();
+    const bool isNone = field.placeholder && IsPlaceholder(text, field.placeholder);
+    property->wFlags = isNone ? CEDB_PROPDELETE : WORD{0};
+    property->val.lpwstr = text.data() + (isNone ? text.size() : 0);
+}
+
+void Put(const CEBLOB& blob, const Field&, CEPROPVAL* property)
+{
+    if (blob.dwCount && blob.lpb)
+        property->val.blob = blob;
+    else
+        property->wFlags = CEDB_PROPDELETE;
+}
+
+CEPROPVAL PropertyOf(const Field& field, EntryToWrite& entry)
+{
+    CEPROPVAL property{};
+    property.propid = field.id;
+    std::visit([&](auto member) { Put(entry.*member, field, &property); }, field.written);
     return property;
 }
 
-// What is assigned is written. An empty set deletes what an existing record may hold.
-void AddAssigned(CEPROPID id, const CEBLOB& blob, bool mayHold, std::vector<CEPROPVAL>* properties)
+// An empty set deletes what an existing record may hold; elsewhere there is nothing to send.
+bool IsSent(const Field& field, const CEPROPVAL& property, const EntryToWrite& entry)
 {
-    if (blob.dwCount && blob.lpb) {
-        properties->push_back(Property(id));
-        properties->back().val.blob = blob;
-    } else if (mayHold) {
-        properties->push_back(Property(id, CEDB_PROPDELETE));
-    }
+    const bool isEmptySet = PropertyType(field.id) == CEVT_BLOB && (property.wFlags & CEDB_PROPDELETE);
+    return !isEmptySet || (entry.exists && (entry.loadedMask & field.emptyDeletes));
 }
 
 } // namespace
@@ -92,23 +87,6 @@ bool IsPlaceholder(const std::wstring& text, const wchar_t* placeholder)
 {
     return CompareStringW(LOCALE_SYSTEM_DEFAULT, 0, text.data(), static_cast<int>(text.size()), placeholder,
                           -1) == CSTR_EQUAL;
-}
-
-std::optional<FieldId> FieldOfProperty(WORD property)
-{
-    switch (property) {
-    case PropertyNumber(kPropDate): return FieldId::Date;
-    case PropertyNumber(kPropSubject): return FieldId::Subject;
-    case PropertyNumber(kPropBody): return FieldId::Body;
-    case PropertyNumber(kPropCategories): return FieldId::Categories;
-    case PropertyNumber(kPropType): return FieldId::Type;
-    case PropertyNumber(kPropPriority): return FieldId::Priority;
-    case PropertyNumber(kPropSensitivity): return FieldId::Sensitivity;
-    case PropertyNumber(kPropEndTime): return FieldId::EndTime;
-    case PropertyNumber(kPropDuration): return FieldId::Duration;
-    case PropertyNumber(kPropContacts): return FieldId::Contacts;
-    default: return std::nullopt;
-    }
 }
 
 const wchar_t* PriorityWord(int priority)
@@ -144,29 +122,17 @@ void ReadEntry(const CEPROPVAL* properties, WORD count, JournalEntry* entry)
     *entry = {};
     entry->id = id;
     for (WORD i = 0; properties && i < count; ++i) {
-        if (!(properties[i].wFlags & CEDB_PROPNOTFOUND))
-            ReadProperty(properties[i], entry);
+        const Field* field = FieldOf(properties[i].propid);
+        if (field && !(properties[i].wFlags & CEDB_PROPNOTFOUND))
+            std::visit([&](auto member) { Take(properties[i].val, &(entry->*member)); }, field->read);
     }
 }
 
 std::vector<CEPROPVAL> PropertiesToWrite(EntryToWrite& entry)
 {
-    CEPROPVAL kind = Property(kPropKind);
-    kind.val.uiVal = kEntryKind;
-    std::vector<CEPROPVAL> properties{
-        kind,
-        TimeProperty(kPropDate, entry.date),
-        TimeProperty(kPropEndTime, entry.endTime),
-        TimeProperty(kPropDuration, entry.duration),
-        ShortProperty(kPropPriority, entry.priority),
-        ShortProperty(kPropSensitivity, entry.sensitivity),
-        TextProperty(kPropType, entry.type),
-        TypedTextProperty(kPropBody, entry.body, kBodyPlaceholder),
-        TypedTextProperty(kPropSubject, entry.subject, kSubjectPlaceholder),
-    };
-    AddAssigned(kPropCategories, entry.categories,
-                entry.exists && (entry.loadedMask & kMaskDeletesCategories), &properties);
-    AddAssigned(kPropContacts, entry.contacts, entry.exists && (entry.loadedMask & kMaskDeletesContacts),
-                &properties);
+    std::vector<CEPROPVAL> properties;
+    for (const Field& field : Fields())
+        if (const CEPROPVAL property = PropertyOf(field, entry); IsSent(field, property, entry))
+            properties.push_back(property);
     return properties;
 }

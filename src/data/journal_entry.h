@@ -1,29 +1,17 @@
-// The journal entry record: property identifiers, field names, value words, and the way from a record's
-// property array to a JournalEntry and back.
+// The journal entry record: value words, and the way from a record's property array to a JournalEntry and
+// back. fields.h has the table of the fields.
 #pragma once
 
+#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "mervane/values/ce_types.h"
+#include "mervane/values/journal_table.h"
 #include "mervane/z_stack.h"
 #include "util/time_count.h"
 
-// Also the start of the activity; local wall-clock time.
-constexpr CEPROPID kPropDate = MakePropertyId(101, CEVT_FILETIME);
-constexpr CEPROPID kPropSubject = MakePropertyId(102, CEVT_LPWSTR);
-constexpr CEPROPID kPropBody = MakePropertyId(103, CEVT_LPWSTR); // lines separated by CR LF
-constexpr CEPROPID kPropCategories = MakePropertyId(104, CEVT_BLOB);
-constexpr CEPROPID kPropType = MakePropertyId(105, CEVT_LPWSTR);
-constexpr CEPROPID kPropKind = MakePropertyId(106, CEVT_UI2); // always written as 3
-constexpr CEPROPID kPropPriority = MakePropertyId(107, CEVT_I2);
-constexpr CEPROPID kPropSensitivity = MakePropertyId(108, CEVT_I2);
-constexpr CEPROPID kPropEndTime = MakePropertyId(109, CEVT_FILETIME);
-constexpr CEPROPID kPropDuration = MakePropertyId(110, CEVT_FILETIME); // the count of the length itself
-constexpr CEPROPID kPropContacts = MakePropertyId(111, CEVT_BLOB);
-
-constexpr int kPropertyCount = 11;
+constexpr int kPropertyCount = static_cast<int>(std::size(mervane::kJournalProperties));
 
 constexpr USHORT kEntryKind = 3;
 constexpr wchar_t kCategorySeparator = L',';
@@ -35,23 +23,6 @@ constexpr const wchar_t* kBodyPlaceholder = L"<Entry Body>";
 constexpr const wchar_t* kSubjectPlaceholder = L"<Entry Subject>";
 // By CompareStringW, so the case matters.
 bool IsPlaceholder(const std::wstring& text, const wchar_t* placeholder);
-
-// The order in which the fields are named to the user: string ids 61300 to 61310.
-enum class FieldId {
-    Date,
-    Subject,
-    Type,
-    Body,
-    Categories,
-    StartTime,
-    EndTime,
-    Duration,
-    Contacts,
-    Sensitivity,
-    Priority
-};
-// The field of a property number; none for 106 and for numbers outside 101 to 111.
-std::optional<FieldId> FieldOfProperty(WORD property);
 
 constexpr short kPriorityLow = 0, kPriorityNormal = 1, kPriorityHigh = 2;
 constexpr short kSensitivityNormal = 0, kSensitivityPersonal = 1, kSensitivityPrivate = 2,
@@ -98,6 +69,7 @@ void ReadEntry(const CEPROPVAL* properties, WORD count, JournalEntry* entry);
 
 // The property array of a save, in its fixed order, with the texts and blobs it points into.
 struct EntryToWrite {
+    USHORT kind = kEntryKind; // always
     TimeCount date;
     TimeCount endTime;
     TimeCount duration;

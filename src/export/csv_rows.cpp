@@ -1,7 +1,6 @@
 #include "export/csv_rows.h"
 
 #include "export/export_fields.h"
-#include "export/value_text.h"
 
 namespace {
 
@@ -30,16 +29,17 @@ void WriteHeaderRow(const ColumnSet& columns, PieceWriter& file)
     (void)file.Write(kRowEnd);
 }
 
-void WriteEntryRow(const ColumnSet& columns, const ExportedRecord& entry, PieceWriter& file,
-                   StoreTrouble* trouble)
+void WriteEntryRow(const ColumnSet& columns, const ExportedRecord& entry, ValueTexts& texts,
+                   PieceWriter& file)
 {
     bool hasAny = false;
     WriteFields(columns, file, [&](const ZColumn& column) {
-        const CEPROPVAL* property = entry.Find(ColumnProperty(column));
+        const Field* field = FieldOfColumn(column.Property());
+        const CEPROPVAL* property = field ? entry.Find(field->id) : nullptr;
         if (!property)
             return;
         hasAny = true;
-        (void)WriteValue(*property, file, trouble);
+        (void)file.Write(texts.Whole(*field, property->val));
     });
     if (hasAny)
         (void)file.Write(kRowEnd);

@@ -1,13 +1,5 @@
 #include "export/export_fields.h"
 
-namespace {
-
-constexpr CEPROPID kFields[] = {kPropDate,     kPropSubject,  kPropBody,        kPropCategories,
-                                kPropType,     kPropPriority, kPropSensitivity, kPropEndTime,
-                                kPropDuration, kPropContacts};
-
-} // namespace
-
 bool IsExportable(const ZColumn& column)
 {
     return !column.Has(kColumnNeverOffered);
@@ -16,14 +8,6 @@ bool IsExportable(const ZColumn& column)
 bool IsChosenForExport(const ZColumn& column)
 {
     return IsExportable(column) && column.Has(kColumnExport);
-}
-
-CEPROPID ColumnProperty(const ZColumn& column)
-{
-    for (const CEPROPID id : kFields)
-        if (PropertyNumber(id) == column.Property())
-            return id;
-    return 0;
 }
 
 std::vector<std::wstring> ChooseAllFields(ColumnSet* columns)

@@ -8,8 +8,6 @@
 
 bool IsExportable(const ZColumn& column);      // it may be offered as a field
 bool IsChosenForExport(const ZColumn& column); // it is one, and it is to be written
-// The identifier of the property that a column shows; 0 for a column of no entry's property.
-CEPROPID ColumnProperty(const ZColumn& column);
 
 // Chooses every exportable column; their titles, in the order of the columns.
 std::vector<std::wstring> ChooseAllFields(ColumnSet* columns);

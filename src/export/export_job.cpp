@@ -8,7 +8,7 @@ ExportJob::ExportJob(const ExportRequest& request, const SORTORDERSPEC& sort)
       m_test(request.scope == ExportScope::Filtered ? *request.filter : FilterState())
 {
     (void)m_journal.Open(nullptr, sort);
-    NoteTrouble();
+    Note(m_journal.Trouble());
 }
 
 uint32_t ExportJob::EntryCount()
@@ -43,7 +43,7 @@ bool ExportJob::Seek()
     const bool begun = m_begun;
     m_begun = true;
     const bool isThere = (begun ? m_journal.SeekNextRecord() : m_journal.SeekFirstRecord()) != 0;
-    NoteTrouble();
+    Note(m_journal.Trouble());
     return isThere;
 }
 
@@ -53,7 +53,7 @@ bool ExportJob::SeekSelected()
         const CEOID id = m_request.selection[m_nextSelected++];
         if (m_journal.SeekRecord(id) == id)
             return true;
-        NoteTrouble();
+        Note(m_journal.Trouble());
     }
     return false;
 }
@@ -64,7 +64,7 @@ bool ExportJob::ExportCurrent()
     CEPROPVAL* properties = nullptr;
     const CEOID id = m_journal.ReadRecord(&count, nullptr, &properties);
     const LocalBlock<CEPROPVAL> owner(properties);
-    NoteTrouble();
+    Note(m_journal.Trouble());
     if (!id)
         return false;
     if (PassesFilter(m_test, count, properties))
@@ -75,13 +75,14 @@ bool ExportJob::ExportCurrent()
 void ExportJob::Write(const ExportedRecord& entry)
 {
     if (m_request.format == ExportFormat::SimpleText)
-        WriteEntryText(entry, m_request.headerOrLabels, m_file, &m_trouble);
+        WriteEntryText(entry, m_request.headerOrLabels, m_texts, m_file);
     else
-        WriteEntryRow(*m_request.columns, entry, m_file, &m_trouble);
+        WriteEntryRow(*m_request.columns, entry, m_texts, m_file);
+    Note(m_texts.Trouble());
 }
 
-void ExportJob::NoteTrouble()
+void ExportJob::Note(StoreTrouble trouble)
 {
     if (m_trouble == StoreTrouble::None)
-        m_trouble = m_journal.Trouble();
+        m_trouble = trouble;
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "columns/column_set.h"
+#include "data/value_texts.h"
 #include "export/exported_record.h"
 #include "export/piece_writer.h"
 #include "filter/passes_filter.h"
@@ -48,13 +49,14 @@ class ExportJob {
     // False when there was no such entry.
     bool ExportCurrent();
     void Write(const ExportedRecord& entry);
-    void NoteTrouble();
+    void Note(StoreTrouble trouble);
 
     const ExportRequest& m_request;
     PieceWriter m_file;
     FilterTest m_test; // passes everything unless the scope is what the filter passes
     // A walk of its own: what the list shows meanwhile moves the position in its journal.
     DbJournal m_journal;
+    ValueTexts m_texts;
     StoreTrouble m_trouble = StoreTrouble::None;
     bool m_begun = false;
     size_t m_nextSelected = 0;

@@ -2,12 +2,7 @@
 
 #include "mervane/store/record_search.h"
 #include "mervane/store/store.h"
-
-namespace {
-
-constexpr CEPROPID kSubject = 0x0066001F;
-
-} // namespace
+#include "mervane/values/journal_table.h"
 
 DbJournal::DbJournal()
     : CeDBase(mervane::TableId::Journal), m_search(std::make_unique<mervane::RecordSearch>())
@@ -28,7 +23,7 @@ const wchar_t* DbJournal::GetSubject(CEOID id)
     const ReadOperation operation(*this);
     m_subject.clear();
     if (const auto& store = SharedStore()) {
-        m_subject = store->TableOf(mervane::TableId::Journal).ReadText(id, kSubject).value_or(L"");
+        m_subject = store->TableOf(mervane::TableId::Journal).ReadText(id, kPropSubject).value_or(L"");
     }
     return m_subject.c_str();
 }

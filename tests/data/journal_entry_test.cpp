@@ -115,31 +115,6 @@ TEST(Fields, HaveTheirFixedNumbersAndSigns)
     EXPECT_EQ(kContactSeparator, 59);
 }
 
-TEST(Fields, PropertiesMapByName)
-{
-    EXPECT_EQ(FieldOfProperty(101), FieldId::Date);
-    EXPECT_EQ(FieldOfProperty(102), FieldId::Subject);
-    EXPECT_EQ(FieldOfProperty(103), FieldId::Body);
-    EXPECT_EQ(FieldOfProperty(104), FieldId::Categories);
-    EXPECT_EQ(FieldOfProperty(105), FieldId::Type);
-    EXPECT_EQ(FieldOfProperty(107), FieldId::Priority);
-    EXPECT_EQ(FieldOfProperty(108), FieldId::Sensitivity);
-    EXPECT_EQ(FieldOfProperty(109), FieldId::EndTime);
-    EXPECT_EQ(FieldOfProperty(110), FieldId::Duration);
-    EXPECT_EQ(FieldOfProperty(111), FieldId::Contacts);
-    for (const WORD property : std::initializer_list<WORD>{0, 100, 106, 112, 0xFFFF})
-        EXPECT_EQ(FieldOfProperty(property), std::nullopt);
-}
-
-TEST(Fields, StandInTheOrderOfTheirNames)
-{
-    const FieldId order[] = {FieldId::Date,       FieldId::Subject,     FieldId::Type,    FieldId::Body,
-                             FieldId::Categories, FieldId::StartTime,   FieldId::EndTime, FieldId::Duration,
-                             FieldId::Contacts,   FieldId::Sensitivity, FieldId::Priority};
-    for (int i = 0; i < 11; ++i)
-        EXPECT_EQ(static_cast<int>(order[i]), i);
-}
-
 TEST(Fields, PriorityWords)
 {
     EXPECT_STREQ(PriorityWord(0), L"Low");

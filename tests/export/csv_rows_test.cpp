@@ -12,7 +12,8 @@ class CsvRowsTest : public ExportTest {
     {
         {
             PieceWriter file(m_file.Path());
-            WriteEntryRow(m_columns, {record.Count(), record.Properties()}, file);
+            ValueTexts texts;
+            WriteEntryRow(m_columns, {record.Count(), record.Properties()}, texts, file);
         }
         return m_file.Bytes();
     }
@@ -20,6 +21,7 @@ class CsvRowsTest : public ExportTest {
     {
         {
             PieceWriter file(m_file.Path());
+            ValueTexts texts;
             WriteHeaderRow(m_columns, file);
         }
         return m_file.Bytes();
@@ -89,7 +91,8 @@ TEST_F(CsvRowsTest, AFieldWithoutAValueEndsTheRow)
     noText.propid = kPropSubject;
     {
         PieceWriter file(m_file.Path());
-        WriteEntryRow(m_columns, {1, &noText}, file);
+        ValueTexts texts;
+        WriteEntryRow(m_columns, {1, &noText}, texts, file);
     }
     EXPECT_EQ(m_file.Bytes(), "\"\",\"\",\"\"\r\n") << "the property is there, its text is not";
 }

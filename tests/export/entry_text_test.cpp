@@ -13,7 +13,8 @@ class EntryTextTest : public ExportTest {
     {
         {
             PieceWriter file(m_file.Path());
-            WriteEntryText({record.Count(), record.Properties()}, withLabels, file);
+            ValueTexts texts;
+            WriteEntryText({record.Count(), record.Properties()}, withLabels, texts, file);
         }
         return m_file.Bytes();
     }
@@ -106,7 +107,8 @@ TEST_F(EntryTextTest, APropertyWithoutATextHasNone)
         property.val.lpwstr = nullptr;
     {
         PieceWriter file(m_file.Path());
-        WriteEntryText({3, properties.data()}, true, file);
+        ValueTexts texts;
+        WriteEntryText({3, properties.data()}, true, texts, file);
     }
     EXPECT_EQ(m_file.Bytes(), WithDefaults("", ""));
 }

@@ -64,25 +64,4 @@ TEST_F(ExportFieldsTest, BothBitsDecide)
     EXPECT_FALSE(IsChosenForExport(column));
 }
 
-TEST_F(ExportFieldsTest, AColumnShowsOneProperty)
-{
-    for (const auto& [number, id] : std::vector<std::pair<WORD, CEPROPID>>{{101, 0x00650040},
-                                                                           {102, 0x0066001F},
-                                                                           {103, 0x0067001F},
-                                                                           {104, 0x00680041},
-                                                                           {105, 0x0069001F},
-                                                                           {106, 0},
-                                                                           {107, 0x006B0002},
-                                                                           {108, 0x006C0002},
-                                                                           {109, 0x006D0040},
-                                                                           {110, 0x006E0040},
-                                                                           {111, 0x006F0041},
-                                                                           {0, 0},
-                                                                           {255, 0}}) {
-        ZColumn column;
-        column.Copy(L"", number, 0, 0);
-        EXPECT_EQ(ColumnProperty(column), id) << number;
-    }
-}
-
 } // namespace

@@ -9,6 +9,11 @@
 
 namespace {
 
+std::wstring SubjectOf(const DisplayCache& cache, int row)
+{
+    return CellText(cache.Row(row), PropertyNumber(kPropSubject));
+}
+
 // A hundred rows, "entry 0" to "entry 99". What a block holds is seen by changing the store behind its back.
 class DisplayCacheTest : public JournalTest {
   protected:
@@ -18,7 +23,7 @@ class DisplayCacheTest : public JournalTest {
         m_rowCount = 100;
     }
 
-    std::wstring Subject(int row) const { return m_cache.Row(row).subject; }
+    std::wstring Subject(int row) const { return SubjectOf(m_cache, row); }
     static std::wstring Entry(int row) { return L"entry " + std::to_wstring(row); }
 
     void Rewrite(int row)
@@ -218,7 +223,7 @@ class FilteredCacheTest : public JournalTest {
         m_cache.OnHint(from, to, 50);
         std::vector<int> entries;
         for (int row = from; row <= to; ++row) {
-            const std::wstring& subject = m_cache.Row(row).subject;
+            const std::wstring subject = SubjectOf(m_cache, row);
             entries.push_back(subject.empty() ? -1 : std::stoi(subject.substr(6)));
         }
         return entries;
@@ -299,7 +304,7 @@ TEST_F(UnreadableRecords, AreBlankRowsAmongTheOthers)
         for (int row = from; row < from + 40; ++row) {
             const bool readable = IsReadable(row);
             EXPECT_EQ(m_cache.Row(row).id, readable ? m_ids[static_cast<size_t>(row)] : 0) << row;
-            EXPECT_EQ(m_cache.Row(row).subject, readable ? L"subject " + std::to_wstring(100 + row) : L"");
+            EXPECT_EQ(SubjectOf(m_cache, row), readable ? L"subject " + std::to_wstring(100 + row) : L"");
         }
     }
 }
@@ -317,7 +322,7 @@ TEST_F(UnreadableRecords, AreBlankRowsUnderAFilterToo)
     m_cache.OnHint(0, 39, 50);
     for (int row = 0; row < 40; ++row) {
         const bool readable = IsReadable(row + 40);
-        EXPECT_EQ(m_cache.Row(row).subject, readable ? L"subject " + std::to_wstring(140 + row) : L"");
+        EXPECT_EQ(SubjectOf(m_cache, row), readable ? L"subject " + std::to_wstring(140 + row) : L"");
     }
 }
 

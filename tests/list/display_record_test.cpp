@@ -11,7 +11,8 @@ namespace {
 // Formats what has no names to look up.
 DisplayRecord Formatted(const TestRecord& record)
 {
-    return FormatRecord(7, record.Count(), record.Properties());
+    ValueTexts texts;
+    return FormatRecord(7, record.Count(), record.Properties(), texts);
 }
 
 std::wstring Cell(const DisplayRecord& record, CEPROPID property)
@@ -84,9 +85,9 @@ TEST(DisplayRecord, ARecordWithoutAnEndRepeatsItsDate)
 TEST(DisplayRecord, ARecordWithoutADurationShowsNoMinutes)
 {
     EXPECT_EQ(Cell(Formatted(TestRecord().Text(kPropSubject, L"x")), kPropDuration), L"0 minutes");
-    EXPECT_EQ(Cell(FormatRecord(1, 0, nullptr), kPropDuration), L"0 minutes");
-    EXPECT_EQ(Cell(FormatRecord(1, 0, nullptr), kPropDate), L"");
-    EXPECT_EQ(Cell(FormatRecord(1, 0, nullptr), kPropEndTime), L"");
+    EXPECT_EQ(Cell(Formatted(TestRecord()), kPropDuration), L"0 minutes");
+    EXPECT_EQ(Cell(Formatted(TestRecord()), kPropDate), L"");
+    EXPECT_EQ(Cell(Formatted(TestRecord()), kPropEndTime), L"");
 }
 
 TEST(DisplayRecord, DurationsThatAreNoDateShowNoMinutes)
@@ -171,7 +172,7 @@ TEST(DisplayRecord, SubjectAndTypeAreWhole)
 TEST(DisplayRecord, HugeSubjectsAreKeptAsFarAsAColumnGoes)
 {
     const DisplayRecord record = Formatted(TestRecord().Text(kPropSubject, std::wstring(1'000'000, L's')));
-    EXPECT_EQ(record.subject, std::wstring(4095, L's'));
+    EXPECT_EQ(Cell(record, kPropSubject), std::wstring(4095, L's'));
 }
 
 TEST(DisplayRecord, NoSurrogatePairIsCutInHalf)
@@ -179,14 +180,15 @@ TEST(DisplayRecord, NoSurrogatePairIsCutInHalf)
     const std::wstring pair = L"\xD83D\xDE00";
     const DisplayRecord cut =
         Formatted(TestRecord().Text(kPropBody, std::wstring(118, L'b') + pair + L"more"));
-    EXPECT_EQ(cut.body, std::wstring(118, L'b'));
+    EXPECT_EQ(Cell(cut, kPropBody), std::wstring(118, L'b'));
     const DisplayRecord kept =
         Formatted(TestRecord().Text(kPropBody, std::wstring(117, L'b') + pair + L"more"));
-    EXPECT_EQ(kept.body, std::wstring(117, L'b') + pair);
+    EXPECT_EQ(Cell(kept, kPropBody), std::wstring(117, L'b') + pair);
     // One without its other half stays what it is.
     const std::wstring lone = std::wstring(118, L'b') + L"\xD83D";
-    EXPECT_EQ(Formatted(TestRecord().Text(kPropBody, lone)).body, lone);
-    EXPECT_EQ(Formatted(TestRecord().Text(kPropSubject, L"\xDE00\xD83D")).subject, L"\xDE00\xD83D");
+    EXPECT_EQ(Cell(Formatted(TestRecord().Text(kPropBody, lone)), kPropBody), lone);
+    EXPECT_EQ(Cell(Formatted(TestRecord().Text(kPropSubject, L"\xDE00\xD83D")), kPropSubject),
+              L"\xDE00\xD83D");
 }
 
 TEST(DisplayRecord, PassesOverWhatIsNotThere)
@@ -198,13 +200,15 @@ TEST(DisplayRecord, PassesOverWhatIsNotThere)
     nothing.propid = kPropBody;
     std::vector<CEPROPVAL> properties(odd.Properties(), odd.Properties() + odd.Count());
     properties.push_back(nothing);
-    const DisplayRecord record = FormatRecord(3, static_cast<WORD>(properties.size()), properties.data());
+    ValueTexts texts;
+    const DisplayRecord record =
+        FormatRecord(3, static_cast<WORD>(properties.size()), properties.data(), texts);
     EXPECT_EQ(record.id, 3u);
-    EXPECT_EQ(record.subject, L"");
-    EXPECT_EQ(record.date, L"");
+    EXPECT_EQ(Cell(record, kPropSubject), L"");
+    EXPECT_EQ(Cell(record, kPropDate), L"");
     EXPECT_EQ(record.image, -1);
-    EXPECT_EQ(record.body, L"");
-    EXPECT_EQ(record.duration, L"0 minutes");
+    EXPECT_EQ(Cell(record, kPropBody), L"");
+    EXPECT_EQ(Cell(record, kPropDuration), L"0 minutes");
 }
 
 // Names come from the databases.
@@ -250,22 +254,24 @@ TEST_F(DisplayRecordNames, JoinedNamesAreBoundedTo119Characters)
         blob.push_back(AddCategory(std::wstring(50, letter)));
         all += (all.empty() ? L"" : L",") + std::wstring(50, letter);
     }
-    EXPECT_EQ(Formatted(TestRecord().Blob(kPropCategories, blob)).categories, all.substr(0, 119));
+    EXPECT_EQ(Cell(Formatted(TestRecord().Blob(kPropCategories, blob)), kPropCategories), all.substr(0, 119));
     const CEOID contact = AddContact(std::wstring(150, L'c'));
-    EXPECT_EQ(Formatted(TestRecord().Blob(kPropContacts, {1, contact})).contacts, std::wstring(119, L'c'));
+    EXPECT_EQ(Cell(Formatted(TestRecord().Blob(kPropContacts, {1, contact})), kPropContacts),
+              std::wstring(119, L'c'));
 }
 
 TEST_F(DisplayRecordNames, BrokenBlobsNameWhatTheyHold)
 {
     const CEOID work = AddCategory(L"Work");
-    EXPECT_EQ(Formatted(TestRecord().Blob(kPropCategories, {1000, work})).categories, L"Work");
-    EXPECT_EQ(Formatted(TestRecord().Blob(kPropCategories, {})).categories, L"");
-    EXPECT_EQ(Formatted(TestRecord().Blob(kPropCategories, {1, 999'999})).categories, L"");
-    EXPECT_EQ(Formatted(TestRecord().Blob(kPropContacts, {0xFFFFFFFF, 1, 2, 3})).contacts, L"");
+    EXPECT_EQ(Cell(Formatted(TestRecord().Blob(kPropCategories, {1000, work})), kPropCategories), L"Work");
+    EXPECT_EQ(Cell(Formatted(TestRecord().Blob(kPropCategories, {})), kPropCategories), L"");
+    EXPECT_EQ(Cell(Formatted(TestRecord().Blob(kPropCategories, {1, 999'999})), kPropCategories), L"");
+    EXPECT_EQ(Cell(Formatted(TestRecord().Blob(kPropContacts, {0xFFFFFFFF, 1, 2, 3})), kPropContacts), L"");
     CEPROPVAL nowhere{};
     nowhere.propid = kPropCategories;
     nowhere.val.blob = {8, nullptr};
-    EXPECT_EQ(FormatRecord(1, 1, &nowhere).categories, L"");
+    ValueTexts texts;
+    EXPECT_EQ(Cell(FormatRecord(1, 1, &nowhere, texts), kPropCategories), L"");
 }
 
 } // namespace

@@ -1,14 +1,13 @@
 #include "mervane/order/key_source.h"
 
 #include "mervane/values/id_blob.h"
+#include "mervane/values/journal_table.h"
 #include "mervane/values/text_codec.h"
 
 namespace mervane {
 
 namespace {
 
-constexpr CEPROPID kJournalCategories = 0x00680041;
-constexpr CEPROPID kJournalContacts = 0x006F0041;
 // What keeps two names apart in a sort key: it comes before every letter and digit.
 constexpr wchar_t kSeparator = L',';
 
@@ -17,8 +16,8 @@ constexpr wchar_t kSeparator = L',';
 std::optional<TableId> ReferredTable(CEPROPID blobProperty)
 {
     switch (blobProperty) {
-    case kJournalCategories: return TableId::Categories;
-    case kJournalContacts: return TableId::Contacts;
+    case kPropCategories: return TableId::Categories;
+    case kPropContacts: return TableId::Contacts;
     default: return std::nullopt;
     }
 }

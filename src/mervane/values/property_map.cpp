@@ -1,14 +1,11 @@
 #include "mervane/values/property_map.h"
 
+#include "mervane/values/journal_table.h"
+
 namespace mervane {
 
 namespace {
 
-constexpr Property kJournalProperties[] = {
-    {0x00650040, "date"},     {0x0066001F, "subject"},  {0x0067001F, "body"},     {0x00680041, "categories"},
-    {0x0069001F, "type"},     {0x006A0012, "kind"},     {0x006B0002, "priority"}, {0x006C0002, "sensitivity"},
-    {0x006D0040, "end_time"}, {0x006E0040, "duration"}, {0x006F0041, "contacts"},
-};
 constexpr Property kCategoryProperties[] = {
     {kCategoriesKey, "name"},
     {kCategoryUses, "uses", true},
@@ -22,7 +19,7 @@ constexpr Property kContactProperties[] = {
 };
 
 constexpr TableInfo kTables[kTableCount] = {
-    {"journal", kJournalProperties, 0, 0x00650040},
+    {"journal", kJournalProperties, 0, kPropDate},
     {"categories", kCategoryProperties, kCategoriesKey, kCategoriesKey},
     {"contacts", kContactProperties, kContactsKey, kContactsKey},
 };
