@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Draws docs/pictures/rooms.svg: the rooms as src/CMakeLists.txt and companions/CMakeLists.txt declare them, each above
-those that it knows. An arrow that others imply is left out. Fails when a declared room has no place here.
+those that it knows. Arrows that others imply, and those to the resources, are left out. Fails when a declared room has no
+place here.
 
     python3 docs/pictures/rooms.py            draws it
     python3 docs/pictures/rooms.py --check    fails when the drawn one is not of today's declarations"""
@@ -20,10 +21,11 @@ PLACES = {
     'ui/screen': (3, 1), 'ui/pictures': (3, 2), 'ui': (3, 3), 'ui/bars': (3, 4), 'settings': (4, 4), 'res': (4, 1),
     'columns': (3, 8), 'filter': (1, 9), 'editor': (2, 9), 'list': (3, 10), 'options': (0.5, 10),
     'find': (2, 11), 'export': (3, 11), 'app': (2, 12),
-    'formats/text': (5, 1), 'formats/vcard': (5, 2), 'addrbook/transfer': (5.4, 7), 'addrbook': (5, 8),
+    'formats/text': (5, 1), 'formats/vcard': (5, 2), 'addrbook/transfer': (5.55, 7), 'addrbook': (5, 8),
     'launcher': (6, 1), 'help/page': (6, 4), 'help': (6, 5),
 }
 GROUND = 'util'
+RESOURCES = 'res'
 STOREYS = 13
 PITCH_X, PITCH_Y, WIDTH, HEIGHT, MARGIN = 138, 52, 124, 28, 14
 
@@ -76,7 +78,7 @@ def reach(rooms, room):
 
 def shown_arrows(rooms):
     return [(room, known) for room, all_known in rooms.items() for known in all_known
-            if not any(known in reach(rooms, other) for other in all_known if other != known)]
+            if known != RESOURCES and not any(known in reach(rooms, other) for other in all_known if other != known)]
 
 
 def family(room):
