@@ -42,7 +42,7 @@ bool InitControls()
     return InitCommonControlsEx(&controls) != FALSE;
 }
 
-// The failed creation has posted the quit message, with which in the queue a message box would close by
+// The failed creation has posted the quit message. With that in the queue a message box would close by
 // itself.
 void ShowCreationError()
 {

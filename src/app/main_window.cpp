@@ -33,7 +33,7 @@ constexpr UINT kFromAccelerator = 1; // the high word of an accelerator's WM_COM
 
 // Behind the bar's own handling of the click.
 constexpr UINT kMsgDropFilterMenu = WM_APP + 0x340;
-// Behind the bands' own work, which the box of a setting that cannot be stored might make anew.
+// After the bands' own work: storing may fail and show a box, and meanwhile the bands may be made anew.
 constexpr UINT kMsgStoreBands = WM_APP + 0x341;
 
 // As for a combo box.
@@ -43,7 +43,7 @@ bool IsDropDownKey(const MSG& message)
            (message.message == WM_SYSKEYDOWN && message.wParam == VK_DOWN);
 }
 
-// What is read is the old file's; a file that has come back is none of this.
+// What is read is the old file's; a file that has come back does not count.
 std::wstring FileTroubleText(const DbJournal& journal)
 {
     const StoreTrouble trouble = journal.FileTrouble();

@@ -16,6 +16,6 @@
 // Where the store at the path is gone, or an empty file is in its place, and it has backups: asks whether the
 // newest whole one is to take its place, Yes being the default answer; where none is whole, whether to begin
 // a new store. True when the start goes on, over the backup, over a new store, or since there is nothing to
-// ask; false with No to a new store, or when the backups could not be read or the one not put in its place,
-// which has been told.
+// ask; false where the person answered No to a new store, and where the backups could not be read or the
+// backup not be put in place, which a box has said.
 [[nodiscard]] bool OfferBackupOfGoneStore(const std::wstring& path);

@@ -6,6 +6,6 @@
 // The command of a character, 0 when it has none.
 int CommandOfCharacter(WPARAM character);
 
-// Makes the control answer the dialog manager's query about such a character by sending the command to the
-// editor, unless the editor's command bar has it greyed. Holds until the control is destroyed.
+// The dialog manager asks the control about such a character. The control then sends the command to the
+// editor, unless the editor's bar has it greyed. Holds until the control is destroyed.
 void AddCommandKeys(HWND control, HWND editor);

@@ -181,7 +181,7 @@ void EditorControls::ShowCategories(bool show) const
 {
     for (HWND control : {label, categories})
         ShowWindow(control, show ? SW_SHOW : SW_HIDE);
-    // One that was shown and has moved paints nothing of its own accord where it has come to.
+    // A control that was shown and has moved does not paint itself at its new place.
     for (HWND control : {label, categories})
         InvalidateRect(control, nullptr, TRUE);
 }

@@ -324,8 +324,8 @@ bool EditorRecord::IsForeign(CEPROPID property) const
     return std::count(m_known.foreign.begin(), m_known.foreign.end(), property) != 0;
 }
 
-// The times belong together: what is shown for one that cannot be read is no time of the entry's, and the
-// others follow it. The sets are left in their own way.
+// The times belong together: for a time that cannot be read, what is shown is not the entry's, and the other
+// times follow from it. The sets are left in their own way.
 bool EditorRecord::LeavesForeign(CEPROPID property, const EntryToWrite& entry) const
 {
     if (!m_shown)

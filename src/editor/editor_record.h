@@ -1,4 +1,4 @@
-// The record behind the editor: how it is read, what is remembered of what was read, and how it is written.
+// The record behind the editor: reading it, remembering what was read, and writing it.
 #pragma once
 
 #include <optional>
@@ -39,8 +39,8 @@ class EditorRecord {
     };
     // Reads the record, its categories and its contacts. entry is untouched unless that is done.
     [[nodiscard]] Loaded Load(JournalEntry* entry);
-    // Behind Load: how the entry is shown while nobody has edited it. Of what stands in the record in a form
-    // that cannot be read whole a save leaves alone, all its bytes, what is still as it was shown.
+    // Behind Load: how the entry is shown while nobody has edited it. A value that cannot be read whole stays
+    // in the record, byte for byte, unless its field was edited.
     void SetShown(EntryToWrite shown) { m_shown = std::move(shown); }
 
     enum class Saved {
@@ -49,8 +49,8 @@ class EditorRecord {
         Created, // a new record was written: it does not count as saved
         Updated,
     };
-    // What to do with a record that somebody else has changed. Replace is of what it was when Changed was
-    // answered last: where it is another one again, that is the answer once more.
+    // What to do with a record that somebody else has changed. Replace means the record as it was at the last
+    // answer Changed: where it is another one again, that is the answer once more.
     enum class Theirs { Ask, Replace };
     // Writes the record with the categories and contacts kept here and empties the category stack. Categories
     // that were assigned or released since the editor opened have their use counts changed, with the record

@@ -25,12 +25,12 @@ class EditorRescue {
     // Something has changed: a WM_TIMER comes to the window in time. However long changes go on, each is on
     // disk a few seconds later.
     void Ask(HWND window);
-    // Takes that WM_TIMER; false when it is none of these.
+    // Takes that WM_TIMER; false for any other one.
     [[nodiscard]] bool OnTimer(HWND window, UINT_PTR id);
     // What cannot be had or written now is tried again as if it had changed.
     void WriteNow(HWND window);
-    // Something is about to be saved: what is on disk becomes just that. Where the program ends behind the
-    // save and before Discard, the next start finds all of it in the store.
+    // Something is about to be saved: what is on disk becomes just that. Where the program ends between the
+    // save and Discard, the next start finds all of it in the store.
     void CatchUp(HWND window);
     // All is saved, or given up: nothing stays on disk, and nothing more is written until the next change. A
     // file that cannot be deleted is tried again then, and at the end.

@@ -17,6 +17,5 @@ std::wstring EntryCopyText(const EntryToWrite& entry, EditorRecord& record);
 // it is on disk: what the file had is still there.
 [[nodiscard]] bool WriteTextFile(const wchar_t* path, const std::wstring& text);
 
-// Asks for a file, writes to it what text tells then, and says so where that fails, or where text has nothing
-// to tell.
+// Asks for a file, then for the text, and writes it. Says so where that fails or where there is no text.
 void SaveEntryCopy(HWND owner, const std::function<std::optional<std::wstring>()>& text);

@@ -184,8 +184,8 @@ void EntryEditor::ShowCategories()
         ShowCategoriesLine(m_controls.categories, &m_record.Categories(), &m_record.CategoryStore());
 }
 
-// A change of the work area lays everything out anew. One of the locale brings the categories line close
-// below the body, which gives it room as it was laid out, however often that comes.
+// A change of the work area lays everything out anew. A change of the locale brings the categories line close
+// below the body. The body gives way from its first layout, so a second change does not shrink it again.
 void EntryEditor::OnSettingsChanged()
 {
     m_controls.FollowLocale();

@@ -24,8 +24,8 @@ class EntryEditor : public Dialog {
   public:
     // id is the caller's, see OpenEntryEditor.
     EntryEditor(const Session& session, CEOID* id);
-    // Before it runs: what it shows in place of what the record has, and the file that this is from, which it
-    // goes on with once it is open.
+    // Before it runs: what it shows instead of the record, and the rescue file that this comes from; the
+    // editor goes on writing into that file.
     void GoOnWith(RescueFile file, RescueState state);
 
     // Why the record could not be read, when it ended with -1; None when it could not be made.
@@ -109,8 +109,8 @@ class EntryEditor : public Dialog {
     void AddTypedDuration(EntryToWrite* entry) const;
     bool IsTypingDuration() const;
     std::optional<RescueState> StateToRescue() const;
-    // Whether there is something that is not on disk: less than being modified, which the first write of a
-    // new entry does not end.
+    // Whether there is something that is not on disk: less than being modified: the first write of a new
+    // entry leaves it modified.
     bool HasUnstored() const { return m_modified && m_changes != m_stored; }
 
     RegistryStore& m_settings;

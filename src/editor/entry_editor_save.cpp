@@ -79,7 +79,7 @@ EditorRecord::Saved EntryEditor::CollectAndSaveAsNew()
     return CollectAnd([&](EntryToWrite* entry) { return m_record.SaveAsNew(entry); });
 }
 
-// Neither text is lost unless the user says so, and only one that there was to be seen by then.
+// Neither text is lost unless the user says so, and then only one that the user could have seen.
 EditorRecord::Saved EntryEditor::SaveOverChange()
 {
     switch (MessageBoxW(GetWindow(), kChangedByOther, kWarning,
@@ -176,8 +176,8 @@ void EntryEditor::AddTypedDuration(EntryToWrite* entry) const
     entry->duration = times.duration;
 }
 
-// More than a save takes: what there is, whatever cannot be had or shown besides. Without the texts
-// themselves nothing, for it would take the place of what was put aside before.
+// More than a save takes: what there is, whatever cannot be had or shown besides. Nothing where a text cannot
+// be had: an incomplete state would replace what was put aside before.
 std::optional<RescueState> EntryEditor::StateToRescue() const
 {
     std::optional<EntryToWrite> entry = CollectShown();

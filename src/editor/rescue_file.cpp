@@ -64,7 +64,7 @@ std::vector<std::pair<uint64_t, std::wstring>> FilesOf(uint64_t store, const wch
     return found;
 }
 
-// So that the order of the kept ones is that in which they were kept.
+// So that their names sort by the time when they were kept.
 void MarkAsNew(const std::wstring& path)
 {
     HANDLE handle = CreateFileW(path.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ, nullptr, OPEN_EXISTING,

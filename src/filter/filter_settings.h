@@ -26,7 +26,7 @@ void LoadFilterDates(const RegistryStore& settings, FilterState* filter);
 bool RemembersFilter(const RegistryStore& settings);
 
 // Puts what the user has chosen in force, or nothing when nothing was chosen, and stores it: the range or the
-// months, of which the other stays as it was stored. Of categories it is stored only that they are in force.
+// months; the other one stays as it was stored. Of categories it is stored only that they are in force.
 void AcceptFilter(FilterState* filter, RegistryStore* settings);
 // Takes everything out of the filter, and out of what is stored unless that is to be remembered.
 void ClearFilter(FilterState* filter, RegistryStore* settings);

@@ -18,8 +18,8 @@ class FilterTest {
     // null: the record lacks the property. One without a date passes the filters by date, one without
     // categories no filter by categories.
     bool Passes(const CEPROPVAL* value) const;
-    // The same of one record: a range compares the dates themselves, and the categories are taken from the
-    // record one by one, which takes longer than what a whole journal's rows are tested by.
+    // The same of one record: a range compares dates, and categories are read one by one. That is slower than
+    // the test of a whole journal's rows.
     bool PassesAlone(const CEPROPVAL* value) const;
 
     friend bool operator==(const FilterTest& a, const FilterTest& b);

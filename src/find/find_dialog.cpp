@@ -148,8 +148,8 @@ void FindDialog::ClickSearchBy(SearchBy by)
     EnableWhatBelongs();
 }
 
-// Stored as it was chosen, Current shows as chosen also where there is no entry to search from. The tab key
-// stops at the chosen button alone, so a grey one would hide the other from it.
+// The stored choice shows: Current is chosen also where there is no entry to search from. The tab key stops
+// at the chosen button alone, so a grey one would hide the other from it.
 void FindDialog::ClickSearchFrom(SearchFrom from)
 {
     CheckButton(IDC_FIND_FROM_TOP, from == SearchFrom::Top);

@@ -19,6 +19,6 @@ struct FindRequest {
     std::wstring text; // empty when the user left the placeholder
 };
 
-// The text looked for, of what stands in the box: its first characters, without half a character at the end
-// of them, and nothing when they are the placeholder.
+// The text to look for, made of the text in the box: its first characters, without half a character at the
+// end of them, and nothing when they are the placeholder.
 std::wstring SearchTextOf(const std::wstring& typed);

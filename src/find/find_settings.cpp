@@ -87,7 +87,7 @@ std::vector<std::wstring> ReadFindHistory(const RegistryStore& settings)
     return history;
 }
 
-// Each place takes the text that stood in the one before it, until a place was empty.
+// Each place takes the text of the place before it, up to the first empty place.
 void AddToFindHistory(RegistryStore* settings, const std::wstring& text)
 {
     std::wstring placed = text;

@@ -23,6 +23,7 @@ class DisplayCache {
     const DisplayRecord& Row(int row) const;
 
   private:
+    // Kept: two blocks, for a jump to the end and back shows at once what was there.
     struct Block {
         int start = 0;
         int count = 0;

@@ -78,8 +78,8 @@ StoreTrouble Skip(CEOID id, StoreTrouble trouble, LeftOut* leftOut)
     return StoreTrouble::None;
 }
 
-// Nothing is written any more in a transaction that has come upon damage. So the work that does, which then
-// goes on reading alone, is given up and done again without the entries that it has left out.
+// Nothing is written any more in a transaction that has come upon damage. So such work goes on reading only,
+// is then given up, and is done again without the entries that it has left out.
 template <typename Work> StoreTrouble WithoutDamaged(DbJournal& journal, LeftOut* leftOut, Work work)
 {
     StoreTrouble trouble = StoreTrouble::None;
@@ -192,7 +192,7 @@ StoreTrouble DeleteCategories(DbJournal& journal, LeftOut* leftOut)
     return journal.Trouble();
 }
 
-// A walk that breaks off has not come to the end, unless there is nothing but damage behind.
+// A walk that breaks off is not at the end, unless only damaged records follow.
 StoreTrouble DeleteAllCategories(DbJournal& journal, LeftOut* leftOut)
 {
     StoreTrouble trouble = ResetCategoryUses();

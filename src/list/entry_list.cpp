@@ -75,8 +75,8 @@ void EntryList::SetImages()
     HINSTANCE instance = GetModuleHandleW(nullptr);
     UniqueImageList images =
         LoadImageStrip(instance, IDB_LIST_IMAGES, kImageWidth, kImageMask, DpiOf(m_list));
-    // A number beyond the images shows none, and takes no time to draw, which the blank one would in every
-    // row.
+    // A number beyond the images shows no image and costs nothing to draw; a blank image would cost time in
+    // every row.
     ImageList_SetImageCount(images.get(), kImageBlank);
     const UniqueImageList before(ListView_SetImageList(m_list, images.release(), LVSIL_SMALL));
     UniqueImageList headerImages =

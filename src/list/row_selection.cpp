@@ -60,8 +60,8 @@ bool RowSelection::OnRangeChanged(const NMLVODSTATECHANGE& change)
     return true;
 }
 
-// A click on one of several selected rows deselects "all", by some systems' word, and tells nothing of the
-// one that stays selected, nor of its focus where it had that.
+// At a click on one of several selected rows some systems tell that "all" were deselected. They tell nothing
+// of the row that stays selected, nor of its focus.
 void RowSelection::AddWhatIsLeft()
 {
     constexpr UINT kChosen = LVIS_SELECTED | LVIS_FOCUSED;

@@ -33,15 +33,15 @@ class CeDBase {
     virtual int Close();
 
     // Of this object's last operation: None when it was done, and when its answer is a true "no" (there is no
-    // such record, the value is refused); otherwise why it failed. An answer that stands beside a trouble is
-    // one of what could be read. Every operation fails while the database is closed, for the reason for which
-    // it could not be opened.
+    // such record, the value is refused); otherwise why it failed. An answer that comes with a trouble tells
+    // only of what could be read. Every operation fails while the database is closed, for the reason for
+    // which it could not be opened.
     [[nodiscard]] StoreTrouble Trouble() const { return m_trouble; }
     // OtherFile or Unreachable while another file, or none, is in the place of the store's: what is read is
     // the old one's, and every write fails. Looked at twice a second; a change of it is told to the owners.
     [[nodiscard]] StoreTrouble FileTrouble() const;
-    // The files that lay beside the store's when this process opened it, were not taken for its own and have
-    // another name now, also where it could not be opened. They are told once, to whoever asks first.
+    // The files beside the store that were not its own when this process opened it, and were renamed; also
+    // where the opening failed. They are told once, to whoever asks first.
     [[nodiscard]] std::vector<RenamedFile> TakeSetAside();
 
     // flag is always 1 here. Records that lack the property come last in either direction, equal ones by
@@ -66,11 +66,10 @@ class CeDBase {
 
     // Reads the current record. *count: how many properties are wanted, 0 = all that it has; wanted: their
     // identifiers (may be null when *count is 0). Returns the identifier of the record read, 0 on failure. On
-    // success *properties is one LocalAlloc block, which the caller frees with one LocalFree and which holds
-    // the texts and blobs too, and *count is the number of properties in it. With *count 0 they come in
-    // ascending property number; otherwise in the order asked for, those that the record lacks flagged
-    // CEDB_PROPNOTFOUND. On failure *properties is null and *count 0. A stored value of an unexpected type
-    // reads as absent.
+    // success *properties is one LocalAlloc block with the texts and blobs in it; the caller frees it with
+    // one LocalFree. *count is the number of properties. With *count 0 they come in ascending property
+    // number; otherwise in the order asked for, those that the record lacks flagged CEDB_PROPNOTFOUND. On
+    // failure *properties is null and *count 0. A stored value of an unexpected type reads as absent.
     virtual CEOID ReadRecord(WORD* count, const CEPROPID* wanted, CEPROPVAL** properties);
 
     // Those properties of the current record that ReadRecord cannot give back as they are stored, by another
@@ -83,7 +82,8 @@ class CeDBase {
     // property, the disk is full, the store is read-only or locked past the busy time-out).
     [[nodiscard]] virtual CEOID WriteRecord(CEOID id, WORD count, const CEPROPVAL* properties);
 
-    // Closes it. The virtual operations stand in the order of their slots, which this one follows.
+    // Closes it. Kept: the device's own classes are laid out so, and the virtual operations stand in the
+    // order of their slots, which this one follows.
     virtual ~CeDBase();
 
     // Rows of the current order, from 0: of all records, under a row filter those that pass before all

@@ -199,8 +199,8 @@ void ContactList::OnKeyDown(HWND list, WORD key)
         Toggle(list, row);
 }
 
-// A contact that another program has deleted is not assigned any more, but it can be taken off. One of which
-// that is not known can be assigned: an identifier whose contact is gone does no harm.
+// A contact that another program has deleted is not assigned any more, but it can be taken off. One that may
+// be gone, but is not known to be, can be assigned: an identifier whose contact is gone does no harm.
 void ContactList::Toggle(HWND list, int row)
 {
     const CEOID contact = m_rows[static_cast<size_t>(row)];

@@ -24,9 +24,9 @@ class DbCategories : public CeDBase {
     // Sets all use counts to 0.
     int Reset();
 
-    // The master list. A name of no or of more than 59 characters, or one that another category has, is
-    // refused, and so is what happens to a category that is not there. DeleteRecord takes one away: the
-    // entries keep their reference, which is simply not named any more.
+    // The master list. Refused are an empty name, one of more than 59 characters, one that another category
+    // has, and any change of a category that is not there. DeleteRecord takes one away: the entries keep
+    // their reference, which is simply not named any more.
     [[nodiscard]] CEOID Add(const std::wstring& name); // the new one's identifier, 0 on failure
     [[nodiscard]] int Rename(CEOID id, const std::wstring& name);
     [[nodiscard]] int SetHidden(CEOID id, bool hidden);

@@ -55,8 +55,8 @@ class DbContacts : public CeDBase {
     // the contact and sends the parent, from inside, the notification of IsAssignmentChange; that one itself
     // is not answered (0), so that the parent goes on to it.
     int OnNotify(HWND list, NMHDR* notification, LRESULT* result);
-    // LVN_ITEMCHANGED in which an item's state image goes from one to another, which an opened or filled
-    // list, the focus and the selection never cause: the user has checked or unchecked the contact of lParam.
+    // LVN_ITEMCHANGED with two different state images. Opening or filling the list, the focus and the
+    // selection never cause it: the user has checked or unchecked the contact of lParam.
     static bool IsAssignmentChange(const NMHDR& notification);
 
   private:

@@ -25,10 +25,10 @@ class DbJournal : public CeDBase {
     const wchar_t* GetSubject(CEOID id);
 
     // Searches: the identifier of the next matching record in the current sort order, hidden by a filter or
-    // not; 0 for none, also when the property is none of this kind or, see Trouble, the search fails. They
-    // leave the current record as it is. ...After goes on behind a record, whether that matches or not, and
-    // comes back to the top at the end: where no other record matches, to the same one. Behind a record that
-    // is not there it begins at the top.
+    // not; 0 for none, also when the property is of another kind, and when the search fails (see Trouble).
+    // They leave the current record as it is. ...After goes on behind a record, whether that matches or not,
+    // and comes back to the top at the end: where no other record matches, to the same one. Behind a record
+    // that is not there it begins at the top.
     //
     // A text is found anywhere in the property, with regard to case or by Unicode's simple case folding; the
     // empty text in every record that has the property. A date is found by its day.

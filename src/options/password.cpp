@@ -42,7 +42,7 @@ bool SetNewPassword(HWND owner, RegistryStore& settings)
 }
 
 // A write that fails is told of by the settings and returns no less than one that is done: what was written
-// is read again, and what is not there any more counts as there.
+// is read back; where that fails it counts as still there.
 bool ClearPassword(RegistryStore& settings)
 {
     settings.SetNumber(kOptions, kIsSet, 0);

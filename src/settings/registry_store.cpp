@@ -40,7 +40,8 @@ void ReportFailure(LSTATUS status)
 constexpr DWORD kListNameSize = 64;    // with the terminator; a longer name is of no list
 constexpr size_t kMostMissing = 1'000; // of a list's values
 
-// The length of a list that ends with this value; 0 where it is none of the list's within the limit.
+// The length of a list that ends with this value; 0 where it is not a value of the list, or is beyond the
+// limit.
 DWORD LengthUpTo(const wchar_t* name, const wchar_t* prefix, DWORD limit)
 {
     const size_t letters = wcslen(prefix);

@@ -42,8 +42,8 @@ class RegistryStore {
     // 1 when deleted or when there was nothing to delete, 0 when the deletion failed, which is not reported.
     int RemoveValue(const wchar_t* subkey, const wchar_t* name);
     // Of the values prefix0, prefix1, ... before the limit: one more than the highest number that is stored,
-    // whatever is missing before it; 0 where there is none. A number that leaves more than a thousand missing
-    // is none of the list's.
+    // whatever is missing before it; 0 where there is none. A number with more than a thousand missing before
+    // it does not belong to the list.
     DWORD ListLength(const wchar_t* subkey, const wchar_t* prefix, DWORD limit) const;
     // The 1-based index of the first of the values prefix0, prefix1, ... that equals the text, by
     // CompareStringW with the flags, or 0. The list ends at its first empty or missing value, at the latest

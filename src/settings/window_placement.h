@@ -15,7 +15,7 @@ struct WindowPlace {
 // How wide the part of a resizable frame is, in pixels, that Windows 10 and 11 paint nothing of, left, right
 // and below: it belongs to the window's place, but is not seen. A null window: at the system's resolution.
 LONG ClearFrame(HWND window);
-// The place of a window of which that is seen which fills the area.
+// The window's place whose visible part fills the area.
 RECT PlaceToFill(const RECT& area, LONG clearFrame);
 
 // The stored place when it can be reached, what is seen of it no larger than its screen.

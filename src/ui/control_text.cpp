@@ -1,7 +1,7 @@
 #include "ui/control_text.h"
 
-// The length alone says nothing of a failure: 0 is one of an empty text too, and what the thread's last error
-// says may be of something else that the control has done meanwhile.
+// The length alone says nothing of a failure: 0 may also be the length of an empty text, and the thread's
+// last error may come from something else that the control has done.
 std::optional<std::wstring> ReadText(HWND control)
 {
     const int length = IsWindow(control) ? GetWindowTextLengthW(control) : -1;

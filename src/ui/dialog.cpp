@@ -157,8 +157,8 @@ void Dialog::FollowResolution()
 }
 
 // A command that another program sends, or that was on its way, while another dialog or a box stands over
-// this one. What the dialog's own controls tell comes with their handle, and a control may still tell that it
-// loses the focus.
+// this one. A notification from the dialog's own control has its handle. It may still tell that it loses the
+// focus.
 bool Dialog::IsOutOfReach(UINT message, WPARAM wParam, LPARAM lParam) const
 {
     if (message != WM_COMMAND || IsWindowEnabled(m_window))

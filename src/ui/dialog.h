@@ -15,6 +15,7 @@ class Dialog {
     Dialog(const Dialog&) = delete;
     Dialog& operator=(const Dialog&) = delete;
 
+    // Kept: these stand in the order of their slots, overridden or not.
     virtual void OnOK();     // ends the dialog with 1
     virtual void OnCancel(); // ends the dialog with 0
     virtual void EnableItem(int id, bool enable);
@@ -38,7 +39,7 @@ class Dialog {
     virtual void ShowItem(int id);
     virtual void OnSettingsChanged();
     virtual bool IsButtonChecked(int id) const;
-    // The handheld's input panel: a hook without effect on a desktop.
+    // Kept: the handheld's input panel, a hook without effect on a desktop.
     virtual void ShowInputPanel(bool show);
     virtual ~Dialog();
 

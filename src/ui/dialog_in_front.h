@@ -1,6 +1,6 @@
 // What stands in front of a window of a program and keeps it disabled: a dialog, a box, the system's own
-// dialogs. They are not all owned by it, and one that was never the active window is not its last active
-// pop-up, so they are looked for among all windows of its thread.
+// dialogs. Not all of them are owned by it, and one that was never active is not its last active pop-up. So
+// all windows of its thread are looked at.
 #pragma once
 
 #include <windows.h>

@@ -7,9 +7,9 @@
 
 class DialogScroll {
   public:
-    // Makes a dialog that is larger than the work area as large as there is room, from where it shows its
-    // first control. One that scrolls is measured anew, whatever its resolution and its place are now. False
-    // where it has all its room and had it before.
+    // Makes a dialog that is larger than the work area as large as there is room, scrolled to its first
+    // control. One that scrolls is measured anew, whatever its resolution and its place are now. False where
+    // it has all its room and had it before.
     bool Fit(HWND dialog, const RECT& area);
     // Back to where the controls stand as they were made: before something scales their places.
     void GoToStart();

@@ -2,7 +2,7 @@
 #pragma once
 
 void ShowHourglass();
-// No pointer, or that of what is below the mouse where it is a window of this thread.
+// No pointer; or, over a window of this thread, that window's pointer.
 void RemoveHourglass();
 
 // The hourglass for a scope. Not to be nested: the end of the inner one would be the end of the hourglass.

@@ -8,8 +8,8 @@
 // value may not have changed yet.
 constexpr UINT kMsgTimeTyped = WM_APP + 3;
 
-// Has kMsgTimeTyped sent to the dialog, until the picker is destroyed, and sees to it that typing goes into
-// the first field of a picker that gets the keyboard.
+// Until the picker is destroyed: the dialog is sent kMsgTimeTyped, and typing goes into the first field when
+// the picker gets the keyboard.
 void TellTyping(HWND picker, HWND dialog);
 
 // Makes the dialog's picker that has the keyboard take what has been typed, which it tells as a change.

@@ -9,7 +9,7 @@
 #include "util/window_metrics.h"
 
 // The creation parameter is the object, or that of a Creation. It has a member m_window, which this sets and
-// clears, and OnMessage, which gets all that comes from WM_NCCREATE on, but for what is put off
+// clears, and OnMessage, which gets every message from WM_NCCREATE on except those that are put off
 // (PutOffWhileWaiting); it makes this class its friend.
 template <typename Window> class WindowProcedure {
   public:

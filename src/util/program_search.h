@@ -13,7 +13,6 @@ bool IsFile(const std::wstring& path);
 // when it is in none.
 std::wstring FindInSystem(const std::wstring& name);
 
-// The full path of the program that a command line begins with, in quotes or, as in old entries of the
-// registry, up to a blank behind which there is no such file; empty when there is none. A path from the
-// current folder counts as none.
+// The full path of the program at the beginning of a command line: in quotes, or, as in old registry entries,
+// without quotes and up to a blank; empty when there is none. A path from the current folder counts as none.
 std::wstring ProgramOfCommand(const std::wstring& command);

@@ -52,8 +52,7 @@ std::vector<std::wstring> BackupsToDelete(const BackupNames& names, const std::v
                                           BackupDay today);
 
 // The backups among a folder's files, unfinished ones not, the newest first as far as their names tell: days
-// up to today, days after it, then those from before a migration, of which the highest version and number
-// counts.
+// up to today, then later days, then copies from before a migration, the highest version and number first.
 std::vector<std::wstring> NewestFirst(const BackupNames& names, const std::vector<std::wstring>& files,
                                       BackupDay today);
 

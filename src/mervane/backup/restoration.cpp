@@ -131,9 +131,8 @@ StoreTrouble PutInPlace(const std::wstring& path, const std::wstring& name, size
     return Move(CopyName(path, name), path);
 }
 
-// The store, if there was one, comes last: until then the restoration can still be brought to its end, and it
-// is, by the next start, where something cannot be taken back. Without its log the store would lack what was
-// saved last.
+// The store, if there was one, comes last: until then the next start can still complete the restoration, and
+// does, where something cannot be taken back. Without its log the store would lack what was saved last.
 void TakeBack(const std::wstring& path, const std::wstring& name, size_t moved)
 {
     for (const wchar_t* suffix : std::span(kNeighbours).first(moved))

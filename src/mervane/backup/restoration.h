@@ -16,8 +16,8 @@ namespace mervane {
 // program's database is not.
 bool IsBroken(const std::wstring& storePath, StoreTrouble trouble);
 
-// Whether opening would make a new store since nothing is there, or a file in which nothing is. A log without
-// its store and a restoration that was interrupted are something.
+// Whether opening would make a new store: there is no file, or an empty one. A log without its store and a
+// restoration that was interrupted are something.
 bool IsGone(const std::wstring& storePath);
 
 struct FoundBackup {
@@ -28,8 +28,8 @@ struct FoundBackup {
 struct BackupSearch {
     std::optional<FoundBackup> found;
     bool hasAny = false; // by its name, whole or not
-    // Why it cannot be told which one it is, and of what path: a backup, before those that would come behind
-    // it, or the folder.
+    // Why the newest backup is not known, and which path could not be read: a backup, before those that would
+    // come behind it, or the folder.
     StoreTrouble trouble = StoreTrouble::None;
     std::wstring unread;
 };
@@ -51,8 +51,8 @@ class Restoration {
     const std::wstring& KeptAs() const { return m_keptAs; }
     // None when a copy of the backup is in the store's place and the file that was there is kept. Else
     // everything is as it was: there is no room, another program has the store open, a file cannot be
-    // renamed. A loss of power, or a rename that can neither be done nor undone, leaves the one or the other,
-    // or what FinishRestoration brings to its end.
+    // renamed. A loss of power, or a rename that can neither be done nor undone, leaves the old state, the
+    // new one, or one that FinishRestoration completes.
     [[nodiscard]] StoreTrouble Run(const std::wstring& backup) const;
 
   private:

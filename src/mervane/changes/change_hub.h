@@ -60,8 +60,8 @@ class ChangeHub {
     std::function<void()> m_look;
     std::vector<Owner> m_owners;
     HWND m_window = nullptr;
-    // Commits that were read of which no message has told yet, and messages of commits that were not read
-    // yet, each in their order.
+    // Commits that were read before their message came, and messages that came before their commit was read,
+    // each in order.
     std::vector<Heard> m_untold;
     std::vector<Heard> m_told;
     ULONGLONG m_nextLook = 0;   // in ticks

@@ -28,9 +28,9 @@ class CommitLedger {
     void Announce(const LogState& before, const TableChange& what);
     void Close(const LogState& before, const std::optional<LogState>& after);
 
-    // The changes of the commits behind from up to to, in their order; none when one is not written down, or
-    // what is written down does not lead from the one to the other, each commit following the one before it.
-    // Waits a moment for a writer that has made one and is about to close it.
+    // The changes of the commits behind from up to to, in their order; none when a commit is not noted, or
+    // when the noted ones do not form a chain from the first state to the last. Waits a moment for a writer
+    // that has made one and is about to close it.
     std::optional<std::vector<TableChange>> Between(const LogState& from, const LogState& to) const;
 
   private:

@@ -106,7 +106,7 @@ bool Connection::Open(const std::wstring& path, const std::wstring& name)
     return true;
 }
 
-// Of a log that a killed program has left it is not known what the file has of it, until it is brought in.
+// Until the log of a killed program is brought in, nobody knows how much of it the file has.
 void Connection::LookForTheFirstTime()
 {
     if (m_hasLog && !ReadCheckpointed(m_database))

@@ -20,9 +20,9 @@ class Connection {
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    // name: a path by which it is looked for, through links that may come to lead elsewhere. Programs open a
-    // store one after the other: each looks at the file and at what lies beside it, and half of what another
-    // one is just making or taking away would look like what a loss of power leaves.
+    // name: the path to look for it by; links on the way may lead elsewhere later. Programs open a store one
+    // after the other: each looks at the file and its neighbours. What another program has made or removed by
+    // half would look like what a loss of power leaves.
     [[nodiscard]] bool Open(const std::wstring& path, const std::wstring& name);
     // Before the connection goes, which is to be soon: no other program opens the store until it has gone,
     // nor closes it. The log stays where the store is not at its path any more, or was written over. Where it

@@ -302,7 +302,7 @@ StoreTrouble OpenWith(Database& database, const std::wstring& path, AsideFiles* 
         return StoreTrouble::Unreachable;
     const bool hasLog = MayHaveContent(path + L"-wal");
     const bool isFixed = IsOnFixedDrive(path);
-    // It can neither be given another mode nor be had alone, without which its log's index would be mapped.
+    // It cannot be given another mode, nor opened by us alone; so its log's index would be mapped.
     if (file.kind == FileKind::ReadOnlyStore && hasLog && !isFixed)
         return StoreTrouble::ReadOnly;
     if (!database.Open(path, ModeFor(file.kind, hasLog)))

@@ -24,8 +24,8 @@ class StoreBackup {
     // Removes what was left unfinished, and begins the day's copy: not where the day has one, the store is
     // read-only, another file is in its place, or the disk has not room for two more.
     [[nodiscard]] unsigned Begin(BackupDay today);
-    // A step of a few pages. The last ones check the copy, as far as mayGoOn lets them, give it its name, for
-    // two seconds while another program holds it, and delete backups that are too many.
+    // A step of a few pages. The last steps check the copy as far as mayGoOn lets them, give it its name
+    // (trying for two seconds while another program holds it), and delete surplus backups.
     [[nodiscard]] unsigned Step(MayGoOn mayGoOn);
     // Ends what is under way and removes it.
     void End();

@@ -73,7 +73,7 @@ class Alone {
     StoreMarks m_marks{-1, -1};
 };
 
-// By what the two say of each other, and in doubt by whether they make a whole.
+// By what the file and its neighbour say of each other and, in doubt, by whether they are sound together.
 Verdict JudgeLog(const std::wstring& path, Database& alone)
 {
     const std::wstring logPath = path + L"-wal";
@@ -178,8 +178,8 @@ StoreTrouble PrepareLog(const std::wstring& path, FileKind kind, AsideFiles* asi
     return Obey(verdict, path + L"-wal", aside);
 }
 
-// The journal of a store that was just being made, beside a file in which nothing is. One that is none, or
-// not yet, because the power went while it was begun, has nothing to put back.
+// The journal of a store that was just being made, beside an empty file. One that is no journal, or was only
+// begun when the power failed, has nothing to put back.
 Verdict JudgeFirstJournal(const std::wstring& journalPath)
 {
     bool hasFailed = false;

@@ -23,8 +23,8 @@ class AsideFiles {
 };
 
 // Sets aside what does not belong to the file. Answers None when the file can be opened with what then lies
-// beside it. Else nothing but names was touched, which the caller puts back: the file is none of ours, or it
-// cannot be told whether what lies beside it is the file's.
+// beside it. Else nothing but names was touched, which the caller puts back: the file is not ours, or nobody
+// can tell whether its neighbours belong to it.
 [[nodiscard]] StoreTrouble PrepareNeighbours(const std::wstring& path, const FileLook& file,
                                              AsideFiles* aside);
 

@@ -13,8 +13,8 @@ namespace mervane {
 bool IsOnOwnDrive(const std::wstring& path);
 
 // Whether the file lies, or would, on a drive that is built into this machine: a mapping of it stays
-// readable. One that can be pulled out, though its medium cannot, a network's, and one that does not tell
-// what it is are none.
+// readable. Not: a drive that can be pulled out as a whole, a network's, and one that does not say what it
+// is.
 bool IsOnFixedDrive(const std::wstring& path);
 
 // Whether a device is built in, by what it tells of itself.

@@ -61,10 +61,10 @@ bool ReadEntry(const std::wstring& path, Entry* entry)
     return result == 0 && !(entry->facts.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT);
 }
 
-// Told without opening the file, and without its volume's number. Under Wine a descriptor of a file with
-// locks stays open behind each closed handle until the locks are given back, and the number takes longer than
-// a save. The folder of another volume, with a file of the same number, has other times for it. Some systems
-// bring a folder's sizes and times up to date late; then this does not know.
+// Told without opening the file, and without its volume's number. Under Wine each closed handle of a file
+// with locks leaves a descriptor open until the locks are given back, and asking for the volume's number
+// takes longer than a save. The folder of another volume, with a file of the same number, has other times for
+// it. Some systems bring a folder's sizes and times up to date late; then this does not know.
 bool IsPlainlySame(HANDLE file, const std::wstring& path)
 {
     Entry entry;

@@ -3,9 +3,8 @@
 
 #include <windows.h>
 
-// Returns after about so many milliseconds, some 25 at the most. It may let windows paint: reads of the store
-// are done meanwhile, writes answer 0 at once (Locked), and a walk on which a write waits goes on from where
-// it stood.
+// Returns after about so many milliseconds, some 25 at the most. It may let windows paint: reads are answered
+// meanwhile, writes answer 0 at once (Locked), and a walk goes on from where it stood.
 using StoreWaiter = void (*)(DWORD milliseconds);
 
 // For all stores of the process; null, as at the beginning: it sleeps.

@@ -50,8 +50,8 @@ std::wstring NotOpenedText(std::wstring_view path, StoreTrouble trouble,
 // Of what lay beside a store's file and was not taken for the store's.
 std::wstring SetAsideText(const std::vector<RenamedFile>& files);
 
-// Of a store that was closed while its file was not in its place, and of which no whole copy was kept. path:
-// the store's.
+// Of a store whose file was not in its place when it was closed, and that has no whole copy. path: the
+// store's.
 std::wstring NotKeptText(const std::wstring& path, StoreTrouble trouble);
 
 // Of a store that is not there any more, or an empty file by now.

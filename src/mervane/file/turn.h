@@ -7,8 +7,8 @@
 #include "util/owners.h"
 
 // While it lives, no other one of the same name is past its making, in this program's other threads and in
-// other programs. One that is kept for longer than the limit is not waited for any more, and where the system
-// refuses the name (another user's program has it) nobody waits.
+// other programs. A turn that is kept beyond the limit is not waited for any longer. Where the system refuses
+// the name, because another user's program has it, nobody waits.
 class Turn {
   public:
     static constexpr DWORD kLimit = 30'000; // milliseconds

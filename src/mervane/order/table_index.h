@@ -36,8 +36,8 @@ class TableIndex {
     // The properties that are kept of each record; none before the records are needed.
     std::vector<CEPROPID> KeptProperties() const { return m_columns.KeptProperties(); }
     bool Has(CEOID id) { return PlaceOf(id) != kNoPlace; }
-    // What the program itself has written, or has read of what another one has: then the values are at least
-    // those of KeptProperties. Inserted is false when the index cannot follow.
+    // Records that the program has written, or has read after another program's write: then the values are at
+    // least those of KeptProperties. Inserted is false when the index cannot follow.
     [[nodiscard]] bool Inserted(CEOID id, const RecordValues& values);
     void Updated(CEOID id, const RecordValues& values);
     void Removed(CEOID id);
@@ -50,7 +50,7 @@ class TableIndex {
     // kNoPlace also before the records are needed.
     uint32_t PlaceOf(CEOID id);
     bool IsBefore(const KnownOrders::Known& order, uint32_t a, uint32_t b);
-    // Acts on the orders that are in use and whose property is there to compare by; the others are given up.
+    // Acts on the orders in use whose property can be compared by; the others are given up.
     template <typename Action> void ForEachOrder(Action action);
     void InsertInto(const KnownOrders::Known& known, RowOrder& order, uint32_t place);
 

@@ -13,8 +13,8 @@ using OnScannedRow = std::function<void(CEOID id, const Statement& row)>;
 
 // Calls onRow for each record with a valid identifier, in any order; columns is an SQL list, whose columns
 // are numbered from 1 in the row. None when it came to all; otherwise why it did not. Of a damaged table or
-// index (Damaged), and around a value that is too large to be read (TooLarge), it reads what can be read, and
-// a record may come twice; the other reasons may pass. That is answered and not noted with the database.
+// index (Damaged) it reads what can be read, as around a value that is too large (TooLarge). A record may
+// come twice; the other reasons may pass. That is answered and not noted with the database.
 [[nodiscard]] StoreTrouble ScanTable(Database& database, const char* table, const std::string& columns,
                                      const OnScannedRow& onRow);
 

@@ -16,8 +16,8 @@ class TextPattern {
   public:
     TextPattern(std::wstring_view text, bool matchCase);
 
-    // stored: a text in the store's UTF-8, which counts up to its first NUL. Found are whole characters of
-    // what DecodeText makes of it. The empty pattern is in every text.
+    // stored: a text in the store's UTF-8, which counts up to its first NUL. It finds whole characters only,
+    // as DecodeText reads them. The empty pattern is in every text.
     bool IsIn(std::string_view stored) const;
 
   private:

@@ -4,8 +4,8 @@
 namespace mervane {
 
 // From now on SQLite writes what it makes a file longer by, so that a full disk is an error it sees. The
-// index of a write-ahead log is mapped: where a file was only given a new end, some systems find room for its
-// pages when they are first touched, and a full disk would be a fault that ends the program.
+// index of a write-ahead log is mapped: otherwise some systems look for room only when a page is first
+// touched, and a full disk would be a fault that ends the program.
 void GrowFilesByWriting();
 
 } // namespace mervane

@@ -42,8 +42,8 @@ class Database {
     void WaitForLocks(bool wait);
     // Closing leaves the write-ahead log as it is.
     void KeepLog();
-    // From now on the index of a write-ahead log is not mapped: what needs it finds the file locked, also
-    // once another program has given it a log. What is done alone needs none.
+    // From now on the index of a write-ahead log is not mapped: work that needs the index finds the file
+    // locked, also once another program has given it a log. What is done alone needs none.
     void MapNoIndex();
 
     // Runs statements that give no rows that matter.
@@ -78,8 +78,8 @@ class Database {
     StoreTrouble m_trouble = StoreTrouble::None;
 };
 
-// What is tried while it lives has a trouble of its own, which Take answers. At the end what was noted before
-// stands again, and behind it what was not taken.
+// What is tried while it lives keeps its trouble apart; Take answers it. At its end the earlier trouble is
+// back, followed by what was not taken.
 class OwnTrouble {
   public:
     explicit OwnTrouble(Database& database) : m_database(database), m_before(database.TakeTrouble()) {}

@@ -211,7 +211,7 @@ CEOID Cursor::At(uint32_t row)
     return id;
 }
 
-// Where records are missing the table itself may still know that this one is none of them.
+// Where records are missing, the table itself may still know that this record is not among them.
 int Cursor::RowOf(CEOID id)
 {
     Refresh();

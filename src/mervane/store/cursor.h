@@ -26,11 +26,10 @@ class Cursor {
     CEOID Current() const { return m_current; }
     void SetCurrent(CEOID id) { StandOn(id, Way::Sort); }
 
-    // The identifier of the record moved to, which is now the current one; 0 for none. Next goes on in the
-    // way in which the current record was come to: by rows after ToRow, otherwise by the sort alone. Where
-    // records are missing that could not be read, the store notes why with the answer "none", and with
-    // counts; with PassingCount also where values are missing that the rows are sorted or filtered by. Inside
-    // a read, like all that follows.
+    // The identifier of the record moved to, which is now the current one; 0 for none. Next goes on as the
+    // walk was begun: by rows after ToRow, otherwise by the sort alone. Where records are missing that could
+    // not be read, the store notes why with the answer "none", and with counts; with PassingCount also where
+    // values are missing that the rows are sorted or filtered by. Inside a read, like all that follows.
     CEOID First() { return MoveTo(0, Way::Sort); }
     CEOID Next();
     CEOID ToRow(uint32_t row) { return MoveTo(row, Way::Rows); }

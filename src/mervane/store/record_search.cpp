@@ -57,7 +57,7 @@ CEOID RecordSearch::Next(const std::shared_ptr<Store>& store, TableId table, con
     return m_found[m_lastAnswer];
 }
 
-// One pass over the table in the order in which it lies, then one over the rows.
+// One pass over the table in storage order, then one over the rows.
 StoreTrouble RecordSearch::Find(Store& store, const Basis& basis, const RowOrder& order)
 {
     m_found.clear();

@@ -31,9 +31,8 @@ struct FreeBlock {
 
 } // namespace
 
-// What was seen is compared with what a transaction now sees before it writes, so that a commit of the own
-// does not cover the foreign ones before it.
-// False when it cannot be told whether there are any.
+// Before a transaction writes, what it sees is compared with what was seen last. Otherwise our own commit
+// would hide foreign commits before it. False when it cannot be told whether there are any.
 bool Store::NoticeForeignChanges()
 {
     ForgetIncomplete();
@@ -126,8 +125,8 @@ void Store::FollowRecord(TableId table, CEOID id)
     OwnTrouble own(m_connection.Sql());
     if (index && !FollowIndex(*index, table, id))
         m_indexes[mervane::IndexOf(table)].reset();
-    // Whatever has failed here is none of the operation that is under way, which reads for itself, unless its
-    // transaction has ended by it.
+    // A failure here does not concern the running operation, which reads for itself, unless it has ended that
+    // operation's transaction.
     if (m_connection.InTransaction())
         (void)own.Take();
 }

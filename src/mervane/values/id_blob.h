@@ -16,7 +16,7 @@ struct IdBlob {
 IdBlob ReadIdBlob(std::span<const BYTE> bytes);
 IdBlob ReadIdBlob(const CEBLOB& blob);
 
-// Whether the ids that ReadIdBlob would read hold one of the wanted ones, which ascend. Allocates nothing.
+// Whether ReadIdBlob would read one of the wanted ids. These ascend. Allocates nothing.
 [[nodiscard]] bool HoldsAnyId(const CEBLOB& blob, std::span<const CEOID> wanted);
 
 // One LocalAlloc block in blob->lpb, which the caller frees; {0, null} for no identifiers. 0 when there is no

@@ -24,7 +24,7 @@ struct DecodedCharacter {
     size_t length; // bytes
 };
 DecodedCharacter DecodeCharacter(std::string_view text, size_t at);
-// Where the character begins whose last byte is at a place, if that is a valid one.
+// Where the character begins that ends with the byte at a place, if it is a valid one.
 size_t StartOfCharacter(std::string_view text, size_t lastByte);
 
 } // namespace mervane

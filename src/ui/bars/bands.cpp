@@ -7,7 +7,7 @@
 
 namespace {
 
-// The order of the bands is no part of what is restored, so it stays.
+// The order of the bands is not stored, so it stays.
 constexpr DWORD kStyle = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | CCS_TOP | CCS_NODIVIDER |
                          CCS_NOPARENTALIGN | RBS_VARHEIGHT | RBS_FIXEDORDER;
 // What a stored style may say. Above all no stored style hides a band: nothing could bring it back.

@@ -17,7 +17,7 @@ class Bands {
   public:
     // The window of new bands, which live as long as it; null on failure.
     static HWND Create(HINSTANCE instance, HWND parent, UINT id, DWORD style, HIMAGELIST images);
-    // Null when the window is none of ours.
+    // Null for a window of another kind.
     static Bands* Of(HWND rebar);
     Bands(const Bands&) = delete;
     Bands& operator=(const Bands&) = delete;

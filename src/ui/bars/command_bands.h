@@ -19,8 +19,9 @@ struct COMMANDBANDSRESTOREINFO {
     BOOL fMaximized;
 };
 
-// The bands' window, a child of parent, a top-level window, with the control identifier id. images, which the
-// caller keeps owning until the bands are destroyed, are the bands' image list; may be null. Null on failure.
+// The bands' window, a child of parent, a top-level window, with the control identifier id. images is the
+// bands' image list; the caller owns it and keeps it until the bands are destroyed; may be null. Null on
+// failure.
 HWND CommandBands_Create(HINSTANCE instance, HWND parent, UINT id, DWORD style, HIMAGELIST images);
 // Adds bands, each holding a command bar of its own; uses fMask RBBIM_STYLE | RBBIM_ID | RBBIM_SIZE. Any
 // stored style or width does: styles that would hide or break a band are left out, a band is never narrower
@@ -32,9 +33,9 @@ HWND CommandBands_GetCommandBar(HWND bands, UINT band);
 // Adds the "?" and close buttons at the right edge, beside all bands, where they are seen however narrow the
 // window.
 bool CommandBands_AddAdornments(HWND bands, HINSTANCE instance, DWORD flags);
-// Of the band with an index: what gives the same layout when it is handed to CommandBands_AddBands and, where
-// fMaximized says so, RB_MAXIMIZEBAND is sent. cxRestored: the width before the band was maximised. False
-// when there is no such band; *info is left alone then.
+// Of the band with an index: handed to CommandBands_AddBands, with RB_MAXIMIZEBAND sent where fMaximized says
+// so, it gives the same layout. cxRestored: the width before the band was maximised. False when there is no
+// such band; *info is left alone then.
 bool CommandBands_GetRestoreInformation(HWND bands, UINT band, COMMANDBANDSRESTOREINFO* info);
 int CommandBands_Height(HWND bands);
 // To be called when the parent's size has changed; the bands then have their new height.

@@ -17,7 +17,7 @@ class CommandBar {
     // Null on failure.
     static std::unique_ptr<CommandBar> Create(HINSTANCE instance, HWND rebar,
                                               std::function<void()> onResized);
-    // The object of a bar's window; null when it is none of ours.
+    // The object of a bar's window; null for a bar of another kind.
     static CommandBar* Of(HWND bar);
     ~CommandBar();
 

@@ -3,10 +3,10 @@
 
 #include <windows.h>
 
-// Shows the menu below the button of a command, beside the button where the screen ends below, on the screen
-// that shows most of the button, and waits. Returns the chosen item's identifier, 0 when none was chosen. The
-// owner gets the menu's notifications but no WM_COMMAND. The click on the button that closes the menu does
-// not open it again.
+// Shows the menu below the button of a command and waits: on the screen that shows most of the button, and
+// beside the button where there is no room below. Returns the chosen item's identifier, 0 when none was
+// chosen. The owner gets the menu's notifications but no WM_COMMAND. The click on the button that closes the
+// menu does not open it again.
 UINT TrackDropDown(HWND bar, int command, HMENU menu, HWND owner);
 // The same with the button pressed meanwhile. Not within the bar's own notification: the bar goes on behind
 // it, and may be gone by then, with the theme, the resolution or the session.

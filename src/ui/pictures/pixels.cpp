@@ -56,7 +56,7 @@ Pixels ReadBitmap(HBITMAP bitmap)
     return rows == pixels.height ? pixels : Pixels{};
 }
 
-// One output pixel's sums of what it covers.
+// The sums of the pixels that one output pixel covers.
 struct Coverage {
     uint64_t area = 0;
     uint64_t alpha = 0;

@@ -3,7 +3,7 @@
 #include "res/resource.h"
 #include "ui/screen/scale.h"
 
-// Not a shared one, of which the system may hand out another size.
+// Not a shared icon: of those the system may hand out another size.
 UniqueIcon SetProgramIcon(HWND window, WPARAM which)
 {
     const int size = Scale(window, which == ICON_SMALL ? 16 : 32);
