@@ -67,12 +67,13 @@ void DisplayCache::ReadRows(Block* block)
     const uint32_t start = static_cast<uint32_t>(block->start), rows = m_journal.PassingRows();
     const size_t wanted =
         std::min<size_t>(static_cast<size_t>(block->count) + 1, rows - std::min(rows, start));
+    const std::vector<CEPROPID> shown = m_columns ? ShownProperties(*m_columns) : std::vector<CEPROPID>();
     ValueTexts texts;
     int more = wanted && m_journal.SeekRow(start) != 0;
     for (; more && block->records.size() < wanted; more = m_journal.SeekNextRecord()) {
-        WORD count = 0;
+        auto count = static_cast<WORD>(shown.size());
         CEPROPVAL* properties = nullptr;
-        const CEOID id = m_journal.ReadRecord(&count, nullptr, &properties);
+        const CEOID id = m_journal.ReadRecord(&count, shown.data(), &properties);
         const LocalBlock<CEPROPVAL> owner(properties);
         block->records.push_back(id ? FormatRecord(id, count, properties, texts) : DisplayRecord());
     }

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "columns/column_set.h"
 #include "list/display_record.h"
 #include "mervane/db_journal.h"
 
@@ -15,6 +16,9 @@ class DisplayCache {
     // Both are borrowed and outlive the cache. rowCount: how many rows the list has, as it was told.
     DisplayCache(DbJournal& journal, const DWORD& rowCount) : m_journal(journal), m_rowCount(rowCount) {}
 
+    // The list's columns: only what those that are shown show is read. Borrowed; null: every field. To be
+    // cleared when other ones are shown.
+    void SetColumns(const ColumnSet* columns) { m_columns = columns; }
     void Clear();
     // Makes ready for painting the rows from..to, whatever they are; to < from is no row. A block holds
     // capacity rows (at least kCacheRows): a wider hint is clipped.
@@ -40,6 +44,7 @@ class DisplayCache {
 
     DbJournal& m_journal;
     const DWORD& m_rowCount;
+    const ColumnSet* m_columns = nullptr;
     Block m_main;
     Block m_tail;
 };

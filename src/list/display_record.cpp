@@ -15,6 +15,20 @@ void FillLacking(DisplayRecord* record)
 
 } // namespace
 
+std::vector<CEPROPID> ShownProperties(const ColumnSet& columns)
+{
+    std::vector<CEPROPID> properties;
+    for (int i = 0; i < columns.shownCount; ++i) {
+        const Field* field = FieldOfColumn(columns.columns[static_cast<size_t>(i)].Property());
+        if (!field)
+            continue;
+        properties.push_back(field->id);
+        if (field->lackingAs)
+            properties.push_back(field->lackingAs);
+    }
+    return properties;
+}
+
 DisplayRecord FormatRecord(CEOID id, WORD count, const CEPROPVAL* properties, ValueTexts& texts)
 {
     DisplayRecord record;

@@ -3,7 +3,9 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
+#include "columns/column_set.h"
 #include "data/value_texts.h"
 
 constexpr int kImageNone = -1; // the record has no priority
@@ -16,6 +18,9 @@ struct DisplayRecord {
     int image = kImageNone;
     std::array<std::wstring, kPropertyCount> cells; // of each field
 };
+
+// What a row of the shown columns is made of. A body may be long, and is in few lists.
+std::vector<CEPROPID> ShownProperties(const ColumnSet& columns);
 
 // Formats a record's properties, in whatever order they come. Unknown ones, those flagged CEDB_PROPNOTFOUND
 // and null texts are passed over.

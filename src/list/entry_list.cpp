@@ -48,6 +48,7 @@ HWND EntryList::Create(HWND parent, ColumnSet* columns, DWORD style, int topOffs
     m_font = FitControlFont(m_list);
     SetImages();
     m_columns = columns;
+    m_cache.SetColumns(columns);
     LoadColumns(columns, m_session.settings, WorkArea().right);
     (void)InsertColumns(m_list, *columns);
     Place(topOffset);
@@ -259,6 +260,7 @@ ZColumn& EntryList::ColumnAt(int position)
 
 bool EntryList::BuildColumns()
 {
+    m_cache.Clear();
     if (!m_list || !InsertColumns(m_list, *m_columns))
         return false;
     Refresh();

@@ -88,6 +88,21 @@ class DamagedEntries : public EntryListTest {
     List m_ids;
 };
 
+// A row reads what its columns show, and no more.
+TEST_F(DamagedEntries, ShowTheirSubjectsUntilTheirBodiesAreShownToo)
+{
+    Damage({2});
+    EXPECT_EQ(Cell(2, 1), L"entry 2");
+    const int body = FindColumnByProperty(m_columns, PropertyNumber(kPropBody));
+    m_columns.columns[static_cast<size_t>(body)].Add(kColumnShown);
+    MoveColumn(&m_columns, body, m_columns.shownCount++);
+    ASSERT_TRUE(m_list.BuildColumns());
+    Paint();
+    EXPECT_EQ(Cell(2, 1), L"");
+    EXPECT_EQ(Cell(1, 1), L"entry 3");
+    EXPECT_EQ(Cell(1, 2), std::wstring(119, L'a'));
+}
+
 TEST_F(DamagedEntries, LoseTheirCategoriesWithoutTheOnesThatCannotBeRead)
 {
     Damage({2});
