@@ -12,12 +12,9 @@
 #include "mervane/file/folder_files.h"
 #include "mervane/file/store_path.h"
 #include "mervane/file/trouble.h"
-#include "settings/window_placement.h"
 #include "ui/dialog_in_front.h"
 #include "ui/launch.h"
 #include "ui/list_boxes.h"
-#include "ui/pictures/program_icon.h"
-#include "ui/screen/message_font.h"
 #include "ui/screen/scale.h"
 #include "ui/screen/work_area.h"
 #include "ui/session_end.h"
@@ -32,7 +29,6 @@ constexpr const wchar_t* kTitle = L"Address Book";
 constexpr int kMargin = 4;
 constexpr int kLabelWidth = 36;
 constexpr int kFindWidth = 220;
-constexpr int kAroundText = 8; // above and below the text of the box, together
 constexpr int kWindowWidth = 800;
 constexpr int kWindowHeight = 560;
 
@@ -56,41 +52,23 @@ std::wstring FailureText(const std::wstring& path, StoreTrouble trouble,
 
 } // namespace
 
-AddressWindow::~AddressWindow()
-{
-    if (m_window)
-        DestroyWindow(m_window);
-}
-
 bool AddressWindow::RegisterWindowClass(HINSTANCE instance)
 {
-    WNDCLASSW windowClass{};
-    windowClass.lpfnWndProc = WindowProcedure<AddressWindow>::Run;
-    windowClass.hInstance = instance;
-    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    windowClass.lpszMenuName = MAKEINTRESOURCEW(IDR_ADDRESS_MENU);
-    windowClass.lpszClassName = kAddressWindowClass;
-    return RegisterClassW(&windowClass) || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
+    return CompanionWindow::RegisterWindowClass(instance, kAddressWindowClass,
+                                                WindowProcedure<AddressWindow>::Run, IDR_ADDRESS_MENU);
 }
 
 bool AddressWindow::Create(HINSTANCE instance, Turn* turn)
 {
-    m_instance = instance;
     m_turn = turn;
     const std::wstring path = mervane::StorePath();
     if (IsLost(path)) {
         m_failure = GoneText(path, mervane::FileExists(path)) + kStartJournal;
         return false;
     }
-    m_hasSettings = m_settings.Open(kSettingsKey) != 0;
-    const std::optional<WindowPlace> left = LoadPlacement(m_settings);
-    m_leftMaximized = left && left->maximized;
-    const RECT place = left ? left->rect : MiddlePlace(kWindowWidth, kWindowHeight);
-    if (!CreateWindowExW(WS_EX_CONTROLPARENT, kAddressWindowClass, kTitle,
-                         WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top,
-                         place.right - place.left, place.bottom - place.top, nullptr, nullptr, instance,
-                         this)) {
+    OpenSettings(kSettingsKey);
+    if (!CompanionWindow::Create(instance, kAddressWindowClass, kTitle,
+                                 MiddlePlace(kWindowWidth, kWindowHeight), this)) {
         m_failure = L"The address book cannot be shown.";
         return false;
     }
@@ -123,23 +101,12 @@ void AddressWindow::TellNotKept() const
                     MB_OK | MB_ICONEXCLAMATION);
 }
 
-void AddressWindow::ShowFirst(int showCommand)
-{
-    ShowAsLeft(m_window, showCommand, m_leftMaximized);
-}
-
 LRESULT AddressWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
     case WM_CREATE: return OnCreate() ? 0 : -1;
-    case WM_SIZE: OnSize(); return 0;
-    case WM_DPICHANGED: OnResolutionChanged(*reinterpret_cast<const RECT*>(lParam)); return 0;
     case WM_SETFOCUS: SetFocus(m_focus ? m_focus : m_list); return 0;
-    case WM_ACTIVATE:
-        if (LOWORD(wParam) == WA_INACTIVE && IsChild(m_window, GetFocus()))
-            m_focus = GetFocus();
-        PassActivationOn(m_window, wParam);
-        return DefWindowProcW(m_window, message, wParam, lParam);
+    case WM_ACTIVATE: PassActivationOn(m_window, wParam); return OnFrameMessage(message, wParam, lParam);
     case WM_COMMAND:
         OnCommand(GET_WM_COMMAND_ID(wParam, lParam), GET_WM_COMMAND_CMD(wParam, lParam));
         return 0;
@@ -163,18 +130,8 @@ LRESULT AddressWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_QUERYENDSESSION: return AnswerSessionQuery(m_window);
     case WM_ENDSESSION: OnEndSession(wParam); return 0;
     case WM_DESTROY: OnDestroy(); return 0;
-    default: return DefWindowProcW(m_window, message, wParam, lParam);
+    default: return OnFrameMessage(message, wParam, lParam);
     }
-}
-
-HWND AddressWindow::MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, DWORD exStyle,
-                              int id)
-{
-    HWND child =
-        CreateWindowExW(exStyle, windowClass, text, style | WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, m_window,
-                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), m_instance, nullptr);
-    SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
-    return child;
 }
 
 bool AddressWindow::OnCreate()
@@ -189,36 +146,17 @@ bool AddressWindow::OnCreate()
     return m_findLabel && m_find && m_count && m_list;
 }
 
-void AddressWindow::MakeFonts()
+void AddressWindow::OnResolutionChanged(int dpiBefore)
 {
-    UniqueFont font = MakeMessageFont(m_window);
-    for (HWND child : {m_findLabel, m_find, m_count, m_list})
-        if (child)
-            SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
-    m_font = std::move(font);
-    m_textHeight = TextHeight(m_window, m_font.get());
-    m_smallIcon = SetProgramIcon(m_window, ICON_SMALL);
-    m_bigIcon = SetProgramIcon(m_window, ICON_BIG);
-    m_dpi = DpiOf(m_window);
-}
-
-void AddressWindow::OnResolutionChanged(const RECT& place)
-{
-    const int before = m_dpi;
-    MakeFonts();
-    RescaleColumns(m_list, before, m_dpi);
-    TakePlace(m_window, place);
-    OnSize();
-    InvalidateRect(m_window, nullptr, TRUE);
+    RescaleColumns(m_list, dpiBefore, DpiOf(m_window));
 }
 
 // The count gives way to the box, the box to nothing.
-void AddressWindow::OnSize()
+void AddressWindow::LayOut()
 {
     RECT client{};
     GetClientRect(m_window, &client);
-    const int margin = Scale(m_window, kMargin), label = Scale(m_window, kLabelWidth),
-              height = m_textHeight + Scale(m_window, kAroundText);
+    const int margin = Scale(m_window, kMargin), label = Scale(m_window, kLabelWidth), height = RowHeight();
     const int findLeft = margin + label;
     const int findWidth = std::max(
         0, std::min(Scale(m_window, kFindWidth), static_cast<int>(client.right) - findLeft - margin));
@@ -239,10 +177,8 @@ void AddressWindow::OnDestroy()
     if (!m_isLoaded)
         return;
     m_isLoaded = false;
-    if (m_hasSettings) {
-        SavePlacement(m_window, m_settings);
+    if (StorePlace())
         SaveColumnWidths(m_list, m_settings);
-    }
     m_contacts.Close();
     m_notKept = m_contacts.Trouble();
     PostQuitMessage(0);

@@ -11,24 +11,21 @@
 #include "addrbook/contact_dialog.h"
 #include "addrbook/contact_rows.h"
 #include "formats/vcard/contact.h"
+#include "frame/companion_window.h"
 #include "mervane/db_contacts.h"
 #include "mervane/file/turn.h"
-#include "settings/registry_store.h"
 #include "ui/gathered.h"
 #include "ui/window_procedure.h"
-#include "util/owners.h"
 
 namespace addrbook {
 
 constexpr const wchar_t* kAddressWindowClass = L"AddressBook";
 constexpr const wchar_t* kSettingsKey = L"Software\\Quillmarsh\\Address Book"; // under HKEY_CURRENT_USER
 
-class AddressWindow {
+class AddressWindow final : public CompanionWindow {
   public:
     AddressWindow() : m_rows(m_contacts) {}
-    AddressWindow(const AddressWindow&) = delete;
-    AddressWindow& operator=(const AddressWindow&) = delete;
-    ~AddressWindow();
+    ~AddressWindow() { DestroyIfThere(); }
 
     [[nodiscard]] static bool RegisterWindowClass(HINSTANCE instance);
     // Opens the contacts and makes the window where it was left, which is not shown yet. False when either
@@ -41,11 +38,7 @@ class AddressWindow {
     // Once the window is closed by a person: tells, if so, that its store was not in its place and no whole
     // copy was kept.
     void TellNotKept() const;
-    // Shows it where and as it was left.
-    void ShowFirst(int showCommand);
-    HWND Handle() const { return m_window; }
-    // A message of the thread's queue before anything else sees it; true when it is used up.
-    bool TranslateKey(const MSG& message);
+    bool TranslateKey(const MSG& message) override;
 
     // What the commands do once a file is chosen.
     void Import(const std::wstring& path);
@@ -55,9 +48,8 @@ class AddressWindow {
     friend class WindowProcedure<AddressWindow>;
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     bool OnCreate();
-    void OnSize();
-    void MakeFonts();
-    void OnResolutionChanged(const RECT& place);
+    void LayOut() override;
+    void OnResolutionChanged(int dpiBefore) override;
     void OnCommand(int id, WORD notification);
     LRESULT OnNotify(NMHDR* header);
     LRESULT OnListNotify(NMHDR* header);
@@ -78,7 +70,6 @@ class AddressWindow {
     bool MayReplace(const std::wstring& path);
 
     void MakeList();
-    HWND MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, DWORD exStyle, int id);
     // Reads the contacts again; the one with the identifier becomes the current one, or when it is 0 what was
     // selected stays.
     void Reload(CEOID current = 0);
@@ -93,27 +84,16 @@ class AddressWindow {
     SaveAnswer Save(HWND dialog, CEOID* id, vcard::Contact loaded, const vcard::Contact& contact);
     std::optional<SaveAnswer> SaveOver(CEOID* id, vcard::Contact* loaded, const vcard::Contact& contact);
 
-    RegistryStore m_settings;
-    bool m_hasSettings = false;
-    bool m_leftMaximized = false;
     bool m_isLoaded = false; // from the successful creation to the end of the window
     std::wstring m_failure;  // of the creation
     StoreTrouble m_notKept = StoreTrouble::None;
     DbContacts m_contacts;
     ContactRows m_rows;
-    HINSTANCE m_instance = nullptr;
     Turn* m_turn = nullptr; // during the creation
-    HWND m_window = nullptr;
     HWND m_find = nullptr;
     HWND m_findLabel = nullptr;
     HWND m_count = nullptr;
     HWND m_list = nullptr;
-    HWND m_focus = nullptr; // which child had it when the window was last left
-    UniqueFont m_font;
-    int m_textHeight = 0;
-    int m_dpi = 0; // that the contents are made for
-    UniqueIcon m_smallIcon;
-    UniqueIcon m_bigIcon;
     Gathered m_refresh{[this] { Reload(); }}; // for what other programs change
 };
 

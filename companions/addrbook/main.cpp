@@ -5,7 +5,6 @@
 #include "addrbook/resource.h"
 #include "mervane/file/store_path.h"
 #include "mervane/file/store_waiter.h"
-#include "ui/dialog_in_front.h"
 #include "ui/paint_wait.h"
 #include "ui/store_window.h"
 #include "ui/timer_faults.h"
@@ -13,25 +12,13 @@
 
 namespace {
 
-// A running copy's window over the same store, brought forward as large as it is; false when there is none.
-// No turn is held while the other copy answers.
-bool BringRunningCopyForward(uint64_t store, Turn& turn)
-{
-    HWND running = FindWindowOfStore(addrbook::kAddressWindowClass, store);
-    if (!IsWindow(running))
-        return false;
-    turn.End();
-    BringOtherForward(running, IsIconic(running) ? SW_RESTORE : SW_SHOW);
-    return true;
-}
-
 enum class Made { Here, Elsewhere, Failed };
 
 Made MakeWindow(HINSTANCE instance, int showCommand, addrbook::AddressWindow& window)
 {
     const uint64_t store = mervane::StoreNumber(mervane::StorePath());
     Turn turn = TurnForStore(L"AddressBook", store);
-    if (BringRunningCopyForward(store, turn))
+    if (BringRunningCopyForward(addrbook::kAddressWindowClass, store, SW_SHOW, turn))
         return Made::Elsewhere;
     if (!window.Create(instance, &turn))
         return Made::Failed;
@@ -43,17 +30,9 @@ Made MakeWindow(HINSTANCE instance, int showCommand, addrbook::AddressWindow& wi
 int Run(HINSTANCE instance, addrbook::AddressWindow& window)
 {
     HACCEL keys = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_ADDRESS_KEYS));
-    MSG message;
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        HWND main = window.Handle();
-        if (main && (window.TranslateKey(message) || TranslateAcceleratorW(main, keys, &message) ||
-                     IsDialogMessageW(main, &message)))
-            continue;
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
+    const int code = window.Run(keys);
     window.TellNotKept();
-    return static_cast<int>(message.wParam);
+    return code;
 }
 
 } // namespace

@@ -5,9 +5,7 @@
 
 #include "help/one_window.h"
 #include "help/resource.h"
-#include "settings/window_placement.h"
-#include "ui/pictures/program_icon.h"
-#include "ui/screen/message_font.h"
+#include "ui/dialog_in_front.h"
 #include "ui/screen/scale.h"
 #include "ui/screen/work_area.h"
 #include "ui/wine.h"
@@ -21,7 +19,6 @@ constexpr int kButtonWidth = 72;
 constexpr int kLabelWidth = 36;
 constexpr int kFindWidth = 180;
 constexpr int kNarrowestFind = 90;
-constexpr int kAroundText = 8; // above and below the text of the box, together
 constexpr int kNarrowestContents = 110;
 constexpr int kWidestContents = 260;
 constexpr int kWindowWidth = 860;
@@ -42,61 +39,28 @@ RECT FirstPlace()
 
 } // namespace
 
-HelpWindow::~HelpWindow()
-{
-    if (m_window)
-        DestroyWindow(m_window);
-}
-
 bool HelpWindow::RegisterWindowClass(HINSTANCE instance)
 {
-    WNDCLASSW windowClass{};
-    windowClass.lpfnWndProc = WindowProcedure<HelpWindow>::Run;
-    windowClass.hInstance = instance;
-    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    windowClass.lpszMenuName = MAKEINTRESOURCEW(IDR_HELP_MENU);
-    windowClass.lpszClassName = kHelpWindowClass;
-    return RegisterClassW(&windowClass) || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
+    return CompanionWindow::RegisterWindowClass(instance, kHelpWindowClass, WindowProcedure<HelpWindow>::Run,
+                                                IDR_HELP_MENU);
 }
 
 bool HelpWindow::Create(HINSTANCE instance)
 {
-    m_instance = instance;
-    m_hasSettings = m_settings.Open(kSettingsKey) != 0;
-    const std::optional<WindowPlace> left = LoadPlacement(m_settings);
-    m_leftMaximized = left && left->maximized;
-    const RECT place = left ? left->rect : FirstPlace();
-    if (!CreateWindowExW(WS_EX_CONTROLPARENT, kHelpWindowClass, L"Journal Help",
-                         WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top,
-                         place.right - place.left, place.bottom - place.top, nullptr, nullptr, instance,
-                         this))
+    OpenSettings(kSettingsKey);
+    if (!CompanionWindow::Create(instance, kHelpWindowClass, L"Journal Help", FirstPlace(), this))
         return false;
     // A window that is not seen yet has not been told its size, and a text without any is broken into lines
     // twice.
-    OnSize();
+    LayOut();
     return true;
-}
-
-void HelpWindow::ShowFirst(int showCommand)
-{
-    ShowAsLeft(m_window, showCommand, m_leftMaximized);
 }
 
 LRESULT HelpWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
     case WM_CREATE: return OnCreate() ? 0 : -1;
-    case WM_SIZE:
-        if (wParam != SIZE_MINIMIZED)
-            OnSize();
-        return 0;
-    case WM_DPICHANGED: OnResolutionChanged(*reinterpret_cast<const RECT*>(lParam)); return 0;
     case WM_SETFOCUS: OnSetFocus(); return 0;
-    case WM_ACTIVATE:
-        if (LOWORD(wParam) == WA_INACTIVE && IsChild(m_window, GetFocus()))
-            m_focus = GetFocus();
-        return DefWindowProcW(m_window, message, wParam, lParam);
     case WM_COMMAND: OnCommand(LOWORD(wParam)); return 0;
     case WM_NOTIFY: return OnNotify(reinterpret_cast<NMHDR*>(lParam));
     case WM_INITMENUPOPUP: EnableCommands(); return 0;
@@ -105,18 +69,8 @@ LRESULT HelpWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_TIMER: StayForward(wParam); return 0;
     case WM_APPCOMMAND: return OnAppCommand(lParam);
     case WM_DESTROY: OnDestroy(); return 0;
-    default: return DefWindowProcW(m_window, message, wParam, lParam);
+    default: return OnFrameMessage(message, wParam, lParam);
     }
-}
-
-HWND HelpWindow::MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, DWORD exStyle,
-                           int id)
-{
-    HWND child =
-        CreateWindowExW(exStyle, windowClass, text, style | WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, m_window,
-                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), m_instance, nullptr);
-    SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
-    return child;
 }
 
 bool HelpWindow::MakeRow()
@@ -136,29 +90,14 @@ bool HelpWindow::MakePanes()
         !m_contents.Create(m_window, IDC_CONTENTS) || !MakeChild(L"STATIC", L"Topic", 0, 0, IDC_TEXT_LABEL) ||
         !m_text.Create(m_window, IDC_TEXT))
         return false;
-    SendMessageW(m_contents.Handle(), WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
+    GiveFont(m_contents.Handle());
     return true;
 }
 
-void HelpWindow::MakeFonts()
+// What is asked of the pane is its own resolution.
+void HelpWindow::OnResolutionChanged(int)
 {
-    UniqueFont font = MakeMessageFont(m_window);
-    for (HWND child : {m_back, m_forward, m_findLabel, m_find, m_status, m_contents.Handle()})
-        if (child)
-            SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
-    m_font = std::move(font);
-    m_textHeight = TextHeight(m_window, m_font.get());
-    m_smallIcon = SetProgramIcon(m_window, ICON_SMALL);
-    m_bigIcon = SetProgramIcon(m_window, ICON_BIG);
-}
-
-void HelpWindow::OnResolutionChanged(const RECT& place)
-{
-    MakeFonts();
     m_text.OnResolutionChanged();
-    TakePlace(m_window, place);
-    OnSize();
-    InvalidateRect(m_window, nullptr, TRUE);
 }
 
 bool HelpWindow::OnCreate()
@@ -175,7 +114,7 @@ bool HelpWindow::OnCreate()
 void HelpWindow::PlaceRow(int width)
 {
     const auto scaled = [this](int pixels) { return Scale(m_window, pixels); };
-    const int margin = scaled(kMargin), height = m_textHeight + scaled(kAroundText);
+    const int margin = scaled(kMargin), height = RowHeight();
     int left = margin;
     const auto place = [&](HWND child, int childWidth) {
         MoveWindow(child, left, margin, std::max(0, std::min(childWidth, width - left - margin)), height,
@@ -189,14 +128,14 @@ void HelpWindow::PlaceRow(int width)
     place(m_status, width);
 }
 
-void HelpWindow::OnSize()
+void HelpWindow::LayOut()
 {
     RECT client{};
     GetClientRect(m_window, &client);
     const auto scaled = [this](int pixels) { return Scale(m_window, pixels); };
     const int width = client.right, margin = scaled(kMargin);
     PlaceRow(width);
-    const int top = m_textHeight + scaled(kAroundText) + 2 * margin;
+    const int top = RowHeight() + 2 * margin;
     const int height = std::max(0, static_cast<int>(client.bottom) - top);
     const int contents =
         std::min(std::clamp(width * 3 / 10, scaled(kNarrowestContents), scaled(kWidestContents)), width);
@@ -207,10 +146,8 @@ void HelpWindow::OnSize()
 
 void HelpWindow::OnDestroy()
 {
-    if (m_hasSettings) {
-        SavePlacement(m_window, m_settings);
+    if (StorePlace())
         m_settings.SetNumber(kSettings, kZoomSetting, static_cast<DWORD>(m_text.Zoom()));
-    }
     PostQuitMessage(0);
 }
 
@@ -241,9 +178,7 @@ LRESULT HelpWindow::OnHandedOver(const COPYDATASTRUCT* data)
 
 void HelpWindow::ComeForward()
 {
-    if (IsIconic(m_window))
-        ShowWindow(m_window, SW_RESTORE);
-    SetForegroundWindow(GetLastActivePopup(m_window));
+    BringForward(m_window, SW_SHOW);
 }
 
 // In a message that was posted. Within the one that was sent the other program would wait for the page, and

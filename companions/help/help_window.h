@@ -9,35 +9,29 @@
 #include <string>
 #include <vector>
 
+#include "frame/companion_window.h"
 #include "help/contents_pane.h"
 #include "help/help_book.h"
 #include "help/help_request.h"
 #include "help/history.h"
 #include "help/page/find_in_topics.h"
 #include "help/text_pane.h"
-#include "settings/registry_store.h"
 #include "ui/window_procedure.h"
-#include "util/owners.h"
 
 namespace help {
 
 constexpr const wchar_t* kSettingsKey = L"Software\\Quillmarsh\\Help"; // under HKEY_CURRENT_USER
 
-class HelpWindow {
+class HelpWindow final : public CompanionWindow {
   public:
     // program is the full path of the program, beside which the help lies.
     explicit HelpWindow(std::wstring program) : m_program(std::move(program)) {}
-    HelpWindow(const HelpWindow&) = delete;
-    HelpWindow& operator=(const HelpWindow&) = delete;
-    ~HelpWindow();
+    ~HelpWindow() { DestroyIfThere(); }
 
     [[nodiscard]] static bool RegisterWindowClass(HINSTANCE instance);
     // Makes the window where it was left, which is not shown yet; false when that fails.
     [[nodiscard]] bool Create(HINSTANCE instance);
-    void ShowFirst(int showCommand);
-    HWND Handle() const { return m_window; }
-    // A message of the thread's queue before anything else sees it; true when it is used up.
-    bool TranslateKey(const MSG& message);
+    bool TranslateKey(const MSG& message) override;
 
     // Opens the file and the topic, or says that there is none.
     void Show(const HelpRequest& request);
@@ -52,9 +46,8 @@ class HelpWindow {
     bool OnCreate();
     bool MakeRow();
     bool MakePanes();
-    void OnSize();
-    void MakeFonts();
-    void OnResolutionChanged(const RECT& place);
+    void LayOut() override;
+    void OnResolutionChanged(int dpiBefore) override;
     void OnCommand(int id);
     LRESULT OnNotify(NMHDR* header);
     LRESULT OnHandedOver(const COPYDATASTRUCT* data);
@@ -67,7 +60,6 @@ class HelpWindow {
     void OnSetFocus();
     void OnEnter();
 
-    HWND MakeChild(const wchar_t* windowClass, const wchar_t* text, DWORD style, DWORD exStyle, int id);
     void PlaceRow(int width);
     void EnableCommands();
     void SayStatus(const std::wstring& text);
@@ -92,14 +84,9 @@ class HelpWindow {
     void Print(std::vector<Block> blocks);
 
     std::wstring m_program;
-    RegistryStore m_settings;
-    bool m_hasSettings = false;
-    bool m_leftMaximized = false;
     HelpBook m_book;
     History m_history;
     std::optional<size_t> m_topic;
-    HINSTANCE m_instance = nullptr;
-    HWND m_window = nullptr;
     HWND m_back = nullptr;
     HWND m_forward = nullptr;
     HWND m_findLabel = nullptr;
@@ -109,11 +96,6 @@ class HelpWindow {
     TextPane m_text;
     std::vector<HelpRequest> m_asked; // by other programs, and not yet shown
     int m_forwardLooks = 0;           // that are still to come
-    HWND m_focus = nullptr;           // which child had it when the window was last left
-    UniqueFont m_font;
-    int m_textHeight = 0;
-    UniqueIcon m_smallIcon;
-    UniqueIcon m_bigIcon;
 };
 
 } // namespace help

@@ -30,21 +30,6 @@ bool HandOverOrOpen(help::HelpWindow& window, const help::HelpRequest& request, 
     return true;
 }
 
-int Run(HINSTANCE instance, help::HelpWindow& window)
-{
-    HACCEL keys = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_HELP_KEYS));
-    MSG message;
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        HWND main = window.Handle();
-        if (main && (TranslateAcceleratorW(main, keys, &message) || window.TranslateKey(message) ||
-                     IsDialogMessageW(main, &message)))
-            continue;
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
-    }
-    return static_cast<int>(message.wParam);
-}
-
 } // namespace
 
 // The command line is taken whole from the system: a program that starts the help gives the topic alone, and
@@ -61,5 +46,5 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand)
     if (!HandOverOrOpen(window, help::InFull(help::RequestOf(GetCommandLineW(), program)), instance,
                         showCommand))
         return 0;
-    return Run(instance, window);
+    return window.Run(LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_HELP_KEYS)));
 }

@@ -22,7 +22,7 @@ PLACES = {
     'columns': (3, 8), 'filter': (1, 9), 'editor': (2, 9), 'list': (3, 10), 'options': (0.5, 10),
     'find': (2, 11), 'export': (3, 11), 'app': (2, 12),
     'formats/text': (5, 1), 'formats/vcard': (5, 2), 'addrbook/transfer': (5.55, 7), 'addrbook': (5, 8),
-    'launcher': (6, 1), 'help/page': (6, 4), 'help': (6, 5),
+    'frame': (5, 5), 'launcher': (6, 1), 'help/page': (6, 4), 'help': (6, 5),
 }
 GROUND = 'util'
 RESOURCES = 'res'
@@ -31,7 +31,7 @@ PITCH_X, PITCH_Y, WIDTH, HEIGHT, MARGIN = 138, 52, 124, 28, 14
 
 FAMILIES = [  # the first that fits the name
     ('mervane', 'store'), ('ui', 'ui'), ('addrbook', 'companion'), ('help', 'companion'), ('launcher', 'companion'),
-    ('formats', 'ground'), ('util', 'ground'), ('res', 'ground'), ('settings', 'ui'), ('', 'journal'),
+    ('frame', 'companion'), ('formats', 'ground'), ('util', 'ground'), ('res', 'ground'), ('settings', 'ui'), ('', 'journal'),
 ]
 STYLE = """
   .page { fill: #ffffff }

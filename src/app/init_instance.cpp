@@ -8,7 +8,6 @@
 #include "mervane/file/store_path.h"
 #include "options/password.h"
 #include "res/resource.h"
-#include "ui/dialog_in_front.h"
 #include "ui/pictures/program_icon.h"
 #include "ui/store_window.h"
 #include "ui/taken_message.h"
@@ -17,22 +16,10 @@ namespace {
 
 constexpr const wchar_t* kProgram = L"Journal";
 
-// A running copy's window over the same store, brought forward; false when there is none. No turn is held
-// while the other copy answers.
-bool BringRunningCopyForward(uint64_t store, Turn& turn)
-{
-    HWND running = FindWindowOfStore(kMainWindowClass, store);
-    if (!IsWindow(running))
-        return false;
-    turn.End();
-    BringOtherForward(running, SW_SHOWNORMAL);
-    return true;
-}
-
 bool IsRunning(uint64_t store)
 {
     Turn turn = TurnForStore(kMainWindowClass, store);
-    return BringRunningCopyForward(store, turn);
+    return BringRunningCopyForward(kMainWindowClass, store, SW_SHOWNORMAL, turn);
 }
 
 bool InitControls()
@@ -111,7 +98,7 @@ int JournalApp::InitInstance(HINSTANCE instance, int showCommand)
 JournalApp::Made JournalApp::MakeMainWindow(uint64_t store)
 {
     Turn turn = TurnForStore(kMainWindowClass, store);
-    if (BringRunningCopyForward(store, turn))
+    if (BringRunningCopyForward(kMainWindowClass, store, SW_SHOWNORMAL, turn))
         return Made::Elsewhere;
     if (m_hasTried)
         ConstructMainWindow();

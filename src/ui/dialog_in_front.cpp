@@ -137,7 +137,7 @@ void PassActivationOn(HWND window, WPARAM state)
 
 void BringForward(HWND window, int showCommand)
 {
-    ShowWindow(window, showCommand);
+    ShowWindow(window, showCommand == SW_SHOW && IsIconic(window) ? SW_RESTORE : showCommand);
     HWND dialog = DialogInFront(window);
     SetForegroundWindow(dialog ? dialog : window);
     UpdateWindow(window);

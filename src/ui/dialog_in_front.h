@@ -38,6 +38,6 @@ void EndAnyMenu();
 // For a WM_ACTIVATE, whose wParam it takes: where a disabled window is made the active one, the dialog in
 // front of it is, a moment later.
 void PassActivationOn(HWND window, WPARAM state);
-// Shows the window as the command says and brings it, or the dialog in front of it, to the foreground. It may
-// be another program's.
+// Shows the window as the command says, where SW_SHOW leaves it as large as it is and takes it out of the
+// task bar, and brings it, or the dialog in front of it, to the foreground. It may be another program's.
 void BringForward(HWND window, int showCommand);

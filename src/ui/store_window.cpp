@@ -56,3 +56,13 @@ HWND FindWindowOfStore(const wchar_t* windowClass, uint64_t store)
     }
     return nullptr;
 }
+
+bool BringRunningCopyForward(const wchar_t* windowClass, uint64_t store, int showCommand, Turn& turn)
+{
+    HWND running = FindWindowOfStore(windowClass, store);
+    if (!IsWindow(running))
+        return false;
+    turn.End();
+    BringOtherForward(running, showCommand);
+    return true;
+}

@@ -18,6 +18,10 @@ void SetStoreOfWindow(HWND window, uint64_t store, Turn* turn = nullptr);
 // The main window of the class that shows the store; one that does not say which store it shows counts too.
 // Null when there is none.
 HWND FindWindowOfStore(const wchar_t* windowClass, uint64_t store);
-// Brings another copy's window forward as the command says. One that is still being made comes forward by
-// itself, and does not answer yet; a box that it shows comes forward instead.
+// Brings another copy's window forward as the command says (BringForward). One that is still being made comes
+// forward by itself, and does not answer yet; a box that it shows comes forward instead.
 void BringOtherForward(HWND window, int showCommand);
+// The same with the window of a copy that runs over the store; false when there is none. The turn ends first,
+// so that none is held while the other copy answers.
+[[nodiscard]] bool BringRunningCopyForward(const wchar_t* windowClass, uint64_t store, int showCommand,
+                                           Turn& turn);

@@ -91,4 +91,18 @@ TEST(StoreWindow, OneThatIsBeingMadeIsLeftAlone)
     EXPECT_FALSE(IsIconic(window.Handle()));
 }
 
+TEST(StoreWindow, ComesForwardAsLargeAsItIs)
+{
+    const TestParent window;
+    SetStoreOfWindow(window.Handle(), 17);
+    Turn none = TurnForStore(L"Test", 18), turn = TurnForStore(L"Test", 17);
+    EXPECT_FALSE(BringRunningCopyForward(kClass, 18, SW_SHOW, none));
+    ShowWindow(window.Handle(), SW_MAXIMIZE);
+    EXPECT_TRUE(BringRunningCopyForward(kClass, 17, SW_SHOW, turn));
+    EXPECT_TRUE(IsZoomed(window.Handle()));
+    ShowWindow(window.Handle(), SW_MINIMIZE);
+    EXPECT_TRUE(BringRunningCopyForward(kClass, 17, SW_SHOW, turn));
+    EXPECT_FALSE(IsIconic(window.Handle()));
+}
+
 } // namespace
