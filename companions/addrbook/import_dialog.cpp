@@ -22,6 +22,18 @@ void AppendValue(std::wstring& out, const wchar_t* label, const std::string& val
     out.append(label).append(L"\t").append(text).append(L"\r\n");
 }
 
+// Each field's name, then what is there now and what it would be.
+std::wstring ChangesText(const std::vector<FieldChange>& changes)
+{
+    std::wstring text;
+    for (const FieldChange& change : changes) {
+        text.append(text.empty() ? L"" : L"\r\n").append(change.field).append(L"\r\n");
+        AppendValue(text, L"    now", change.before);
+        AppendValue(text, L"    then", change.after);
+    }
+    return text;
+}
+
 class ImportDialog : public Dialog {
   public:
     explicit ImportDialog(const ImportQuestion& question) : m_question(question) {}
@@ -75,17 +87,6 @@ bool ImportDialog::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT*)
 }
 
 } // namespace
-
-std::wstring ChangesText(const std::vector<FieldChange>& changes)
-{
-    std::wstring text;
-    for (const FieldChange& change : changes) {
-        text.append(text.empty() ? L"" : L"\r\n").append(change.field).append(L"\r\n");
-        AppendValue(text, L"    now", change.before);
-        AppendValue(text, L"    then", change.after);
-    }
-    return text;
-}
 
 ImportAnswer AskAboutCard(HINSTANCE instance, HWND owner, const ImportQuestion& question)
 {

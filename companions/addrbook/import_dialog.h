@@ -9,7 +9,4 @@ namespace addrbook {
 
 ImportAnswer AskAboutCard(HINSTANCE instance, HWND owner, const ImportQuestion& question);
 
-// The changes as the window shows them: each field's name, then what is there now and what it would be.
-std::wstring ChangesText(const std::vector<FieldChange>& changes);
-
 } // namespace addrbook

@@ -35,7 +35,6 @@ class TextPane {
     TextRange Selection() const;
     // The first place that is in sight.
     size_t FirstVisible() const;
-    void ScrollTo(size_t place);
 
     // As the person has chosen it, whatever the resolution is.
     int Zoom() const;
@@ -45,6 +44,7 @@ class TextPane {
 
   private:
     void Load();
+    void ScrollTo(size_t place);
     void MarkLinks();
     int WidestColumnNow() const;
     int ControlsZoom() const;
