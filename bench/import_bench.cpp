@@ -7,7 +7,8 @@
 #include "addrbook/transfer/import_job.h"
 #include "bare_store.h"
 #include "figures.h"
-#include "formats/vcard/vcard_contact.h"
+#include "formats/vcard/contact.h"
+#include "formats/vcard/writer.h"
 #include "measure.h"
 #include "report.h"
 #include "stores.h"
@@ -16,7 +17,7 @@ namespace bench {
 
 namespace {
 
-using addrbook::Contact;
+using vcard::Contact;
 
 constexpr int kCards = 10'000;
 
@@ -44,7 +45,7 @@ class CardFile {
   public:
     explicit CardFile(bool isForeign) : m_path(StorePath(0) + (isForeign ? L"-foreign.vcf" : L".vcf"))
     {
-        addrbook::OutputFile file;
+        text::OutputFile file;
         std::string text;
         for (int i = 0; i < kCards; ++i)
             text += CardText(i, isForeign);
@@ -59,15 +60,15 @@ class CardFile {
     // What the import makes of it: the fields that the bare statements write.
     std::vector<Contact> Contacts() const
     {
-        addrbook::InputFile file;
+        text::InputFile file;
         if (!file.Open(m_path))
             Fail("cannot read the cards");
-        addrbook::VCardReader reader([&](char* buffer, size_t size) { return file.Read(buffer, size); });
+        vcard::Reader reader([&](char* buffer, size_t size) { return file.Read(buffer, size); });
         std::vector<Contact> contacts;
-        addrbook::VCard card;
+        vcard::Card card;
         Contact contact;
         while (reader.Next(&card))
-            if (addrbook::ContactReader().Read(card, &contact))
+            if (vcard::ContactReader().Read(card, &contact))
                 contacts.push_back(contact);
         return contacts;
     }
@@ -137,7 +138,7 @@ constexpr const char* kInsert = "INSERT INTO contacts(file_as, first_name, last_
 
 void InsertBare(sqlite3_stmt* statement, const Contact& contact)
 {
-    for (size_t i = 0; i < addrbook::kFieldCount; ++i) {
+    for (size_t i = 0; i < vcard::kFieldCount; ++i) {
         const std::string& text = contact.texts[i];
         if (text.empty())
             sqlite3_bind_null(statement, static_cast<int>(i) + 1);
@@ -169,12 +170,12 @@ double TimeBare(const std::vector<Contact>& contacts)
 Contact ContactOfPhones(int phones)
 {
     Contact contact;
-    contact[addrbook::Field::FileAs] = "x";
+    contact[vcard::Field::FileAs] = "x";
     for (int i = 0; i < phones; ++i) {
         const std::string number = "+49 30 " + std::to_string(1'000'000 + i);
-        contact[addrbook::Field::Phones] += number + "\n";
+        contact[vcard::Field::Phones] += number + "\n";
         if (i % 2)
-            contact[addrbook::Field::Extra] += "TEL;PREF=1:" + number + "\n";
+            contact[vcard::Field::Extra] += "TEL;PREF=1:" + number + "\n";
     }
     return contact;
 }
@@ -183,7 +184,7 @@ double TimeCard(const Contact& contact)
 {
     const Stopwatch watch;
     std::string card;
-    addrbook::AppendCard(card, contact);
+    vcard::AppendCard(card, contact);
     return watch.Microseconds();
 }
 
