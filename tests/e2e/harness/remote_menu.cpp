@@ -14,6 +14,15 @@ template <typename Handle> uint64_t Number(Handle handle)
     return reinterpret_cast<uint64_t>(handle);
 }
 
+// Whether the loop of a menu runs in the window's thread.
+bool IsInMenu(HWND window)
+{
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    return GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info) &&
+           (info.flags & GUI_INMENUMODE) != 0;
+}
+
 } // namespace
 
 RemoteMenu::RemoteMenu(HWND owner, HMENU menu) : m_owner(owner), m_process(ProcessOf(owner)), m_menu(menu) {}
@@ -85,9 +94,15 @@ RemoteMenu MenuBarOf(HWND window)
                                   CallInProcess(process.get(), L"user32.dll", "GetMenu", {Number(window)})));
 }
 
+// It is shown a moment before its loop runs, and until then forgets that it was told to end.
 HWND WaitForPopup(DWORD process, DWORD limit)
 {
-    return WaitForWindow([&] { return FindTopWindow(process, kPopupClass); }, limit);
+    return WaitForWindow(
+        [&]() -> HWND {
+            HWND popup = FindTopWindow(process, kPopupClass);
+            return popup && IsInMenu(popup) ? popup : nullptr;
+        },
+        limit);
 }
 
 RemoteMenu MenuOfPopup(HWND popup)
