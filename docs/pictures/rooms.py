@@ -22,7 +22,7 @@ PLACES = {
     'columns': (3, 8), 'filter': (1, 9), 'editor': (2, 9), 'list': (3, 10), 'options': (0.5, 10),
     'find': (2, 11), 'export': (3, 11), 'app': (2, 12),
     'formats/text': (5, 1), 'formats/vcard': (5, 2), 'addrbook/transfer': (5.55, 7), 'addrbook': (5, 8),
-    'frame': (5, 5), 'launcher': (6, 1), 'help/page': (6, 4), 'help': (6, 5),
+    'frame': (5, 5), 'launcher': (6, 1), 'help/page': (6, 4), 'help': (6, 6),
 }
 GROUND = 'util'
 RESOURCES = 'res'
