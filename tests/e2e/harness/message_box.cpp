@@ -1,5 +1,6 @@
 #include "e2e/harness/message_box.h"
 
+#include "e2e/harness/process_state.h"
 #include "e2e/harness/remote_window.h"
 
 namespace {
@@ -46,7 +47,10 @@ bool IsMessageBox(HWND window)
 
 RemoteMessageBox WaitForMessageBox(DWORD process, DWORD limit)
 {
-    return RemoteMessageBox(WaitForWindow([&] { return BoxOf(process); }, limit));
+    HWND box = WaitForWindow([&] { return BoxOf(process); }, limit);
+    if (!box)
+        PrintStateOf(process);
+    return RemoteMessageBox(box);
 }
 
 bool HasMessageBox(DWORD process)

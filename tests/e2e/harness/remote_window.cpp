@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "e2e/harness/message_box.h"
+#include "e2e/harness/process_state.h"
 #include "util/owners.h"
 
 namespace {
@@ -39,6 +40,14 @@ HWND SearchTopWindows(DWORD process, const std::function<bool(HWND)>& matches)
     }};
     EnumWindows(SearchStep, reinterpret_cast<LPARAM>(&search));
     return search.found;
+}
+
+HWND WaitForWindowOf(DWORD process, const std::function<bool(HWND)>& matches, DWORD limit)
+{
+    HWND window = WaitForWindow([&] { return SearchTopWindows(process, matches); }, limit);
+    if (!window)
+        PrintStateOf(process);
+    return window;
 }
 
 HWND SearchChildren(HWND window, const std::function<bool(HWND)>& matches)
@@ -95,13 +104,13 @@ std::vector<HWND> VisibleWindows(const wchar_t* windowClass)
 HWND WaitForDialog(DWORD process, const wchar_t* title, DWORD limit)
 {
     const auto matches = [&](HWND window) { return IsPlainDialog(window) && TextOf(window) == title; };
-    return WaitForWindow([&] { return SearchTopWindows(process, matches); }, limit);
+    return WaitForWindowOf(process, matches, limit);
 }
 
 HWND WaitForDialogWith(DWORD process, int controlId, DWORD limit)
 {
     const auto matches = [&](HWND window) { return IsPlainDialog(window) && Control(window, controlId); };
-    return WaitForWindow([&] { return SearchTopWindows(process, matches); }, limit);
+    return WaitForWindowOf(process, matches, limit);
 }
 
 bool WaitUntilGone(HWND window, DWORD limit)
