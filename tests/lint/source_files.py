@@ -31,6 +31,7 @@ def matching_lines(paths, pattern):
 
 def report(problems):
     """Prints the problems; the exit status that a check ends with."""
-    for problem in problems:
+    found = list(problems)
+    for problem in found:
         print(problem)
-    return 1 if problems else 0
+    return 1 if found else 0

@@ -1,24 +1,16 @@
-#!/usr/bin/env python3
-"""What the documents point at: links, tests, files of the tree, and the picture of the rooms. Prints what leads nowhere.
-
-    python3 docs/check.py"""
-import pathlib
+"""What the documents point at is there: links, tests, files of the tree; and the picture of the rooms is today's."""
 import re
 import subprocess
 import sys
 
-ROOT = pathlib.Path(__file__).resolve().parents[1]
+from source_files import CODE, ROOT, files, name, report
+
 LINK = re.compile(r'\]\(([^)#\s]*)(?:#([^)\s]*))?\)')
 TEST_NAME = re.compile(r'`([A-Z]\w+)\.(\w*\*?)`')
 PATH = re.compile(r'`((?:src|tests|companions|cmake|docs|scripts|bench|tools|help)/[\w/.-]+\.\w+)`')
 TEST = re.compile(r'^TEST(?:_F|_P)?\(\s*(\w+),\s*(\w+)', re.MULTILINE)
 ENDINGS = {'cpp', 'db', 'exe', 'h', 'htm', 'md', 'py', 'txt'}
 EXAMPLES = re.compile(r'ROOM|NAME|/X|_vN')
-
-
-def files():
-    listed = subprocess.run(['git', '-C', ROOT, 'ls-files'], capture_output=True, text=True, check=True)
-    return [ROOT / name for name in listed.stdout.splitlines()]
 
 
 def anchors(document):
@@ -36,30 +28,29 @@ def broken_links(document, text):
 
 
 def missing_tests(text, tests):
-    for suite, name in TEST_NAME.findall(text):
-        wanted = re.compile(re.escape(f'{suite}.{name}').replace(r'\*', '.*') + '$')
-        if name not in ENDINGS and not any(wanted.match(test) for test in tests):
-            yield f'{suite}.{name}'
+    for suite, test in TEST_NAME.findall(text):
+        wanted = re.compile(re.escape(f'{suite}.{test}').replace(r'\*', '.*') + '$')
+        if test not in ENDINGS and not any(wanted.match(known) for known in tests):
+            yield f'{suite}.{test}'
 
 
 def missing_files(text):
     return [path for path in PATH.findall(text) if not EXAMPLES.search(path) and not (ROOT / path).exists()]
 
 
-def main():
-    tree = [path for path in files() if path.exists()]
-    sources = [path for path in tree if path.suffix in ('.cpp', '.h') and 'tests' in path.parts]
-    tests = {'.'.join(names) for path in sources for names in TEST.findall(path.read_text(encoding='utf-8'))}
-    found = []
-    for document in (path for path in tree if path.suffix == '.md'):
+def tests_of_the_tree():
+    sources = files(CODE, ['tests', 'bench'])
+    return {'.'.join(names) for path in sources for names in TEST.findall(path.read_text(encoding='utf-8'))}
+
+
+def what_leads_nowhere():
+    tests = tests_of_the_tree()
+    for document in files({'.md'}):
         text = document.read_text(encoding='utf-8')
         for wrong in [*broken_links(document, text), *missing_tests(text, tests), *missing_files(text)]:
-            found.append(f'{document.relative_to(ROOT)}: {wrong}')
+            yield f'{name(document)}: {wrong}'
     if subprocess.run([sys.executable, '-B', ROOT / 'docs/pictures/rooms.py', '--check'], check=False).returncode:
-        found.append('docs/pictures/rooms.svg is not of the declarations: python3 docs/pictures/rooms.py')
-    print('\n'.join(found) or 'all lead somewhere')
-    return 1 if found else 0
+        yield 'docs/pictures/rooms.svg is not of the declarations: python3 docs/pictures/rooms.py'
 
 
-if __name__ == '__main__':
-    sys.exit(main())
+sys.exit(report(what_leads_nowhere()))
