@@ -34,7 +34,7 @@ TEST_F(MainWindowTest, AboutShowsTheProgramAndTheBuild)
         bold = font.lfWeight == FW_BOLD;
         SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
     });
-    Command(160);
+    Command(CMD_ABOUT);
     ASSERT_TRUE(driver.Ran());
     EXPECT_EQ(title, L"About Journal");
     EXPECT_EQ(product, L"Kelvra Journal");
@@ -64,7 +64,7 @@ TEST_F(MainWindowTest, AboutShowsItsNameWholeInTheMiddle)
         EXPECT_GT(name.cy, platform.cy);
         SendMessageW(dialog, WM_COMMAND, IDOK, 0);
     });
-    Command(160);
+    Command(CMD_ABOUT);
     ASSERT_TRUE(driver.Ran());
     EXPECT_TRUE(IsWindowEnabled(owner));
 }
@@ -80,7 +80,7 @@ TEST_P(AboutAnswer, ClosesItAndDeletesItsFont)
         EXPECT_EQ(GetObjectType(font), DWORD{OBJ_FONT});
         SendMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(GetParam()), 0);
     });
-    Command(160);
+    Command(CMD_ABOUT);
     ASSERT_TRUE(driver.Ran());
     EXPECT_EQ(GetObjectType(font), 0u);
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "res/resource.h"
 #include "support/command_line_file.h"
 #include "support/import_watch.h"
 #include "support/test_store.h"
@@ -31,13 +32,13 @@ TEST_P(Companions, AMissingProgramIsToldInABox)
     EXPECT_EQ(answerer.Boxes()[0].answers, (std::vector{IDOK, IDCANCEL}));
 }
 
-INSTANTIATE_TEST_SUITE_P(All, Companions,
-                         testing::Values(Failure{110, L"Error starting Calendar", L"Calendar not found"},
-                                         Failure{111, L"Error starting Address Book", L"Addrbook not found"},
-                                         Failure{112, L"Error starting Inbox", L"Pmail.exe not found"},
-                                         Failure{113, L"Error starting Tasks", L"Tasks.exe not found"},
-                                         Failure{125, L"Error starting explorer",
-                                                 L"iexplorm.exe not found"}));
+INSTANTIATE_TEST_SUITE_P(
+    All, Companions,
+    testing::Values(Failure{CMD_CALENDAR, L"Error starting Calendar", L"Calendar not found"},
+                    Failure{CMD_CONTACTS, L"Error starting Address Book", L"Addrbook not found"},
+                    Failure{CMD_INBOX, L"Error starting Inbox", L"Pmail.exe not found"},
+                    Failure{CMD_TASKS, L"Error starting Tasks", L"Tasks.exe not found"},
+                    Failure{CMD_MY_HANDHELD, L"Error starting explorer", L"iexplorm.exe not found"}));
 
 TEST(CompanionOf, NamesTheProgramAndItsCommandLine)
 {
@@ -45,17 +46,19 @@ TEST(CompanionOf, NamesTheProgramAndItsCommandLine)
         UINT command;
         const wchar_t* program;
     };
-    const Wanted wanted[] = {
-        {110, L"calendar.exe"}, {111, L"addrbook.exe"}, {112, L"pmail.exe"}, {113, L"tasks.exe"}};
+    const Wanted wanted[] = {{CMD_CALENDAR, L"calendar.exe"},
+                             {CMD_CONTACTS, L"addrbook.exe"},
+                             {CMD_INBOX, L"pmail.exe"},
+                             {CMD_TASKS, L"tasks.exe"}};
     for (const Wanted& entry : wanted) {
         const Companion* companion = CompanionOf(entry.command);
         ASSERT_NE(companion, nullptr) << entry.command;
         EXPECT_STREQ(companion->program, entry.program);
         EXPECT_EQ(companion->commandLine, nullptr) << entry.command;
     }
-    ASSERT_NE(CompanionOf(125), nullptr);
-    EXPECT_STREQ(CompanionOf(125)->program, L"iexplorm.exe");
-    EXPECT_STREQ(CompanionOf(125)->commandLine, L"My Handheld PC");
+    ASSERT_NE(CompanionOf(CMD_MY_HANDHELD), nullptr);
+    EXPECT_STREQ(CompanionOf(CMD_MY_HANDHELD)->program, L"iexplorm.exe");
+    EXPECT_STREQ(CompanionOf(CMD_MY_HANDHELD)->commandLine, L"My Handheld PC");
     EXPECT_EQ(CompanionOf(123), nullptr);
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "res/resource.h"
 #include "ui/pictures/image_list.h"
 #include "ui/screen/scale.h"
 
@@ -73,10 +74,17 @@ TEST_F(MainWindowTest, HasTheElevenButtonsInOrder)
         int image, command;
         BYTE style;
     };
-    const Wanted wanted[] = {{0, 100, BTNS_BUTTON},   {1, 101, BTNS_BUTTON}, {8, 102, BTNS_BUTTON},
-                             {0, 0, BTNS_SEP},        {3, 141, BTNS_BUTTON}, {4, 143, BTNS_BUTTON},
-                             {5, 142, BTNS_BUTTON},   {0, 0, BTNS_SEP},      {15, 115, BTNS_BUTTON},
-                             {2, 111, BTNS_DROPDOWN}, {0, 0, BTNS_SEP}};
+    const Wanted wanted[] = {{0, CMD_NEW_ENTRY, BTNS_BUTTON},
+                             {1, CMD_EDIT_ENTRY, BTNS_BUTTON},
+                             {8, CMD_DELETE_ENTRY, BTNS_BUTTON},
+                             {0, 0, BTNS_SEP},
+                             {3, CMD_CUT, BTNS_BUTTON},
+                             {4, CMD_COPY, BTNS_BUTTON},
+                             {5, CMD_PASTE, BTNS_BUTTON},
+                             {0, 0, BTNS_SEP},
+                             {15, CMD_FIND, BTNS_BUTTON},
+                             {2, CMD_CONTACTS, BTNS_DROPDOWN},
+                             {0, 0, BTNS_SEP}};
     ASSERT_EQ(SendMessageW(Buttons(), TB_BUTTONCOUNT, 0, 0), 11);
     // Within the tool bar the standard images stand in an order of their own; their first index is what
     // follows the three of ours.
@@ -151,11 +159,11 @@ TEST_F(MainWindowTest, MissingImagesLeaveButtonsWithTheirNames)
         return info.iImage;
     };
     EXPECT_EQ(SendMessageW(Buttons(), TB_BUTTONCOUNT, 0, 0), 11);
-    EXPECT_EQ(imageOf(102), I_IMAGENONE);
-    EXPECT_EQ(ButtonText(Buttons(), 102), L"Delete");
-    EXPECT_EQ(imageOf(100), 0);
-    EXPECT_EQ(imageOf(111), 2);
-    EXPECT_EQ(ButtonText(Buttons(), 100), L"");
+    EXPECT_EQ(imageOf(CMD_DELETE_ENTRY), I_IMAGENONE);
+    EXPECT_EQ(ButtonText(Buttons(), CMD_DELETE_ENTRY), L"Delete");
+    EXPECT_EQ(imageOf(CMD_NEW_ENTRY), 0);
+    EXPECT_EQ(imageOf(CMD_CONTACTS), 2);
+    EXPECT_EQ(ButtonText(Buttons(), CMD_NEW_ENTRY), L"");
 }
 
 TEST_F(MainWindowTest, ButtonsWithoutATextAreAsWideAsTheirImage)
@@ -166,7 +174,7 @@ TEST_F(MainWindowTest, ButtonsWithoutATextAreAsWideAsTheirImage)
     TBBUTTONINFOW info{};
     info.cbSize = sizeof info;
     info.dwMask = TBIF_STYLE;
-    SendMessageW(Buttons(), TB_GETBUTTONINFOW, 111, reinterpret_cast<LPARAM>(&info));
+    SendMessageW(Buttons(), TB_GETBUTTONINFOW, CMD_CONTACTS, reinterpret_cast<LPARAM>(&info));
     EXPECT_NE(info.fsStyle & BTNS_SHOWTEXT, 0) << "the filter's says what is in force";
 }
 
@@ -201,20 +209,21 @@ TEST_F(MainWindowTest, TheSystemsStandardImagesFollow)
 TEST_F(MainWindowTest, TheFilterButtonReadsNoneAndIsWide)
 {
     Create();
-    EXPECT_EQ(ButtonText(Buttons(), 111), L"None");
+    EXPECT_EQ(ButtonText(Buttons(), CMD_CONTACTS), L"None");
     TBBUTTONINFOW info{};
     info.cbSize = sizeof info;
     info.dwMask = TBIF_SIZE;
-    SendMessageW(Buttons(), TB_GETBUTTONINFOW, 111, reinterpret_cast<LPARAM>(&info));
+    SendMessageW(Buttons(), TB_GETBUTTONINFOW, CMD_CONTACTS, reinterpret_cast<LPARAM>(&info));
     EXPECT_EQ(info.cx, Scale(110));
 }
 
 TEST_F(MainWindowTest, ButtonsHaveTheSevenTooltips)
 {
     HWND window = Create();
-    const std::pair<int, const wchar_t*> tips[] = {{100, L"New"},  {101, L"Edit"}, {102, L"Delete"},
-                                                   {141, L"Cut"},  {143, L"Copy"}, {142, L"Paste"},
-                                                   {115, L"Find"}, {111, L""}};
+    const std::pair<int, const wchar_t*> tips[] = {{CMD_NEW_ENTRY, L"New"},       {CMD_EDIT_ENTRY, L"Edit"},
+                                                   {CMD_DELETE_ENTRY, L"Delete"}, {CMD_CUT, L"Cut"},
+                                                   {CMD_COPY, L"Copy"},           {CMD_PASTE, L"Paste"},
+                                                   {CMD_FIND, L"Find"},           {CMD_CONTACTS, L""}};
     for (const auto& [command, text] : tips) {
         wchar_t buffer[80] = L"";
         NMTBGETINFOTIPW tip{};

@@ -14,8 +14,8 @@ TEST_F(MainWindowTest, WhatNeedsNoEntryIsEnabled)
     for (UINT command : {100u, 103u, 104u, 110u, 111u, 112u, 113u, 115u, 117u, 118u, 120u, 121u, 122u, 124u,
                          125u, 127u, 140u, 160u})
         EXPECT_TRUE(MenuEnabled(command)) << command;
-    EXPECT_TRUE(ButtonEnabled(111));
-    EXPECT_TRUE(ButtonEnabled(115));
+    EXPECT_TRUE(ButtonEnabled(CMD_CONTACTS));
+    EXPECT_TRUE(ButtonEnabled(CMD_FIND));
 }
 
 TEST_F(MainWindowTest, FindKeepsItsRequestFromOneFindToTheNext)
@@ -28,17 +28,17 @@ TEST_F(MainWindowTest, FindKeepsItsRequestFromOneFindToTheNext)
         std::unique_ptr<ModalDriver> results;
         ModalDriver driver([&](HWND dialog) {
             results = std::make_unique<ModalDriver>([&](HWND resultsDialog) {
-                found = WindowText(GetDlgItem(resultsDialog, 1042));
+                found = WindowText(GetDlgItem(resultsDialog, IDC_FOUND_COUNT));
                 PostMessageW(resultsDialog, WM_COMMAND, IDOK, 0);
             });
             EXPECT_EQ(GetWindow(dialog, GW_OWNER), window);
-            before = WindowText(GetDlgItem(dialog, 1105));
-            SendDlgItemMessageW(dialog, 1107, BM_CLICK, 0, 0);
+            before = WindowText(GetDlgItem(dialog, IDC_FIND_TEXT));
+            SendDlgItemMessageW(dialog, IDC_FIND_SUBJECT, BM_CLICK, 0, 0);
             if (text)
-                SetDlgItemTextW(dialog, 1105, text);
+                SetDlgItemTextW(dialog, IDC_FIND_TEXT, text);
             PostMessageW(dialog, WM_COMMAND, IDOK, 0);
         });
-        SendMessageW(window, WM_COMMAND, 115, 0);
+        SendMessageW(window, WM_COMMAND, CMD_FIND, 0);
     };
     find(L"WALK");
     EXPECT_EQ(before, L"<Search Text>");
@@ -56,8 +56,8 @@ TEST_F(MainWindowTest, NothingSelectedGreysTheEntryCommands)
         EXPECT_FALSE(ButtonEnabled(static_cast<int>(command))) << command;
         EXPECT_FALSE(MenuEnabled(command)) << command;
     }
-    EXPECT_TRUE(ButtonEnabled(100));
-    EXPECT_TRUE(MenuEnabled(100));
+    EXPECT_TRUE(ButtonEnabled(CMD_NEW_ENTRY));
+    EXPECT_TRUE(MenuEnabled(CMD_NEW_ENTRY));
 }
 
 TEST_F(MainWindowTest, ASelectionEnablesFourCommandsButNotPaste)
@@ -67,13 +67,13 @@ TEST_F(MainWindowTest, ASelectionEnablesFourCommandsButNotPaste)
     m_window.List().Refresh();
     m_window.List().Selection().Append(id);
     m_window.List().SetCurrentEntry(id);
-    SendMessageW(window, 1126, 0, 0);
+    SendMessageW(window, kMsgSelectionChanged, 0, 0);
     for (UINT command : {102u, 143u, 141u, 101u}) {
         EXPECT_TRUE(ButtonEnabled(static_cast<int>(command))) << command;
         EXPECT_TRUE(MenuEnabled(command)) << command;
     }
-    EXPECT_FALSE(ButtonEnabled(142));
-    EXPECT_FALSE(MenuEnabled(142));
+    EXPECT_FALSE(ButtonEnabled(CMD_PASTE));
+    EXPECT_FALSE(MenuEnabled(CMD_PASTE));
 }
 
 TEST_F(MainWindowTest, PasteNeedsACurrentEntryAndTheFlag)
@@ -82,17 +82,17 @@ TEST_F(MainWindowTest, PasteNeedsACurrentEntryAndTheFlag)
     const CEOID id = AddEntry(L"One", 1);
     m_window.List().Refresh();
     m_window.List().SetCurrentEntry(id);
-    SendMessageW(window, 1126, 1, 0);
-    EXPECT_TRUE(ButtonEnabled(142)) << "the button asks for no selection";
-    EXPECT_FALSE(MenuEnabled(142)) << "the menu item does";
+    SendMessageW(window, kMsgSelectionChanged, 1, 0);
+    EXPECT_TRUE(ButtonEnabled(CMD_PASTE)) << "the button asks for no selection";
+    EXPECT_FALSE(MenuEnabled(CMD_PASTE)) << "the menu item does";
     m_window.List().Selection().Append(id);
-    SendMessageW(window, 1126, 1, 0);
-    EXPECT_TRUE(ButtonEnabled(142));
-    EXPECT_TRUE(MenuEnabled(142));
+    SendMessageW(window, kMsgSelectionChanged, 1, 0);
+    EXPECT_TRUE(ButtonEnabled(CMD_PASTE));
+    EXPECT_TRUE(MenuEnabled(CMD_PASTE));
     m_window.List().SetCurrentEntry(0);
-    SendMessageW(window, 1126, 1, 0);
-    EXPECT_FALSE(ButtonEnabled(142));
-    EXPECT_FALSE(MenuEnabled(142));
+    SendMessageW(window, kMsgSelectionChanged, 1, 0);
+    EXPECT_FALSE(ButtonEnabled(CMD_PASTE));
+    EXPECT_FALSE(MenuEnabled(CMD_PASTE));
     m_window.List().Selection().Clear();
 }
 
@@ -117,10 +117,10 @@ TEST_F(MainWindowTest, AGreyCommandDoesNothingFromTheKeyboard)
     m_window.List().Refresh();
     m_window.List().ClearSelection();
     const MessageBoxAnswerer answerer({IDYES});
-    Command(102, 1);
+    Command(CMD_DELETE_ENTRY, 1);
     EXPECT_TRUE(answerer.Boxes().empty()) << "no question was asked";
     m_window.List().SelectRecord(id);
-    Command(102, 1);
+    Command(CMD_DELETE_ENTRY, 1);
     EXPECT_EQ(answerer.Boxes().size(), 1u) << "and once it is not grey, it does";
 }
 
@@ -135,7 +135,7 @@ TEST_F(MainWindowTest, CutDeletesWithTheSameQuestion)
     ASSERT_TRUE(OpenClipboard(nullptr));
     EmptyClipboard();
     CloseClipboard();
-    Command(141);
+    Command(CMD_CUT);
     ASSERT_EQ(answerer.Boxes().size(), 1u);
     EXPECT_EQ(answerer.Boxes()[0].text, L"Delete record?");
     EXPECT_EQ(Rows(), 0);
@@ -148,7 +148,7 @@ TEST_F(MainWindowTest, TheFilterButtonsBodyStartsContacts)
     const NothingStarts nothing;
     Create();
     const MessageBoxAnswerer answerer({IDOK});
-    Command(111);
+    Command(CMD_CONTACTS);
     ASSERT_EQ(answerer.Boxes().size(), 1u);
     EXPECT_EQ(answerer.Boxes()[0].caption, L"Addrbook not found");
 }
@@ -158,8 +158,9 @@ TEST_F(MainWindowTest, EachCommandStartsItsCompanion)
     const NothingStarts nothing;
     Create();
     const std::pair<UINT, const wchar_t*> titles[] = {
-        {110, L"Calendar not found"},  {111, L"Addrbook not found"},     {112, L"Pmail.exe not found"},
-        {113, L"Tasks.exe not found"}, {125, L"iexplorm.exe not found"}, {127, L"PegHelp.exe not found"}};
+        {CMD_CALENDAR, L"Calendar not found"},        {CMD_CONTACTS, L"Addrbook not found"},
+        {CMD_INBOX, L"Pmail.exe not found"},          {CMD_TASKS, L"Tasks.exe not found"},
+        {CMD_MY_HANDHELD, L"iexplorm.exe not found"}, {CMD_HELP_CONTENTS, L"PegHelp.exe not found"}};
     for (const auto& [command, title] : titles) {
         const MessageBoxAnswerer answerer({IDOK});
         Command(command);
@@ -199,14 +200,14 @@ TEST_F(MainWindowTest, CopyOffersPasteAndPasteDuplicates)
     m_window.List().Refresh();
     m_window.List().SelectRecord(id);
     m_window.List().SetSelectionFlag(0);
-    EXPECT_FALSE(MenuEnabled(142));
-    Command(143);
+    EXPECT_FALSE(MenuEnabled(CMD_PASTE));
+    Command(CMD_COPY);
     EXPECT_EQ(Rows(), 1);
-    EXPECT_TRUE(MenuEnabled(142));
-    EXPECT_TRUE(ButtonEnabled(142));
-    Command(142);
+    EXPECT_TRUE(MenuEnabled(CMD_PASTE));
+    EXPECT_TRUE(ButtonEnabled(CMD_PASTE));
+    Command(CMD_PASTE);
     EXPECT_EQ(Rows(), 2);
-    Command(142);
+    Command(CMD_PASTE);
     EXPECT_EQ(Rows(), 3);
 }
 
@@ -245,8 +246,8 @@ class PasteByHand : public MainWindowTest {
     }
     void ExpectPaste(bool enabled) const
     {
-        EXPECT_EQ(ButtonEnabled(142), enabled);
-        EXPECT_EQ(MenuEnabled(142), enabled);
+        EXPECT_EQ(ButtonEnabled(CMD_PASTE), enabled);
+        EXPECT_EQ(MenuEnabled(CMD_PASTE), enabled);
     }
     int RowsWith(const std::wstring& subject)
     {
@@ -265,17 +266,17 @@ TEST_F(PasteByHand, AnotherSelectionGreysItAndFromTheKeyboardNothingHappens)
     CreateFour();
     ClickRow(0);
     ExpectPaste(false);
-    Command(143);
+    Command(CMD_COPY);
     ExpectPaste(true);
     ClickRow(1);
     ExpectPaste(false);
-    Command(142, 1);
+    Command(CMD_PASTE, 1);
     EXPECT_EQ(Rows(), 4);
-    Command(143);
+    Command(CMD_COPY);
     ExpectPaste(true);
     Press(VK_DOWN);
     ExpectPaste(false);
-    Command(142, 1);
+    Command(CMD_PASTE, 1);
     EXPECT_EQ(Rows(), 4);
 }
 
@@ -283,13 +284,13 @@ TEST_F(PasteByHand, WhatCtrlAddsIsPastedToo)
 {
     CreateFour();
     ClickRow(0);
-    Command(143);
+    Command(CMD_COPY);
     ClickRow(2, MK_CONTROL);
     ExpectPaste(true);
     Press(VK_DOWN, true);
     Press(VK_SPACE, true);
     ExpectPaste(true);
-    Command(142);
+    Command(CMD_PASTE);
     EXPECT_EQ(Rows(), 7);
     PumpMessages();
     EXPECT_EQ(RowsWith(L"Four"), 2);
@@ -326,7 +327,7 @@ TEST_F(MainWindowTest, TheCategoriesListRenamesWhatTheListShows)
         painted = GetUpdateRect(List(), nullptr, FALSE) == FALSE;
         SendMessageW(dialog, WM_COMMAND, IDOK, 0);
     });
-    Command(103);
+    Command(CMD_CATEGORIES_LIST);
     ASSERT_TRUE(driver.Ran());
     EXPECT_EQ(owner, m_window.Handle());
     EXPECT_TRUE(painted);
@@ -340,7 +341,7 @@ TEST_F(MainWindowTest, ACancelledCategoriesListChangesNothing)
 {
     Create();
     const ModalDriver driver([](HWND dialog) { SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0); });
-    Command(103);
+    Command(CMD_CATEGORIES_LIST);
     EXPECT_TRUE(driver.Ran());
     DbCategories categories;
     ASSERT_EQ(categories.Open(), 1);
@@ -361,7 +362,7 @@ TEST_F(MainWindowTest, SubjectsListOpensTheQuickSubjects)
         subjects = SendDlgItemMessageW(dialog, IDC_QUICK_SUBJECT_LIST, LB_GETCOUNT, 0, 0);
         SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
     });
-    Command(104);
+    Command(CMD_SUBJECTS_LIST);
     ASSERT_TRUE(driver.Ran());
     EXPECT_EQ(title, L"Quick Subjects");
     EXPECT_EQ(owner, m_window.Handle());
@@ -379,7 +380,7 @@ TEST_F(MainWindowTest, ClearCategoriesTakesThemFromEveryEntry)
     categories.val.blob = {sizeof ids, reinterpret_cast<BYTE*>(ids)};
     ASSERT_NE(App().Journal().WriteRecord(0, 1, &categories), 0u);
     AddEntry(L"One", 1);
-    Command(105);
+    Command(CMD_CLEAR_CATEGORIES);
     EXPECT_EQ(Rows(), 2) << "the list is rebuilt";
     const CEPROPID wanted = kPropCategories;
     for (int found = App().Journal().SeekFirstRecord(); found; found = App().Journal().SeekNextRecord()) {

@@ -73,7 +73,7 @@ class MainWindowFilter : public MainWindowTest {
     std::wstring ButtonText() const
     {
         wchar_t text[100] = L"";
-        SendMessageW(Buttons(), TB_GETBUTTONTEXTW, 111, reinterpret_cast<LPARAM>(text));
+        SendMessageW(Buttons(), TB_GETBUTTONTEXTW, CMD_CONTACTS, reinterpret_cast<LPARAM>(text));
         return text;
     }
     // As the button's arrow does. A window manager that is late with the focus closes a menu: once more then.
@@ -105,7 +105,7 @@ class MainWindowFilter : public MainWindowTest {
     void ClickArrow() const
     {
         RECT button{};
-        SendMessageW(Buttons(), TB_GETRECT, 111, reinterpret_cast<LPARAM>(&button));
+        SendMessageW(Buttons(), TB_GETRECT, CMD_CONTACTS, reinterpret_cast<LPARAM>(&button));
         MapWindowPoints(Buttons(), nullptr, reinterpret_cast<POINT*>(&button), 2);
         const POINT arrow{button.right - Scale(6), (button.top + button.bottom) / 2};
         SetCursorPos(arrow.x, arrow.y);
@@ -144,11 +144,11 @@ TEST_F(MainWindowFilter, TheMenuDropsBehindTheClick)
     Create();
     HWND bar = Buttons();
     RECT button{};
-    SendMessageW(bar, TB_GETRECT, 111, reinterpret_cast<LPARAM>(&button));
+    SendMessageW(bar, TB_GETRECT, CMD_CONTACTS, reinterpret_cast<LPARAM>(&button));
     bool isHandled = false;
     const MenuDriver driver([&](HMENU) {
         EXPECT_TRUE(isHandled);
-        EXPECT_NE(SendMessageW(bar, TB_ISBUTTONPRESSED, 111, 0), 0);
+        EXPECT_NE(SendMessageW(bar, TB_ISBUTTONPRESSED, CMD_CONTACTS, 0), 0);
         SendMessageW(m_window.Handle(), WM_THEMECHANGED, 0, 0);
         EXPECT_FALSE(IsWindow(bar));
         EndMenu();
@@ -157,7 +157,7 @@ TEST_F(MainWindowFilter, TheMenuDropsBehindTheClick)
     SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, arrow);
     isHandled = true;
     EXPECT_TRUE(PumpUntil([&] { return driver.Ran(); }));
-    EXPECT_EQ(SendMessageW(Buttons(), TB_ISBUTTONPRESSED, 111, 0), 0);
+    EXPECT_EQ(SendMessageW(Buttons(), TB_ISBUTTONPRESSED, CMD_CONTACTS, 0), 0);
     ReleaseCapture();
 }
 
@@ -227,12 +227,12 @@ TEST_F(MainWindowFilter, TheButtonKeepsItsWidthWhateverItReads)
     TBBUTTONINFOW info{};
     info.cbSize = sizeof info;
     info.dwMask = TBIF_SIZE;
-    SendMessageW(Buttons(), TB_GETBUTTONINFOW, 111, reinterpret_cast<LPARAM>(&info));
+    SendMessageW(Buttons(), TB_GETBUTTONINFOW, CMD_CONTACTS, reinterpret_cast<LPARAM>(&info));
     const WORD before = info.cx;
     App().Filter() = {};
     SendMessageW(m_window.Handle(), kMsgDatabaseChange, 15, 0);
     EXPECT_EQ(ButtonText(), L"None");
-    SendMessageW(Buttons(), TB_GETBUTTONINFOW, 111, reinterpret_cast<LPARAM>(&info));
+    SendMessageW(Buttons(), TB_GETBUTTONINFOW, CMD_CONTACTS, reinterpret_cast<LPARAM>(&info));
     EXPECT_EQ(info.cx, before);
 }
 
@@ -261,7 +261,7 @@ TEST_F(MainWindowFilter, AnAmpersandInItsTextIsOne)
     TBBUTTONINFOW info{};
     info.cbSize = sizeof info;
     info.dwMask = TBIF_STYLE;
-    SendMessageW(Buttons(), TB_GETBUTTONINFOW, 111, reinterpret_cast<LPARAM>(&info));
+    SendMessageW(Buttons(), TB_GETBUTTONINFOW, CMD_CONTACTS, reinterpret_cast<LPARAM>(&info));
     EXPECT_TRUE(info.fsStyle & BTNS_NOPREFIX);
 }
 
@@ -275,7 +275,7 @@ TEST_F(MainWindowFilter, TheArrowOpensTheMenuBelowTheButton)
     });
     EXPECT_EQ(items, 5);
     RECT button{};
-    SendMessageW(Buttons(), TB_GETRECT, 111, reinterpret_cast<LPARAM>(&button));
+    SendMessageW(Buttons(), TB_GETRECT, CMD_CONTACTS, reinterpret_cast<LPARAM>(&button));
     MapWindowPoints(Buttons(), nullptr, reinterpret_cast<POINT*>(&button), 2);
     EXPECT_GE(m_menuPlace.top, button.bottom);
     EXPECT_EQ(m_menuPlace.left, button.left);
@@ -389,13 +389,13 @@ TEST_F(MainWindowFilter, NoCommandReachesAnEntryThatItHides)
     AddEntry(L"April", kFirstOfMarch + 31 * kDay);
     m_window.List().Refresh();
     ListView_SetItemState(List(), 1, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
-    ASSERT_TRUE(ButtonEnabled(101));
+    ASSERT_TRUE(ButtonEnabled(CMD_EDIT_ENTRY));
     App().Filter() = {}; // at a first start it is a range that counts
     App().Filter().active = true;
     App().Filter().monthMask = 0x8;
     m_window.List().Refresh();
     ASSERT_EQ(Rows(), 1);
-    for (const int command : {101, 102, 141, 143})
+    for (const int command : {CMD_EDIT_ENTRY, CMD_DELETE_ENTRY, CMD_CUT, CMD_COPY})
         EXPECT_FALSE(ButtonEnabled(command)) << command;
 }
 
@@ -436,23 +436,23 @@ TEST_F(MainWindowFilter, KeysOpenTheMenu)
 TEST_F(MainWindowFilter, TheDialogsChoiceShowsAtOnce)
 {
     Create();
-    Command(121); // at a first start it is a range that counts
+    Command(CMD_CLEAR_FILTER); // at a first start it is a range that counts
     AddEntry(L"March", kFirstOfMarch);
     AddEntry(L"April", kFirstOfMarch + 31 * kDay);
     m_window.List().Refresh();
     const auto checkApril = [](HWND dialog) {
         ListView_SetCheckState(GetDlgItem(dialog, IDC_MONTH_LIST), 3, TRUE);
     };
-    EXPECT_EQ(DialogOf(120, IDOK, checkApril), L"Filter on Months...");
+    EXPECT_EQ(DialogOf(CMD_FILTER_MONTHS, IDOK, checkApril), L"Filter on Months...");
     EXPECT_EQ(ButtonText(), L"April");
     EXPECT_EQ(Rows(), 1);
     const auto checkMarch = [](HWND dialog) {
         ListView_SetCheckState(GetDlgItem(dialog, IDC_MONTH_LIST), 2, TRUE);
     };
-    DialogOf(120, IDCANCEL, checkMarch);
+    DialogOf(CMD_FILTER_MONTHS, IDCANCEL, checkMarch);
     EXPECT_EQ(ButtonText(), L"April");
     EXPECT_EQ(Rows(), 1);
-    DialogOf(120, IDOK, checkMarch);
+    DialogOf(CMD_FILTER_MONTHS, IDOK, checkMarch);
     EXPECT_EQ(ButtonText(), L"Months...");
     EXPECT_EQ(Rows(), 2);
 }
@@ -471,15 +471,15 @@ TEST_F(MainWindowFilter, CategoriesAreChosenInTheDialogToo)
             ListView_SetCheckState(list, item, isChecked ? FALSE : TRUE);
         };
     };
-    EXPECT_EQ(DialogOf(118, IDOK, turn(0)), L"Filter on Categories...");
+    EXPECT_EQ(DialogOf(CMD_FILTER_CATEGORIES, IDOK, turn(0)), L"Filter on Categories...");
     EXPECT_EQ(ButtonText(), L"Work");
     EXPECT_EQ(Rows(), 1);
-    DialogOf(118, IDOK, turn(1));
+    DialogOf(CMD_FILTER_CATEGORIES, IDOK, turn(1));
     EXPECT_EQ(ButtonText(), L"Multiple...");
-    DialogOf(118, IDOK, turn(0));
+    DialogOf(CMD_FILTER_CATEGORIES, IDOK, turn(0));
     EXPECT_EQ(ButtonText(), L"Zoo");
     EXPECT_EQ(Rows(), 0);
-    DialogOf(118, IDOK, turn(1));
+    DialogOf(CMD_FILTER_CATEGORIES, IDOK, turn(1));
     EXPECT_EQ(ButtonText(), L"None");
     EXPECT_EQ(Rows(), 2);
 }
@@ -491,7 +491,7 @@ TEST_F(MainWindowFilter, ClearShowsAllAgain)
     AddEntry(L"April", kFirstOfMarch + 31 * kDay);
     m_window.List().Refresh();
     ASSERT_EQ(Rows(), 0);
-    Command(121);
+    Command(CMD_CLEAR_FILTER);
     EXPECT_EQ(ButtonText(), L"None");
     EXPECT_EQ(Rows(), 1);
     EXPECT_EQ(App().GetNumber(L"Filter", L"Active", 9), 0u);
@@ -503,16 +503,16 @@ TEST_F(MainWindowFilter, AfterClearTheDialogStartsWithoutAMonth)
 {
     StoreMonths(0x4);
     Create();
-    Command(121);
-    DialogOf(120, IDCANCEL, [](HWND dialog) {
-        EXPECT_FALSE(IsDlgButtonChecked(dialog, 1201)) << "months, though a range is stored";
+    Command(CMD_CLEAR_FILTER);
+    DialogOf(CMD_FILTER_MONTHS, IDCANCEL, [](HWND dialog) {
+        EXPECT_FALSE(IsDlgButtonChecked(dialog, IDC_FILTER_ON_RANGE)) << "months, though a range is stored";
         EXPECT_FALSE(ListView_GetCheckState(GetDlgItem(dialog, IDC_MONTH_LIST), 2));
     });
     App().SetNumber(L"Options", L"RememberFilter", 1);
     StoreMonths(0x4);
-    Command(121);
-    DialogOf(120, IDCANCEL, [](HWND dialog) {
-        EXPECT_FALSE(IsDlgButtonChecked(dialog, 1201));
+    Command(CMD_CLEAR_FILTER);
+    DialogOf(CMD_FILTER_MONTHS, IDCANCEL, [](HWND dialog) {
+        EXPECT_FALSE(IsDlgButtonChecked(dialog, IDC_FILTER_ON_RANGE));
         EXPECT_TRUE(ListView_GetCheckState(GetDlgItem(dialog, IDC_MONTH_LIST), 2)) << "remembered";
     });
 }
@@ -524,7 +524,7 @@ TEST_F(MainWindowFilter, ARenamedCategoryShowsOnTheButton)
     Choose(1);
     ASSERT_EQ(ButtonText(), L"Work");
     ASSERT_EQ(m_categories.Rename(work, L"Lab"), 1);
-    SendMessageW(window, 1125, 15, 0);
+    SendMessageW(window, kMsgDatabaseChange, 15, 0);
     EXPECT_EQ(ButtonText(), L"Lab");
 }
 
@@ -537,7 +537,7 @@ TEST_F(MainWindowFilter, ADeletedCategoryIsNoFilter)
     Choose(1);
     ASSERT_EQ(Rows(), 1);
     ASSERT_NE(m_categories.DeleteRecord(work), 0);
-    SendMessageW(window, 1125, 15, 0);
+    SendMessageW(window, kMsgDatabaseChange, 15, 0);
     EXPECT_EQ(ButtonText(), L"None");
     EXPECT_FALSE(App().Filter().active);
     EXPECT_EQ(Rows(), 2);
@@ -552,10 +552,10 @@ TEST_F(MainWindowFilter, EveryCommandBringsTheButtonUpToDate)
     AddEntry(L"Two", kFirstOfMarch);
     Choose(1);
     const auto rename = [&](HWND) { EXPECT_EQ(m_categories.Rename(work, L"Lab"), 1); };
-    DialogOf(100, IDCANCEL, rename);
+    DialogOf(CMD_NEW_ENTRY, IDCANCEL, rename);
     EXPECT_EQ(ButtonText(), L"Lab");
     const auto remove = [&](HWND) { EXPECT_NE(m_categories.DeleteRecord(work), 0); };
-    DialogOf(103, IDOK, remove);
+    DialogOf(CMD_CATEGORIES_LIST, IDOK, remove);
     EXPECT_EQ(ButtonText(), L"None");
     EXPECT_EQ(Rows(), 2);
 }

@@ -7,6 +7,7 @@
 
 #include "app/journal_app.h"
 #include "app/main_window.h"
+#include "res/resource.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
 #include "ui/bars/command_bands.h"
@@ -36,7 +37,7 @@ class MainWindowTest : public testing::Test {
         return window;
     }
 
-    HWND Bands() const { return GetDlgItem(m_window.Handle(), 102); }
+    HWND Bands() const { return GetDlgItem(m_window.Handle(), IDC_BANDS); }
     HWND MenuBar() const { return CommandBands_GetCommandBar(Bands(), 0); }
     HWND Buttons() const { return CommandBands_GetCommandBar(Bands(), 1); }
     // Beside the bands.

@@ -2,6 +2,7 @@
 #include <map>
 
 #include "app/main_window_fixture.h"
+#include "res/resource.h"
 #include "support/resolution.h"
 #include "ui/screen/scale.h"
 
@@ -73,7 +74,7 @@ class MainWindowResolution : public MainWindowTest {
         sizes["band images"] = SideOf(BandImages());
         sizes["button images"] = SideOf(ImagesOf(Buttons()));
         sizes["adornments"] = SideOf(ImagesOf(Adornments()));
-        sizes["filter button"] = ButtonWidth(Buttons(), 111);
+        sizes["filter button"] = ButtonWidth(Buttons(), CMD_CONTACTS);
         sizes["button font"] = FontHeight(Buttons());
         sizes["menu font"] = FontHeight(MenuBar());
         sizes["menu band"] = BandWidth(0);
@@ -127,13 +128,14 @@ TEST_F(MainWindowResolution, TheBarsKeepWhatTheyShow)
         const UINT state = isSelected ? LVIS_SELECTED | LVIS_FOCUSED : 0;
         ListView_SetItemState(List(), isSelected ? 0 : -1, state, LVIS_SELECTED | LVIS_FOCUSED);
         std::map<int, bool> before;
-        for (const int command : {100, 101, 102, 141, 142, 143, 115})
+        for (const int command :
+             {CMD_NEW_ENTRY, CMD_EDIT_ENTRY, CMD_DELETE_ENTRY, CMD_CUT, CMD_PASTE, CMD_COPY, CMD_FIND})
             before[command] = ButtonEnabled(command);
-        const bool menu = MenuEnabled(102);
+        const bool menu = MenuEnabled(CMD_DELETE_ENTRY);
         TellResolution(window, 2);
         for (const auto& [command, isEnabled] : before)
             EXPECT_EQ(ButtonEnabled(command), isEnabled) << command;
-        EXPECT_EQ(MenuEnabled(102), menu);
+        EXPECT_EQ(MenuEnabled(CMD_DELETE_ENTRY), menu);
         EXPECT_EQ(menu, isSelected);
         TellResolution(window, 1, 2);
     }

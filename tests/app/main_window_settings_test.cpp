@@ -101,8 +101,8 @@ TEST_P(LayoutNotification, SavesStyleAndWidthOnly)
     App().SetNumber(L"Settings", L"tmax", 78);
     for (const wchar_t* name : {L"mstyle", L"mrestore", L"tstyle", L"trestore"})
         App().RemoveValue(L"Settings", name);
-    NMHDR header{Bands(), 102, GetParam()};
-    SendMessageW(window, WM_NOTIFY, 102, reinterpret_cast<LPARAM>(&header));
+    NMHDR header{Bands(), IDC_BANDS, GetParam()};
+    SendMessageW(window, WM_NOTIFY, IDC_BANDS, reinterpret_cast<LPARAM>(&header));
     EXPECT_EQ(App().GetNumber(L"Settings", L"mstyle", 0xABCDEF), 0xABCDEFu)
         << "the bands are in the midst of their work, and a box would let them be made anew";
     PumpMessages();
@@ -129,8 +129,8 @@ TEST_P(LayoutNotification, RefitsTheListFirst)
     App().RemoveValue(L"Settings", L"mstyle");
     g_savedBeforeMove = true;
     SetWindowSubclass(List(), WatchMove, 7, 0);
-    NMHDR header{Bands(), 102, GetParam()};
-    SendMessageW(window, WM_NOTIFY, 102, reinterpret_cast<LPARAM>(&header));
+    NMHDR header{Bands(), IDC_BANDS, GetParam()};
+    SendMessageW(window, WM_NOTIFY, IDC_BANDS, reinterpret_cast<LPARAM>(&header));
     RemoveWindowSubclass(List(), WatchMove, 7);
     EXPECT_FALSE(g_savedBeforeMove);
     ExpectListBelowBands();

@@ -4,6 +4,7 @@
 
 #include "app/main_window_fixture.h"
 #include "data/journal_entry.h"
+#include "res/resource.h"
 #include "support/import_watch.h"
 #include "support/lost_leaf.h"
 #include "support/test_drive.h"
@@ -173,7 +174,7 @@ TEST_P(ClosingMessage, SavesTheSortClosesTheJournalAndQuits)
 INSTANTIATE_TEST_SUITE_P(Ways, ClosingMessage,
                          testing::Values(std::pair<UINT, WPARAM>(WM_CLOSE, 0),
                                          std::pair<UINT, WPARAM>(1023, 0),
-                                         std::pair<UINT, WPARAM>(WM_COMMAND, 140)));
+                                         std::pair<UINT, WPARAM>(WM_COMMAND, CMD_QUIT)));
 
 // Whether anything has been stored for the window, its bands or its columns.
 bool HasSettings()

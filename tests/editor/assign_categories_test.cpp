@@ -1,6 +1,7 @@
 // The view Assign Categories in the editor's window.
 #include "assign_fixture.h"
 
+#include "res/resource.h"
 #include "support/locked_store.h"
 #include "support/unreadable_table.h"
 
@@ -26,7 +27,7 @@ class AssignCategoriesTest : public AssignTest {
 TEST_F(AssignCategoriesTest, WithoutCategoriesThereIsOneItemThatSaysSo)
 {
     HideCategory(AddCategory(L"Hidden"));
-    RunNewIn(1051, [](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         const ListInEditor list = Categories(editor);
         ExpectPlaceholder(list);
         list.ClickLabel(0);
@@ -46,7 +47,7 @@ TEST_F(AssignCategoriesTest, WhatCannotBeReadIsNotShownAsNone)
     Run(&id, [&](EditorWindow& editor) {
         {
             const UnreadableTable none(m_store.Path(), "categories");
-            editor.Command(1051);
+            editor.Command(CMD_ASSIGN_CATEGORIES);
             const ListInEditor list = Categories(editor);
             ASSERT_EQ(list.Count(), 1);
             EXPECT_EQ(list.Text(0), L"<The categories cannot be read>");
@@ -65,7 +66,7 @@ TEST_F(AssignCategoriesTest, AllThatAreNotHiddenHaveABoxAndTheEntrysOnesAreCheck
     AddCategory(L"Garden");
     HideCategory(AddCategory(L"Secret"));
     CEOID id = AddEntry({home, work});
-    RunIn(&id, 1051, [](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         const ListInEditor list = Categories(editor);
         ASSERT_EQ(list.Count(), 3);
         EXPECT_EQ(list.ExtendedStyle(), static_cast<DWORD>(LVS_EX_CHECKBOXES));
@@ -85,7 +86,7 @@ TEST_F(AssignCategoriesTest, AHiddenOneStaysNamedAndADeletedOneUnnamedInTheRecor
     HideCategory(secret);
     DeleteCategory(gone);
     CEOID id = AddEntry({gone, secret, home});
-    RunIn(&id, 1051, [](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         EXPECT_EQ(Categories(editor).Count(), 1);
         EXPECT_EQ(Line(editor), L"Home, Secret");
         editor.Enter(IDC_SUBJECT, L"Dinner");
@@ -99,14 +100,14 @@ TEST_F(AssignCategoriesTest, AnUncheckedOneStaysUncheckedInTheNextLook)
 {
     const CEOID home = AddCategory(L"Home");
     CEOID id = AddEntry({home});
-    RunIn(&id, 1051, [](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         Categories(editor).Check(L"Home", false);
-        editor.Command(1052);
-        editor.Command(1051);
+        editor.Command(CMD_EDIT_ENTRY_VIEW);
+        editor.Command(CMD_ASSIGN_CATEGORIES);
         EXPECT_FALSE(Categories(editor).IsChecked(L"Home"));
         Categories(editor).Check(L"Home", true);
-        editor.Command(1055);
-        editor.Command(1051);
+        editor.Command(CMD_ASSIGN_CONTACTS);
+        editor.Command(CMD_ASSIGN_CATEGORIES);
         EXPECT_TRUE(Categories(editor).IsChecked(L"Home"));
     });
 }
@@ -115,7 +116,7 @@ TEST_F(AssignCategoriesTest, ACheckMarksTheEntryModifiedAndNamesTheCategory)
 {
     AddCategory(L"Home");
     AddCategory(L"Garden");
-    RunNewIn(1051, [](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         EXPECT_EQ(Line(editor), L"<None>");
         Categories(editor).Check(L"Home", true);
         EXPECT_TRUE(editor.SaveEnabled());
@@ -133,7 +134,7 @@ TEST_F(AssignCategoriesTest, ACheckMarksTheEntryModifiedAndNamesTheCategory)
 TEST_F(AssignCategoriesTest, AnUncheckIsAChangeToo)
 {
     CEOID id = AddEntry({AddCategory(L"Home")});
-    RunIn(&id, 1051, [](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         Categories(editor).Check(L"Home", false);
         EXPECT_TRUE(editor.SaveEnabled());
         EXPECT_EQ(Line(editor), L"<None>");
@@ -144,7 +145,7 @@ TEST_F(AssignCategoriesTest, ATapOnTheLabelTogglesTheBox)
 {
     AddCategory(L"Garden");
     AddCategory(L"Home");
-    RunNewIn(1051, [](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         const ListInEditor list = Categories(editor);
         list.ClickLabel(1);
         EXPECT_EQ(list.Box(1), 2);
@@ -160,7 +161,7 @@ TEST_F(AssignCategoriesTest, ATapOnTheBoxTogglesOnceAndMarksTheItem)
 {
     AddCategory(L"Garden");
     AddCategory(L"Home");
-    RunNewIn(1051, [](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         const ListInEditor list = Categories(editor);
         ASSERT_FALSE(list.Has(1, LVIS_FOCUSED));
         list.ClickBox(1);
@@ -176,7 +177,7 @@ TEST_F(AssignCategoriesTest, ATapOnTheBoxTogglesOnceAndMarksTheItem)
 TEST_F(AssignCategoriesTest, ATapBesideTheItemsTogglesNone)
 {
     AddCategory(L"Home");
-    RunNewIn(1051, [](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         Categories(editor).ClickBelow();
         EXPECT_EQ(Categories(editor).Box(0), 1);
         EXPECT_FALSE(editor.SaveEnabled());
@@ -187,7 +188,7 @@ TEST_F(AssignCategoriesTest, TheSpaceBarTogglesTheItemWithTheFocus)
 {
     AddCategory(L"Garden");
     AddCategory(L"Home");
-    RunNewIn(1051, [](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         editor.Focus(IDC_CATEGORY_LIST);
         editor.Key(VK_SPACE);
         EXPECT_EQ(Line(editor), L"Garden");
@@ -206,7 +207,7 @@ TEST_F(AssignCategoriesTest, CheckedOnesAreSavedAndCounted)
     const CEOID home = AddCategory(L"Home");
     const CEOID garden = AddCategory(L"Garden");
     CEOID id = 0;
-    RunIn(&id, 1051, [](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         Categories(editor).Check(L"Home", true);
         Categories(editor).Check(L"Garden", true);
         editor.Ok();
@@ -221,7 +222,7 @@ TEST_F(AssignCategoriesTest, CheckingAndUncheckingLeavesNoTrace)
 {
     const CEOID home = AddCategory(L"Home");
     CEOID id = AddEntry({});
-    RunIn(&id, 1051, [](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         Categories(editor).Check(L"Home", true);
         Categories(editor).Check(L"Home", false);
         editor.Ok();
@@ -234,7 +235,7 @@ TEST_F(AssignCategoriesTest, UncheckingAndCheckingOneThatTheEntryHadCountsNothin
 {
     const CEOID home = AddCategory(L"Home", 3);
     CEOID id = AddEntry({home});
-    RunIn(&id, 1051, [](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         Categories(editor).Check(L"Home", false);
         Categories(editor).Check(L"Home", true);
         EXPECT_EQ(Line(editor), L"Home");
@@ -249,7 +250,7 @@ TEST_F(AssignCategoriesTest, AnUncheckedOneLosesOneUseAndLeavesTheRecord)
     const CEOID home = AddCategory(L"Home", 3);
     const CEOID work = AddCategory(L"Work", 2);
     CEOID id = AddEntry({home, work});
-    RunIn(&id, 1051, [](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         Categories(editor).Check(L"Home", false);
         editor.Ok();
     });
@@ -262,7 +263,7 @@ TEST_F(AssignCategoriesTest, UncheckingTheLastOneDeletesTheProperty)
 {
     const CEOID home = AddCategory(L"Home", 1);
     CEOID id = AddEntry({home});
-    RunIn(&id, 1051, [](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         Categories(editor).Check(L"Home", false);
         editor.Ok();
     });
@@ -274,11 +275,11 @@ TEST_F(AssignCategoriesTest, ASaveAChangedBodyAndOkDeleteTheCategories)
 {
     const CEOID home = AddCategory(L"Home", 1);
     CEOID id = AddEntry({home});
-    RunIn(&id, 1051, [&](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [&](EditorWindow& editor) {
         editor.Enter(IDC_SUBJECT, L"Dinner");
         editor.Command(CMD_SAVE);
         EXPECT_EQ(Read(id).categories, Ids({home}));
-        editor.Command(1052);
+        editor.Command(CMD_EDIT_ENTRY_VIEW);
         editor.Enter(IDC_BODY, L"Changed");
         editor.Ok();
     });
@@ -290,7 +291,7 @@ TEST_F(AssignCategoriesTest, AfterASaveThereIsNothingLeftToRelease)
 {
     const CEOID home = AddCategory(L"Home", 1);
     CEOID id = AddEntry({home});
-    RunIn(&id, 1051, [&](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [&](EditorWindow& editor) {
         editor.Enter(IDC_SUBJECT, L"Dinner");
         editor.Command(CMD_SAVE);
         Categories(editor).Check(L"Home", false);
@@ -306,7 +307,7 @@ TEST_F(AssignCategoriesTest, ANewEntrysCategoriesOutlastTheSecondWriteOfOk)
 {
     const CEOID home = AddCategory(L"Home");
     CEOID id = 0;
-    RunIn(&id, 1051, [&](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [&](EditorWindow& editor) {
         Categories(editor).Check(L"Home", true);
         editor.Command(CMD_SAVE);
         EXPECT_TRUE(editor.SaveEnabled());
@@ -321,7 +322,7 @@ TEST_F(AssignCategoriesTest, ASecondSaveKnowsOnlyWhatWasCheckedSince)
     const CEOID home = AddCategory(L"Home");
     const CEOID garden = AddCategory(L"Garden");
     CEOID id = AddEntry({});
-    RunIn(&id, 1051, [&](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [&](EditorWindow& editor) {
         Categories(editor).Check(L"Home", true);
         editor.Command(CMD_SAVE);
         EXPECT_EQ(Uses(home), 1);
@@ -339,7 +340,7 @@ TEST_F(AssignCategoriesTest, AFailedSaveKeepsTheListAndTheAssignment)
     const MessageBoxAnswerer boxes;
     const CEOID home = AddCategory(L"Home");
     CEOID id = AddEntry({});
-    RunIn(&id, 1051, [&](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [&](EditorWindow& editor) {
         Categories(editor).Check(L"Home", true);
         {
             const LockedStore trouble(m_store.Path());
@@ -360,7 +361,7 @@ TEST_F(AssignCategoriesTest, ACancelledCheckChangesNothing)
     const CEOID home = AddCategory(L"Home");
     CEOID id = AddEntry({});
     const MessageBoxAnswerer boxes({IDYES});
-    RunIn(&id, 1051, [](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         Categories(editor).Check(L"Home", true);
         editor.Cancel();
     });
@@ -374,7 +375,7 @@ TEST_F(AssignCategoriesTest, WithoutTheLineCategoriesAreAssignedAllTheSame)
     Own().SetNumber(kOptions, L"DispCats", 0);
     const CEOID home = AddCategory(L"Home");
     CEOID id = 0;
-    RunIn(&id, 1051, [](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         Categories(editor).Check(L"Home", true);
         EXPECT_FALSE(IsWindowVisible(editor.Item(IDC_CATEGORIES_LINE)));
         editor.Ok();
@@ -401,7 +402,7 @@ TEST_F(AssignCategoriesTest, SixLongNamesEndAtTheLinesWidthInCharacters)
           L"3 a category with a rather long name that", L"4 a category with a long name",
           L"5 a category with a rather long name that", L"6 a category with a long name"})
         AddCategory(name);
-    RunNewIn(1051, [](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CATEGORIES, [](EditorWindow& editor) {
         for (int i = 0; i < 6; ++i)
             Categories(editor).ClickLabel(i);
         HWND line = editor.Item(IDC_CATEGORIES_LINE);
@@ -423,7 +424,7 @@ TEST_F(AssignCategoriesTest, SixLongNamesEndAtTheLinesWidthInCharacters)
 
 TEST_F(AssignCategoriesTest, ADoubleTapOpensTheCategories)
 {
-    RunNewIn(1051, [&](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CATEGORIES, [&](EditorWindow& editor) {
         WhileEditingCategories([&] { Categories(editor).DoubleClick(0); }, [&] { AddCategory(L"Home"); });
         const ListInEditor list = Categories(editor);
         EXPECT_TRUE(PumpUntil([&] { return list.Text(0) == L"Home"; }));
@@ -438,7 +439,7 @@ TEST_F(AssignCategoriesTest, ADoubleTapOnACategoryOpensThemAndTogglesItOnce)
 {
     AddCategory(L"Garden");
     AddCategory(L"Home");
-    RunNewIn(1051, [&](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CATEGORIES, [&](EditorWindow& editor) {
         WhileEditingCategories([&] { Categories(editor).DoubleClick(1); }, [] {});
         EXPECT_TRUE(PumpUntil([&] { return Categories(editor).IsChecked(L"Home"); }));
         EXPECT_FALSE(Categories(editor).IsChecked(L"Garden"));
@@ -452,9 +453,9 @@ TEST_F(AssignCategoriesTest, EditedCategoriesAreListedAnewAndTheAssignedOnesChec
     const CEOID secret = AddCategory(L"Secret", 1);
     const CEOID gone = AddCategory(L"Gone", 1);
     CEOID id = AddEntry({home, secret, gone});
-    RunIn(&id, 1051, [&](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [&](EditorWindow& editor) {
         EXPECT_EQ(Line(editor), L"Gone, Home, Secret");
-        WhileEditingCategories([&] { editor.Command(1053); },
+        WhileEditingCategories([&] { editor.Command(CMD_EDIT_CATEGORIES); },
                                [&] {
                                    HideCategory(secret);
                                    DeleteCategory(gone);
@@ -478,8 +479,8 @@ TEST_F(AssignCategoriesTest, WhenNoneIsLeftTheListSaysSo)
     const CEOID home = AddCategory(L"Home");
     const CEOID work = AddCategory(L"Work");
     CEOID id = AddEntry({home});
-    RunIn(&id, 1051, [&](EditorWindow& editor) {
-        WhileEditingCategories([&] { editor.Command(1053); },
+    RunIn(&id, CMD_ASSIGN_CATEGORIES, [&](EditorWindow& editor) {
+        WhileEditingCategories([&] { editor.Command(CMD_EDIT_CATEGORIES); },
                                [&] {
                                    DeleteCategory(home);
                                    HideCategory(work);
@@ -497,7 +498,7 @@ TEST_F(AssignCategoriesTest, OutsideTheViewEditedCategoriesLeaveTheEntryAlone)
     const CEOID home = AddCategory(L"Home");
     CEOID id = AddEntry({home});
     Run(&id, [&](EditorWindow& editor) {
-        WhileEditingCategories([&] { editor.Command(1053); }, [&] { HideCategory(home); });
+        WhileEditingCategories([&] { editor.Command(CMD_EDIT_CATEGORIES); }, [&] { HideCategory(home); });
         EXPECT_FALSE(Has(editor, IDC_CATEGORY_LIST));
         editor.Enter(IDC_SUBJECT, L"Dinner");
         editor.Ok();

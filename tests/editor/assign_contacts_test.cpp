@@ -3,6 +3,7 @@
 
 #include <sqlite3.h>
 
+#include "res/resource.h"
 #include "support/unreadable_table.h"
 #include "ui/screen/scale.h"
 
@@ -34,7 +35,7 @@ DWORD StyleOf(HWND window)
 
 TEST_F(AssignContactsTest, WithoutContactsThereIsOneItemThatSaysSo)
 {
-    RunNewIn(1055, [](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CONTACTS, [](EditorWindow& editor) {
         const ListInEditor list = Contacts(editor);
         ASSERT_EQ(list.Count(), 1);
         EXPECT_EQ(list.Text(0), L"<No contacts>");
@@ -55,7 +56,7 @@ TEST_F(AssignContactsTest, WhatCannotBeReadIsNotShownAsNone)
     Run(&id, [&](EditorWindow& editor) {
         {
             const UnreadableTable none(m_store.Path(), "contacts");
-            editor.Command(1055);
+            editor.Command(CMD_ASSIGN_CONTACTS);
             const ListInEditor list = Contacts(editor);
             EXPECT_EQ(list.Count(), 0);
             ASSERT_EQ(list.Columns(), 1);
@@ -71,7 +72,7 @@ TEST_F(AssignContactsTest, WhatCannotBeReadIsNotShownAsNone)
 TEST_F(AssignContactsTest, ContactsThatCannotBeReadForAWhileStayInTheList)
 {
     AddContact(L"Ann");
-    RunNewIn(1055, [&](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CONTACTS, [&](EditorWindow& editor) {
         HWND list = Contacts(editor).Window();
         {
             const UnreadableTable none(m_store.Path(), "contacts");
@@ -87,7 +88,7 @@ TEST_F(AssignContactsTest, ContactsAreListedInTwoColumns)
 {
     AddContact(L"Smith, Ann", L"Works & Co");
     AddContact(L"Miller, Bo");
-    RunNewIn(1055, [](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CONTACTS, [](EditorWindow& editor) {
         const ListInEditor list = Contacts(editor);
         EXPECT_EQ(StyleOf(list.Window()) & (0x18009u | LVS_TYPEMASK), 0x18009u);
         EXPECT_TRUE(list.ExtendedStyle() & 0x20);
@@ -109,7 +110,7 @@ TEST_F(AssignContactsTest, TheEntrysContactsAreChecked)
     const CEOID ann = AddContact(L"Ann");
     AddContact(L"Bo");
     CEOID id = AddEntry({}, {ann});
-    RunIn(&id, 1055, [](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CONTACTS, [](EditorWindow& editor) {
         EXPECT_TRUE(Contacts(editor).IsChecked(L"Ann"));
         EXPECT_FALSE(Contacts(editor).IsChecked(L"Bo"));
         EXPECT_FALSE(editor.SaveEnabled());
@@ -121,7 +122,7 @@ TEST_F(AssignContactsTest, ACheckIsAChangeAndIsSaved)
     AddContact(L"Ann");
     const CEOID bo = AddContact(L"Bo");
     CEOID id = 0;
-    RunIn(&id, 1055, [](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CONTACTS, [](EditorWindow& editor) {
         editor.Focus(IDC_CONTACT_LIST);
         editor.Key(VK_DOWN);
         EXPECT_FALSE(editor.SaveEnabled());
@@ -139,7 +140,7 @@ TEST_F(AssignContactsTest, ATapOnTheBoxOrTheNameIsAChange)
     const CEOID ann = AddContact(L"Ann");
     const CEOID bo = AddContact(L"Bo");
     CEOID id = AddEntry({});
-    RunIn(&id, 1055, [](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CONTACTS, [](EditorWindow& editor) {
         Contacts(editor).ClickBelow();
         EXPECT_FALSE(editor.SaveEnabled());
         Contacts(editor).ClickBox(0);
@@ -158,7 +159,7 @@ TEST_F(AssignContactsTest, ATapOnTheBoxOrTheNameIsAChange)
 TEST_F(AssignContactsTest, UncheckingTheLastOneDeletesTheProperty)
 {
     CEOID id = AddEntry({}, {AddContact(L"Ann")});
-    RunIn(&id, 1055, [](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CONTACTS, [](EditorWindow& editor) {
         editor.Focus(IDC_CONTACT_LIST);
         editor.Key(VK_SPACE);
         EXPECT_FALSE(Contacts(editor).IsChecked(L"Ann"));
@@ -171,11 +172,11 @@ TEST_F(AssignContactsTest, UncheckingTheLastOneDeletesTheProperty)
 TEST_F(AssignContactsTest, ChecksAreThereAgainAfterAnotherView)
 {
     AddContact(L"Ann");
-    RunNewIn(1055, [](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CONTACTS, [](EditorWindow& editor) {
         editor.Focus(IDC_CONTACT_LIST);
         editor.Key(VK_SPACE);
-        editor.Command(1052);
-        editor.Command(1055);
+        editor.Command(CMD_EDIT_ENTRY_VIEW);
+        editor.Command(CMD_ASSIGN_CONTACTS);
         EXPECT_TRUE(Contacts(editor).IsChecked(L"Ann"));
     });
 }
@@ -184,7 +185,7 @@ TEST_F(AssignContactsTest, ContactsAreNoCategories)
 {
     AddContact(L"Ann");
     CEOID id = AddEntry({AddCategory(L"Home")});
-    RunIn(&id, 1055, [](EditorWindow& editor) {
+    RunIn(&id, CMD_ASSIGN_CONTACTS, [](EditorWindow& editor) {
         editor.Focus(IDC_CONTACT_LIST);
         editor.Key(VK_SPACE);
         EXPECT_EQ(Line(editor), L"Home");
@@ -200,7 +201,7 @@ TEST_F(AssignContactsTest, ATypedNameIsFoundAndChangesNothing)
 {
     for (const wchar_t* name : {L"Ann", L"Bo", L"Cleo", L"Dana"})
         AddContact(name);
-    RunNewIn(1055, [](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CONTACTS, [](EditorWindow& editor) {
         editor.Focus(IDC_CONTACT_LIST);
         editor.Type(L"cl");
         EXPECT_TRUE(Contacts(editor).Has(2, LVIS_FOCUSED));
@@ -216,7 +217,7 @@ TEST_F(AssignContactsTest, TheContactsThemselvesAreNotWritten)
     ASSERT_NE(before.find("Works"), std::string::npos);
     CEOID id = AddEntry({});
     for (const int box : {1, 0})
-        RunIn(&id, 1055, [&](EditorWindow& editor) {
+        RunIn(&id, CMD_ASSIGN_CONTACTS, [&](EditorWindow& editor) {
             Contacts(editor).ClickBox(0);
             EXPECT_EQ(Contacts(editor).IsChecked(L"Ann"), box == 1);
             editor.Ok();

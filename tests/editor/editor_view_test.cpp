@@ -1,4 +1,5 @@
 #include "editor/editor_view.h"
+#include "res/resource.h"
 
 #include <gtest/gtest.h>
 
@@ -7,9 +8,9 @@ namespace {
 TEST(EditorView, EachHasItsCommandAndWhatTheBarOffersInIt)
 {
     const EditorViewRule expected[] = {
-        {EditorView::EditEntry, 1052, true, true, false},
-        {EditorView::AssignCategories, 1051, false, false, true},
-        {EditorView::AssignContacts, 1055, false, false, false},
+        {EditorView::EditEntry, CMD_EDIT_ENTRY_VIEW, true, true, false},
+        {EditorView::AssignCategories, CMD_ASSIGN_CATEGORIES, false, false, true},
+        {EditorView::AssignContacts, CMD_ASSIGN_CONTACTS, false, false, false},
     };
     for (const EditorViewRule& want : expected) {
         const EditorViewRule* rule = FindViewRule(want.command);
@@ -24,7 +25,7 @@ TEST(EditorView, EachHasItsCommandAndWhatTheBarOffersInIt)
 
 TEST(EditorView, OtherCommandsSwitchToNone)
 {
-    for (const int command : {0, 1, 1050, 1053, 1054, 1056})
+    for (const int command : {0, 1, CMD_TIME_STAMP, CMD_EDIT_CATEGORIES, CMD_TIMER, 1056})
         EXPECT_EQ(FindViewRule(command), nullptr) << command;
 }
 

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "editor_fixture.h"
+#include "res/resource.h"
 #include "support/import_watch.h"
 #include "support/locale_setting.h"
 #include "support/resolution.h"
@@ -461,7 +462,9 @@ TEST_F(EntryEditorTest, WhatTheEditorMakesFollowsAnotherResolutionAndComesBack)
     RunNew([&](EditorWindow& editor) {
         const auto sizes = [&] {
             std::map<std::string, int> seen;
-            for (const int command : {1020, 1030, 1040, 1050, 1051, 1052, 1053, 1054, 1055, 1024})
+            for (const int command :
+                 {CMD_PRIORITY, CMD_SENSITIVITY, CMD_ZOOM, CMD_TIME_STAMP, CMD_ASSIGN_CATEGORIES,
+                  CMD_EDIT_ENTRY_VIEW, CMD_EDIT_CATEGORIES, CMD_TIMER, CMD_ASSIGN_CONTACTS, CMD_SAVE})
                 seen["button " + std::to_string(command)] = editor.BarWidth(command);
             seen["row"] = HIWORD(editor.Ask(IDC_EDITOR_BAR, TB_GETBUTTONSIZE));
             int cy = 0;

@@ -3,6 +3,7 @@
 
 #include "editor/editor_settings.h"
 #include "editor/zoom.h"
+#include "res/resource.h"
 #include "ui/screen/scale.h"
 
 namespace {
@@ -435,7 +436,7 @@ TEST_F(EntryEditorValuesTest, TheFontOfAnotherZoomIsFreedAndTheLastOneWithTheWin
     HFONT last = nullptr;
     RunNew([&](EditorWindow& editor) {
         const auto font = [&] { return reinterpret_cast<HFONT>(editor.Ask(IDC_BODY, WM_GETFONT)); };
-        for (const int zoom : {1044, 1043}) {
+        for (const int zoom : {CMD_ZOOM_200, CMD_ZOOM_150}) {
             HFONT before = font();
             ASSERT_EQ(GetObjectType(before), DWORD{OBJ_FONT});
             editor.Command(zoom);

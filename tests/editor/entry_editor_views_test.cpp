@@ -3,6 +3,7 @@
 
 #include "editor/entry_editor_dialog.h"
 #include "mervane/file/store_path.h"
+#include "res/resource.h"
 #include "support/import_watch.h"
 #include "support/locked_store.h"
 #include "support/settings_log.h"
@@ -49,12 +50,14 @@ bool IsEnabled(EditorWindow& editor, int command)
 
 void ExpectView(EditorWindow& editor, int command)
 {
-    for (const int view : {1052, 1051, 1055})
+    for (const int view : {CMD_EDIT_ENTRY_VIEW, CMD_ASSIGN_CATEGORIES, CMD_ASSIGN_CONTACTS})
         EXPECT_EQ((editor.BarState(view) & TBSTATE_CHECKED) != 0, view == command) << view;
-    EXPECT_EQ(Seen(editor), command == 1051 ? 111 : command == 1055 ? 112 : 0);
-    EXPECT_EQ(IsEnabled(editor, 1050), command == 1052) << "time stamp";
-    EXPECT_EQ(IsEnabled(editor, 1040), command == 1052) << "zoom";
-    EXPECT_EQ(IsEnabled(editor, 1053), command == 1051) << "edit categories";
+    EXPECT_EQ(Seen(editor), command == CMD_ASSIGN_CATEGORIES ? IDC_CATEGORY_LIST
+                            : command == CMD_ASSIGN_CONTACTS ? IDC_CONTACT_LIST
+                                                             : 0);
+    EXPECT_EQ(IsEnabled(editor, CMD_TIME_STAMP), command == CMD_EDIT_ENTRY_VIEW) << "time stamp";
+    EXPECT_EQ(IsEnabled(editor, CMD_ZOOM), command == CMD_EDIT_ENTRY_VIEW) << "zoom";
+    EXPECT_EQ(IsEnabled(editor, CMD_EDIT_CATEGORIES), command == CMD_ASSIGN_CATEGORIES) << "edit categories";
 }
 
 int ListOf(int command)
@@ -65,8 +68,10 @@ int ListOf(int command)
 TEST_F(EntryEditorViewsTest, EveryViewLeadsToEveryOther)
 {
     RunNew([&](EditorWindow& editor) {
-        ExpectView(editor, 1052);
-        for (const int command : {1051, 1055, 1051, 1052, 1055, 1052, 1051, 1052}) {
+        ExpectView(editor, CMD_EDIT_ENTRY_VIEW);
+        for (const int command :
+             {CMD_ASSIGN_CATEGORIES, CMD_ASSIGN_CONTACTS, CMD_ASSIGN_CATEGORIES, CMD_EDIT_ENTRY_VIEW,
+              CMD_ASSIGN_CONTACTS, CMD_EDIT_ENTRY_VIEW, CMD_ASSIGN_CATEGORIES, CMD_EDIT_ENTRY_VIEW}) {
             editor.Command(command);
             ExpectView(editor, command);
         }
@@ -78,11 +83,11 @@ TEST_F(EntryEditorViewsTest, AListTakesTheBodysPlace)
 {
     RunNew([&](EditorWindow& editor) {
         const RECT body = editor.Rect(IDC_BODY);
-        for (const int command : {1051, 1055}) {
+        for (const int command : {CMD_ASSIGN_CATEGORIES, CMD_ASSIGN_CONTACTS}) {
             editor.Command(command);
             ExpectSameRect(editor.Rect(ListOf(command)), body);
         }
-        editor.Command(1052);
+        editor.Command(CMD_EDIT_ENTRY_VIEW);
         ExpectSameRect(editor.Rect(IDC_BODY), body);
     });
 }
@@ -90,7 +95,7 @@ TEST_F(EntryEditorViewsTest, AListTakesTheBodysPlace)
 TEST_F(EntryEditorViewsTest, TheViewThatIsThereAlreadyStays)
 {
     RunNew([&](EditorWindow& editor) {
-        for (const int command : {1051, 1055}) {
+        for (const int command : {CMD_ASSIGN_CATEGORIES, CMD_ASSIGN_CONTACTS}) {
             editor.Command(command);
             HWND list = editor.Item(ListOf(command));
             editor.Command(command);
@@ -105,10 +110,11 @@ TEST_F(EntryEditorViewsTest, ViewsThatAreLookedAtAndLeftChangeNothing)
     CEOID id = AddEntry({m_home}, {m_ann});
     const MessageBoxAnswerer boxes;
     Run(&id, [&](EditorWindow& editor) {
-        for (const int command : {1051, 1055, 1052, 1055, 1051}) {
+        for (const int command : {CMD_ASSIGN_CATEGORIES, CMD_ASSIGN_CONTACTS, CMD_EDIT_ENTRY_VIEW,
+                                  CMD_ASSIGN_CONTACTS, CMD_ASSIGN_CATEGORIES}) {
             editor.Command(command);
             EXPECT_FALSE(editor.SaveEnabled()) << command;
-            if (command == 1052)
+            if (command == CMD_EDIT_ENTRY_VIEW)
                 continue;
             editor.Focus(ListOf(command));
             for (const WORD key : {WORD{VK_DOWN}, WORD{VK_UP}, WORD{VK_END}, WORD{VK_HOME}})
@@ -124,9 +130,9 @@ TEST_F(EntryEditorViewsTest, TheBodysTextIsThereAgain)
 {
     RunNew([&](EditorWindow& editor) {
         editor.Enter(IDC_BODY, L"Text");
-        editor.Command(1051);
-        editor.Command(1055);
-        editor.Command(1052);
+        editor.Command(CMD_ASSIGN_CATEGORIES);
+        editor.Command(CMD_ASSIGN_CONTACTS);
+        editor.Command(CMD_EDIT_ENTRY_VIEW);
         EXPECT_EQ(editor.Text(IDC_BODY), L"Text");
     });
 }
@@ -135,14 +141,14 @@ TEST_F(EntryEditorViewsTest, TheFocusGoesFromOneViewToTheOther)
 {
     RunNew([&](EditorWindow& editor) {
         editor.Focus(IDC_BODY);
-        editor.Command(1051);
+        editor.Command(CMD_ASSIGN_CATEGORIES);
         EXPECT_EQ(GetFocus(), editor.Item(IDC_CATEGORY_LIST));
-        editor.Command(1055);
+        editor.Command(CMD_ASSIGN_CONTACTS);
         EXPECT_EQ(GetFocus(), editor.Item(IDC_CONTACT_LIST));
-        editor.Command(1052);
+        editor.Command(CMD_EDIT_ENTRY_VIEW);
         EXPECT_EQ(GetFocus(), editor.Item(IDC_BODY));
         editor.Focus(IDC_SUBJECT);
-        editor.Command(1051);
+        editor.Command(CMD_ASSIGN_CATEGORIES);
         EXPECT_EQ(GetFocus(), editor.Field(IDC_SUBJECT));
         EXPECT_FALSE(editor.SaveEnabled());
     });
@@ -151,7 +157,7 @@ TEST_F(EntryEditorViewsTest, TheFocusGoesFromOneViewToTheOther)
 TEST_F(EntryEditorViewsTest, TheTabKeyFindsTheListWhereTheBodyWas)
 {
     RunNew([&](EditorWindow& editor) {
-        for (const int command : {1051, 1055}) {
+        for (const int command : {CMD_ASSIGN_CATEGORIES, CMD_ASSIGN_CONTACTS}) {
             editor.Command(command);
             HWND list = editor.Item(ListOf(command));
             EXPECT_EQ(GetNextDlgTabItem(editor.Window(), editor.Item(IDC_EDITOR_BAR), FALSE), list);
@@ -166,10 +172,10 @@ TEST_F(EntryEditorViewsTest, TheBarsButtonsAreReachedAndPressedByKeys)
         editor.Focus(IDC_EDITOR_BAR);
         editor.Key(VK_END);
         editor.Key(VK_SPACE);
-        ExpectView(editor, 1055);
+        ExpectView(editor, CMD_ASSIGN_CONTACTS);
         editor.Key(VK_LEFT);
         editor.Key(VK_RETURN);
-        ExpectView(editor, 1051);
+        ExpectView(editor, CMD_ASSIGN_CATEGORIES);
         editor.Key(VK_TAB);
         EXPECT_EQ(GetFocus(), editor.Item(IDC_CATEGORY_LIST));
         EXPECT_FALSE(editor.SaveEnabled());
@@ -179,7 +185,7 @@ TEST_F(EntryEditorViewsTest, TheBarsButtonsAreReachedAndPressedByKeys)
 TEST_F(EntryEditorViewsTest, TheKeysOfCommandsWorkInTheLists)
 {
     CEOID id = AddEntry({m_home}, {m_ann});
-    for (const int command : {1051, 1055})
+    for (const int command : {CMD_ASSIGN_CATEGORIES, CMD_ASSIGN_CONTACTS})
         RunIn(&id, command, [&](EditorWindow& editor) {
             const std::wstring text = std::to_wstring(command);
             editor.Enter(IDC_SUBJECT, text);
@@ -195,12 +201,12 @@ TEST_F(EntryEditorViewsTest, TheKeysOfCommandsWorkInTheLists)
 
 TEST_F(EntryEditorViewsTest, OkAndCancelDestroyTheLists)
 {
-    for (const int command : {1051, 1055})
+    for (const int command : {CMD_ASSIGN_CATEGORIES, CMD_ASSIGN_CONTACTS})
         for (const int end : {IDOK, IDCANCEL}) {
             const int result = RunNewIn(command, [&](EditorWindow& editor) {
                 editor.Command(end);
-                EXPECT_EQ(GetDlgItem(editor.Window(), 111), nullptr) << command << " " << end;
-                EXPECT_EQ(GetDlgItem(editor.Window(), 112), nullptr) << command << " " << end;
+                EXPECT_EQ(GetDlgItem(editor.Window(), IDC_CATEGORY_LIST), nullptr) << command << " " << end;
+                EXPECT_EQ(GetDlgItem(editor.Window(), IDC_CONTACT_LIST), nullptr) << command << " " << end;
             });
             EXPECT_EQ(result, end == IDOK ? 1 : 0);
         }
@@ -209,10 +215,10 @@ TEST_F(EntryEditorViewsTest, OkAndCancelDestroyTheLists)
 TEST_F(EntryEditorViewsTest, ACancelThatIsTakenBackLeavesTheListOpen)
 {
     const MessageBoxAnswerer boxes({IDNO});
-    RunNewIn(1051, [&](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CATEGORIES, [&](EditorWindow& editor) {
         Categories(editor).Check(L"Home", true);
         editor.Cancel();
-        ExpectView(editor, 1051);
+        ExpectView(editor, CMD_ASSIGN_CATEGORIES);
         EXPECT_TRUE(Categories(editor).IsChecked(L"Home"));
         EXPECT_TRUE(editor.SaveEnabled());
     });
@@ -221,7 +227,7 @@ TEST_F(EntryEditorViewsTest, ACancelThatIsTakenBackLeavesTheListOpen)
 
 TEST_F(EntryEditorViewsTest, ASettingsChangeMakesRoomForTheLineBelowAList)
 {
-    for (const int command : {1051, 1055}) {
+    for (const int command : {CMD_ASSIGN_CATEGORIES, CMD_ASSIGN_CONTACTS}) {
         Own().SetNumber(kOptions, L"DispCats", 0);
         RunNewIn(command, [&](EditorWindow& editor) {
             const int list = ListOf(command);
@@ -242,7 +248,7 @@ TEST_F(EntryEditorViewsTest, ASettingsChangeMakesRoomForTheLineBelowAList)
             editor.TellOfChange(L"intl");
             ExpectSameRect(editor.Rect(list), after);
             EXPECT_FALSE(IsWindowVisible(editor.Item(IDC_CATEGORIES_LINE)));
-            editor.Command(1052);
+            editor.Command(CMD_EDIT_ENTRY_VIEW);
             ExpectSameRect(editor.Rect(IDC_BODY), after);
             EXPECT_FALSE(editor.SaveEnabled());
         });
@@ -257,19 +263,19 @@ RECT SmallerArea(int narrower, int lower)
 
 TEST_F(EntryEditorViewsTest, AChangedWorkAreaMovesTheListWithTheBody)
 {
-    RunNewIn(1055, [&](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CONTACTS, [&](EditorWindow& editor) {
         const RECT before = editor.Rect(IDC_CONTACT_LIST);
         const ScopedWorkArea area(editor.Window(), SmallerArea(60, 40));
         ExpectSameRect(editor.Rect(IDC_CONTACT_LIST), editor.Rect(IDC_BODY));
         EXPECT_LT(editor.Rect(IDC_CONTACT_LIST).right, before.right);
-        ExpectView(editor, 1055);
+        ExpectView(editor, CMD_ASSIGN_CONTACTS);
     });
 }
 
 TEST_F(EntryEditorViewsTest, AListBelowTheWindowsEdgeScrollsIntoSightWithTheFocus)
 {
     const int low = static_cast<int>(WorkArea().bottom - WorkArea().top) - Scale(90);
-    RunNewIn(1051, [&](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CATEGORIES, [&](EditorWindow& editor) {
         const ScopedWorkArea area(editor.Window(), SmallerArea(0, low));
         editor.Focus(IDC_START_DATE);
         RECT client{};
@@ -277,7 +283,7 @@ TEST_F(EntryEditorViewsTest, AListBelowTheWindowsEdgeScrollsIntoSightWithTheFocu
         ASSERT_GT(editor.Rect(IDC_CATEGORY_LIST).bottom, client.bottom);
         editor.Focus(IDC_CATEGORY_LIST);
         EXPECT_LE(editor.Rect(IDC_CATEGORY_LIST).bottom, client.bottom);
-        editor.Command(1055);
+        editor.Command(CMD_ASSIGN_CONTACTS);
         ExpectSameRect(editor.Rect(IDC_CONTACT_LIST), editor.Rect(IDC_BODY));
         EXPECT_LE(editor.Rect(IDC_CONTACT_LIST).bottom, client.bottom);
     });
@@ -291,7 +297,7 @@ void TellOfChange(EditorWindow& editor, WPARAM code, LPARAM id = 0)
 
 TEST_F(EntryEditorViewsTest, WhatAnotherProgramChangesShowsInTheLists)
 {
-    RunNewIn(1051, [&](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CATEGORIES, [&](EditorWindow& editor) {
         Categories(editor).Check(L"Home", true);
         AddCategory(L"Added");
         TellOfChange(editor, kChangeWorkBegins);
@@ -306,11 +312,11 @@ TEST_F(EntryEditorViewsTest, WhatAnotherProgramChangesShowsInTheLists)
         EXPECT_TRUE(PumpUntil([&] { return Categories(editor).Count() == 1; }));
         EXPECT_EQ(Line(editor), L"<None>");
 
-        editor.Command(1055);
+        editor.Command(CMD_ASSIGN_CONTACTS);
         AddContact(L"Bo");
         TellOfChange(editor, kChangeWorkEnded);
         EXPECT_TRUE(PumpUntil([&] { return Contacts(editor).Count() == 2; }));
-        ExpectView(editor, 1055);
+        ExpectView(editor, CMD_ASSIGN_CONTACTS);
     });
 }
 
@@ -324,11 +330,11 @@ void TellElsewhere(const std::wstring& path, WPARAM table)
 
 TEST_F(EntryEditorViewsTest, TheStoreTellsTheEditorOfBoth)
 {
-    RunNewIn(1051, [&](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CATEGORIES, [&](EditorWindow& editor) {
         EXPECT_TRUE(ChangeStore("INSERT INTO categories(name) VALUES('Added')"));
         TellElsewhere(m_store.Path(), 1);
         EXPECT_TRUE(PumpUntil([&] { return Categories(editor).Count() == 2; }));
-        editor.Command(1055);
+        editor.Command(CMD_ASSIGN_CONTACTS);
         EXPECT_TRUE(ChangeStore("INSERT INTO contacts(file_as) VALUES('Bo')"));
         TellElsewhere(m_store.Path(), 2);
         EXPECT_TRUE(PumpUntil([&] { return Contacts(editor).Count() == 2; }));
@@ -338,7 +344,7 @@ TEST_F(EntryEditorViewsTest, TheStoreTellsTheEditorOfBoth)
 
 TEST_F(EntryEditorViewsTest, TheFirstContactAndTheLastOneMakeTheListAnew)
 {
-    RunNewIn(1055, [&](EditorWindow& editor) {
+    RunNewIn(CMD_ASSIGN_CONTACTS, [&](EditorWindow& editor) {
         const RECT place = editor.Rect(IDC_CONTACT_LIST);
         editor.Focus(IDC_CONTACT_LIST);
         DbContacts contacts;
@@ -354,7 +360,7 @@ TEST_F(EntryEditorViewsTest, TheFirstContactAndTheLastOneMakeTheListAnew)
         EXPECT_EQ(GetFocus(), editor.Item(IDC_CONTACT_LIST));
         EXPECT_EQ(GetNextDlgTabItem(editor.Window(), editor.Item(IDC_EDITOR_BAR), FALSE), GetFocus());
         ExpectSameRect(editor.Rect(IDC_CONTACT_LIST), place);
-        ExpectView(editor, 1055);
+        ExpectView(editor, CMD_ASSIGN_CONTACTS);
         EXPECT_FALSE(editor.SaveEnabled());
     });
 }
@@ -364,21 +370,21 @@ TEST_F(EntryEditorViewsTest, AViewWhoseListCannotBeMadeIsNotSwitchedTo)
     RunNew([&](EditorWindow& editor) {
         {
             const WindowRefuser refused(WC_LISTVIEWW);
-            for (const int command : {1051, 1055}) {
+            for (const int command : {CMD_ASSIGN_CATEGORIES, CMD_ASSIGN_CONTACTS}) {
                 editor.Command(command);
-                ExpectView(editor, 1052);
+                ExpectView(editor, CMD_EDIT_ENTRY_VIEW);
             }
         }
-        editor.Command(1055);
-        ExpectView(editor, 1055);
+        editor.Command(CMD_ASSIGN_CONTACTS);
+        ExpectView(editor, CMD_ASSIGN_CONTACTS);
         const WindowRefuser refused(WC_LISTVIEWW);
-        editor.Command(1051);
-        ExpectView(editor, 1055);
+        editor.Command(CMD_ASSIGN_CATEGORIES);
+        ExpectView(editor, CMD_ASSIGN_CONTACTS);
         DbContacts contacts;
         ASSERT_TRUE(contacts.Open());
         ASSERT_TRUE(contacts.DeleteRecord(m_ann));
         TellOfChange(editor, kChangeDeleted);
-        ExpectView(editor, 1052);
+        ExpectView(editor, CMD_EDIT_ENTRY_VIEW);
     });
 }
 
@@ -399,7 +405,8 @@ TEST_F(EntryEditorViewsTest, TheInputPanelIsForTheBodyAndOnlyWhenAskedFor)
         CEOID id = 0;
         PanelEditor panel(Own(), &id);
         ModalDriver driver([&](HWND window) {
-            for (const int command : {1051, 1052, 1055, 1052})
+            for (const int command :
+                 {CMD_ASSIGN_CATEGORIES, CMD_EDIT_ENTRY_VIEW, CMD_ASSIGN_CONTACTS, CMD_EDIT_ENTRY_VIEW})
                 SendMessageW(window, WM_COMMAND, static_cast<WPARAM>(command), 0);
             SendMessageW(window, WM_COMMAND, IDCANCEL, 0);
         });
@@ -458,7 +465,7 @@ Steps StepsOf(int button)
     ModalDriver driver([&](HWND window) {
         const EditorWindow editor(window);
         editor.Enter(IDC_SUBJECT, L"Call");
-        editor.Command(1051);
+        editor.Command(CMD_ASSIGN_CATEGORIES);
         g_steps.clear();
         const SettingsLog log([](const std::wstring& name) {
             if (name == L"selType")

@@ -100,30 +100,30 @@ TEST(ValuePickers, SuggestedDurationsMeanWhatTheySay)
 TEST(ValuePickers, ShowsPrioritiesByValueAndMenuId)
 {
     ExpectFace(PriorityFace(0), L"Low", 7, 85);
-    ExpectFace(PriorityFace(1021), L"Low", 7, 85);
+    ExpectFace(PriorityFace(CMD_PRIORITY_LOW), L"Low", 7, 85);
     ExpectFace(PriorityFace(1), L"Normal", 8, 85);
-    ExpectFace(PriorityFace(1023), L"Normal", 8, 85);
+    ExpectFace(PriorityFace(CMD_PRIORITY_NORMAL), L"Normal", 8, 85);
     ExpectFace(PriorityFace(2), L"High", 9, 85);
-    ExpectFace(PriorityFace(1022), L"High", 9, 85);
-    EXPECT_EQ(PriorityOf(1022), 2);
-    EXPECT_EQ(PriorityOf(1034), 1) << "of the other button";
-    for (const int other : {-1, 3, 5, 1020, 1024, 32767, -32768})
+    ExpectFace(PriorityFace(CMD_PRIORITY_HIGH), L"High", 9, 85);
+    EXPECT_EQ(PriorityOf(CMD_PRIORITY_HIGH), 2);
+    EXPECT_EQ(PriorityOf(CMD_SENSITIVITY_CONFIDENTIAL), 1) << "of the other button";
+    for (const int other : {-1, 3, 5, CMD_PRIORITY, CMD_SAVE, 32767, -32768})
         ExpectFace(PriorityFace(other), L"Normal", 8, 85);
 }
 
 TEST(ValuePickers, ShowsSensitivitiesByValueAndMenuId)
 {
     ExpectFace(SensitivityFace(0), L"Normal", 10, 100);
-    ExpectFace(SensitivityFace(1031), L"Normal", 10, 100);
+    ExpectFace(SensitivityFace(CMD_SENSITIVITY_NORMAL), L"Normal", 10, 100);
     ExpectFace(SensitivityFace(1), L"Personal", 11, 100);
-    ExpectFace(SensitivityFace(1032), L"Personal", 11, 100);
+    ExpectFace(SensitivityFace(CMD_SENSITIVITY_PERSONAL), L"Personal", 11, 100);
     ExpectFace(SensitivityFace(2), L"Private", 12, 100);
-    ExpectFace(SensitivityFace(1033), L"Private", 12, 100);
+    ExpectFace(SensitivityFace(CMD_SENSITIVITY_PRIVATE), L"Private", 12, 100);
     ExpectFace(SensitivityFace(3), L"Confidential", 13, 100);
-    ExpectFace(SensitivityFace(1034), L"Confidential", 13, 100);
-    EXPECT_EQ(SensitivityOf(1034), 3);
-    EXPECT_EQ(SensitivityOf(1022), 0) << "of the other button";
-    for (const int other : {-1, 4, 1030, 1035, 32767, -32768})
+    ExpectFace(SensitivityFace(CMD_SENSITIVITY_CONFIDENTIAL), L"Confidential", 13, 100);
+    EXPECT_EQ(SensitivityOf(CMD_SENSITIVITY_CONFIDENTIAL), 3);
+    EXPECT_EQ(SensitivityOf(CMD_PRIORITY_HIGH), 0) << "of the other button";
+    for (const int other : {-1, 4, CMD_SENSITIVITY, 1035, 32767, -32768})
         ExpectFace(SensitivityFace(other), L"Normal", 10, 100);
 }
 
@@ -168,7 +168,7 @@ TEST(Zoom, StepsHaveTheirFonts)
 TEST(Zoom, AnyOtherNumberIsAHundredPercent)
 {
     for (const unsigned id : {0u, 1040u, 1045u, 0xFFFFFFFFu})
-        EXPECT_EQ(ZoomStepOf(id).menuId, 1042);
+        EXPECT_EQ(ZoomStepOf(id).menuId, CMD_ZOOM_100);
 }
 
 } // namespace

@@ -253,8 +253,8 @@ TEST_P(ExportLayout, NothingIsCutOffOrCovered)
             const RECT otherPlace = Place(other);
             const bool share = IntersectRect(&seen, &otherPlace, &place) != 0;
             const int id = GetDlgCtrlID(item), otherId = GetDlgCtrlID(other);
-            const bool mayShare =
-                item == other || (id == 1038 && otherId == 1040) || (id == 1040 && otherId == 1038);
+            const bool mayShare = item == other || (id == kHeader && otherId == kProgress) ||
+                                  (id == kProgress && otherId == kHeader);
             EXPECT_TRUE(mayShare || !share) << id << " and " << otherId;
         }
     }
@@ -262,37 +262,37 @@ TEST_P(ExportLayout, NothingIsCutOffOrCovered)
 
 TEST_P(ExportLayout, TheBarStandsWhereTheCheckBoxStands)
 {
-    const RECT box = Place(1038), bar = Place(1040);
+    const RECT box = Place(kHeader), bar = Place(kProgress);
     EXPECT_TRUE(EqualRect(&box, &bar));
 }
 
 TEST_P(ExportLayout, ControlsStandInTheirOrder)
 {
-    const LONG format = Place(1039).top, scope = Place(1034).top, fields = Place(1037).top;
-    EXPECT_LT(Place(1034).top, Place(1035).top);
-    EXPECT_LT(Place(1035).top, Place(1036).top);
+    const LONG format = Place(kFormat).top, scope = Place(kAll).top, fields = Place(kFields).top;
+    EXPECT_LT(Place(kAll).top, Place(kSelected).top);
+    EXPECT_LT(Place(kSelected).top, Place(kFiltered).top);
     EXPECT_LT(format, scope);
-    EXPECT_LT(Place(1036).top, Place(1038).top);
+    EXPECT_LT(Place(kFiltered).top, Place(kHeader).top);
     if (IsWide()) {
-        EXPECT_LT(Place(1037).right, Place(1034).left) << "the fields on the left";
-        EXPECT_LT(Place(1037).right, Place(1038).left);
+        EXPECT_LT(Place(kFields).right, Place(kAll).left) << "the fields on the left";
+        EXPECT_LT(Place(kFields).right, Place(kHeader).left);
     } else {
-        EXPECT_LT(Place(1036).bottom, fields);
-        EXPECT_LT(Place(1037).bottom, Place(1038).top);
+        EXPECT_LT(Place(kFiltered).bottom, fields);
+        EXPECT_LT(Place(kFields).bottom, Place(kHeader).top);
     }
 }
 
 TEST_P(ExportLayout, TheLabelStandsAboveTheFields)
 {
-    HWND label = GetWindow(GetDlgItem(m_dialog, 1037), GW_HWNDPREV);
+    HWND label = GetWindow(GetDlgItem(m_dialog, kFields), GW_HWNDPREV);
     EXPECT_EQ(WindowText(label), L"&Fields to export");
-    EXPECT_EQ(Place(label).left, Place(1037).left);
-    EXPECT_LE(Place(label).bottom, Place(1037).top);
+    EXPECT_EQ(Place(label).left, Place(kFields).left);
+    EXPECT_LE(Place(label).bottom, Place(kFields).top);
 }
 
 TEST_P(ExportLayout, TheFieldsAreSelectedOneByOne)
 {
-    const DWORD style = StyleOf(GetDlgItem(m_dialog, 1037));
+    const DWORD style = StyleOf(GetDlgItem(m_dialog, kFields));
     EXPECT_NE(style & LBS_MULTIPLESEL, 0u);
     EXPECT_EQ(style & (LBS_SORT | LBS_NOSEL | LBS_EXTENDEDSEL), 0u);
     EXPECT_NE(style & WS_TABSTOP, 0u);
@@ -300,12 +300,12 @@ TEST_P(ExportLayout, TheFieldsAreSelectedOneByOne)
 
 TEST_P(ExportLayout, TheScopesAreOneGroup)
 {
-    EXPECT_NE(StyleOf(GetDlgItem(m_dialog, 1034)) & WS_GROUP, 0u);
-    EXPECT_EQ(StyleOf(GetDlgItem(m_dialog, 1035)) & WS_GROUP, 0u);
-    EXPECT_EQ(StyleOf(GetDlgItem(m_dialog, 1036)) & WS_GROUP, 0u);
-    HWND next = GetWindow(GetDlgItem(m_dialog, 1036), GW_HWNDNEXT);
+    EXPECT_NE(StyleOf(GetDlgItem(m_dialog, kAll)) & WS_GROUP, 0u);
+    EXPECT_EQ(StyleOf(GetDlgItem(m_dialog, kSelected)) & WS_GROUP, 0u);
+    EXPECT_EQ(StyleOf(GetDlgItem(m_dialog, kFiltered)) & WS_GROUP, 0u);
+    HWND next = GetWindow(GetDlgItem(m_dialog, kFiltered), GW_HWNDNEXT);
     EXPECT_NE(StyleOf(next) & WS_GROUP, 0u);
-    for (const int id : {1034, 1035, 1036})
+    for (const int id : {kAll, kSelected, kFiltered})
         EXPECT_EQ(StyleOf(GetDlgItem(m_dialog, id)) & BS_TYPEMASK, DWORD{BS_AUTORADIOBUTTON});
 }
 
@@ -315,25 +315,25 @@ TEST_P(ExportLayout, TheKeyboardComesToAllOfThem)
     for (HWND item = GetNextDlgTabItem(m_dialog, nullptr, FALSE); stops.size() < 5;
          item = GetNextDlgTabItem(m_dialog, item, FALSE))
         stops.push_back(GetDlgCtrlID(item));
-    EXPECT_EQ(stops, IsWide() ? (std::vector<int>{1037, 1034, 1038, 1, 2})
-                              : (std::vector<int>{1034, 1037, 1038, 1, 2}));
-    for (HWND item = GetDlgItem(m_dialog, 1034); scopes.size() < 4;
+    EXPECT_EQ(stops, IsWide() ? (std::vector<int>{kFields, kAll, kHeader, IDOK, IDCANCEL})
+                              : (std::vector<int>{kAll, kFields, kHeader, IDOK, IDCANCEL}));
+    for (HWND item = GetDlgItem(m_dialog, kAll); scopes.size() < 4;
          item = GetNextDlgGroupItem(m_dialog, item, FALSE))
         scopes.push_back(GetDlgCtrlID(item));
-    EXPECT_EQ(scopes, (std::vector<int>{1034, 1035, 1036, 1034}));
+    EXPECT_EQ(scopes, (std::vector<int>{kAll, kSelected, kFiltered, kAll}));
 }
 
 TEST_P(ExportLayout, TextsHaveRoom)
 {
     const LONG box = Needed(L"\u25A1").cy + 4; // of a button, with the gap to its text
-    for (const int id : {1034, 1035, 1036, 1038}) {
+    for (const int id : {kAll, kSelected, kFiltered, kHeader}) {
         const std::wstring text = WindowText(GetDlgItem(m_dialog, id));
         const RECT place = Place(id);
         EXPECT_LE(Needed(text).cx + box, place.right - place.left) << id;
         EXPECT_LE(Needed(text).cy, place.bottom - place.top) << id;
     }
     for (const wchar_t* text : {L"Format\nComma Separated Value", L"Format\nSimple Text"}) {
-        const RECT place = Place(1039);
+        const RECT place = Place(kFormat);
         EXPECT_LE(Needed(text).cx, place.right - place.left);
         EXPECT_LE(Needed(text).cy, place.bottom - place.top);
     }
