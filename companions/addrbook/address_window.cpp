@@ -35,7 +35,7 @@ constexpr int kWindowHeight = 560;
 // The journal has a password, and asks for it first.
 constexpr const wchar_t* kStartJournal = L"\n\nStart the journal: it offers a backup, where one is whole.";
 
-// With its backups there, or where nobody knows, it is no new one that is wanted.
+// Where there are backups, or where nobody can tell, the person does not want a new store.
 bool IsLost(const std::wstring& path)
 {
     if (!mervane::IsGone(path))

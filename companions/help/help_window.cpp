@@ -181,9 +181,10 @@ void HelpWindow::ComeForward()
     BringForward(m_window, SW_SHOW);
 }
 
-// In a message that was posted. Within the one that was sent the other program would wait for the page, and
-// where that takes long open a window of its own; and a display's server compares the time of the last posted
-// one with that of the last change of the keyboard's window, and leaves it where it is when that was later.
+// In a message that was posted, for two reasons. Within the one that was sent the other program would wait
+// for the page, and open a window of its own where that takes long. And a display's server compares the time
+// of the last posted message with that of the last change of the keyboard's window: where the change was
+// later, the keyboard stays where it is.
 void HelpWindow::ShowAsked()
 {
     if (m_asked.empty())

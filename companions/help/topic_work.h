@@ -1,6 +1,6 @@
-// What it takes to show a topic. The control of the system breaks a line by measuring all that is left of its
-// paragraph, and lays a paragraph out anew for each link that it is told of, so that one long line or many
-// links in one paragraph take the square of their number: a page of 512 KiB would keep the window for
+// What it takes to show a topic. To break one line the system's control measures all that is left of the
+// paragraph, and it lays a paragraph out anew for each link that it is told of. So one long line, or many
+// links in one paragraph, take the square of their number: a page of 512 KiB would keep the window for
 // minutes.
 #pragma once
 

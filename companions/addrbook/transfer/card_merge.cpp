@@ -121,7 +121,7 @@ class Merge {
     void PutNewLines();
     void Put(std::string_view whole);
 
-    // The lines of the card that have one key, of which so many were put.
+    // The lines of the card with one key, and how many of them have been put.
     struct CardLines {
         std::vector<std::string> lines;
         size_t put = 0;

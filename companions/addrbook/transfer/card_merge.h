@@ -9,8 +9,8 @@
 namespace addrbook {
 
 // The stored contact with what the card says. What the card lacks stays: a field, a phone or an e-mail, a
-// line that no field has a place for. A phone or e-mail of the card takes the place of the stored one of the
-// same number or address, a line that of the one with its name and kinds, also where several are stored.
+// line that no field has a place for. A phone or e-mail of the card replaces the stored one of the same
+// number or address; a line replaces the one with its name and kinds. So it is where several are stored, too.
 // Merging a contact's own card changes nothing.
 vcard::Contact MergedWith(const vcard::Contact& stored, const vcard::ImportedCard& card);
 

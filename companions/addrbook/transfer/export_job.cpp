@@ -149,7 +149,7 @@ Transfer::State ExportJob::StartAgainWithoutNames()
 Transfer::State ExportJob::Finish()
 {
     m_failed = !m_isOpen || !m_file.Finish();
-    // The file is there: what it says is worth more than that the next one says it in the same words.
+    // The file is there: the message is worth more than that the next one has the same words.
     if (m_bulk && !m_failed && !m_bulk->Commit())
         m_nameTrouble = m_bulk->Trouble();
     m_bulk.reset();

@@ -8,9 +8,9 @@
 
 namespace help {
 
-// In ASCII, whole. The control's text is then that of TextOf, but for line breaks in the place of tabs behind
-// cells that are wider than their column, which is at most so wide, in twips. The control gives links their
-// color itself.
+// In ASCII, whole. The control's text is then that of TextOf, with one difference: a cell that is wider than
+// widestColumn (in twips) is followed by a line break, not by a tab. The control gives links their color
+// itself.
 std::string RtfOf(const std::vector<Block>& blocks, int widestColumn);
 
 } // namespace help

@@ -98,7 +98,7 @@ void ContactReader::TakeOneOfMany(Property property, const Card::Line& line)
         KeepUnlessSaid(line.whole, property, std::string_view(all).substr(start));
 }
 
-// One more line of a kind of which the field holds one.
+// One more line for a field that holds only one.
 void ContactReader::TakeAnother(Property property, const Card::Line& line)
 {
     const Contact& contact = *m_contact;

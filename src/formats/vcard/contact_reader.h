@@ -7,7 +7,7 @@
 
 namespace vcard {
 
-// A card as it was read: the contact that it would be, and what of the names the card says itself.
+// A card as it was read: the contact that it makes, and which of the names the card itself gives.
 struct ImportedCard {
     Contact contact;
     std::string formattedName; // the card's own; empty: it has none

@@ -24,7 +24,7 @@ enum class Property {
     Other
 };
 
-// Whether the parameters of a phone or an e-mail name one kind of it, in the words in which it is written.
+// Whether the parameters of a phone or an e-mail name one kind, in the words that the writer uses.
 bool IsKind(Property property, std::string_view parameters);
 
 // Whether a line of this name belongs to what every card stands in (BEGIN, VERSION, END): never a contact's

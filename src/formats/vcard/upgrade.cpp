@@ -10,7 +10,7 @@ namespace {
 
 enum class Encoding { None, QuotedPrintable, Base64, Unknown };
 
-// What the parameters of an older line say, and what of them stays.
+// What the parameters of an older line say, and which of them stay.
 struct OldParameters {
     Encoding encoding = Encoding::None;
     std::string_view charset;
