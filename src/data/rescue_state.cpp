@@ -1,13 +1,15 @@
 #include "data/rescue_state.h"
 
+#include <algorithm>
 #include <cstring>
 
+#include "data/same_value.h"
 #include "mervane/values/text_codec.h"
 
 namespace {
 
 constexpr std::string_view kMagic = "QJRESCUE";
-constexpr uint32_t kVersion = 1;
+constexpr uint32_t kVersion = 2;
 constexpr size_t kHeaderSize = 24; // magic, version, size and number of what follows
 constexpr uint8_t kHasCategories = 1;
 
@@ -24,6 +26,8 @@ class Writer {
         Add(static_cast<uint32_t>(encoded.size()));
         m_bytes += encoded;
     }
+    void Add(TimeCount time) { Add(time.Units()); }
+    void Add(const CEBLOB&) {} // a set is added by itself
     void Add(const std::vector<CEOID>& ids)
     {
         Add(static_cast<uint32_t>(ids.size()));
@@ -58,8 +62,10 @@ class Reader {
             memcpy(&number, bytes.data(), sizeof number);
         return number;
     }
-    TimeCount GetTime() { return TimeCount(Get<uint64_t>()); }
-    std::wstring GetText() { return mervane::DecodeText(Take(Get<uint32_t>())); }
+    template <typename Number> void Read(Number* number) { *number = Get<Number>(); }
+    void Read(TimeCount* time) { *time = TimeCount(Get<uint64_t>()); }
+    void Read(std::wstring* text) { *text = mervane::DecodeText(Take(Get<uint32_t>())); }
+    void Read(CEBLOB*) {}
     std::vector<CEOID> GetIds()
     {
         std::vector<CEOID> ids;
@@ -76,18 +82,36 @@ class Reader {
     bool m_isWhole = true;
 };
 
+// Each behind its identifier, so that a field which is new needs no other format.
+void AddValues(const EntryToWrite& entry, Writer* out)
+{
+    out->Add(static_cast<uint32_t>(std::ranges::count_if(Fields(), IsPlainValue)));
+    for (const Field& field : Fields())
+        if (IsPlainValue(field)) {
+            out->Add(uint32_t{field.id});
+            std::visit([&](auto member) { out->Add(entry.*member); }, field.written);
+        }
+}
+
+// False for a field that is not known: a newer program's, who can keep it.
+bool ReadValues(Reader* in, EntryToWrite* entry)
+{
+    for (auto left = in->Get<uint32_t>(); left > 0; --left) {
+        const Field* field = FieldOf(in->Get<uint32_t>());
+        if (!field || !IsPlainValue(*field))
+            return false;
+        std::visit([&](auto member) { in->Read(&(entry->*member)); }, field->written);
+    }
+    return true;
+}
+
 std::string Content(const RescueState& state)
 {
     Writer out;
     out.Add(state.store);
     out.Add(uint32_t{state.id});
     out.Add(state.image);
-    for (const TimeCount time : {state.entry.date, state.entry.endTime, state.entry.duration})
-        out.Add(time.Units());
-    out.Add(state.entry.priority);
-    out.Add(state.entry.sensitivity);
-    for (const std::wstring* text : {&state.entry.type, &state.entry.subject, &state.entry.body})
-        out.Add(*text);
+    AddValues(state.entry, &out);
     out.Add(state.categories ? kHasCategories : uint8_t{0});
     out.Add(state.categories.value_or(std::vector<CEOID>()));
     out.Add(state.contacts);
@@ -129,12 +153,8 @@ std::optional<RescueState> ReadRescue(std::string_view bytes)
     state.store = in.Get<uint64_t>();
     state.id = in.Get<uint32_t>();
     state.image = in.Get<uint64_t>();
-    for (TimeCount* time : {&state.entry.date, &state.entry.endTime, &state.entry.duration})
-        *time = in.GetTime();
-    state.entry.priority = in.Get<short>();
-    state.entry.sensitivity = in.Get<short>();
-    for (std::wstring* text : {&state.entry.type, &state.entry.subject, &state.entry.body})
-        *text = in.GetText();
+    if (!ReadValues(&in, &state.entry))
+        return std::nullopt;
     const auto flags = in.Get<uint8_t>();
     std::vector<CEOID> categories = in.GetIds();
     if (flags & kHasCategories)

@@ -5,11 +5,17 @@
 #include <utility>
 
 #include "data/category_flags.h"
+#include "data/same_value.h"
 #include "pick/category_assignment.h"
 
 namespace {
 
 constexpr DWORD kContactFlags = 256;
+
+bool IsTime(const Field& field)
+{
+    return PropertyType(field.id) == CEVT_FILETIME;
+}
 
 CEBLOB BlobOf(std::vector<BYTE>& bytes)
 {
@@ -328,23 +334,15 @@ bool EditorRecord::IsForeign(CEPROPID property) const
 // times follow from it. The sets are left in their own way.
 bool EditorRecord::LeavesForeign(CEPROPID property, const EntryToWrite& entry) const
 {
-    if (!m_shown)
-        return false;
-    switch (property) {
-    case kPropDate:
-    case kPropEndTime:
-    case kPropDuration:
-        return (IsForeign(kPropDate) || IsForeign(kPropEndTime) || IsForeign(kPropDuration)) &&
-               entry.date == m_shown->date && entry.endTime == m_shown->endTime &&
-               entry.duration == m_shown->duration;
-    case kPropKind: return IsForeign(property);
-    case kPropPriority: return IsForeign(property) && entry.priority == m_shown->priority;
-    case kPropSensitivity: return IsForeign(property) && entry.sensitivity == m_shown->sensitivity;
-    case kPropType: return IsForeign(property) && entry.type == m_shown->type;
-    case kPropBody: return IsForeign(property) && entry.body == m_shown->body;
-    case kPropSubject: return IsForeign(property) && entry.subject == m_shown->subject;
-    default: return false;
+    const Field* field = m_shown ? FieldOf(property) : nullptr;
+    bool isForeign = false, isSame = field != nullptr;
+    for (const Field& other : Fields()) {
+        if (!field || (&other != field && !(IsTime(other) && IsTime(*field))))
+            continue;
+        isForeign = isForeign || IsForeign(other.id);
+        isSame = isSame && HaveSameValue(other, entry, *m_shown);
     }
+    return isForeign && isSame;
 }
 
 // What is written is foreign no more.

@@ -2,16 +2,15 @@
 
 #include <commdlg.h>
 
+#include "data/value_texts.h"
 #include "editor/categories_line.h"
 #include "pick/category_assignment.h"
 #include "ui/save_choice.h"
-#include "util/date_text.h"
-#include "util/duration_text.h"
 #include "util/whole_file.h"
 
 namespace {
 
-void AddLine(std::wstring* text, const wchar_t* label, const std::wstring& value)
+void AddLine(std::wstring* text, const std::wstring& label, const std::wstring& value)
 {
     if (!value.empty())
         *text += label + value + L"\r\n";
@@ -56,9 +55,20 @@ std::wstring ContactNames(EditorRecord& record)
     return hasAll ? names : WithUnread(names);
 }
 
-std::wstring Typed(const std::wstring& text, const wchar_t* placeholder)
+std::wstring ValueText(const Field& field, const std::vector<CEPROPVAL>& properties, EditorRecord& record)
 {
-    return IsPlaceholder(text, placeholder) ? std::wstring() : text;
+    if (field.reading == Reading::Categories)
+        return CategoryNames(record);
+    if (field.reading == Reading::Contacts)
+        return ContactNames(record);
+    const auto* property = FindProperty(field.id, static_cast<WORD>(properties.size()), properties.data());
+    return property ? std::wstring(ValueTexts().Whole(field, property->val)) : std::wstring();
+}
+
+std::wstring LabelOf(const Field& field)
+{
+    const std::wstring label = field.line.label;
+    return label.substr(0, label.find(L':')) + L": ";
 }
 
 std::string Utf8(const std::wstring& text)
@@ -72,20 +82,18 @@ std::string Utf8(const std::wstring& text)
 
 } // namespace
 
-std::wstring EntryCopyText(const EntryToWrite& entry, EditorRecord& record)
+std::wstring EntryCopyText(EntryToWrite entry, EditorRecord& record)
 {
-    std::wstring text;
-    AddLine(&text, L"Date: ", DateTimeText(entry.date));
-    AddLine(&text, L"End Date: ", DateTimeText(entry.endTime));
-    AddLine(&text, L"Duration: ", FormatDuration(entry.duration));
-    AddLine(&text, L"Priority: ", PriorityWord(entry.priority));
-    AddLine(&text, L"Sensitivity: ", SensitivityWord(entry.sensitivity));
-    AddLine(&text, L"Subject: ", Typed(entry.subject, kSubjectPlaceholder));
-    AddLine(&text, L"Type: ", entry.type);
-    AddLine(&text, L"Assigned Categories: ", CategoryNames(record));
-    AddLine(&text, L"Assigned Contacts: ", ContactNames(record));
-    AddLine(&text, L"\r\n", Typed(entry.body, kBodyPlaceholder));
-    return text;
+    const std::vector<CEPROPVAL> properties = PropertiesToWrite(entry);
+    std::wstring text, below;
+    for (int place = 1; const Field* field = FieldOfLine(place); ++place) {
+        const std::wstring value = ValueText(*field, properties, record);
+        if (field->reading == Reading::LongText)
+            AddLine(&below, L"\r\n", value);
+        else
+            AddLine(&text, LabelOf(*field), value);
+    }
+    return text + below;
 }
 
 bool WriteTextFile(const wchar_t* path, const std::wstring& text)

@@ -11,7 +11,7 @@
 
 // The entry in labelled lines that end in CR LF; placeholders are left out. Of the assigned categories and
 // contacts those are named that the store can still tell, and it is said where there are more.
-std::wstring EntryCopyText(const EntryToWrite& entry, EditorRecord& record);
+std::wstring EntryCopyText(EntryToWrite entry, EditorRecord& record);
 
 // Writes a text as UTF-8 with its mark at the beginning, in place of what the file had. False when not all of
 // it is on disk: what the file had is still there.

@@ -106,10 +106,10 @@ void EntryEditor::TellNotSaved()
 
 std::optional<std::wstring> EntryEditor::TextOfCopy()
 {
-    const std::optional<EntryToWrite> entry = Collect();
+    std::optional<EntryToWrite> entry = Collect();
     if (!entry)
         return std::nullopt;
-    return EntryCopyText(*entry, m_record);
+    return EntryCopyText(std::move(*entry), m_record);
 }
 
 // What is being typed into a field that the keyboard has not left yet: a key or a click on the bar leaves it

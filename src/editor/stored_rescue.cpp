@@ -1,5 +1,8 @@
 #include "editor/stored_rescue.h"
 
+#include <algorithm>
+
+#include "data/same_value.h"
 #include "editor/editor_record.h"
 
 namespace {
@@ -12,20 +15,11 @@ enum class Record {
     Other
 };
 
-// A placeholder and an empty text are stored as none or as an empty one.
-bool IsSameText(const std::optional<std::wstring>& stored, const std::wstring& text,
-                const wchar_t* placeholder = L"")
-{
-    return stored.value_or(L"") == (IsPlaceholder(text, placeholder) ? std::wstring() : text);
-}
-
 bool IsSameEntry(const JournalEntry& stored, const EntryToWrite& entry)
 {
-    return stored.date == entry.date && stored.endTime == entry.endTime &&
-           stored.duration == entry.duration && stored.priority == entry.priority &&
-           stored.sensitivity == entry.sensitivity && IsSameText(stored.type, entry.type) &&
-           IsSameText(stored.subject, entry.subject, kSubjectPlaceholder) &&
-           IsSameText(stored.body, entry.body, kBodyPlaceholder);
+    return std::ranges::all_of(Fields(), [&](const Field& field) {
+        return !IsPlainValue(field) || IsStoredValue(field, stored, entry);
+    });
 }
 
 bool HasSameSets(const RescueState& stored, const RescueState& state)

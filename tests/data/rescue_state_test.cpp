@@ -73,10 +73,20 @@ TEST(RescueState, TheBytesAreThoseOfTheFormat)
     state.id = 2;
     state.entry.subject = L"Hi";
     const std::string bytes = RescueBytes(state);
-    EXPECT_EQ(bytes.substr(0, 12), std::string("QJRESCUE\1\0\0\0", 12));
+    EXPECT_EQ(bytes.substr(0, 12), std::string("QJRESCUE\2\0\0\0", 12));
     EXPECT_EQ(bytes.substr(24, 12), std::string("\1\0\0\0\0\0\0\0\2\0\0\0", 12));
-    // Behind the image, three times, two numbers and the empty type.
-    EXPECT_EQ(bytes.substr(24 + 12 + 8 + 24 + 4 + 4, 6), std::string("\2\0\0\0Hi", 6));
+    EXPECT_EQ(bytes.substr(24 + 12 + 8, 4), std::string("\10\0\0\0", 4)) << "values";
+    // The last one is the subject, by number 102 and kind of value 31; behind it there are no sets.
+    EXPECT_EQ(bytes.substr(bytes.size() - 19), std::string("\x1F\0\x66\0\2\0\0\0Hi\0\0\0\0\0\0\0\0\0", 19));
+}
+
+TEST(RescueState, AFieldThatIsNotKnownIsNotReadPast)
+{
+    std::string bytes = RescueBytes(RescueState());
+    for (const CEPROPID id : {MakePropertyId(112, CEVT_LPWSTR), kPropCategories, kPropKind}) {
+        bytes.replace(bytes.size() - 17, sizeof id, reinterpret_cast<const char*>(&id), sizeof id);
+        EXPECT_FALSE(ReadRescue(Signed(bytes))) << id;
+    }
 }
 
 TEST(RescueState, NoPartOfItIsRead)
