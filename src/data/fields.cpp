@@ -23,7 +23,8 @@ constexpr Field kFields[] = {
      .read = &JournalEntry::date,
      .written = &EntryToWrite::date,
      .column = {.thirds = 1, .flags = kColumnShown | kColumnSort | kSortsDescending},
-     .line = {1, L"Date: "}},
+     .line = {1, L"Date: "},
+     .findButton = IDC_FIND_DATE},
     {.id = kPropEndTime,
      .title = IDS_FIELD_END_TIME,
      .reading = Reading::DateAndTime,
@@ -72,7 +73,8 @@ constexpr Field kFields[] = {
      .placeholder = kBodyPlaceholder,
      .sorts = false,
      .column = {.width = 100},
-     .line = {8, L"Entry:\r\n", kBlankLine}},
+     .line = {8, L"Entry:\r\n", kBlankLine},
+     .findButton = IDC_FIND_ENTRY},
     {.id = kPropSubject,
      .title = IDS_FIELD_SUBJECT,
      .reading = Reading::Text,
@@ -80,7 +82,8 @@ constexpr Field kFields[] = {
      .written = &EntryToWrite::subject,
      .placeholder = kSubjectPlaceholder,
      .column = {.thirds = 2, .flags = kColumnShown | kSortsDescending},
-     .line = {6, L"Subject: "}},
+     .line = {6, L"Subject: "},
+     .findButton = IDC_FIND_SUBJECT},
     {.id = kPropCategories,
      .title = IDS_FIELD_CATEGORIES,
      .reading = Reading::Categories,
@@ -131,6 +134,11 @@ const Field* FieldOfColumn(WORD number)
 const Field* FieldOfLine(int place)
 {
     return FindField([=](const Field& field) { return place && field.line.place == place; });
+}
+
+const Field* FieldOfFindButton(int button)
+{
+    return FindField([=](const Field& field) { return button && field.findButton == button; });
 }
 
 std::wstring TitleOf(const Field& field)

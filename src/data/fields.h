@@ -54,6 +54,7 @@ struct Field {
     CEPROPID lackingAs = 0;       // ... or this property's text
     DefaultColumn column = {};
     TextLine line = {};
+    int findButton = 0; // of the dialog Find: looks for a date, or in a text; 0: it is not looked for
 };
 
 // In the order in which a save writes them.
@@ -63,7 +64,8 @@ size_t IndexOf(const Field& field); // in Fields()
 const Field* FieldOf(CEPROPID id);
 // The field that a column of a property number shows; null for 106 and for numbers that no field has.
 const Field* FieldOfColumn(WORD number);
-const Field* FieldOfLine(int place); // of the text format; null behind the last one
+const Field* FieldOfLine(int place);        // of the text format; null behind the last one
+const Field* FieldOfFindButton(int button); // null for any other number
 
 // Its name, of at most 59 characters; empty where it is never named.
 std::wstring TitleOf(const Field& field);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "data/fields.h"
 #include "editor/placeholder_edit.h"
 #include "find/find_settings.h"
 #include "res/resource.h"
@@ -51,11 +52,11 @@ class FindDialog : public Dialog {
     void FillBox();
     void MakeDropTaller();
     void ShowText(const std::wstring& text);
-    void ClickSearchBy(SearchBy by);
+    void ClickSearchBy(CEPROPID by);
     void ClickSearchFrom(SearchFrom from);
     void EnableWhatBelongs();
 
-    SearchBy By() const;
+    CEPROPID By() const;
     std::wstring Typed() const;
 
     RegistryStore& m_settings;
@@ -142,9 +143,11 @@ void FindDialog::ShowText(const std::wstring& text)
         SetWindowTextW(box, text.empty() ? kSearchPlaceholder : text.c_str());
 }
 
-void FindDialog::ClickSearchBy(SearchBy by)
+void FindDialog::ClickSearchBy(CEPROPID by)
 {
-    CheckRadioButton(GetWindow(), IDC_FIND_DATE, IDC_FIND_ENTRY, ButtonOf(by));
+    for (const Field& field : Fields())
+        if (field.findButton)
+            CheckButton(field.findButton, field.id == by);
     EnableWhatBelongs();
 }
 
@@ -162,19 +165,19 @@ void FindDialog::ClickSearchFrom(SearchFrom from)
 // The date belongs to a search by date, the text and its case to the others.
 void FindDialog::EnableWhatBelongs()
 {
-    const bool byDate = By() == SearchBy::Date;
+    const bool byDate = PropertyType(By()) == CEVT_FILETIME;
     EnableItem(IDC_FIND_DAY, byDate);
     EnableItem(IDC_FIND_TEXT, !byDate);
     EnableItem(IDC_FIND_MATCH_CASE, !byDate);
     KeepFocus(byDate ? IDC_FIND_DAY : IDC_FIND_TEXT);
 }
 
-SearchBy FindDialog::By() const
+CEPROPID FindDialog::By() const
 {
-    for (const SearchBy by : {SearchBy::Subject, SearchBy::Entry})
-        if (IsButtonChecked(ButtonOf(by)))
-            return by;
-    return SearchBy::Date;
+    for (const Field& field : Fields())
+        if (field.findButton && IsButtonChecked(field.findButton))
+            return field.id;
+    return kPropDate;
 }
 
 std::wstring FindDialog::Typed() const
@@ -192,7 +195,7 @@ bool FindDialog::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT*)
 
 bool FindDialog::OnCommand(int id, WORD code)
 {
-    if (id < IDC_FIND_DATE || id > IDC_FIND_ENTRY || code != BN_CLICKED)
+    if (!FieldOfFindButton(id) || code != BN_CLICKED)
         return false;
     EnableWhatBelongs();
     return true;
@@ -204,7 +207,7 @@ void FindDialog::OnOK()
     m_request->matchCase = IsButtonChecked(IDC_FIND_MATCH_CASE);
     m_request->from = IsButtonChecked(IDC_FIND_FROM_CURRENT) ? SearchFrom::Current : SearchFrom::Top;
     StoreFindChoices(&m_settings, *m_request);
-    if (m_request->by == SearchBy::Date) {
+    if (PropertyType(m_request->by) == CEVT_FILETIME) {
         TakeTypedTime(GetWindow());
         SendMessageW(m_day, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&m_request->date));
     } else {

@@ -5,7 +5,8 @@
 
 #include <string>
 
-enum class SearchBy { Date, Subject, Entry };
+#include "mervane/values/journal_table.h"
+
 enum class SearchFrom { Top, Current };
 
 constexpr const wchar_t* kSearchPlaceholder = L"<Search Text>";
@@ -13,7 +14,7 @@ constexpr int kSearchTextLength = 13; // of the placeholder; what is typed beyon
 
 struct FindRequest {
     bool matchCase = false;
-    SearchBy by = SearchBy::Date;
+    CEPROPID by = kPropDate; // a field with a button in the dialog
     SearchFrom from = SearchFrom::Top;
     SYSTEMTIME date{}; // the day looked for; all zero until one was chosen
     std::wstring text; // empty when the user left the placeholder

@@ -2,25 +2,14 @@
 
 #include <unordered_set>
 
-#include "data/journal_entry.h"
 #include "util/time_count.h"
 
 namespace {
 
-CEPROPID PropertyOf(SearchBy by)
-{
-    switch (by) {
-    case SearchBy::Subject: return kPropSubject;
-    case SearchBy::Entry: return kPropBody;
-    case SearchBy::Date: break;
-    }
-    return kPropDate;
-}
-
 class Search {
   public:
     Search(DbJournal& journal, const FindRequest& request)
-        : m_journal(journal), m_request(request), m_property(PropertyOf(request.by))
+        : m_journal(journal), m_request(request), m_byDate(PropertyType(request.by) == CEVT_FILETIME)
     {
         if (!m_date.FromSystemTime(request.date))
             m_date.Zero();
@@ -28,21 +17,21 @@ class Search {
 
     CEOID First()
     {
-        if (m_request.by == SearchBy::Date)
-            return m_journal.FindDate(m_property, m_date.ToFileTime());
-        return m_journal.FindText(m_property, m_request.text.c_str(), m_request.matchCase);
+        if (m_byDate)
+            return m_journal.FindDate(m_request.by, m_date.ToFileTime());
+        return m_journal.FindText(m_request.by, m_request.text.c_str(), m_request.matchCase);
     }
     CEOID After(CEOID id)
     {
-        if (m_request.by == SearchBy::Date)
-            return m_journal.FindDateAfter(id, m_property, m_date.ToFileTime());
-        return m_journal.FindTextAfter(id, m_property, m_request.text.c_str(), m_request.matchCase);
+        if (m_byDate)
+            return m_journal.FindDateAfter(id, m_request.by, m_date.ToFileTime());
+        return m_journal.FindTextAfter(id, m_request.by, m_request.text.c_str(), m_request.matchCase);
     }
 
   private:
     DbJournal& m_journal;
     const FindRequest& m_request;
-    CEPROPID m_property;
+    bool m_byDate;
     TimeCount m_date;
 };
 

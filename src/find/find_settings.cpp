@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "data/fields.h"
 #include "res/resource.h"
 #include "settings/registry_store.h"
 
@@ -33,28 +34,16 @@ bool IsInHistory(const RegistryStore& settings, const std::wstring& text)
 
 } // namespace
 
-int ButtonOf(SearchBy by)
-{
-    switch (by) {
-    case SearchBy::Subject: return IDC_FIND_SUBJECT;
-    case SearchBy::Entry: return IDC_FIND_ENTRY;
-    case SearchBy::Date: break;
-    }
-    return IDC_FIND_DATE;
-}
-
 int ButtonOf(SearchFrom from)
 {
     return from == SearchFrom::Current ? IDC_FIND_FROM_CURRENT : IDC_FIND_FROM_TOP;
 }
 
-SearchBy ReadSearchBy(const RegistryStore& settings)
+CEPROPID ReadSearchBy(const RegistryStore& settings)
 {
-    const DWORD button = settings.GetNumber(kSettings, kSearchByValue, IDC_FIND_DATE);
-    for (const SearchBy by : {SearchBy::Subject, SearchBy::Entry})
-        if (button == static_cast<DWORD>(ButtonOf(by)))
-            return by;
-    return SearchBy::Date;
+    const Field* field =
+        FieldOfFindButton(static_cast<int>(settings.GetNumber(kSettings, kSearchByValue, IDC_FIND_DATE)));
+    return field ? field->id : kPropDate;
 }
 
 SearchFrom ReadSearchFrom(const RegistryStore& settings)
@@ -70,7 +59,7 @@ bool ReadMatchCase(const RegistryStore& settings)
 
 void StoreFindChoices(RegistryStore* settings, const FindRequest& request)
 {
-    settings->SetNumber(kSettings, kSearchByValue, static_cast<DWORD>(ButtonOf(request.by)));
+    settings->SetNumber(kSettings, kSearchByValue, static_cast<DWORD>(FieldOf(request.by)->findButton));
     settings->SetNumber(kSettings, kMatchCaseValue, request.matchCase);
     settings->SetNumber(kSettings, kSearchFromValue, static_cast<DWORD>(ButtonOf(request.from)));
 }

@@ -9,12 +9,11 @@
 class RegistryStore;
 
 // The buttons are stored by their identifiers; any other number reads as the default.
-SearchBy ReadSearchBy(const RegistryStore& settings);     // Date unless stored
+CEPROPID ReadSearchBy(const RegistryStore& settings);     // the date unless stored
 SearchFrom ReadSearchFrom(const RegistryStore& settings); // Top unless stored
 bool ReadMatchCase(const RegistryStore& settings);        // off unless stored
 void StoreFindChoices(RegistryStore* settings, const FindRequest& request);
 
-int ButtonOf(SearchBy by);
 int ButtonOf(SearchFrom from);
 
 // Newest first, at most five; it ends at its first text that is empty, missing or too long to be read.

@@ -189,28 +189,28 @@ TEST_F(FindDialogTest, OnlyASearchByTextTakesTheText)
         dialog.SetText(kText, L"walk");
         dialog.Click(kDate);
     });
-    EXPECT_EQ(m_request.by, SearchBy::Date);
+    EXPECT_EQ(m_request.by, kPropDate);
     EXPECT_EQ(m_request.text, L"");
     EXPECT_EQ(StoredText(0), L"");
 }
 
 TEST_F(FindDialogTest, OkTakesAndStoresTheChoices)
 {
-    const std::pair<int, SearchBy> kinds[] = {
-        {kSubject, SearchBy::Subject}, {kEntry, SearchBy::Entry}, {kDate, SearchBy::Date}};
+    const std::pair<int, CEPROPID> kinds[] = {
+        {kSubject, kPropSubject}, {kEntry, kPropBody}, {kDate, kPropDate}};
     for (const auto& [button, by] : kinds) {
         EXPECT_TRUE(RunAndAccept([&](const DialogWindow& dialog) {
             dialog.Click(kEntry);
             dialog.Click(kMatch);
             dialog.Click(button);
-            dialog.Click(by == SearchBy::Subject ? kCurrent : kTop);
+            dialog.Click(by == kPropSubject ? kCurrent : kTop);
         }));
         EXPECT_EQ(m_request.by, by);
-        EXPECT_EQ(m_request.matchCase, by != SearchBy::Entry) << "every other time";
-        EXPECT_EQ(m_request.from, by == SearchBy::Subject ? SearchFrom::Current : SearchFrom::Top);
+        EXPECT_EQ(m_request.matchCase, by != kPropBody) << "every other time";
+        EXPECT_EQ(m_request.from, by == kPropSubject ? SearchFrom::Current : SearchFrom::Top);
         EXPECT_EQ(Stored(L"SearchBy"), static_cast<DWORD>(button));
         EXPECT_EQ(Stored(L"MatchCase"), m_request.matchCase ? 1u : 0u);
-        EXPECT_EQ(Stored(L"SearchFrom"), by == SearchBy::Subject ? 1049u : 1047u);
+        EXPECT_EQ(Stored(L"SearchFrom"), by == kPropSubject ? 1049u : 1047u);
     }
 }
 
@@ -241,7 +241,7 @@ TEST_F(FindDialogTest, CancelChangesNothing)
         dialog.Key(VK_ESCAPE);
     }));
     EXPECT_EQ(m_request.text, L"before");
-    EXPECT_EQ(m_request.by, SearchBy::Date);
+    EXPECT_EQ(m_request.by, kPropDate);
     EXPECT_EQ(m_request.date.wYear, 0);
     EXPECT_EQ(Stored(L"SearchBy"), 0xDEADu);
     EXPECT_EQ(Stored(L"MatchCase"), 0xDEADu);
@@ -314,7 +314,7 @@ TEST_F(FindDialogTest, ASearchIsChosenAndTypedByTheKeyboardAlone)
         EXPECT_EQ(dialog.Text(kText), L"Park") << "the placeholder was selected";
         dialog.Key(VK_RETURN);
     }));
-    EXPECT_EQ(m_request.by, SearchBy::Entry);
+    EXPECT_EQ(m_request.by, kPropBody);
     EXPECT_EQ(m_request.from, SearchFrom::Current);
     EXPECT_TRUE(m_request.matchCase);
     EXPECT_EQ(m_request.text, L"Park");

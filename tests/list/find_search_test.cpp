@@ -10,7 +10,7 @@ using Ids = std::vector<CEOID>;
 
 class FindEntriesTest : public JournalTest {
   protected:
-    static FindRequest TextRequest(SearchBy by, const std::wstring& text)
+    static FindRequest TextRequest(CEPROPID by, const std::wstring& text)
     {
         FindRequest request;
         request.by = by;
@@ -38,25 +38,25 @@ class FindEntriesTest : public JournalTest {
 
 TEST_F(FindEntriesTest, FindNothingInAnEmptyJournal)
 {
-    EXPECT_EQ(Find(TextRequest(SearchBy::Subject, L"")), Ids{});
-    EXPECT_EQ(Find(Current(TextRequest(SearchBy::Subject, L"")), 1), Ids{});
+    EXPECT_EQ(Find(TextRequest(kPropSubject, L"")), Ids{});
+    EXPECT_EQ(Find(Current(TextRequest(kPropSubject, L"")), 1), Ids{});
     EXPECT_EQ(Find(Day(2000, 1, 1)), Ids{});
 }
 
 TEST_F(FindEntriesTest, FromTheTopFindsAllInTheirOrder)
 {
     const CEOID late = AddEntry(30, L"walk"), other = AddEntry(20, L"lunch"), early = AddEntry(10, L"Walk");
-    EXPECT_EQ(Find(TextRequest(SearchBy::Subject, L"walk")), (Ids{early, late}));
-    EXPECT_EQ(Find(TextRequest(SearchBy::Subject, L"walk"), other), (Ids{early, late}));
+    EXPECT_EQ(Find(TextRequest(kPropSubject, L"walk")), (Ids{early, late}));
+    EXPECT_EQ(Find(TextRequest(kPropSubject, L"walk"), other), (Ids{early, late}));
     Own().Journal().SetSort({kPropDate, CEDB_SORT_DESCENDING}, 1);
-    EXPECT_EQ(Find(TextRequest(SearchBy::Subject, L"walk")), (Ids{late, early}));
+    EXPECT_EQ(Find(TextRequest(kPropSubject, L"walk")), (Ids{late, early}));
 }
 
 TEST_F(FindEntriesTest, TheCaseCountsWhenAsked)
 {
     AddEntry(1, L"walk");
     const CEOID big = AddEntry(2, L"Walk");
-    FindRequest request = TextRequest(SearchBy::Subject, L"Walk");
+    FindRequest request = TextRequest(kPropSubject, L"Walk");
     EXPECT_EQ(Find(request).size(), 2u);
     request.matchCase = true;
     EXPECT_EQ(Find(request), (Ids{big}));
@@ -67,8 +67,8 @@ TEST_F(FindEntriesTest, ByEntryLooksAtTheBodyAndNotTheSubject)
 {
     const CEOID subject = TestRecord().Text(kPropSubject, L"park").Text(kPropBody, L"lunch").Write();
     const CEOID body = TestRecord().Text(kPropSubject, L"lunch").Text(kPropBody, L"in the park").Write();
-    EXPECT_EQ(Find(TextRequest(SearchBy::Entry, L"park")), (Ids{body}));
-    EXPECT_EQ(Find(TextRequest(SearchBy::Subject, L"park")), (Ids{subject}));
+    EXPECT_EQ(Find(TextRequest(kPropBody, L"park")), (Ids{body}));
+    EXPECT_EQ(Find(TextRequest(kPropSubject, L"park")), (Ids{subject}));
 }
 
 TEST_F(FindEntriesTest, ByDateFindsTheDay)
@@ -92,7 +92,7 @@ TEST_F(FindEntriesTest, ADateThatIsNoneFindsNothing)
 TEST_F(FindEntriesTest, FromCurrentGoesOnBehindItAndComesRound)
 {
     const CEOID a = AddEntry(1, L"walk"), b = AddEntry(2, L"walk"), c = AddEntry(3, L"walk");
-    const FindRequest request = Current(TextRequest(SearchBy::Subject, L"walk"));
+    const FindRequest request = Current(TextRequest(kPropSubject, L"walk"));
     EXPECT_EQ(Find(request, a), (Ids{b, c})) << "it ends at the entry that it started from";
     EXPECT_EQ(Find(request, b), (Ids{c, a}));
     EXPECT_EQ(Find(request, c), (Ids{a, b}));
@@ -101,22 +101,22 @@ TEST_F(FindEntriesTest, FromCurrentGoesOnBehindItAndComesRound)
 TEST_F(FindEntriesTest, FromACurrentEntryThatDoesNotMatchItEndsAsWell)
 {
     const CEOID a = AddEntry(1, L"walk"), other = AddEntry(2, L"lunch"), c = AddEntry(3, L"walk");
-    const FindRequest request = Current(TextRequest(SearchBy::Subject, L"walk"));
+    const FindRequest request = Current(TextRequest(kPropSubject, L"walk"));
     EXPECT_EQ(Find(request, other), (Ids{c, a}));
-    EXPECT_EQ(Find(Current(TextRequest(SearchBy::Subject, L"nowhere")), other), Ids{});
+    EXPECT_EQ(Find(Current(TextRequest(kPropSubject, L"nowhere")), other), Ids{});
 }
 
 TEST_F(FindEntriesTest, FromTheOnlyMatchNothingElseIsFound)
 {
     const CEOID only = AddEntry(1, L"walk");
     AddEntry(2, L"lunch");
-    EXPECT_EQ(Find(Current(TextRequest(SearchBy::Subject, L"walk")), only), Ids{});
+    EXPECT_EQ(Find(Current(TextRequest(kPropSubject, L"walk")), only), Ids{});
 }
 
 TEST_F(FindEntriesTest, WithoutACurrentEntryItBeginsAtTheTop)
 {
     const CEOID a = AddEntry(1, L"walk"), b = AddEntry(2, L"walk");
-    const FindRequest request = Current(TextRequest(SearchBy::Subject, L"walk"));
+    const FindRequest request = Current(TextRequest(kPropSubject, L"walk"));
     EXPECT_EQ(Find(request, 0), (Ids{a, b}));
     EXPECT_EQ(Find(request, 777), (Ids{a, b}));
 }
@@ -125,16 +125,16 @@ TEST_F(FindEntriesTest, TheEmptyTextFindsEveryEntryThatHasTheField)
 {
     const CEOID a = AddEntry(1, L"walk");
     TestRecord().Time(kPropDate, Instant(2001, 1, 1)).Write();
-    EXPECT_EQ(Find(TextRequest(SearchBy::Subject, L"")), (Ids{a}));
-    EXPECT_EQ(Find(TextRequest(SearchBy::Entry, L"")), Ids{});
+    EXPECT_EQ(Find(TextRequest(kPropSubject, L"")), (Ids{a}));
+    EXPECT_EQ(Find(TextRequest(kPropBody, L"")), Ids{});
 }
 
 TEST_F(FindEntriesTest, ThousandsAreFoundInOneGo)
 {
     const auto ids = AddEntries(20'000);
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(Find(TextRequest(SearchBy::Subject, L"ENTRY")), ids);
-    EXPECT_EQ(Find(Current(TextRequest(SearchBy::Subject, L"entry")), ids[9'999]).size(), 19'999u);
+    EXPECT_EQ(Find(TextRequest(kPropSubject, L"ENTRY")), ids);
+    EXPECT_EQ(Find(Current(TextRequest(kPropSubject, L"entry")), ids[9'999]).size(), 19'999u);
     // A pass for each would take minutes.
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }

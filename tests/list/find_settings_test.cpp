@@ -40,7 +40,7 @@ class FindSettings : public testing::Test {
 
 TEST_F(FindSettings, NothingStoredReadsAsTheDefaults)
 {
-    EXPECT_EQ(ReadSearchBy(Own()), SearchBy::Date);
+    EXPECT_EQ(ReadSearchBy(Own()), kPropDate);
     EXPECT_EQ(ReadSearchFrom(Own()), SearchFrom::Top);
     EXPECT_FALSE(ReadMatchCase(Own()));
     EXPECT_EQ(History(), Texts{});
@@ -48,17 +48,16 @@ TEST_F(FindSettings, NothingStoredReadsAsTheDefaults)
 
 TEST_F(FindSettings, ButtonsAreStoredByTheirNumbers)
 {
-    const std::pair<SearchBy, DWORD> kinds[] = {
-        {SearchBy::Date, 1106}, {SearchBy::Subject, 1107}, {SearchBy::Entry, 1108}};
+    const std::pair<CEPROPID, DWORD> kinds[] = {{kPropDate, 1106}, {kPropSubject, 1107}, {kPropBody, 1108}};
     for (const auto& [by, button] : kinds) {
         FindRequest request;
         request.by = by;
-        request.matchCase = by == SearchBy::Subject;
-        request.from = by == SearchBy::Entry ? SearchFrom::Current : SearchFrom::Top;
+        request.matchCase = by == kPropSubject;
+        request.from = by == kPropBody ? SearchFrom::Current : SearchFrom::Top;
         StoreFindChoices(&Own(), request);
         EXPECT_EQ(Stored(L"SearchBy"), button);
-        EXPECT_EQ(Stored(L"MatchCase"), by == SearchBy::Subject ? 1u : 0u);
-        EXPECT_EQ(Stored(L"SearchFrom"), by == SearchBy::Entry ? 1049u : 1047u);
+        EXPECT_EQ(Stored(L"MatchCase"), by == kPropSubject ? 1u : 0u);
+        EXPECT_EQ(Stored(L"SearchFrom"), by == kPropBody ? 1049u : 1047u);
         EXPECT_EQ(ReadSearchBy(Own()), by);
         EXPECT_EQ(ReadMatchCase(Own()), request.matchCase);
         EXPECT_EQ(ReadSearchFrom(Own()), request.from);
@@ -70,7 +69,7 @@ TEST_F(FindSettings, NumbersOfNoSuchButtonReadAsTheDefaults)
     for (const DWORD number : {0u, 1u, 2u, 1105u, 1109u, 1048u, 0xFFFFFFFFu}) {
         Store(L"SearchBy", number);
         Store(L"SearchFrom", number);
-        EXPECT_EQ(ReadSearchBy(Own()), SearchBy::Date) << number;
+        EXPECT_EQ(ReadSearchBy(Own()), kPropDate) << number;
         EXPECT_EQ(ReadSearchFrom(Own()), SearchFrom::Top) << number;
     }
     Store(L"MatchCase", 0xFFFFFFFF);
@@ -172,13 +171,11 @@ TEST_F(FindSettings, ButtonsOfAnyTypeAndLengthReadAsANumberOrTheDefault)
     const struct {
         DWORD type;
         std::string bytes;
-        SearchBy by;
+        CEPROPID by;
     } values[] = {
-        {REG_BINARY, "\x53\x04\0\0"s, SearchBy::Subject}, // the type is not looked at
-        {REG_BINARY, "\x53\x04\0"s, SearchBy::Date},
-        {REG_BINARY, ""s, SearchBy::Date},
-        {REG_QWORD, "\x53\x04\0\0\0\0\0\0"s, SearchBy::Date},
-        {REG_SZ, "1\0001\0000\0007\0\0\0"s, SearchBy::Date},
+        {REG_BINARY, "\x53\x04\0\0"s, kPropSubject}, // the type is not looked at
+        {REG_BINARY, "\x53\x04\0"s, kPropDate},          {REG_BINARY, ""s, kPropDate},
+        {REG_QWORD, "\x53\x04\0\0\0\0\0\0"s, kPropDate}, {REG_SZ, "1\0001\0000\0007\0\0\0"s, kPropDate},
     };
     Store(L"SearchBy", 0); // makes the key
     for (const auto& [type, bytes, by] : values) {
@@ -186,7 +183,7 @@ TEST_F(FindSettings, ButtonsOfAnyTypeAndLengthReadAsANumberOrTheDefault)
             StoreBytes(kSettings, name, type, bytes);
         EXPECT_EQ(ReadSearchBy(Own()), by) << type << ", " << bytes.size();
         EXPECT_EQ(ReadSearchFrom(Own()), SearchFrom::Top) << type << ", " << bytes.size();
-        EXPECT_EQ(ReadMatchCase(Own()), by == SearchBy::Subject) << type << ", " << bytes.size();
+        EXPECT_EQ(ReadMatchCase(Own()), by == kPropSubject) << type << ", " << bytes.size();
     }
 }
 
@@ -218,7 +215,7 @@ TEST_F(FindSettings, NumbersWhereTextsShouldBeDoNoHarm)
     Own().SetNumber(kOptions, L"Find0", 0x00410042);
     EXPECT_EQ(History(), (Texts{L"BA"}));
     Own().SetString(kSettings, L"SearchBy", L"text");
-    EXPECT_EQ(ReadSearchBy(Own()), SearchBy::Date);
+    EXPECT_EQ(ReadSearchBy(Own()), kPropDate);
 }
 
 TEST(SearchText, IsTheFirstThirteenCharacters)
