@@ -9,66 +9,12 @@
 #include "mervane/file/drive_kind.h"
 #include "mervane/file/folder_files.h"
 #include "mervane/file/store_path.h"
+#include "mervane/sqlite/own_tables.h"
 #include "mervane/sqlite/schema_check.h"
 
 namespace mervane {
 
 namespace {
-
-constexpr const char* kVersion1 = R"sql(
-CREATE TABLE journal(
-  oid INTEGER PRIMARY KEY AUTOINCREMENT,
-  date INTEGER,
-  subject TEXT,
-  body TEXT,
-  categories BLOB,
-  type TEXT,
-  kind INTEGER,
-  priority INTEGER,
-  sensitivity INTEGER,
-  end_time INTEGER,
-  duration INTEGER,
-  contacts BLOB
-);
-CREATE INDEX journal_numbers ON journal(date, end_time, duration, kind, priority, sensitivity);
-CREATE TABLE categories(
-  oid INTEGER PRIMARY KEY AUTOINCREMENT,
-  name TEXT NOT NULL COLLATE NOCASE UNIQUE,
-  uses INTEGER DEFAULT 0,
-  hidden INTEGER DEFAULT 0
-);
-CREATE TABLE contacts(
-  oid INTEGER PRIMARY KEY AUTOINCREMENT,
-  file_as TEXT,
-  company TEXT
-);
-)sql";
-
-// More of a contact, and an index with what lists of contacts show, so that they are read without notes and
-// pictures.
-constexpr const char* kVersion2 = R"sql(
-ALTER TABLE contacts ADD COLUMN first_name TEXT;
-ALTER TABLE contacts ADD COLUMN last_name TEXT;
-ALTER TABLE contacts ADD COLUMN job_title TEXT;
-ALTER TABLE contacts ADD COLUMN emails TEXT;
-ALTER TABLE contacts ADD COLUMN phones TEXT;
-ALTER TABLE contacts ADD COLUMN address TEXT;
-ALTER TABLE contacts ADD COLUMN birthday TEXT;
-ALTER TABLE contacts ADD COLUMN note TEXT;
-ALTER TABLE contacts ADD COLUMN vcard_extra TEXT;
-CREATE INDEX contacts_names ON contacts(file_as, company);
-)sql";
-
-// What each version adds to the one before it.
-constexpr const char* kSteps[] = {kVersion1, kVersion2};
-static_assert(std::size(kSteps) == kSchemaVersion);
-
-// A store of version 1 that cannot be written stays as it is: its contacts are shown as if they had the
-// columns.
-constexpr const char* kContactsOfVersion1 =
-    "CREATE TEMP VIEW contacts AS SELECT *, NULL AS first_name, NULL AS last_name, NULL AS job_title, "
-    "NULL AS emails, NULL AS phones, NULL AS address, NULL AS birthday, NULL AS note, NULL AS vcard_extra "
-    "FROM main.contacts";
 
 // One flush for each commit and none beside it: the log goes into the file when the last program closes it.
 // What another tool may have put into the file (triggers, functions in the schema) is not trusted.
@@ -137,8 +83,8 @@ StoreTrouble CheckTables(Database& database, int64_t version)
 // One step for each version.
 StoreTrouble RunSteps(Database& database, int64_t version)
 {
-    for (auto step = static_cast<size_t>(version); step < std::size(kSteps); ++step)
-        if (!database.Execute(kSteps[step]))
+    for (auto step = static_cast<size_t>(version); step < std::size(kSchemaSteps); ++step)
+        if (!database.Execute(kSchemaSteps[step]))
             return FailureOf(database);
     return SetMarks(database) ? StoreTrouble::None : FailureOf(database);
 }
@@ -232,10 +178,16 @@ bool EndAlone(Database& database)
     return database.Execute("PRAGMA locking_mode = NORMAL; SELECT count(*) FROM sqlite_schema");
 }
 
-// A file that cannot be written: what is not there yet shows as absent.
+// A file that cannot be written stays as it is: what is not there yet shows as absent.
 bool ShowAsNewest(Database& database, int64_t version)
 {
-    return version == 1 && database.Execute(kContactsOfVersion1);
+    const std::vector<OwnTable> newest = OwnTablesOf(kSchemaVersion);
+    for (const OwnTable& table : OwnTablesOf(version)) {
+        const std::string view = ViewAsNewest(table, newest);
+        if (!view.empty() && !database.Execute(view.c_str()))
+            return false;
+    }
+    return true;
 }
 
 StoreTrouble BringUpToDate(Database& database, const std::wstring& path)

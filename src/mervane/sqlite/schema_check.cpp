@@ -2,53 +2,11 @@
 
 #include <string>
 
-#include "mervane/sqlite/store_header.h"
+#include "mervane/sqlite/own_tables.h"
 
 namespace mervane {
 
 namespace {
-
-struct OwnTable {
-    const char* name;
-    std::string_view sql;  // in one line, without the bracket at the end
-    std::string_view sql2; // what version 2 has behind it
-};
-
-constexpr OwnTable kTables[] = {
-    {"journal",
-     "CREATE TABLE journal( oid INTEGER PRIMARY KEY AUTOINCREMENT, date INTEGER, subject TEXT, body TEXT, "
-     "categories BLOB, type TEXT, kind INTEGER, priority INTEGER, sensitivity INTEGER, end_time INTEGER, "
-     "duration INTEGER, contacts BLOB",
-     ""},
-    {"categories",
-     "CREATE TABLE categories( oid INTEGER PRIMARY KEY AUTOINCREMENT, name TEXT NOT NULL COLLATE NOCASE "
-     "UNIQUE, uses INTEGER DEFAULT 0, hidden INTEGER DEFAULT 0",
-     ""},
-    {"contacts", "CREATE TABLE contacts( oid INTEGER PRIMARY KEY AUTOINCREMENT, file_as TEXT, company TEXT",
-     ", first_name TEXT, last_name TEXT, job_title TEXT, emails TEXT, phones TEXT, address TEXT, birthday "
-     "TEXT, note TEXT, vcard_extra TEXT"},
-};
-
-bool IsSpace(char character)
-{
-    return character == ' ' || character == '\t' || character == '\r' || character == '\n';
-}
-
-// Runs of spaces and line ends as one space, none before a comma or a closing bracket.
-std::string InOneLine(std::string_view sql)
-{
-    std::string line;
-    for (const char character : sql) {
-        if (!IsSpace(character)) {
-            if ((character == ',' || character == ')') && line.ends_with(' '))
-                line.pop_back();
-            line += character;
-        } else if (!line.empty() && !line.ends_with(' ')) {
-            line += ' ';
-        }
-    }
-    return line;
-}
 
 bool IsWord(std::string_view text)
 {
@@ -90,10 +48,7 @@ bool ArePlainColumns(std::string_view columns)
 
 bool IsOwnSql(const OwnTable& table, std::string_view sql, int64_t version)
 {
-    const std::string line = InOneLine(sql);
-    std::string own(table.sql);
-    if (version > 1)
-        own += table.sql2;
+    const std::string line = InOneLine(sql), own = table.Sql();
     if (!line.starts_with(own) || !line.ends_with(')'))
         return false;
     const std::string_view more = std::string_view(line).substr(own.size(), line.size() - own.size() - 1);
@@ -126,7 +81,7 @@ bool HasHarmlessIndexes(Database& database, const OwnTable& table)
 
 bool HasOwnTables(Database& database, int64_t version)
 {
-    for (const OwnTable& table : kTables)
+    for (const OwnTable& table : OwnTablesOf(version))
         if (!IsOwnTable(database, table, version) || !HasHarmlessIndexes(database, table))
             return false;
     return true;

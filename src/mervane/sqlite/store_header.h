@@ -5,15 +5,14 @@
 #include <string>
 
 #include "mervane/file/trouble.h"
+#include "mervane/sqlite/schema_steps.h"
 
 namespace mervane {
 
 constexpr int64_t kApplicationId = 0x514A524E;
 
 // The file's user_version holds two numbers, a thousand times the schema's version plus the oldest version
-// that a program must know to use the store: a newer program that only adds columns keeps the second one.
-constexpr int64_t kSchemaVersion = 2;
-constexpr int64_t kOldestProgram = 1;
+// that a program must know to use the store.
 constexpr int64_t kUserVersion = kSchemaVersion * 1000 + kOldestProgram;
 constexpr int64_t SchemaVersionOf(int64_t userVersion)
 {
