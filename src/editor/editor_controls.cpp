@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <vector>
 
 #include "data/journal_entry.h"
 #include "editor/bar_keys.h"
@@ -85,9 +86,26 @@ HWND FindSeparator(HWND editor)
     return nullptr;
 }
 
+// The editor's own children that the tab key stops at, in its order.
+std::vector<HWND> TabStops(HWND editor)
+{
+    std::vector<HWND> stops;
+    for (HWND child = GetWindow(editor, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        if (GetWindowLongPtrW(child, GWL_STYLE) & WS_TABSTOP)
+            stops.push_back(child);
+    return stops;
+}
+
 void PutLast(HWND control)
 {
     SetWindowPos(control, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+// The window that has the keyboard: of a box that can be typed into it is the edit inside.
+HWND TypedInto(HWND control)
+{
+    HWND edit = EditOf(control);
+    return edit ? edit : control;
 }
 
 void Move(HWND control, const RECT& rect, int scrolled, int height = 0)
@@ -100,8 +118,10 @@ void Move(HWND control, const RECT& rect, int scrolled, int height = 0)
 
 bool EditorControls::Create(HINSTANCE instance, HWND editor, EditorBar* bar)
 {
+    const std::vector<HWND> ofTemplate = TabStops(editor);
     if (!MakeInTabOrder(instance, editor, bar) || !FindTemplateControls(editor))
         return false;
+    std::ranges::for_each(ofTemplate, PutLast);
     FollowLocale();
     m_dpi = DpiOf(editor);
     m_subjectDrop = DroppedHeight(subject) + Scale(editor, kSubjectList);
@@ -129,13 +149,7 @@ bool EditorControls::FindTemplateControls(HWND editor)
     line = FindSeparator(editor);
     label = GetDlgItem(editor, IDC_CATEGORIES_LABEL);
     categories = GetDlgItem(editor, IDC_CATEGORIES_LINE);
-    ok = GetDlgItem(editor, IDOK);
-    cancel = GetDlgItem(editor, IDCANCEL);
-    if (!line || !label || !categories || !ok || !cancel)
-        return false;
-    PutLast(ok);
-    PutLast(cancel);
-    return true;
+    return line && label && categories;
 }
 
 void EditorControls::AddKeys(HWND editor, HWND bar) const
@@ -146,29 +160,31 @@ void EditorControls::AddKeys(HWND editor, HWND bar) const
     AddPlaceholderClick(EditOf(subject), kSubjectPlaceholder);
     AddPlaceholderClick(body, kBodyPlaceholder);
     AddBodyPaste(body);
-    for (HWND control : {date, time, EditOf(subject), type, EditOf(duration), bar, body, ok, cancel}) {
-        AddCommandKeys(control, editor);
-        TellFocus(control, editor);
+    for (HWND control : TabStops(editor)) {
+        AddCommandKeys(TypedInto(control), editor);
+        TellFocus(TypedInto(control), editor);
     }
 }
 
-void EditorControls::Place(const EditorLayout& layout, const EditorBar& bar, int scrolled) const
+void EditorControls::Place(const EditorLayout& layout, HWND editor, int scrolled) const
 {
-    Move(date, layout.date, scrolled);
-    Move(time, layout.time, scrolled);
-    const int drop = MulDiv(m_drop, DpiOf(type), m_dpi);
-    Move(subject, layout.subject, scrolled, MulDiv(m_subjectDrop, DpiOf(subject), m_dpi));
-    Move(type, layout.type, scrolled, drop);
-    Move(duration, layout.duration, scrolled, drop);
-    Move(bar.Window(), layout.bar, scrolled);
     Move(line, layout.line, scrolled);
-    Move(body, layout.body, scrolled);
-    Move(label, layout.label, scrolled);
-    Move(categories, layout.categories, scrolled);
-    Move(ok, layout.ok, scrolled);
-    Move(cancel, layout.cancel, scrolled);
-    const int width = layout.subject.right - layout.subject.left + Scale(subject, kSubjectListWider);
+    for (const auto& [id, place] : layout.places)
+        Move(GetDlgItem(editor, id), place, scrolled, OverallHeight(id));
+    const RECT& box = layout.places.at(IDC_SUBJECT);
+    const int width = box.right - box.left + Scale(subject, kSubjectListWider);
     SendMessageW(subject, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(width), 0);
+}
+
+// 0: as high as its place.
+int EditorControls::OverallHeight(int id) const
+{
+    switch (id) {
+    case IDC_SUBJECT: return MulDiv(m_subjectDrop, DpiOf(subject), m_dpi);
+    case IDC_TYPE:
+    case IDC_DURATION: return MulDiv(m_drop, DpiOf(type), m_dpi);
+    default: return 0;
+    }
 }
 
 void EditorControls::FollowLocale() const

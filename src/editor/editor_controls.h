@@ -19,15 +19,13 @@ struct EditorControls {
     HWND line = nullptr;
     HWND label = nullptr;
     HWND categories = nullptr;
-    HWND ok = nullptr;
-    HWND cancel = nullptr;
 
-    // Makes the controls and the bar in the order of the tab key, the template's push buttons last. False on
-    // failure. The editor's window destroys them.
+    // Makes the controls and the bar in the order of the tab key. Behind them come those of the template that
+    // the key stops at, in its order. False on failure. The editor's window destroys them.
     [[nodiscard]] bool Create(HINSTANCE instance, HWND editor, EditorBar* bar);
 
     // Moves them where the layout has them, moved up by scrolled pixels.
-    void Place(const EditorLayout& layout, const EditorBar& bar, int scrolled) const;
+    void Place(const EditorLayout& layout, HWND editor, int scrolled) const;
     void ShowCategories(bool show) const;
     // The date picker does it by itself.
     void FollowLocale() const;
@@ -43,6 +41,7 @@ struct EditorControls {
     bool MakeInTabOrder(HINSTANCE instance, HWND editor, EditorBar* bar);
     bool FindTemplateControls(HWND editor);
     void AddKeys(HWND editor, HWND bar) const;
+    int OverallHeight(int id) const;
 
     int m_dpi = 0;         // that these are for
     int m_subjectDrop = 0; // overall heights of the boxes, lists included

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "res/resource.h"
 #include "ui/screen/scale.h"
 
 namespace {
@@ -41,6 +42,8 @@ class Layouter {
     int DateWider() const { return std::min(Wider(m_metrics.dateWidth), m_wider); }
     static RECT Box(int x, int y, int cx, int cy) { return {x, y, x + std::max(cx, 0), y + std::max(cy, 0)}; }
 
+    RECT& Place(int id) { return m_layout.places[id]; }
+
     // All of these return the y below what they placed.
     int PlaceUpperRows()
     {
@@ -52,11 +55,11 @@ class Layouter {
     {
         const int y = Scaled(1);
         PlacePickers();
-        m_layout.subject =
+        Place(IDC_SUBJECT) =
             Box(Scaled(178) + m_wider, y, m_right - Scaled(324) - m_wider, m_metrics.boxHeight);
-        m_layout.type = Box(m_right - Scaled(143), y, Scaled(137), m_metrics.boxHeight);
+        Place(IDC_TYPE) = Box(m_right - Scaled(143), y, Scaled(137), m_metrics.boxHeight);
         const int row2 = y + m_metrics.boxHeight + Scaled(5);
-        m_layout.duration = Box(0, row2, Scaled(120), m_metrics.boxHeight);
+        Place(IDC_DURATION) = Box(0, row2, Scaled(120), m_metrics.boxHeight);
         const int room = static_cast<int>(m_metrics.client.cx) - Scaled(kBarLeft);
         // Where the buttons are higher than the box, both have their middle on one line.
         const int middle = row2 + (m_metrics.boxHeight - m_metrics.barRowHeight) / 2;
@@ -67,10 +70,10 @@ class Layouter {
     {
         const int y = Scaled(1);
         PlacePickers();
-        m_layout.duration = Box(Scaled(178) + m_wider, y, Scaled(120), m_metrics.boxHeight);
+        Place(IDC_DURATION) = Box(Scaled(178) + m_wider, y, Scaled(120), m_metrics.boxHeight);
         const int row2 = y + m_metrics.boxHeight + Scaled(5);
-        m_layout.subject = Box(0, row2, m_right - Scaled(146), m_metrics.boxHeight);
-        m_layout.type = Box(m_right - Scaled(143), row2, Scaled(137), m_metrics.boxHeight);
+        Place(IDC_SUBJECT) = Box(0, row2, m_right - Scaled(146), m_metrics.boxHeight);
+        Place(IDC_TYPE) = Box(m_right - Scaled(143), row2, Scaled(137), m_metrics.boxHeight);
         const int width = m_metrics.client.cx;
         return PlaceBar(0, row2 + m_metrics.boxHeight + Scaled(4), width, width);
     }
@@ -80,8 +83,8 @@ class Layouter {
         // Boxes grow less than the resolution does; the pickers stay as near to their height as at 96 dpi.
         const int height = std::min(Scaled(kPickerHeight), std::max(kPickerHeight, m_metrics.boxHeight + 1));
         const int date = Scaled(kPickerWidth) + DateWider();
-        m_layout.date = Box(0, Scaled(1), date, height);
-        m_layout.time =
+        Place(IDC_START_DATE) = Box(0, Scaled(1), date, height);
+        Place(IDC_START_TIME) =
             Box(Scaled(89) + DateWider(), Scaled(1), Scaled(kPickerWidth) + m_wider - DateWider(), height);
     }
 
@@ -90,9 +93,9 @@ class Layouter {
         const std::vector<bool> breaks = BreakRows(m_metrics.barButtons, room);
         const int more = static_cast<int>(std::ranges::count(breaks, true)) * m_metrics.barRowHeight;
         const int row = std::max(m_metrics.boxHeight + Scaled(3), m_metrics.barRowHeight);
-        m_layout.bar = Box(x, y, width, row + more);
+        Place(IDC_EDITOR_BAR) = Box(x, y, width, row + more);
         m_layout.barWrapWidth = room;
-        return m_layout.bar.bottom;
+        return Place(IDC_EDITOR_BAR).bottom;
     }
 
     int PlaceLine(int y)
@@ -110,26 +113,26 @@ class Layouter {
         if (m_metrics.showCategories)
             bottom = std::min<int>(bottom, m_metrics.workArea.cy - m_metrics.boxHeight - Scaled(27));
         const int height = std::max(bottom - top, Scaled(kBodyMinimum));
-        m_layout.body = Box(0, top, m_right - Scaled(7), height);
+        Place(IDC_BODY) = Box(0, top, m_right - Scaled(7), height);
     }
 
     void PlaceButtons()
     {
         const int y = m_layout.height - Scaled(1) - Scaled(kButtonHeight);
         const int cancel = m_right - Scaled(kMargin) - Scaled(kButtonWidth);
-        m_layout.cancel = Box(cancel, y, Scaled(kButtonWidth), Scaled(kButtonHeight));
-        m_layout.ok =
+        Place(IDCANCEL) = Box(cancel, y, Scaled(kButtonWidth), Scaled(kButtonHeight));
+        Place(IDOK) =
             Box(cancel - Scaled(4) - Scaled(kButtonWidth), y, Scaled(kButtonWidth), Scaled(kButtonHeight));
     }
 
     void PlaceCategories()
     {
-        const int y = m_layout.body.bottom + Scaled(6);
+        const int y = Place(IDC_BODY).bottom + Scaled(6);
         const int height = std::min(Scaled(20), m_layout.height - y);
-        m_layout.label = Box(0, y, m_metrics.labelWidth, height);
-        const int x = m_layout.label.right + Scaled(5);
-        const int right = std::min<int>(m_right - Scaled(3), m_layout.ok.left - Scaled(6));
-        m_layout.categories = Box(x, y, right - x, height);
+        Place(IDC_CATEGORIES_LABEL) = Box(0, y, m_metrics.labelWidth, height);
+        const int x = Place(IDC_CATEGORIES_LABEL).right + Scaled(5);
+        const int right = std::min<int>(m_right - Scaled(3), Place(IDOK).left - Scaled(6));
+        Place(IDC_CATEGORIES_LINE) = Box(x, y, right - x, height);
     }
 
     const EditorMetrics& m_metrics;
@@ -148,12 +151,12 @@ EditorLayout LayOutEditor(const EditorMetrics& metrics)
 EditorLayout WithLineBelowBody(const EditorLayout& layout, int dpi)
 {
     EditorLayout changed = layout;
-    changed.body.bottom -= ScaleForDpi(22, dpi);
-    changed.body.bottom = std::max(changed.body.bottom, changed.body.top);
-    const LONG top = changed.body.bottom + ScaleForDpi(5, dpi);
-    for (RECT* rect : {&changed.label, &changed.categories}) {
-        rect->top = top;
-        rect->bottom = top + ScaleForDpi(20, dpi);
+    RECT& body = changed.places[IDC_BODY];
+    body.bottom = std::max(body.bottom - ScaleForDpi(22, dpi), body.top);
+    for (const int id : {IDC_CATEGORIES_LABEL, IDC_CATEGORIES_LINE}) {
+        RECT& place = changed.places[id];
+        place.top = body.bottom + ScaleForDpi(5, dpi);
+        place.bottom = place.top + ScaleForDpi(20, dpi);
     }
     return changed;
 }

@@ -12,6 +12,7 @@
 
 #include <windows.h>
 
+#include <map>
 #include <vector>
 
 #include "ui/bars/button_rows.h"
@@ -29,14 +30,10 @@ struct EditorMetrics {
 };
 
 struct EditorLayout {
-    RECT date{}, time{}, subject{}, type{}, duration{}; // boxes as closed
-    RECT bar{};
-    int barWrapWidth = 0; // the width at which the bar's buttons break into rows
-    RECT line{};
-    RECT body{};
-    RECT label{}, categories{};
-    RECT ok{}, cancel{};
-    int height = 0; // what the layout takes; more than the client area's height: to be scrolled
+    std::map<int, RECT> places; // of the controls, by their identifiers; boxes as closed
+    RECT line{};                // the separator, which has none
+    int barWrapWidth = 0;       // the width at which the bar's buttons break into rows
+    int height = 0;             // what the layout takes; more than the client area's height: to be scrolled
 };
 
 EditorLayout LayOutEditor(const EditorMetrics& metrics);

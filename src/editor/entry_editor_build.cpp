@@ -3,54 +3,14 @@
 
 #include <utility>
 
-#include "data/entry_types.h"
-#include "data/line_ends.h"
 #include "editor/categories_line.h"
 #include "editor/editor_settings.h"
-#include "editor/subject_box.h"
 #include "editor/zoom.h"
 #include "res/resource.h"
-#include "ui/control_text.h"
 #include "ui/scoped_quiet.h"
 #include "ui/screen/scale.h"
 #include "ui/screen/work_area.h"
 #include "util/clock.h"
-
-namespace {
-
-void AddItems(HWND box, std::span<const wchar_t* const> texts)
-{
-    WPARAM position = 0;
-    for (const wchar_t* text : texts)
-        SendMessageW(box, CB_INSERTSTRING, position++, reinterpret_cast<LPARAM>(text));
-}
-
-void Select(HWND box, int item)
-{
-    SendMessageW(box, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
-}
-
-// False when the control has not taken it, as for want of memory.
-bool ShowText(HWND control, const std::wstring& text)
-{
-    return SetWindowTextW(control, text.c_str()) && ReadText(control) == text;
-}
-
-// As if it had been typed.
-bool ShowInBox(HWND box, const std::wstring& text)
-{
-    Select(box, -1);
-    return ShowText(box, text);
-}
-
-void FillTypeBox(HWND box, const RegistryStore& settings)
-{
-    AddItems(box, kEntryTypes);
-    const int last = FindType(LastType(settings));
-    Select(box, last >= 0 ? last : kDefaultType);
-}
-
-} // namespace
 
 bool EntryEditor::OnInitDialog()
 {
@@ -91,25 +51,6 @@ void EntryEditor::ShowTimes()
         for (HWND picker : {m_controls.date, m_controls.time})
             ShowTime(picker, start);
     ApplyDateRule(IDC_START_DATE);
-}
-
-void EntryEditor::FillSubjects()
-{
-    const ScopedQuiet quiet(&m_quiet);
-    std::optional<std::wstring> subject;
-    if (m_record.Mask() & kLoadedSubject)
-        subject = m_record.StoredSubject();
-    m_hiddenSubject.reset();
-    if (!FillSubjectBox(m_controls.subject, m_settings, subject))
-        m_hiddenSubject = std::move(subject);
-}
-
-void EntryEditor::FillBoxes()
-{
-    FillSubjects(); // of no record yet
-    FillTypeBox(m_controls.type, m_settings);
-    AddItems(m_controls.duration, SuggestedDurations());
-    Select(m_controls.duration, 0);
 }
 
 void EntryEditor::SetBarState()
@@ -154,7 +95,7 @@ void EntryEditor::LayOut()
         m_scroll.SetExtent(GetWindow(), m_layout.height, metrics.client.cy);
     }
     m_bar.BreakInto(m_layout.barWrapWidth);
-    m_controls.Place(m_layout, m_bar, 0);
+    m_controls.Place(m_layout, GetWindow(), 0);
     m_views.FollowBody();
     m_controls.ShowCategories(metrics.showCategories);
     ShowCategories();
@@ -195,7 +136,7 @@ void EntryEditor::OnSettingsChanged()
     const bool show = ShowsCategories(m_settings);
     if (show) {
         const EditorLayout layout = WithLineBelowBody(m_layout, DpiOf(GetWindow()));
-        m_controls.Place(layout, m_bar, m_scroll.Position());
+        m_controls.Place(layout, GetWindow(), m_scroll.Position());
         m_views.FollowBody();
     }
     m_controls.ShowCategories(show);
@@ -224,59 +165,4 @@ bool EntryEditor::Load()
         return Fail(StoreTrouble::NoMemory);
     m_record.SetShown(std::move(*shown));
     return true;
-}
-
-// In the order in which records are read: the date before what it resets.
-bool EntryEditor::ApplyLoaded(const JournalEntry& entry)
-{
-    if (entry.date) {
-        m_times.StartAt(*entry.date);
-        ShowTimes();
-    }
-    if (entry.subject && !AddSubject(m_controls.subject, *entry.subject))
-        return false;
-    if (entry.body && !ShowText(m_controls.body, WithLineEnds(*entry.body)))
-        return false;
-    if (entry.categories)
-        ShowCategories();
-    if (const int type = entry.type ? FindTypeByPrefix(*entry.type) : -1; type >= 0)
-        Select(m_controls.type, type);
-    if (entry.priority)
-        ShowPriority(*entry.priority);
-    if (entry.sensitivity)
-        ShowSensitivity(*entry.sensitivity);
-    if (entry.endTime)
-        m_times.end = *entry.endTime;
-    if (entry.duration)
-        m_times.duration = *entry.duration;
-    return true;
-}
-
-// False where the texts cannot be shown.
-bool EntryEditor::ApplyRescued(const RescueState& state)
-{
-    m_record.GoOnWith(state);
-    ApplyRescuedTimes(state.entry);
-    if (IsPlaceholder(state.entry.subject, kSubjectPlaceholder))
-        SelectNoSubject(m_controls.subject);
-    else if (!ShowInBox(m_controls.subject, state.entry.subject))
-        return Fail(StoreTrouble::NoMemory);
-    if (const int type = FindType(state.entry.type); type >= 0)
-        Select(m_controls.type, type);
-    if (!ShowText(m_controls.body, state.entry.body))
-        return Fail(StoreTrouble::NoMemory);
-    ShowPriority(state.entry.priority);
-    ShowSensitivity(state.entry.sensitivity);
-    ShowCategories();
-    return true;
-}
-
-// The ends behind what showing the start makes of them.
-void EntryEditor::ApplyRescuedTimes(const EntryToWrite& entry)
-{
-    m_times.StartAt(entry.date);
-    ShowTimes();
-    m_times.end = entry.endTime;
-    m_times.duration = entry.duration;
-    ShowDuration();
 }

@@ -1,13 +1,10 @@
 // EntryEditor: how it is saved, put aside and closed.
 #include "editor/entry_editor_dialog.h"
 
-#include <algorithm>
 #include <utility>
 
-#include "data/line_ends.h"
 #include "editor/editor_settings.h"
 #include "editor/entry_copy.h"
-#include "editor/subject_box.h"
 #include "editor/value_pickers.h"
 #include "mervane/file/store_path.h"
 #include "res/resource.h"
@@ -125,40 +122,6 @@ bool EntryEditor::IsTypingDuration() const
 {
     HWND focus = GetFocus();
     return focus && IsChild(m_controls.duration, focus) && GetWindowTextLengthW(m_controls.duration) > 0;
-}
-
-// Nothing when a text cannot be had from its control, or could not be shown in it: it must not be taken for
-// an empty one.
-std::optional<EntryToWrite> EntryEditor::Collect() const
-{
-    if (m_hiddenSubject || m_durationUnread)
-        return std::nullopt;
-    return CollectWith(SubjectToWrite(m_controls.subject));
-}
-
-std::optional<EntryToWrite> EntryEditor::CollectWith(const std::optional<std::wstring>& subject) const
-{
-    const std::optional<std::wstring> body = ReadText(m_controls.body);
-    std::optional<std::wstring> type = ReadText(m_controls.type);
-    if (!body || !subject || !type)
-        return std::nullopt;
-    type->resize(std::min<size_t>(type->size(), kTypeTextSize - 1));
-    EntryToWrite entry;
-    entry.date = m_times.start;
-    entry.endTime = m_times.end;
-    entry.duration = m_times.duration;
-    entry.priority = static_cast<short>(m_priority);
-    entry.sensitivity = static_cast<short>(m_sensitivity);
-    entry.type = *type;
-    entry.body = WithLineEnds(*body);
-    entry.subject = *subject;
-    return entry;
-}
-
-// With the record's own subject, where that could not be shown.
-std::optional<EntryToWrite> EntryEditor::CollectShown() const
-{
-    return CollectWith(m_hiddenSubject ? m_hiddenSubject : SubjectToWrite(m_controls.subject));
 }
 
 // What is being typed stays as it is in its field.

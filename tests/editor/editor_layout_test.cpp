@@ -4,6 +4,7 @@
 
 #include <ostream>
 
+#include "res/resource.h"
 #include "ui/screen/scale.h"
 
 static bool operator==(const RECT& a, const RECT& b)
@@ -43,8 +44,10 @@ EditorMetrics MetricsOf(SIZE screen, int dpi = 96, bool showCategories = true)
 
 std::vector<RECT> AllOf(const EditorLayout& layout)
 {
-    return {layout.date, layout.time, layout.subject, layout.type,       layout.duration, layout.bar,
-            layout.line, layout.body, layout.label,   layout.categories, layout.ok,       layout.cancel};
+    std::vector<RECT> all = {layout.line};
+    for (const auto& [id, place] : layout.places)
+        all.push_back(place);
+    return all;
 }
 
 TEST(EditorLayout, KeepsTheGivenPlacesAt96Dpi)
@@ -53,18 +56,18 @@ TEST(EditorLayout, KeepsTheGivenPlacesAt96Dpi)
         const int R = screen.cx;
         const int B = screen.cy;
         const EditorLayout layout = LayOutEditor(MetricsOf(screen));
-        EXPECT_EQ(layout.date, Box(0, 1, 86, 22));
-        EXPECT_EQ(layout.time, Box(89, 1, 86, 22));
-        EXPECT_EQ(layout.subject, Box(178, 1, R - 324, 21));
-        EXPECT_EQ(layout.type, Box(R - 143, 1, 137, 21));
-        EXPECT_EQ(layout.duration, Box(0, 27, 120, 21));
-        EXPECT_EQ(layout.bar, Box(136, 26, R - 131, 24));
+        EXPECT_EQ(layout.places.at(IDC_START_DATE), Box(0, 1, 86, 22));
+        EXPECT_EQ(layout.places.at(IDC_START_TIME), Box(89, 1, 86, 22));
+        EXPECT_EQ(layout.places.at(IDC_SUBJECT), Box(178, 1, R - 324, 21));
+        EXPECT_EQ(layout.places.at(IDC_TYPE), Box(R - 143, 1, 137, 21));
+        EXPECT_EQ(layout.places.at(IDC_DURATION), Box(0, 27, 120, 21));
+        EXPECT_EQ(layout.places.at(IDC_EDITOR_BAR), Box(136, 26, R - 131, 24));
         EXPECT_EQ(layout.line, Box(1, 54, R - 7, 1));
-        EXPECT_EQ(layout.body, Box(0, 60, R - 7, B - 60 - 21 - 27));
-        EXPECT_EQ(layout.label.left, 0);
-        EXPECT_EQ(layout.label.top, layout.body.bottom + 6);
-        EXPECT_EQ(layout.label.right, 56);
-        EXPECT_EQ(layout.categories.left, 61);
+        EXPECT_EQ(layout.places.at(IDC_BODY), Box(0, 60, R - 7, B - 60 - 21 - 27));
+        EXPECT_EQ(layout.places.at(IDC_CATEGORIES_LABEL).left, 0);
+        EXPECT_EQ(layout.places.at(IDC_CATEGORIES_LABEL).top, layout.places.at(IDC_BODY).bottom + 6);
+        EXPECT_EQ(layout.places.at(IDC_CATEGORIES_LABEL).right, 56);
+        EXPECT_EQ(layout.places.at(IDC_CATEGORIES_LINE).left, 61);
         EXPECT_EQ(layout.height, B - 25);
     }
 }
@@ -75,19 +78,19 @@ TEST(EditorLayout, APickerThatNeedsMoreMovesWhatStandsRightOfIt)
     EditorMetrics metrics = MetricsOf({1024, 768});
     metrics.dateWidth = 120;
     EditorLayout layout = LayOutEditor(metrics);
-    EXPECT_EQ(layout.date, Box(0, 1, 120, 22));
-    EXPECT_EQ(layout.time, Box(123, 1, 86, 22));
-    EXPECT_EQ(layout.subject, Box(212, 1, 1024 - 324 - 34, 21));
-    EXPECT_EQ(layout.type, Box(1024 - 143, 1, 137, 21));
+    EXPECT_EQ(layout.places.at(IDC_START_DATE), Box(0, 1, 120, 22));
+    EXPECT_EQ(layout.places.at(IDC_START_TIME), Box(123, 1, 86, 22));
+    EXPECT_EQ(layout.places.at(IDC_SUBJECT), Box(212, 1, 1024 - 324 - 34, 21));
+    EXPECT_EQ(layout.places.at(IDC_TYPE), Box(1024 - 143, 1, 137, 21));
     metrics.timeWidth = 100;
     layout = LayOutEditor(metrics);
-    EXPECT_EQ(layout.date, Box(0, 1, 120, 22));
-    EXPECT_EQ(layout.time, Box(123, 1, 100, 22));
-    EXPECT_EQ(layout.subject, Box(226, 1, 1024 - 324 - 48, 21));
+    EXPECT_EQ(layout.places.at(IDC_START_DATE), Box(0, 1, 120, 22));
+    EXPECT_EQ(layout.places.at(IDC_START_TIME), Box(123, 1, 100, 22));
+    EXPECT_EQ(layout.places.at(IDC_SUBJECT), Box(226, 1, 1024 - 324 - 48, 21));
     metrics.dateWidth = metrics.timeWidth = 60;
     layout = LayOutEditor(metrics);
-    EXPECT_EQ(layout.date, Box(0, 1, 86, 22));
-    EXPECT_EQ(layout.subject, Box(178, 1, 1024 - 324, 21));
+    EXPECT_EQ(layout.places.at(IDC_START_DATE), Box(0, 1, 86, 22));
+    EXPECT_EQ(layout.places.at(IDC_SUBJECT), Box(178, 1, 1024 - 324, 21));
 }
 
 TEST(EditorLayout, WithoutCategoriesTheBodyReachesDownToTheButtons)
@@ -96,9 +99,9 @@ TEST(EditorLayout, WithoutCategoriesTheBodyReachesDownToTheButtons)
     EditorMetrics roomy = MetricsOf({1024, 768}, 96, false);
     roomy.client.cy += 10; // a thinner frame
     const EditorLayout without = LayOutEditor(roomy);
-    EXPECT_GT(without.body.bottom, with.body.bottom);
-    EXPECT_EQ(without.body.bottom, without.ok.top - 1);
-    EXPECT_EQ(without.body.right, 1024 - 7);
+    EXPECT_GT(without.places.at(IDC_BODY).bottom, with.places.at(IDC_BODY).bottom);
+    EXPECT_EQ(without.places.at(IDC_BODY).bottom, without.places.at(IDOK).top - 1);
+    EXPECT_EQ(without.places.at(IDC_BODY).right, 1024 - 7);
 }
 
 TEST(EditorLayout, CutsNothingOffAtAnyScreenAndResolution)
@@ -118,12 +121,13 @@ TEST(EditorLayout, CutsNothingOffAtAnyScreenAndResolution)
                     EXPECT_GT(rect.bottom, rect.top) << rect;
                     EXPECT_LE(rect.bottom, layout.height) << rect;
                     // The bar's window ends beyond the edge, its buttons do not.
-                    if (!EqualRect(&rect, &layout.bar)) {
+                    if (!EqualRect(&rect, &layout.places.at(IDC_EDITOR_BAR))) {
                         EXPECT_LE(rect.right, metrics.client.cx) << rect;
                     }
                 }
-                EXPECT_GE(layout.body.bottom - layout.body.top, ScaleForDpi(28, dpi));
-                EXPECT_LE(layout.bar.left + layout.barWrapWidth, metrics.client.cx);
+                EXPECT_GE(layout.places.at(IDC_BODY).bottom - layout.places.at(IDC_BODY).top,
+                          ScaleForDpi(28, dpi));
+                EXPECT_LE(layout.places.at(IDC_EDITOR_BAR).left + layout.barWrapWidth, metrics.client.cx);
             }
 }
 
@@ -156,22 +160,22 @@ TEST(EditorLayout, NeedsNoScrollingWhereTheHandheldsScreenIsReached)
 TEST(EditorLayout, ABarThatDoesNotFitBreaksIntoRows)
 {
     const EditorLayout wide = LayOutEditor(MetricsOf({1280, 960}, 192));
-    EXPECT_EQ(wide.bar.bottom - wide.bar.top, 48);
+    EXPECT_EQ(wide.places.at(IDC_EDITOR_BAR).bottom - wide.places.at(IDC_EDITOR_BAR).top, 48);
     const EditorLayout narrow = LayOutEditor(MetricsOf({1024, 768}, 192));
-    EXPECT_EQ(narrow.bar.bottom - narrow.bar.top, 48 + 42);
+    EXPECT_EQ(narrow.places.at(IDC_EDITOR_BAR).bottom - narrow.places.at(IDC_EDITOR_BAR).top, 48 + 42);
     EXPECT_EQ(narrow.barWrapWidth, 1024 - 6 - 272);
-    EXPECT_EQ(narrow.body.top - wide.body.top, 42);
+    EXPECT_EQ(narrow.places.at(IDC_BODY).top - wide.places.at(IDC_BODY).top, 42);
 }
 
 TEST(EditorLayout, ANarrowWindowGivesTheSubjectARowOfItsOwn)
 {
     const EditorLayout layout = LayOutEditor(MetricsOf({800, 600}, 192));
-    EXPECT_EQ(layout.duration.top, layout.date.top);
-    EXPECT_EQ(layout.subject.left, 0);
-    EXPECT_GE(layout.subject.top, layout.date.bottom);
-    EXPECT_EQ(layout.type.top, layout.subject.top);
-    EXPECT_EQ(layout.bar.left, 0);
-    EXPECT_GE(layout.bar.top, layout.subject.bottom);
+    EXPECT_EQ(layout.places.at(IDC_DURATION).top, layout.places.at(IDC_START_DATE).top);
+    EXPECT_EQ(layout.places.at(IDC_SUBJECT).left, 0);
+    EXPECT_GE(layout.places.at(IDC_SUBJECT).top, layout.places.at(IDC_START_DATE).bottom);
+    EXPECT_EQ(layout.places.at(IDC_TYPE).top, layout.places.at(IDC_SUBJECT).top);
+    EXPECT_EQ(layout.places.at(IDC_EDITOR_BAR).left, 0);
+    EXPECT_GE(layout.places.at(IDC_EDITOR_BAR).top, layout.places.at(IDC_SUBJECT).bottom);
 }
 
 TEST(EditorLayout, AThickFrameTakesItsRoomFromTheRightAndTheBody)
@@ -179,33 +183,34 @@ TEST(EditorLayout, AThickFrameTakesItsRoomFromTheRightAndTheBody)
     EditorMetrics metrics = MetricsOf({1024, 768});
     metrics.client = {1008, 729};
     const EditorLayout layout = LayOutEditor(metrics);
-    EXPECT_EQ(layout.type.right, 1008);
-    EXPECT_EQ(layout.body.right, 1007);
-    EXPECT_EQ(layout.cancel.right, 1008);
-    EXPECT_LE(layout.cancel.bottom, 729);
-    EXPECT_EQ(layout.body.bottom, layout.ok.top - 1);
+    EXPECT_EQ(layout.places.at(IDC_TYPE).right, 1008);
+    EXPECT_EQ(layout.places.at(IDC_BODY).right, 1007);
+    EXPECT_EQ(layout.places.at(IDCANCEL).right, 1008);
+    EXPECT_LE(layout.places.at(IDCANCEL).bottom, 729);
+    EXPECT_EQ(layout.places.at(IDC_BODY).bottom, layout.places.at(IDOK).top - 1);
     EXPECT_EQ(layout.height, 729);
 }
 
 TEST(EditorLayout, TheLineEndsBeforeTheButtons)
 {
     const EditorLayout layout = LayOutEditor(MetricsOf({640, 240}));
-    EXPECT_EQ(layout.categories.right, layout.ok.left - 6);
-    EXPECT_EQ(layout.ok.right, layout.cancel.left - 4);
+    EXPECT_EQ(layout.places.at(IDC_CATEGORIES_LINE).right, layout.places.at(IDOK).left - 6);
+    EXPECT_EQ(layout.places.at(IDOK).right, layout.places.at(IDCANCEL).left - 4);
 }
 
 TEST(EditorLayout, TheLineComesCloseBelowAShorterBody)
 {
     const EditorLayout before = LayOutEditor(MetricsOf({1024, 768}));
     const EditorLayout after = WithLineBelowBody(before, 96);
-    EXPECT_EQ(after.body.bottom, before.body.bottom - 22);
-    EXPECT_EQ(after.body.top, before.body.top);
-    EXPECT_EQ(after.label.top, after.body.bottom + 5);
-    EXPECT_EQ(after.label.bottom - after.label.top, 20);
-    EXPECT_EQ(after.categories.left, after.label.right + 5);
-    EXPECT_EQ(after.categories.top, after.label.top);
-    EXPECT_EQ(after.ok, before.ok);
-    EXPECT_EQ(WithLineBelowBody(before, 192).body.bottom, before.body.bottom - 44);
+    EXPECT_EQ(after.places.at(IDC_BODY).bottom, before.places.at(IDC_BODY).bottom - 22);
+    EXPECT_EQ(after.places.at(IDC_BODY).top, before.places.at(IDC_BODY).top);
+    EXPECT_EQ(after.places.at(IDC_CATEGORIES_LABEL).top, after.places.at(IDC_BODY).bottom + 5);
+    EXPECT_EQ(after.places.at(IDC_CATEGORIES_LABEL).bottom - after.places.at(IDC_CATEGORIES_LABEL).top, 20);
+    EXPECT_EQ(after.places.at(IDC_CATEGORIES_LINE).left, after.places.at(IDC_CATEGORIES_LABEL).right + 5);
+    EXPECT_EQ(after.places.at(IDC_CATEGORIES_LINE).top, after.places.at(IDC_CATEGORIES_LABEL).top);
+    EXPECT_EQ(after.places.at(IDOK), before.places.at(IDOK));
+    EXPECT_EQ(WithLineBelowBody(before, 192).places.at(IDC_BODY).bottom,
+              before.places.at(IDC_BODY).bottom - 44);
 }
 
 } // namespace
