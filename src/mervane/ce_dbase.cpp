@@ -182,7 +182,7 @@ int CeDBase::RowOf(CEOID id)
 uint32_t CeDBase::SetRowFilter(RowFilter filter)
 {
     const bool known = mervane::FindProperty(InfoOf(m_table), filter.property) >= 0;
-    if (!m_cursor || !known || PropertyType(filter.property) == CEVT_LPWSTR || !filter.passes)
+    if (!m_cursor || !known || !filter.passes)
         return 0;
     m_cursor->SetRowFilter(std::make_shared<const RowFilter>(std::move(filter)));
     return ++m_lastStamp;

@@ -97,7 +97,7 @@ class CeDBase {
     // the sort order, from now on: writes by whomever move records between the groups. All records are tested
     // anew, over values held in memory. Lasts until it is cleared or the database closed. Returns the
     // filter's stamp, which no other filter of this object gets; 0, and nothing changes, when this database
-    // has no such property, it is a text, there is no test, or it is closed.
+    // has no such property, there is no test, or it is closed.
     uint32_t SetRowFilter(RowFilter filter);
     void ClearRowFilter();
     uint32_t RowFilterStamp() const; // of the one in force; 0: there is none

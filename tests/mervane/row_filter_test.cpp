@@ -25,13 +25,36 @@ TEST_F(RowFilters, MayPassNothingOrEverything)
     ExpectRows(Entries({1, 0}), 2);
 }
 
+// One that is longer than what is kept in memory is read whole.
+TEST_F(RowFilters, MayGoByAText)
+{
+    const std::wstring kept(3'000'000, L'x');
+    for (const auto& subject :
+         {std::wstring(L"In the park"), kept + L" park", std::wstring(), std::wstring(L"J\u00F6rg")})
+        m_ids.push_back(AddEntry(m_journal, subject.c_str(), m_ids.size() + 1));
+    const auto names = [](const CEPROPVAL* value) {
+        return value && wcsstr(value->val.lpwstr, L"park") != nullptr;
+    };
+    ASSERT_NE(m_journal.SetRowFilter({kSubject, names}), 0u);
+    ExpectRows(Entries({0, 1, 2, 3}), 2);
+    m_ids.push_back(AddEntry(m_journal, L"A park", 5));
+    ASSERT_NE(m_journal.SetRowFilter({kSubject,
+                                      [](const CEPROPVAL* value) {
+                                          return value && std::wstring(value->val.lpwstr) == L"J\u00F6rg";
+                                      }}),
+              0u);
+    ExpectRows(Entries({3, 0, 1, 2, 4}), 1);
+    ASSERT_EQ(Sent().Text(kSubject, L"J\u00F6rg").Write(m_journal, m_ids[4]), m_ids[4]);
+    ExpectRows(Entries({3, 4, 0, 1, 2}), 2);
+}
+
 TEST_F(RowFilters, ThatMakeNoSenseAreRefused)
 {
     AddDates({1, 3});
     const uint32_t stamp = m_journal.SetRowFilter({kDate, IsThird});
     ASSERT_NE(stamp, 0u);
     const auto always = [](const CEPROPVAL*) { return true; };
-    for (const CEPROPID property : {CEPROPID{0}, kSubject, MakePropertyId(101, CEVT_I2), kCategoriesKey})
+    for (const CEPROPID property : {CEPROPID{0}, MakePropertyId(101, CEVT_I2), kCategoriesKey})
         EXPECT_EQ(m_journal.SetRowFilter({property, always}), 0u);
     EXPECT_EQ(m_journal.SetRowFilter({kDate, nullptr}), 0u);
     EXPECT_EQ(m_journal.RowFilterStamp(), stamp);

@@ -2,26 +2,19 @@
 
 #include <string>
 
+#include "mervane/values/text_codec.h"
+
 namespace mervane {
-
-namespace {
-
-std::span<const BYTE> BytesOf(std::string_view text)
-{
-    return {reinterpret_cast<const BYTE*>(text.data()), text.size()};
-}
-
-} // namespace
 
 BlobColumn::BlobColumn(Database& database, const TableInfo& table, const Property& property, uint32_t places,
                        size_t limit)
     : m_database(database), m_table(table), m_property(property), m_kept(places, limit)
 {}
 
-void BlobColumn::Set(uint32_t place, std::optional<std::span<const BYTE>> blob)
+void BlobColumn::Set(uint32_t place, std::optional<std::span<const BYTE>> bytes)
 {
-    if (blob)
-        m_kept.Set(place, std::string_view(reinterpret_cast<const char*>(blob->data()), blob->size()));
+    if (bytes)
+        m_kept.Set(place, std::string_view(reinterpret_cast<const char*>(bytes->data()), bytes->size()));
     else
         m_kept.Set(place, std::nullopt);
 }
@@ -36,6 +29,14 @@ std::optional<std::span<const BYTE>> BlobColumn::At(uint32_t place, CEOID id)
     return BytesOf(m_kept.Key(place));
 }
 
+std::optional<std::span<const BYTE>> BlobColumn::BytesIn(const Statement& row, int column) const
+{
+    if (PropertyType(m_property.id) == CEVT_BLOB)
+        return row.Blob(column);
+    const auto text = row.Text(column);
+    return text ? std::optional(BytesOf(*text)) : std::nullopt;
+}
+
 std::optional<std::span<const BYTE>> BlobColumn::ReadWhole(CEOID id)
 {
     if (!m_select.IsValid())
@@ -43,11 +44,12 @@ std::optional<std::span<const BYTE>> BlobColumn::ReadWhole(CEOID id)
                                              m_table.name + " WHERE oid = ?");
     const ScopedReset reset(m_select);
     m_select.BindInteger(1, id);
-    const auto blob =
-        m_select.Step() == Statement::Result::Row ? m_select.Blob(0) : std::optional<std::span<const BYTE>>();
-    if (!blob)
+    if (m_select.Step() != Statement::Result::Row)
         return std::nullopt;
-    m_whole.assign(blob->begin(), blob->end());
+    const auto bytes = BytesIn(m_select, 0);
+    if (!bytes)
+        return std::nullopt;
+    m_whole.assign(bytes->begin(), bytes->end());
     return m_whole;
 }
 

@@ -1,4 +1,4 @@
-// A blob property of all records in memory, by their places.
+// A blob or text property of all records in memory, as stored, by their places.
 #pragma once
 
 #include <optional>
@@ -12,20 +12,23 @@ namespace mervane {
 
 class BlobColumn {
   public:
-    // Of a longer blob only the first limit bytes are kept; the whole is read when it is asked for.
+    // Of a longer value only the first limit bytes are kept; the whole is read when it is asked for.
     BlobColumn(Database& database, const TableInfo& table, const Property& property, uint32_t places,
                size_t limit);
 
     // New places lack the property.
     void Resize(uint32_t places) { m_kept.Resize(places); }
-    void Set(uint32_t place, std::optional<std::span<const BYTE>> blob);
+    void Set(uint32_t place, std::optional<std::span<const BYTE>> bytes);
+    // The same of a row's cell.
+    void Set(uint32_t place, const Statement& row, int column) { Set(place, BytesIn(row, column)); }
 
-    // The blob of the record with this place and identifier; none when the record lacks it. Borrowed until
+    // The bytes of the record with this place and identifier; none when the record lacks it. Borrowed until
     // the next call.
     std::optional<std::span<const BYTE>> At(uint32_t place, CEOID id);
     size_t Bytes() const { return m_kept.Bytes(); }
 
   private:
+    std::optional<std::span<const BYTE>> BytesIn(const Statement& row, int column) const;
     std::optional<std::span<const BYTE>> ReadWhole(CEOID id);
 
     Database& m_database;

@@ -6,7 +6,6 @@
 #include "mervane/values/ce_types.h"
 
 struct RowFilter {
-    // A number or a blob.
     CEPROPID property = 0;
     // Whether a record of this value passes; null: the record lacks the property. The value is borrowed for
     // the call. It is asked once for each record and again when the program writes to one, in the middle of

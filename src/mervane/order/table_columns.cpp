@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "mervane/order/place_sort.h"
+#include "mervane/values/text_codec.h"
 
 namespace mervane {
 
@@ -155,7 +156,7 @@ void TableColumns::LoadBlobs(int property)
     uint32_t next = 0;
     ScanValues(property, [&](CEOID id, const Statement& row) {
         if (const uint32_t place = m_records.FindFrom(id, &next); place != kNoPlace)
-            column.Set(place, row.Blob(1));
+            column.Set(place, row, 1);
     });
 }
 
@@ -224,7 +225,7 @@ void TableColumns::Update(uint32_t place, const RecordValues& values)
         }
     for (auto& [property, column] : m_blobs)
         if (values.Changes(property))
-            column.Set(place, values.Blob(property));
+            column.Set(place, values.Bytes(property));
     DropGrown();
 }
 
@@ -293,12 +294,17 @@ bool TableColumns::PassesByNumber(const RowFilter& filter, const NumberColumn& n
 
 bool TableColumns::PassesByBlob(const RowFilter& filter, BlobColumn& blobs, uint32_t place)
 {
-    const auto blob = ReadValue([&] { return blobs.At(place, m_records.IdAt(place)); });
-    if (!blob)
+    const auto bytes = ReadValue([&] { return blobs.At(place, m_records.IdAt(place)); });
+    if (!bytes)
         return PassesWithout(filter, place);
     CEPROPVAL value{};
     value.propid = filter.property;
-    value.val.blob = {static_cast<DWORD>(blob->size()), const_cast<BYTE*>(blob->data())}; // only read
+    if (PropertyType(filter.property) == CEVT_BLOB) {
+        value.val.blob = {static_cast<DWORD>(bytes->size()), const_cast<BYTE*>(bytes->data())}; // only read
+        return filter.passes(&value);
+    }
+    std::wstring text = DecodeText({reinterpret_cast<const char*>(bytes->data()), bytes->size()});
+    value.val.lpwstr = text.data();
     return filter.passes(&value);
 }
 

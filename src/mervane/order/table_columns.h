@@ -44,7 +44,7 @@ class TableColumns {
     bool CanCompare(int property) const;
     bool IsBefore(int property, bool descending, uint32_t a, uint32_t b);
 
-    // Whether a record passes a filter by a number or a blob.
+    // Whether a record passes a filter.
     bool Passes(const RowFilter& filter, uint32_t place);
     // The same of all records that are there: action(place, passes).
     template <typename Action> void TestAll(const RowFilter& filter, Action action);

@@ -65,11 +65,19 @@ std::optional<int64_t> RecordValues::Number(int index) const
     }
 }
 
-std::optional<std::span<const BYTE>> RecordValues::Blob(int index) const
+std::string_view RecordValues::Text(int index) const
+{
+    const TextPlace& place = m_texts[static_cast<size_t>(index)];
+    return std::string_view(m_textBytes).substr(place.start, place.length);
+}
+
+std::optional<std::span<const BYTE>> RecordValues::Bytes(int index) const
 {
     const CEPROPVAL* value = Value(index);
     if (!value)
         return std::nullopt;
+    if (PropertyType(value->propid) == CEVT_LPWSTR)
+        return BytesOf(Text(index));
     return std::span<const BYTE>(value->val.blob.lpb, value->val.blob.dwCount);
 }
 
@@ -79,9 +87,7 @@ void RecordValues::Bind(Statement& statement, int parameter, int index) const
     if (!property)
         statement.BindNull(parameter);
     else if (PropertyType(property->propid) == CEVT_LPWSTR)
-        statement.BindText(parameter, std::string_view(m_textBytes)
-                                          .substr(m_texts[static_cast<size_t>(index)].start,
-                                                  m_texts[static_cast<size_t>(index)].length));
+        statement.BindText(parameter, Text(index));
     else if (PropertyType(property->propid) == CEVT_BLOB)
         statement.BindBlob(parameter, {property->val.blob.lpb, property->val.blob.dwCount});
     else

@@ -27,13 +27,14 @@ class RecordValues {
     const CEPROPVAL* Value(int index) const { return m_values[static_cast<size_t>(index)]; }
     // The value of a numeric property; none when there is no value.
     std::optional<int64_t> Number(int index) const;
-    // The same of a blob, borrowed from the property array.
-    std::optional<std::span<const BYTE>> Blob(int index) const;
+    // The same of a text, in UTF-8, or a blob; borrowed from this object or from the property array.
+    std::optional<std::span<const BYTE>> Bytes(int index) const;
     // Binds the value of a property; it is borrowed from the property array and from this object.
     void Bind(Statement& statement, int parameter, int index) const;
 
   private:
     bool Take(const TableInfo& table, const CEPROPVAL& property);
+    std::string_view Text(int index) const;
 
     uint32_t m_mask = 0;
     std::array<const CEPROPVAL*, kMaxProperties> m_values{};

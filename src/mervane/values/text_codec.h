@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,12 @@ void AppendEncoded(std::string& out, std::wstring_view text);
 // Bytes that are no such encoding become U+FFFD, one each.
 size_t DecodeText(std::string_view text, wchar_t* out);
 std::wstring DecodeText(std::string_view text);
+
+// Of an encoded text, as a blob has them.
+inline std::span<const unsigned char> BytesOf(std::string_view text)
+{
+    return {reinterpret_cast<const unsigned char*>(text.data()), text.size()};
+}
 
 // A character of an encoded text as DecodeText understands it: two surrogates that are encoded one by one and
 // make a pair are one character. For a place inside the text where a character begins.
