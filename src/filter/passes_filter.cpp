@@ -41,33 +41,33 @@ int CompareDays(SYSTEMTIME first, SYSTEMTIME second)
 
 FilterTest::FilterTest(const FilterState& filter)
 {
+    m_filter.active = filter.active;
     if (!filter.active)
         return;
     if (filter.categoriesMode) {
-        m_mode = Mode::Categories;
+        m_filter.categoriesMode = true;
         m_categories = CategoriesOf(filter);
     } else if (filter.rangeMode) {
-        m_mode = Mode::Range;
-        m_start = filter.rangeStart;
-        m_end = filter.rangeEnd;
+        m_filter.rangeMode = true;
+        m_filter.rangeStart = filter.rangeStart;
+        m_filter.rangeEnd = filter.rangeEnd;
         m_from = DayOf(filter.rangeStart);
         m_to = DayOf(filter.rangeEnd) + kUnitsPerDay - 1;
     } else {
-        m_mode = Mode::Months;
-        m_months = filter.monthMask;
+        m_filter.monthMask = filter.monthMask;
     }
 }
 
 CEPROPID FilterTest::Property() const
 {
-    return m_mode == Mode::Categories ? kPropCategories : kPropDate;
+    return m_filter.categoriesMode ? kPropCategories : kPropDate;
 }
 
 bool FilterTest::Passes(const CEPROPVAL* value) const
 {
-    if (m_mode == Mode::Everything)
+    if (!m_filter.active)
         return true;
-    if (m_mode == Mode::Categories)
+    if (m_filter.categoriesMode)
         return value && DbCategories::HoldsAny(value->val.blob, m_categories);
     return !value || HasDate(value->val.filetime);
 }
@@ -76,19 +76,19 @@ bool FilterTest::Passes(const CEPROPVAL* value) const
 bool FilterTest::HasDate(const FILETIME& time) const
 {
     const TimeCount instant(time);
-    if (m_mode == Mode::Range && (instant.Units() < m_from || instant.Units() > m_to))
+    if (m_filter.rangeMode && (instant.Units() < m_from || instant.Units() > m_to))
         return false;
     SYSTEMTIME date;
     if (!instant.ToSystemTime(&date))
         return false;
-    return m_mode == Mode::Range || (m_months & MonthBit(date.wMonth - 1)) != 0;
+    return m_filter.rangeMode || (m_filter.monthMask & MonthBit(date.wMonth - 1)) != 0;
 }
 
 bool FilterTest::PassesAlone(const CEPROPVAL* value) const
 {
-    if (value && m_mode == Mode::Range)
+    if (value && m_filter.rangeMode)
         return LiesInRange(value->val.filetime);
-    return value && m_mode == Mode::Categories ? NamesOne(value->val.blob) : Passes(value);
+    return value && m_filter.categoriesMode ? NamesOne(value->val.blob) : Passes(value);
 }
 
 bool FilterTest::NamesOne(const CEBLOB& blob) const
@@ -104,14 +104,15 @@ bool FilterTest::NamesOne(const CEBLOB& blob) const
 bool FilterTest::LiesInRange(const FILETIME& time) const
 {
     SYSTEMTIME date;
-    return TimeCount(time).ToSystemTime(&date) && CompareDays(date, m_start) >= 0 &&
-           CompareDays(date, m_end) <= 0;
+    return TimeCount(time).ToSystemTime(&date) && CompareDays(date, m_filter.rangeStart) >= 0 &&
+           CompareDays(date, m_filter.rangeEnd) <= 0;
 }
 
 bool operator==(const FilterTest& a, const FilterTest& b)
 {
     const auto values = [](const FilterTest& test) {
-        return std::tie(test.m_mode, test.m_categories, test.m_months, test.m_from, test.m_to);
+        return std::tie(test.m_filter.active, test.m_filter.categoriesMode, test.m_filter.rangeMode,
+                        test.m_filter.monthMask, test.m_categories, test.m_from, test.m_to);
     };
     return values(a) == values(b);
 }

@@ -25,17 +25,12 @@ class FilterTest {
     friend bool operator==(const FilterTest& a, const FilterTest& b);
 
   private:
-    enum class Mode { Everything, Categories, Months, Range };
-
     bool HasDate(const FILETIME& time) const;
     bool LiesInRange(const FILETIME& time) const;
     bool NamesOne(const CEBLOB& blob) const;
 
-    Mode m_mode = Mode::Everything;
+    FilterState m_filter;            // what its mode asks for, and no more
     std::vector<CEOID> m_categories; // ascending; none when the categories cannot be opened
-    DWORD m_months = 0;
-    SYSTEMTIME m_start{};
-    SYSTEMTIME m_end{};
     // The range in units of a TimeCount, both ends included.
     uint64_t m_from = 0;
     uint64_t m_to = 0;
