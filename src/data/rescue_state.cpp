@@ -13,6 +13,11 @@ constexpr uint32_t kVersion = 2;
 constexpr size_t kHeaderSize = 24; // magic, version, size and number of what follows
 constexpr uint8_t kHasCategories = 1;
 
+// Version 1 had the values of these alone, in this order, without their identifiers.
+constexpr uint32_t kVersion1 = 1;
+constexpr CEPROPID kValuesOfVersion1[] = {kPropDate,        kPropEndTime, kPropDuration, kPropPriority,
+                                          kPropSensitivity, kPropType,    kPropSubject,  kPropBody};
+
 class Writer {
   public:
     // Little-endian, as the machines are.
@@ -94,14 +99,23 @@ void AddValues(const EntryToWrite& entry, Writer* out)
 }
 
 // False for a field that is not known: a newer program's, who can keep it.
-bool ReadValues(Reader* in, EntryToWrite* entry)
+bool ReadValue(CEPROPID id, Reader* in, EntryToWrite* entry)
 {
-    for (auto left = in->Get<uint32_t>(); left > 0; --left) {
-        const Field* field = FieldOf(in->Get<uint32_t>());
-        if (!field || !IsPlainValue(*field))
+    const Field* field = FieldOf(id);
+    if (!field || !IsPlainValue(*field))
+        return false;
+    std::visit([&](auto member) { in->Read(&(entry->*member)); }, field->written);
+    return true;
+}
+
+bool ReadValues(uint32_t version, Reader* in, EntryToWrite* entry)
+{
+    const auto read = [&](CEPROPID id) { return ReadValue(id, in, entry); };
+    if (version == kVersion1)
+        return std::ranges::all_of(kValuesOfVersion1, read);
+    for (auto left = in->Get<uint32_t>(); left > 0; --left)
+        if (!read(in->Get<uint32_t>()))
             return false;
-        std::visit([&](auto member) { in->Read(&(entry->*member)); }, field->written);
-    }
     return true;
 }
 
@@ -143,8 +157,10 @@ std::string RescueBytes(const RescueState& state)
 std::optional<RescueState> ReadRescue(std::string_view bytes)
 {
     Reader in(bytes);
-    if (bytes.size() > kRescueSizeLimit || in.Take(kMagic.size()) != kMagic ||
-        in.Get<uint32_t>() != kVersion || in.Get<uint32_t>() != bytes.size() - kHeaderSize)
+    if (bytes.size() > kRescueSizeLimit || in.Take(kMagic.size()) != kMagic)
+        return std::nullopt;
+    const auto version = in.Get<uint32_t>();
+    if (version < kVersion1 || version > kVersion || in.Get<uint32_t>() != bytes.size() - kHeaderSize)
         return std::nullopt;
     const auto number = in.Get<uint64_t>();
     if (NumberOfBytes(in.Rest()) != number)
@@ -153,7 +169,7 @@ std::optional<RescueState> ReadRescue(std::string_view bytes)
     state.store = in.Get<uint64_t>();
     state.id = in.Get<uint32_t>();
     state.image = in.Get<uint64_t>();
-    if (!ReadValues(&in, &state.entry))
+    if (!ReadValues(version, &in, &state.entry))
         return std::nullopt;
     const auto flags = in.Get<uint8_t>();
     std::vector<CEOID> categories = in.GetIds();

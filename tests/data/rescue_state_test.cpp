@@ -80,6 +80,45 @@ TEST(RescueState, TheBytesAreThoseOfTheFormat)
     EXPECT_EQ(bytes.substr(bytes.size() - 19), std::string("\x1F\0\x66\0\2\0\0\0Hi\0\0\0\0\0\0\0\0\0", 19));
 }
 
+template <typename Number> void Append(std::string* bytes, Number number)
+{
+    bytes->append(reinterpret_cast<const char*>(&number), sizeof number);
+}
+void AppendText(std::string* bytes, std::string_view text)
+{
+    Append(bytes, static_cast<uint32_t>(text.size()));
+    bytes->append(text);
+}
+
+// An entry that was kept by the program before is not lost with it.
+TEST(RescueState, OfTheFirstVersionIsRead)
+{
+    std::string bytes("QJRESCUE\1\0\0\0", 12);
+    bytes.resize(24);
+    Append(&bytes, uint64_t{0x0123456789ABCDEF});
+    Append(&bytes, uint32_t{17});
+    Append(&bytes, uint64_t{0xFEDCBA9876543210});
+    for (const uint64_t time : {134'397'360'000'000'000u, 134'397'414'000'000'000u, 54'000'000'000u})
+        Append(&bytes, time);
+    Append(&bytes, uint16_t{2});
+    Append(&bytes, uint16_t{3});
+    AppendText(&bytes, "Meeting");
+    AppendText(&bytes, "Call with J\xC3\xB6rg");
+    RescueState wanted = Full();
+    wanted.entry.body = L"First\r\nSecond";
+    AppendText(&bytes, "First\r\nSecond");
+    Append(&bytes, uint8_t{1});
+    for (const uint32_t number : {2u, 5u, 3u, 3u, 9u, 8u, 7u})
+        Append(&bytes, number);
+    const auto read = ReadRescue(Signed(bytes));
+    ASSERT_TRUE(read);
+    ExpectSame(*read, wanted);
+    bytes[8] = 0;
+    EXPECT_FALSE(ReadRescue(Signed(bytes)));
+    bytes[8] = 3;
+    EXPECT_FALSE(ReadRescue(Signed(bytes)));
+}
+
 TEST(RescueState, AFieldThatIsNotKnownIsNotReadPast)
 {
     std::string bytes = RescueBytes(RescueState());
