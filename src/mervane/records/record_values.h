@@ -12,8 +12,6 @@
 
 namespace mervane {
 
-constexpr size_t kMaxProperties = 11;
-
 // What a write does to the columns of its mask (bit = place in the table's property list).
 class RecordValues {
   public:

@@ -1,5 +1,7 @@
 #include "mervane/values/property_map.h"
 
+#include <iterator>
+
 #include "mervane/values/journal_table.h"
 
 namespace mervane {
@@ -17,6 +19,9 @@ constexpr Property kContactProperties[] = {
     {kContactPhones, "phones"},      {kContactAddress, "address"},    {kContactBirthday, "birthday"},
     {kContactNote, "note"},          {kContactExtra, "vcard_extra"},
 };
+
+static_assert(std::size(kJournalProperties) <= kMaxProperties &&
+              std::size(kContactProperties) <= kMaxProperties);
 
 constexpr TableInfo kTables[kTableCount] = {
     {"journal", kJournalProperties, 0, kPropDate},

@@ -21,6 +21,7 @@ struct TableInfo {
     CEPROPID defaultSort;
 };
 
+constexpr size_t kMaxProperties = 32; // of a table: what a write changes is a mask with a bit for each
 constexpr size_t kTableCount = 3;
 constexpr size_t IndexOf(TableId table)
 {
