@@ -86,14 +86,18 @@ HWND FindSeparator(HWND editor)
     return nullptr;
 }
 
-// The editor's own children that the tab key stops at, in its order.
-std::vector<HWND> TabStops(HWND editor)
+// In the order of the tab key.
+std::vector<HWND> ChildrenOf(HWND editor)
 {
-    std::vector<HWND> stops;
+    std::vector<HWND> children;
     for (HWND child = GetWindow(editor, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
-        if (GetWindowLongPtrW(child, GWL_STYLE) & WS_TABSTOP)
-            stops.push_back(child);
-    return stops;
+        children.push_back(child);
+    return children;
+}
+
+bool IsTabStop(HWND control)
+{
+    return GetWindowLongPtrW(control, GWL_STYLE) & WS_TABSTOP;
 }
 
 void PutLast(HWND control)
@@ -118,7 +122,7 @@ void Move(HWND control, const RECT& rect, int scrolled, int height = 0)
 
 bool EditorControls::Create(HINSTANCE instance, HWND editor, EditorBar* bar)
 {
-    const std::vector<HWND> ofTemplate = TabStops(editor);
+    const std::vector<HWND> ofTemplate = ChildrenOf(editor);
     if (!MakeInTabOrder(instance, editor, bar) || !FindTemplateControls(editor))
         return false;
     std::ranges::for_each(ofTemplate, PutLast);
@@ -160,7 +164,9 @@ void EditorControls::AddKeys(HWND editor, HWND bar) const
     AddPlaceholderClick(EditOf(subject), kSubjectPlaceholder);
     AddPlaceholderClick(body, kBodyPlaceholder);
     AddBodyPaste(body);
-    for (HWND control : TabStops(editor)) {
+    for (HWND control : ChildrenOf(editor)) {
+        if (!IsTabStop(control))
+            continue;
         AddCommandKeys(TypedInto(control), editor);
         TellFocus(TypedInto(control), editor);
     }

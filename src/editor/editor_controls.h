@@ -20,8 +20,8 @@ struct EditorControls {
     HWND label = nullptr;
     HWND categories = nullptr;
 
-    // Makes the controls and the bar in the order of the tab key. Behind them come those of the template that
-    // the key stops at, in its order. False on failure. The editor's window destroys them.
+    // Makes the controls and the bar in the order of the tab key. Behind them come those of the template, in
+    // its order. False on failure. The editor's window destroys them.
     [[nodiscard]] bool Create(HINSTANCE instance, HWND editor, EditorBar* bar);
 
     // Moves them where the layout has them, moved up by scrolled pixels.

@@ -193,6 +193,18 @@ TEST_F(EntryEditorTest, NothingIsOutOfReachInTheRealWindow)
     });
 }
 
+// So that the letter of a label there leads to the control behind it.
+TEST_F(EntryEditorTest, TheTemplatesControlsFollowThoseThatAreMadeInTheirOrder)
+{
+    RunNew([](EditorWindow& editor) {
+        std::vector<int> ids;
+        for (HWND child = editor.Item(IDC_BODY); child; child = GetWindow(child, GW_HWNDNEXT))
+            ids.push_back(static_cast<short>(GetDlgCtrlID(child)));
+        EXPECT_EQ(
+            ids, (std::vector<int>{IDC_BODY, IDC_CATEGORIES_LINE, IDC_CATEGORIES_LABEL, -1, IDOK, IDCANCEL}));
+    });
+}
+
 TEST_F(EntryEditorTest, TheTabKeyGoesThroughTheFieldsInTheirOrder)
 {
     RunNew([&](EditorWindow& editor) {
