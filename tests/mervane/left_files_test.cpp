@@ -37,15 +37,15 @@ TEST_F(LeftLog, IsReadOnOpening)
 
 TEST_F(LeftLog, OfANewerProgramIsRefused)
 {
-    Leave("PRAGMA user_version = 99003");
+    Leave("PRAGMA user_version = 99099");
     ExpectRefused(StoreTrouble::NewerVersion);
     // The newer program loses nothing.
-    EXPECT_EQ(RawStore(Path()).Integer("PRAGMA user_version"), 99003);
+    EXPECT_EQ(RawStore(Path()).Integer("PRAGMA user_version"), 99099);
 }
 
 TEST_F(LeftLog, OfANewerProgramKeepsItsIndex)
 {
-    Leave("PRAGMA user_version = 99003");
+    Leave("PRAGMA user_version = 99099");
     const std::string index(32'768, '\x55');
     ASSERT_TRUE(WriteFileBytes(Beside(L"-shm"), index));
     ExpectRefused(StoreTrouble::NewerVersion);
@@ -56,7 +56,7 @@ TEST_F(LeftLog, OfANewerProgramAtWorkIsRefused)
 {
     MakeStore();
     RawStore newer(Path());
-    ASSERT_TRUE(newer.Run("PRAGMA wal_autocheckpoint = 0; PRAGMA user_version = 99003"));
+    ASSERT_TRUE(newer.Run("PRAGMA wal_autocheckpoint = 0; PRAGMA user_version = 99099"));
     ASSERT_FALSE(ReadFileBytes(Beside(L"-wal")).empty());
     ExpectRefused(StoreTrouble::NewerVersion);
     EXPECT_TRUE(newer.Run("INSERT INTO journal(subject) VALUES('goes on')"));

@@ -91,7 +91,8 @@ TEST_F(Version1Store, IsCopiedBeforeItIsMigrated)
         }
         const auto found = BackupsOf(m_store.Path());
         ASSERT_EQ(found.size(), copies);
-        EXPECT_TRUE(found[0].ends_with(copies == 1 ? L"-before-v2.db" : L"-before-v2-2.db"));
+        const std::wstring name = L"-before-v" + std::to_wstring(mervane::kSchemaVersion);
+        EXPECT_TRUE(found[0].ends_with(name + (copies == 1 ? L".db" : L"-2.db")));
         RawStore copy(folder + found[0]);
         EXPECT_EQ(copy.Integer("PRAGMA user_version"), 1001);
         EXPECT_EQ(copy.Text("SELECT subject FROM journal"), "kept");

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "mervane/file/store_path.h"
+#include "mervane/sqlite/store_header.h"
 #include "open_fixture.h"
 #include "support/import_watch.h"
 #include "watched_files.h"
@@ -105,12 +106,16 @@ TEST_F(Opening, RefusesAnotherProgramsDatabase)
 TEST_F(Opening, RefusesVersionsThatAreNotForThisProgram)
 {
     MakeStore();
-    // 2003: of this schema, but for newer programs only.
-    for (const int version : {0, 1, 2, 99, 999, 1000, 2000, 2003, 3003, 99'003, -1, -1001, 2'000'000'000}) {
+    const auto expectRefused = [this](int64_t version, StoreTrouble trouble) {
         ASSERT_TRUE(RawStore(Path()).Run("PRAGMA user_version = " + std::to_string(version)));
-        const bool isNewer = version == 2003 || version == 3003 || version == 99'003;
-        ExpectRefused(isNewer ? StoreTrouble::NewerVersion : StoreTrouble::NotAStore);
-    }
+        ExpectRefused(trouble);
+    };
+    for (const int version : {0, 1, 2, 99, 999, 1000, 2000, -1, -1001, 2'000'000'000})
+        expectRefused(version, StoreTrouble::NotAStore);
+    const int64_t next = mervane::kSchemaVersion + 1;
+    // The first one is of this schema.
+    for (const int64_t version : {mervane::kSchemaVersion * 1000 + next, next * 1000 + next, 99'000 + next})
+        expectRefused(version, StoreTrouble::NewerVersion);
 }
 
 TEST_F(Opening, RefusesAStoreWithoutItsTables)
@@ -128,12 +133,12 @@ TEST_F(Opening, RefusesAStoreWithoutItsTables)
 TEST_F(Opening, RefusesTablesThatAreNotItsOwn)
 {
     const std::pair<const char*, const char*> changes[] = {
-        {"contacts BLOB", "contacts BLOB, big BLOB AS (zeroblob(1000000000)) VIRTUAL"},
-        {"contacts BLOB", "contacts BLOB, CHECK(priority < 2)"},
-        {"contacts BLOB", "contacts BLOB REFERENCES contacts(oid) ON DELETE CASCADE"},
-        {"contacts BLOB", "contacts BLOB UNIQUE ON CONFLICT REPLACE"},
-        {"contacts BLOB", "contacts BLOB DEFAULT (zeroblob(1000000000))"},
-        {"contacts BLOB", "contacts BLOB, mood TEXT"},
+        {")", ", big BLOB AS (zeroblob(1000000000)) VIRTUAL)"},
+        {")", ", CHECK(priority < 2))"},
+        {")", " REFERENCES contacts(oid) ON DELETE CASCADE)"},
+        {")", " UNIQUE ON CONFLICT REPLACE)"},
+        {")", " DEFAULT (zeroblob(1000000000)))"},
+        {")", ", mood TEXT)"},
         {"subject TEXT", "subject TEXT COLLATE NOCASE"},
         {"AUTOINCREMENT", ""},
     };
@@ -141,8 +146,8 @@ TEST_F(Opening, RefusesTablesThatAreNotItsOwn)
         DeleteFileW(Path().c_str());
         MakeStore();
         std::string sql = RawStore(Path()).Text("SELECT sql FROM sqlite_schema WHERE name = 'journal'");
-        ASSERT_NE(sql.find(was), std::string::npos);
-        sql.replace(sql.find(was), strlen(was), is);
+        ASSERT_NE(sql.rfind(was), std::string::npos);
+        sql.replace(sql.rfind(was), strlen(was), is);
         ASSERT_TRUE(RawStore(Path()).Run("DROP TABLE journal; " + sql)) << sql;
         ExpectRefused();
     }
