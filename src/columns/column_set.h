@@ -15,13 +15,14 @@ struct ColumnSet {
 
 // The defaults for a work area whose right edge is at the given pixel of the screen.
 void ResetColumns(ColumnSet* set, int workAreaRight);
-// The defaults, then the stored columns over them. The stored count may be anything: there are eleven
-// positions, and those beyond are not read. A stored word is taken as it stands, with the shown mark. Skipped
-// are words of an unknown property and of 106, which no column shows; the next one closes the gap. Of several
-// words of one property the last one counts, flags and place. So the shown columns stand first and shownCount
-// is their number. Where none is left the defaults stand: a list without columns shows no entry at all.
+// The defaults, then the stored columns over them. The stored count may be anything: there is a
+// position for each property, and those beyond are not read. A stored word is taken as it stands, with the
+// shown mark. Skipped are words of an unknown property and of 106, which no column shows; the next one closes
+// the gap. Of several words of one property the last one counts, flags and place. So the shown columns stand
+// first and shownCount is their number. Where none is left the defaults stand: a list without columns shows
+// no entry at all.
 void LoadColumns(ColumnSet* set, const RegistryStore& settings, int workAreaRight);
-// Writes all eleven positions, each deleted first, and the shown count.
+// Writes all positions, each deleted first, and the shown count.
 void SaveColumns(const ColumnSet& set, RegistryStore& settings);
 
 int FindColumnByProperty(const ColumnSet& set, WORD property);     // -1: none

@@ -122,7 +122,7 @@ TEST(RescueState, OfTheFirstVersionIsRead)
 TEST(RescueState, AFieldThatIsNotKnownIsNotReadPast)
 {
     std::string bytes = RescueBytes(RescueState());
-    for (const CEPROPID id : {MakePropertyId(112, CEVT_LPWSTR), kPropCategories, kPropKind}) {
+    for (const CEPROPID id : {MakePropertyId(255, CEVT_LPWSTR), kPropCategories, kPropKind}) {
         bytes.replace(bytes.size() - 17, sizeof id, reinterpret_cast<const char*>(&id), sizeof id);
         EXPECT_FALSE(ReadRescue(Signed(bytes))) << id;
     }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -30,13 +31,15 @@ std::vector<int> Properties(const ColumnSet& set)
     return properties;
 }
 
-// Whatever was stored: all eleven properties once, the shown ones first, and as many as are counted.
+// Whatever was stored: each property once, the shown ones first, and as many as are counted.
 void ExpectWhole(const ColumnSet& set)
 {
     std::vector<int> properties = Properties(set);
     std::sort(properties.begin(), properties.end());
-    EXPECT_EQ(properties, (std::vector<int>{101, 102, 103, 104, 105, 106, 107, 108, 109, 110, 111}));
-    for (int i = 0; i < 11; ++i)
+    std::vector<int> all(kPropertyCount);
+    std::iota(all.begin(), all.end(), 101);
+    EXPECT_EQ(properties, all);
+    for (int i = 0; i < kPropertyCount; ++i)
         EXPECT_EQ(set.columns[static_cast<size_t>(i)].Has(kColumnShown), i < set.shownCount) << i;
 }
 
