@@ -18,7 +18,7 @@ constexpr const wchar_t* kCyrillic = L"НОЧАРА";
 constexpr const wchar_t* kGreek = L"ΖΩΜΑ";
 constexpr const wchar_t* kHan = L"会议书店";
 
-FindRequest Request(SearchBy by, const wchar_t* text)
+FindRequest Request(CEPROPID by, const wchar_t* text)
 {
     FindRequest request;
     request.by = by;
@@ -32,7 +32,7 @@ class SearchedJournal {
     explicit SearchedJournal(uint32_t records) : m_journal(StorePath(records)) {}
 
     // From the first match to the last one, as Find does it.
-    double TimeFind(SearchBy by, const wchar_t* text)
+    double TimeFind(CEPROPID by, const wchar_t* text)
     {
         const FindRequest request = Request(by, text);
         Forget();
@@ -49,7 +49,7 @@ class SearchedJournal {
         m_lastCount = FindEntries(m_journal, request, 0).size();
         return watch.Microseconds();
     }
-    std::vector<CEOID> Find(SearchBy by, const wchar_t* text)
+    std::vector<CEOID> Find(CEPROPID by, const wchar_t* text)
     {
         return FindEntries(m_journal, Request(by, text), 0);
     }
@@ -81,12 +81,12 @@ template <typename Work> double Time(Work work)
 void CheckAll(SearchedJournal& journal, BareStore& store)
 {
     PrintHeading("What the searches find among 65,535 entries");
-    Check("a rare text", journal.Find(SearchBy::Entry, kAscii), BareFindAscii(store, "body", "serlinba"));
-    Check("a Cyrillic text", journal.Find(SearchBy::Entry, kCyrillic), BareFindAny(store, "body", kCyrillic));
-    Check("a Greek text", journal.Find(SearchBy::Entry, kGreek), BareFindAny(store, "body", kGreek));
-    Check("a Chinese text", journal.Find(SearchBy::Entry, kHan), BareFindAny(store, "body", kHan));
-    Check("a letter", journal.Find(SearchBy::Entry, kEverywhere), BareFindAscii(store, "body", "e"));
-    Check("a text in the subject", journal.Find(SearchBy::Subject, kAscii),
+    Check("a rare text", journal.Find(kPropBody, kAscii), BareFindAscii(store, "body", "serlinba"));
+    Check("a Cyrillic text", journal.Find(kPropBody, kCyrillic), BareFindAny(store, "body", kCyrillic));
+    Check("a Greek text", journal.Find(kPropBody, kGreek), BareFindAny(store, "body", kGreek));
+    Check("a Chinese text", journal.Find(kPropBody, kHan), BareFindAny(store, "body", kHan));
+    Check("a letter", journal.Find(kPropBody, kEverywhere), BareFindAscii(store, "body", "e"));
+    Check("a text in the subject", journal.Find(kPropSubject, kAscii),
           BareFindAscii(store, "subject", "serlinba"));
 }
 
@@ -96,13 +96,13 @@ void MeasureTexts(SearchedJournal& journal, BareStore& store)
     const auto times = MediansByTurns({
         [&] { return Time([&] { return BareFindAscii(store, "body", "serlinba"); }); },
         [&] { return Time([&] { return BareFindAny(store, "body", kCyrillic); }); },
-        [&] { return journal.TimeFind(SearchBy::Entry, kAscii); },
-        [&] { return journal.TimeFind(SearchBy::Entry, kCyrillic); },
-        [&] { return journal.TimeFind(SearchBy::Entry, kGreek); },
-        [&] { return journal.TimeFind(SearchBy::Entry, kHan); },
-        [&] { return journal.TimeFind(SearchBy::Entry, kEverywhere); },
+        [&] { return journal.TimeFind(kPropBody, kAscii); },
+        [&] { return journal.TimeFind(kPropBody, kCyrillic); },
+        [&] { return journal.TimeFind(kPropBody, kGreek); },
+        [&] { return journal.TimeFind(kPropBody, kHan); },
+        [&] { return journal.TimeFind(kPropBody, kEverywhere); },
         [&] { return Time([&] { return BareFindAscii(store, "subject", "serlinba"); }); },
-        [&] { return journal.TimeFind(SearchBy::Subject, kAscii); },
+        [&] { return journal.TimeFind(kPropSubject, kAscii); },
     });
     PrintHeading("A search through 65,535 bodies, match case off");
     PrintRatio("a rare text, to a bare scan for it", times[2], times[0], kLimit);
@@ -119,14 +119,14 @@ void MeasureGrowth(SearchedJournal& full, SearchedJournal& middle)
     constexpr double kLimit = 8.5;
     constexpr SYSTEMTIME kDay{2010, 6, 0, 15, 0, 0, 0, 0};
     const auto times = MediansByTurns({
-        [&] { return full.TimeFind(SearchBy::Entry, kAscii); },
-        [&] { return middle.TimeFind(SearchBy::Entry, kAscii); },
-        [&] { return full.TimeFind(SearchBy::Entry, kCyrillic); },
-        [&] { return middle.TimeFind(SearchBy::Entry, kCyrillic); },
-        [&] { return full.TimeFind(SearchBy::Entry, L""); },
-        [&] { return middle.TimeFind(SearchBy::Entry, L""); },
-        [&] { return full.TimeFind(SearchBy::Subject, kAscii); },
-        [&] { return middle.TimeFind(SearchBy::Subject, kAscii); },
+        [&] { return full.TimeFind(kPropBody, kAscii); },
+        [&] { return middle.TimeFind(kPropBody, kAscii); },
+        [&] { return full.TimeFind(kPropBody, kCyrillic); },
+        [&] { return middle.TimeFind(kPropBody, kCyrillic); },
+        [&] { return full.TimeFind(kPropBody, L""); },
+        [&] { return middle.TimeFind(kPropBody, L""); },
+        [&] { return full.TimeFind(kPropSubject, kAscii); },
+        [&] { return middle.TimeFind(kPropSubject, kAscii); },
         [&] { return full.TimeFindDay(kDay); },
         [&] { return middle.TimeFindDay(kDay); },
     });
