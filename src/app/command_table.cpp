@@ -37,7 +37,7 @@ void RunPaste(MainWindow& window, UINT)
 }
 void RunCategoriesList(MainWindow& window, UINT)
 {
-    window.EditCategoriesList();
+    EditCategories(window.Handle(), window.List());
 }
 void RunSubjects(MainWindow& window, UINT)
 {

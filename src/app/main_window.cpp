@@ -19,6 +19,7 @@
 #include "ui/bars/drop_down.h"
 #include "ui/dialog_in_front.h"
 #include "ui/hourglass.h"
+#include "ui/launch.h"
 #include "ui/pictures/program_icon.h"
 #include "ui/screen/scale.h"
 #include "ui/screen/work_area.h"
@@ -137,7 +138,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_HELP:
     case kMsgHelpBehindMenu:
         if (IsHelpDue(m_window, message))
-            ShowHelp(m_helpTopic, m_window);
+            ShowHelp(kHelpMain, m_window);
         return 1;
     case WM_COMMAND: return OnCommand(LOWORD(wParam), HIWORD(wParam) == kFromAccelerator && !lParam);
     case kMsgDatabaseChange: return OnDatabaseChange(wParam, lParam);
@@ -404,13 +405,6 @@ void MainWindow::DropFilterMenu()
         SendMessageW(m_window, WM_COMMAND, command, 0);
     if (!FindCommand(command))
         ShowWhatHasChanged();
-}
-
-void MainWindow::EditCategoriesList()
-{
-    m_helpTopic = kHelpCategories; // the dialog leaves requests for help to its owner
-    EditCategories(m_window, m_list);
-    m_helpTopic = kHelpMain;
 }
 
 void MainWindow::EditFilter(bool categoriesMode)

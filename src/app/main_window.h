@@ -13,7 +13,6 @@
 #include "mervane/file/turn.h"
 #include "ui/bars/menu_tip.h"
 #include "ui/gathered.h"
-#include "ui/launch.h"
 #include "ui/window_procedure.h"
 
 constexpr const wchar_t* kMainWindowClass = L"Journal";
@@ -52,7 +51,6 @@ class MainWindow {
     // Closes the window, or ends what is open over it first.
     void RequestClose();
     void ShowAbout();
-    void EditCategoriesList();
     void EditFilter(bool categoriesMode);
     void ClearTheFilter();
 
@@ -108,7 +106,6 @@ class MainWindow {
     bool m_missesEntries = false; // as the list was last looked at
     QuietNotice m_missingNotice;
     StoreTrouble m_notKept = StoreTrouble::None;
-    const wchar_t* m_helpTopic = kHelpMain;
     bool m_leftMaximized = false; // when it was last closed
     bool m_isToBeSeen = false;    // the first show has come
     // Set once everything stored has been loaded: from then on it may be stored again.

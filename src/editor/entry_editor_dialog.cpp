@@ -13,7 +13,6 @@
 #include "res/resource.h"
 #include "ui/bars/drop_down.h"
 #include "ui/control_text.h"
-#include "ui/launch.h"
 #include "ui/scoped_quiet.h"
 #include "ui/screen/scale.h"
 #include "ui/typed_time.h"
@@ -181,9 +180,7 @@ void EntryEditor::ShowChanges()
 
 void EntryEditor::EditCategories()
 {
-    m_helpTopic = kHelpCategories; // the dialog leaves requests for help to its owner
     ZCatsDlg(GetWindow()).DoModal();
-    m_helpTopic = kHelpEntry;
     if (m_views.View() != EditorView::AssignCategories)
         return;
     m_views.TakeEditedCategories();

@@ -38,7 +38,7 @@ class EntryEditor : public Dialog {
   protected:
     bool OnInitDialog() override;
     void OnResolutionChanged(int before) override;
-    const wchar_t* HelpTopic() const override { return m_helpTopic; }
+    const wchar_t* HelpTopic() const override { return kHelpEntry; }
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
     const wchar_t* Unsaved() const override { return HasUnstored() ? L"An entry is not saved." : nullptr; }
     void OnSessionEnd() override;
@@ -124,7 +124,6 @@ class EntryEditor : public Dialog {
     bool m_isPlaced = false;
     WindowScroll m_scroll;
     UniqueFont m_bodyFont;
-    const wchar_t* m_helpTopic = kHelpEntry;
     bool m_modified = false;
     unsigned m_changes = 0;                      // so far
     unsigned m_collected = 0;                    // how many of them what was read last from the controls has

@@ -1,5 +1,7 @@
 #include "pick/category_dialog.h"
 
+#include <commctrl.h>
+
 #include <algorithm>
 #include <string>
 #include <utility>
@@ -9,41 +11,42 @@
 #include "pick/category_dialog_layout.h"
 #include "pick/category_draft.h"
 #include "pick/category_name_dialog.h"
-#include "pick/modal_dialog.h"
-#include "util/window_metrics.h"
-
-namespace mervane {
+#include "res/resource.h"
+#include "ui/dialog.h"
+#include "ui/launch.h"
+#include "ui/screen/scale.h"
 
 namespace {
 
-constexpr WORD kList = 1000, kAdd = 1001, kRename = 1002, kDelete = 1003, kHide = 1004;
 // In the order of the layout.
-constexpr int kButtons[kCategoryButtons] = {kAdd, kRename, kDelete, kHide, IDOK, IDCANCEL};
+constexpr int kButtons[kCategoryButtons] = {
+    IDC_ADD_CATEGORY, IDC_RENAME_CATEGORY, IDC_DELETE_CATEGORY, IDC_HIDE_CATEGORY, IDOK, IDCANCEL};
 
 constexpr const wchar_t* kTitle = L"Edit Categories";
-constexpr SIZE kSize{250, 150}; // in dialog units, as all that follows
-constexpr SIZE kSmallest{180, 60};
+constexpr SIZE kSmallest{180, 60}; // in dialog units, as all that follows
 constexpr SIZE kButton{50, 14}, kGap{4, 4}, kMargin{7, 7};
 constexpr int kUsesWidth = 28, kHiddenWidth = 34, kNameWidth = 60;
 
 enum Column { kName, kUses, kHidden, kColumns };
 
-class CategoryDialog : public ModalDialog {
+class CategoryDialog : public Dialog {
   public:
     CategoryDialog(CategoryDraft draft, DbCategories& categories)
         : m_draft(std::move(draft)), m_categories(categories)
     {}
-    INT_PTR Show(HWND owner) { return Run(Contents(), owner); }
+
+    void OnOK() override;
+
+  protected:
+    bool OnInitDialog() override;
+    void OnResolutionChanged(int) override { LayOut(); }
+    const wchar_t* HelpTopic() const override { return kHelpCategories; }
+    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
   private:
-    static DialogTemplate Contents();
-    bool OnInit() override;
-    void OnOK() override;
-    void OnCommand(int id, int code) override;
-    bool OnNotify(NMHDR* notification, LRESULT* result) override;
-    void OnSize() override;
-    void OnGetMinMaxInfo(MINMAXINFO* info) override;
-
+    bool OnCommand(int id);
+    bool OnNotify(NMHDR* notification, LRESULT* result);
+    void OnGetMinMaxInfo(MINMAXINFO* info) const;
     void OnGetDispInfo(LVITEMW& item) const;
     void OnKeyDown(WORD key);
     void OnAdd();
@@ -53,42 +56,29 @@ class CategoryDialog : public ModalDialog {
     bool IsDeletionMeant(const CategoryDraft::Item& category) const;
 
     void InsertColumns();
+    void LayOut();
     void SetColumnWidths();
+    // Dialog units in pixels.
+    SIZE Pixels(SIZE units) const;
     int Selected() const { return ListView_GetNextItem(List(), -1, LVNI_SELECTED); }
     // With that row selected, or the nearest, and the focus in the list, ready for the next key.
     void ShowDraft(int selected);
     void UpdateButtons();
-    HWND List() const { return Item(kList); }
+    HWND List() const { return GetItem(IDC_CATEGORIES); }
 
     CategoryDraft m_draft;
     DbCategories& m_categories;
     bool m_isShowing = false; // the draft: the list's notifications tell nothing new
 };
 
-// Letters in use: A, D, H, R.
-DialogTemplate CategoryDialog::Contents()
-{
-    DialogTemplate contents(kTitle, WS_THICKFRAME, kSize);
-    contents.Add(
-        {WC_LISTVIEWW, L"", kList,
-         WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
-         RECT{}, WS_EX_CLIENTEDGE});
-    contents.Add({L"BUTTON", L"&Add...", kAdd, WS_TABSTOP});
-    contents.Add({L"BUTTON", L"&Rename...", kRename, WS_TABSTOP});
-    contents.Add({L"BUTTON", L"&Delete", kDelete, WS_TABSTOP});
-    contents.Add({L"BUTTON", L"Un&hide", kHide, WS_TABSTOP});
-    contents.Add({L"BUTTON", L"OK", IDOK, WS_TABSTOP | BS_DEFPUSHBUTTON});
-    contents.Add({L"BUTTON", L"Cancel", IDCANCEL, WS_TABSTOP});
-    return contents;
-}
-
-bool CategoryDialog::OnInit()
+bool CategoryDialog::OnInitDialog()
 {
     InsertColumns();
     constexpr DWORD kStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
     ListView_SetExtendedListViewStyleEx(List(), kStyle, kStyle);
-    OnSize();
+    LayOut();
     ShowDraft(0);
+    CenterOnWorkArea();
     return false;
 }
 
@@ -105,20 +95,26 @@ void CategoryDialog::InsertColumns()
     }
 }
 
-void CategoryDialog::OnSize()
+void CategoryDialog::LayOut()
 {
     RECT client{};
-    GetClientRect(Window(), &client);
-    const CategoryDialogLayout layout = LayOutCategoryDialog(
-        {client.right, client.bottom},
-        {Pixels(kButton.cx, kButton.cy), Pixels(kGap.cx, kGap.cy), Pixels(kMargin.cx, kMargin.cy)});
+    GetClientRectangle(&client);
+    const CategoryDialogLayout layout =
+        LayOutCategoryDialog({client.right, client.bottom}, {Pixels(kButton), Pixels(kGap), Pixels(kMargin)});
     const auto place = [this](int id, const RECT& rect) {
-        MoveWindow(Item(id), rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, TRUE);
+        MoveWindow(rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, true, GetItem(id));
     };
-    place(kList, layout.list);
+    place(IDC_CATEGORIES, layout.list);
     for (size_t i = 0; i < kCategoryButtons; ++i)
         place(kButtons[i], layout.buttons[i]);
     SetColumnWidths();
+}
+
+SIZE CategoryDialog::Pixels(SIZE units) const
+{
+    RECT rect{0, 0, units.cx, units.cy};
+    MapDialogRect(GetWindow(), &rect);
+    return {rect.right, rect.bottom};
 }
 
 // Side by side without a gap, whether the rows scroll or not.
@@ -126,32 +122,40 @@ void CategoryDialog::SetColumnWidths()
 {
     RECT list{};
     GetWindowRect(List(), &list);
-    const int uses = Pixels(kUsesWidth, 0).cx, hidden = Pixels(kHiddenWidth, 0).cx;
+    const int uses = Pixels({kUsesWidth, 0}).cx, hidden = Pixels({kHiddenWidth, 0}).cx;
     const bool scrolls = m_draft.Count() > ListView_GetCountPerPage(List());
     const int beside = 2 * MetricOf(List(), SM_CXEDGE) + (scrolls ? MetricOf(List(), SM_CXVSCROLL) : 0);
     const int name = list.right - list.left - beside - uses - hidden;
-    ListView_SetColumnWidth(List(), kName, std::max<int>(name, Pixels(kNameWidth, 0).cx));
+    ListView_SetColumnWidth(List(), kName, std::max<int>(name, Pixels({kNameWidth, 0}).cx));
     ListView_SetColumnWidth(List(), kUses, uses);
     ListView_SetColumnWidth(List(), kHidden, hidden);
 }
 
-void CategoryDialog::OnGetMinMaxInfo(MINMAXINFO* info)
+bool CategoryDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
 {
-    const SIZE smallest = Pixels(kSmallest.cx, kSmallest.cy);
-    const SIZE frame = FrameOf(Window());
+    switch (message) {
+    case WM_COMMAND: return HIWORD(wParam) == BN_CLICKED && OnCommand(LOWORD(wParam));
+    case WM_NOTIFY: return OnNotify(reinterpret_cast<NMHDR*>(lParam), result);
+    case WM_SIZE: LayOut(); return true;
+    case WM_GETMINMAXINFO: OnGetMinMaxInfo(reinterpret_cast<MINMAXINFO*>(lParam)); return true;
+    default: return false;
+    }
+}
+
+void CategoryDialog::OnGetMinMaxInfo(MINMAXINFO* info) const
+{
+    const SIZE smallest = Pixels(kSmallest), frame = mervane::FrameOf(GetWindow());
     info->ptMinTrackSize = {smallest.cx + frame.cx, smallest.cy + frame.cy};
 }
 
-void CategoryDialog::OnCommand(int id, int code)
+bool CategoryDialog::OnCommand(int id)
 {
-    if (code != BN_CLICKED)
-        return;
     switch (id) {
-    case kAdd: return OnAdd();
-    case kRename: return OnRename();
-    case kDelete: return OnDelete();
-    case kHide: return OnHide();
-    default: return;
+    case IDC_ADD_CATEGORY: OnAdd(); return true;
+    case IDC_RENAME_CATEGORY: OnRename(); return true;
+    case IDC_DELETE_CATEGORY: OnDelete(); return true;
+    case IDC_HIDE_CATEGORY: OnHide(); return true;
+    default: return false;
     }
 }
 
@@ -162,8 +166,8 @@ bool CategoryDialog::OnNotify(NMHDR* notification, LRESULT* result)
     switch (notification->code) {
     case LVN_GETDISPINFOW: OnGetDispInfo(reinterpret_cast<NMLVDISPINFOW*>(notification)->item); return true;
     case LVN_ODFINDITEMW:
-        *result = FindRow(*reinterpret_cast<const NMLVFINDITEMW*>(notification), m_draft.Count(),
-                          [this](int row) { return std::wstring_view(m_draft.At(row).name); });
+        *result = mervane::FindRow(*reinterpret_cast<const NMLVFINDITEMW*>(notification), m_draft.Count(),
+                                   [this](int row) { return std::wstring_view(m_draft.At(row).name); });
         return true;
     case LVN_ITEMCHANGED:
         if (!m_isShowing)
@@ -178,12 +182,12 @@ bool CategoryDialog::OnNotify(NMHDR* notification, LRESULT* result)
 void CategoryDialog::OnGetDispInfo(LVITEMW& item) const
 {
     if (item.iItem < 0 || item.iItem >= m_draft.Count())
-        return AnswerText(item, {});
+        return mervane::AnswerText(item, {});
     const CategoryDraft::Item& category = m_draft.At(item.iItem);
     switch (item.iSubItem) {
-    case kName: return AnswerText(item, category.name);
-    case kUses: return AnswerText(item, std::to_wstring(category.uses));
-    default: return AnswerText(item, category.hidden ? L"Yes" : L"");
+    case kName: return mervane::AnswerText(item, category.name);
+    case kUses: return mervane::AnswerText(item, std::to_wstring(category.uses));
+    default: return mervane::AnswerText(item, category.hidden ? L"Yes" : L"");
     }
 }
 
@@ -199,7 +203,7 @@ void CategoryDialog::OnKeyDown(WORD key)
 
 void CategoryDialog::OnAdd()
 {
-    if (const auto name = AskForCategoryName(Window(), m_draft, -1))
+    if (const auto name = AskForCategoryName(GetWindow(), m_draft, -1))
         ShowDraft(m_draft.Add(*name));
 }
 
@@ -208,7 +212,7 @@ void CategoryDialog::OnRename()
     const int row = Selected();
     if (row < 0)
         return;
-    if (const auto name = AskForCategoryName(Window(), m_draft, row))
+    if (const auto name = AskForCategoryName(GetWindow(), m_draft, row))
         ShowDraft(m_draft.Rename(row, *name));
 }
 
@@ -218,8 +222,8 @@ bool CategoryDialog::IsDeletionMeant(const CategoryDraft::Item& category) const
         return true;
     const std::wstring entries =
         category.uses == 1 ? L"1 entry uses" : std::to_wstring(category.uses) + L" entries use";
-    return Ask(entries + L" the category \"" + category.name + L"\". Delete it?",
-               MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
+    const std::wstring question = entries + L" the category \"" + category.name + L"\". Delete it?";
+    return MessageBoxW(GetWindow(), question.c_str(), kTitle, MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
 }
 
 void CategoryDialog::OnDelete()
@@ -252,7 +256,7 @@ void CategoryDialog::ShowDraft(int selected)
     }
     m_isShowing = false;
     SetColumnWidths();
-    SendMessageW(Window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(List()), TRUE);
+    SendMessageW(GetWindow(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(List()), TRUE);
     UpdateButtons();
 }
 
@@ -260,9 +264,9 @@ void CategoryDialog::UpdateButtons()
 {
     const int row = Selected();
     const bool isHidden = row >= 0 && row < m_draft.Count() && m_draft.At(row).hidden;
-    SetDlgItemTextW(Window(), kHide, isHidden ? L"Un&hide" : L"&Hide");
-    for (const int id : {kRename, kDelete, kHide})
-        Enable(id, row >= 0);
+    SetDlgItemTextW(GetWindow(), IDC_HIDE_CATEGORY, isHidden ? L"Un&hide" : L"&Hide");
+    for (const int id : {IDC_RENAME_CATEGORY, IDC_DELETE_CATEGORY, IDC_HIDE_CATEGORY})
+        EnableItem(id, row >= 0);
 }
 
 void CategoryDialog::OnOK()
@@ -270,12 +274,12 @@ void CategoryDialog::OnOK()
     if (m_draft.Save(m_categories))
         return End(1);
     const StoreTrouble trouble = m_categories.Trouble();
-    Ask(trouble == StoreTrouble::None
-            ? std::wstring(
-                  L"The categories could not be stored: another program has given one of these names "
-                  L"to a category of its own.")
-            : NotDoneText(L"The categories could not be stored", trouble, TypedText::StillThere),
-        MB_OK | MB_ICONEXCLAMATION);
+    const std::wstring text =
+        trouble == StoreTrouble::None
+            ? L"The categories could not be stored: another program has given one of these names "
+              L"to a category of its own."
+            : NotDoneText(L"The categories could not be stored", trouble, TypedText::StillThere);
+    MessageBoxW(GetWindow(), text.c_str(), kTitle, MB_OK | MB_ICONEXCLAMATION);
 }
 
 } // namespace
@@ -293,9 +297,6 @@ INT_PTR RunCategoryDialog(HWND owner, DbCategories& categories)
         TellThatNoneAreShown(owner, categories.Trouble());
         return -1;
     }
-    const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES};
-    InitCommonControlsEx(&controls);
-    return CategoryDialog(std::move(draft), categories).Show(owner);
+    CategoryDialog dialog(std::move(draft), categories);
+    return dialog.DoModal(GetModuleHandleW(nullptr), IDD_EDIT_CATEGORIES, owner);
 }
-
-} // namespace mervane

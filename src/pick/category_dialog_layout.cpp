@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-namespace mervane {
-
 namespace {
 
 constexpr LONG kButtons = kCategoryButtons;
@@ -32,5 +30,3 @@ CategoryDialogLayout LayOutCategoryDialog(SIZE client, const CategoryDialogSizes
     }
     return layout;
 }
-
-} // namespace mervane

@@ -5,8 +5,6 @@
 
 #include <array>
 
-namespace mervane {
-
 constexpr size_t kCategoryButtons = 6; // add, rename, delete, hide; OK, Cancel
 
 // In pixels.
@@ -23,5 +21,3 @@ struct CategoryDialogLayout {
 // The list at the left takes what the buttons leave. They stand in one column at the right, OK and Cancel at
 // its foot, and in more columns where the height is too small for that.
 CategoryDialogLayout LayOutCategoryDialog(SIZE client, const CategoryDialogSizes& sizes);
-
-} // namespace mervane

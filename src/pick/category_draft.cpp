@@ -1,19 +1,19 @@
 #include "pick/category_draft.h"
 
 #include <algorithm>
+#include <span>
 
 #include "mervane/db_categories.h"
 #include "mervane/values/category_name.h"
 #include "mervane/values/sort_key.h"
+#include "util/owners.h"
 
-namespace mervane {
+using mervane::Answer;
+using mervane::IsSameCategoryName;
+using mervane::MayPass;
+using mervane::SortKeyMaker;
 
 namespace {
-
-struct LocalBlock {
-    CEPROPVAL* properties = nullptr;
-    ~LocalBlock() { LocalFree(properties); }
-};
 
 Answer IsThere(DbCategories& categories, CEOID id)
 {
@@ -60,14 +60,14 @@ bool CategoryDraft::Load(DbCategories& categories)
 bool CategoryDraft::Read(DbCategories& categories)
 {
     WORD count = 0;
-    LocalBlock block;
+    CEPROPVAL* properties = nullptr;
     Draft draft;
-    draft.item.id = categories.ReadRecord(&count, nullptr, &block.properties);
+    draft.item.id = categories.ReadRecord(&count, nullptr, &properties);
+    const LocalBlock<CEPROPVAL> owner(properties);
     if (!draft.item.id)
         return !MayPass(categories.Trouble());
     bool hasName = false;
-    for (WORD i = 0; i < count; ++i) {
-        const CEPROPVAL& property = block.properties[i];
+    for (const CEPROPVAL& property : std::span(properties, count)) {
         if (property.propid == kCategoriesKey) {
             draft.item.name = property.val.lpwstr;
             hasName = true;
@@ -204,5 +204,3 @@ bool CategoryDraft::AddNew(DbCategories& categories) const
         return id && (!draft.item.hidden || categories.SetHidden(id, true));
     });
 }
-
-} // namespace mervane

@@ -9,8 +9,6 @@
 
 class DbCategories;
 
-namespace mervane {
-
 class CategoryDraft {
   public:
     struct Item {
@@ -65,5 +63,3 @@ class CategoryDraft {
     std::vector<Draft> m_drafts;
     std::vector<CEOID> m_deleted; // of the stored ones
 };
-
-} // namespace mervane

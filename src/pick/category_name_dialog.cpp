@@ -2,62 +2,62 @@
 
 #include "mervane/db_categories.h"
 #include "mervane/values/category_name.h"
-#include "pick/modal_dialog.h"
-
-namespace mervane {
+#include "res/resource.h"
+#include "ui/control_text.h"
+#include "ui/dialog.h"
+#include "ui/launch.h"
 
 namespace {
 
-constexpr WORD kLabel = 1001, kName = 1002;
-
-class CategoryNameDialog : public ModalDialog {
+class CategoryNameDialog : public Dialog {
   public:
     CategoryNameDialog(const CategoryDraft& draft, int row) : m_draft(draft), m_row(row) {}
 
-    std::optional<std::wstring> NameFor(HWND owner)
-    {
-        if (Run(Contents(), owner) != 1)
-            return std::nullopt;
-        return m_name;
-    }
+    const std::wstring& Name() const { return m_name; }
+
+    void OnOK() override;
+
+  protected:
+    bool OnInitDialog() override;
+    const wchar_t* HelpTopic() const override { return kHelpCategories; }
+    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
   private:
-    DialogTemplate Contents() const;
-    bool OnInit() override;
-    void OnOK() override;
-    void OnCommand(int id, int code) override;
+    void TakeName();
     std::wstring Complaint(CategoryDraft::Fault fault) const;
+    const wchar_t* Title() const { return m_row < 0 ? L"New Category" : L"Rename Category"; }
+    HWND Edit() const { return GetItem(IDC_CATEGORY_NAME); }
 
     const CategoryDraft& m_draft;
     int m_row;
-    std::wstring m_name;
+    std::wstring m_name; // as it is typed, without the blanks around it
 };
 
-DialogTemplate CategoryNameDialog::Contents() const
+bool CategoryNameDialog::OnInitDialog()
 {
-    DialogTemplate contents(m_row < 0 ? L"New Category" : L"Rename Category", DS_MODALFRAME, {200, 50});
-    contents.Add({L"STATIC", L"&Name:", kLabel, SS_LEFT, {7, 9, 31, 18}});
-    contents.Add({L"EDIT", L"", kName, WS_TABSTOP | ES_AUTOHSCROLL, {33, 7, 193, 21}, WS_EX_CLIENTEDGE});
-    contents.Add({L"BUTTON", L"OK", IDOK, WS_TABSTOP | BS_DEFPUSHBUTTON, {89, 29, 139, 43}});
-    contents.Add({L"BUTTON", L"Cancel", IDCANCEL, WS_TABSTOP, {143, 29, 193, 43}});
-    return contents;
-}
-
-bool CategoryNameDialog::OnInit()
-{
-    SendMessageW(Item(kName), EM_LIMITTEXT, kCategoryNameSize - 1, 0);
+    SetWindowTextW(GetWindow(), Title());
+    SendMessageW(Edit(), EM_LIMITTEXT, kCategoryNameSize - 1, 0);
     if (m_row >= 0)
-        SetDlgItemTextW(Window(), kName, m_draft.At(m_row).name.c_str());
-    Enable(IDOK, !TrimCategoryName(TextOf(kName)).empty());
-    SendMessageW(Item(kName), EM_SETSEL, 0, -1);
-    SetFocus(Item(kName));
+        SetWindowTextW(Edit(), m_draft.At(m_row).name.c_str());
+    TakeName();
+    CenterOnWorkArea();
+    SendMessageW(Edit(), EM_SETSEL, 0, -1);
+    SetFocus(Edit());
     return false;
 }
 
-void CategoryNameDialog::OnCommand(int id, int code)
+bool CategoryNameDialog::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT*)
 {
-    if (id == kName && code == EN_CHANGE)
-        Enable(IDOK, !TrimCategoryName(TextOf(kName)).empty());
+    if (message != WM_COMMAND || wParam != MAKEWPARAM(IDC_CATEGORY_NAME, EN_CHANGE))
+        return false;
+    TakeName();
+    return true;
+}
+
+void CategoryNameDialog::TakeName()
+{
+    m_name = mervane::TrimCategoryName(ReadText(Edit()).value_or(L""));
+    EnableItem(IDOK, !m_name.empty());
 }
 
 std::wstring CategoryNameDialog::Complaint(CategoryDraft::Fault fault) const
@@ -69,21 +69,20 @@ std::wstring CategoryNameDialog::Complaint(CategoryDraft::Fault fault) const
 
 void CategoryNameDialog::OnOK()
 {
-    const std::wstring typed = TextOf(kName);
-    m_name = TrimCategoryName(typed);
     const CategoryDraft::Fault fault = m_draft.Check(m_name, m_row);
     if (fault == CategoryDraft::Fault::None)
         return End(1);
-    Ask(Complaint(fault), MB_OK | MB_ICONEXCLAMATION);
-    SendMessageW(Item(kName), EM_SETSEL, 0, -1);
-    SetFocus(Item(kName));
+    MessageBoxW(GetWindow(), Complaint(fault).c_str(), Title(), MB_OK | MB_ICONEXCLAMATION);
+    SendMessageW(Edit(), EM_SETSEL, 0, -1);
+    SetFocus(Edit());
 }
 
 } // namespace
 
 std::optional<std::wstring> AskForCategoryName(HWND owner, const CategoryDraft& draft, int row)
 {
-    return CategoryNameDialog(draft, row).NameFor(owner);
+    CategoryNameDialog dialog(draft, row);
+    if (dialog.DoModal(GetModuleHandleW(nullptr), IDD_CATEGORY_NAME, owner) != 1)
+        return std::nullopt;
+    return dialog.Name();
 }
-
-} // namespace mervane

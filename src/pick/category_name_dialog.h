@@ -8,10 +8,6 @@
 
 #include "pick/category_draft.h"
 
-namespace mervane {
-
 // A good name for the category of a row, or for a new one (row -1), without blanks around it; none when the
 // user gave it up.
 std::optional<std::wstring> AskForCategoryName(HWND owner, const CategoryDraft& draft, int row);
-
-} // namespace mervane

@@ -7,8 +7,8 @@ INT_PTR ZCatsDlg::DoModal()
 {
     DbCategories categories;
     if (!categories.Open()) {
-        mervane::TellThatNoneAreShown(m_owner, categories.Trouble());
+        TellThatNoneAreShown(m_owner, categories.Trouble());
         return -1;
     }
-    return mervane::RunCategoryDialog(m_owner, categories);
+    return RunCategoryDialog(m_owner, categories);
 }

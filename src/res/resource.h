@@ -204,4 +204,14 @@
 #define IDC_EXPORT_FORMAT 1039
 #define IDC_EXPORT_PROGRESS 1040
 
+/* Edit Categories, and the name of one (free choices) */
+#define IDD_EDIT_CATEGORIES 146
+#define IDC_CATEGORIES 1000
+#define IDC_ADD_CATEGORY 1001
+#define IDC_RENAME_CATEGORY 1002
+#define IDC_DELETE_CATEGORY 1003
+#define IDC_HIDE_CATEGORY 1004
+#define IDD_CATEGORY_NAME 147
+#define IDC_CATEGORY_NAME 1005
+
 #endif

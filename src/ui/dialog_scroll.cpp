@@ -49,6 +49,12 @@ void PlaceWithin(const RECT& area, HWND window, LONG width, LONG height)
     SetWindowPos(window, nullptr, x, y, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+// One whose edges can be dragged does so in whatever size it has.
+bool LaysItselfOut(HWND dialog)
+{
+    return (GetWindowLongPtrW(dialog, GWL_STYLE) & WS_THICKFRAME) != 0;
+}
+
 } // namespace
 
 bool DialogScroll::Fit(HWND dialog, const RECT& area)
@@ -58,6 +64,10 @@ bool DialogScroll::Fit(HWND dialog, const RECT& area)
     const bool isTooWide = whole.cx > room.cx, isTooHigh = whole.cy > room.cy;
     if (!m_dialog && !isTooWide && !isTooHigh)
         return false;
+    if (LaysItselfOut(dialog)) {
+        PlaceWithin(area, dialog, std::min(whole.cx, room.cx), std::min(whole.cy, room.cy));
+        return true;
+    }
     Watch(dialog, content);
     PlaceWithin(area, dialog,
                 std::min<LONG>(whole.cx + (isTooHigh ? MetricOf(dialog, SM_CXVSCROLL) : 0), room.cx),

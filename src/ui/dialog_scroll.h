@@ -8,8 +8,8 @@
 class DialogScroll {
   public:
     // Makes a dialog that is larger than the work area as large as there is room, scrolled to its first
-    // control. One that scrolls is measured anew, whatever its resolution and its place are now. False where
-    // it has all its room and had it before.
+    // control; one whose edges can be dragged lays itself out in that instead. One that scrolls is measured
+    // anew, whatever its resolution and its place are now. False where it has all its room and had it before.
     bool Fit(HWND dialog, const RECT& area);
     // Back to where the controls stand as they were made: before something scales their places.
     void GoToStart();

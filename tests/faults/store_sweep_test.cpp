@@ -122,7 +122,7 @@ TEST_F(Faulted, NamingCategories)
 
 TEST_F(Faulted, SavingADraftOfTheCategories)
 {
-    mervane::CategoryDraft draft;
+    CategoryDraft draft;
     const auto rowOf = [&](const wchar_t* name) {
         for (int row = 0; row < draft.Count(); ++row)
             if (draft.At(row).name == name)

@@ -178,7 +178,7 @@ TEST_F(Trouble, ARecordThatCannotBeReadFails)
 
 TEST_F(Trouble, LookedUpCategoriesThatFailAreNotSavedAway)
 {
-    mervane::CategoryDraft draft;
+    CategoryDraft draft;
     ASSERT_TRUE(draft.Load(m_categories));
     draft.Delete(0);
     LoseTheFile();
@@ -194,7 +194,7 @@ TEST_F(Trouble, LookedUpCategoriesThatFailAreNotSavedAway)
 TEST_F(Trouble, ADraftOfWhatCannotBeReadIsNone)
 {
     LoseTheFile();
-    mervane::CategoryDraft draft;
+    CategoryDraft draft;
     EXPECT_FALSE(draft.Load(m_categories));
     EXPECT_NE(m_categories.Trouble(), StoreTrouble::None);
 }
@@ -323,7 +323,7 @@ class TroubleOfDamage : public testing::Test {
             ASSERT_NE(AddCategory(categories, std::to_wstring(i) + std::wstring(50, L'.')), 0u);
         }
         ASSERT_EQ(bulk.Commit(), 1);
-        for (mervane::CategoryDraft* draft : {&m_deleting, &m_hiding})
+        for (CategoryDraft* draft : {&m_deleting, &m_hiding})
             ASSERT_TRUE(draft->Load(categories));
         categories.Close();
         DamageLeafWith(m_store.Path(), "\xC3\x84rger");
@@ -338,8 +338,8 @@ class TroubleOfDamage : public testing::Test {
 
     const TestStore m_store;
     CEOID m_damaged = 0;
-    mervane::CategoryDraft m_deleting;
-    mervane::CategoryDraft m_hiding;
+    CategoryDraft m_deleting;
+    CategoryDraft m_hiding;
 };
 
 TEST_F(TroubleOfDamage, WhatIsDoneToTheDamagedIsNotSavedAway)
@@ -352,7 +352,7 @@ TEST_F(TroubleOfDamage, WhatIsDoneToTheDamagedIsNotSavedAway)
     ASSERT_EQ(categories.Open(), 1);
     // Read before the transaction, or SQLite itself would not end one in which it has met the damage.
     EXPECT_GT(categories.GetNumActiveRecords(), 200);
-    for (const mervane::CategoryDraft* draft : {&m_deleting, &m_hiding}) {
+    for (const CategoryDraft* draft : {&m_deleting, &m_hiding}) {
         EXPECT_FALSE(draft->Save(categories));
         EXPECT_EQ(categories.Trouble(), StoreTrouble::Damaged);
     }
@@ -374,7 +374,7 @@ TEST_F(TroubleOfDamage, ANameThatMayBeAmongTheDamagedIsNotFree)
     EXPECT_EQ(categories.Trouble(), StoreTrouble::Damaged);
     EXPECT_GT(active, 200);
     EXPECT_LT(active, 301) << "each of them once";
-    mervane::CategoryDraft draft;
+    CategoryDraft draft;
     EXPECT_TRUE(draft.Load(categories)) << "what can be read is shown";
     EXPECT_EQ(draft.Count(), active);
 }

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
 WindowRefuser* g_refuser = nullptr;
@@ -30,6 +32,12 @@ std::vector<int> OfferedAnswers(HWND box)
             button && (GetWindowLongPtrW(button, GWL_STYLE) & WS_VISIBLE) != 0)
             answers.push_back(id);
     return answers;
+}
+
+BOOL CALLBACK NoteWindow(HWND window, LPARAM windows)
+{
+    reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
+    return TRUE;
 }
 
 HICON IconOf(HWND box)
@@ -178,6 +186,7 @@ void MessageBoxAnswerer::Answer(HWND box)
 
 ModalDriver::ModalDriver(std::function<void(HWND)> action) : m_action(std::move(action))
 {
+    EnumThreadWindows(GetCurrentThreadId(), NoteWindow, reinterpret_cast<LPARAM>(&m_before));
     g_driver = this;
 }
 
@@ -188,12 +197,17 @@ ModalDriver::~ModalDriver()
     g_driver = nullptr;
 }
 
+bool ModalDriver::WasThere(HWND window) const
+{
+    return std::ranges::find(m_before, window) != m_before.end();
+}
+
 // The timer's procedure runs inside the dialog's own loop, once the dialog is built and shown.
 LRESULT CALLBACK ModalDriver::Hook(int code, WPARAM wParam, LPARAM lParam)
 {
     if (code == HCBT_ACTIVATE && g_driver && !g_driver->m_dialog) {
         HWND window = reinterpret_cast<HWND>(wParam);
-        if (IsDialog(window) && !IsMessageBox(window)) {
+        if (IsDialog(window) && !IsMessageBox(window) && !g_driver->WasThere(window)) {
             g_driver->m_dialog = window;
             g_driver->m_timer = SetTimer(nullptr, 0, 10, OnTimer);
         }

@@ -88,7 +88,8 @@ class MessageBoxAnswerer {
 };
 
 // Runs an action once the next dialog of this thread (any modal dialog, not a message box) is up and idle, so
-// that a modal call can be worked from inside. The action gets the dialog's window and must end it.
+// that a modal call can be worked from inside. The action gets the dialog's window and must end it. A dialog
+// that is there already is not the next one, though the display may make it the active one late.
 class ModalDriver {
   public:
     explicit ModalDriver(std::function<void(HWND dialog)> action);
@@ -101,8 +102,10 @@ class ModalDriver {
   private:
     static LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam);
     static void CALLBACK OnTimer(HWND window, UINT message, UINT_PTR id, DWORD time);
+    bool WasThere(HWND window) const;
 
     std::function<void(HWND)> m_action;
+    std::vector<HWND> m_before; // windows that are there already
     const ThreadHook m_hook{WH_CBT, Hook};
     HWND m_dialog = nullptr;
     UINT_PTR m_timer = 0;

@@ -113,7 +113,7 @@ TEST_F(HelpOfJournal, F1InADialogOpensItsPageAlone)
     EXPECT_TRUE(m_journal.Close());
 }
 
-// It is the store's own dialog and knows of no help.
+// Over the main window and over the editor, which each show their own page again afterwards.
 TEST_F(HelpOfJournal, F1InTheListOfCategoriesOpensItsPageAlone)
 {
     ASSERT_NE(m_journal.Start(), nullptr);

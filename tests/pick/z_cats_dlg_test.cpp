@@ -2,13 +2,17 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
-#include "records.h"
+#include "mervane/records.h"
+#include "support/help_requests.h"
 #include "support/resolution.h"
 #include "support/test_store.h"
 #include "support/test_windows.h"
 #include "support/while_waiting.h"
+#include "support/work_area_setting.h"
 
 namespace {
 
@@ -24,7 +28,7 @@ class CategoryDialog : public testing::Test {
     void SetUp() override { ASSERT_EQ(m_categories.Open(), 1); }
 
     // Runs the dialog and works it; the work ends it, or it is cancelled.
-    INT_PTR Run(const std::function<void()>& work)
+    INT_PTR Run(const std::function<void()>& work, HWND owner = nullptr)
     {
         const ModalDriver driver([&](HWND dialog) {
             m_dialog = dialog;
@@ -32,7 +36,7 @@ class CategoryDialog : public testing::Test {
             if (IsWindow(dialog))
                 PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
         });
-        const INT_PTR result = ZCatsDlg(m_parent.Handle()).DoModal();
+        const INT_PTR result = ZCatsDlg(owner ? owner : m_parent.Handle()).DoModal();
         EXPECT_TRUE(driver.Ran());
         m_dialog = nullptr;
         return result;
@@ -59,6 +63,19 @@ class CategoryDialog : public testing::Test {
     {
         MSG message{GetFocus(), WM_SYSCHAR, letter, 1 << 29, 0, {}};
         IsDialogMessageW(m_dialog, &message);
+    }
+
+    void ExpectControlsInside() const
+    {
+        RECT client{};
+        GetClientRect(m_dialog, &client);
+        for (HWND child = GetWindow(m_dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+            RECT place{}, both{};
+            GetWindowRect(child, &place);
+            MapWindowPoints(nullptr, m_dialog, reinterpret_cast<POINT*>(&place), 2);
+            UnionRect(&both, &client, &place);
+            EXPECT_TRUE(EqualRect(&both, &client)) << GetDlgCtrlID(child);
+        }
     }
 
     int Count() const { return ListView_GetItemCount(List()); }
@@ -135,6 +152,24 @@ TEST_F(CategoryDialog, LaysItselfOutAgainAtAnotherResolution)
             return EqualRect(&now, &before) != FALSE;
         }));
         EXPECT_EQ(mervane::DpiOf(List()), 2 * mervane::SystemDpi());
+    });
+}
+
+// With no bar: what it shows is laid out in the room that there is, and scrolls in the list.
+TEST_F(CategoryDialog, LaysItselfOutInASmallerWorkArea)
+{
+    Run([this] {
+        ShowWindow(m_dialog, SW_SHOW);
+        RECT before{}, now{};
+        GetWindowRect(m_dialog, &before);
+        const RECT area{before.left, before.top, before.right - 20, before.bottom - 30};
+        const ScopedWorkArea smaller(m_dialog, area);
+        EXPECT_TRUE(PumpUntil([&] {
+            GetWindowRect(m_dialog, &now);
+            return EqualRect(&now, &area) != FALSE;
+        }));
+        EXPECT_EQ(GetWindowLongPtrW(m_dialog, GWL_STYLE) & (WS_VSCROLL | WS_HSCROLL), 0);
+        ExpectControlsInside();
     });
 }
 
@@ -407,6 +442,30 @@ TEST_F(CategoryDialog, ADoubleClickRenames)
     });
 }
 
+// The owner would show a page of its own.
+TEST_F(CategoryDialog, F1AsksForItsPageOnceAndNotTheOwner)
+{
+    const HelpRequests requests;
+    std::vector<UINT> ownerGot;
+    const TestParent owner([&](HWND, UINT message, WPARAM, LPARAM, LRESULT*) {
+        ownerGot.push_back(message);
+        return false;
+    });
+    HELPINFO info{};
+    info.cbSize = sizeof info;
+    const auto ask = [&](HWND dialog) {
+        EXPECT_EQ(SendMessageW(dialog, WM_HELP, 0, reinterpret_cast<LPARAM>(&info)), TRUE);
+    };
+    Run(
+        [&] {
+            ask(m_dialog);
+            WithNameDialog([&] { Click(kAdd); }, ask);
+        },
+        owner.Handle());
+    EXPECT_EQ(requests.Asked(), Texts(2, L"pellwyn.htm#Categories_Window"));
+    EXPECT_EQ(std::count(ownerGot.begin(), ownerGot.end(), UINT{WM_HELP}), 0);
+}
+
 TEST_F(CategoryDialog, StaysOpenWhenItCannotStore)
 {
     RawStore raw(m_store.Path());
@@ -482,14 +541,7 @@ TEST_F(CategoryDialog, IsAllOnTheScreen)
         RECT both{};
         UnionRect(&both, &area, &own);
         EXPECT_TRUE(EqualRect(&both, &area));
-        for (HWND child = GetWindow(m_dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-            RECT place{}, client{};
-            GetWindowRect(child, &place);
-            MapWindowPoints(nullptr, m_dialog, reinterpret_cast<POINT*>(&place), 2);
-            GetClientRect(m_dialog, &client);
-            UnionRect(&both, &client, &place);
-            EXPECT_TRUE(EqualRect(&both, &client)) << WindowText(child).size();
-        }
+        ExpectControlsInside();
     });
 }
 

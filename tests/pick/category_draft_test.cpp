@@ -2,12 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "records.h"
+#include "mervane/records.h"
 #include "support/test_store.h"
 
 namespace {
 
-using mervane::CategoryDraft;
 using Fault = CategoryDraft::Fault;
 
 class Draft : public testing::Test {

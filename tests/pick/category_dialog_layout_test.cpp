@@ -4,8 +4,6 @@
 
 namespace {
 
-using namespace mervane;
-
 constexpr CategoryDialogSizes kSizes{{75, 23}, {6, 6}, {10, 11}};
 
 bool Overlap(const RECT& a, const RECT& b)
