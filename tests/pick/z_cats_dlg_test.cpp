@@ -163,11 +163,17 @@ TEST_F(CategoryDialog, LaysItselfOutInASmallerWorkArea)
         RECT before{}, now{};
         GetWindowRect(m_dialog, &before);
         const RECT area{before.left, before.top, before.right - 20, before.bottom - 30};
+        MINMAXINFO least{};
+        SendMessageW(m_dialog, WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&least));
+        const SIZE wanted{std::max(area.right - area.left, least.ptMinTrackSize.x),
+                          std::max(area.bottom - area.top, least.ptMinTrackSize.y)};
         const ScopedWorkArea smaller(m_dialog, area);
         EXPECT_TRUE(PumpUntil([&] {
             GetWindowRect(m_dialog, &now);
-            return EqualRect(&now, &area) != FALSE;
+            return now.right - now.left == wanted.cx && now.bottom - now.top == wanted.cy;
         }));
+        EXPECT_EQ(now.left, area.left);
+        EXPECT_EQ(now.top, area.top);
         EXPECT_EQ(GetWindowLongPtrW(m_dialog, GWL_STYLE) & (WS_VSCROLL | WS_HSCROLL), 0);
         ExpectControlsInside();
     });
