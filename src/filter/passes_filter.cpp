@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <tuple>
 
-#include "data/category_flags.h"
 #include "data/journal_entry.h"
 #include "mervane/db_categories.h"
 #include "util/month_set.h"
@@ -23,18 +22,11 @@ std::vector<CEOID> CategoriesOf(const FilterState& filter)
     return ids;
 }
 
-// The beginning of a date's day. What is no date counts as the beginning of all time, as where two dates are
-// compared.
+// The beginning of a date's day. What is no date counts as the beginning of all time, as in CompareDates.
 uint64_t DayOf(const SYSTEMTIME& time)
 {
     TimeCount day;
     return day.FromSystemTime({time.wYear, time.wMonth, 0, time.wDay, 0, 0, 0, 0}) ? day.Units() : 0;
-}
-
-// The day of one date against that of another.
-int CompareDays(SYSTEMTIME first, SYSTEMTIME second)
-{
-    return CompareDates(&first, &second, kDateOnly);
 }
 
 } // namespace
@@ -49,8 +41,6 @@ FilterTest::FilterTest(const FilterState& filter)
         m_categories = CategoriesOf(filter);
     } else if (filter.rangeMode) {
         m_filter.rangeMode = true;
-        m_filter.rangeStart = filter.rangeStart;
-        m_filter.rangeEnd = filter.rangeEnd;
         m_from = DayOf(filter.rangeStart);
         m_to = DayOf(filter.rangeEnd) + kUnitsPerDay - 1;
     } else {
@@ -84,30 +74,6 @@ bool FilterTest::HasDate(const FILETIME& time) const
     return m_filter.rangeMode || (m_filter.monthMask & MonthBit(date.wMonth - 1)) != 0;
 }
 
-bool FilterTest::PassesAlone(const CEPROPVAL* value) const
-{
-    if (value && m_filter.rangeMode)
-        return LiesInRange(value->val.filetime);
-    return value && m_filter.categoriesMode ? NamesOne(value->val.blob) : Passes(value);
-}
-
-bool FilterTest::NamesOne(const CEBLOB& blob) const
-{
-    ZStack stack;
-    DbCategories().SetStackFromBlob(&stack, blob, kCategoryLoaded);
-    for (ZCategory category; stack.Pop(&category);)
-        if (std::binary_search(m_categories.begin(), m_categories.end(), category.id))
-            return true;
-    return false;
-}
-
-bool FilterTest::LiesInRange(const FILETIME& time) const
-{
-    SYSTEMTIME date;
-    return TimeCount(time).ToSystemTime(&date) && CompareDays(date, m_filter.rangeStart) >= 0 &&
-           CompareDays(date, m_filter.rangeEnd) <= 0;
-}
-
 bool operator==(const FilterTest& a, const FilterTest& b)
 {
     const auto values = [](const FilterTest& test) {
@@ -119,7 +85,7 @@ bool operator==(const FilterTest& a, const FilterTest& b)
 
 int PassesFilter(const FilterTest& filter, WORD count, const CEPROPVAL* properties)
 {
-    return !count || filter.PassesAlone(FindProperty(filter.Property(), count, properties)) ? 1 : 0;
+    return !count || filter.Passes(FindProperty(filter.Property(), count, properties)) ? 1 : 0;
 }
 
 RowFilter MakeRowFilter(const FilterTest& test)

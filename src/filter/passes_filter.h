@@ -18,16 +18,11 @@ class FilterTest {
     // null: the record lacks the property. One without a date passes the filters by date, one without
     // categories no filter by categories.
     bool Passes(const CEPROPVAL* value) const;
-    // The same of one record: a range compares dates, and categories are read one by one. That is slower than
-    // the test of a whole journal's rows.
-    bool PassesAlone(const CEPROPVAL* value) const;
 
     friend bool operator==(const FilterTest& a, const FilterTest& b);
 
   private:
     bool HasDate(const FILETIME& time) const;
-    bool LiesInRange(const FILETIME& time) const;
-    bool NamesOne(const CEBLOB& blob) const;
 
     FilterState m_filter;            // what its mode asks for, and no more
     std::vector<CEOID> m_categories; // ascending; none when the categories cannot be opened

@@ -29,4 +29,5 @@ constexpr uint32_t kDateOnly = kFieldMonth | kFieldDay | kFieldYear;
 
 // -1, 0 or 1 for first against second. Clears every field whose bit is not in the mask IN BOTH structures:
 // hand over copies.
+// Kept: how the handheld compared days; a filter's test does it in units of time, once for many records.
 int CompareDates(SYSTEMTIME* first, SYSTEMTIME* second, uint32_t mask);
