@@ -12,6 +12,7 @@
 #include "mervane/file/folder_files.h"
 #include "mervane/file/store_path.h"
 #include "mervane/file/trouble.h"
+#include "ui/control_text.h"
 #include "ui/dialog_in_front.h"
 #include "ui/launch.h"
 #include "ui/list_boxes.h"
@@ -266,11 +267,12 @@ void AddressWindow::OnEscape()
 
 void AddressWindow::OnFindChanged()
 {
-    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(m_find)) + 1, L'\0');
-    text.resize(static_cast<size_t>(GetWindowTextW(m_find, text.data(), static_cast<int>(text.size()))));
+    const std::optional<std::wstring> text = ReadText(m_find);
+    if (!text)
+        return;
     const std::vector<CEOID> selected = Selected();
     const CEOID focused = Focused();
-    m_rows.Find(text);
+    m_rows.Find(*text);
     ShowRows(selected, focused, 0);
 }
 

@@ -3,6 +3,7 @@
 #include "help/help_window.h"
 #include "help/print.h"
 #include "help/resource.h"
+#include "ui/control_text.h"
 
 namespace help {
 
@@ -178,8 +179,7 @@ void HelpWindow::StepLink(bool backwards)
 
 void HelpWindow::Find(bool backwards)
 {
-    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(m_find)) + 1, L'\0');
-    text.resize(static_cast<size_t>(GetWindowTextW(m_find, text.data(), static_cast<int>(text.size()))));
+    const std::wstring text = ReadText(m_find).value_or(std::wstring());
     if (text.empty())
         return FocusFind();
     const TextPlace from{m_topic.value_or(0), m_topic ? m_text.Selection() : TextRange{}};

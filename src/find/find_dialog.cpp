@@ -8,6 +8,7 @@
 #include "editor/placeholder_edit.h"
 #include "find/find_settings.h"
 #include "res/resource.h"
+#include "ui/control_text.h"
 #include "ui/dialog.h"
 #include "ui/launch.h"
 #include "ui/screen/scale.h"
@@ -182,10 +183,7 @@ CEPROPID FindDialog::By() const
 
 std::wstring FindDialog::Typed() const
 {
-    std::wstring text(static_cast<size_t>(GetWindowTextLengthW(GetItem(IDC_FIND_TEXT))) + 1, L'\0');
-    text.resize(static_cast<size_t>(
-        GetWindowTextW(GetItem(IDC_FIND_TEXT), text.data(), static_cast<int>(text.size()))));
-    return text;
+    return ReadText(GetItem(IDC_FIND_TEXT)).value_or(std::wstring());
 }
 
 bool FindDialog::OnMessage(UINT message, WPARAM wParam, LPARAM, LRESULT*)
