@@ -78,7 +78,7 @@ bool CategoryDialog::OnInitDialog()
     ListView_SetExtendedListViewStyleEx(List(), kStyle, kStyle);
     LayOut();
     ShowDraft(0);
-    CenterOnWorkArea();
+    CenterOnOwner();
     return false;
 }
 

@@ -40,7 +40,7 @@ bool CategoryNameDialog::OnInitDialog()
     if (m_row >= 0)
         SetWindowTextW(Edit(), m_draft.At(m_row).name.c_str());
     TakeName();
-    CenterOnWorkArea();
+    CenterOnOwner();
     SendMessageW(Edit(), EM_SETSEL, 0, -1);
     SetFocus(Edit());
     return false;

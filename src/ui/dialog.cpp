@@ -157,13 +157,13 @@ void Dialog::FollowResolution()
 }
 
 // A command that another program sends, or that was on its way, while another dialog or a box stands over
-// this one. A notification from the dialog's own control has its handle. It may still tell that it loses the
-// focus.
+// this one; the click of a button as well. Any other notification of the dialog's own controls comes through:
+// one may still tell that it loses the focus.
 bool Dialog::IsOutOfReach(UINT message, WPARAM wParam, LPARAM lParam) const
 {
     if (message != WM_COMMAND || IsWindowEnabled(m_window))
         return false;
-    return !lParam || LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL;
+    return !lParam || HIWORD(wParam) == BN_CLICKED;
 }
 
 bool Dialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result)
@@ -362,15 +362,30 @@ RECT Dialog::OwnersWorkArea() const
     return WorkAreaAt(owner ? owner : m_window);
 }
 
-// A dialog larger than the work area keeps its caption in sight.
 void Dialog::CenterOnWorkArea()
+{
+    CenterWithin(OwnersWorkArea());
+}
+
+void Dialog::CenterOnOwner()
+{
+    HWND owner = ::GetWindow(m_window, GW_OWNER);
+    RECT around = OwnersWorkArea();
+    if (owner && !IsIconic(owner))
+        GetWindowRect(owner, &around);
+    CenterWithin(around);
+}
+
+// A dialog larger than the work area keeps its caption in sight.
+void Dialog::CenterWithin(const RECT& around)
 {
     const RECT area = OwnersWorkArea();
     RECT own{};
     GetWindowRect(m_window, &own);
-    const LONG x = area.left + ((area.right - area.left) - (own.right - own.left)) / 2;
-    const LONG y = area.top + ((area.bottom - area.top) - (own.bottom - own.top)) / 2;
-    SetWindowPos(m_window, nullptr, x > area.left ? x : area.left, y > area.top ? y : area.top, 0, 0,
+    const LONG width = own.right - own.left, height = own.bottom - own.top;
+    const LONG x = std::min((around.left + around.right - width) / 2, area.right - width);
+    const LONG y = std::min((around.top + around.bottom - height) / 2, area.bottom - height);
+    SetWindowPos(m_window, nullptr, std::max(x, area.left), std::max(y, area.top), 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

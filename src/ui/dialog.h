@@ -74,6 +74,9 @@ class Dialog {
     virtual void OnResolutionChanged(int before);
     // The work area of the monitor that the dialog is to be on: its owner's, or its own where it has none.
     RECT OwnersWorkArea() const;
+    // In the middle of the owner, as far as the owner's work area allows; of the work area, where there is no
+    // owner or it is minimised.
+    void CenterOnOwner();
 
     void End(INT_PTR result);
     // A template is as low as a small screen wants it. Elsewhere the dialog gets higher, by at most so many
@@ -93,6 +96,7 @@ class Dialog {
     bool IsOutOfReach(UINT message, WPARAM wParam, LPARAM lParam) const;
     bool Dispatch(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
     bool OnCommand(int id, WORD notification);
+    void CenterWithin(const RECT& around);
     void SetIcons();
     void FollowResolution();
     void NoteActivation(WPARAM state, HWND other);

@@ -536,6 +536,57 @@ TEST_F(CategoryDialog, TakesWhatAControlTellsWithinAWriteThatWaits)
     });
 }
 
+// As another program can press it; to a person the dialog is disabled.
+TEST_F(CategoryDialog, NoButtonWorksWhileADialogStandsOver)
+{
+    const CEOID work = AddCategory(m_categories, L"Work");
+    ASSERT_NE(work, 0u);
+    EXPECT_EQ(Run([&] {
+                  WithNameDialog([&] { Click(kAdd); },
+                                 [&](HWND) {
+                                     for (const wchar_t* button : {kDelete, kHide, L"OK"}) {
+                                         Click(button);
+                                         SendMessageW(m_dialog, WM_COMMAND,
+                                                      static_cast<WPARAM>(GetDlgCtrlID(Button(button))),
+                                                      reinterpret_cast<LPARAM>(Button(button)));
+                                     }
+                                     EXPECT_TRUE(IsWindow(m_dialog));
+                                     EXPECT_EQ(Names(), Texts{L"Work"});
+                                     EXPECT_EQ(Text(0, 2), L"");
+                                 });
+              }),
+              0);
+    EXPECT_EQ(m_categories.Exists(work), 1);
+}
+
+// One that is higher than the screen has the middle of what there is.
+TEST_F(CategoryDialog, StandsInTheMiddleOfItsOwner)
+{
+    RECT area{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    const LONG areaHeight = area.bottom - area.top;
+    const auto expectInTheMiddle = [](const RECT& own, const RECT& around) {
+        EXPECT_NEAR(own.left + own.right, around.left + around.right, 2);
+        EXPECT_NEAR(own.top + own.bottom, around.top + around.bottom, 2);
+    };
+    const auto expectOver = [&](HWND window, HWND owner) {
+        RECT own{}, around{};
+        EXPECT_EQ(GetWindow(window, GW_OWNER), owner);
+        GetWindowRect(window, &own);
+        GetWindowRect(owner, &around);
+        expectInTheMiddle(own, own.bottom - own.top < areaHeight ? around : area);
+    };
+    const LONG width = (area.right - area.left) * 9 / 10, height = areaHeight * 9 / 10;
+    const TestParent owner(nullptr, width, height);
+    MoveWindow(owner.Handle(), area.left, area.top, width, height, FALSE);
+    Run(
+        [&] {
+            expectOver(m_dialog, owner.Handle());
+            WithNameDialog([&] { Click(kAdd); }, [&](HWND dialog) { expectOver(dialog, m_dialog); });
+        },
+        owner.Handle());
+}
+
 TEST_F(CategoryDialog, IsAllOnTheScreen)
 {
     for (int i = 0; i < 30; ++i)

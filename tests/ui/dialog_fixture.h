@@ -35,6 +35,7 @@ class TestDialog : public Dialog {
     const wchar_t* Unsaved() const override { return unsaved; }
     void OnSessionEnd() override { ++sessionEnds; }
 
+    using Dialog::CenterOnOwner;
     using Dialog::Grow;
     using Dialog::KeepFocus;
 

@@ -216,18 +216,23 @@ TEST(Dialog, CommandsDoNotReachItBehindAnotherDialog)
     TestDialog outer, inner;
     int seen = 0;
     outer.onMessage = [&](UINT message, WPARAM wParam, LPARAM, LRESULT*) {
-        seen += message == WM_COMMAND && wParam == 4711;
+        seen += message == WM_COMMAND && LOWORD(wParam) == 4711;
         return false;
     };
     RunOver(outer, inner, [&] {
         HWND button = GetDlgItem(outer.GetWindow(), IDOK);
         for (const WPARAM id : {WPARAM{IDOK}, WPARAM{IDCANCEL}, WPARAM{4711}})
             SendMessageW(outer.GetWindow(), WM_COMMAND, id, 0);
-        SendMessageW(outer.GetWindow(), WM_COMMAND, IDOK, reinterpret_cast<LPARAM>(button));
+        const auto tell = [&](WPARAM id, WORD notification) {
+            SendMessageW(outer.GetWindow(), WM_COMMAND, MAKEWPARAM(id, notification),
+                         reinterpret_cast<LPARAM>(button));
+        };
+        for (const WPARAM id : {WPARAM{IDOK}, WPARAM{4711}})
+            tell(id, BN_CLICKED);
         EXPECT_EQ(outer.okCount + outer.cancelCount, 0);
         EXPECT_EQ(seen, 0);
         // What a control of its own tells, of its focus for one, does reach it.
-        SendMessageW(outer.GetWindow(), WM_COMMAND, 4711, reinterpret_cast<LPARAM>(button));
+        tell(4711, BN_KILLFOCUS);
         EXPECT_EQ(seen, 1);
     });
 }

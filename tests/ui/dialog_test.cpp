@@ -182,6 +182,57 @@ TEST(Dialog, CentersOnTheWorkArea)
     });
 }
 
+TEST(Dialog, CentersOnItsOwnerAsFarAsTheWorkAreaAllows)
+{
+    const RECT area = WorkArea();
+    const TestParent owner;
+    TestDialog dialog;
+    RunDialog(
+        dialog,
+        [&](HWND window) {
+            dialog.MoveWindow(0, 0, 300, 200, true);
+            const auto centre = [&](LONG x, LONG y) {
+                const RECT place{x, y, x + 400, y + 230};
+                EXPECT_TRUE(PumpUntil([&] { // a late event of the display can take it back once more
+                    MoveWindow(owner.Handle(), x, y, 400, 230, FALSE);
+                    return IsSame(WindowRect(owner.Handle()), place);
+                }));
+                dialog.CenterOnOwner();
+                return WindowRect(window);
+            };
+            EXPECT_TRUE(IsSame(centre(area.left + 100, area.top + 10),
+                               {area.left + 150, area.top + 25, area.left + 450, area.top + 225}));
+            EXPECT_TRUE(IsSame(centre(area.right - 100, area.bottom - 80),
+                               {area.right - 300, area.bottom - 200, area.right, area.bottom}));
+            EXPECT_TRUE(IsSame(centre(area.left - 300, area.top - 150),
+                               {area.left, area.top, area.left + 300, area.top + 200}));
+            SendMessageW(window, WM_CLOSE, 0, 0);
+        },
+        owner.Handle());
+}
+
+// Its rectangle says nothing then.
+TEST(Dialog, CentersOnTheWorkAreaOverAMinimisedOwner)
+{
+    const RECT area = WorkArea();
+    const TestParent owner;
+    TestDialog dialog;
+    RunDialog(
+        dialog,
+        [&](HWND window) {
+            MoveWindow(owner.Handle(), area.left, area.top, 320, 240, FALSE);
+            ShowWindow(owner.Handle(), SW_MINIMIZE);
+            ASSERT_TRUE(IsIconic(owner.Handle()));
+            dialog.MoveWindow(0, 0, 300, 200, true);
+            dialog.CenterOnOwner();
+            const RECT rect = WindowRect(window);
+            EXPECT_NEAR(rect.left - area.left, area.right - rect.right, 1);
+            EXPECT_NEAR(rect.top - area.top, area.bottom - rect.bottom, 1);
+            SendMessageW(window, WM_CLOSE, 0, 0);
+        },
+        owner.Handle());
+}
+
 TEST(Dialog, GrowsAsFarAsTheWorkAreaHasRoom)
 {
     const RECT area = WorkArea();
