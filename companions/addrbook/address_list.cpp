@@ -77,7 +77,7 @@ void AddressWindow::ShowListMenu(POINT point)
         point = MenuCorner(point, list);
     }
     HMENU menu = GetSubMenu(GetMenu(m_window), kEditMenu);
-    TrackPopupMenu(menu, TPM_RIGHTBUTTON, point.x, point.y, 0, m_window, nullptr);
+    (void)TrackMenu(menu, TPM_RIGHTBUTTON, point, m_window);
 }
 
 void AddressWindow::OnDisplay(NMLVDISPINFOW* info)

@@ -89,6 +89,36 @@ TEST_F(DropDownTest, TheEndOfTheProgramIsNotTakenForAClick)
     EXPECT_EQ(quit.wParam, 7u);
 }
 
+// As Wine's loop takes it with a message that has gone with its window.
+TEST_F(DropDownTest, TheEndOfTheProgramIsNotLostInTheMenusLoop)
+{
+    auto owner = std::make_unique<TestParent>();
+    HWND window = owner->Handle();
+    const MenuDriver driver([&owner](HMENU) {
+        owner.reset();
+        PostQuitMessage(0);
+        MSG lost{};
+        EXPECT_TRUE(PeekMessageW(&lost, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_REMOVE));
+        EXPECT_EQ(lost.message, UINT{WM_QUIT});
+        EndMenu();
+        PostThreadMessageW(GetCurrentThreadId(), WM_CANCELMODE, 0, 0);
+    });
+    EXPECT_EQ(TrackMenu(m_menu.get(), TPM_RETURNCMD, {10, 10}, window), 0u);
+    EXPECT_TRUE(driver.Ran());
+    MSG quit{};
+    EXPECT_TRUE(PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_EQ(quit.message, UINT{WM_QUIT});
+}
+
+TEST_F(DropDownTest, NoEndComesWhereTheOwnerIsThere)
+{
+    const MenuDriver driver([](HMENU) { EndMenu(); });
+    EXPECT_EQ(TrackMenu(m_menu.get(), TPM_RETURNCMD, {10, 10}, m_window.Window()), 0u);
+    EXPECT_TRUE(driver.Ran());
+    MSG quit{};
+    EXPECT_FALSE(PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+}
+
 TEST_F(DropDownTest, AMessageOfAnotherWindowStays)
 {
     MSG taken{};

@@ -44,16 +44,26 @@ POINT MenuCorner(POINT wanted, const RECT& place)
     return GetMonitorInfoW(monitor, &info) ? PointWithin(wanted, info.rcMonitor) : wanted;
 }
 
+// Wine's loop removes each message behind its work, by its kind. Where that one has gone with its window
+// meanwhile, the quit message is removed instead, whatever the kind.
+UINT TrackMenu(HMENU menu, UINT flags, POINT corner, HWND owner, TPMPARAMS* exclude)
+{
+    const BOOL chosen = TrackPopupMenuEx(menu, flags, corner.x, corner.y, owner, exclude);
+    if (!IsWindow(owner))
+        PostQuitMessage(0);
+    return static_cast<UINT>(chosen);
+}
+
 UINT TrackDropDown(HWND bar, int command, HMENU menu, HWND owner)
 {
     const RECT button = ButtonOnScreen(bar, command);
     TPMPARAMS exclude{sizeof exclude, button};
     const POINT corner = MenuCorner({button.left, button.bottom}, button);
-    const BOOL chosen =
-        TrackPopupMenuEx(menu, TPM_LEFTALIGN | TPM_TOPALIGN | TPM_VERTICAL | TPM_LEFTBUTTON | TPM_RETURNCMD,
-                         corner.x, corner.y, owner, &exclude);
+    const UINT chosen =
+        TrackMenu(menu, TPM_LEFTALIGN | TPM_TOPALIGN | TPM_VERTICAL | TPM_LEFTBUTTON | TPM_RETURNCMD, corner,
+                  owner, &exclude);
     TakeClickOn(button);
-    return static_cast<UINT>(chosen);
+    return chosen;
 }
 
 UINT TrackPressedDropDown(HWND bar, int command, HMENU menu, HWND owner)

@@ -3,6 +3,10 @@
 
 #include <windows.h>
 
+// As TrackPopupMenuEx. An owner that went within the menu's loop, with the session for one, has ended the
+// program: the quit message comes behind it, also where the loop has taken it.
+UINT TrackMenu(HMENU menu, UINT flags, POINT corner, HWND owner, TPMPARAMS* exclude = nullptr);
+
 // Shows the menu below the button of a command and waits: on the screen that shows most of the button, and
 // beside the button where there is no room below. Returns the chosen item's identifier, 0 when none was
 // chosen. The owner gets the menu's notifications but no WM_COMMAND. The click on the button that closes the
