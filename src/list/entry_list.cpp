@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "columns/list_columns.h"
+#include "list/list_place.h"
 #include "list/list_rows.h"
 #include "res/resource.h"
 #include "ui/hourglass.h"
@@ -274,29 +275,34 @@ void EntryList::ApplySort(const ZColumn& column)
     SORTORDERSPEC sort{};
     journal.GetSort(&sort);
     journal.SetSort(SortOfColumn(column, sort), 1);
-    Refresh();
+    if (m_list)
+        ReportIf(Rebuild(Rows::InAnotherOrder));
 }
 
 void EntryList::Refresh()
 {
     if (m_list)
-        ReportIf(Rebuild());
+        ReportIf(Rebuild(Rows::InTheirOrder));
 }
 
 // Emptying the control deselects its rows, which is no change of the selection. Rows that cannot be counted
 // are as many as before: a failed read is no empty journal. True when the main window is to be told.
-bool EntryList::Rebuild()
+bool EntryList::Rebuild(Rows rows)
 {
     const ScopedQuiet quiet(m_selection.Quiet());
     DbJournal& journal = m_session.journal;
     const CeDBase::ReadScope scope(journal);
+    const ListPlace place(m_list);
+    const uint32_t filter = journal.RowFilterStamp();
     ListView_DeleteAllItems(m_list);
     m_rows.Apply(journal, m_session.filter);
-    const DWORD rows = CountRows(journal);
+    const DWORD count = CountRows(journal);
     m_isCutShort = journal.Trouble() == StoreTrouble::Damaged;
-    if (journal.Trouble() == StoreTrouble::None || rows > 0 || !journal.IsOpen())
-        m_rowCount = rows;
+    if (journal.Trouble() == StoreTrouble::None || count > 0 || !journal.IsOpen())
+        m_rowCount = count;
     SendMessageW(m_list, LVM_SETITEMCOUNT, m_rowCount, 0);
+    if (rows == Rows::InTheirOrder && journal.RowFilterStamp() == filter)
+        place.Restore(m_list);
     m_notice.Show(m_list, m_rowCount == 0);
     return m_selection.SelectAgain();
 }

@@ -85,7 +85,9 @@ class EntryList {
     void SetColumnWidth(int position, int width);
     bool IsShownColumn(int position) const;
     ZColumn& ColumnAt(int position);
-    bool Rebuild();
+    // In another order, or under another filter, the list begins at its top: elsewhere it keeps its place.
+    enum class Rows { InTheirOrder, InAnotherOrder };
+    bool Rebuild(Rows rows);
     void ReportIf(bool changed);
 
     const Session m_session;

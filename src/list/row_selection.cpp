@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "list/list_place.h"
 #include "ui/scoped_quiet.h"
 #include "ui/screen/scoped.h"
 
@@ -117,7 +118,8 @@ void RowSelection::SelectRows()
     std::vector<CEOID> missing;
     m_unseen.clear();
     int flag = m_tracker.Flag();
-    int top = 0;
+    const int topBefore = ListView_GetTopIndex(m_list);
+    int top = topBefore;
     {
         const ScopedRedrawPause pause(m_list);
         for (const CEOID id : selection.InOrder()) {
@@ -138,8 +140,8 @@ void RowSelection::SelectRows()
     for (const CEOID id : missing)
         selection.Remove(id);
     m_tracker.SetFlag(flag); // as the last one that could be looked for left it
-    if (top > 0)
-        ListView_EnsureVisible(m_list, top + page - 1, FALSE);
+    if (top != topBefore)
+        ScrollToTop(m_list, top);
     if (!selection.IsEmpty())
         TakeFocus();
 }

@@ -236,6 +236,18 @@ TEST_F(EntryCommandsTest, AnyOtherAnswerKeepsTheSelectionButNotTheFlag)
     EXPECT_EQ(LastReport(), 0);
 }
 
+TEST_F(EntryCommandsTest, WhatTakesADeletedOnesPlaceHasTheFocus)
+{
+    DontAsk();
+    ClickRow(1);
+    DeleteEntries(m_list);
+    EXPECT_EQ(StateOf(1), UINT{LVIS_FOCUSED});
+    EXPECT_EQ(m_list.CurrentEntry(), 0u);
+    ClickRow(3);
+    DeleteEntries(m_list);
+    EXPECT_EQ(StateOf(2), UINT{LVIS_FOCUSED}) << "where the last one is gone, the last one now";
+}
+
 TEST_F(EntryCommandsTest, WithoutConfirmationDeleteAsksNothing)
 {
     DontAsk();

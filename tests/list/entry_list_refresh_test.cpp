@@ -24,6 +24,14 @@ class EntryListRefresh : public EntryListTest {
         return row >= top && row < top + ListView_GetCountPerPage(Handle());
     }
 
+    // So that the row is the first one that can be seen.
+    void ScrollTo(int row) const
+    {
+        ListView_EnsureVisible(Handle(), 99, FALSE);
+        ListView_EnsureVisible(Handle(), row, FALSE);
+        ASSERT_EQ(ListView_GetTopIndex(Handle()), row);
+    }
+
     List m_ids; // by row
 };
 
@@ -74,6 +82,79 @@ TEST_F(EntryListRefresh, ARecordThatIsNotThereDeselectsNoOther)
     EXPECT_EQ(SelectedRows(), (std::vector<int>{3, 5}));
 }
 
+TEST_F(EntryListRefresh, KeepsItsPlaceOnTheScreen)
+{
+    ScrollTo(40);
+    m_list.Refresh();
+    EXPECT_EQ(ListView_GetTopIndex(Handle()), 40);
+    ClickRow(42);
+    m_list.Refresh();
+    EXPECT_EQ(ListView_GetTopIndex(Handle()), 40) << "what is selected is in sight";
+    m_list.SelectRecord(Id(90));
+    ScrollTo(40);
+    m_list.Refresh();
+    EXPECT_TRUE(IsVisible(90)) << "what is selected comes into sight";
+}
+
+TEST_F(EntryListRefresh, SelectedRowsOutOfSightScrollNoFurtherThanTheyNeed)
+{
+    ScrollTo(40);
+    ClickRow(41);
+    ScrollTo(60);
+    m_list.Refresh();
+    EXPECT_EQ(ListView_GetTopIndex(Handle()), 41);
+}
+
+TEST_F(EntryListRefresh, AtTheEndOfFewerRowsTheLastAreShown)
+{
+    ScrollTo(60);
+    for (int row = 50; row < 100; ++row)
+        Own().Journal().DeleteRecord(Id(row));
+    m_list.Refresh();
+    EXPECT_EQ(ListView_GetTopIndex(Handle()), 50 - ListView_GetCountPerPage(Handle()));
+    for (int row = 0; row < 50; ++row)
+        Own().Journal().DeleteRecord(Id(row));
+    m_list.Refresh();
+    EXPECT_EQ(RowCount(), 0);
+}
+
+TEST_F(EntryListRefresh, RowsInAnotherOrderBeginAtTheTop)
+{
+    ScrollTo(40);
+    ClickHeader(0);
+    EXPECT_EQ(ListView_GetTopIndex(Handle()), 0);
+}
+
+TEST_F(EntryListRefresh, RowsUnderAnotherFilterBeginAtTheTop)
+{
+    ScrollTo(40);
+    Own().Filter().active = true;
+    Own().Filter().monthMask = 0xFFF;
+    m_list.Refresh();
+    EXPECT_EQ(ListView_GetTopIndex(Handle()), 0);
+    ScrollTo(40);
+    Own().Filter().active = false;
+    m_list.Refresh();
+    EXPECT_EQ(ListView_GetTopIndex(Handle()), 0);
+}
+
+// It has the keyboard's focus and is not selected: no command reaches it.
+TEST_F(EntryListRefresh, TheRowInTheFocusedOnesPlaceGetsTheFocus)
+{
+    ScrollTo(40);
+    ClickRow(45);
+    Own().Journal().DeleteRecord(Id(45));
+    m_list.ClearSelection();
+    ListView_SetItemState(Handle(), 45, LVIS_FOCUSED, LVIS_FOCUSED);
+    m_list.Refresh();
+    EXPECT_EQ(StateOf(45), UINT{LVIS_FOCUSED});
+    EXPECT_EQ(ListView_GetTopIndex(Handle()), 40);
+    EXPECT_EQ(m_list.SelectionFlag(), 0);
+    EXPECT_EQ(Selected(), List{});
+    PressKey(VK_DOWN);
+    EXPECT_EQ(SelectedRows(), std::vector<int>{46});
+}
+
 TEST_F(EntryListRefresh, SelectionFocusAndOrderSurvive)
 {
     ClickRow(8);
@@ -115,6 +196,7 @@ TEST_F(EntryListRefresh, TheFocusIsTheOneBefore)
     EXPECT_EQ(ListView_GetNextItem(Handle(), -1, LVNI_FOCUSED), 8);
     // None before, none after.
     m_list.SetCurrentEntry(0);
+    ListView_SetItemState(Handle(), 8, 0, LVIS_FOCUSED);
     m_list.SetSelectionFlag(0);
     m_list.Refresh();
     EXPECT_EQ(LastReport(), 1); // the selected records were found
@@ -264,10 +346,11 @@ TEST_F(EntryListRefresh, ScrollsAsSelectingOneByOneWould)
     for (const std::vector<int>& rows : selections) {
         m_list.ClearSelection();
         m_list.Refresh();
-        ASSERT_EQ(ListView_GetTopIndex(Handle()), 0);
+        ScrollTo(30);
         for (const int row : rows)
             ListView_EnsureVisible(Handle(), row, FALSE);
         const int wanted = ListView_GetTopIndex(Handle());
+        ScrollTo(30);
         for (const int row : rows)
             m_list.Selection().Append(Id(row));
         m_list.SetCurrentEntry(Id(rows.back()));
