@@ -11,7 +11,7 @@
 #include "editor/body_text.h"
 #include "editor/command_keys.h"
 #include "editor/editor_bar.h"
-#include "editor/placeholder_edit.h"
+#include "ui/placeholder_edit.h"
 #include "res/resource.h"
 #include "ui/screen/scale.h"
 #include "ui/screen/scoped.h"
@@ -161,8 +161,8 @@ void EditorControls::AddKeys(HWND editor, HWND bar) const
     AddBarKeys(bar);
     for (HWND picker : {date, time})
         TellTyping(picker, editor);
-    AddPlaceholderClick(EditOf(subject), kSubjectPlaceholder);
-    AddPlaceholderClick(body, kBodyPlaceholder);
+    AddPlaceholder(EditOf(subject), kSubjectPlaceholder);
+    AddPlaceholder(body, kBodyPlaceholder);
     AddBodyPaste(body);
     for (HWND control : ChildrenOf(editor)) {
         if (!IsTabStop(control))

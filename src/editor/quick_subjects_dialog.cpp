@@ -5,7 +5,7 @@
 
 #include "data/journal_entry.h"
 #include "editor/editor_settings.h"
-#include "editor/placeholder_edit.h"
+#include "ui/placeholder_edit.h"
 #include "editor/quick_subjects.h"
 #include "editor/subject_list.h"
 #include "res/resource.h"
@@ -64,7 +64,7 @@ bool QuickSubjectsDialog::OnInitDialog()
 {
     if (UsesInputPanel(m_settings))
         ShowInputPanel(true);
-    AddPlaceholderClick(GetItem(IDC_QUICK_SUBJECT), kSubjectPlaceholder);
+    AddPlaceholder(GetItem(IDC_QUICK_SUBJECT), kSubjectPlaceholder);
     m_subjects = SubjectList(ReadQuickSubjects(m_settings));
     ShowSubjects();
     ShowPlaceholder();

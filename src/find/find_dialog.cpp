@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "data/fields.h"
-#include "editor/placeholder_edit.h"
+#include "ui/placeholder_edit.h"
 #include "find/find_settings.h"
 #include "res/resource.h"
 #include "ui/control_text.h"
@@ -116,7 +116,7 @@ void FindDialog::FillBox()
     COMBOBOXINFO info{};
     info.cbSize = sizeof info;
     if (GetComboBoxInfo(GetItem(IDC_FIND_TEXT), &info))
-        AddPlaceholderClick(info.hwndItem, kSearchPlaceholder);
+        AddPlaceholder(info.hwndItem, kSearchPlaceholder);
     ShowText(m_request->text);
 }
 

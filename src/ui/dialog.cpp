@@ -8,6 +8,7 @@
 #include "ui/dialog_in_front.h"
 #include "ui/launch.h"
 #include "ui/pictures/program_icon.h"
+#include "ui/placeholder_edit.h"
 #include "ui/screen/scale.h"
 #include "ui/screen/work_area.h"
 #include "ui/select_all_key.h"
@@ -174,6 +175,10 @@ bool Dialog::Dispatch(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* resul
         if (!PassCloseOn(m_window))
             OnCancel();
         return true;
+    case WM_CTLCOLOREDIT:
+        *result = reinterpret_cast<LRESULT>(
+            PlaceholderBrush(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
+        return *result != 0;
     case WM_QUERYENDSESSION: *result = AnswerSessionQuery(m_window); return true;
     case WM_ENDSESSION: (void)TakeSessionEnd(m_window, wParam); return true;
     case WM_SETTINGCHANGE:

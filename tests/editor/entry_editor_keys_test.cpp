@@ -251,8 +251,29 @@ TEST_F(EntryEditorKeysTest, AClickIntoAPlaceholderSelectsIt)
             SendMessageW(edit, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, 5));
             SendMessageW(edit, WM_LBUTTONUP, 0, MAKELPARAM(20, 5));
             EXPECT_EQ(GetFocus(), edit);
+            SendMessageW(edit, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, 5));
+            SendMessageW(edit, WM_LBUTTONUP, 0, MAKELPARAM(20, 5));
             editor.Type(L"Mine");
             EXPECT_EQ(editor.Text(field), L"Mine");
+        });
+}
+
+// A box hands the question for its text's colours on to the dialog.
+TEST_F(EntryEditorKeysTest, PlaceholdersAreGrey)
+{
+    for (const int field : {IDC_BODY, IDC_SUBJECT})
+        RunNew([&](EditorWindow& editor) {
+            HWND edit = editor.Field(field);
+            HDC dc = GetDC(edit);
+            const auto colour = [&] {
+                SendMessageW(GetParent(edit), WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc),
+                             reinterpret_cast<LPARAM>(edit));
+                return GetTextColor(dc);
+            };
+            EXPECT_EQ(colour(), GetSysColor(COLOR_GRAYTEXT)) << field;
+            editor.Enter(field, L"Mine");
+            EXPECT_EQ(colour(), GetSysColor(COLOR_WINDOWTEXT)) << field;
+            ReleaseDC(edit, dc);
         });
 }
 
