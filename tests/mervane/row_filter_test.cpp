@@ -1,5 +1,6 @@
 // Rows under a filter.
 #include "row_filter_fixture.h"
+#include "statement_log.h"
 
 namespace {
 
@@ -233,6 +234,39 @@ TEST_F(RowFilters, NoticeThatARecordLosesOrGainsItsOnlyProperty)
     ExpectRows(Entries({0, 1, 2}), 0);
     m_ids.push_back(m_journal.WriteRecord(0, 0, nullptr));
     ExpectRows(Entries({3, 0, 1, 2}), 1);
+}
+
+class RowFilterStatements : public RowFilters {
+  protected:
+    // How many records the file was asked for whether they have any property.
+    int EmptyTests()
+    {
+        const auto statements = m_log.Take();
+        return static_cast<int>(
+            std::count_if(statements.begin(), statements.end(), [](const std::string& sql) {
+                return sql.find("WHERE oid = ? AND NOT (") != std::string::npos;
+            }));
+    }
+
+  private:
+    StatementLog m_log;
+};
+
+TEST_F(RowFilterStatements, AskTheFileForARecordWithoutAPropertyOnceBetweenWrites)
+{
+    const RowFilter filter{kCategories, [](const CEPROPVAL*) { return false; }, true};
+    for (int i = 0; i < 3; ++i)
+        m_ids.push_back(Sent().Number(kPriority, 1).Write(m_journal));
+    (void)EmptyTests();
+    ASSERT_NE(m_journal.SetRowFilter(filter), 0u);
+    ExpectRows(Entries({0, 1, 2}), 0);
+    EXPECT_EQ(EmptyTests(), 3);
+    ASSERT_NE(m_journal.SetRowFilter(filter), 0u);
+    ExpectRows(Entries({0, 1, 2}), 0);
+    EXPECT_EQ(EmptyTests(), 0);
+    ASSERT_EQ(Sent().Delete(kPriority).Write(m_journal, m_ids[1]), m_ids[1]);
+    ExpectRows(Entries({1, 0, 2}), 1);
+    EXPECT_EQ(EmptyTests(), 1);
 }
 
 // What reads as absent is no property.

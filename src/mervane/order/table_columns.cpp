@@ -215,6 +215,7 @@ uint32_t TableColumns::Append(CEOID id, const RecordValues& values)
 
 void TableColumns::Update(uint32_t place, const RecordValues& values)
 {
+    m_notEmpty.erase(place);
     for (auto& [property, column] : m_numbers)
         if (values.Changes(property))
             column.Set(place, values.Number(property));
@@ -319,7 +320,12 @@ bool TableColumns::IsEmptyRecord(uint32_t place)
     for (const auto& [property, column] : m_numbers)
         if (!column.IsMissing(place))
             return false;
-    return ReadValue([&] { return m_emptyTest.IsEmpty(m_records.IdAt(place)); });
+    if (m_notEmpty.contains(place))
+        return false;
+    const bool isEmpty = ReadValue([&] { return m_emptyTest.IsEmpty(m_records.IdAt(place)); });
+    if (!isEmpty)
+        m_notEmpty.insert(place);
+    return isEmpty;
 }
 
 } // namespace mervane

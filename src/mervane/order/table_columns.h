@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <unordered_set>
 #include <vector>
 
 #include "mervane/order/blob_column.h"
@@ -107,6 +108,7 @@ class TableColumns {
     std::map<int, BlobColumn> m_blobs;
     uint64_t m_useCount = 0; // of m_keys
     EmptyRecordTest m_emptyTest;
+    std::unordered_set<uint32_t> m_notEmpty; // places that were asked for and have some property
 };
 
 // Which column it goes by is settled once.
