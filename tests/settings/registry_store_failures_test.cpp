@@ -1,7 +1,7 @@
 // What fails, and how it is reported.
 #include <utility>
 
-#include "app/registry_store_fixture.h"
+#include "settings/registry_store_fixture.h"
 #include "support/import_watch.h"
 #include "support/thread_hook.h"
 

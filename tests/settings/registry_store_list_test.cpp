@@ -1,5 +1,5 @@
 // Finding a text in a numbered list of settings.
-#include "app/registry_store_fixture.h"
+#include "settings/registry_store_fixture.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "app/registry_store_fixture.h"
+#include "settings/registry_store_fixture.h"
 
 #include "support/import_watch.h"
 
