@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "export/export_job.h"
-#include "list/journal_fixture.h"
+#include "support/journal_fixture.h"
 
 // A path of a test's own in the temporary folder; the file is deleted at the end.
 class ScratchFile {

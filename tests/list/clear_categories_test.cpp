@@ -1,7 +1,7 @@
 // The command that takes the categories from every entry.
 #include "list/entry_commands.h"
-#include "list/entry_list_fixture.h"
 #include "mervane/db_categories.h"
+#include "support/entry_list_fixture.h"
 #include "support/live_blocks.h"
 
 namespace {

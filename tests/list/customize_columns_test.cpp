@@ -2,9 +2,9 @@
 
 #include <functional>
 
-#include "list/entry_list_fixture.h"
 #include "res/resource.h"
 #include "support/dialog_window.h"
+#include "support/entry_list_fixture.h"
 
 namespace {
 

@@ -8,10 +8,10 @@
 
 #include "find/find_command.h"
 #include "list/entry_commands.h"
-#include "list/entry_list_fixture.h"
 #include "mervane/db_categories.h"
 #include "res/resource.h"
 #include "support/dialog_window.h"
+#include "support/entry_list_fixture.h"
 #include "support/lost_leaf.h"
 
 namespace {

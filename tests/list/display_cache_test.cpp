@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <random>
 
-#include "list/journal_fixture.h"
 #include "list/list_rows.h"
+#include "support/journal_fixture.h"
 #include "support/live_blocks.h"
 
 namespace {

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "list/journal_fixture.h"
 #include "mervane/db_categories.h"
 #include "mervane/db_contacts.h"
+#include "support/journal_fixture.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "list/editor_stand_in.h"
-#include "list/entry_list_fixture.h"
+#include "support/editor_stand_in.h"
+#include "support/entry_list_fixture.h"
 #include "support/live_blocks.h"
 #include "support/locked_store.h"
 #include "support/while_asked.h"

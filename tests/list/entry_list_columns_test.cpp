@@ -1,5 +1,5 @@
 // The list's columns: headers, widths and the sort.
-#include "list/entry_list_fixture.h"
+#include "support/entry_list_fixture.h"
 #include "ui/screen/work_area.h"
 
 namespace {

@@ -5,8 +5,8 @@
 #include <functional>
 
 #include "list/entry_commands.h"
-#include "list/entry_list_fixture.h"
 #include "mervane/db_categories.h"
+#include "support/entry_list_fixture.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "list/entry_list_fixture.h"
+#include "support/entry_list_fixture.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <set>
 
-#include "list/entry_list_fixture.h"
+#include "support/entry_list_fixture.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "list/entry_list_fixture.h"
+#include "support/entry_list_fixture.h"
 #include "support/thread_hook.h"
 #include "ui/pictures/canvas.h"
 #include "ui/screen/work_area.h"

@@ -6,8 +6,8 @@
 #include "filter/filter_categories.h"
 #include "filter/filter_text.h"
 #include "list/entry_commands.h"
-#include "list/entry_list_fixture.h"
 #include "mervane/db_categories.h"
+#include "support/entry_list_fixture.h"
 #include "support/unreadable_table.h"
 
 namespace {

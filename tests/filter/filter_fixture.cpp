@@ -1,4 +1,4 @@
-#include "list/filter_fixture.h"
+#include "filter/filter_fixture.h"
 #include "support/temporary_name.h"
 
 JournalFilterTest::JournalFilterTest()

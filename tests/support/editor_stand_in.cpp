@@ -1,4 +1,4 @@
-#include "list/editor_stand_in.h"
+#include "support/editor_stand_in.h"
 
 std::function<int(CEOID* id)> g_edit;
 HWND g_editorOwner = nullptr;

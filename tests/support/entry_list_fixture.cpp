@@ -1,4 +1,4 @@
-#include "list/entry_list_fixture.h"
+#include "support/entry_list_fixture.h"
 
 EntryListTest::EntryListTest()
     : m_parent([this](HWND, UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {

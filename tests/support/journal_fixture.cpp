@@ -1,4 +1,4 @@
-#include "list/journal_fixture.h"
+#include "support/journal_fixture.h"
 
 TimeCount Instant(WORD year, WORD month, WORD day, WORD hour, WORD minute)
 {

@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "list/filter_fixture.h"
+#include "filter/filter_fixture.h"
 #include "mervane/db_categories.h"
 #include "util/month_set.h"
 

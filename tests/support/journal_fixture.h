@@ -1,5 +1,4 @@
-// A journal of a test's own, and an entry list over it in a plain parent window that routes what the list
-// sends.
+// A journal of a test's own, and records to write into it.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// What stands in for the editor's window in these tests.
+// What stands in for the editor's window in a program of tests that has it.
 #pragma once
 
 #include <functional>

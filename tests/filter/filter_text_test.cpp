@@ -1,6 +1,6 @@
 #include "filter/filter_text.h"
 
-#include "list/filter_fixture.h"
+#include "filter/filter_fixture.h"
 
 namespace {
 

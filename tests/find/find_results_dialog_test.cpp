@@ -5,10 +5,10 @@
 
 #include <functional>
 
-#include "list/editor_stand_in.h"
-#include "list/journal_fixture.h"
 #include "support/dialog_window.h"
+#include "support/editor_stand_in.h"
 #include "support/help_requests.h"
+#include "support/journal_fixture.h"
 #include "support/resolution.h"
 #include "support/test_windows.h"
 #include "ui/screen/scale.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "list/entry_list.h"
-#include "list/journal_fixture.h"
+#include "support/journal_fixture.h"
 #include "support/test_windows.h"
 
 class EntryListTest : public JournalTest {

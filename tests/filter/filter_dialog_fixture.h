@@ -5,7 +5,7 @@
 
 #include "editor/list_in_editor.h"
 #include "filter/filter_dialog.h"
-#include "list/filter_fixture.h"
+#include "filter/filter_fixture.h"
 #include "support/dialog_window.h"
 #include "support/test_windows.h"
 

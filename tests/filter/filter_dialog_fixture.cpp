@@ -1,4 +1,4 @@
-#include "list/filter_dialog_fixture.h"
+#include "filter/filter_dialog_fixture.h"
 
 ListInEditor OpenFilter::Categories() const
 {

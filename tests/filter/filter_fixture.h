@@ -1,8 +1,8 @@
 // A journal with categories of a test's own.
 #pragma once
 
-#include "list/journal_fixture.h"
 #include "mervane/db_categories.h"
+#include "support/journal_fixture.h"
 
 class JournalFilterTest : public JournalTest {
   protected:

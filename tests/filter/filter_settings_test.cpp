@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "list/journal_fixture.h"
+#include "support/journal_fixture.h"
 #include "support/settings_log.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include <sqlite3.h>
 
-#include "list/filter_dialog_fixture.h"
+#include "filter/filter_dialog_fixture.h"
 #include "support/resolution.h"
 #include "support/unreadable_table.h"
 #include "ui/screen/scale.h"

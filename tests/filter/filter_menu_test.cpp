@@ -1,6 +1,6 @@
 #include "filter/filter_menu.h"
 
-#include "list/filter_fixture.h"
+#include "filter/filter_fixture.h"
 #include "res/resource.h"
 #include "support/unreadable_table.h"
 

@@ -1,7 +1,7 @@
 #include "filter/filter_categories.h"
 
+#include "filter/filter_fixture.h"
 #include "filter/filter_text.h"
-#include "list/filter_fixture.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-#include "list/journal_fixture.h"
+#include "support/journal_fixture.h"
 
 namespace {
 

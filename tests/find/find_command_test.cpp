@@ -4,10 +4,10 @@
 
 #include <memory>
 
-#include "list/editor_stand_in.h"
-#include "list/entry_list_fixture.h"
 #include "res/resource.h"
 #include "support/dialog_window.h"
+#include "support/editor_stand_in.h"
+#include "support/entry_list_fixture.h"
 #include "support/import_watch.h"
 #include "support/test_windows.h"
 

@@ -1,7 +1,7 @@
 // The filter's dialog worked with the keyboard alone.
 #include <set>
 
-#include "list/filter_dialog_fixture.h"
+#include "filter/filter_dialog_fixture.h"
 #include "ui/bars/menu_keys.h"
 
 namespace {
