@@ -146,6 +146,13 @@ TEST_F(RangeChange, IsTheWholeSelection)
     EXPECT_EQ(Selected(), (List{Id(2), Id(3), Id(4)}));
 }
 
+TEST_F(RangeChange, MayBeOfOneRow)
+{
+    m_list.Selection().Append(Id(15));
+    Tell(3, 3, LVIS_SELECTED);
+    EXPECT_EQ(Selected(), List{Id(3)});
+}
+
 TEST_F(RangeChange, OfRowsThatAreNotSelectedEmptiesIt)
 {
     m_list.Selection().Append(Id(15));
