@@ -93,6 +93,8 @@ TEST_F(MainWindowResolution, EverythingFollowsAChangeAndComesBack)
     SetWindowPos(window, nullptr, 10, 10, Scale(500), Scale(260), SWP_NOZORDER);
     TellResolution(window, 1); // the icons are the application's until then
     const auto before = Sizes();
+    for (const auto& [name, size] : before)
+        EXPECT_NE(size, 0) << name << " is not there, and nothing follows";
     TellResolution(window, 2);
     for (const auto& [name, size] : Sizes())
         EXPECT_NEAR(size, 2 * before.at(name), 1) << name;
