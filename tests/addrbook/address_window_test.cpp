@@ -68,10 +68,14 @@ TEST_F(AddressWindowTest, ImportsAndExportsAndTellsTheCount)
                                            "BEGIN:VCARD"));
     const auto answer = [](const wchar_t* expected) {
         return [expected](HWND dialog) {
-            HWND ok = GetDlgItem(dialog, IDOK);
+            HWND ok = GetDlgItem(dialog, IDOK), cancel = GetDlgItem(dialog, IDCANCEL);
             EXPECT_TRUE(PumpUntil([ok] { return IsWindowEnabled(ok) != FALSE; }));
             EXPECT_EQ(WindowText(GetDlgItem(dialog, IDC_TRANSFER_TEXT)), expected);
-            EXPECT_FALSE(IsWindowVisible(GetDlgItem(dialog, IDCANCEL)));
+            EXPECT_FALSE(IsWindowVisible(cancel));
+            RECT place{}, free{};
+            GetWindowRect(ok, &place);
+            GetWindowRect(cancel, &free);
+            EXPECT_TRUE(EqualRect(&place, &free)) << "OK takes Cancel's place";
             SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0); // Esc
         };
     };
