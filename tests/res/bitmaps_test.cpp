@@ -69,8 +69,7 @@ std::vector<Strip> AllStrips()
 {
     std::vector<Strip> strips;
     for (const auto& [added, quarters] : kSizes)
-        if (added)
-            strips.push_back({216 + added, 4 * quarters, 5}); // the system has them at the given size
+        strips.push_back({216 + added, 4 * quarters, 5});
     for (const Strip& strip : kStrips)
         for (const auto& [added, quarters] : kSizes)
             strips.push_back({strip.id + added, strip.imageSize * quarters / 4, strip.count});

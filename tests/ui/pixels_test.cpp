@@ -185,6 +185,15 @@ TEST(Pixels, StandardImagesOfTheButtonsAreDrawnForEveryUsualResolution)
     }
 }
 
+TEST(Pixels, DeleteIsTheBinAtTheSystemsOwnResolutionToo)
+{
+    const Pixels images = LoadStandardImages(96), drawn = LoadPixels(Instance(), 216, kImageMask);
+    ASSERT_EQ(drawn.width, 5 * kStandardImageSide);
+    EXPECT_EQ(ImageAt(images, STD_DELETE), ImageAt(drawn, 3));
+    for (const auto& [image, place] : {std::pair(STD_CUT, 0), {STD_COPY, 1}, {STD_PASTE, 2}, {STD_FIND, 4}})
+        EXPECT_NE(ImageAt(images, image), ImageAt(drawn, place)) << image;
+}
+
 TEST(Pixels, InTheMiddleLeavesClearRowsAboveAndBelow)
 {
     const Pixels higher = InTheMiddle(Make(2, 1, {kRed, kBlue}), 4);

@@ -28,7 +28,7 @@ STRIPS = {
     "filter": (16, ["filter"]),
     "new_entry": (16, ["new_entry"]),
     "edit_entry": (16, ["edit_entry"]),
-    "standard": (16, ["cut", "copy", "paste", "delete", "find"]),  # the system's take their place at 96 dpi
+    "standard": (16, ["cut", "copy", "paste", "delete", "find"]),  # the system's take their place at 96 dpi, but for delete
 }
 
 

@@ -12,6 +12,8 @@ namespace {
 
 constexpr int kOurs[] = {STD_CUT, STD_COPY, STD_PASTE, STD_DELETE, STD_FIND}; // in the order of IDB_STANDARD
 
+constexpr int kSystemImagesDpi = 96;
+
 // The list's images side by side over a background.
 Pixels DrawImages(HIMAGELIST list, int count, COLORREF background)
 {
@@ -79,7 +81,8 @@ void PutOursOver(Pixels* images, int dpi)
     if (ours.IsEmpty() || ours.height != side || images->width < (STD_PRINT + 1) * side)
         return;
     for (int i = 0; i < static_cast<int>(std::size(kOurs)); ++i)
-        CopyImage(ours, i, images, kOurs[i]);
+        if (dpi != kSystemImagesDpi || kOurs[i] == STD_DELETE)
+            CopyImage(ours, i, images, kOurs[i]);
 }
 
 } // namespace
